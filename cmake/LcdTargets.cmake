@@ -1,0 +1,62 @@
+# What all targets of this project share: output places, language, warnings, sanitizers, and one way to add a test.
+
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_INSTALL_RPATH "$ORIGIN:$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+find_program(LCD_CCACHE ccache)
+if(LCD_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${LCD_CCACHE}")
+endif()
+
+# lcd_target(<target>): language level, warnings and strict Qt for a target of this project.
+function(lcd_target target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON AUTOMOC ON)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=")
+    if(LCD_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS QT_NO_FOREACH
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DEPRECATED_WARNINGS QT_MESSAGELOGCONTEXT)
+    if(LCD_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${LCD_SANITIZE} -fno-omit-frame-pointer
+            -fno-sanitize=vptr)
+        target_link_options(${target} PRIVATE -fsanitize=${LCD_SANITIZE})
+    endif()
+    if(LCD_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+        target_link_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()
+
+# lcd_add_test(<name> SOURCES <files...> [LIBRARIES <targets...>] [LABELS <labels...>] [TIMEOUT <seconds>])
+# Builds <name> from its sources and runs it without a display.
+function(lcd_add_test name)
+    cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    if(NOT TEST_TIMEOUT)
+        set(TEST_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${TEST_SOURCES})
+    lcd_target(${name})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+    target_link_libraries(${name} PRIVATE Qt5::Test ${TEST_LIBRARIES})
+    target_compile_definitions(${name} PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\""
+        "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+        ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
+endfunction()
+
+# The environment that every test runs in.
+set(LCD_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    QT_LOGGING_TO_CONSOLE=1
+    QT_SCALE_FACTOR=1
+    LC_ALL=C.UTF-8
+    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0"
+    "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1"
+    "TSAN_OPTIONS=halt_on_error=1:suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")

@@ -1,0 +1,1 @@
+namespace LCD::FactoryModeImpl { }

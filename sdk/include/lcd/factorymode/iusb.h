@@ -1,0 +1,26 @@
+#pragma once
+
+#include <any>
+#include <functional>
+#include <string>
+
+namespace LCD::FactoryMode {
+
+/// Service "lcdMemoryCacheNodeUSB": the USB tree. The payload is a
+/// `std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NodeUSB>>`, delivered on the service's thread.
+/// A second registration under one subscriber name replaces the first.
+class IUSB
+{
+public:
+    /// Reports: one at subscription, and whenever one is asked for.
+    virtual void registerReportCallback(const std::string &subscriber, int mode,
+                                        const std::function<void(std::any)> &callback) = 0;
+    /// Changes: one when a link really changes.
+    virtual void registerChangedCallback(const std::string &subscriber, int mode,
+                                         const std::function<void(std::any)> &callback) = 0;
+
+protected:
+    ~IUSB() = default;
+};
+
+}
