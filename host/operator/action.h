@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QMetaType>
+#include <QtCore/QString>
+#include <QtCore/QVariantMap>
+
+namespace panelhost {
+
+/// One thing that an operator does to the device, as data. What the window's controls do, what a scenario's steps do
+/// and what the recorder writes are all of these.
+struct Action
+{
+    enum class Kind {
+        Navigate, ///< knob or joystick: "key" is one of up, down, left, right, enter, back
+        Press,    ///< a key of the panel goes down and up: "key" is its hal key
+        Hold,     ///< a key of the panel goes down
+        Release,  ///< and up again
+        Soft,     ///< a soft button of the page by touch: "side" is left or right
+        Touch,    ///< a touch on the LCD: "x", "y" in LCD pixels
+        TBar,     ///< "position" from 0 (bottom) to 1 (top)
+        Plug,     ///< "port" such as net1 or usb2
+        Unplug,
+        Block, ///< a USB port is blocked: "port"
+        Unblock,
+        Fault,            ///< "name", "on" (bool), and what the fault needs, such as "key"
+        Language,         ///< "code"
+        EnterFactoryMode, ///< the host shows the menu
+        ExitFactoryMode,
+    };
+
+    Kind kind = Kind::Navigate;
+    QVariantMap arguments;
+
+    bool operator==(const Action &other) const { return kind == other.kind && arguments == other.arguments; }
+};
+
+}
+
+Q_DECLARE_METATYPE(panelhost::Action)

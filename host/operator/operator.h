@@ -1,0 +1,31 @@
+#pragma once
+
+#include "operator/action.h"
+#include "time/timeline.h"
+
+#include <QtCore/QObject>
+
+namespace panelhost {
+
+class Session;
+
+/// Does actions to the device and tells of each that was done. GUI thread.
+class Operator : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Operator(Session &session);
+
+    /// Does @p action at the present instant and settles. False, with a sentence in @p error, if the device has no
+    /// such key, port or fault, or the page no such button.
+    bool perform(const Action &action, QString *error = nullptr);
+
+Q_SIGNALS:
+    void performed(const panelhost::Action &action, panelhost::Instant at);
+
+private:
+    Session &m_session;
+};
+
+}

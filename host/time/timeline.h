@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtCore/QtGlobal>
+
+#include <functional>
+
+namespace panelhost {
+
+/// Virtual milliseconds since the process began its session.
+using Instant = qint64;
+
+/// The one clock of panelhost. Every QTimer of the GUI thread, the component's among them, and every piece of work
+/// that the device has put under way is due at an instant, and they run strictly in the order (instant, sequence).
+/// GUI thread and device thread never run at once: the GUI thread hands the baton over when it has come to rest and
+/// takes it back when the device thread has. So what happens depends on the operator's actions and their instants
+/// alone, not on the machine's speed. GUI thread only, but for now() and schedule().
+class Timeline
+{
+public:
+    /// Puts the event dispatcher in place. Before the application object is made.
+    static void install();
+    static Timeline &instance();
+
+    Instant now() const;
+
+    /// Runs @p work on the device thread at the instant now() + @p delay. Any thread.
+    void schedule(Instant delay, std::function<void()> work);
+
+    /// Delivers all that is due at the present instant, on both threads, until nothing is left.
+    void settle();
+    /// Fires all that is due up to now() + @p duration, each at its own instant, settling in between.
+    void advance(Instant duration);
+    /// Like advance(), but stops as soon as @p done says so. True if it did.
+    bool advanceUntil(Instant duration, const std::function<bool()> &done);
+
+    /// How virtual time runs while the event loop waits. Stopped: only advance() moves it (play). Otherwise it
+    /// follows the wall clock times @p factor; 0 means as fast as it goes.
+    void stop();
+    void run(double factor);
+
+    /// Called after each step (a timer, a piece of device work, an action) once everything has settled: the place to
+    /// look at the screen.
+    void setObserver(std::function<void()> observer);
+};
+
+}
