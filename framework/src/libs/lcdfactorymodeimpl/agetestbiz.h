@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+
+#include <QtCore/QString>
+#include <QtGui/QColor>
+
+namespace LCD::FactoryModeImpl {
+
+/// The aging test: five single tests in an endless loop, until stop(). It gives no verdict and counts no rounds; what
+/// it has to say are text lines. Lives on one thread with an event loop, on which all operations are called. Both
+/// callbacks run there too.
+class AgeTestBiz
+{
+public:
+    AgeTestBiz();
+    /// Ends the timers and the listening to the host's services, without the steps of stop().
+    ~AgeTestBiz();
+    AgeTestBiz(const AgeTestBiz &) = delete;
+    AgeTestBiz &operator=(const AgeTestBiz &) = delete;
+
+    /// Where the text lines go: an empty text clears the page, any other is a line to add. Takes the place of an
+    /// earlier one, and must be set before any of start(), stop() and recount().
+    void registerSetAgeTextInfoCallBack(const std::function<void(const QString &, const QColor &)> &callback);
+    /// Called when the button light step has ended, before the next one starts. Takes the place of an earlier one; an
+    /// empty function ends the calls.
+    void registerOnButtonLightFinishedCallback(const std::function<void()> &callback);
+
+    /// Runs from the first step, also when a run is under way.
+    void start();
+    /// Ends the run and resets the visual tests. The last lines stay. The port tests stay subscribed: a link that
+    /// changes afterwards sets the loop going again.
+    void stop();
+    /// Forgets the port failures seen so far and writes the lines anew. The running step goes on.
+    void recount();
+
+private:
+    class Impl;
+    Impl *d;
+};
+
+}

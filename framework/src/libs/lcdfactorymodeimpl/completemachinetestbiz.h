@@ -1,0 +1,51 @@
+#pragma once
+
+#include "completemachinephaseinfo.h"
+
+#include <functional>
+#include <string>
+
+#include <QtCore/QString>
+
+namespace LCD::FactoryModeImpl {
+
+/// The complete machine test: eleven phases, one after the other, up to the first failure or to the pass. It has no
+/// widget: a screen is a CompleteMachinePhaseInfo. Lives on one thread with an event loop, on which start() and the
+/// two button operations are called. Callbacks come on that thread or on the thread of the host service whose report
+/// led to them. Register them before the first start().
+class CompleteMachineTestBiz
+{
+public:
+    CompleteMachineTestBiz();
+    /// Waits for callbacks that are under way on other threads. Stops no single test.
+    ~CompleteMachineTestBiz();
+    CompleteMachineTestBiz(const CompleteMachineTestBiz &) = delete;
+    CompleteMachineTestBiz &operator=(const CompleteMachineTestBiz &) = delete;
+
+    /// Begins a run at phase 0, also while another is under way.
+    void start();
+    /// -1 before the first run, 0 to 10 during one, 11 after a pass. A failed run stays on its phase. Any thread.
+    int currentPhaseIndex() const;
+    /// True on phase 0 to 10, also after a failure. Any thread.
+    bool isRunning() const;
+    /// 0 none yet, 1 passed, 2 failed. Any thread.
+    int result() const;
+
+    /// The operator says that the phase failed.
+    void onLeftBtnClicked();
+    /// The operator says: go on.
+    void onRightBtnClicked();
+
+    // Each puts the callback in the place of an earlier one of the same requester. An empty requester or an empty
+    // callback changes nothing.
+    void registerPhaseCallback(const std::string &requester,
+                               const std::function<void(const CompleteMachinePhaseInfo &)> &callback);
+    void registerLogCallback(const std::string &requester, const std::function<void(const QString &)> &callback);
+    void registerStepIconCallback(const std::string &requester, const std::function<void(int)> &callback);
+
+private:
+    class Impl;
+    Impl *d;
+};
+
+}
