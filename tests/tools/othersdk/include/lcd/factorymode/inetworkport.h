@@ -1,0 +1,18 @@
+#pragma once
+#include <any>
+#include <functional>
+#include <string>
+namespace LCD {
+namespace FactoryMode {
+class INetworkPort
+{
+public:
+    virtual void registerReportCallback(const std::string &, int, const std::function<void(std::any)> &) = 0;
+    virtual void reserved() = 0;
+    virtual void registerChangedCallback(const std::string &, int, const std::function<void(std::any)> &) = 0;
+
+protected:
+    ~INetworkPort() = default;
+};
+}
+}
