@@ -2,6 +2,16 @@
 
 #include "translator.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+namespace {
+
+const QString CatalogueDirectory = QStringLiteral(":/lcdtranslator");
+const QString DefaultLanguage = QStringLiteral("en");
+
+}
+
 class LCDFWTranslateManager::Impl
 {
 public:
@@ -11,6 +21,7 @@ public:
 
 LCDFWTranslateManager::LCDFWTranslateManager() : d(new Impl)
 {
+    setLanguage(DefaultLanguage);
 }
 
 LCDFWTranslateManager::~LCDFWTranslateManager()
@@ -31,7 +42,12 @@ veltor::trans::Translator *LCDFWTranslateManager::translator() const
 
 QStringList LCDFWTranslateManager::languages() const
 {
-    return {};
+    QStringList codes;
+    const QFileInfoList catalogues =
+        QDir(CatalogueDirectory).entryInfoList({QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
+    for (const QFileInfo &catalogue : catalogues)
+        codes << catalogue.completeBaseName();
+    return codes;
 }
 
 QString LCDFWTranslateManager::language() const
@@ -39,7 +55,12 @@ QString LCDFWTranslateManager::language() const
     return d->language;
 }
 
-bool LCDFWTranslateManager::setLanguage(const QString &)
+bool LCDFWTranslateManager::setLanguage(const QString &code)
 {
-    return false;
+    if (!languages().contains(code))
+        return false;
+    if (!d->translator.load(QStringLiteral("%1/%2.qm").arg(CatalogueDirectory, code)))
+        return false;
+    d->language = code;
+    return true;
 }

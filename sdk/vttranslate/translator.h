@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QtCore/QReadWriteLock>
 #include <QtCore/QString>
-#include <QtCore/QTranslator>
 
 #include <memory>
+#include <shared_mutex>
+
+class QTranslator;
 
 namespace veltor::trans {
 
@@ -13,12 +14,18 @@ namespace veltor::trans {
 class Translator
 {
 public:
+    Translator();
+    ~Translator();
+    Q_DISABLE_COPY(Translator)
+
     /// Replaces the catalogue by the one in @p file; false, and no change, if that can't be read.
     bool load(const QString &file);
+    /// @p key itself when there is no catalogue, or none of its texts is for @p key.
     QString translate(const QString &context, const QString &section, const QString &key) const;
 
 private:
-    mutable QReadWriteLock m_lock;
+    // Not Qt's lock: the thread sanitizer sees through this one.
+    mutable std::shared_mutex m_mutex;
     std::unique_ptr<QTranslator> m_catalogue;
 };
 

@@ -1,0 +1,231 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>LCD::HomeWidgets</name>
+    <message>
+        <source>FCAging</source>
+        <comment>Global</comment>
+        <extracomment>The name of the running step follows with nothing between: end with the separator that the language needs.</extracomment>
+        <translation>Dauertest: </translation>
+    </message>
+    <message>
+        <source>FCScreenLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>Bildschirmhelligkeit</translation>
+    </message>
+    <message>
+        <source>FCScreenBadPixel</source>
+        <comment>Global</comment>
+        <translation>Bildschirmpixel</translation>
+    </message>
+    <message>
+        <source>FCBtnLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>Tastenbeleuchtung</translation>
+    </message>
+    <message>
+        <source>FCNet</source>
+        <comment>Global</comment>
+        <translation>Netzwerkanschlüsse</translation>
+    </message>
+    <message>
+        <source>FCUSB</source>
+        <comment>Global</comment>
+        <translation>USB-Anschlüsse</translation>
+    </message>
+    <message>
+        <source>FCAgeNetNoPass</source>
+        <comment>Global</comment>
+        <extracomment>May be joined to FCAgeUSBNoPass with an ideographic comma.</extracomment>
+        <translation>Netzwerkanschlüsse fehlerhaft</translation>
+    </message>
+    <message>
+        <source>FCAgeUSBNoPass</source>
+        <comment>Global</comment>
+        <translation>USB-Anschlüsse fehlerhaft</translation>
+    </message>
+    <message>
+        <source>FCAgeMode</source>
+        <comment>Global</comment>
+        <translation>Dauertest</translation>
+    </message>
+    <message>
+        <source>FCAgeModeTestPreparation</source>
+        <comment>Global</comment>
+        <translation>Alle Netzwerkanschlüsse paarweise verbinden und an jeden USB-Anschluss ein Gerät stecken.</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTips</source>
+        <comment>Global</comment>
+        <translation>Mit „Test starten“ beginnen. Der Test läuft, bis er angehalten wird.</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTest</source>
+        <comment>Global</comment>
+        <translation>Test starten</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStopTest</source>
+        <comment>Global</comment>
+        <translation>Test anhalten</translation>
+    </message>
+    <message>
+        <source>FCAgeModeRecount</source>
+        <comment>Global</comment>
+        <translation>Neu zählen</translation>
+    </message>
+    <message>
+        <source>MachineMode</source>
+        <comment>Global</comment>
+        <translation>Gerätetest</translation>
+    </message>
+    <message>
+        <source>TestStep</source>
+        <comment>Global</comment>
+        <translation>Prüfschritte</translation>
+    </message>
+    <message>
+        <source>FCTestComplete</source>
+        <comment>Global</comment>
+        <extracomment>Page title, heading and caption of a button.</extracomment>
+        <translation>Test beendet</translation>
+    </message>
+    <message>
+        <source>FCTestPass</source>
+        <comment>Global</comment>
+        <translation>Test bestanden</translation>
+    </message>
+    <message>
+        <source>FCReTest</source>
+        <comment>Global</comment>
+        <translation>Erneut testen</translation>
+    </message>
+    <message>
+        <source>FCPass</source>
+        <comment>Global</comment>
+        <translation>Bestanden</translation>
+    </message>
+    <message>
+        <source>FCNoPass</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button, and the verdict of a failed run.</extracomment>
+        <translation>Nicht bestanden</translation>
+    </message>
+    <message>
+        <source>FCPleaseJudgePass</source>
+        <comment>Global</comment>
+        <extracomment>Last line of an instruction; it has no number.</extracomment>
+        <translation>Bitte beurteilen, ob der Test bestanden ist.</translation>
+    </message>
+    <message>
+        <source>FCNextStep</source>
+        <comment>Global</comment>
+        <translation>Nächster Schritt</translation>
+    </message>
+    <message>
+        <source>FCScreenBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>Prüfen, ob alle Bildschirme die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
+    </message>
+    <message>
+        <source>FCBtnBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>Prüfen, ob alle Tasten die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep1</source>
+        <comment>Global</comment>
+        <translation>1. Alle Bildschirme auf dunkle oder leuchtende Pixel prüfen.</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep2</source>
+        <comment>Global</comment>
+        <translation>2. Mit „Nächster Schritt“ zum nächsten Bild wechseln.</translation>
+    </message>
+    <message>
+        <source>ButtonFunction</source>
+        <comment>Global</comment>
+        <translation>Tastenfunktion</translation>
+    </message>
+    <message>
+        <source>FCClickGreenFlashingBtn</source>
+        <comment>Global</comment>
+        <translation>Die grün blinkende Taste drücken.</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Top</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;1.&quot;, &quot;3.&quot; and &quot;5.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> T-Bar ganz nach oben schieben</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Bottom</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;2.&quot;, &quot;4.&quot; and &quot;6.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> T-Bar ganz nach unten schieben</translation>
+    </message>
+    <message>
+        <source>FCNetConnectPort1Port2</source>
+        <comment>Global</comment>
+        <translation>Netzwerkanschluss 1 und 2 mit einem Netzwerkkabel verbinden.</translation>
+    </message>
+    <message>
+        <source>USBA</source>
+        <comment>Global</comment>
+        <translation>USB-A-Anschlüsse</translation>
+    </message>
+    <message>
+        <source>FCUSB30TestStep</source>
+        <comment>Global</comment>
+        <translation>An jeden USB-A-Anschluss ein USB-3.0-Gerät stecken.</translation>
+    </message>
+    <message>
+        <source>TypecCommuication</source>
+        <comment>Global</comment>
+        <translation>Type-C-Daten</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep1</source>
+        <comment>Global</comment>
+        <translation>1. Einen Computer an den Type-C-Anschluss anschließen.</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep2</source>
+        <comment>Global</comment>
+        <translation>2. Prüfen, ob der Computer das Gerät erkennt.</translation>
+    </message>
+    <message>
+        <source>TypecPower</source>
+        <comment>Global</comment>
+        <translation>Type-C-Versorgung</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. Ein Spannungsmessgerät an den Type-C-Stromanschluss anschließen.</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. Prüfen, ob die Spannung stabil ist.</translation>
+    </message>
+    <message>
+        <source>NET1POE</source>
+        <comment>Global</comment>
+        <translation>PoE an Anschluss 1</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. Einen PoE-Tester an Netzwerkanschluss 1 anschließen.</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. Prüfen, ob der Tester Spannung anzeigt.</translation>
+    </message>
+</context>
+</TS>

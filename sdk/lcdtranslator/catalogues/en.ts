@@ -1,0 +1,231 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US">
+<context>
+    <name>LCD::HomeWidgets</name>
+    <message>
+        <source>FCAging</source>
+        <comment>Global</comment>
+        <extracomment>The name of the running step follows with nothing between: end with the separator that the language needs.</extracomment>
+        <translation>Aging: </translation>
+    </message>
+    <message>
+        <source>FCScreenLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>Screen brightness</translation>
+    </message>
+    <message>
+        <source>FCScreenBadPixel</source>
+        <comment>Global</comment>
+        <translation>Screen pixels</translation>
+    </message>
+    <message>
+        <source>FCBtnLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>Key lights</translation>
+    </message>
+    <message>
+        <source>FCNet</source>
+        <comment>Global</comment>
+        <translation>Net ports</translation>
+    </message>
+    <message>
+        <source>FCUSB</source>
+        <comment>Global</comment>
+        <translation>USB ports</translation>
+    </message>
+    <message>
+        <source>FCAgeNetNoPass</source>
+        <comment>Global</comment>
+        <extracomment>May be joined to FCAgeUSBNoPass with an ideographic comma.</extracomment>
+        <translation>Net ports failed</translation>
+    </message>
+    <message>
+        <source>FCAgeUSBNoPass</source>
+        <comment>Global</comment>
+        <translation>USB ports failed</translation>
+    </message>
+    <message>
+        <source>FCAgeMode</source>
+        <comment>Global</comment>
+        <translation>Aging test</translation>
+    </message>
+    <message>
+        <source>FCAgeModeTestPreparation</source>
+        <comment>Global</comment>
+        <translation>Connect all net ports in pairs and plug a device into every USB port.</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTips</source>
+        <comment>Global</comment>
+        <translation>Press “Start test” to begin. The test repeats until you stop it.</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTest</source>
+        <comment>Global</comment>
+        <translation>Start test</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStopTest</source>
+        <comment>Global</comment>
+        <translation>Stop test</translation>
+    </message>
+    <message>
+        <source>FCAgeModeRecount</source>
+        <comment>Global</comment>
+        <translation>Recount</translation>
+    </message>
+    <message>
+        <source>MachineMode</source>
+        <comment>Global</comment>
+        <translation>Machine test</translation>
+    </message>
+    <message>
+        <source>TestStep</source>
+        <comment>Global</comment>
+        <translation>Test steps</translation>
+    </message>
+    <message>
+        <source>FCTestComplete</source>
+        <comment>Global</comment>
+        <extracomment>Page title, heading and caption of a button.</extracomment>
+        <translation>Test complete</translation>
+    </message>
+    <message>
+        <source>FCTestPass</source>
+        <comment>Global</comment>
+        <translation>Test passed</translation>
+    </message>
+    <message>
+        <source>FCReTest</source>
+        <comment>Global</comment>
+        <translation>Test again</translation>
+    </message>
+    <message>
+        <source>FCPass</source>
+        <comment>Global</comment>
+        <translation>Pass</translation>
+    </message>
+    <message>
+        <source>FCNoPass</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button, and the verdict of a failed run.</extracomment>
+        <translation>Fail</translation>
+    </message>
+    <message>
+        <source>FCPleaseJudgePass</source>
+        <comment>Global</comment>
+        <extracomment>Last line of an instruction; it has no number.</extracomment>
+        <translation>Judge whether the test has passed.</translation>
+    </message>
+    <message>
+        <source>FCNextStep</source>
+        <comment>Global</comment>
+        <translation>Next step</translation>
+    </message>
+    <message>
+        <source>FCScreenBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>Check that all screens step through their brightness levels, from 10% to 100%.</translation>
+    </message>
+    <message>
+        <source>FCBtnBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>Check that the lights of all keys step through their brightness levels, from 10% to 100%.</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep1</source>
+        <comment>Global</comment>
+        <translation>1. Look for dead or bright pixels on all screens.</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep2</source>
+        <comment>Global</comment>
+        <translation>2. Press “Next step” for the next picture.</translation>
+    </message>
+    <message>
+        <source>ButtonFunction</source>
+        <comment>Global</comment>
+        <translation>Key function</translation>
+    </message>
+    <message>
+        <source>FCClickGreenFlashingBtn</source>
+        <comment>Global</comment>
+        <translation>Press the key that flashes green.</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Top</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;1.&quot;, &quot;3.&quot; and &quot;5.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> Push the T-Bar to the top</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Bottom</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;2.&quot;, &quot;4.&quot; and &quot;6.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> Push the T-Bar to the bottom</translation>
+    </message>
+    <message>
+        <source>FCNetConnectPort1Port2</source>
+        <comment>Global</comment>
+        <translation>Connect net port 1 to net port 2 with a network cable.</translation>
+    </message>
+    <message>
+        <source>USBA</source>
+        <comment>Global</comment>
+        <translation>USB-A ports</translation>
+    </message>
+    <message>
+        <source>FCUSB30TestStep</source>
+        <comment>Global</comment>
+        <translation>Plug a USB 3.0 device into every USB-A port.</translation>
+    </message>
+    <message>
+        <source>TypecCommuication</source>
+        <comment>Global</comment>
+        <translation>Type-C data</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep1</source>
+        <comment>Global</comment>
+        <translation>1. Connect a computer to the Type-C port.</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep2</source>
+        <comment>Global</comment>
+        <translation>2. Check that the computer finds the device.</translation>
+    </message>
+    <message>
+        <source>TypecPower</source>
+        <comment>Global</comment>
+        <translation>Type-C power</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. Connect a power meter to the Type-C power port.</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. Check that the meter shows a steady voltage.</translation>
+    </message>
+    <message>
+        <source>NET1POE</source>
+        <comment>Global</comment>
+        <translation>Net port 1 PoE</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. Connect a PoE tester to net port 1.</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. Check that the tester shows power.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,231 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja_JP">
+<context>
+    <name>LCD::HomeWidgets</name>
+    <message>
+        <source>FCAging</source>
+        <comment>Global</comment>
+        <extracomment>The name of the running step follows with nothing between: end with the separator that the language needs.</extracomment>
+        <translation>エージング：</translation>
+    </message>
+    <message>
+        <source>FCScreenLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>画面の明るさ</translation>
+    </message>
+    <message>
+        <source>FCScreenBadPixel</source>
+        <comment>Global</comment>
+        <translation>画面のドット抜け</translation>
+    </message>
+    <message>
+        <source>FCBtnLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>キー照明</translation>
+    </message>
+    <message>
+        <source>FCNet</source>
+        <comment>Global</comment>
+        <translation>ネットワークポート</translation>
+    </message>
+    <message>
+        <source>FCUSB</source>
+        <comment>Global</comment>
+        <translation>USB ポート</translation>
+    </message>
+    <message>
+        <source>FCAgeNetNoPass</source>
+        <comment>Global</comment>
+        <extracomment>May be joined to FCAgeUSBNoPass with an ideographic comma.</extracomment>
+        <translation>ネットワークポート不合格</translation>
+    </message>
+    <message>
+        <source>FCAgeUSBNoPass</source>
+        <comment>Global</comment>
+        <translation>USB ポート不合格</translation>
+    </message>
+    <message>
+        <source>FCAgeMode</source>
+        <comment>Global</comment>
+        <translation>エージングテスト</translation>
+    </message>
+    <message>
+        <source>FCAgeModeTestPreparation</source>
+        <comment>Global</comment>
+        <translation>すべてのネットワークポートを 2 つずつ接続し、各 USB ポートに機器を差し込んでください。</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTips</source>
+        <comment>Global</comment>
+        <translation>「テスト開始」で始まり、停止するまで繰り返します。</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTest</source>
+        <comment>Global</comment>
+        <translation>テスト開始</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStopTest</source>
+        <comment>Global</comment>
+        <translation>テスト停止</translation>
+    </message>
+    <message>
+        <source>FCAgeModeRecount</source>
+        <comment>Global</comment>
+        <translation>再集計</translation>
+    </message>
+    <message>
+        <source>MachineMode</source>
+        <comment>Global</comment>
+        <translation>総合テスト</translation>
+    </message>
+    <message>
+        <source>TestStep</source>
+        <comment>Global</comment>
+        <translation>テスト手順</translation>
+    </message>
+    <message>
+        <source>FCTestComplete</source>
+        <comment>Global</comment>
+        <extracomment>Page title, heading and caption of a button.</extracomment>
+        <translation>テスト完了</translation>
+    </message>
+    <message>
+        <source>FCTestPass</source>
+        <comment>Global</comment>
+        <translation>テスト合格</translation>
+    </message>
+    <message>
+        <source>FCReTest</source>
+        <comment>Global</comment>
+        <translation>再テスト</translation>
+    </message>
+    <message>
+        <source>FCPass</source>
+        <comment>Global</comment>
+        <translation>合格</translation>
+    </message>
+    <message>
+        <source>FCNoPass</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button, and the verdict of a failed run.</extracomment>
+        <translation>不合格</translation>
+    </message>
+    <message>
+        <source>FCPleaseJudgePass</source>
+        <comment>Global</comment>
+        <extracomment>Last line of an instruction; it has no number.</extracomment>
+        <translation>合否を判定してください。</translation>
+    </message>
+    <message>
+        <source>FCNextStep</source>
+        <comment>Global</comment>
+        <translation>次へ</translation>
+    </message>
+    <message>
+        <source>FCScreenBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>すべての画面の明るさが 10% から 100% まで段階的に変わることを確認してください。</translation>
+    </message>
+    <message>
+        <source>FCBtnBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>すべてのキー照明の明るさが 10% から 100% まで段階的に変わることを確認してください。</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep1</source>
+        <comment>Global</comment>
+        <translation>1. すべての画面に黒点や輝点がないことを確認してください。</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep2</source>
+        <comment>Global</comment>
+        <translation>2. 「次へ」で次の画像に進みます。</translation>
+    </message>
+    <message>
+        <source>ButtonFunction</source>
+        <comment>Global</comment>
+        <translation>キー機能</translation>
+    </message>
+    <message>
+        <source>FCClickGreenFlashingBtn</source>
+        <comment>Global</comment>
+        <translation>緑色に点滅しているキーを押してください。</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Top</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;1.&quot;, &quot;3.&quot; and &quot;5.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> T バーを上端まで動かす</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Bottom</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;2.&quot;, &quot;4.&quot; and &quot;6.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> T バーを下端まで動かす</translation>
+    </message>
+    <message>
+        <source>FCNetConnectPort1Port2</source>
+        <comment>Global</comment>
+        <translation>ネットワークポート 1 と 2 を LAN ケーブルで接続してください。</translation>
+    </message>
+    <message>
+        <source>USBA</source>
+        <comment>Global</comment>
+        <translation>USB-A ポート</translation>
+    </message>
+    <message>
+        <source>FCUSB30TestStep</source>
+        <comment>Global</comment>
+        <translation>すべての USB-A ポートに USB 3.0 機器を差し込んでください。</translation>
+    </message>
+    <message>
+        <source>TypecCommuication</source>
+        <comment>Global</comment>
+        <translation>Type-C 通信</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep1</source>
+        <comment>Global</comment>
+        <translation>1. Type-C ポートにパソコンを接続してください。</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep2</source>
+        <comment>Global</comment>
+        <translation>2. パソコンが本機を認識することを確認してください。</translation>
+    </message>
+    <message>
+        <source>TypecPower</source>
+        <comment>Global</comment>
+        <translation>Type-C 給電</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. Type-C 給電ポートに電圧計を接続してください。</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. 電圧が安定していることを確認してください。</translation>
+    </message>
+    <message>
+        <source>NET1POE</source>
+        <comment>Global</comment>
+        <translation>ポート 1 PoE 給電</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. ネットワークポート 1 に PoE テスターを接続してください。</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. テスターに給電が表示されることを確認してください。</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,231 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>LCD::HomeWidgets</name>
+    <message>
+        <source>FCAging</source>
+        <comment>Global</comment>
+        <extracomment>The name of the running step follows with nothing between: end with the separator that the language needs.</extracomment>
+        <translation>老化测试：</translation>
+    </message>
+    <message>
+        <source>FCScreenLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>屏幕亮度</translation>
+    </message>
+    <message>
+        <source>FCScreenBadPixel</source>
+        <comment>Global</comment>
+        <translation>屏幕坏点</translation>
+    </message>
+    <message>
+        <source>FCBtnLight</source>
+        <comment>Global</comment>
+        <extracomment>Page title and name of a step; a level such as &quot; 30%&quot; may follow.</extracomment>
+        <translation>按键灯</translation>
+    </message>
+    <message>
+        <source>FCNet</source>
+        <comment>Global</comment>
+        <translation>网口</translation>
+    </message>
+    <message>
+        <source>FCUSB</source>
+        <comment>Global</comment>
+        <translation>USB 接口</translation>
+    </message>
+    <message>
+        <source>FCAgeNetNoPass</source>
+        <comment>Global</comment>
+        <extracomment>May be joined to FCAgeUSBNoPass with an ideographic comma.</extracomment>
+        <translation>网口未通过</translation>
+    </message>
+    <message>
+        <source>FCAgeUSBNoPass</source>
+        <comment>Global</comment>
+        <translation>USB 接口未通过</translation>
+    </message>
+    <message>
+        <source>FCAgeMode</source>
+        <comment>Global</comment>
+        <translation>老化测试</translation>
+    </message>
+    <message>
+        <source>FCAgeModeTestPreparation</source>
+        <comment>Global</comment>
+        <translation>请将所有网口两两对接，并在每个 USB 接口插入设备。</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTips</source>
+        <comment>Global</comment>
+        <translation>按“开始测试”启动，测试将循环进行，直到手动停止。</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStartTest</source>
+        <comment>Global</comment>
+        <translation>开始测试</translation>
+    </message>
+    <message>
+        <source>FCAgeModeStopTest</source>
+        <comment>Global</comment>
+        <translation>停止测试</translation>
+    </message>
+    <message>
+        <source>FCAgeModeRecount</source>
+        <comment>Global</comment>
+        <translation>重新统计</translation>
+    </message>
+    <message>
+        <source>MachineMode</source>
+        <comment>Global</comment>
+        <translation>整机测试</translation>
+    </message>
+    <message>
+        <source>TestStep</source>
+        <comment>Global</comment>
+        <translation>测试步骤</translation>
+    </message>
+    <message>
+        <source>FCTestComplete</source>
+        <comment>Global</comment>
+        <extracomment>Page title, heading and caption of a button.</extracomment>
+        <translation>测试完成</translation>
+    </message>
+    <message>
+        <source>FCTestPass</source>
+        <comment>Global</comment>
+        <translation>测试通过</translation>
+    </message>
+    <message>
+        <source>FCReTest</source>
+        <comment>Global</comment>
+        <translation>重新测试</translation>
+    </message>
+    <message>
+        <source>FCPass</source>
+        <comment>Global</comment>
+        <translation>通过</translation>
+    </message>
+    <message>
+        <source>FCNoPass</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button, and the verdict of a failed run.</extracomment>
+        <translation>不通过</translation>
+    </message>
+    <message>
+        <source>FCPleaseJudgePass</source>
+        <comment>Global</comment>
+        <extracomment>Last line of an instruction; it has no number.</extracomment>
+        <translation>请判断测试是否通过。</translation>
+    </message>
+    <message>
+        <source>FCNextStep</source>
+        <comment>Global</comment>
+        <translation>下一步</translation>
+    </message>
+    <message>
+        <source>FCScreenBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>请观察所有屏幕的亮度是否从 10% 到 100% 逐级变化。</translation>
+    </message>
+    <message>
+        <source>FCBtnBrightnessStep</source>
+        <comment>Global</comment>
+        <translation>请观察所有按键灯的亮度是否从 10% 到 100% 逐级变化。</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep1</source>
+        <comment>Global</comment>
+        <translation>1. 请观察所有屏幕是否有暗点或亮点。</translation>
+    </message>
+    <message>
+        <source>FCObserveScreenShowStep2</source>
+        <comment>Global</comment>
+        <translation>2. 按“下一步”切换到下一幅画面。</translation>
+    </message>
+    <message>
+        <source>ButtonFunction</source>
+        <comment>Global</comment>
+        <translation>按键功能</translation>
+    </message>
+    <message>
+        <source>FCClickGreenFlashingBtn</source>
+        <comment>Global</comment>
+        <translation>请按下闪烁绿灯的按键。</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Top</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;1.&quot;, &quot;3.&quot; and &quot;5.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> 将 T-Bar 推到最上端</translation>
+    </message>
+    <message>
+        <source>Push T-Bar to Bottom</source>
+        <comment>Global</comment>
+        <extracomment>Follows &quot;2.&quot;, &quot;4.&quot; and &quot;6.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
+        <translation> 将 T-Bar 推到最下端</translation>
+    </message>
+    <message>
+        <source>FCNetConnectPort1Port2</source>
+        <comment>Global</comment>
+        <translation>请用网线连接网口 1 和网口 2。</translation>
+    </message>
+    <message>
+        <source>USBA</source>
+        <comment>Global</comment>
+        <translation>USB-A 接口</translation>
+    </message>
+    <message>
+        <source>FCUSB30TestStep</source>
+        <comment>Global</comment>
+        <translation>请在每个 USB-A 接口插入 USB 3.0 设备。</translation>
+    </message>
+    <message>
+        <source>TypecCommuication</source>
+        <comment>Global</comment>
+        <translation>Type-C 通信</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep1</source>
+        <comment>Global</comment>
+        <translation>1. 请将电脑连接到 Type-C 接口。</translation>
+    </message>
+    <message>
+        <source>FCTypecCommStep2</source>
+        <comment>Global</comment>
+        <translation>2. 请确认电脑能识别本设备。</translation>
+    </message>
+    <message>
+        <source>TypecPower</source>
+        <comment>Global</comment>
+        <translation>Type-C 供电</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. 请将电压表连接到 Type-C 供电接口。</translation>
+    </message>
+    <message>
+        <source>FCTypecPowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. 请确认电压显示稳定。</translation>
+    </message>
+    <message>
+        <source>NET1POE</source>
+        <comment>Global</comment>
+        <translation>网口 1 PoE 供电</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep1</source>
+        <comment>Global</comment>
+        <translation>1. 请将 PoE 测试仪连接到网口 1。</translation>
+    </message>
+    <message>
+        <source>FCNetPort1PowerStep2</source>
+        <comment>Global</comment>
+        <translation>2. 请确认测试仪显示供电正常。</translation>
+    </message>
+</context>
+</TS>
