@@ -1,0 +1,44 @@
+#pragma once
+
+#include "statecodes.h"
+
+#include <algorithm>
+#include <any>
+#include <atomic>
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace LCD::FactoryModeImpl {
+
+/// Goes from @p from to @p to; false, and no change, in any other state.
+inline bool moveState(std::atomic<int> &state, int from, int to)
+{
+    return state.compare_exchange_strong(from, to);
+}
+
+/// Both subscriptions of a link service, the reports first. Neither ever ends.
+template <class Service>
+void subscribeToLinks(Service &service, const std::string &subscriber, const std::function<void(std::any)> &report,
+                      const std::function<void(std::any)> &changed)
+{
+    constexpr int Mode = 2;
+    service.registerReportCallback(subscriber, Mode, report);
+    service.registerChangedCallback(subscriber, Mode, changed);
+}
+
+/// The number of entries of @p ports; the highest int when there are more.
+template <class Value>
+int countOf(const std::vector<Value> &ports)
+{
+    return static_cast<int>(std::min<std::size_t>(ports.size(), std::numeric_limits<int>::max()));
+}
+
+/// Whether there are links and each of them is up.
+inline bool allLinked(const std::vector<bool> &links)
+{
+    return !links.empty() && std::find(links.begin(), links.end(), false) == links.end();
+}
+
+}

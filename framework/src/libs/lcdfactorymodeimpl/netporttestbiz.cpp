@@ -1,0 +1,235 @@
+#include "netporttestbiz.h"
+
+#include "lifeline.h"
+#include "linkpayload.h"
+#include "linktest.h"
+#include "listeners.h"
+#include "services.h"
+
+#include "lcd/protocol/records.h"
+
+#include <QtCore/QMutex>
+
+#include <new>
+#include <optional>
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+using Records = std::vector<ProtocolImpl::s_NetworkPortLink>;
+
+const std::string NetPortTestBizRequester = "NetPortTestBiz";
+constexpr int TestType = 10;
+constexpr LinkPayloadTexts PayloadTexts = {
+    "NetPortTestBiz: need type std::shared_ptr<s_NetworkPortLinkArray>, got",
+    "NetPortTestBiz: s_NetworkPortLinkArray ptr is nullptr",
+};
+
+/// One entry for each number up to the highest port; a port is up when one of its records says so.
+std::vector<bool> linksByPort(const Records &records)
+{
+    std::size_t size = 0;
+    for (const auto &record : records) {
+        if (record.port >= 0)
+            size = std::max(size, static_cast<std::size_t>(record.port) + 1);
+    }
+    std::vector<bool> links(size, false);
+    for (const auto &record : records) {
+        if (record.port >= 0 && record.link != 0)
+            links[static_cast<std::size_t>(record.port)] = true;
+    }
+    return links;
+}
+
+}
+
+class NetPortTestBiz::Impl
+{
+public:
+    explicit Impl(NetPortTestBiz *owner) : q(owner) {}
+    void onLinkChanged(std::any payload);
+    void onReportLinkChanged(std::any payload);
+    void notifyStateChanged(int code) const;
+    void notifyLinkStatus(const std::vector<bool> &links, bool valid) const;
+    std::optional<std::vector<bool>> takeLinks(const Records &records);
+    void reset();
+
+    NetPortTestBiz *q;
+    FactoryMode::INetworkPort *networkPortService = FactoryModeImpl::networkPortService();
+    FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
+    std::atomic<int> state = StateIdle;
+    std::atomic<int> failCount = 0;
+    std::atomic<bool> linkValid = true;
+    std::vector<bool> portLinks;
+    QMutex linkMutex;
+    Listeners<const std::vector<bool> &, bool> linkStatusCallbacks;
+    Listeners<int> stateCallbacks;
+    std::string curRequester;
+    bool recvReport = true;
+    Lifeline lifeline;
+};
+
+void NetPortTestBiz::Impl::onReportLinkChanged(std::any payload)
+{
+    if (recvReport)
+        onLinkChanged(std::move(payload));
+}
+
+// Runs on the thread of the network service, in every state.
+void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
+{
+    const auto records = unpackLinkPayload<ProtocolImpl::s_NetworkPortLink>(payload, PayloadTexts);
+    if (!records)
+        return;
+    const auto links = takeLinks(*records);
+    if (!links)
+        return;
+    notifyStateChanged(state);
+    notifyLinkStatus(*links, linkValid);
+}
+
+/// Stores the links of a report and gives them. Nothing, and the stored ones stay, when a port number is so high that
+/// there is no memory for them.
+std::optional<std::vector<bool>> NetPortTestBiz::Impl::takeLinks(const Records &records)
+{
+    try {
+        std::vector<bool> links = linksByPort(records);
+        std::vector<bool> stored = links;
+        const QMutexLocker locker(&linkMutex);
+        portLinks.swap(stored);
+        return links;
+    } catch (const std::bad_alloc &) {
+        qCWarning(componentLog) << "NetPortTestBiz: no memory for the port numbers of a report, dropped";
+        return std::nullopt;
+    }
+}
+
+void NetPortTestBiz::Impl::notifyStateChanged(int code) const
+{
+    notifyRequester(stateCallbacks, curRequester, code);
+}
+
+void NetPortTestBiz::Impl::notifyLinkStatus(const std::vector<bool> &links, bool valid) const
+{
+    notifyRequester(linkStatusCallbacks, curRequester, links, valid);
+}
+
+void NetPortTestBiz::Impl::reset()
+{
+    state = StateIdle;
+    linkValid = true;
+    const QMutexLocker locker(&linkMutex);
+    portLinks.clear();
+}
+
+NetPortTestBiz::NetPortTestBiz() : d(new Impl(this))
+{
+}
+
+NetPortTestBiz::~NetPortTestBiz()
+{
+    delete d;
+}
+
+void NetPortTestBiz::enter()
+{
+    d->failCount = 0;
+    d->reset();
+    if (d->factoryBizService)
+        d->factoryBizService->setFactoryTestType(TestType);
+    d->notifyStateChanged(d->state);
+}
+
+void NetPortTestBiz::startTest()
+{
+    if (!moveState(d->state, StateIdle, StateRunning))
+        return;
+    d->notifyStateChanged(d->state);
+    if (!d->networkPortService) {
+        qCWarning(componentLog) << "NetPortTestBiz: INetworkPort is null, cannot start test";
+        return;
+    }
+    subscribeToLinks(*d->networkPortService, NetPortTestBizRequester, d->lifeline.guarded([impl = d](std::any payload) {
+        impl->onReportLinkChanged(std::move(payload));
+    }),
+                     d->lifeline.guarded([impl = d](std::any payload) { impl->onLinkChanged(std::move(payload)); }));
+}
+
+void NetPortTestBiz::setPass()
+{
+    if (moveState(d->state, StateRunning, StatePass))
+        d->notifyStateChanged(d->state);
+}
+
+void NetPortTestBiz::setNotPass()
+{
+    if (!moveState(d->state, StateRunning, StateNotPass))
+        return;
+    ++d->failCount;
+    d->notifyStateChanged(d->state);
+}
+
+void NetPortTestBiz::reTest()
+{
+    d->reset();
+    d->notifyStateChanged(d->state);
+    d->notifyLinkStatus({}, true);
+}
+
+int NetPortTestBiz::state() const
+{
+    return d->state;
+}
+
+int NetPortTestBiz::failCount() const
+{
+    return d->failCount;
+}
+
+int NetPortTestBiz::portCount() const
+{
+    const QMutexLocker locker(&d->linkMutex);
+    return countOf(d->portLinks);
+}
+
+bool NetPortTestBiz::isAllLinked() const
+{
+    if (!d->linkValid)
+        return false;
+    const QMutexLocker locker(&d->linkMutex);
+    return allLinked(d->portLinks);
+}
+
+void NetPortTestBiz::setRecvReport(bool receive)
+{
+    d->recvReport = receive;
+}
+
+bool NetPortTestBiz::isRecvReport() const
+{
+    return d->recvReport;
+}
+
+void NetPortTestBiz::setCurRequester(const std::string &requester)
+{
+    d->curRequester = requester;
+}
+
+std::string NetPortTestBiz::getCurRequester() const
+{
+    return d->curRequester;
+}
+
+void NetPortTestBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)
+{
+    registerNamedListener(d->stateCallbacks, requester, callback);
+}
+
+void NetPortTestBiz::registerLinkStatusCallback(const std::string &requester,
+                                                const std::function<void(const std::vector<bool> &, bool)> &callback)
+{
+    registerNamedListener(d->linkStatusCallbacks, requester, callback);
+}
+
+}

@@ -1,0 +1,241 @@
+#include "tbartestbiz.h"
+
+#include "lifeline.h"
+#include "listeners.h"
+#include "log.h"
+#include "services.h"
+#include "statecodes.h"
+
+#include <QtCore/QObject>
+
+#include <atomic>
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+using ProtocolImpl::s_BarCalibration;
+
+const std::string TbarTestBizRequester = "TbarTestBiz";
+constexpr int TestType = 6;
+
+struct CalibrationStep
+{
+    int command;
+    int nextStep;
+    bool nextPressIsLast;
+};
+
+constexpr CalibrationStep CalibrationSteps[] = {
+    {2, 1, false}, {1, 2, false}, {0, 3, false}, {1, 4, false}, {0, 5, false}, {1, 6, true}, {4, 7, true},
+};
+constexpr int StepCount = std::size(CalibrationSteps);
+constexpr int LastStep = StepCount - 1;
+
+}
+
+class TbarTestBiz::Impl : public QObject
+{
+public:
+    explicit Impl(TbarTestBiz *owner) : q(owner) {}
+    void requestNextStep();
+    void onStepComplete(int stepIndex, int);
+    void onBarCalibrationChanged(const LCD::ProtocolImpl::s_BarCalibration &);
+    void notifyStateChanged(int code) const;
+    void notifyRightBtnText(bool lastPress) const;
+    void passSilently();
+    void send(int command, bool last);
+    void listenToCalibration();
+    void announceAs(int code);
+
+    TbarTestBiz *q;
+    FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
+    FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
+    FactoryMode::ITBarCalibration *tbarCalibrationService = FactoryModeImpl::tbarCalibrationService();
+    int completedStep = 0;
+    std::atomic<int> state = StateIdle;
+    std::atomic<int> currentStep = 0;
+    std::atomic<int> failCount = 0;
+    Listeners<int> stateCallbacks;
+    Listeners<bool> rightBtnTextCallbacks;
+    Lifeline lifeline;
+};
+
+void TbarTestBiz::Impl::requestNextStep()
+{
+    if (!tbarCalibrationService)
+        return;
+    const int cur = currentStep;
+    qCDebug(componentLog) << "[TbarTestBiz] requestNextStep: cur=" << cur;
+    if (cur < 0 || cur > LastStep) {
+        qCDebug(componentLog) << "[TbarTestBiz] requestNextStep: cur=" << cur << " -> default, no op";
+        return;
+    }
+    const CalibrationStep &step = CalibrationSteps[cur];
+    currentStep = step.nextStep;
+    notifyRightBtnText(step.nextPressIsLast);
+    if (cur == LastStep)
+        passSilently();
+    send(step.command, cur == LastStep);
+}
+
+// Listeners hear the old state a last time; who wants the verdict reads it afterwards.
+void TbarTestBiz::Impl::passSilently()
+{
+    notifyStateChanged(state);
+    currentStep = 0;
+    state = StatePass;
+}
+
+void TbarTestBiz::Impl::send(int command, bool last)
+{
+    s_BarCalibration record;
+    record.command = command;
+    tbarCalibrationService->setBarCalibration(record, lifeline.guarded([last](bool ok, const std::string &) {
+        if (!last)
+            return;
+        if (ok)
+            qCDebug(componentLog) << "[TbarTestBiz] T-Bar calibration completed";
+        else
+            qCWarning(componentLog) << "[TbarTestBiz] T-Bar calibration end failed";
+    }));
+}
+
+void TbarTestBiz::Impl::onStepComplete(int stepIndex, int)
+{
+    if (state != StateRunning || stepIndex != currentStep)
+        return;
+    const int next = ++currentStep;
+    if (tbarCalibrationService)
+        completedStep = next;
+    if (next < LastStep)
+        return;
+    announceAs(StateAllStepsDone);
+}
+
+// The operator's presses drive the test, not what the service reports.
+void TbarTestBiz::Impl::onBarCalibrationChanged(const s_BarCalibration &)
+{
+}
+
+// The service reports on a thread of its own choosing, which need not be one of Qt's.
+void TbarTestBiz::Impl::listenToCalibration()
+{
+    if (!tbarCalibrationService)
+        return;
+    const auto bringHome = [this](const s_BarCalibration &record) {
+        const auto atHome = [this, record] {
+            if (q->d)
+                q->d->onBarCalibrationChanged(record);
+        };
+        QMetaObject::invokeMethod(this, atHome, Qt::QueuedConnection);
+    };
+    tbarCalibrationService->registerBarCalibrationCallback(TbarTestBizRequester, lifeline.guarded(bringHome));
+}
+
+void TbarTestBiz::Impl::notifyStateChanged(int code) const
+{
+    notifyAll(stateCallbacks, code);
+}
+
+void TbarTestBiz::Impl::notifyRightBtnText(bool lastPress) const
+{
+    notifyAll(rightBtnTextCallbacks, lastPress);
+}
+
+void TbarTestBiz::Impl::announceAs(int code)
+{
+    state = code;
+    notifyStateChanged(state);
+}
+
+TbarTestBiz::TbarTestBiz() : d(new Impl(this))
+{
+}
+
+TbarTestBiz::~TbarTestBiz()
+{
+    delete d;
+}
+
+void TbarTestBiz::enter()
+{
+    if (!d)
+        return;
+    if (d->factoryBizService)
+        d->factoryBizService->setFactoryTestType(TestType);
+    d->completedStep = 0;
+    reTest();
+}
+
+void TbarTestBiz::startTest()
+{
+    if (!d)
+        return;
+    if (!d->keyboardService) {
+        qCWarning(componentLog) << "[TbarTestBiz] KeyboardEvent not found";
+        return;
+    }
+    d->completedStep = 0;
+    d->currentStep = 0;
+    d->failCount = 0;
+    d->announceAs(StateRunning);
+    d->notifyRightBtnText(false);
+    d->listenToCalibration();
+}
+
+void TbarTestBiz::requestNextStep()
+{
+    if (d)
+        d->requestNextStep();
+}
+
+void TbarTestBiz::setPass()
+{
+    if (d)
+        d->announceAs(StatePass);
+}
+
+void TbarTestBiz::setNotPass()
+{
+    if (d)
+        d->announceAs(StateNotPass);
+}
+
+void TbarTestBiz::reTest()
+{
+    if (!d)
+        return;
+    d->currentStep = 0;
+    d->failCount = 0;
+    d->announceAs(StateIdle);
+}
+
+int TbarTestBiz::state() const
+{
+    return d ? d->state.load() : StateIdle;
+}
+
+int TbarTestBiz::failCount() const
+{
+    return d ? d->failCount.load() : 0;
+}
+
+int TbarTestBiz::currentStepIndex() const
+{
+    return d ? d->currentStep.load() : 0;
+}
+
+void TbarTestBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)
+{
+    if (d)
+        registerListener(d->stateCallbacks, requester, callback);
+}
+
+void TbarTestBiz::registerRightBtnTextCallback(const std::string &requester, const std::function<void(bool)> &callback)
+{
+    if (d)
+        registerListener(d->rightBtnTextCallbacks, requester, callback);
+}
+
+}

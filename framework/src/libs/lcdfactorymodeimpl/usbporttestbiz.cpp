@@ -1,0 +1,252 @@
+#include "usbporttestbiz.h"
+
+#include "lifeline.h"
+#include "linkpayload.h"
+#include "linktest.h"
+#include "listeners.h"
+#include "services.h"
+
+#include "lcd/protocol/records.h"
+
+#include <QtCore/QMutex>
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+using Records = std::vector<ProtocolImpl::s_NodeUSB>;
+
+const std::string UsbPortTestBizRequester = "UsbPortTestBiz";
+constexpr int TestType = 9;
+constexpr LinkPayloadTexts PayloadTexts = {
+    "UsbPortTestBiz: need type std::shared_ptr<s_NodeUSBArray>, got",
+    "UsbPortTestBiz: s_NodeUSBArray ptr is nullptr",
+};
+
+constexpr int PortNodeType = 26;
+
+bool isPort(const ProtocolImpl::s_NodeUSB &record)
+{
+    return record.nodeType == PortNodeType;
+}
+
+bool isLinked(const ProtocolImpl::s_NodeUSB &record)
+{
+    return isPort(record) && record.linkBlocked == 0 && record.linkActive != 0;
+}
+
+/// The identifiers of @p known and of the ports in @p records, ascending.
+std::vector<int> mergedPorts(std::vector<int> known, const Records &records)
+{
+    for (const auto &record : records) {
+        if (isPort(record))
+            known.push_back(record.portId);
+    }
+    std::sort(known.begin(), known.end());
+    known.erase(std::unique(known.begin(), known.end()), known.end());
+    return known;
+}
+
+/// What @p records alone show, by position in @p ports.
+std::vector<bool> linksByPosition(const std::vector<int> &ports, const Records &records)
+{
+    std::vector<bool> links(ports.size(), false);
+    for (const auto &record : records) {
+        if (isLinked(record))
+            links[static_cast<std::size_t>(std::lower_bound(ports.begin(), ports.end(), record.portId)
+                                           - ports.begin())] = true;
+    }
+    return links;
+}
+
+}
+
+class UsbPortTestBiz::Impl
+{
+public:
+    explicit Impl(UsbPortTestBiz *owner) : q(owner) {}
+    void onUsbChanged(std::any payload);
+    void onReportUsbChanged(std::any payload);
+    void notifyStateChanged(int code) const;
+    void notifyLinkStatus(const std::vector<bool> &links) const;
+    std::vector<int> portsWith(const Records &records);
+    void latch(const std::vector<int> &ports, const std::vector<bool> &links);
+    void reset();
+
+    UsbPortTestBiz *q;
+    FactoryMode::IUSB *nodeUsbService = usbService();
+    FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
+    std::atomic<int> state = StateIdle;
+    std::atomic<int> failCount = 0;
+    std::vector<int> knownPorts;
+    std::vector<bool> portLinks;
+    QMutex linkMutex;
+    Listeners<const std::vector<bool> &> linkStatusCallbacks;
+    Listeners<int> stateCallbacks;
+    std::string curRequester;
+    bool recvReport = true;
+    Lifeline lifeline;
+};
+
+void UsbPortTestBiz::Impl::onReportUsbChanged(std::any payload)
+{
+    if (recvReport)
+        onUsbChanged(std::move(payload));
+}
+
+// Runs on the thread of the USB service, in every state.
+void UsbPortTestBiz::Impl::onUsbChanged(std::any payload)
+{
+    const auto records = unpackLinkPayload<ProtocolImpl::s_NodeUSB>(payload, PayloadTexts);
+    if (!records)
+        return;
+    const std::vector<int> ports = portsWith(*records);
+    const std::vector<bool> links = linksByPosition(ports, *records);
+    latch(ports, links);
+    notifyLinkStatus(links);
+}
+
+std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
+{
+    QMutexLocker locker(&linkMutex);
+    std::vector<int> known = knownPorts;
+    locker.unlock();
+    return mergedPorts(std::move(known), records);
+}
+
+// A bit belongs to its position: a new port that sorts before a known one takes that one's bit over.
+void UsbPortTestBiz::Impl::latch(const std::vector<int> &ports, const std::vector<bool> &links)
+{
+    const QMutexLocker locker(&linkMutex);
+    knownPorts = ports;
+    portLinks.resize(ports.size(), false);
+    for (std::size_t position = 0; position < ports.size(); ++position)
+        portLinks[position] = portLinks[position] || links[position];
+}
+
+void UsbPortTestBiz::Impl::notifyStateChanged(int code) const
+{
+    notifyRequester(stateCallbacks, curRequester, code);
+}
+
+void UsbPortTestBiz::Impl::notifyLinkStatus(const std::vector<bool> &links) const
+{
+    notifyRequester(linkStatusCallbacks, curRequester, links);
+}
+
+void UsbPortTestBiz::Impl::reset()
+{
+    state = StateIdle;
+    const QMutexLocker locker(&linkMutex);
+    knownPorts.clear();
+    portLinks.clear();
+}
+
+UsbPortTestBiz::UsbPortTestBiz() : d(new Impl(this))
+{
+}
+
+UsbPortTestBiz::~UsbPortTestBiz()
+{
+    delete d;
+}
+
+void UsbPortTestBiz::enter()
+{
+    d->failCount = 0;
+    d->reset();
+    if (d->factoryBizService)
+        d->factoryBizService->setFactoryTestType(TestType);
+    d->notifyStateChanged(d->state);
+}
+
+void UsbPortTestBiz::startTest()
+{
+    if (!moveState(d->state, StateIdle, StateRunning))
+        return;
+    d->notifyStateChanged(d->state);
+    if (!d->nodeUsbService) {
+        qCWarning(componentLog) << "UsbPortTestBiz: IUSB is null, cannot start test";
+        return;
+    }
+    subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester, d->lifeline.guarded([impl = d](std::any payload) {
+        impl->onReportUsbChanged(std::move(payload));
+    }),
+                     d->lifeline.guarded([impl = d](std::any payload) { impl->onUsbChanged(std::move(payload)); }));
+}
+
+void UsbPortTestBiz::setPass()
+{
+    if (moveState(d->state, StateRunning, StatePass))
+        d->notifyStateChanged(d->state);
+}
+
+void UsbPortTestBiz::setNotPass()
+{
+    if (!moveState(d->state, StateRunning, StateNotPass))
+        return;
+    ++d->failCount;
+    d->notifyStateChanged(d->state);
+}
+
+void UsbPortTestBiz::reTest()
+{
+    d->reset();
+    d->notifyStateChanged(d->state);
+    d->notifyLinkStatus({});
+}
+
+int UsbPortTestBiz::state() const
+{
+    return d->state;
+}
+
+int UsbPortTestBiz::failCount() const
+{
+    return d->failCount;
+}
+
+int UsbPortTestBiz::portCount() const
+{
+    const QMutexLocker locker(&d->linkMutex);
+    return countOf(d->knownPorts);
+}
+
+bool UsbPortTestBiz::isAllLinked() const
+{
+    const QMutexLocker locker(&d->linkMutex);
+    return allLinked(d->portLinks);
+}
+
+void UsbPortTestBiz::setRecvReport(bool receive)
+{
+    d->recvReport = receive;
+}
+
+bool UsbPortTestBiz::isRecvReport() const
+{
+    return d->recvReport;
+}
+
+void UsbPortTestBiz::setCurRequester(const std::string &requester)
+{
+    d->curRequester = requester;
+}
+
+std::string UsbPortTestBiz::getCurRequester() const
+{
+    return d->curRequester;
+}
+
+void UsbPortTestBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)
+{
+    registerNamedListener(d->stateCallbacks, requester, callback);
+}
+
+void UsbPortTestBiz::registerLinkStatusCallback(const std::string &requester,
+                                                const std::function<void(const std::vector<bool> &)> &callback)
+{
+    registerNamedListener(d->linkStatusCallbacks, requester, callback);
+}
+
+}
