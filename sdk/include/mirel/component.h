@@ -37,12 +37,16 @@ struct ComponentTmpl
     static ComponentInfo componentInfo;
 };
 
+// std::function is no standard-layout type to the compiler, and lies in memory like one all the same.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
 static_assert(sizeof(ComponentInfo) == 112);
 static_assert(offsetof(ComponentInfo, creator) == 0);
 static_assert(offsetof(ComponentInfo, deletor) == 32);
 static_assert(offsetof(ComponentInfo, getMessageHandler) == 64);
 static_assert(offsetof(ComponentInfo, componentName) == 96);
 static_assert(offsetof(ComponentInfo, componentMeta) == 104);
+#pragma GCC diagnostic pop
 
 static_assert(sizeof(PluginInfo) == 40);
 static_assert(offsetof(PluginInfo, interfaceVersion) == 0);

@@ -1,0 +1,50 @@
+#include "xmlfile.h"
+
+#include "log.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+namespace LCD::FactoryModeImpl {
+
+std::optional<QByteArray> XmlFile::read(const QString &path) const
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCWarning(componentLog) << m_parser << "Failed to open config file:" << path << "Error:" << file.errorString();
+        qCWarning(componentLog) << m_parser << "Current working directory:" << QDir::currentPath();
+        return std::nullopt;
+    }
+    qCDebug(componentLog) << m_parser << "Config file opened successfully, file size:" << file.size() << "bytes";
+    return file.readAll();
+}
+
+QDomElement XmlFile::root(const QByteArray &data, const QString &path) const
+{
+    QDomDocument document;
+    QString error;
+    int line = 0;
+    int column = 0;
+    if (!document.setContent(data, true, &error, &line, &column)) {
+        qCWarning(componentLog) << m_parser << "Failed to parse XML:" << path << "Error:" << error << "at line" << line
+                                << "column" << column;
+        return {};
+    }
+    const QDomElement root = document.documentElement();
+    if (root.isNull()) {
+        qCWarning(componentLog) << m_parser << "XML has no root element:" << path;
+    } else if (root.tagName() != QLatin1String("LCD")) {
+        qCWarning(componentLog) << m_parser << "Root element is not LCD, got:" << root.tagName() << "in file:" << path;
+        return {};
+    }
+    return root;
+}
+
+bool XmlFile::isServedVersion(const QDomElement &root)
+{
+    const QString name = QStringLiteral("version");
+    return !root.hasAttribute(name) || root.attribute(name) == QLatin1String("1.0");
+}
+
+}
