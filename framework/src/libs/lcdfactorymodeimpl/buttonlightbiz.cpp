@@ -1,9 +1,11 @@
 #include "buttonlightbiz.h"
 
-#include "levelwalk.h"
+#include "leveltest.h"
 #include "listeners.h"
 #include "log.h"
 #include "services.h"
+
+#include <atomic>
 
 namespace LCD::FactoryModeImpl {
 
@@ -20,7 +22,6 @@ public:
     explicit Impl(ButtonLightBiz *owner) : q(owner) {}
     void updateAllBtnBrightness(int level);
     void notifyStateChanged(int code) const;
-    void announceAs(int code);
 
     ButtonLightBiz *q;
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
@@ -43,12 +44,6 @@ void ButtonLightBiz::Impl::notifyStateChanged(int code) const
     notifyRequester(stateCallbacks, curRequester, code);
 }
 
-void ButtonLightBiz::Impl::announceAs(int code)
-{
-    state = code;
-    notifyStateChanged(state);
-}
-
 ButtonLightBiz::ButtonLightBiz() : d(new Impl(this))
 {
 }
@@ -62,52 +57,44 @@ void ButtonLightBiz::enter()
 {
     if (!d)
         return;
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
-    reTest();
+    setTestType(d->factoryBizService, TestType);
+    resetLevelTest(*d);
 }
 
 void ButtonLightBiz::startTest()
 {
-    if (!d)
-        return;
-    d->state = StateLevel10;
-    d->updateAllBtnBrightness(StateLevel10);
-    d->notifyStateChanged(d->state);
+    if (d)
+        startLevelTest(*d, [this](int level) { d->updateAllBtnBrightness(level); });
 }
 
 void ButtonLightBiz::nextStep()
 {
     if (!d)
         return;
-    const LevelStep step = takeLevelStep(d->state, d->cycleCount);
-    if (step.show)
-        d->updateAllBtnBrightness(*step.show);
-    if (!step.announce)
-        return;
-    if (d->keyboardService)
-        d->keyboardService->setAllButtonBrightness(0);
-    d->notifyStateChanged(d->state);
+    const auto putOut = [this] {
+        if (d->keyboardService)
+            d->keyboardService->setAllButtonBrightness(0);
+    };
+    nextLevelTestStep(
+        *d, [this](int level) { d->updateAllBtnBrightness(level); }, putOut);
 }
 
 void ButtonLightBiz::setPass()
 {
     if (d)
-        d->announceAs(StatePass);
+        announceAs(*d, StatePass);
 }
 
 void ButtonLightBiz::setNotPass()
 {
     if (d)
-        d->announceAs(StateNotPass);
+        announceAs(*d, StateNotPass);
 }
 
 void ButtonLightBiz::reTest()
 {
-    if (!d)
-        return;
-    d->cycleCount = 0;
-    d->announceAs(StateIdle);
+    if (d)
+        resetLevelTest(*d);
 }
 
 int ButtonLightBiz::state() const

@@ -2,7 +2,6 @@
 
 #include "statecodes.h"
 
-#include <atomic>
 #include <optional>
 
 namespace LCD::FactoryModeImpl {
@@ -37,15 +36,6 @@ inline LevelStep nextLevelStep(int state, int cycleCount)
     default:
         return {state, cycleCount, std::nullopt, false};
     }
-}
-
-/// Takes that step in the members of a test, and gives what is left to do.
-inline LevelStep takeLevelStep(std::atomic<int> &state, int &cycleCount)
-{
-    const LevelStep step = nextLevelStep(state, cycleCount);
-    state = step.state;
-    cycleCount = step.cycleCount;
-    return step;
 }
 
 }

@@ -134,18 +134,13 @@ NetPortTestBiz::~NetPortTestBiz()
 
 void NetPortTestBiz::enter()
 {
-    d->failCount = 0;
-    d->reset();
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
-    d->notifyStateChanged(d->state);
+    enterLinkTest(*d, TestType);
 }
 
 void NetPortTestBiz::startTest()
 {
-    if (!moveState(d->state, StateIdle, StateRunning))
+    if (!startLinkTest(*d))
         return;
-    d->notifyStateChanged(d->state);
     if (!d->networkPortService) {
         qCWarning(componentLog) << "NetPortTestBiz: INetworkPort is null, cannot start test";
         return;
@@ -158,16 +153,12 @@ void NetPortTestBiz::startTest()
 
 void NetPortTestBiz::setPass()
 {
-    if (moveState(d->state, StateRunning, StatePass))
-        d->notifyStateChanged(d->state);
+    passLinkTest(*d);
 }
 
 void NetPortTestBiz::setNotPass()
 {
-    if (!moveState(d->state, StateRunning, StateNotPass))
-        return;
-    ++d->failCount;
-    d->notifyStateChanged(d->state);
+    failLinkTest(*d);
 }
 
 void NetPortTestBiz::reTest()

@@ -3,6 +3,7 @@
 #include "listeners.h"
 #include "services.h"
 #include "statecodes.h"
+#include "testobject.h"
 
 #include "lcd/factorymode/ilcdfactorymode.h"
 
@@ -99,8 +100,7 @@ void ScreenBadPixelBiz::enter()
 {
     if (!d)
         return;
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
+    setTestType(d->factoryBizService, TestType);
     d->rewind(StateIdle);
     d->notifyStateChanged(d->state);
 }

@@ -1,8 +1,10 @@
 #include "screenbrightnessbiz.h"
 
-#include "levelwalk.h"
+#include "leveltest.h"
 #include "listeners.h"
 #include "services.h"
+
+#include <atomic>
 
 namespace LCD::FactoryModeImpl {
 
@@ -20,7 +22,6 @@ public:
     explicit Impl(ScreenBrightnessBiz *owner) : q(owner) {}
     void updateAllScreenBrightness(int level);
     void notifyStateChanged(int code) const;
-    void announceAs(int code);
 
     ScreenBrightnessBiz *q;
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
@@ -44,12 +45,6 @@ void ScreenBrightnessBiz::Impl::notifyStateChanged(int code) const
     notifyRequester(stateCallbacks, curRequester, code);
 }
 
-void ScreenBrightnessBiz::Impl::announceAs(int code)
-{
-    state = code;
-    notifyStateChanged(state);
-}
-
 ScreenBrightnessBiz::ScreenBrightnessBiz() : d(new Impl(this))
 {
 }
@@ -63,29 +58,22 @@ void ScreenBrightnessBiz::enter()
 {
     if (!d)
         return;
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
-    reTest();
+    setTestType(d->factoryBizService, TestType);
+    resetLevelTest(*d);
 }
 
 void ScreenBrightnessBiz::startTest()
 {
-    if (!d)
-        return;
-    d->state = StateLevel10;
-    d->updateAllScreenBrightness(StateLevel10);
-    d->notifyStateChanged(d->state);
+    if (d)
+        startLevelTest(*d, [this](int level) { d->updateAllScreenBrightness(level); });
 }
 
 void ScreenBrightnessBiz::nextStep()
 {
     if (!d)
         return;
-    const LevelStep step = takeLevelStep(d->state, d->cycleCount);
-    if (step.show)
-        d->updateAllScreenBrightness(*step.show);
-    if (step.announce)
-        d->notifyStateChanged(d->state);
+    nextLevelTestStep(
+        *d, [this](int level) { d->updateAllScreenBrightness(level); }, [] {});
 }
 
 void ScreenBrightnessBiz::restoreBrightnessToNormal()
@@ -97,21 +85,19 @@ void ScreenBrightnessBiz::restoreBrightnessToNormal()
 void ScreenBrightnessBiz::setPass()
 {
     if (d)
-        d->announceAs(StatePass);
+        announceAs(*d, StatePass);
 }
 
 void ScreenBrightnessBiz::setNotPass()
 {
     if (d)
-        d->announceAs(StateNotPass);
+        announceAs(*d, StateNotPass);
 }
 
 void ScreenBrightnessBiz::reTest()
 {
-    if (!d)
-        return;
-    d->cycleCount = 0;
-    d->announceAs(StateIdle);
+    if (d)
+        resetLevelTest(*d);
 }
 
 int ScreenBrightnessBiz::state() const

@@ -5,6 +5,7 @@
 #include "log.h"
 #include "services.h"
 #include "statecodes.h"
+#include "testobject.h"
 
 #include <QtCore/QObject>
 
@@ -46,7 +47,6 @@ public:
     void passSilently();
     void send(int command, bool last);
     void listenToCalibration();
-    void announceAs(int code);
 
     TbarTestBiz *q;
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
@@ -110,7 +110,7 @@ void TbarTestBiz::Impl::onStepComplete(int stepIndex, int)
         completedStep = next;
     if (next < LastStep)
         return;
-    announceAs(StateAllStepsDone);
+    announceAs(*this, StateAllStepsDone);
 }
 
 // The operator's presses drive the test, not what the service reports.
@@ -143,12 +143,6 @@ void TbarTestBiz::Impl::notifyRightBtnText(bool lastPress) const
     notifyAll(rightBtnTextCallbacks, lastPress);
 }
 
-void TbarTestBiz::Impl::announceAs(int code)
-{
-    state = code;
-    notifyStateChanged(state);
-}
-
 TbarTestBiz::TbarTestBiz() : d(new Impl(this))
 {
 }
@@ -162,8 +156,7 @@ void TbarTestBiz::enter()
 {
     if (!d)
         return;
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
+    setTestType(d->factoryBizService, TestType);
     d->completedStep = 0;
     reTest();
 }
@@ -179,7 +172,7 @@ void TbarTestBiz::startTest()
     d->completedStep = 0;
     d->currentStep = 0;
     d->failCount = 0;
-    d->announceAs(StateRunning);
+    announceAs(*d, StateRunning);
     d->notifyRightBtnText(false);
     d->listenToCalibration();
 }
@@ -193,13 +186,13 @@ void TbarTestBiz::requestNextStep()
 void TbarTestBiz::setPass()
 {
     if (d)
-        d->announceAs(StatePass);
+        announceAs(*d, StatePass);
 }
 
 void TbarTestBiz::setNotPass()
 {
     if (d)
-        d->announceAs(StateNotPass);
+        announceAs(*d, StateNotPass);
 }
 
 void TbarTestBiz::reTest()
@@ -208,7 +201,7 @@ void TbarTestBiz::reTest()
         return;
     d->currentStep = 0;
     d->failCount = 0;
-    d->announceAs(StateIdle);
+    announceAs(*d, StateIdle);
 }
 
 int TbarTestBiz::state() const

@@ -153,18 +153,13 @@ UsbPortTestBiz::~UsbPortTestBiz()
 
 void UsbPortTestBiz::enter()
 {
-    d->failCount = 0;
-    d->reset();
-    if (d->factoryBizService)
-        d->factoryBizService->setFactoryTestType(TestType);
-    d->notifyStateChanged(d->state);
+    enterLinkTest(*d, TestType);
 }
 
 void UsbPortTestBiz::startTest()
 {
-    if (!moveState(d->state, StateIdle, StateRunning))
+    if (!startLinkTest(*d))
         return;
-    d->notifyStateChanged(d->state);
     if (!d->nodeUsbService) {
         qCWarning(componentLog) << "UsbPortTestBiz: IUSB is null, cannot start test";
         return;
@@ -177,16 +172,12 @@ void UsbPortTestBiz::startTest()
 
 void UsbPortTestBiz::setPass()
 {
-    if (moveState(d->state, StateRunning, StatePass))
-        d->notifyStateChanged(d->state);
+    passLinkTest(*d);
 }
 
 void UsbPortTestBiz::setNotPass()
 {
-    if (!moveState(d->state, StateRunning, StateNotPass))
-        return;
-    ++d->failCount;
-    d->notifyStateChanged(d->state);
+    failLinkTest(*d);
 }
 
 void UsbPortTestBiz::reTest()
