@@ -1,0 +1,297 @@
+#include "agetestbiz.h"
+
+#include "agetestbiz_p.h"
+#include "statecodes.h"
+
+#include <algorithm>
+#include <string>
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+const std::string AgeTestBizRequester = "AgeTestBizRequester";
+
+constexpr int BrightnessInterval = 2000; // ms
+constexpr int BadPixelInterval = 3000;   // ms
+
+}
+
+const std::array<AgeTestBiz::Impl::Step, 5> AgeTestBiz::Impl::Steps = {{
+    {ScreenBrightnessStep, &Impl::startTestScreenBrightness, "FCScreenLight"},
+    {ScreenBadPixelStep, &Impl::startTestScreenBadPixel, "FCScreenBadPixel"},
+    {ButtonLightStep, &Impl::startTestButtonLight, "FCBtnLight"},
+    {NetPortStep, &Impl::startTestNetPort, "FCNet"},
+    {UsbPortStep, &Impl::startTestUsbPort, "FCUSB"},
+}};
+
+AgeTestBiz::Impl::Impl(AgeTestBiz *owner) : ownerBiz(owner)
+{
+    for (const Step &step : Steps)
+        testSteps.push_back(step.code);
+    registerCallback();
+}
+
+void AgeTestBiz::Impl::registerCallback()
+{
+    badPixelTimer = makeTimer(&Impl::onBadPixelTimer);
+    btnLightTimer = makeTimer(&Impl::onBtnLightTimer);
+    screenLightTimer = makeTimer(&Impl::onScreenLightTimer);
+    connect(this, &Impl::signalNextStep, this, &Impl::slotNextStep);
+    for (const Step &step : Steps)
+        stepStarters[step.code] = step.start;
+    registerStateCallbacks();
+    registerLinkCallbacks();
+}
+
+QTimer *AgeTestBiz::Impl::makeTimer(void (Impl::*slot)())
+{
+    auto *timer = new QTimer(this);
+    timer->setSingleShot(false);
+    connect(timer, &QTimer::timeout, this, slot);
+    return timer;
+}
+
+void AgeTestBiz::Impl::registerStateCallbacks()
+{
+    const auto hear = [this](void (Impl::*listener)(int)) {
+        return m_lifeline.guarded([this, listener](int state) { (this->*listener)(state); });
+    };
+    screenBrightnessBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBrightStateChanged));
+    screenBadPixelBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBadPixelStateChanged));
+    buttonLightBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onButtonLightStateChanged));
+}
+
+void AgeTestBiz::Impl::registerLinkCallbacks()
+{
+    netPortTestBiz.registerLinkStatusCallback(
+        AgeTestBizRequester,
+        m_lifeline.guarded([this](const std::vector<bool> &ports, bool) { onNetPortStateChanged(ports); }));
+    usbPortTestBiz.registerLinkStatusCallback(
+        AgeTestBizRequester,
+        m_lifeline.guarded([this](const std::vector<bool> &ports) { onUsbPortStateChanged(ports); }));
+}
+
+void AgeTestBiz::Impl::startTestAge()
+{
+    currentStepIndex = 0;
+    forgetFailures();
+    stopTimers();
+    screenBrightnessBiz.setCurRequester(AgeTestBizRequester);
+    screenBadPixelBiz.setCurRequester(AgeTestBizRequester);
+    buttonLightBiz.setCurRequester(AgeTestBizRequester);
+    netPortTestBiz.setCurRequester(AgeTestBizRequester);
+    usbPortTestBiz.setCurRequester(AgeTestBizRequester);
+    netPortTestBiz.setRecvReport(false);
+    usbPortTestBiz.setRecvReport(false);
+    startCurrentStep();
+}
+
+// The text comes first, while the state of the run is still there to be told. The bad pixel test is reset only if it
+// was under way, the two others always, the port tests never.
+void AgeTestBiz::Impl::stopTestAge()
+{
+    updateUIText(false);
+    currentStepIndex = 0;
+    forgetFailures();
+    if (badPixelTimer->isActive()) {
+        badPixelTimer->stop();
+        screenBadPixelBiz.reTest();
+    }
+    stopScreenLightTimer();
+    screenBrightnessBiz.reTest();
+    screenBrightnessBiz.restoreBrightnessToNormal();
+    stopBtnLightTimer();
+    buttonLightBiz.reTest();
+}
+
+void AgeTestBiz::Impl::startTestScreenBrightness()
+{
+    startTest(screenBrightnessBiz);
+    screenLightTimer->start(BrightnessInterval);
+}
+
+void AgeTestBiz::Impl::startTestScreenBadPixel()
+{
+    startTest(screenBadPixelBiz);
+    badPixelTimer->start(BadPixelInterval);
+}
+
+void AgeTestBiz::Impl::startTestButtonLight()
+{
+    startTest(buttonLightBiz);
+    btnLightTimer->start(BrightnessInterval);
+}
+
+void AgeTestBiz::Impl::startTestNetPort()
+{
+    startTest(netPortTestBiz);
+}
+
+void AgeTestBiz::Impl::startTestUsbPort()
+{
+    startTest(usbPortTestBiz);
+}
+
+template <class Biz>
+void AgeTestBiz::Impl::startTest(Biz &biz)
+{
+    updateUIText(false);
+    biz.enter();
+    biz.startTest();
+}
+
+void AgeTestBiz::Impl::startCurrentStep()
+{
+    if (const StepStarter starter = getStateChangedCallbackForCurrentStep())
+        (this->*starter)();
+}
+
+void AgeTestBiz::Impl::advanceToNextStepAndRun()
+{
+    const int next = currentStepIndex + 1;
+    currentStepIndex = next < static_cast<int>(testSteps.size()) ? next : 0;
+    startCurrentStep();
+}
+
+AgeTestBiz::Impl::StepStarter AgeTestBiz::Impl::getStateChangedCallbackForCurrentStep() const
+{
+    if (currentStepIndex < 0 || currentStepIndex >= static_cast<int>(testSteps.size()))
+        return nullptr;
+    const auto starter = stepStarters.find(testSteps[static_cast<std::size_t>(currentStepIndex)]);
+    return starter == stepStarters.end() ? nullptr : starter->second;
+}
+
+void AgeTestBiz::Impl::onScreenLightTimer()
+{
+    screenBrightnessBiz.nextStep();
+    updateUIText(false);
+}
+
+void AgeTestBiz::Impl::onBtnLightTimer()
+{
+    buttonLightBiz.nextStep();
+    updateUIText(false);
+}
+
+void AgeTestBiz::Impl::onBadPixelTimer()
+{
+    screenBadPixelBiz.nextStep();
+}
+
+void AgeTestBiz::Impl::slotNextStep()
+{
+    stopTimers();
+    advanceToNextStepAndRun();
+}
+
+void AgeTestBiz::Impl::handleStateChanged(int state)
+{
+    if (state == StateAllStepsDone)
+        Q_EMIT signalNextStep();
+}
+
+void AgeTestBiz::Impl::onScreenBrightStateChanged(int state)
+{
+    handleStateChanged(state);
+}
+
+void AgeTestBiz::Impl::onScreenBadPixelStateChanged(int state)
+{
+    handleStateChanged(state);
+}
+
+void AgeTestBiz::Impl::onButtonLightStateChanged(int state)
+{
+    if (state == StateAllStepsDone && buttonLightFinishedCallback)
+        buttonLightFinishedCallback();
+    handleStateChanged(state);
+}
+
+void AgeTestBiz::Impl::onNetPortStateChanged(const std::vector<bool> &ports)
+{
+    onPortStateChanged(NetPortStep, ports);
+}
+
+void AgeTestBiz::Impl::onUsbPortStateChanged(const std::vector<bool> &ports)
+{
+    onPortStateChanged(UsbPortStep, ports);
+}
+
+// Runs on the thread of the port service. Whatever the current step is, it ends, also if the test was stopped.
+void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports)
+{
+    const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
+    {
+        const QMutexLocker locker(&m_failedStepsMutex);
+        if (passed)
+            failedSteps.erase(step);
+        else
+            failedSteps.insert(step);
+    }
+    Q_EMIT signalNextStep();
+}
+
+void AgeTestBiz::Impl::stopTimers()
+{
+    stopBadPixelTimer();
+    stopScreenLightTimer();
+    stopBtnLightTimer();
+}
+
+void AgeTestBiz::Impl::stopBadPixelTimer()
+{
+    badPixelTimer->stop();
+}
+
+void AgeTestBiz::Impl::stopScreenLightTimer()
+{
+    screenLightTimer->stop();
+}
+
+void AgeTestBiz::Impl::stopBtnLightTimer()
+{
+    btnLightTimer->stop();
+}
+
+void AgeTestBiz::Impl::forgetFailures()
+{
+    const QMutexLocker locker(&m_failedStepsMutex);
+    failedSteps.clear();
+}
+
+AgeTestBiz::AgeTestBiz() : d(new Impl(this))
+{
+}
+
+AgeTestBiz::~AgeTestBiz()
+{
+    delete d;
+}
+
+void AgeTestBiz::registerSetAgeTextInfoCallBack(const std::function<void(const QString &, const QColor &)> &callback)
+{
+    d->ageTextInfoCallback = callback;
+}
+
+void AgeTestBiz::registerOnButtonLightFinishedCallback(const std::function<void()> &callback)
+{
+    d->buttonLightFinishedCallback = callback;
+}
+
+void AgeTestBiz::start()
+{
+    d->startTestAge();
+}
+
+void AgeTestBiz::stop()
+{
+    d->stopTestAge();
+}
+
+void AgeTestBiz::recount()
+{
+    d->updateUIText(true);
+}
+
+}

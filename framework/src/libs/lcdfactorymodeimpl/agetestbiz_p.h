@@ -1,0 +1,121 @@
+#pragma once
+
+#include "agetestbiz.h"
+#include "buttonlightbiz.h"
+#include "lifeline.h"
+#include "netporttestbiz.h"
+#include "screenbadpixelbiz.h"
+#include "screenbrightnessbiz.h"
+#include "usbporttestbiz.h"
+
+#include <array>
+#include <map>
+#include <set>
+#include <vector>
+
+#include <QtCore/QMutex>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+namespace LCD::FactoryModeImpl {
+
+/// The steps of a round. The numbers are this sequence's own, not the test types of the device.
+enum AgeTestStep : int {
+    ScreenBrightnessStep = 0,
+    ScreenBadPixelStep = 1,
+    ButtonLightStep = 2,
+    NetPortStep = 3,
+    UsbPortStep = 4,
+};
+
+// Lives on the thread that made it. Link results alone come on other threads: they note the failure, and the signal
+// carries the sequence back.
+class AgeTestBiz::Impl : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Impl(AgeTestBiz *owner);
+
+    void startTestAge();
+    void stopTestAge();
+    void updateUIText(bool recount);
+
+Q_SIGNALS:
+    void signalNextStep();
+
+public Q_SLOTS:
+    void onBadPixelTimer();
+    void onScreenLightTimer();
+    void onBtnLightTimer();
+    void slotNextStep();
+
+private:
+    using StepStarter = void (Impl::*)();
+
+    struct Step
+    {
+        AgeTestStep code;
+        StepStarter start;
+        const char *titleKey;
+    };
+    static const std::array<Step, 5> Steps;
+
+    void registerCallback();
+    void registerStateCallbacks();
+    void registerLinkCallbacks();
+    QTimer *makeTimer(void (Impl::*slot)());
+
+    void startTestScreenBrightness();
+    void startTestScreenBadPixel();
+    void startTestButtonLight();
+    void startTestNetPort();
+    void startTestUsbPort();
+    template <class Biz>
+    void startTest(Biz &biz);
+
+    void startCurrentStep();
+    void advanceToNextStepAndRun();
+    StepStarter getStateChangedCallbackForCurrentStep() const;
+
+    void handleStateChanged(int state);
+    void onScreenBrightStateChanged(int state);
+    void onScreenBadPixelStateChanged(int state);
+    void onButtonLightStateChanged(int state);
+    void onNetPortStateChanged(const std::vector<bool> &ports);
+    void onUsbPortStateChanged(const std::vector<bool> &ports);
+    void onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports);
+
+    void stopTimers();
+    void stopBadPixelTimer();
+    void stopScreenLightTimer();
+    void stopBtnLightTimer();
+
+    void forgetFailures();
+    QString getTextByStep() const;
+    QString failureText() const;
+
+public:
+    AgeTestBiz *ownerBiz;
+    ScreenBrightnessBiz screenBrightnessBiz;
+    ScreenBadPixelBiz screenBadPixelBiz;
+    ButtonLightBiz buttonLightBiz;
+    NetPortTestBiz netPortTestBiz;
+    UsbPortTestBiz usbPortTestBiz;
+    std::map<int, StepStarter> stepStarters;
+    std::function<void(const QString &, const QColor &)> ageTextInfoCallback;
+    std::function<void()> buttonLightFinishedCallback;
+    std::vector<int> testSteps;
+    std::set<int> failedSteps;
+    int currentStepIndex = 0;
+    QTimer *badPixelTimer = nullptr;
+    QTimer *screenLightTimer = nullptr;
+    QTimer *btnLightTimer = nullptr;
+
+private:
+    /// Around each access to `failedSteps`, and never held across a call.
+    mutable QMutex m_failedStepsMutex;
+    Lifeline m_lifeline;
+};
+
+}

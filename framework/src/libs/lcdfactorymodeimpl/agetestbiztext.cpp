@@ -1,0 +1,63 @@
+#include "agetestbiz_p.h"
+#include "levelsuffix.h"
+#include "statecodes.h"
+#include "translation.h"
+
+// The lines that the aging test writes.
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+/// The percentage of the level that shows, or that is about to show while the test is idle.
+QString brightnessPercentSuffix(int level)
+{
+    return levelSuffix(level == StateIdle ? StateLevel10 : level);
+}
+
+}
+
+// An ordinary update always ends with a red line, if only with a blank one; a recount writes none.
+void AgeTestBiz::Impl::updateUIText(bool recount)
+{
+    ageTextInfoCallback(QString(), QColor(Qt::white));
+    ageTextInfoCallback(getTextByStep(), QColor(Qt::white));
+    if (recount)
+        forgetFailures();
+    else
+        ageTextInfoCallback(failureText(), QColor(Qt::red));
+}
+
+QString AgeTestBiz::Impl::getTextByStep() const
+{
+    QString text = translated(QLatin1String("FCAging"));
+    std::map<int, QString> titles;
+    for (const Step &step : Steps)
+        titles[step.code] = translated(QLatin1String(step.titleKey));
+    const int code = testSteps[static_cast<std::size_t>(currentStepIndex)];
+    text += titles[code];
+    if (code == ScreenBrightnessStep)
+        text += brightnessPercentSuffix(screenBrightnessBiz.state());
+    else if (code == ButtonLightStep)
+        text += brightnessPercentSuffix(buttonLightBiz.state());
+    return text;
+}
+
+QString AgeTestBiz::Impl::failureText() const
+{
+    const QChar separator(0x3001); // the ideographic comma, in every language
+    m_failedStepsMutex.lock();
+    const std::set<int> failed = failedSteps;
+    m_failedStepsMutex.unlock();
+
+    QString text = QStringLiteral(" ");
+    if (failed.count(NetPortStep) > 0)
+        text += translated(QLatin1String("FCAgeNetNoPass")) + separator;
+    if (failed.count(UsbPortStep) > 0)
+        text += translated(QLatin1String("FCAgeUSBNoPass")) + separator;
+    if (text.endsWith(separator))
+        text.chop(1);
+    return text;
+}
+
+}

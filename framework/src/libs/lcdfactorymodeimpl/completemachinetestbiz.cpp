@@ -1,0 +1,199 @@
+#include "completemachinetestbiz.h"
+
+#include "completemachinetestbiz_p.h"
+#include "listeners.h"
+#include "services.h"
+
+#include <string>
+#include <utility>
+
+#include <QtCore/QThread>
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+const std::string CompleteMachineTestBizRequester = "CompleteMachineTestBiz";
+
+constexpr int PhaseTimerInterval = 2000; // ms
+
+}
+
+CompleteMachineTestBiz::Impl::Impl(CompleteMachineTestBiz *owner) : ownerBiz(owner)
+{
+    keyboardService = keyboardEventService();
+    phaseTimer = new QTimer(this);
+    phaseTimer->setSingleShot(false);
+    connect(phaseTimer, &QTimer::timeout, this, &Impl::onTimer);
+    registerCallbacks();
+}
+
+void CompleteMachineTestBiz::Impl::registerCallbacks()
+{
+    const auto subState = m_lifeline.guarded([this](int state) { onSubStateChanged(state); });
+    screenBrightnessBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
+    screenBadPixelBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
+    buttonLightBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
+    registerWalkCallbacks();
+    registerLinkCallbacks();
+}
+
+void CompleteMachineTestBiz::Impl::registerWalkCallbacks()
+{
+    buttonFunctionBiz.registerStateCallback(
+        CompleteMachineTestBizRequester,
+        m_lifeline.guarded([this](int state, int failCount) { onSubStateChangedBtnFunc(state, failCount); }));
+    buttonFunctionBiz.registerCurrentKeyUnderTestCallback(
+        CompleteMachineTestBizRequester,
+        m_lifeline.guarded([this](unsigned key, const std::string &) { onCurrentKey(key); }));
+    tbarTestBiz.registerStateCallback(CompleteMachineTestBizRequester,
+                                      m_lifeline.guarded([this](int state) { onSubStateChanged(state); }));
+    tbarTestBiz.registerRightBtnTextCallback(CompleteMachineTestBizRequester,
+                                             m_lifeline.guarded([this](bool lastSteps) { onTBarStep(lastSteps); }));
+}
+
+void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
+{
+    const auto subState = m_lifeline.guarded([this](int state) { onSubStateChanged(state); });
+    netPortTestBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
+    netPortTestBiz.registerLinkStatusCallback(
+        CompleteMachineTestBizRequester, m_lifeline.guarded([this](const std::vector<bool> &links, bool linkValid) {
+            onNetLinkStatus(links, linkValid);
+        }));
+    usbPortTestBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
+    usbPortTestBiz.registerLinkStatusCallback(
+        CompleteMachineTestBizRequester,
+        m_lifeline.guarded([this](const std::vector<bool> &links) { onUsbLinkStatus(links); }));
+}
+
+// The requester is set only after the first phase has started: what that phase reports on a fresh object goes unheard.
+void CompleteMachineTestBiz::Impl::start()
+{
+    phaseIndex = PhaseNone;
+    testResult = ResultNone;
+    setPhaseTimer(false);
+    phaseIndex = PhaseScreenBrightness;
+    startCurrentPhase();
+    screenBrightnessBiz.setCurRequester(CompleteMachineTestBizRequester);
+    screenBadPixelBiz.setCurRequester(CompleteMachineTestBizRequester);
+    buttonLightBiz.setCurRequester(CompleteMachineTestBizRequester);
+    netPortTestBiz.setCurRequester(CompleteMachineTestBizRequester);
+    usbPortTestBiz.setCurRequester(CompleteMachineTestBizRequester);
+    netPortTestBiz.setRecvReport(true);
+    usbPortTestBiz.setRecvReport(true);
+}
+
+bool CompleteMachineTestBiz::Impl::isRunning() const
+{
+    return static_cast<std::uint32_t>(phaseIndex.load()) <= PhaseNet1Poe;
+}
+
+// A report can start or stop the timer on the thread of a host service, where no QTimer may be touched. The request is
+// then queued, and is void if a newer one was made in the meantime.
+void CompleteMachineTestBiz::Impl::setPhaseTimer(bool running)
+{
+    const int request = ++m_timerRequests;
+    const auto apply = [this, running, request] {
+        if (request != m_timerRequests)
+            return;
+        if (running)
+            phaseTimer->start(PhaseTimerInterval);
+        else
+            phaseTimer->stop();
+    };
+    if (QThread::currentThread() == thread())
+        apply();
+    else
+        QMetaObject::invokeMethod(this, apply, Qt::QueuedConnection);
+}
+
+bool CompleteMachineTestBiz::Impl::takeFlag(bool &flag)
+{
+    const QMutexLocker locker(&m_flagMutex);
+    return std::exchange(flag, false);
+}
+
+void CompleteMachineTestBiz::Impl::setFlag(bool &flag, bool value)
+{
+    const QMutexLocker locker(&m_flagMutex);
+    flag = value;
+}
+
+void CompleteMachineTestBiz::Impl::notifyPhase(const CompleteMachinePhaseInfo &info) const
+{
+    notifyAll(phaseCallbacks, info);
+}
+
+void CompleteMachineTestBiz::Impl::notifyLog(const QString &text) const
+{
+    notifyAll(logCallbacks, text);
+}
+
+void CompleteMachineTestBiz::Impl::notifyStepIcon(int step) const
+{
+    notifyAll(stepIconCallbacks, step);
+}
+
+void CompleteMachineTestBiz::Impl::logPhase(int phase) const
+{
+    notifyLog(QLatin1String(phaseRow(phase).logLine));
+}
+
+CompleteMachineTestBiz::CompleteMachineTestBiz() : d(new Impl(this))
+{
+}
+
+CompleteMachineTestBiz::~CompleteMachineTestBiz()
+{
+    delete d;
+}
+
+void CompleteMachineTestBiz::start()
+{
+    d->start();
+}
+
+int CompleteMachineTestBiz::currentPhaseIndex() const
+{
+    return d->phaseIndex;
+}
+
+bool CompleteMachineTestBiz::isRunning() const
+{
+    return d->isRunning();
+}
+
+int CompleteMachineTestBiz::result() const
+{
+    return d->testResult;
+}
+
+void CompleteMachineTestBiz::onLeftBtnClicked()
+{
+    d->onLeftBtnClicked();
+}
+
+void CompleteMachineTestBiz::onRightBtnClicked()
+{
+    d->onRightBtnClicked();
+}
+
+void CompleteMachineTestBiz::registerPhaseCallback(
+    const std::string &requester, const std::function<void(const CompleteMachinePhaseInfo &)> &callback)
+{
+    registerNamedListener(d->phaseCallbacks, requester, callback);
+}
+
+void CompleteMachineTestBiz::registerLogCallback(const std::string &requester,
+                                                 const std::function<void(const QString &)> &callback)
+{
+    registerNamedListener(d->logCallbacks, requester, callback);
+}
+
+void CompleteMachineTestBiz::registerStepIconCallback(const std::string &requester,
+                                                      const std::function<void(int)> &callback)
+{
+    registerNamedListener(d->stepIconCallbacks, requester, callback);
+}
+
+}

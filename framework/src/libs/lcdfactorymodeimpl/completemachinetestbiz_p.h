@@ -1,0 +1,122 @@
+#pragma once
+
+#include "buttonfunctionbiz.h"
+#include "buttonlightbiz.h"
+#include "completemachinetestbiz.h"
+#include "lifeline.h"
+#include "netporttestbiz.h"
+#include "phasetable.h"
+#include "screenbadpixelbiz.h"
+#include "screenbrightnessbiz.h"
+#include "tbartestbiz.h"
+#include "usbporttestbiz.h"
+
+#include "lcd/factorymode/ikeyboardevent.h"
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <QtCore/QMutex>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+namespace LCD::FactoryModeImpl {
+
+enum CompleteMachineResult : int {
+    ResultNone = 0,
+    ResultPassed = 1,
+    ResultFailed = 2,
+};
+
+// Lives on the thread that made it. Buttons and timer act there; reports of the single tests act on the thread that
+// they come on, which for links and keys is that of a host service.
+class CompleteMachineTestBiz::Impl : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Impl(CompleteMachineTestBiz *owner);
+
+    void start();
+    bool isRunning() const;
+    void onLeftBtnClicked();
+    void onRightBtnClicked();
+
+public Q_SLOTS:
+    void onTimer();
+
+private:
+    void registerCallbacks();
+    void registerWalkCallbacks();
+    void registerLinkCallbacks();
+
+    void startCurrentPhase();
+    template <class Biz>
+    void startLevels(Biz &biz, Phase phase);
+    void startScreenBadPixel();
+    void startButtonFunction();
+    void startTBar();
+    void startNetPort();
+    void startUsbPort();
+    void advancePhase();
+    void failRun();
+    void setPhaseTimer(bool running);
+
+    void onSubStateChanged(int subState);
+    void onSubStateChangedBtnFunc(int state, int failCount);
+    void onCurrentKey(unsigned key);
+    void onTBarStep(bool lastSteps);
+    void onNetLinkStatus(const std::vector<bool> &links, bool linkValid);
+    void onUsbLinkStatus(const std::vector<bool> &links) const;
+    template <class Biz>
+    void showNextLevel(Biz &biz, Phase phase);
+    void fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const;
+    void darkenButtons();
+
+    void failSubTest(Phase phase);
+    void failButtonFunction();
+    template <class Biz>
+    void judgeLevels(Biz &biz);
+    void judgeScreenBadPixel();
+    void judgeButtonFunction();
+    void judgeTBar();
+    void judgeNetPort();
+    bool takeFlag(bool &flag);
+    void setFlag(bool &flag, bool value);
+
+    void notifyPhase(const CompleteMachinePhaseInfo &info) const;
+    void notifyLog(const QString &text) const;
+    void notifyStepIcon(int step) const;
+    void logPhase(int phase) const;
+
+public:
+    CompleteMachineTestBiz *ownerBiz;
+    std::atomic<std::int32_t> phaseIndex{PhaseNone};
+    std::atomic<std::int32_t> testResult{ResultNone};
+    QTimer *phaseTimer = nullptr;
+    ScreenBrightnessBiz screenBrightnessBiz;
+    ScreenBadPixelBiz screenBadPixelBiz;
+    ButtonLightBiz buttonLightBiz;
+    ButtonFunctionBiz buttonFunctionBiz;
+    TbarTestBiz tbarTestBiz;
+    NetPortTestBiz netPortTestBiz;
+    UsbPortTestBiz usbPortTestBiz;
+    std::map<std::string, std::function<void(const CompleteMachinePhaseInfo &)>> phaseCallbacks;
+    std::map<std::string, std::function<void(const QString &)>> logCallbacks;
+    std::map<std::string, std::function<void(int)>> stepIconCallbacks;
+    bool btnFuncRetestArmed = false;
+    bool btnFuncAwaitingJudge = false;
+    FactoryMode::IKeyboardEvent *keyboardService = nullptr;
+
+private:
+    /// Around each access to the two flags, and never held across a call.
+    QMutex m_flagMutex;
+    /// Counts the requests to start or stop the timer: one that comes late from another thread is void.
+    std::atomic<int> m_timerRequests{0};
+    Lifeline m_lifeline;
+};
+
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "statecodes.h"
+
+#include <QtCore/QString>
+
+namespace LCD::FactoryModeImpl {
+
+/// " 30%" for a brightness level of 30, with the leading blank; empty for a number that is none of the five levels.
+inline QString levelSuffix(int level)
+{
+    switch (level) {
+    case StateLevel10:
+    case StateLevel30:
+    case StateLevel50:
+    case StateLevel70:
+    case StateLevel100:
+        return QStringLiteral(" %1%").arg(level);
+    default:
+        return {};
+    }
+}
+
+}
