@@ -1,0 +1,146 @@
+#include "check/configfile.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QFile>
+
+namespace panelhost {
+
+namespace {
+
+constexpr qint64 MaxSize = 1 << 20;
+constexpr int MaxTags = 20000;
+/// An entity may stand for this many tags: the XML reader cuts its text off at 4096 characters.
+constexpr int MaxTagsOfEntity = 4096 / 3;
+
+/// Words and values as the message logger puts them: a blank between, texts in quotes.
+template <class... Parts>
+QString logText(const Parts &...parts)
+{
+    QString text;
+    QDebug stream(&text);
+    (stream << ... << parts);
+    return text.trimmed();
+}
+
+/// No more elements than this can be open at once, in whatever encoding the file is.
+qint64 depthBound(QByteArray data)
+{
+    data.replace(QByteArray(1, '\0'), QByteArray());
+    const qint64 entities = data.contains("ENTITY") ? data.count('&') : 0;
+    return data.count('<') + entities * MaxTagsOfEntity;
+}
+
+}
+
+ConfigFile::ConfigFile(const QString &path)
+    : m_path(path)
+{
+}
+
+bool ConfigFile::load()
+{
+    return read() && isWithinBounds() && parse() && checkRoot();
+}
+
+bool ConfigFile::read()
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        add({}, Finding::Severity::Error,
+            logText("Failed to open config file:", m_path, "Error:", file.errorString()));
+        return false;
+    }
+    m_data = file.read(MaxSize + 1);
+    m_lines = QString::fromUtf8(m_data).split(QLatin1Char('\n'));
+    return true;
+}
+
+// The document tree is taken down by recursion: a file of nothing but open tags would overflow the stack.
+bool ConfigFile::isWithinBounds()
+{
+    if (m_data.size() <= MaxSize && depthBound(m_data) <= MaxTags)
+        return true;
+    add({}, Finding::Severity::Error,
+        QStringLiteral("not read: larger than %1 bytes or %2 tags").arg(MaxSize).arg(MaxTags));
+    return false;
+}
+
+bool ConfigFile::parse()
+{
+    QString message;
+    Place place;
+    if (m_document.setContent(m_data, true, &message, &place.line, &place.column))
+        return true;
+    add(place, Finding::Severity::Error,
+        logText("Failed to parse XML:", m_path, "Error:", message, "at line", place.line, "column", place.column));
+    return false;
+}
+
+bool ConfigFile::checkRoot()
+{
+    const auto root = m_document.documentElement();
+    const auto version = root.attribute(QStringLiteral("version"));
+    const auto refuse = [&](const QString &text) {
+        error(root, text);
+        return false;
+    };
+    if (root.isNull())
+        return refuse(logText("XML has no root element:", m_path));
+    if (root.tagName() != QLatin1String("LCD"))
+        return refuse(logText("Root element is not LCD, got:", root.tagName(), "in file:", m_path));
+    if (!root.hasAttribute(QStringLiteral("version")) || version == QLatin1String("1.0"))
+        return true;
+    return refuse(m_versionMessageNamesValue ? logText("XML version is not 1.0, got:", version, "in file:", m_path)
+                                             : logText("XML version is not 1.0 in file:", m_path));
+}
+
+QDomElement ConfigFile::list(const QString &tag)
+{
+    const auto root = m_document.documentElement();
+    const auto lists = childrenOf(root, tag);
+    if (lists.isEmpty()) {
+        const auto words = QStringLiteral("No %1 element found in:").arg(tag);
+        error(root, logText(qUtf8Printable(words), m_path));
+        return {};
+    }
+    for (const auto &further : lists.mid(1))
+        warn(further, QStringLiteral("only the first %1 is read, this one is ignored").arg(tag));
+    return lists.first();
+}
+
+void ConfigFile::error(const QDomElement &where, const QString &text)
+{
+    add(placeOf(where), Finding::Severity::Error, text);
+}
+
+void ConfigFile::warn(const QDomElement &where, const QString &text)
+{
+    add(placeOf(where), Finding::Severity::Warning, text);
+}
+
+// The document knows where a start tag ends. Between there and its beginning no second '<' can stand.
+Place ConfigFile::placeOf(const QDomElement &element) const
+{
+    Place place{element.lineNumber(), element.columnNumber()};
+    if (place.line < 1 || place.line > m_lines.size())
+        return {};
+    int begin = m_lines.at(place.line - 1).lastIndexOf(QLatin1Char('<'), place.column - 1);
+    while (begin < 0 && place.line > 1)
+        begin = m_lines.at(--place.line - 1).lastIndexOf(QLatin1Char('<'));
+    return {place.line, qMax(begin, 0) + 1};
+}
+
+void ConfigFile::add(Place place, Finding::Severity severity, const QString &text)
+{
+    m_findings.append({m_path, place, severity, text});
+}
+
+QList<QDomElement> childrenOf(const QDomElement &parent, const QString &tag)
+{
+    QList<QDomElement> children;
+    for (auto child = parent.firstChildElement(tag); !child.isNull(); child = child.nextSiblingElement(tag))
+        children.append(child);
+    return children;
+}
+
+}

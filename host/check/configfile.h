@@ -1,0 +1,51 @@
+#pragma once
+
+#include "check/finding.h"
+
+#include <QtCore/QByteArray>
+#include <QtXml/QDomDocument>
+
+namespace panelhost {
+
+/// One of the two configuration files, read as the component reads it, with the findings made so far. What the
+/// component's parsers refuse is said in their words, so that a line of the component's log can be searched for.
+class ConfigFile
+{
+public:
+    explicit ConfigFile(const QString &path);
+
+    /// Opens and parses the file and looks at its root. False if the component would refuse it.
+    bool load();
+    /// The first child of the root by that name; null, with an error, if there is none. Warns of further ones.
+    QDomElement list(const QString &tag);
+
+    void error(const QDomElement &where, const QString &text);
+    void warn(const QDomElement &where, const QString &text);
+    /// Where the start tag of @p element begins.
+    Place placeOf(const QDomElement &element) const;
+
+    const Findings &findings() const { return m_findings; }
+    QString path() const { return m_path; }
+
+    /// True if only this file's version message names the value found.
+    void setVersionMessageNamesValue(bool names) { m_versionMessageNamesValue = names; }
+
+private:
+    bool read();
+    bool parse();
+    bool checkRoot();
+    bool isWithinBounds();
+    void add(Place place, Finding::Severity severity, const QString &text);
+
+    QString m_path;
+    QByteArray m_data;
+    QStringList m_lines;
+    QDomDocument m_document;
+    Findings m_findings;
+    bool m_versionMessageNamesValue = false;
+};
+
+/// The children of @p parent by that name, in order.
+QList<QDomElement> childrenOf(const QDomElement &parent, const QString &tag);
+
+}

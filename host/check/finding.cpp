@@ -1,0 +1,19 @@
+#include "check/finding.h"
+
+#include <algorithm>
+
+namespace panelhost {
+
+QString Finding::toLine() const
+{
+    const auto word = severity == Severity::Error ? QStringLiteral("error") : QStringLiteral("warning");
+    return QStringLiteral("%1:%2:%3: ").arg(file).arg(place.line).arg(place.column) + word + QStringLiteral(": ") + text;
+}
+
+int countOf(const Findings &findings, Finding::Severity severity)
+{
+    const auto isWanted = [severity](const Finding &finding) { return finding.severity == severity; };
+    return static_cast<int>(std::count_if(findings.begin(), findings.end(), isWanted));
+}
+
+}

@@ -1,0 +1,23 @@
+#include "check/knowntitles.h"
+
+#include <QtCore/QSet>
+#include <QtCore/QString>
+
+namespace panelhost {
+
+bool isKnownTitle(const QString &tail)
+{
+    static const QSet<QString> titles{
+        QStringLiteral("agingmode"), QStringLiteral("completemachine"), QStringLiteral("factorymode"),
+        QStringLiteral("logexport"), QStringLiteral("resetfactory"), QStringLiteral("screenlight"),
+        QStringLiteral("screenbadpixel"), QStringLiteral("screenbadpixels"), QStringLiteral("buttonlight"),
+        QStringLiteral("buttonfunction"), QStringLiteral("knob"), QStringLiteral("joystick"), QStringLiteral("tbar"),
+        QStringLiteral("genlock"), QStringLiteral("typec"), QStringLiteral("net"), QStringLiteral("input"),
+        QStringLiteral("output"), QStringLiteral("mvr"), QStringLiteral("ltc"), QStringLiteral("mic"),
+        QStringLiteral("expandsource"), QStringLiteral("touchscreen"), QStringLiteral("usb"),
+        QStringLiteral("typecnet"), QStringLiteral("dc"), QStringLiteral("typecpowersupply"), QStringLiteral("poe"),
+        QStringLiteral("madi")};
+    return titles.contains(tail.toLower());
+}
+
+}
