@@ -1,0 +1,110 @@
+#include "panel/faultmenu.h"
+
+#include "panel/look.h"
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QLineEdit>
+
+namespace panelhost {
+
+static QComboBox *keyBox(const QList<KeyState> &keys)
+{
+    auto *box = new QComboBox;
+    for (const KeyState &key : keys)
+        box->addItem(QStringLiteral("%1 (%2)").arg(key.name).arg(key.halKey), key.halKey);
+    return box;
+}
+
+static QComboBox *portBox(const QList<PortState> &ports)
+{
+    auto *box = new QComboBox;
+    for (const PortState &port : ports)
+        box->addItem(port.name, port.name);
+    return box;
+}
+
+static QVariant valueOf(const QWidget *field)
+{
+    if (const auto *box = qobject_cast<const QComboBox *>(field))
+        return box->currentData();
+    const QString text = qobject_cast<const QLineEdit *>(field)->text();
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber ? QVariant(number) : QVariant(text);
+}
+
+FaultMenu::FaultMenu(const Faults &faults, const Device &device, QWidget *parent)
+    : QMenu(QStringLiteral("Fa&ults"), parent), m_faults(faults), m_device(device)
+{
+    for (const FaultInfo &fault : Faults::all())
+        addFault(fault);
+    connect(this, &QMenu::aboutToShow, this, &FaultMenu::updateTicks);
+}
+
+void FaultMenu::addFault(const FaultInfo &fault)
+{
+    const QString dots = fault.arguments.isEmpty() ? QString() : QStringLiteral("…");
+    QAction *action = addAction(fault.description + dots);
+    action->setObjectName(QStringLiteral("fault-") + fault.name);
+    action->setData(fault.name);
+    action->setCheckable(true);
+    connect(action, &QAction::triggered, this, [this, fault](bool on) { choose(fault, on); });
+}
+
+void FaultMenu::updateTicks()
+{
+    const auto all = actions();
+    for (QAction *action : all)
+        action->setChecked(m_faults.isOn(action->data().toString()));
+}
+
+void FaultMenu::choose(const FaultInfo &fault, bool on)
+{
+    if (on && !fault.arguments.isEmpty())
+        return ask(fault);
+    Q_EMIT acted({Action::Kind::Fault, {{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), on}}});
+}
+
+QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
+{
+    const DeviceState device = m_device.state();
+    QWidget *field = nullptr;
+    if (argument == QLatin1String("key"))
+        field = keyBox(device.keys);
+    else if (argument == QLatin1String("port"))
+        field = portBox(device.netPorts + device.usbPorts);
+    else
+        field = new QLineEdit;
+    field->setObjectName(argument);
+    form->addRow(argument, field);
+    return field;
+}
+
+void FaultMenu::ask(const FaultInfo &fault)
+{
+    auto *dialog = new QDialog(parentWidget());
+    dialog->setObjectName(QStringLiteral("fault-dialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(fault.description);
+    look::dress(dialog);
+    auto *form = new QFormLayout(dialog);
+    QHash<QString, QWidget *> fields;
+    for (const QString &argument : fault.arguments)
+        fields.insert(argument, addField(form, argument));
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    form->addRow(buttons);
+    connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    connect(dialog, &QDialog::accepted, this, [this, fault, fields] {
+        QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};
+        for (auto it = fields.cbegin(); it != fields.cend(); ++it)
+            arguments.insert(it.key(), valueOf(it.value()));
+        Q_EMIT acted({Action::Kind::Fault, arguments});
+    });
+    dialog->open();
+}
+
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "device/device.h"
+#include "device/faults.h"
+#include "operator/action.h"
+
+#include <QtWidgets/QMenu>
+
+class QFormLayout;
+
+namespace panelhost {
+
+/// All faults, each with a tick when it is on. One that needs to know more asks for it in a dialog.
+class FaultMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    FaultMenu(const Faults &faults, const Device &device, QWidget *parent);
+
+Q_SIGNALS:
+    void acted(const panelhost::Action &action);
+
+private:
+    void addFault(const FaultInfo &fault);
+    void updateTicks();
+    void choose(const FaultInfo &fault, bool on);
+    void ask(const FaultInfo &fault);
+    QWidget *addField(QFormLayout *form, const QString &argument) const;
+
+    const Faults &m_faults;
+    const Device &m_device;
+};
+
+}

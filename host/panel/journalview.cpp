@@ -1,0 +1,139 @@
+#include "panel/journalview.h"
+
+#include "panel/journalmodel.h"
+#include "panel/look.h"
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyledItemDelegate>
+#include <QtWidgets/QToolButton>
+
+namespace panelhost {
+
+namespace {
+
+struct KindLook
+{
+    Journal::Kind kind;
+    QLatin1String name;
+    QRgb ink;
+};
+
+const KindLook Kinds[] = {
+    {Journal::Kind::Call, QLatin1String("call"), look::Ink},
+    {Journal::Kind::Event, QLatin1String("event"), look::Amber},
+    {Journal::Kind::Signal, QLatin1String("signal"), look::Blue},
+    {Journal::Kind::Log, QLatin1String("log"), look::InkDim},
+    {Journal::Kind::Screen, QLatin1String("screen"), look::Green},
+    {Journal::Kind::Action, QLatin1String("action"), look::Accent},
+    {Journal::Kind::Note, QLatin1String("note"), look::Red},
+};
+
+QRgb inkOf(int kind)
+{
+    for (const KindLook &look : Kinds)
+        if (int(look.kind) == kind)
+            return look.ink;
+    return look::Ink;
+}
+
+class LineDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->palette.setColor(QPalette::Text, QColor(inkOf(index.data(JournalModel::KindRole).toInt())));
+    }
+};
+
+}
+
+JournalView::JournalView(const Journal &journal, QWidget *parent)
+    : QDockWidget(QStringLiteral("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
+      m_count(new QLabel), m_list(makeList())
+{
+    setObjectName(QStringLiteral("journal"));
+    look::dress(this);
+    m_text->setObjectName(QStringLiteral("journal-text"));
+    m_text->setPlaceholderText(QStringLiteral("Filter"));
+    m_text->setClearButtonEnabled(true);
+    m_text->setFocusPolicy(Qt::ClickFocus);
+    connect(m_text, &QLineEdit::textChanged, m_model, &JournalModel::setText);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(look::Grid / 2);
+    addKinds(row);
+    row->addWidget(m_text, 1);
+    row->addWidget(m_count);
+    auto *content = new QWidget(this);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(look::Grid, look::Grid, look::Grid, look::Grid);
+    column->setSpacing(look::Grid);
+    column->addLayout(row);
+    column->addWidget(m_list);
+    setWidget(content);
+}
+
+QListView *JournalView::makeList()
+{
+    auto *list = new QListView;
+    list->setObjectName(QStringLiteral("journal-lines"));
+    list->setModel(m_model);
+    list->setItemDelegate(new LineDelegate(list));
+    list->setUniformItemSizes(true);
+    list->setSelectionMode(QAbstractItemView::NoSelection);
+    list->setFocusPolicy(Qt::NoFocus);
+    list->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    QFont font(QStringLiteral("DejaVu Sans Mono"));
+    font.setPixelSize(11);
+    list->setFont(font);
+    return list;
+}
+
+void JournalView::addKinds(QHBoxLayout *row)
+{
+    for (const KindLook &kind : Kinds) {
+        auto *action = new QAction(kind.name, this);
+        action->setCheckable(true);
+        action->setChecked(true);
+        action->setData(int(kind.kind));
+        connect(action, &QAction::toggled, this, &JournalView::updateKinds);
+        m_kinds.append(action);
+        auto *button = new QToolButton;
+        button->setObjectName(QStringLiteral("journal-") + kind.name);
+        button->setDefaultAction(action);
+        button->setFocusPolicy(Qt::NoFocus);
+        row->addWidget(button);
+    }
+}
+
+void JournalView::updateKinds()
+{
+    QSet<int> kinds;
+    for (const QAction *action : qAsConst(m_kinds))
+        if (action->isChecked())
+            kinds.insert(action->data().toInt());
+    m_model->setKinds(kinds);
+}
+
+void JournalView::poll()
+{
+    if (!isVisible())
+        return;
+    const QScrollBar *bar = m_list->verticalScrollBar();
+    const bool isAtEnd = bar->value() >= bar->maximum();
+    m_model->poll();
+    if (isAtEnd)
+        m_list->scrollToBottom();
+    m_count->setText(QStringLiteral("%1 of %2").arg(m_model->rowCount()).arg(m_model->total()));
+}
+
+}

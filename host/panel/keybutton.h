@@ -1,0 +1,46 @@
+#pragma once
+
+#include "device/device.h"
+#include "panel/control.h"
+#include "panel/walltimer.h"
+#include "time/timeline.h"
+
+namespace panelhost {
+
+/// One key of the panel with its LED under the cap. A click presses it, a longer one holds it as long as the mouse
+/// does, and the right mouse button holds it until the next click.
+class KeyButton : public Control
+{
+    Q_OBJECT
+
+public:
+    static constexpr int HoldAfter = 400; ///< milliseconds of wall time
+
+    KeyButton(const KeyState &key, QWidget *parent);
+
+    void setState(const KeyState &key, Instant now);
+    int halKey() const { return m_key.halKey; }
+    /// What the LED shows now, in percent.
+    int level() const { return m_level; }
+    bool isDown() const { return m_key.isDown || m_isMouseDown; }
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void act(Action::Kind kind);
+    void setMouseDown(bool down);
+    QColor capColor() const;
+
+    KeyState m_key;
+    int m_level = 0;
+    bool m_isMouseDown = false;
+    bool m_isHolding = false;
+    WallTimer m_holdTimer;
+};
+
+}

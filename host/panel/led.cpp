@@ -1,0 +1,21 @@
+#include "panel/led.h"
+
+#include "panel/look.h"
+
+namespace panelhost {
+
+int ledLevel(const KeyLed &led, Instant now)
+{
+    const int level = qBound(0, led.brightness, 100);
+    if (!led.isBlinking() || led.period <= 1)
+        return level;
+    return now % led.period < led.period / 2 ? level : 0;
+}
+
+QRgb ledLight(int color)
+{
+    constexpr QRgb lights[] = {look::Red, look::Blue, look::Green, look::White};
+    return color >= 0 && color < 4 ? lights[color] : look::Amber;
+}
+
+}

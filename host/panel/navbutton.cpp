@@ -1,0 +1,110 @@
+#include "panel/navbutton.h"
+
+#include "panel/look.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+
+namespace panelhost {
+
+using look::Grid;
+
+static Action navigation(const QString &key)
+{
+    return {Action::Kind::Navigate, {{QStringLiteral("key"), key}}};
+}
+
+NavButton::NavButton(const QString &key, const QString &sign, QWidget *parent)
+    : Control(QStringLiteral("nav-") + key, key.left(1).toUpper() + key.mid(1), parent), m_key(key), m_sign(sign)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize NavButton::sizeHint() const
+{
+    return {6 * Grid, 5 * Grid};
+}
+
+void NavButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    look::drawWell(painter, rect(), look::WellEdge);
+    look::drawCap(painter, rect(), QColor(look::Cap), m_isDown);
+    painter.setPen(QColor(look::Ink));
+    painter.setFont(look::font(m_sign.size() > 1 ? 11 : 14, true));
+    painter.drawText(rect(), Qt::AlignCenter, m_sign);
+}
+
+void NavButton::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_isDown = true;
+    update();
+    Q_EMIT acted(navigation(m_key));
+}
+
+void NavButton::mouseReleaseEvent(QMouseEvent *)
+{
+    m_isDown = false;
+    update();
+}
+
+Knob::Knob(QWidget *parent)
+    : Control(QStringLiteral("knob"), QStringLiteral("Knob: turn with the wheel, press in the middle"), parent)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize Knob::sizeHint() const
+{
+    return {9 * Grid, 9 * Grid};
+}
+
+QRectF Knob::disc() const
+{
+    return QRectF(rect()).adjusted(Grid, Grid, -Grid, -Grid);
+}
+
+void Knob::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(look::InkDim), 2));
+    painter.drawArc(QRectF(rect()).adjusted(2, 2, -2, -2), -60 * 16, 300 * 16);
+    QLinearGradient metal(disc().topLeft(), disc().bottomRight());
+    metal.setColorAt(0, QColor(look::CapEdge));
+    metal.setColorAt(1, QColor(look::CapDown));
+    painter.setPen(QPen(QColor(look::WellEdge), 2));
+    painter.setBrush(metal);
+    painter.drawEllipse(disc());
+    painter.translate(disc().center());
+    painter.rotate(m_turn);
+    painter.setPen(QPen(QColor(look::Accent), 3, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(0, -disc().height() / 2 + 5), QPointF(0, -disc().height() / 2 + 13));
+}
+
+void Knob::navigate(const QString &key, int turn)
+{
+    m_turn = (m_turn + turn) % 360;
+    update();
+    Q_EMIT acted(navigation(key));
+}
+
+void Knob::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const qreal side = event->localPos().x() - disc().center().x();
+    if (qAbs(side) <= disc().width() / 4)
+        return navigate(QStringLiteral("enter"), 0);
+    side < 0 ? navigate(QStringLiteral("up"), -20) : navigate(QStringLiteral("down"), 20);
+}
+
+void Knob::wheelEvent(QWheelEvent *event)
+{
+    if (event->angleDelta().y() != 0)
+        event->angleDelta().y() > 0 ? navigate(QStringLiteral("up"), -20) : navigate(QStringLiteral("down"), 20);
+}
+
+}

@@ -1,0 +1,142 @@
+#include "panel/panelwindow.h"
+
+#include "panel/faultmenu.h"
+#include "panel/frontpanel.h"
+#include "panel/journalview.h"
+#include "panel/look.h"
+#include "panel/speedbar.h"
+#include "session.h"
+
+#include "lcd/translate/lcdfwtranslatemanager.h"
+
+#include <QtCore/QLocale>
+#include <QtGui/QScreen>
+#include <QtWidgets/QActionGroup>
+#include <QtWidgets/QMenuBar>
+
+namespace panelhost {
+
+constexpr int RefreshInterval = 33; ///< milliseconds of wall time
+
+PanelWindow::PanelWindow(Session &session)
+    : m_session(session), m_panel(new FrontPanel(session.device().state(), session.lcd(), this)),
+      m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this))
+{
+    setObjectName(QStringLiteral("window"));
+    setWindowTitle(QStringLiteral("panelhost"));
+    setCentralWidget(m_panel);
+    look::dress(menuBar());
+    look::dress(m_speed);
+    addMenus();
+    addJournal();
+    connect(m_panel, &FrontPanel::acted, this, &PanelWindow::perform);
+    connect(m_speed, &SpeedBar::chosen, this, &PanelWindow::setSpeed);
+    connect(&m_refresh, &WallTimer::timeout, this, &PanelWindow::refresh);
+    m_refresh.start(RefreshInterval);
+    m_speed->choose(1);
+    m_panel->setFocus();
+    m_sinceOpened.start();
+    refresh();
+}
+
+PanelWindow::~PanelWindow()
+{
+    m_session.timeline().stop();
+}
+
+void PanelWindow::perform(const Action &action)
+{
+    QString error;
+    m_session.op().perform(action, &error);
+    m_speed->setMessage(error);
+    refresh();
+}
+
+void PanelWindow::refresh()
+{
+    m_panel->setState(m_session.device().state(), m_sinceOpened.elapsed());
+    m_speed->setNow(m_session.timeline().now());
+    m_journal->poll();
+}
+
+void PanelWindow::setSpeed(double factor)
+{
+    if (factor < 0)
+        m_session.timeline().stop();
+    else
+        m_session.timeline().run(factor);
+    m_speed->choose(factor);
+}
+
+void PanelWindow::setRecording(const QString &fileName)
+{
+    m_speed->setRecording(fileName);
+}
+
+void PanelWindow::addMenus()
+{
+    addDeviceMenu();
+    auto *faults = new FaultMenu(m_session.faults(), m_session.device(), this);
+    connect(faults, &FaultMenu::acted, this, &PanelWindow::perform);
+    look::dress(faults);
+    menuBar()->addMenu(faults);
+    addLanguageMenu();
+    addViewMenu();
+    menuBar()->setCornerWidget(m_speed);
+}
+
+void PanelWindow::addDeviceMenu()
+{
+    QMenu *menu = menuBar()->addMenu(QStringLiteral("&Device"));
+    menu->addAction(QStringLiteral("&Enter factory mode"), this, [this] {
+        perform({Action::Kind::EnterFactoryMode, {}});
+    });
+    menu->addAction(QStringLiteral("E&xit factory mode"), this, [this] {
+        perform({Action::Kind::ExitFactoryMode, {}});
+    });
+    menu->addSeparator();
+    menu->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
+}
+
+void PanelWindow::addLanguageMenu()
+{
+    QMenu *menu = menuBar()->addMenu(QStringLiteral("&Language"));
+    auto *group = new QActionGroup(menu);
+    const auto codes = LCDFWTranslateManager::instance()->languages();
+    for (const QString &code : codes) {
+        QAction *action = menu->addAction(QStringLiteral("%1 (%2)").arg(QLocale(code).nativeLanguageName(), code), this,
+                                          [this, code] {
+                                              perform({Action::Kind::Language, {{QStringLiteral("code"), code}}});
+                                          });
+        action->setData(code);
+        action->setCheckable(true);
+        group->addAction(action);
+    }
+    connect(menu, &QMenu::aboutToShow, group, [group] {
+        const auto actions = group->actions();
+        for (QAction *action : actions)
+            action->setChecked(action->data().toString() == LCDFWTranslateManager::instance()->language());
+    });
+}
+
+void PanelWindow::addViewMenu()
+{
+    QMenu *menu = menuBar()->addMenu(QStringLiteral("&View"));
+    QAction *journal = m_journal->toggleViewAction();
+    journal->setShortcut(QKeySequence(QStringLiteral("Ctrl+J")));
+    menu->addAction(journal);
+}
+
+// Beside the panel where the screen is wide enough, below it where it is high enough, else to be asked for.
+void PanelWindow::addJournal()
+{
+    constexpr int Room = 25 * look::Grid;
+    const QSize free = screen() ? screen()->availableSize() : QSize();
+    const QSize panel = sizeHint();
+    const bool isWide = free.width() >= panel.width() + 2 * Room;
+    addDockWidget(isWide ? Qt::RightDockWidgetArea : Qt::BottomDockWidgetArea, m_journal);
+    if (!isWide && free.height() < panel.height() + Room)
+        m_journal->hide();
+}
+
+}

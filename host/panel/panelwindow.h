@@ -1,0 +1,48 @@
+#pragma once
+
+#include "panel/walltimer.h"
+#include "time/timeline.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtWidgets/QMainWindow>
+
+namespace panelhost {
+
+struct Action;
+class FrontPanel;
+class JournalView;
+class Session;
+class SpeedBar;
+
+/// The window: the front panel with the LCD, menus, speed and the journal. All that is done in it goes through the
+/// session's operator. It redraws on the wall clock and leaves no trace in the journal by itself. GUI thread.
+class PanelWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit PanelWindow(Session &session);
+    ~PanelWindow() override;
+
+    void setSpeed(double factor);
+    void setRecording(const QString &fileName);
+    /// Brings all that is shown up to date now.
+    void refresh();
+
+private:
+    void perform(const Action &action);
+    void addMenus();
+    void addDeviceMenu();
+    void addLanguageMenu();
+    void addViewMenu();
+    void addJournal();
+
+    Session &m_session;
+    FrontPanel *m_panel;
+    JournalView *m_journal;
+    SpeedBar *m_speed;
+    WallTimer m_refresh;
+    QElapsedTimer m_sinceOpened; ///< LEDs blink for the eye, so on the wall clock at any speed
+};
+
+}

@@ -1,0 +1,132 @@
+#include "panel/socketwidget.h"
+
+#include "panel/look.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QMenu>
+
+namespace panelhost {
+
+using look::Grid;
+
+static QString caption(const PortState &port)
+{
+    QString text = port.name.toUpper();
+    const int digits = text.indexOf(QRegularExpression(QStringLiteral("\\d")));
+    return digits > 0 ? text.insert(digits, QLatin1Char(' ')) : text;
+}
+
+SocketWidget::SocketWidget(Type type, const PortState &port, QWidget *parent)
+    : Control(port.name, caption(port), parent), m_type(type), m_port(port)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize SocketWidget::sizeHint() const
+{
+    return {11 * Grid, (m_type == Type::Usb ? 10 : 8) * Grid};
+}
+
+void SocketWidget::setState(const PortState &port)
+{
+    if (port.isPlugged == m_port.isPlugged && port.isBlocked == m_port.isBlocked)
+        return;
+    m_port = port;
+    update();
+}
+
+QRect SocketWidget::shell() const
+{
+    return {2 * Grid, 0, width() - 4 * Grid, 6 * Grid};
+}
+
+QRect SocketWidget::blockSwitch() const
+{
+    return m_type == Type::Usb ? QRect(0, height() - 2 * Grid, width(), 2 * Grid) : QRect();
+}
+
+void SocketWidget::drawNet(QPainter &painter) const
+{
+    const QRect jack = shell().adjusted(6, 10, -6, -4);
+    painter.fillRect(jack, QColor(look::Black));
+    painter.fillRect(QRect(jack.center().x() - Grid, jack.top() - 4, 2 * Grid, 4), QColor(look::Black));
+    for (int pin = 0; pin < 8; ++pin)
+        painter.fillRect(QRect(jack.left() + 5 + pin * 4, jack.bottom() - 7, 2, 6), QColor(look::Amber).darker(130));
+    const QRgb link = m_port.isPlugged ? look::Green : look::CapDown;
+    painter.fillRect(QRect(shell().left() + 4, 4, Grid, 4), QColor(link));
+    painter.fillRect(QRect(shell().right() - 3 - Grid, 4, Grid, 4),
+                     QColor(m_port.isPlugged ? look::Amber : look::CapDown));
+    if (m_port.isPlugged)
+        look::drawCap(painter, jack.adjusted(4, 2, -4, 4), QColor(look::Metal), false);
+}
+
+void SocketWidget::drawUsb(QPainter &painter) const
+{
+    const QRect jack = shell().adjusted(6, 14, -6, -14);
+    painter.fillRect(jack, QColor(look::Black));
+    painter.fillRect(jack.adjusted(4, 4, -4, -10), QColor(look::Blue).darker(120));
+    if (m_port.isPlugged)
+        look::drawCap(painter, jack.adjusted(2, -4, -2, 6), QColor(look::Metal), false);
+    const QRgb light = m_port.isBlocked ? look::Red : m_port.isPlugged ? look::Green : look::CapDown;
+    painter.fillRect(QRect(shell().center().x() - 3, 4, Grid, 4), QColor(light));
+}
+
+void SocketWidget::drawBlockSwitch(QPainter &painter) const
+{
+    const QRect box(blockSwitch().left() + 2 * Grid, blockSwitch().top() + 3, 2 * Grid + 2, 10);
+    painter.setPen(QPen(QColor(look::CapEdge), 1));
+    painter.setBrush(QColor(m_port.isBlocked ? look::Red : look::Well));
+    painter.drawRoundedRect(box, 5, 5);
+    painter.setBrush(QColor(look::Ink));
+    painter.drawEllipse(QPoint(m_port.isBlocked ? box.right() - 4 : box.left() + 5, box.center().y()), 4, 4);
+    const QRect text = blockSwitch().adjusted(5 * Grid - 2, 0, 0, 0);
+    look::drawCaption(painter, text, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("block"));
+}
+
+void SocketWidget::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    look::drawWell(painter, shell(), look::PanelEdge);
+    painter.setPen(Qt::NoPen);
+    m_type == Type::Net ? drawNet(painter) : drawUsb(painter);
+    const QRect name(0, shell().bottom() + 1, width(), 2 * Grid);
+    look::drawCaption(painter, name, Qt::AlignCenter, caption(m_port));
+    if (m_type == Type::Usb)
+        drawBlockSwitch(painter);
+}
+
+void SocketWidget::togglePlug()
+{
+    const auto kind = m_port.isPlugged ? Action::Kind::Unplug : Action::Kind::Plug;
+    Q_EMIT acted({kind, {{QStringLiteral("port"), m_port.name}}});
+}
+
+void SocketWidget::toggleBlock()
+{
+    const auto kind = m_port.isBlocked ? Action::Kind::Unblock : Action::Kind::Block;
+    Q_EMIT acted({kind, {{QStringLiteral("port"), m_port.name}}});
+}
+
+void SocketWidget::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    blockSwitch().contains(event->pos()) ? toggleBlock() : togglePlug();
+}
+
+void SocketWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    look::dress(menu);
+    menu->addAction(m_port.isPlugged ? QStringLiteral("Unplug") : QStringLiteral("Plug"), this,
+                    &SocketWidget::togglePlug);
+    if (m_type == Type::Usb)
+        menu->addAction(m_port.isBlocked ? QStringLiteral("Unblock") : QStringLiteral("Block"), this,
+                        &SocketWidget::toggleBlock);
+    menu->popup(event->globalPos());
+}
+
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "device/device.h"
+#include "panel/control.h"
+
+namespace panelhost {
+
+/// A net or USB port. A click plugs and unplugs it; a USB port has a switch below that blocks it.
+class SocketWidget : public Control
+{
+    Q_OBJECT
+
+public:
+    enum class Type {
+        Net,
+        Usb
+    };
+
+    SocketWidget(Type type, const PortState &port, QWidget *parent);
+
+    void setState(const PortState &port);
+    QSize sizeHint() const override;
+    /// Where the switch is, empty for a port that has none.
+    QRect blockSwitch() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void togglePlug();
+    void toggleBlock();
+    QRect shell() const;
+    void drawNet(QPainter &painter) const;
+    void drawUsb(QPainter &painter) const;
+    void drawBlockSwitch(QPainter &painter) const;
+
+    Type m_type;
+    PortState m_port;
+};
+
+}

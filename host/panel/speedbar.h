@@ -1,0 +1,42 @@
+#pragma once
+
+#include "time/timeline.h"
+
+#include <QtWidgets/QWidget>
+
+class QHBoxLayout;
+class QLabel;
+class QToolButton;
+
+namespace panelhost {
+
+/// The clock of the device and how fast it goes; in the corner of the window's menu bar.
+class SpeedBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr double Paused = -1;
+
+    explicit SpeedBar(QWidget *parent);
+
+    void setNow(Instant now);
+    /// Shows @p text, such as why an action was refused; an empty one clears it.
+    void setMessage(const QString &text);
+    void setRecording(const QString &fileName);
+    void choose(double factor);
+
+Q_SIGNALS:
+    /// @p factor as Timeline::run() takes it, or Paused.
+    void chosen(double factor);
+
+private:
+    void addSpeed(QHBoxLayout *row, const QString &name, const QString &text, double factor);
+
+    QLabel *m_message;
+    QLabel *m_recording;
+    QLabel *m_clock;
+    QList<QToolButton *> m_speeds;
+};
+
+}
