@@ -21,7 +21,7 @@ enum IconType : int {
     IconNone = 2,
 };
 
-/// The log pane of a test page.
+/// The log pane of a test page: the newest lines, as many as there is room for. GUI thread.
 class FactoryTestRightFrame : public QWidget
 {
     Q_OBJECT
@@ -40,6 +40,15 @@ public:
 
     explicit FactoryTestRightFrame(QWidget *parent);
     ~FactoryTestRightFrame() override;
+
+    /// Adds a line; the pane keeps the last 500.
+    void append(const QString &text, FactoryTestLogType type, FactoryTestLogLevel level);
+    QStringList lines() const;
+    /// Font size of the lines in pixels.
+    void setLogFontSize(int pixelSize);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     class Impl;

@@ -1,0 +1,45 @@
+#include "fitlabel.h"
+
+#include "textfit.h"
+
+namespace LCD::Widget {
+
+FitLabel::FitLabel(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void FitLabel::setLine(const QString &text)
+{
+    setText(text);
+    fit();
+}
+
+void FitLabel::setColor(const QColor &color)
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, color);
+    setPalette(colors);
+}
+
+void FitLabel::setWantedFont(int pixelSize)
+{
+    m_wantedFont = pixelSize;
+    fit();
+}
+
+void FitLabel::resizeEvent(QResizeEvent *event)
+{
+    QLabel::resizeEvent(event);
+    fit();
+}
+
+void FitLabel::fit()
+{
+    const QFont fitted = fittedToLine(font(), text(), contentsRect().size(), m_wantedFont);
+    if (fitted != font())
+        setFont(fitted);
+}
+
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+namespace LCD::Widget {
+
+/// Shows the icon of a key, as large as there is room; a key without an icon shows its name.
+class IconLabel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IconLabel(QWidget *parent);
+
+    void setKey(const QString &key);
+    QString key() const { return m_key; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void paintName(QPainter &painter) const;
+
+    QString m_key;
+};
+
+}

@@ -1,0 +1,32 @@
+#include "inbox.h"
+
+#include <QtCore/QThread>
+
+namespace LCD::Widget {
+
+void Inbox::post(Work work)
+{
+    bool wake = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        wake = m_waiting.empty();
+        m_waiting.push_back(std::move(work));
+    }
+    if (QThread::currentThread() == thread())
+        deliver();
+    else if (wake)
+        QMetaObject::invokeMethod(this, "deliver", Qt::QueuedConnection);
+}
+
+void Inbox::deliver()
+{
+    std::vector<Work> due;
+    {
+        const std::lock_guard lock(m_mutex);
+        due.swap(m_waiting);
+    }
+    for (const Work &work : due)
+        work();
+}
+
+}

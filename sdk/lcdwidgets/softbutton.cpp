@@ -1,0 +1,69 @@
+#include "softbutton.h"
+
+#include "textfit.h"
+#include "theme.h"
+
+#include <QtGui/QPainter>
+
+namespace LCD::Widget {
+
+struct SoftButton::Look
+{
+    QRgb fill;
+    QRgb border;
+    QRgb text;
+};
+
+SoftButton::SoftButton(const QString &objectName, const QString &nameWithoutCaption, QWidget *parent)
+    : QPushButton(parent), m_nameWithoutCaption(nameWithoutCaption)
+{
+    setObjectName(objectName);
+    setAccessibleName(nameWithoutCaption);
+    QFont bold = font();
+    bold.setBold(true);
+    setFont(bold);
+}
+
+void SoftButton::setCaption(const QString &caption)
+{
+    m_caption = caption;
+    // Qt reads "&" as the mark of a shortcut, and a page has none.
+    setText(QString(caption).replace(QLatin1Char('&'), QLatin1String("&&")));
+    setAccessibleName(caption.trimmed().isEmpty() ? m_nameWithoutCaption : caption);
+    update();
+}
+
+void SoftButton::setFocusShown(bool shown)
+{
+    m_focusShown = shown;
+    update();
+}
+
+SoftButton::Look SoftButton::look() const
+{
+    if (!isEnabled())
+        return {Theme::Background, Theme::Line, Theme::DisabledText};
+    if (isDown())
+        return {Theme::ButtonPressed, Theme::Accent, Theme::Text};
+    if (m_focusShown)
+        return {Theme::Accent, Theme::Accent, Theme::AccentText};
+    return {Theme::Button, Theme::Line, Theme::Text};
+}
+
+void SoftButton::paintEvent(QPaintEvent *)
+{
+    const Look colors = look();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(colors.border), 2));
+    painter.setBrush(QColor(colors.fill));
+    const qreal radius = height() / 6.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
+
+    const QRect area = rect().adjusted(height() / 4, 2, -height() / 4, -2);
+    painter.setFont(fittedToLine(font(), m_caption, area.size(), height() * 42 / 100));
+    painter.setPen(QColor(colors.text));
+    painter.drawText(area, Qt::AlignCenter | Qt::TextSingleLine, m_caption);
+}
+
+}

@@ -1,0 +1,161 @@
+#include "steplist.h"
+
+#include "iconstore.h"
+#include "lcd/widget/icons.h"
+#include "textfit.h"
+#include "theme.h"
+
+#include <QtGui/QPainter>
+
+#include <algorithm>
+
+namespace LCD::Widget {
+
+namespace {
+
+constexpr int ScrollBarWidth = 3;
+constexpr int TextFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
+
+QString markIcon(IconType mark)
+{
+    const QString file = g_IconMap.value(mark);
+    return file.isEmpty() ? QStringLiteral("icon_none") : file;
+}
+
+QString accessibleText(const QVector<TestStep> &steps)
+{
+    QStringList lines;
+    for (const TestStep &step : steps)
+        lines << step.text;
+    return lines.join(QLatin1Char('\n'));
+}
+
+}
+
+StepList::StepList(QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("FactoryStepList"));
+    setAccessibleName(QStringLiteral("Test steps"));
+}
+
+void StepList::setSteps(const QVector<TestStep> &steps)
+{
+    m_steps = steps;
+    m_offset = 0;
+    stepsChanged();
+}
+
+void StepList::append(const TestStep &step)
+{
+    m_steps << step;
+    stepsChanged();
+}
+
+void StepList::setMark(int index, IconType mark)
+{
+    if (index < 0 || index >= m_steps.size())
+        return;
+    m_steps[index].mark = mark;
+    update();
+}
+
+void StepList::setFontRange(int smallest, int wanted)
+{
+    m_smallestFont = smallest;
+    m_wantedFont = wanted;
+    clampOffset();
+    update();
+}
+
+bool StepList::scroll(int lines)
+{
+    const QFont font = fittedFont();
+    if (layoutFor(font).height <= height())
+        return false;
+    m_offset += lines * QFontMetrics(font).lineSpacing();
+    clampOffset();
+    update();
+    return true;
+}
+
+QFont StepList::fittedFont() const
+{
+    const int size = largestFitting(m_smallestFont, m_wantedFont, [this](int pixelSize) {
+        const StepLayout layout = layoutFor(sized(font(), pixelSize));
+        return layout.fitsWidth && layout.height <= height();
+    });
+    return sized(font(), size);
+}
+
+StepLayout StepList::layoutFor(const QFont &font) const
+{
+    const QFontMetrics metrics(font);
+    const int mark = metrics.ascent() * 9 / 10;
+    const int textLeft = mark + mark * 2 / 3;
+    const int gap = metrics.height() / 3;
+    const int textWidth = std::max(0, width() - textLeft - 2 * ScrollBarWidth);
+    StepLayout layout;
+    int top = 0;
+    for (const TestStep &step : m_steps) {
+        const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, step.text);
+        const int height = std::max(bounds.height(), metrics.height());
+        layout.fitsWidth = layout.fitsWidth && bounds.width() <= textWidth;
+        layout.marks << QRect(0, top + (metrics.height() - mark) / 2, mark, mark);
+        layout.texts << QRect(textLeft, top, textWidth, height);
+        layout.height = top + height;
+        top = layout.height + gap;
+    }
+    return layout;
+}
+
+void StepList::paintEvent(QPaintEvent *)
+{
+    const QFont font = fittedFont();
+    const StepLayout layout = layoutFor(font);
+    QPainter painter(this);
+    painter.setFont(font);
+    painter.translate(0, -m_offset);
+    for (int i = 0; i < m_steps.size(); ++i) {
+        const TestStep &step = m_steps[i];
+        if (step.mark != IconNone || !step.text.trimmed().isEmpty())
+            paintMark(painter, layout.marks[i], step.mark);
+        painter.setPen(step.color);
+        painter.drawText(layout.texts[i], TextFlags, step.text);
+    }
+    painter.translate(0, m_offset);
+    paintMore(painter, layout.height);
+}
+
+void StepList::resizeEvent(QResizeEvent *)
+{
+    clampOffset();
+}
+
+void StepList::stepsChanged()
+{
+    setAccessibleDescription(accessibleText(m_steps));
+    update();
+}
+
+void StepList::clampOffset()
+{
+    if (m_offset > 0)
+        m_offset = std::min(m_offset, std::max(0, layoutFor(fittedFont()).height - height()));
+    m_offset = std::max(0, m_offset);
+}
+
+void StepList::paintMark(QPainter &painter, const QRect &place, IconType mark) const
+{
+    painter.drawPixmap(place.topLeft(), IconStore::icon(markIcon(mark), place.width(), devicePixelRatioF()));
+}
+
+void StepList::paintMore(QPainter &painter, int contentHeight) const
+{
+    if (contentHeight <= height())
+        return;
+    const int barHeight = std::max(8, height() * height() / contentHeight);
+    const int barTop = (height() - barHeight) * m_offset / (contentHeight - height());
+    painter.fillRect(width() - ScrollBarWidth, barTop, ScrollBarWidth, barHeight, QColor(Theme::QuietText));
+}
+
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+namespace LCD::Widget {
+
+class FitLabel;
+class IconLabel;
+
+/// The head of a page: its icon and its title.
+class TitleBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TitleBar(QWidget *parent);
+
+    void setTitle(const QString &title);
+    void setIcon(const QString &objectName, const QString &iconKey);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void arrange();
+
+    IconLabel *m_icon;
+    FitLabel *m_title;
+};
+
+}
