@@ -4,6 +4,7 @@
 #include "linkpayload.h"
 #include "linktest.h"
 #include "listeners.h"
+#include "recordfield.h"
 #include "services.h"
 
 #include "lcd/protocol/records.h"
@@ -26,18 +27,31 @@ constexpr LinkPayloadTexts PayloadTexts = {
     "NetPortTestBiz: s_NetworkPortLinkArray ptr is nullptr",
 };
 
+static_assert(sizeof(ProtocolImpl::s_NetworkPortLink) == 20);
+
+/// Negative when the record is of no port.
+int portOf(const ProtocolImpl::s_NetworkPortLink &record)
+{
+    return field<12>(record);
+}
+
+bool isLinked(const ProtocolImpl::s_NetworkPortLink &record)
+{
+    return field<16>(record) != 0;
+}
+
 /// One entry for each number up to the highest port; a port is up when one of its records says so.
 std::vector<bool> linksByPort(const Records &records)
 {
     std::size_t size = 0;
     for (const auto &record : records) {
-        if (record.port >= 0)
-            size = std::max(size, static_cast<std::size_t>(record.port) + 1);
+        if (portOf(record) >= 0)
+            size = std::max(size, static_cast<std::size_t>(portOf(record)) + 1);
     }
     std::vector<bool> links(size, false);
     for (const auto &record : records) {
-        if (record.port >= 0 && record.link != 0)
-            links[static_cast<std::size_t>(record.port)] = true;
+        if (portOf(record) >= 0 && isLinked(record))
+            links[static_cast<std::size_t>(portOf(record))] = true;
     }
     return links;
 }

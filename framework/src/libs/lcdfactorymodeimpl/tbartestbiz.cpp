@@ -3,6 +3,7 @@
 #include "lifeline.h"
 #include "listeners.h"
 #include "log.h"
+#include "recordfield.h"
 #include "services.h"
 #include "statecodes.h"
 #include "testobject.h"
@@ -89,8 +90,8 @@ void TbarTestBiz::Impl::passSilently()
 
 void TbarTestBiz::Impl::send(int command, bool last)
 {
-    s_BarCalibration record;
-    record.command = command;
+    s_BarCalibration record{};
+    setField<4>(record, command);
     tbarCalibrationService->setBarCalibration(record, lifeline.guarded([last](bool ok, const std::string &) {
         if (!last)
             return;

@@ -4,6 +4,7 @@
 #include "linkpayload.h"
 #include "linktest.h"
 #include "listeners.h"
+#include "recordfield.h"
 #include "services.h"
 
 #include "lcd/protocol/records.h"
@@ -25,14 +26,23 @@ constexpr LinkPayloadTexts PayloadTexts = {
 
 constexpr int PortNodeType = 26;
 
+static_assert(sizeof(ProtocolImpl::s_NodeUSB) == 64);
+
+int portIdOf(const ProtocolImpl::s_NodeUSB &record)
+{
+    return field<12>(record);
+}
+
 bool isPort(const ProtocolImpl::s_NodeUSB &record)
 {
-    return record.nodeType == PortNodeType;
+    return field<16>(record) == PortNodeType;
 }
 
 bool isLinked(const ProtocolImpl::s_NodeUSB &record)
 {
-    return isPort(record) && record.linkBlocked == 0 && record.linkActive != 0;
+    const bool isActive = field<20>(record) != 0;
+    const bool isBlocked = field<24>(record) != 0;
+    return isPort(record) && isActive && !isBlocked;
 }
 
 /// The identifiers of @p known and of the ports in @p records, ascending.
@@ -40,7 +50,7 @@ std::vector<int> mergedPorts(std::vector<int> known, const Records &records)
 {
     for (const auto &record : records) {
         if (isPort(record))
-            known.push_back(record.portId);
+            known.push_back(portIdOf(record));
     }
     std::sort(known.begin(), known.end());
     known.erase(std::unique(known.begin(), known.end()), known.end());
@@ -53,7 +63,7 @@ std::vector<bool> linksByPosition(const std::vector<int> &ports, const Records &
     std::vector<bool> links(ports.size(), false);
     for (const auto &record : records) {
         if (isLinked(record))
-            links[static_cast<std::size_t>(std::lower_bound(ports.begin(), ports.end(), record.portId)
+            links[static_cast<std::size_t>(std::lower_bound(ports.begin(), ports.end(), portIdOf(record))
                                            - ports.begin())] = true;
     }
     return links;
