@@ -1,32 +1,31 @@
 #pragma once
 
 #include "device/device.h"
+#include "panel/socketwidget.h"
 #include "time/timeline.h"
 
 #include <QtCore/QVector>
 #include <QtWidgets/QWidget>
 
-class QBoxLayout;
+class QLayout;
 
 namespace panelhost {
 
 struct Action;
-class Control;
 class KeyField;
 class ScreenView;
-class SocketWidget;
 class TBarWidget;
 
-/// The drawn front panel with the LCD in it. Shows a device's state and tells what the operator touches. It borrows
-/// the LCD and gives it back when it goes.
+/// The drawn front panel with the LCD in it. Shows a device's state and tells what the operator touches.
 class FrontPanel : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// @p lcd is borrowed: it must outlive the panel.
     FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent);
-    ~FrontPanel() override;
 
+    /// @p now is the time by which LEDs blink.
     void setState(const DeviceState &device, Instant now);
 
 Q_SIGNALS:
@@ -36,16 +35,18 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void listen(Control *control);
-    QWidget *makeLcdBay();
-    QBoxLayout *makeSide(const DeviceState &device);
-    QBoxLayout *makeScreens();
-    QBoxLayout *makeNavigation();
-    QBoxLayout *makeJoystick();
-    QBoxLayout *makePorts(const QList<PortState> &ports, bool isUsb);
-    QWidget *makeKeys(const QList<KeyState> &keys);
+    template <class Part>
+    Part *listen(Part *part)
+    {
+        connect(part, &Part::acted, this, &FrontPanel::acted);
+        return part;
+    }
+    QLayout *makeTop(const DeviceState &device, QWidget *lcd);
+    QLayout *makeSide(const DeviceState &device);
+    QLayout *makeScreens();
+    QLayout *makeSockets(const QList<PortState> &ports, SocketWidget::Type type, QVector<SocketWidget *> &sockets);
+    QWidget *makeKeyArea(const QList<KeyState> &keys);
 
-    QWidget *m_lcd;
     QVector<ScreenView *> m_screens;
     QVector<SocketWidget *> m_netSockets;
     QVector<SocketWidget *> m_usbSockets;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class QLayout;
+
+namespace panelhost {
+
+struct Action;
+class Control;
+
+/// What the operator's right hand rests on: joystick, knob and the Back key.
+class KnobCluster : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit KnobCluster(QWidget *parent);
+
+Q_SIGNALS:
+    void acted(const panelhost::Action &action);
+
+private:
+    Control *listen(Control *control);
+    QLayout *makeJoystick();
+    QLayout *makeKnobRow();
+};
+
+}
