@@ -16,6 +16,13 @@ void FitLabel::setLine(const QString &text)
     fit();
 }
 
+void FitLabel::setBold()
+{
+    QFont bold = font();
+    bold.setBold(true);
+    setFont(bold);
+}
+
 void FitLabel::setColor(const QColor &color)
 {
     QPalette colors = palette();

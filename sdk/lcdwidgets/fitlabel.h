@@ -13,6 +13,7 @@ public:
     explicit FitLabel(QWidget *parent);
 
     void setLine(const QString &text);
+    void setBold();
     void setColor(const QColor &color);
     /// The font size in pixels that the text has where there is room for it.
     void setWantedFont(int pixelSize);

@@ -52,6 +52,7 @@ FactoryTestFrame::Impl::Impl(FactoryTestFrame *frame)
     frame->setAutoFillBackground(true);
     m_heading->setObjectName(QStringLiteral("FactoryStepTitle"));
     m_heading->setAccessibleName(QStringLiteral("Step title"));
+    m_heading->setBold();
     m_statusIcon->setObjectName(QStringLiteral("FactoryStatusIcon"));
     m_statusIcon->setAccessibleName(QStringLiteral("Status icon"));
     for (QWidget *part :

@@ -56,14 +56,14 @@ QRect FactoryTestFrame::Impl::arrangeLog(const Metrics &metrics, const QRect &bo
 
 void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect content)
 {
-    content.adjust(metrics.padding, metrics.gap, -metrics.padding, -metrics.gap / 2);
+    content.adjust(metrics.padding, metrics.gap * 5 / 4, -metrics.padding, -metrics.gap / 2);
     const int font = metrics.contentFont(m_contentFontSize);
     const bool headed = m_headingVisible && !m_heading->text().isEmpty();
     m_heading->setVisible(headed);
     if (headed) {
         const int height = font * 3 / 2;
         m_heading->setGeometry(content.left(), content.top(), content.width(), height);
-        m_heading->setWantedFont(font * 9 / 10);
+        m_heading->setWantedFont(font);
         content.adjust(0, height + metrics.gap / 2, 0, 0);
     }
     m_steps->setFontRange(metrics.smallestFont, font);

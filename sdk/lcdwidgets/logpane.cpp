@@ -10,7 +10,7 @@ namespace LCD::Widget {
 namespace {
 
 constexpr int MostLines = 500;
-constexpr int TextFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere | Qt::TextWordWrap;
+constexpr int WrappingFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
 
 QColor colorOf(FactoryTestRightFrame::FactoryTestLogLevel level)
 {
@@ -27,9 +27,17 @@ QColor colorOf(FactoryTestRightFrame::FactoryTestLogLevel level)
     return QColor(Theme::QuietText);
 }
 
+// Between words, and within a word that is too wide by itself.
+int textFlags(const QFontMetrics &metrics, int width, const QString &text)
+{
+    const QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), WrappingFlags, text);
+    return bounds.width() <= width ? WrappingFlags : WrappingFlags | Qt::TextWrapAnywhere;
+}
+
 int lineHeight(const QFontMetrics &metrics, int width, const QString &text)
 {
-    return std::max(metrics.height(), metrics.boundingRect(QRect(0, 0, width, 0), TextFlags, text).height());
+    const int flags = textFlags(metrics, width, text);
+    return std::max(metrics.height(), metrics.boundingRect(QRect(0, 0, width, 0), flags, text).height());
 }
 
 int gapOf(const QFontMetrics &metrics)
@@ -78,7 +86,8 @@ void FactoryTestRightFrame::Impl::paint(QPainter &painter, const QRect &area) co
         // The newest line is what just happened; the earlier ones step back.
         const bool newest = i == lines.size() - 1;
         painter.setPen(newest && lines[i].level == LogInfo ? QColor(Theme::Text) : colorOf(lines[i].level));
-        painter.drawText(QRect(area.left(), top, area.width(), height), TextFlags, lines[i].text);
+        const QRect place(area.left(), top, area.width(), height);
+        painter.drawText(place, textFlags(metrics, area.width(), lines[i].text), lines[i].text);
         top += height + gapOf(metrics);
     }
 }

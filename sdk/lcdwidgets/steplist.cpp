@@ -78,9 +78,16 @@ bool StepList::scroll(int lines)
     return true;
 }
 
+// A coloured line that stands alone is a verdict, to be read from afar.
+int StepList::wantedFont() const
+{
+    const bool verdict = m_steps.size() == 1 && m_steps.first().color != QColor(Qt::white);
+    return verdict ? m_wantedFont * 3 / 2 : m_wantedFont;
+}
+
 QFont StepList::fittedFont() const
 {
-    const int size = largestFitting(m_smallestFont, m_wantedFont, [this](int pixelSize) {
+    const int size = largestFitting(m_smallestFont, wantedFont(), [this](int pixelSize) {
         const StepLayout layout = layoutFor(sized(font(), pixelSize));
         return layout.fitsWidth && layout.height <= height();
     });
@@ -89,18 +96,28 @@ QFont StepList::fittedFont() const
 
 StepLayout StepList::layoutFor(const QFont &font) const
 {
+    const int lineHeight = QFontMetrics(font).height();
+    const StepLayout loose = layoutFor(font, lineHeight / 3);
+    return loose.height <= height() ? loose : layoutFor(font, lineHeight / 10);
+}
+
+StepLayout StepList::layoutFor(const QFont &font, int gap) const
+{
     const QFontMetrics metrics(font);
     const int mark = metrics.ascent() * 9 / 10;
     const int textLeft = mark + mark * 2 / 3;
-    const int gap = metrics.height() / 3;
     const int textWidth = std::max(0, width() - textLeft - 2 * ScrollBarWidth);
     StepLayout layout;
     int top = 0;
     for (const TestStep &step : m_steps) {
-        const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, step.text);
-        const int height = std::max(bounds.height(), metrics.height());
+        const QString text = step.text.trimmed();
+        const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, text);
+        // Chinese characters come from a font that is higher than the one asked for.
+        const int lineHeight = std::max(
+            metrics.height(), metrics.boundingRect(QRect(), Qt::AlignLeft | Qt::TextSingleLine, text).height());
+        const int height = std::max(bounds.height(), lineHeight);
         layout.fitsWidth = layout.fitsWidth && bounds.width() <= textWidth;
-        layout.marks << QRect(0, top + (metrics.height() - mark) / 2, mark, mark);
+        layout.marks << QRect(0, top + (lineHeight - mark) / 2, mark, mark);
         layout.texts << QRect(textLeft, top, textWidth, height);
         layout.height = top + height;
         top = layout.height + gap;
@@ -120,7 +137,7 @@ void StepList::paintEvent(QPaintEvent *)
         if (step.mark != IconNone || !step.text.trimmed().isEmpty())
             paintMark(painter, layout.marks[i], step.mark);
         painter.setPen(step.color);
-        painter.drawText(layout.texts[i], TextFlags, step.text);
+        painter.drawText(layout.texts[i], TextFlags, step.text.trimmed());
     }
     painter.translate(0, m_offset);
     paintMore(painter, layout.height);

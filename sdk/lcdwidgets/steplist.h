@@ -45,6 +45,7 @@ public:
 
     /// The font and the places of the lines for the present size of the list.
     QFont fittedFont() const;
+    /// The lines stand closer together where they would not fit otherwise.
     StepLayout layoutFor(const QFont &font) const;
 
 protected:
@@ -52,6 +53,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    int wantedFont() const;
+    StepLayout layoutFor(const QFont &font, int gap) const;
     void stepsChanged();
     void clampOffset();
     void paintMark(QPainter &painter, const QRect &place, IconType mark) const;

@@ -17,9 +17,7 @@ TitleBar::TitleBar(QWidget *parent) : QWidget(parent), m_icon(new IconLabel(this
     setAccessibleName(QStringLiteral("Title bar"));
     m_icon->setObjectName(QStringLiteral("FactoryIconLabel"));
     m_title->setObjectName(QStringLiteral("FactoryTitleLabel"));
-    QFont bold = m_title->font();
-    bold.setBold(true);
-    m_title->setFont(bold);
+    m_title->setBold();
 }
 
 void TitleBar::setTitle(const QString &title)

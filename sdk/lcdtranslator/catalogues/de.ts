@@ -128,22 +128,22 @@
     <message>
         <source>FCScreenBrightnessStep</source>
         <comment>Global</comment>
-        <translation>Prüfen, ob alle Bildschirme die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
+        <translation>Prüfen, ob alle Bildschirme die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
     </message>
     <message>
         <source>FCBtnBrightnessStep</source>
         <comment>Global</comment>
-        <translation>Prüfen, ob alle Tasten die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
+        <translation>Prüfen, ob alle Tasten die Helligkeitsstufen von 10 % bis 100 % durchlaufen.</translation>
     </message>
     <message>
         <source>FCObserveScreenShowStep1</source>
         <comment>Global</comment>
-        <translation>1. Alle Bildschirme auf dunkle oder leuchtende Pixel prüfen.</translation>
+        <translation>Alle Bildschirme auf dunkle oder leuchtende Pixel prüfen.</translation>
     </message>
     <message>
         <source>FCObserveScreenShowStep2</source>
         <comment>Global</comment>
-        <translation>2. Mit „Nächster Schritt“ zum nächsten Bild wechseln.</translation>
+        <translation>Mit „Nächster Schritt“ zum nächsten Bild wechseln.</translation>
     </message>
     <message>
         <source>ButtonFunction</source>
@@ -190,12 +190,12 @@
     <message>
         <source>FCTypecCommStep1</source>
         <comment>Global</comment>
-        <translation>1. Einen Computer an den Type-C-Anschluss anschließen.</translation>
+        <translation>Einen Computer an den Type-C-Anschluss anschließen.</translation>
     </message>
     <message>
         <source>FCTypecCommStep2</source>
         <comment>Global</comment>
-        <translation>2. Prüfen, ob der Computer das Gerät erkennt.</translation>
+        <translation>Prüfen, ob der Computer das Gerät erkennt.</translation>
     </message>
     <message>
         <source>TypecPower</source>
@@ -205,12 +205,12 @@
     <message>
         <source>FCTypecPowerStep1</source>
         <comment>Global</comment>
-        <translation>1. Ein Spannungsmessgerät an den Type-C-Stromanschluss anschließen.</translation>
+        <translation>Ein Spannungsmessgerät an den Type-C-Stromanschluss anschließen.</translation>
     </message>
     <message>
         <source>FCTypecPowerStep2</source>
         <comment>Global</comment>
-        <translation>2. Prüfen, ob die Spannung stabil ist.</translation>
+        <translation>Prüfen, ob die Spannung stabil ist.</translation>
     </message>
     <message>
         <source>NET1POE</source>
@@ -220,12 +220,12 @@
     <message>
         <source>FCNetPort1PowerStep1</source>
         <comment>Global</comment>
-        <translation>1. Einen PoE-Tester an Netzwerkanschluss 1 anschließen.</translation>
+        <translation>Einen PoE-Tester an Netzwerkanschluss 1 anschließen.</translation>
     </message>
     <message>
         <source>FCNetPort1PowerStep2</source>
         <comment>Global</comment>
-        <translation>2. Prüfen, ob der Tester Spannung anzeigt.</translation>
+        <translation>Prüfen, ob der Tester Spannung anzeigt.</translation>
     </message>
 </context>
 </TS>

@@ -138,12 +138,12 @@
     <message>
         <source>FCObserveScreenShowStep1</source>
         <comment>Global</comment>
-        <translation>1. Look for dead or bright pixels on all screens.</translation>
+        <translation>Look for dead or bright pixels on all screens.</translation>
     </message>
     <message>
         <source>FCObserveScreenShowStep2</source>
         <comment>Global</comment>
-        <translation>2. Press “Next step” for the next picture.</translation>
+        <translation>Press “Next step” for the next picture.</translation>
     </message>
     <message>
         <source>ButtonFunction</source>
@@ -190,12 +190,12 @@
     <message>
         <source>FCTypecCommStep1</source>
         <comment>Global</comment>
-        <translation>1. Connect a computer to the Type-C port.</translation>
+        <translation>Connect a computer to the Type-C port.</translation>
     </message>
     <message>
         <source>FCTypecCommStep2</source>
         <comment>Global</comment>
-        <translation>2. Check that the computer finds the device.</translation>
+        <translation>Check that the computer finds the device.</translation>
     </message>
     <message>
         <source>TypecPower</source>
@@ -205,12 +205,12 @@
     <message>
         <source>FCTypecPowerStep1</source>
         <comment>Global</comment>
-        <translation>1. Connect a power meter to the Type-C power port.</translation>
+        <translation>Connect a power meter to the Type-C power port.</translation>
     </message>
     <message>
         <source>FCTypecPowerStep2</source>
         <comment>Global</comment>
-        <translation>2. Check that the meter shows a steady voltage.</translation>
+        <translation>Check that the meter shows a steady voltage.</translation>
     </message>
     <message>
         <source>NET1POE</source>
@@ -220,12 +220,12 @@
     <message>
         <source>FCNetPort1PowerStep1</source>
         <comment>Global</comment>
-        <translation>1. Connect a PoE tester to net port 1.</translation>
+        <translation>Connect a PoE tester to net port 1.</translation>
     </message>
     <message>
         <source>FCNetPort1PowerStep2</source>
         <comment>Global</comment>
-        <translation>2. Check that the tester shows power.</translation>
+        <translation>Check that the tester shows power.</translation>
     </message>
 </context>
 </TS>

@@ -138,12 +138,12 @@
     <message>
         <source>FCObserveScreenShowStep1</source>
         <comment>Global</comment>
-        <translation>1. すべての画面に黒点や輝点がないことを確認してください。</translation>
+        <translation>すべての画面に黒点や輝点がないことを確認してください。</translation>
     </message>
     <message>
         <source>FCObserveScreenShowStep2</source>
         <comment>Global</comment>
-        <translation>2. 「次へ」で次の画像に進みます。</translation>
+        <translation>「次へ」で次の画像に進みます。</translation>
     </message>
     <message>
         <source>ButtonFunction</source>
@@ -190,12 +190,12 @@
     <message>
         <source>FCTypecCommStep1</source>
         <comment>Global</comment>
-        <translation>1. Type-C ポートにパソコンを接続してください。</translation>
+        <translation>Type-C ポートにパソコンを接続してください。</translation>
     </message>
     <message>
         <source>FCTypecCommStep2</source>
         <comment>Global</comment>
-        <translation>2. パソコンが本機を認識することを確認してください。</translation>
+        <translation>パソコンが本機を認識することを確認してください。</translation>
     </message>
     <message>
         <source>TypecPower</source>
@@ -205,12 +205,12 @@
     <message>
         <source>FCTypecPowerStep1</source>
         <comment>Global</comment>
-        <translation>1. Type-C 給電ポートに電圧計を接続してください。</translation>
+        <translation>Type-C 給電ポートに電圧計を接続してください。</translation>
     </message>
     <message>
         <source>FCTypecPowerStep2</source>
         <comment>Global</comment>
-        <translation>2. 電圧が安定していることを確認してください。</translation>
+        <translation>電圧が安定していることを確認してください。</translation>
     </message>
     <message>
         <source>NET1POE</source>
@@ -220,12 +220,12 @@
     <message>
         <source>FCNetPort1PowerStep1</source>
         <comment>Global</comment>
-        <translation>1. ネットワークポート 1 に PoE テスターを接続してください。</translation>
+        <translation>ネットワークポート 1 に PoE テスターを接続してください。</translation>
     </message>
     <message>
         <source>FCNetPort1PowerStep2</source>
         <comment>Global</comment>
-        <translation>2. テスターに給電が表示されることを確認してください。</translation>
+        <translation>テスターに給電が表示されることを確認してください。</translation>
     </message>
 </context>
 </TS>

@@ -55,12 +55,12 @@
     <message>
         <source>FCAgeModeTestPreparation</source>
         <comment>Global</comment>
-        <translation>请将所有网口两两对接，并在每个 USB 接口插入设备。</translation>
+        <translation>请将网口两两对接，并在每个 USB 接口插入设备。</translation>
     </message>
     <message>
         <source>FCAgeModeStartTips</source>
         <comment>Global</comment>
-        <translation>按“开始测试”启动，测试将循环进行，直到手动停止。</translation>
+        <translation>按“开始测试”启动，测试循环进行，直至手动停止。</translation>
     </message>
     <message>
         <source>FCAgeModeStartTest</source>
@@ -138,12 +138,12 @@
     <message>
         <source>FCObserveScreenShowStep1</source>
         <comment>Global</comment>
-        <translation>1. 请观察所有屏幕是否有暗点或亮点。</translation>
+        <translation>请观察所有屏幕是否有暗点或亮点。</translation>
     </message>
     <message>
         <source>FCObserveScreenShowStep2</source>
         <comment>Global</comment>
-        <translation>2. 按“下一步”切换到下一幅画面。</translation>
+        <translation>按“下一步”切换到下一幅画面。</translation>
     </message>
     <message>
         <source>ButtonFunction</source>
@@ -190,12 +190,12 @@
     <message>
         <source>FCTypecCommStep1</source>
         <comment>Global</comment>
-        <translation>1. 请将电脑连接到 Type-C 接口。</translation>
+        <translation>请将电脑连接到 Type-C 接口。</translation>
     </message>
     <message>
         <source>FCTypecCommStep2</source>
         <comment>Global</comment>
-        <translation>2. 请确认电脑能识别本设备。</translation>
+        <translation>请确认电脑能识别本设备。</translation>
     </message>
     <message>
         <source>TypecPower</source>
@@ -205,12 +205,12 @@
     <message>
         <source>FCTypecPowerStep1</source>
         <comment>Global</comment>
-        <translation>1. 请将电压表连接到 Type-C 供电接口。</translation>
+        <translation>请将电压表连接到 Type-C 供电接口。</translation>
     </message>
     <message>
         <source>FCTypecPowerStep2</source>
         <comment>Global</comment>
-        <translation>2. 请确认电压显示稳定。</translation>
+        <translation>请确认电压显示稳定。</translation>
     </message>
     <message>
         <source>NET1POE</source>
@@ -220,12 +220,12 @@
     <message>
         <source>FCNetPort1PowerStep1</source>
         <comment>Global</comment>
-        <translation>1. 请将 PoE 测试仪连接到网口 1。</translation>
+        <translation>请将 PoE 测试仪连接到网口 1。</translation>
     </message>
     <message>
         <source>FCNetPort1PowerStep2</source>
         <comment>Global</comment>
-        <translation>2. 请确认测试仪显示供电正常。</translation>
+        <translation>请确认测试仪显示供电正常。</translation>
     </message>
 </context>
 </TS>
