@@ -78,6 +78,8 @@ public:
 
     /// Delivers one event of the key @p halKey on the caller's thread; false if nobody listens.
     bool press(unsigned halKey) const;
+    /// The listener as it was registered, which a careless service may go on calling.
+    LCD::FactoryMode::KeyListener listener() const { return m_listener.get(); }
 
     int tbarType = 1;
 

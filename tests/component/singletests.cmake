@@ -1,0 +1,13 @@
+# The test objects and the headers that they share.
+add_library(single_test_support STATIC singletestsupport.cpp singletestsupport.h linksession.h)
+lcd_target(single_test_support)
+target_include_directories(single_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+target_link_libraries(single_test_support PUBLIC lcdfactorymodeimpl test_support)
+
+foreach(name
+        tst_listeners tst_levelwalk tst_lifeline tst_linkpayload
+        tst_screenbadpixelbiz tst_screenbrightnessbiz tst_buttonlightbiz tst_buttonfunctionbiz
+        tst_tbartestbiz tst_netporttestbiz tst_usbporttestbiz
+        tst_testobjects tst_lateevents tst_netportmemory)
+    lcd_add_component_test(${name} LIBRARIES single_test_support)
+endforeach()

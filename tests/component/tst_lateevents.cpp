@@ -1,0 +1,306 @@
+#include "buttonfunctionbiz.h"
+#include "netporttestbiz.h"
+#include "singletestsupport.h"
+#include "tbartestbiz.h"
+#include "usbporttestbiz.h"
+
+#include <atomic>
+#include <thread>
+
+using namespace LCD::FactoryModeImpl;
+
+namespace {
+
+constexpr int Rounds = 30;
+constexpr int EventsPerRound = 50;
+constexpr int ThreadCount = 3;
+
+/// Threads that fire one event again and again until the storm ends.
+class Storm
+{
+public:
+    explicit Storm(const std::function<void()> &event)
+    {
+        for (int i = 0; i < ThreadCount; ++i) {
+            m_threads.emplace_back([this, event] {
+                while (!m_over) {
+                    event();
+                    ++m_fired;
+                }
+            });
+        }
+    }
+    ~Storm()
+    {
+        m_over = true;
+        for (std::thread &thread : m_threads)
+            thread.join();
+    }
+    Storm(const Storm &) = delete;
+    Storm &operator=(const Storm &) = delete;
+
+    void letPass(int events) const
+    {
+        const int enough = m_fired + events;
+        while (m_fired < enough)
+            std::this_thread::yield();
+    }
+
+private:
+    std::atomic<bool> m_over = false;
+    std::atomic<int> m_fired = 0;
+    std::vector<std::thread> m_threads;
+};
+
+/// What the listeners of an object hear, and whether they heard it when the object was gone.
+struct Witness
+{
+    std::function<void()> listener()
+    {
+        return [this] {
+            ++heard;
+            if (!alive)
+                ++late;
+        };
+    }
+
+    std::atomic<bool> alive = false;
+    std::atomic<int> heard = 0;
+    std::atomic<int> late = 0;
+};
+
+void watch(NetPortTestBiz &biz, const std::function<void()> &listener)
+{
+    biz.registerLinkStatusCallback("driver", [listener](const std::vector<bool> &, bool) { listener(); });
+    biz.setCurRequester("driver");
+}
+
+void watch(UsbPortTestBiz &biz, const std::function<void()> &listener)
+{
+    biz.registerLinkStatusCallback("driver", [listener](const std::vector<bool> &) { listener(); });
+    biz.setCurRequester("driver");
+}
+
+void watch(ButtonFunctionBiz &biz, const std::function<void()> &listener)
+{
+    biz.registerCurrentKeyUnderTestCallback("driver", [listener](unsigned, const std::string &) { listener(); });
+}
+
+void watch(TbarTestBiz &biz, const std::function<void()> &listener)
+{
+    biz.registerStateCallback("driver", [listener](int) { listener(); });
+}
+
+/// Makes an object, lets events come, and destroys it while they go on coming; many times.
+template <class Biz>
+void destroyInStorm(const std::function<void()> &event, Witness &witness)
+{
+    const Storm storm(event);
+    repeat(Rounds, [&] {
+        witness.alive = true;
+        {
+            Biz biz;
+            watch(biz, witness.listener());
+            biz.enter();
+            biz.startTest();
+            storm.letPass(EventsPerRound);
+        }
+        witness.alive = false;
+        storm.letPass(EventsPerRound);
+        QCoreApplication::sendPostedEvents();
+    });
+}
+
+}
+
+class LateEventsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void afterDestruction_data() { addOrigins(); }
+
+    void afterDestruction()
+    {
+        const LogCapture log;
+        RecordingHost host;
+        const KeyListWidget widget(host, {{1, QStringLiteral("A")}, {2, QStringLiteral("B")}});
+        Witness witness;
+        witness.alive = true;
+        LCD::FactoryMode::KeyListener keyListener;
+        {
+            NetPortTestBiz net;
+            UsbPortTestBiz usb;
+            ButtonFunctionBiz button;
+            TbarTestBiz tbar;
+            startAll(witness, net, usb, button, tbar);
+            tbar.requestNextStep();
+            keyListener = host.keyboard.listener();
+        }
+        witness.alive = false;
+        host.calls.clear();
+
+        runOn(fetchOrigin(), [&] {
+            host.networkPort.report.fire(RecordingNetworkPort::payload({{0, true}}));
+            host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, true}}));
+            host.networkPort.changed.fire(std::any());
+            host.usb.report.fire(RecordingUsb::payload({{0}}));
+            host.usb.changed.fire(RecordingUsb::payload({{0}}));
+            keyListener(1, 0, 0, {}, {}, {});
+            host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration());
+            host.tbarCalibration.results.at(0)(true, {});
+        });
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(witness.late.load(), 0);
+        QCOMPARE(host.calls.take(), QStringList());
+        QCOMPARE(log.warnings().filter(QStringLiteral("PortTestBiz")), QStringList());
+    }
+
+    void lastCompletionAfterDestructionIsNotLogged()
+    {
+        RecordingHost host;
+        {
+            TbarTestBiz tbar;
+            repeat(7, [&] { tbar.requestNextStep(); });
+        }
+        const LogCapture log;
+        host.tbarCalibration.results.at(6)(false, {});
+        QCOMPARE(log.lines(), QStringList());
+    }
+
+    void netReportsDuringDestruction()
+    {
+        RecordingHost host;
+        Witness witness;
+        const std::any payload = RecordingNetworkPort::payload({{0, true}, {7, true}});
+        destroyInStorm<NetPortTestBiz>([&] { host.networkPort.changed.fire(payload); }, witness);
+        QVERIFY(witness.heard > 0);
+        QCOMPARE(witness.late.load(), 0);
+    }
+
+    void usbReportsDuringDestruction()
+    {
+        RecordingHost host;
+        Witness witness;
+        const std::any payload = RecordingUsb::payload({{0}, {7}});
+        destroyInStorm<UsbPortTestBiz>([&] { host.usb.report.fire(payload); }, witness);
+        QVERIFY(witness.heard > 0);
+        QCOMPARE(witness.late.load(), 0);
+    }
+
+    void keyEventsDuringDestruction()
+    {
+        const LogCapture quiet;
+        RecordingHost host;
+        const KeyListWidget widget(host,
+                                   {{1, QStringLiteral("A")}, {1, QStringLiteral("B")}, {1, QStringLiteral("C")}});
+        Witness witness;
+        destroyInStorm<ButtonFunctionBiz>([&] { host.keyboard.press(1); }, witness);
+        QVERIFY(witness.heard > Rounds);
+        QCOMPARE(witness.late.load(), 0);
+    }
+
+    void calibrationReportsDuringDestruction()
+    {
+        RecordingHost host;
+        Witness witness;
+        destroyInStorm<TbarTestBiz>([&] { host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration()); },
+                                    witness);
+        QCOMPARE(witness.late.load(), 0);
+    }
+
+    // The owner starts the walk over and over while its keys are being pressed.
+    void keyEventsWhileTheListenerIsReplaced()
+    {
+        const LogCapture quiet;
+        RecordingHost host;
+        const KeyListWidget widget(host,
+                                   {{1, QStringLiteral("A")}, {1, QStringLiteral("CUT")}, {1, QStringLiteral("C")}});
+        ButtonFunctionBiz biz;
+        std::atomic<int> ends = 0;
+        biz.registerStateCallback("driver", [&ends](int state, int) { ends += state == 101 ? 1 : 0; });
+        const Storm storm([&] { host.keyboard.press(1); });
+        repeat(Rounds, [&] {
+            biz.enter();
+            biz.startTest();
+            storm.letPass(EventsPerRound);
+            biz.skipCurrentStep();
+            biz.setPass();
+        });
+        QVERIFY(ends > 0);
+    }
+
+    void reportsOnSeveralThreadsWhileTheOwnerAsks()
+    {
+        RecordingHost host;
+        UsbPortTestBiz usb;
+        NetPortTestBiz net;
+        net.startTest();
+        usb.startTest();
+        const std::any links = RecordingNetworkPort::payload({{0, true}, {100, true}});
+        const std::any nodes = RecordingUsb::payload({{1}, {2}, {3}});
+        {
+            const Storm storm([&] {
+                host.networkPort.changed.fire(links);
+                host.usb.changed.fire(nodes);
+            });
+            repeat(Rounds, [&] {
+                storm.letPass(EventsPerRound);
+                net.isAllLinked();
+                usb.isAllLinked();
+                net.portCount();
+                usb.portCount();
+                net.reTest();
+                usb.reTest();
+            });
+            storm.letPass(EventsPerRound);
+        }
+        QCOMPARE(net.portCount(), 101);
+        QCOMPARE(usb.portCount(), 3);
+        QVERIFY(usb.isAllLinked());
+    }
+
+    // A listener that takes its time on one thread must not keep an event on another from being heard.
+    void listenersOnTwoThreadsDoNotWaitForEachOther()
+    {
+        RecordingHost host;
+        NetPortTestBiz net;
+        std::atomic<int> inside = 0;
+        watch(net, [&inside] {
+            ++inside;
+            while (inside < 2)
+                std::this_thread::yield();
+        });
+        net.startTest();
+        const std::any payload = RecordingNetworkPort::payload({{0, true}});
+        const auto fire = [&] { host.networkPort.changed.fire(payload); };
+        std::thread first(fire);
+        std::thread second(fire);
+        first.join();
+        second.join();
+        QCOMPARE(inside.load(), 2);
+    }
+
+    void listenerMayDestroyTheTest()
+    {
+        RecordingHost host;
+        auto net = std::make_unique<NetPortTestBiz>();
+        watch(*net, [&net] { net.reset(); });
+        net->startTest();
+        host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, true}}));
+        QVERIFY(!net);
+        host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, true}}));
+    }
+
+private:
+    template <class... Biz>
+    static void startAll(Witness &witness, Biz &...biz)
+    {
+        (watch(biz, witness.listener()), ...);
+        (biz.enter(), ...);
+        (biz.startTest(), ...);
+    }
+};
+
+QTEST_MAIN(LateEventsTest)
+#include "tst_lateevents.moc"

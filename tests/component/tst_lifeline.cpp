@@ -1,0 +1,164 @@
+#include "lifeline.h"
+
+#include <QtTest/QtTest>
+
+#include <atomic>
+#include <functional>
+#include <future>
+#include <optional>
+
+using namespace LCD::FactoryModeImpl;
+
+namespace {
+
+/// An object that gives a callback out, as the test objects do.
+class Owner
+{
+public:
+    explicit Owner(std::function<void()> event) : m_event(std::move(event)) {}
+    std::function<void()> callback()
+    {
+        return m_lifeline.guarded([this] { m_event(); });
+    }
+
+private:
+    std::function<void()> m_event;
+    Lifeline m_lifeline;
+};
+
+constexpr auto Patience = std::chrono::seconds(60);
+
+}
+
+class LifelineTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void handsItsArgumentsOn()
+    {
+        const Lifeline lifeline;
+        QString heard;
+        const std::function<void(int, const QString &, std::unique_ptr<int>)> call =
+            lifeline.guarded([&heard](int number, const QString &text, std::unique_ptr<int> moved) {
+                heard = QStringLiteral("%1 %2 %3").arg(number).arg(text).arg(*moved);
+            });
+        call(1, QStringLiteral("two"), std::make_unique<int>(3));
+        QCOMPARE(heard, QStringLiteral("1 two 3"));
+    }
+
+    void refusesOnceTheOwnerIsGone()
+    {
+        int calls = 0;
+        std::optional<Owner> owner(std::in_place, [&calls] { ++calls; });
+        const auto callback = owner->callback();
+        callback();
+        owner.reset();
+        callback();
+        std::thread(callback).join();
+        QCOMPARE(calls, 1);
+    }
+
+    void cuttingWaitsForACallOnAnotherThread()
+    {
+        std::promise<void> entered;
+        std::promise<void> release;
+        std::atomic<bool> finished = false;
+        Lifeline lifeline;
+        std::thread service(lifeline.guarded([&] {
+            entered.set_value();
+            release.get_future().wait();
+            finished = true;
+        }));
+        entered.get_future().wait();
+
+        auto cut = std::async(std::launch::async, [&] {
+            lifeline.cut();
+            return finished.load();
+        });
+        // New calls are refused from the moment the line is cut, while the one under way goes on.
+        bool admitted = true;
+        const auto probe = lifeline.guarded([&admitted] { admitted = true; });
+        while (std::exchange(admitted, false)) {
+            std::this_thread::yield();
+            probe();
+        }
+        QCOMPARE(cut.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
+        release.set_value();
+        QVERIFY(cut.get());
+        service.join();
+    }
+
+    void callsOnTwoThreadsDoNotWaitForEachOther()
+    {
+        // Each waits for the other inside the call: only together can they finish.
+        std::promise<void> arrived[2];
+        std::atomic<int> next = 0;
+        Owner owner([&] {
+            const int self = next++;
+            arrived[self].set_value();
+            arrived[1 - self].get_future().wait();
+        });
+        auto first = std::async(std::launch::async, owner.callback());
+        auto second = std::async(std::launch::async, owner.callback());
+        QCOMPARE(first.wait_for(Patience), std::future_status::ready);
+        QCOMPARE(second.wait_for(Patience), std::future_status::ready);
+    }
+
+    void callMayCallAgain()
+    {
+        int depth = 0;
+        std::function<void()> callback;
+        Owner owner([&] {
+            if (++depth < 3)
+                callback();
+        });
+        callback = owner.callback();
+        callback();
+        QCOMPARE(depth, 3);
+    }
+
+    void callMayDestroyItsOwner()
+    {
+        std::optional<Owner> owner;
+        std::function<void()> callback;
+        int calls = 0;
+        owner.emplace([&] {
+            ++calls;
+            owner.reset();
+        });
+        callback = owner->callback();
+        callback();
+        callback();
+        QCOMPARE(calls, 1);
+    }
+
+    void callMayBeDroppedByItsHolderWhileItRuns()
+    {
+        std::function<void()> held;
+        std::string seen;
+        const Lifeline lifeline;
+        held = lifeline.guarded([&held, &seen, text = std::string(100, 'x')] {
+            held = nullptr;
+            seen = text;
+        });
+        held();
+        QCOMPARE(seen, std::string(100, 'x'));
+    }
+
+    void callThatThrowsHasLeft()
+    {
+        std::optional<Lifeline> lifeline(std::in_place);
+        const auto throwing = lifeline->guarded([] { throw 1; });
+        std::thread([&] {
+            try {
+                throwing();
+            } catch (int) {
+            }
+        }).join();
+        lifeline.reset(); // would wait for ever for a call that never left
+    }
+};
+
+QTEST_APPLESS_MAIN(LifelineTest)
+#include "tst_lifeline.moc"

@@ -1,0 +1,241 @@
+#include "buttonfunctionbiz.h"
+#include "buttonlightbiz.h"
+#include "netporttestbiz.h"
+#include "screenbadpixelbiz.h"
+#include "screenbrightnessbiz.h"
+#include "singletestsupport.h"
+#include "tbartestbiz.h"
+#include "usbporttestbiz.h"
+
+#include <type_traits>
+
+using namespace LCD::FactoryModeImpl;
+
+namespace {
+
+// Every operation, from every thread's point of view the same: the public interface of the objects in one place.
+void stepAll(ScreenBadPixelBiz &biz)
+{
+    repeat(14, [&] { biz.nextStep(); });
+}
+
+void stepAll(ScreenBrightnessBiz &biz)
+{
+    repeat(12, [&] { biz.nextStep(); });
+    biz.restoreBrightnessToNormal();
+}
+
+void stepAll(ButtonLightBiz &biz)
+{
+    repeat(12, [&] { biz.nextStep(); });
+}
+
+void stepAll(ButtonFunctionBiz &biz)
+{
+    repeat(4, [&] { biz.skipCurrentStep(); });
+}
+
+void stepAll(TbarTestBiz &biz)
+{
+    repeat(9, [&] { biz.requestNextStep(); });
+    biz.currentStepIndex();
+}
+
+template <class LinkBiz>
+void stepAll(LinkBiz &biz)
+{
+    biz.setRecvReport(!biz.isRecvReport());
+    biz.setRecvReport(true);
+    biz.isAllLinked();
+    biz.portCount();
+}
+
+template <class Biz>
+auto retest(Biz &biz) -> decltype(biz.reTest())
+{
+    biz.reTest();
+}
+
+void retest(ButtonFunctionBiz &biz)
+{
+    biz.enter();
+}
+
+/// Runs every operation of an object made under @p host, while its services report whatever they can.
+template <class Biz>
+void runAll(RecordingHost &host)
+{
+    Biz biz;
+    for (const bool pass : {true, false}) {
+        biz.enter();
+        biz.startTest();
+        stepAll(biz);
+        host.keyboard.press(1);
+        host.networkPort.report.fire(RecordingNetworkPort::payload({{0, true}}));
+        host.usb.changed.fire(RecordingUsb::payload({{3}}));
+        host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration());
+        pass ? biz.setPass() : biz.setNotPass();
+        QVERIFY(biz.state() == (pass ? 103 : 102));
+        retest(biz);
+        biz.startTest();
+    }
+}
+
+/// For each of the five objects whose listeners are filtered: whom does enter() call?
+template <class Biz>
+void checkFilter()
+{
+    Session<Biz> session;
+    const auto heard = [&session] { return session.take().filter(QStringLiteral("heard by")); };
+    for (const char *name : {"A", "B"}) {
+        session->registerStateCallback(
+            name, [&session, name](int) { session.add(QStringLiteral("heard by ") + QLatin1String(name)); });
+    }
+    session->enter();
+    QCOMPARE(heard(), QStringList());
+    QCOMPARE(session->getCurRequester(), std::string());
+
+    session->setCurRequester("A");
+    session->enter();
+    QCOMPARE(heard(), QStringList{QStringLiteral("heard by A")});
+
+    session->setCurRequester("B");
+    QCOMPARE(session.take(), QStringList());
+    QCOMPARE(session->getCurRequester(), std::string("B"));
+    session->enter();
+    QCOMPARE(heard(), QStringList{QStringLiteral("heard by B")});
+
+    session->registerStateCallback("B", nullptr);
+    session->enter();
+    QCOMPARE(heard(), QStringList{QStringLiteral("heard by B")});
+
+    session->registerStateCallback("B", [&session](int) { session.add(QStringLiteral("heard by B's second")); });
+    session->enter();
+    QCOMPARE(heard(), QStringList{QStringLiteral("heard by B's second")});
+}
+
+/// Whether a listener under the empty name hears of enter() while nobody is current.
+template <class Biz>
+bool hearsUnderTheEmptyName()
+{
+    Session<Biz> session;
+    bool heard = false;
+    session->registerStateCallback({}, [&heard](int) { heard = true; });
+    session->enter();
+    return heard;
+}
+
+template <class Biz>
+QStringList callsOfEnter()
+{
+    Session<Biz> session;
+    session->enter();
+    return session.take();
+}
+
+template <class Biz>
+constexpr bool isOnePointer = sizeof(Biz) == sizeof(void *)
+    && !std::is_polymorphic_v<Biz> && !std::is_copy_constructible_v<Biz> && !std::is_copy_assignable_v<Biz>;
+
+static_assert(
+    isOnePointer<
+        ScreenBadPixelBiz> && isOnePointer<ScreenBrightnessBiz> && isOnePointer<ButtonLightBiz> && isOnePointer<ButtonFunctionBiz> && isOnePointer<TbarTestBiz> && isOnePointer<NetPortTestBiz> && isOnePointer<UsbPortTestBiz>);
+
+const char *const Services[] = {"lcdKeyboardEvent",           "lcdFactoryModeBiz",   "lcdMemoryCacheNetworkPort",
+                                "lcdMemoryCacheNodeUSB",      "lcdTBarCalibration",  "lcdConfig",
+                                "lcdMemoryCacheScreenDetail", "lcdFactoryModeWidget"};
+
+}
+
+class TestObjectsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listenersAreFilteredByRequester()
+    {
+        checkFilter<ScreenBadPixelBiz>();
+        checkFilter<ScreenBrightnessBiz>();
+        checkFilter<ButtonLightBiz>();
+        checkFilter<NetPortTestBiz>();
+        checkFilter<UsbPortTestBiz>();
+    }
+
+    void emptyNameIsANameForAllButTheLinkTests()
+    {
+        QVERIFY(hearsUnderTheEmptyName<ScreenBadPixelBiz>());
+        QVERIFY(hearsUnderTheEmptyName<ScreenBrightnessBiz>());
+        QVERIFY(hearsUnderTheEmptyName<ButtonLightBiz>());
+        QVERIFY(hearsUnderTheEmptyName<TbarTestBiz>());
+        QVERIFY(!hearsUnderTheEmptyName<NetPortTestBiz>());
+        QVERIFY(!hearsUnderTheEmptyName<UsbPortTestBiz>());
+    }
+
+    void testTypes()
+    {
+        const auto type = [](int number) {
+            return QStringList{QStringLiteral("factoryBiz.setFactoryTestType(%1)").arg(number)};
+        };
+        QCOMPARE(callsOfEnter<ScreenBrightnessBiz>(), type(0));
+        QCOMPARE(callsOfEnter<ScreenBadPixelBiz>(), type(1));
+        QCOMPARE(callsOfEnter<ButtonLightBiz>(), type(2));
+        QCOMPARE(callsOfEnter<TbarTestBiz>(), type(6));
+        QCOMPARE(callsOfEnter<UsbPortTestBiz>(), type(9));
+        QCOMPARE(callsOfEnter<NetPortTestBiz>(), type(10));
+        QCOMPARE(callsOfEnter<ButtonFunctionBiz>(),
+                 QStringList{QStringLiteral("keyboard.registerKeyCallback(listener)")});
+    }
+
+    void twoInstancesDoNotKnowOfEachOther()
+    {
+        Session<ButtonLightBiz> session;
+        ButtonLightBiz other;
+        session->startTest();
+        QCOMPARE(session->state(), 10);
+        QCOMPARE(other.state(), 0);
+    }
+
+    void worksWithoutAHost()
+    {
+        RecordingHost host;
+        mirel::api::get().setHost(nullptr);
+        const LogCapture quiet;
+        runEverything(host);
+        QCOMPARE(host.lookups, QStringList());
+        QCOMPARE(host.calls.take(), QStringList());
+    }
+
+    void worksWithAnyServicesMissing()
+    {
+        const LogCapture quiet;
+        RecordingHost full;
+        const KeyListWidget widget(full,
+                                   {{1, QStringLiteral("A")}, {2, QStringLiteral("CUT")}, {3, QStringLiteral("C")}});
+        void *const widgetObject = full.getComponent("lcdFactoryModeWidget");
+        for (unsigned absent = 0; absent < 256; ++absent) {
+            RecordingHost host;
+            host.offer("lcdFactoryModeWidget", widgetObject);
+            for (unsigned bit = 0; bit < 8; ++bit) {
+                if (absent & (1U << bit))
+                    host.remove(Services[bit]);
+            }
+            runEverything(host);
+        }
+    }
+
+private:
+    static void runEverything(RecordingHost &host)
+    {
+        runAll<ScreenBadPixelBiz>(host);
+        runAll<ScreenBrightnessBiz>(host);
+        runAll<ButtonLightBiz>(host);
+        runAll<ButtonFunctionBiz>(host);
+        runAll<TbarTestBiz>(host);
+        runAll<NetPortTestBiz>(host);
+        runAll<UsbPortTestBiz>(host);
+        QCoreApplication::sendPostedEvents();
+    }
+};
+
+QTEST_MAIN(TestObjectsTest)
+#include "tst_testobjects.moc"
