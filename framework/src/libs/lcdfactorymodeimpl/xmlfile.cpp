@@ -1,6 +1,7 @@
 #include "xmlfile.h"
 
 #include "log.h"
+#include "xmllimits.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -8,8 +9,22 @@
 
 namespace LCD::FactoryModeImpl {
 
+namespace {
+
+bool isFileOrDirectory(const QFileInfo &info)
+{
+    return info.isFile() || info.isDir();
+}
+
+}
+
 std::optional<QByteArray> XmlFile::read(const QString &path) const
 {
+    const QFileInfo info(path);
+    if (info.exists() && !isFileOrDirectory(info)) {
+        reportParseError(path, QStringLiteral("not a regular file"), 0, 0);
+        return std::nullopt;
+    }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCWarning(componentLog) << m_parser << "Failed to open config file:" << path << "Error:" << file.errorString();
@@ -17,18 +32,21 @@ std::optional<QByteArray> XmlFile::read(const QString &path) const
         return std::nullopt;
     }
     qCDebug(componentLog) << m_parser << "Config file opened successfully, file size:" << file.size() << "bytes";
-    return file.readAll();
+    return file.read(XmlSizeLimit + 1);
 }
 
 QDomElement XmlFile::root(const QByteArray &data, const QString &path) const
 {
+    if (const auto excess = findXmlExcess(data)) {
+        reportParseError(path, excess->reason, excess->line, excess->column);
+        return {};
+    }
     QDomDocument document;
     QString error;
     int line = 0;
     int column = 0;
     if (!document.setContent(data, true, &error, &line, &column)) {
-        qCWarning(componentLog) << m_parser << "Failed to parse XML:" << path << "Error:" << error << "at line" << line
-                                << "column" << column;
+        reportParseError(path, error, line, column);
         return {};
     }
     const QDomElement root = document.documentElement();
@@ -39,6 +57,12 @@ QDomElement XmlFile::root(const QByteArray &data, const QString &path) const
         return {};
     }
     return root;
+}
+
+void XmlFile::reportParseError(const QString &path, const QString &error, int line, int column) const
+{
+    qCWarning(componentLog) << m_parser << "Failed to parse XML:" << path << "Error:" << error << "at line" << line
+                            << "column" << column;
 }
 
 bool XmlFile::isServedVersion(const QDomElement &root)

@@ -26,6 +26,8 @@ public:
     static bool isServedVersion(const QDomElement &root);
 
 private:
+    void reportParseError(const QString &path, const QString &error, int line, int column) const;
+
     const char *m_parser;
 };
 
