@@ -1,6 +1,8 @@
 #pragma once
 
+#include "component/componentlibrary.h"
 #include "device/device.h"
+#include "device/faults.h"
 #include "journal/journal.h"
 #include "operator/operator.h"
 #include "time/timeline.h"
@@ -14,12 +16,18 @@ class QWidget;
 
 namespace panelhost {
 
-class Faults;
-
-/// One device with the component loaded on it: what the window, `play` and `record` share. GUI thread.
+/// One device with the component loaded on it: what the window, `play` and `record` share. One at a time in a
+/// process. GUI thread.
 class Session
 {
 public:
+    /// A fault that is on from the start, before the component is made.
+    struct InitialFault
+    {
+        QString name;
+        QVariantMap arguments;
+    };
+
     struct Options
     {
         QString component; ///< path of the library; empty: the one beside the program
@@ -29,11 +37,24 @@ public:
         TBarType tbarType = TBarType::Slider;
         int netPorts = 4;
         int usbPorts = 4;
+        QList<InitialFault> faults;
+        /// A new subscriber to the changes of a link service hears the present value shortly after, as if it had
+        /// just changed. Without it an aging test waits at its port steps until somebody plugs.
+        bool changedOnSubscribe = true;
     };
 
-    /// nullptr, with one clear sentence in @p error, when the component can't be loaded.
+    /// Loads the component and enters factory mode, at instant 0 of a clock that stands still. The LCD isn't shown
+    /// yet: show it, or put it into a window. nullptr, with one clear sentence in @p error, when the component can't
+    /// be loaded or an option is wrong.
     static std::unique_ptr<Session> open(const Options &options, QString *error);
     virtual ~Session() = default;
+
+    virtual const Options &options() const = 0;
+    /// The directory with the XML files, whichever it is.
+    virtual QString shareDirectory() const = 0;
+    virtual const ComponentLibrary &library() const = 0;
+    /// Names under which the component finds something.
+    virtual QStringList serviceNames() const = 0;
 
     virtual Timeline &timeline() = 0;
     virtual Device &device() = 0;
@@ -42,6 +63,12 @@ public:
     virtual Faults &faults() = 0;
     /// The LCD: a widget of the device's size with the component in it. Owned by the session.
     virtual QWidget *lcd() = 0;
+
+    virtual QStringList languages() const = 0;
+    virtual QString language() const = 0;
+    virtual bool setLanguage(const QString &code) = 0;
+    virtual void enterFactoryMode() = 0;
+    virtual void exitFactoryMode() = 0;
 };
 
 }

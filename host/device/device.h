@@ -108,4 +108,8 @@ public:
     virtual std::any usbReport() const = 0;
 };
 
+/// The key or port of @p state, nullptr when it has none such. Valid as long as @p state.
+const KeyState *findKey(const DeviceState &state, int halKey);
+const PortState *findPort(const DeviceState &state, const QString &name);
+
 }

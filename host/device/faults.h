@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
+
+#include <mutex>
 
 namespace panelhost {
 
@@ -15,16 +18,30 @@ struct FaultInfo
     QStringList arguments; ///< names of what it needs, such as "key"
 };
 
-/// The faults that can be switched on and off on the simulated device and its services. Any thread.
+/// The faults that can be switched on and off on the simulated device and its services. One that takes an argument
+/// can be on for several values at once: two dead keys. Any thread.
 class Faults
 {
 public:
     static const QList<FaultInfo> &all();
+    /// nullptr when there is no such fault.
+    static const FaultInfo *find(const QString &name);
 
+    /// What set() would answer, without doing it.
+    static bool check(const QString &name, bool on, const QVariantMap &arguments, QString *error);
+
+    /// Off without arguments switches the fault off for all its values.
     /// False, with a sentence in @p error, for an unknown name or a missing argument.
     bool set(const QString &name, bool on, const QVariantMap &arguments, QString *error);
     bool isOn(const QString &name) const;
+    /// Whether the fault is on for this value of its argument, such as the key 27.
+    bool isOn(const QString &name, const QString &argument, const QVariant &value) const;
+    /// The value that was switched on last.
     QVariant argument(const QString &name, const QString &argument) const;
+
+private:
+    mutable std::mutex m_mutex;
+    QMap<QString, QList<QVariantMap>> m_on;
 };
 
 }

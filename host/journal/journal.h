@@ -3,17 +3,19 @@
 #include "time/timeline.h"
 
 #include <QtCore/QJsonObject>
-#include <QtCore/QMutex>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
 #include <functional>
+#include <mutex>
 
 namespace panelhost {
 
-/// Everything that crosses the component's boundary, in order. One JSON object a line:
-/// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action|note","name":"...", ...}
-/// Keys in this order; what else a line holds depends on its kind. Any thread may add.
+/// Everything that crosses the component's boundary, in order. One JSON object a line, keys in this order:
+/// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action|note","name":"...",
+///  "data":{...}}
+/// `t` is in virtual milliseconds. What `data` holds depends on kind and name; it is left out when empty, and its
+/// keys stand in alphabetical order. Any thread may add.
 class Journal
 {
 public:
@@ -39,12 +41,19 @@ public:
         QString toText() const;        ///< one readable line
     };
 
+    static QString kindName(Kind kind);
+
     void add(Kind kind, const QString &name, const QJsonObject &data = {});
     QVector<Entry> entries() const;
     QVector<Entry> tail(int count) const;
     /// Called for each new entry, on the thread that added it.
     void setSink(std::function<void(const Entry &)> sink);
     QByteArray toJsonLines() const;
+
+private:
+    mutable std::mutex m_mutex;
+    QVector<Entry> m_entries;
+    std::function<void(const Entry &)> m_sink;
 };
 
 }

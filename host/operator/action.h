@@ -4,6 +4,8 @@
 #include <QtCore/QString>
 #include <QtCore/QVariantMap>
 
+#include <optional>
+
 namespace panelhost {
 
 /// One thing that an operator does to the device, as data. What the window's controls do, what a scenario's steps do
@@ -12,7 +14,7 @@ struct Action
 {
     enum class Kind {
         Navigate, ///< knob or joystick: "key" is one of up, down, left, right, enter, back
-        Press,    ///< a key of the panel goes down and up: "key" is its hal key
+        Press,    ///< a key of the panel goes down and up: "key" is its hal key, or its name
         Hold,     ///< a key of the panel goes down
         Release,  ///< and up again
         Soft,     ///< a soft button of the page by touch: "side" is left or right
@@ -33,6 +35,10 @@ struct Action
 
     bool operator==(const Action &other) const { return kind == other.kind && arguments == other.arguments; }
 };
+
+/// The name of @p kind in journals: "navigate", "enter-factory-mode".
+QString actionName(Action::Kind kind);
+std::optional<Action::Kind> actionKind(const QString &name);
 
 }
 

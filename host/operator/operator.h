@@ -22,6 +22,7 @@ public:
     bool perform(const Action &action, QString *error = nullptr);
 
 Q_SIGNALS:
+    /// @p action as it is in the journal: its arguments complete and each of its own type.
     void performed(const panelhost::Action &action, panelhost::Instant at);
 
 private:

@@ -3,11 +3,19 @@
 #include <QtCore/QtGlobal>
 
 #include <functional>
+#include <memory>
 
 namespace panelhost {
 
 /// Virtual milliseconds since the process began its session.
 using Instant = qint64;
+
+/// On which thread something happens, as the journal names it.
+enum class ThreadKind {
+    Gui,
+    Device,
+    Other
+};
 
 /// The one clock of panelhost. Every QTimer of the GUI thread, the component's among them, and every piece of work
 /// that the device has put under way is due at an instant, and they run strictly in the order (instant, sequence).
@@ -17,7 +25,7 @@ using Instant = qint64;
 class Timeline
 {
 public:
-    /// Puts the event dispatcher in place. Before the application object is made.
+    /// Puts the event dispatcher in place. Before the application object is made; once in a process.
     static void install();
     static Timeline &instance();
 
@@ -25,6 +33,10 @@ public:
 
     /// Runs @p work on the device thread at the instant now() + @p delay. Any thread.
     void schedule(Instant delay, std::function<void()> work);
+    /// Runs @p work on the device thread at once and waits for it; in place when called on the device thread. For
+    /// what a device does in the middle of a call. GUI or device thread.
+    void runOnDevice(const std::function<void()> &work);
+    ThreadKind currentThread() const;
 
     /// Delivers all that is due at the present instant, on both threads, until nothing is left.
     void settle();
@@ -41,6 +53,17 @@ public:
     /// Called after each step (a timer, a piece of device work, an action) once everything has settled: the place to
     /// look at the screen.
     void setObserver(std::function<void()> observer);
+
+    /// Sets the clock back to 0, stopped, and drops all work of the device: a new session begins.
+    void restart();
+
+private:
+    Timeline();
+    ~Timeline();
+    Q_DISABLE_COPY(Timeline)
+
+    class Impl;
+    std::unique_ptr<Impl> d;
 };
 
 }

@@ -1,0 +1,41 @@
+#include "commands.h"
+
+#include <QtGui/QPalette>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleFactory>
+
+#include <cstdio>
+
+namespace panelhost {
+
+void prepareProcess(bool needsDisplay)
+{
+    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    const bool isChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!isChosen && (!needsDisplay || !hasDisplay))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    Timeline::install();
+}
+
+// The same look on every desktop.
+void prepareApplication()
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setApplicationName(QStringLiteral("panelhost"));
+    QApplication::setApplicationVersion(QStringLiteral(PANELHOST_VERSION));
+    // Blinking of a text cursor or of an animation has no place in virtual time.
+    QApplication::setCursorFlashTime(0);
+    QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
+    QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+    QApplication::setEffectEnabled(Qt::UI_AnimateTooltip, false);
+}
+
+int refuse(const QString &sentence)
+{
+    std::fprintf(stderr, "panelhost: %s\n", sentence.toLocal8Bit().constData());
+    return 2;
+}
+
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "session.h"
+
+#include <QtCore/QCommandLineOption>
+#include <QtCore/QCommandLineParser>
+
+namespace panelhost {
+
+/// What was typed, read and checked as far as all commands have it in common.
+struct CommandLine
+{
+    Session::Options session;         ///< from the common options
+    QStringList arguments;            ///< files and directories after the command's name
+    const QCommandLineParser &parser; ///< for the command's own options
+};
+
+/// One command: each in a file of its own. Returns the exit status: 0 done, 1 an expectation or a check failed,
+/// 2 usage, unreadable input or a component that can't be loaded.
+struct Command
+{
+    QString name; ///< empty: the window
+    QString syntax;
+    QString description;
+    QList<QCommandLineOption> options;
+    int leastArguments;
+    int mostArguments;
+    bool needsDisplay; ///< without it the offscreen platform does
+    int (*run)(const CommandLine &);
+};
+
+const QList<Command> &commands();
+
+int runWindow(const CommandLine &line);
+int runPlay(const CommandLine &line);
+int runRecord(const CommandLine &line);
+int runCheck(const CommandLine &line);
+int runInfo(const CommandLine &line);
+
+/// Writes "panelhost: <sentence>" to the standard error output; returns the exit status 2.
+int refuse(const QString &sentence);
+
+/// Style, palette and the clock of panelhost: prepareProcess() before the application object is made, with the
+/// command's @p needsDisplay; prepareApplication() after.
+void prepareProcess(bool needsDisplay);
+void prepareApplication();
+
+}

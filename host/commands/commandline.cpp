@@ -1,0 +1,133 @@
+#include "commandline.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace panelhost {
+
+namespace {
+
+QString help()
+{
+    QString text = QStringLiteral("Runs the factory mode component on a simulated device.\n\nCommands:\n");
+    for (const Command &command : commands())
+        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -16).arg(command.description);
+    return text
+        + QStringLiteral("\nExit status: 0 done, 1 an expectation or a check failed, 2 usage, unreadable "
+                         "input or a component that can't be loaded.");
+}
+
+const Command *findCommand(const QString &name)
+{
+    const auto found = std::find_if(commands().begin(), commands().end(),
+                                    [&name](const Command &command) { return command.name == name; });
+    return found == commands().end() ? nullptr : &*found;
+}
+
+// The command stands before the options that only it has: it is the first argument that is one's name.
+const Command *commandIn(const QStringList &arguments)
+{
+    for (const QString &argument : arguments.mid(1)) {
+        const Command *command = argument.isEmpty() ? nullptr : findCommand(argument);
+        if (command)
+            return command;
+    }
+    return findCommand(QString());
+}
+
+void addCommonOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(help());
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {QStringLiteral("component"), QStringLiteral("The component's library."), QStringLiteral("PATH")},
+        {QStringLiteral("share"), QStringLiteral("Directory with the two XML files."), QStringLiteral("DIR")},
+        {QStringLiteral("language"), QStringLiteral("Language of the component's texts."), QStringLiteral("CODE"),
+         QStringLiteral("en")},
+        {QStringLiteral("tbar"), QStringLiteral("The T-Bar that is fitted: slider or fader."), QStringLiteral("TYPE"),
+         QStringLiteral("slider")},
+        {QStringLiteral("size"), QStringLiteral("Size of the LCD in pixels."), QStringLiteral("WxH"),
+         QStringLiteral("800x480")},
+    });
+}
+
+bool readTBar(const QString &value, Session::Options &options, QString *error)
+{
+    if (value != QLatin1String("slider") && value != QLatin1String("fader")) {
+        *error = QStringLiteral("--tbar is \"%1\"; it is slider or fader.").arg(value);
+        return false;
+    }
+    options.tbarType = value == QLatin1String("slider") ? TBarType::Slider : TBarType::Fader;
+    return true;
+}
+
+bool readSize(const QString &value, Session::Options &options, QString *error)
+{
+    static const QRegularExpression form(QStringLiteral("^([1-9][0-9]{1,3})x([1-9][0-9]{1,3})$"));
+    const QRegularExpressionMatch match = form.match(value);
+    if (!match.hasMatch()) {
+        *error = QStringLiteral("--size is \"%1\"; it is width and height in pixels, such as 800x480.").arg(value);
+        return false;
+    }
+    options.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+    return true;
+}
+
+bool readOptions(const QCommandLineParser &parser, Session::Options &options, QString *error)
+{
+    options.component = parser.value(QStringLiteral("component"));
+    options.share = parser.value(QStringLiteral("share"));
+    options.language = parser.value(QStringLiteral("language"));
+    return readTBar(parser.value(QStringLiteral("tbar")), options, error)
+        && readSize(parser.value(QStringLiteral("size")), options, error);
+}
+
+int printed(const QString &text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stdout);
+    return 0;
+}
+
+}
+
+bool needsDisplay(int argc, const char *const *argv)
+{
+    QStringList arguments;
+    for (int index = 0; index < argc; ++index)
+        arguments << QString::fromLocal8Bit(argv[index]);
+    const auto asks = [&arguments](const char *name) { return arguments.contains(QLatin1String(name)); };
+    return commandIn(arguments)->needsDisplay && !asks("--help") && !asks("-h") && !asks("--version") && !asks("-v");
+}
+
+int runCommandLine(const QStringList &arguments)
+{
+    const Command &command = *commandIn(arguments);
+    QCommandLineParser parser;
+    addCommonOptions(parser);
+    parser.addOptions(command.options);
+    if (!parser.parse(arguments))
+        return refuse(parser.errorText());
+    if (parser.isSet(QStringLiteral("help")))
+        return printed(parser.helpText());
+    if (parser.isSet(QStringLiteral("version")))
+        return printed(QStringLiteral("panelhost %1\n").arg(QCoreApplication::applicationVersion()));
+
+    CommandLine line{{}, parser.positionalArguments(), parser};
+    if (!command.name.isEmpty())
+        line.arguments.removeFirst();
+    const int count = line.arguments.size();
+    if (command.name.isEmpty() && count > 0)
+        return refuse(QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
+    if (count < command.leastArguments || count > command.mostArguments)
+        return refuse(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
+    QString error;
+    if (!readOptions(parser, line.session, &error))
+        return refuse(error);
+    return command.run(line);
+}
+
+}

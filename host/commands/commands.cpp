@@ -1,0 +1,57 @@
+#include "commands.h"
+
+#include "panel/windowoptions.h"
+
+#include <limits>
+
+namespace panelhost {
+
+namespace {
+
+QCommandLineOption option(const char *name, const char *description, const char *value = nullptr)
+{
+    return {QString::fromLatin1(name), QString::fromUtf8(description), QString::fromLatin1(value)};
+}
+
+constexpr int any = std::numeric_limits<int>::max();
+
+}
+
+const QList<Command> &commands()
+{
+    static const QList<Command> table = {
+        {QString(), QStringLiteral("[options]"), QStringLiteral("opens the window"), WindowOptions::declared(), 0, 0,
+         true, runWindow},
+        {QStringLiteral("play"),
+         QStringLiteral("play FILE..."),
+         QStringLiteral("plays scenarios"),
+         {option("report", "Write a report with screenshots to DIR.", "DIR"),
+          option("journal", "Write the journal to FILE.", "FILE"), option("realtime", "Play by the wall clock.")},
+         1,
+         any,
+         false,
+         runPlay},
+        {QStringLiteral("record"), QStringLiteral("record FILE"),
+         QStringLiteral("opens the window and writes what is done in it as a scenario"), WindowOptions::declared(), 1,
+         1, true, runRecord},
+        {QStringLiteral("check"),
+         QStringLiteral("check [DIR]"),
+         QStringLiteral("checks the two XML files of a share directory"),
+         {option("strict", "Count warnings as errors.")},
+         0,
+         1,
+         false,
+         runCheck},
+        {QStringLiteral("info"),
+         QStringLiteral("info"),
+         QStringLiteral("loads the component and tells what was found at each step"),
+         {},
+         0,
+         0,
+         false,
+         runInfo},
+    };
+    return table;
+}
+
+}

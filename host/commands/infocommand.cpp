@@ -1,0 +1,69 @@
+#include "commands.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QWidget>
+
+namespace panelhost {
+
+namespace {
+
+QString oneLine(const char *value)
+{
+    return value ? QString::fromUtf8(value)
+                       .replace(QLatin1Char('\r'), QStringLiteral("\\r"))
+                       .replace(QLatin1Char('\n'), QStringLiteral("\\n"))
+                 : QStringLiteral("(null)");
+}
+
+void printField(QTextStream &out, const char *name, const QString &value)
+{
+    out << "  " << QString::fromLatin1(name).leftJustified(18) << value << '\n';
+}
+
+void printRecords(QTextStream &out, const ComponentLibrary &library)
+{
+    out << "pluginfo\n";
+    printField(out, "interfaceVersion", oneLine(library.pluginInfo()->interfaceVersion));
+    printField(out, "pluginName", oneLine(library.pluginInfo()->pluginName));
+    printField(out, "pluginVersion", oneLine(library.pluginInfo()->pluginVersion));
+    printField(out, "pluginMeta", oneLine(library.pluginInfo()->pluginMeta));
+    out << "component\n";
+    printField(out, "componentName", oneLine(library.componentInfo()->componentName));
+    printField(out, "componentMeta", oneLine(library.componentInfo()->componentMeta));
+}
+
+void printSteps(QTextStream &out, const ComponentLibrary &library)
+{
+    out << "loading\n";
+    for (const LoadStep &step : library.steps())
+        out << "  " << ComponentLibrary::stateName(step.state).leftJustified(18) << step.found << '\n';
+}
+
+}
+
+int runInfo(const CommandLine &line)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QString error;
+    const std::unique_ptr<Session> session = Session::open(line.session, &error);
+    if (!session)
+        return refuse(error);
+    session->lcd()->show();
+    session->timeline().settle();
+    session->lcd()->grab();
+    const double loaded = static_cast<double>(elapsed.nsecsElapsed()) / 1e6;
+
+    QTextStream out(stdout);
+    printSteps(out, session->library());
+    printRecords(out, session->library());
+    out << "services\n";
+    for (const QString &name : session->serviceNames())
+        out << "  " << name << '\n';
+    out << "load time\n";
+    printField(out, "menu on screen", QStringLiteral("%1 ms").arg(loaded, 0, 'f', 1));
+    return 0;
+}
+
+}

@@ -1,0 +1,203 @@
+#include "component/componentlibrary.h"
+
+#include "lcd/factorymode/ilcdfactorymode.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+
+#include <cstring>
+#include <dlfcn.h>
+
+namespace panelhost {
+
+namespace {
+
+constexpr char interfaceVersion[] = "0.1";
+constexpr char componentName[] = "lcd.factory.mode";
+constexpr char interfaceClass[] = "LCD::FactoryMode::ILcdFactoryMode";
+constexpr char tableSymbol[] = "lcdfactorymodeimpl_mirel_componentInfoTable";
+
+QString text(const char *value)
+{
+    return value ? QString::fromUtf8(value) : QStringLiteral("(null)");
+}
+
+// A record's text on one line: meta data may end in CR LF.
+QString shown(const char *value)
+{
+    return QStringLiteral("\"%1\"").arg(text(value).trimmed());
+}
+
+// What the linker says, without the path that it begins with.
+QString linkerError(const QString &path)
+{
+    QString error = text(dlerror());
+    const QString prefix = path + QStringLiteral(": ");
+    return error.startsWith(prefix) ? error.mid(prefix.size()) : error;
+}
+
+}
+
+ComponentLibrary::ComponentLibrary(const QString &path) : m_path(QFileInfo(path).absoluteFilePath())
+{
+}
+
+ComponentLibrary::~ComponentLibrary()
+{
+    end();
+    if (m_handle && m_state < LoadState::Initialised)
+        dlclose(m_handle);
+}
+
+bool ComponentLibrary::fail(const QString &what)
+{
+    m_error = QStringLiteral("%1: %2").arg(m_path, what);
+    return false;
+}
+
+bool ComponentLibrary::reach(LoadState state, const QString &found)
+{
+    m_state = state;
+    m_steps << LoadStep{state, found};
+    return true;
+}
+
+bool ComponentLibrary::locate()
+{
+    const QFileInfo file(m_path);
+    if (!file.exists())
+        return fail(QStringLiteral("there is no such file."));
+    if (!file.isFile())
+        return fail(QStringLiteral("this is not a file."));
+    return reach(LoadState::Located, QStringLiteral("%1, %2 bytes").arg(m_path).arg(file.size()));
+}
+
+bool ComponentLibrary::open()
+{
+    m_handle = dlopen(m_path.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
+    if (!m_handle)
+        return fail(QStringLiteral("can't be opened as a library: %1.").arg(linkerError(m_path)));
+    return reach(LoadState::Opened, QStringLiteral("a shared library, all its symbols bound"));
+}
+
+bool ComponentLibrary::resolve(const char *symbol, void **address)
+{
+    *address = dlsym(m_handle, symbol);
+    return *address || fail(QStringLiteral("has no symbol \"%1\".").arg(text(symbol)));
+}
+
+bool ComponentLibrary::check()
+{
+    void *infoFunction = nullptr;
+    void *initFunction = nullptr;
+    void *table = nullptr;
+    if (!resolve("pluginfo", &infoFunction) || !resolve("pluginit", &initFunction) || !resolve(tableSymbol, &table))
+        return false;
+    m_init = reinterpret_cast<void (*)(void *)>(initFunction);
+    m_info = reinterpret_cast<const mirel::PluginInfo *(*)()>(infoFunction)();
+    if (!checkInfo() || !findComponent(m_info->componentInfoTable) || !checkComponent())
+        return false;
+    return reach(LoadState::Checked,
+                 QStringLiteral("plugin %1 version %2, interface %3, component %4")
+                     .arg(shown(m_info->pluginName), shown(m_info->pluginVersion), shown(m_info->interfaceVersion),
+                          shown(m_component->componentName)));
+}
+
+bool ComponentLibrary::checkInfo()
+{
+    if (!m_info)
+        return fail(QStringLiteral("pluginfo() returns no record."));
+    if (!m_info->interfaceVersion || std::strcmp(m_info->interfaceVersion, interfaceVersion) != 0)
+        return fail(QStringLiteral("has interface version %1 where \"%2\" is expected.")
+                        .arg(shown(m_info->interfaceVersion), text(interfaceVersion)));
+    if (!m_info->componentInfoTable)
+        return fail(QStringLiteral("has no component table."));
+    if (!*m_info->componentInfoTable)
+        return fail(QStringLiteral("has a component table with no entry."));
+    return true;
+}
+
+bool ComponentLibrary::findComponent(mirel::ComponentInfo *const *table)
+{
+    QStringList names;
+    for (; *table; ++table) {
+        const char *name = (*table)->componentName;
+        if (name && std::strcmp(name, componentName) == 0) {
+            m_component = *table;
+            return true;
+        }
+        names << shown(name);
+    }
+    return fail(
+        QStringLiteral("has no component \"%1\", only %2.").arg(text(componentName), names.join(QStringLiteral(", "))));
+}
+
+bool ComponentLibrary::checkComponent()
+{
+    if (!m_component->creator)
+        return fail(QStringLiteral("the component \"%1\" has no creator.").arg(text(componentName)));
+    if (!m_component->deletor)
+        return fail(QStringLiteral("the component \"%1\" has no deletor.").arg(text(componentName)));
+    return true;
+}
+
+bool ComponentLibrary::initialise(void *host)
+{
+    m_init(host);
+    return reach(LoadState::Initialised, QStringLiteral("pluginit() has the host"));
+}
+
+bool ComponentLibrary::create()
+{
+    void *object = nullptr;
+    try {
+        object = m_component->creator();
+    } catch (const std::exception &exception) {
+        return fail(
+            QStringLiteral("the creator of \"%1\" threw: %2.").arg(text(componentName), text(exception.what())));
+    } catch (...) {
+        return fail(QStringLiteral("the creator of \"%1\" threw an exception.").arg(text(componentName)));
+    }
+    if (!object)
+        return fail(QStringLiteral("the creator of \"%1\" returned no object.").arg(text(componentName)));
+    // The record says nothing of the class; the object's own meta-object does.
+    auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(object);
+    const QString className = text(widget->metaObject()->className());
+    if (!widget->inherits(interfaceClass)) {
+        m_component->deletor(object);
+        return fail(QStringLiteral("the creator of \"%1\" made a %2, which is no %3.")
+                        .arg(text(componentName), className, text(interfaceClass)));
+    }
+    m_widget = widget;
+    return reach(LoadState::Created, className);
+}
+
+void ComponentLibrary::end()
+{
+    if (m_widget)
+        m_component->deletor(static_cast<void *>(std::exchange(m_widget, nullptr)));
+    if (m_state >= LoadState::Initialised)
+        m_init(nullptr);
+}
+
+QString ComponentLibrary::stateName(LoadState state)
+{
+    static const char *const names[] = {"none", "located", "opened", "checked", "initialised", "created"};
+    return QString::fromLatin1(names[static_cast<int>(state)]);
+}
+
+QString defaultComponentPath()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString name = QStringLiteral("liblcdfactorymodeimpl.so");
+    const QStringList places = {program, program + QStringLiteral("/../lib"),
+                                program + QStringLiteral("/../" PANELHOST_LIBDIR)};
+    for (const QString &place : places) {
+        const QFileInfo file(place + QLatin1Char('/') + name);
+        if (file.exists())
+            return QFileInfo(file.absoluteFilePath()).canonicalFilePath();
+    }
+    return QFileInfo(places.at(1) + QLatin1Char('/') + name).absoluteFilePath();
+}
+
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "mirel/component.h"
+
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+namespace LCD::FactoryMode {
+class ILcdFactoryMode;
+}
+
+namespace panelhost {
+
+/// How far the loading of a component has come. Each state includes the ones before it.
+enum class LoadState {
+    None,
+    Located,     ///< the file is there
+    Opened,      ///< it is a library, mapped and linked
+    Checked,     ///< its records are as they should be and hold the component
+    Initialised, ///< it knows its host
+    Created,     ///< the component's widget is there
+};
+
+/// One step of loading and what it found, for people to read.
+struct LoadStep
+{
+    LoadState state;
+    QString found;
+};
+
+/// The library of the component "lcd.factory.mode", climbed up state by state. Each step returns false, with one
+/// sentence in errorString() that names the file and what is wrong, and then no further step may be taken.
+/// A library that has been initialised stays mapped to the end of the process. GUI thread.
+class ComponentLibrary
+{
+public:
+    explicit ComponentLibrary(const QString &path);
+    ~ComponentLibrary();
+    ComponentLibrary(const ComponentLibrary &) = delete;
+    ComponentLibrary &operator=(const ComponentLibrary &) = delete;
+
+    bool locate();
+    bool open();
+    bool check();
+    bool initialise(void *host);
+    bool create();
+    /// Ends the widget with the component's `deletor` and takes the host from the library.
+    void end();
+
+    LoadState state() const { return m_state; }
+    QString errorString() const { return m_error; }
+    QString path() const { return m_path; }
+    QList<LoadStep> steps() const { return m_steps; }
+    /// From Checked on.
+    const mirel::PluginInfo *pluginInfo() const { return m_info; }
+    const mirel::ComponentInfo *componentInfo() const { return m_component; }
+    /// From Created to end().
+    LCD::FactoryMode::ILcdFactoryMode *widget() const { return m_widget; }
+
+    static QString stateName(LoadState state);
+
+private:
+    bool fail(const QString &what);
+    bool reach(LoadState state, const QString &found);
+    bool resolve(const char *symbol, void **address);
+    bool checkInfo();
+    bool findComponent(mirel::ComponentInfo *const *table);
+    bool checkComponent();
+
+    QString m_path;
+    LoadState m_state = LoadState::None;
+    QString m_error;
+    QList<LoadStep> m_steps;
+    void *m_handle = nullptr;
+    void (*m_init)(void *) = nullptr;
+    const mirel::PluginInfo *m_info = nullptr;
+    const mirel::ComponentInfo *m_component = nullptr;
+    LCD::FactoryMode::ILcdFactoryMode *m_widget = nullptr;
+};
+
+/// The library beside the program: in its directory, in "../lib", or where an installation puts it.
+QString defaultComponentPath();
+
+}

@@ -1,0 +1,63 @@
+#include "component/factorymodedriver.h"
+
+#include "device/device.h"
+#include "journal/journal.h"
+#include "lcd/factorymode/ilcdfactorymode.h"
+#include "lcd/lcd.h"
+
+namespace panelhost {
+
+FactoryModeDriver::FactoryModeDriver(LCD::FactoryMode::ILcdFactoryMode &widget, Lcd &lcd, Device &device,
+                                     Journal &journal)
+    : m_widget(widget), m_lcd(lcd), m_device(device), m_journal(journal)
+{
+    connect(&widget, SIGNAL(requestShowContainer(QString)), this, SLOT(onRequestShowContainer(QString)));
+    connect(&widget, SIGNAL(requestExitFactoryMode()), this, SLOT(onRequestExitFactoryMode()));
+    connect(&lcd, &Lcd::containerLeft, this, [this] { m_lcd.showComponent(); });
+    connect(&lcd, &Lcd::factoryModeWanted, this, &FactoryModeDriver::enter);
+}
+
+void FactoryModeDriver::setUp(const QString &share, const QSize &size)
+{
+    m_lcd.setComponent(&m_widget);
+    m_widget.registerTestPatternDisplayCallback(
+        "panelhost", [this](int type, int index, int level) { onTestPattern(type, index, level); });
+    if (!share.isEmpty())
+        m_widget.setFactoryModeData(QStringLiteral("menuConfigPath"), share);
+    m_widget.setFactoryModeSize(size);
+}
+
+void FactoryModeDriver::enter()
+{
+    m_lcd.showComponent();
+    m_widget.enterFactoryMode();
+}
+
+void FactoryModeDriver::exit()
+{
+    m_widget.exitFactoryMode();
+    m_lcd.showHome();
+}
+
+void FactoryModeDriver::onRequestShowContainer(const QString &containerKey)
+{
+    m_journal.add(Journal::Kind::Signal, QStringLiteral("requestShowContainer"),
+                  {{QStringLiteral("containerKey"), containerKey}});
+    m_lcd.showContainer(containerKey);
+}
+
+void FactoryModeDriver::onRequestExitFactoryMode()
+{
+    m_journal.add(Journal::Kind::Signal, QStringLiteral("requestExitFactoryMode"));
+    exit();
+}
+
+// The component may report a pattern on any thread; the device takes it on any.
+void FactoryModeDriver::onTestPattern(int type, int index, int level)
+{
+    m_journal.add(Journal::Kind::Call, QStringLiteral("testPatternDisplay"),
+                  {{QStringLiteral("type"), type}, {QStringLiteral("index"), index}, {QStringLiteral("level"), level}});
+    m_device.setPatternLevel(level);
+}
+
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "device/device.h"
+
+#include <memory>
+#include <mutex>
+
+namespace panelhost {
+
+class Faults;
+class Timeline;
+
+/// A device of keys, screens, T-Bar and ports that exists in memory alone. It lives on the timeline's device thread:
+/// all its events are work there. Ends on the GUI thread, and takes what it has put under way with it.
+class SimulatedDevice final : public Device
+{
+public:
+    struct Shape
+    {
+        QList<KeyState> keys;
+        TBarType tbarType = TBarType::Slider;
+        int netPorts = 4;
+        int usbPorts = 4;
+    };
+
+    SimulatedDevice(const Shape &shape, Timeline &timeline, const Faults &faults);
+    ~SimulatedDevice() override;
+
+    DeviceState state() const override;
+    void setKeyLed(int halKey, const KeyLed &led) override;
+    void setAllKeyBrightness(int level) override;
+    void setScreenBrightness(int screen, int level) override;
+    void setTestPattern(int type, int index) override;
+    void setPatternLevel(int level) override;
+    void setPanelMode(int mode) override;
+    void setTestType(int type) override;
+    void setMachineTestKind(int kind) override;
+    void calibrate(int command, const std::function<void(bool, const std::string &)> &result) override;
+    bool setKeyDown(int halKey, bool down) override;
+    void setTBarPosition(double position) override;
+    bool setPlugged(const QString &port, bool plugged) override;
+    bool setBlocked(const QString &port, bool blocked) override;
+    void setKeyListener(KeyListener listener) override;
+    void setNetListener(LinkListener changed) override;
+    void setUsbListener(LinkListener changed) override;
+    void setCalibrationListener(CalibrationListener listener) override;
+    std::any netReport() const override;
+    std::any usbReport() const override;
+
+private:
+    class Work;
+
+    template <class Change>
+    auto change(Change &&change);
+    void later(int delay, void (SimulatedDevice::*event)(int, int), int first, int second);
+    bool changePort(const QString &name, bool PortState::*field, bool value);
+    void sendKey(int halKey, int down);
+    void sendNet(int, int);
+    void sendUsb(int, int);
+    void sendCalibration(int command, int percent);
+    void finishCalibration(int command, int step, const std::function<void(bool, const std::string &)> &result);
+
+    Timeline &m_timeline;
+    const Faults &m_faults;
+    std::shared_ptr<Work> m_work;
+    mutable std::mutex m_mutex;
+    DeviceState m_state;
+    int m_calibrationStep = 0;
+    KeyListener m_keyListener;
+    LinkListener m_netListener;
+    LinkListener m_usbListener;
+    CalibrationListener m_calibrationListener;
+};
+
+}

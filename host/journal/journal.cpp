@@ -1,0 +1,109 @@
+#include "journal/journal.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+
+namespace panelhost {
+
+namespace {
+
+QString threadName(ThreadKind thread)
+{
+    switch (thread) {
+    case ThreadKind::Gui:
+        return QStringLiteral("gui");
+    case ThreadKind::Device:
+        return QStringLiteral("device");
+    case ThreadKind::Other:
+        break;
+    }
+    return QStringLiteral("other");
+}
+
+// A text as a JSON string, with quotes.
+QByteArray quoted(const QString &text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return array.mid(1, array.size() - 2);
+}
+
+QString valueText(const QJsonValue &value)
+{
+    if (value.isString())
+        return value.toString();
+    if (value.isArray())
+        return QString::fromUtf8(QJsonDocument(value.toArray()).toJson(QJsonDocument::Compact));
+    if (value.isObject())
+        return QString::fromUtf8(QJsonDocument(value.toObject()).toJson(QJsonDocument::Compact));
+    return value.isNull() ? QStringLiteral("none") : value.toVariant().toString();
+}
+
+}
+
+QString Journal::kindName(Kind kind)
+{
+    static const char *const names[] = {"call", "event", "signal", "log", "screen", "action", "note"};
+    return QString::fromLatin1(names[static_cast<int>(kind)]);
+}
+
+QByteArray Journal::Entry::toJsonLine() const
+{
+    QByteArray line = "{\"seq\":" + QByteArray::number(sequence) + ",\"t\":" + QByteArray::number(at)
+        + ",\"thread\":" + quoted(thread) + ",\"kind\":" + quoted(kindName(kind)) + ",\"name\":" + quoted(name);
+    if (!data.isEmpty())
+        line += ",\"data\":" + QJsonDocument(data).toJson(QJsonDocument::Compact);
+    return line + '}';
+}
+
+QString Journal::Entry::toText() const
+{
+    QStringList values;
+    for (auto value = data.begin(); value != data.end(); ++value)
+        values << value.key() + QLatin1Char('=') + valueText(value.value());
+    return QStringLiteral("%1 s  %2  %3  %4 %5")
+        .arg(static_cast<double>(at) / 1000, 10, 'f', 3)
+        .arg(thread, -6)
+        .arg(kindName(kind), -6)
+        .arg(name, values.join(QStringLiteral(", ")));
+}
+
+void Journal::add(Kind kind, const QString &name, const QJsonObject &data)
+{
+    const Timeline &timeline = Timeline::instance();
+    Entry entry{0, timeline.now(), threadName(timeline.currentThread()), kind, name, data};
+    std::unique_lock lock(m_mutex);
+    entry.sequence = m_entries.size() + 1;
+    m_entries << entry;
+    const auto sink = m_sink;
+    lock.unlock();
+    if (sink)
+        sink(entry);
+}
+
+QVector<Journal::Entry> Journal::entries() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_entries;
+}
+
+QVector<Journal::Entry> Journal::tail(int count) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_entries.mid(qMax(0, m_entries.size() - count));
+}
+
+void Journal::setSink(std::function<void(const Entry &)> sink)
+{
+    const std::lock_guard lock(m_mutex);
+    m_sink = std::move(sink);
+}
+
+QByteArray Journal::toJsonLines() const
+{
+    QByteArray lines;
+    for (const Entry &entry : entries())
+        lines += entry.toJsonLine() + '\n';
+    return lines;
+}
+
+}

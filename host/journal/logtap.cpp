@@ -1,0 +1,87 @@
+#include "journal/logtap.h"
+
+#include "journal/journal.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QThread>
+
+#include <atomic>
+#include <cstring>
+
+namespace panelhost {
+
+namespace {
+
+std::atomic<LogTap *> activeTap = nullptr;
+QtMessageHandler previousHandler = nullptr;
+
+QString levelName(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return QStringLiteral("debug");
+    case QtInfoMsg:
+        return QStringLiteral("info");
+    case QtWarningMsg:
+        return QStringLiteral("warning");
+    case QtCriticalMsg:
+        return QStringLiteral("critical");
+    case QtFatalMsg:
+        break;
+    }
+    return QStringLiteral("fatal");
+}
+
+// Qt's own libraries name no source file in a release build.
+bool isOfComponent(QtMsgType type, const QMessageLogContext &context)
+{
+    return type != QtFatalMsg && context.file && context.category && std::strncmp(context.category, "panelhost", 9) != 0
+        && std::strncmp(context.category, "qt.", 3) != 0;
+}
+
+void handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    LogTap *tap = activeTap;
+    if (tap && isOfComponent(type, context))
+        tap->add(type, QString::fromUtf8(context.category), text);
+    else if (previousHandler)
+        previousHandler(type, context, text);
+}
+
+}
+
+LogTap::LogTap(Journal &journal, const QString &share)
+    : m_journal(journal), m_shareForms{share, QDir::cleanPath(share), QDir(share).canonicalPath()},
+      m_currentDirectory(QDir::currentPath())
+{
+    m_shareForms.removeAll(QString());
+    m_shareForms.removeDuplicates();
+    activeTap = this;
+    previousHandler = qInstallMessageHandler(handle);
+}
+
+LogTap::~LogTap()
+{
+    qInstallMessageHandler(previousHandler);
+    activeTap = nullptr;
+}
+
+QString LogTap::normalised(const QString &line) const
+{
+    static const QRegularExpression address(QStringLiteral("0x[0-9a-fA-F]+"));
+    QString text = line;
+    for (const QString &form : m_shareForms)
+        text.replace(form, QStringLiteral("$SHARE"));
+    if (m_currentDirectory.size() > 1)
+        text.replace(m_currentDirectory, QStringLiteral("$CWD"));
+    return text.replace(address, QStringLiteral("0x…"));
+}
+
+void LogTap::add(QtMsgType type, const QString &category, const QString &text)
+{
+    m_journal.add(Journal::Kind::Log, category,
+                  {{QStringLiteral("level"), levelName(type)}, {QStringLiteral("text"), normalised(text)}});
+}
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+namespace panelhost {
+
+class Journal;
+
+/// While it lives, the lines that the component writes to Qt's logger go into the journal, with level and text. What
+/// differs from one run or machine to the next is written by name: addresses as "0x…", the share directory as
+/// "$SHARE", the current one as "$CWD". Lines of Qt itself, of panelhost's own category, and fatal ones go on to
+/// where they went before. One at a time.
+class LogTap
+{
+public:
+    LogTap(Journal &journal, const QString &share);
+    ~LogTap();
+    LogTap(const LogTap &) = delete;
+    LogTap &operator=(const LogTap &) = delete;
+
+    QString normalised(const QString &line) const;
+    void add(QtMsgType type, const QString &category, const QString &text);
+
+private:
+    Journal &m_journal;
+    QStringList m_shareForms;
+    QString m_currentDirectory;
+};
+
+}

@@ -1,0 +1,96 @@
+#include "lcd/lcd.h"
+
+#include "lcd/pages.h"
+
+#include <QtCore/QFile>
+
+// Resources of a static library come in by name, outside any namespace.
+static void initLcdResources()
+{
+    Q_INIT_RESOURCE(lcd);
+}
+
+namespace panelhost {
+
+namespace {
+
+QString styleSheetText()
+{
+    initLcdResources();
+    QFile file(QStringLiteral(":/lcd/lcd.qss"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+}
+
+Lcd::Lcd(const QSize &size) : m_container(new ContainerPage(this)), m_home(new HomePage(this))
+{
+    setObjectName(QStringLiteral("lcd"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(styleSheetText());
+    setFixedSize(size);
+    connect(m_container, &ContainerPage::left, this, &Lcd::containerLeft);
+    connect(m_home, &HomePage::factoryModeWanted, this, &Lcd::factoryModeWanted);
+    showHome();
+}
+
+// The component's widget is ended by its own library, not as a child.
+Lcd::~Lcd()
+{
+    if (m_component)
+        m_component->setParent(nullptr);
+}
+
+void Lcd::setComponent(QWidget *component)
+{
+    m_component = component;
+    component->setParent(this);
+    component->setGeometry(rect());
+}
+
+void Lcd::showComponent()
+{
+    showPage(m_component);
+    // The widget that had the focus when the component was left has it again.
+    if (m_component && m_component->focusWidget())
+        m_component->focusWidget()->setFocus(Qt::OtherFocusReason);
+}
+
+void Lcd::showContainer(const QString &containerKey)
+{
+    m_container->setContainerKey(containerKey);
+    showPage(m_container);
+    m_container->setFocus(Qt::OtherFocusReason);
+}
+
+void Lcd::showHome()
+{
+    showPage(m_home);
+    m_home->setFocus(Qt::OtherFocusReason);
+}
+
+// The new page comes before the old ones go, so that the focus never falls on a page in between.
+void Lcd::showPage(QWidget *page)
+{
+    QWidget *const pages[] = {m_component, m_container, m_home};
+    if (page) {
+        page->setGeometry(rect());
+        page->show();
+        page->raise();
+    }
+    for (QWidget *other : pages) {
+        if (other && other != page)
+            other->hide();
+    }
+}
+
+void Lcd::resizeEvent(QResizeEvent *)
+{
+    QWidget *const pages[] = {m_component, m_container, m_home};
+    for (QWidget *page : pages) {
+        if (page)
+            page->setGeometry(rect());
+    }
+}
+
+}

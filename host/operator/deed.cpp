@@ -1,0 +1,179 @@
+#include "operator/deed.h"
+
+#include "device/faults.h"
+#include "operator/input.h"
+#include "session.h"
+
+#include <QtWidgets/QWidget>
+
+namespace panelhost {
+
+namespace {
+
+using Arguments = QVariantMap;
+
+QString key()
+{
+    return QStringLiteral("key");
+}
+
+Deed refuse(const QString &sentence)
+{
+    return {{}, {}, sentence};
+}
+
+Deed accept(const Action &action, const Arguments &arguments, std::function<void()> run)
+{
+    return {{action.kind, arguments}, std::move(run), {}};
+}
+
+Deed navigate(Session &session, const Action &action)
+{
+    const QString name = action.arguments.value(key()).toString();
+    const std::optional<Qt::Key> code = navigationKey(name);
+    if (!code)
+        return refuse(QStringLiteral("There is no navigation key \"%1\"; there are %2.")
+                          .arg(name, navigationKeys().join(QStringLiteral(", "))));
+    return accept(action, {{key(), name}}, [&session, code] { sendKey(*session.lcd(), *code); });
+}
+
+// By hal key or by name.
+const KeyState *findKey(const DeviceState &state, const QVariant &wanted)
+{
+    bool isNumber = false;
+    const int halKey = wanted.toInt(&isNumber);
+    for (const KeyState &each : state.keys) {
+        if (isNumber ? each.halKey == halKey : each.name == wanted.toString())
+            return &each;
+    }
+    return nullptr;
+}
+
+Deed panelKey(Session &session, const Action &action)
+{
+    const QVariant wanted = action.arguments.value(key());
+    const DeviceState state = session.device().state();
+    const KeyState *found = findKey(state, wanted);
+    if (!found)
+        return refuse(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+    return accept(action, {{key(), found->halKey}}, [&session, kind = action.kind, halKey = found->halKey] {
+        if (kind != Action::Kind::Release)
+            session.device().setKeyDown(halKey, true);
+        if (kind != Action::Kind::Hold)
+            session.device().setKeyDown(halKey, false);
+    });
+}
+
+Deed soft(Session &session, const Action &action)
+{
+    const QString side = action.arguments.value(QStringLiteral("side")).toString();
+    if (side != QLatin1String("left") && side != QLatin1String("right"))
+        return refuse(QStringLiteral("There is no soft button \"%1\"; there are left and right.").arg(side));
+    QWidget *button = findSoftButton(*session.lcd(), side);
+    if (!button)
+        return refuse(QStringLiteral("The page shows no %1 button.").arg(side));
+    return accept(action, {{QStringLiteral("side"), side}},
+                  [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
+}
+
+Deed touch(Session &session, const Action &action)
+{
+    const QPoint point(action.arguments.value(QStringLiteral("x")).toInt(),
+                       action.arguments.value(QStringLiteral("y")).toInt());
+    QWidget *lcd = session.lcd();
+    if (!lcd->rect().contains(point))
+        return refuse(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
+                          .arg(point.x())
+                          .arg(point.y())
+                          .arg(lcd->width())
+                          .arg(lcd->height()));
+    return accept(action, {{QStringLiteral("x"), point.x()}, {QStringLiteral("y"), point.y()}},
+                  [lcd, point] { sendTouch(*lcd, point); });
+}
+
+Deed tbar(Session &session, const Action &action)
+{
+    bool isNumber = false;
+    const double position = action.arguments.value(QStringLiteral("position")).toDouble(&isNumber);
+    if (!isNumber || !(position >= 0 && position <= 1))
+        return refuse(QStringLiteral("The T-Bar's position is a number from 0 to 1."));
+    return accept(action, {{QStringLiteral("position"), position}},
+                  [&session, position] { session.device().setTBarPosition(position); });
+}
+
+Deed port(Session &session, const Action &action)
+{
+    const QString name = action.arguments.value(QStringLiteral("port")).toString();
+    const DeviceState state = session.device().state();
+    if (!findPort(state, name))
+        return refuse(QStringLiteral("The device has no port \"%1\".").arg(name));
+    const bool isBlock = action.kind == Action::Kind::Block || action.kind == Action::Kind::Unblock;
+    if (isBlock && !name.startsWith(QLatin1String("usb")))
+        return refuse(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
+    const bool on = action.kind == Action::Kind::Plug || action.kind == Action::Kind::Block;
+    return accept(action, {{QStringLiteral("port"), name}}, [&session, name, isBlock, on] {
+        if (isBlock)
+            session.device().setBlocked(name, on);
+        else
+            session.device().setPlugged(name, on);
+    });
+}
+
+Deed fault(Session &session, const Action &action)
+{
+    Arguments arguments = action.arguments;
+    const QString name = arguments.value(QStringLiteral("name")).toString();
+    const bool on = arguments.value(QStringLiteral("on"), true).toBool();
+    arguments.insert(QStringLiteral("on"), on);
+    QString error;
+    if (!Faults::check(name, on, arguments, &error))
+        return refuse(error);
+    return accept(action, arguments,
+                  [&session, name, on, arguments] { session.faults().set(name, on, arguments, nullptr); });
+}
+
+Deed language(Session &session, const Action &action)
+{
+    const QString code = action.arguments.value(QStringLiteral("code")).toString();
+    if (!session.languages().contains(code))
+        return refuse(QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
+                          .arg(code, session.languages().join(QStringLiteral(", "))));
+    return accept(action, {{QStringLiteral("code"), code}}, [&session, code] { session.setLanguage(code); });
+}
+
+Deed enterFactoryMode(Session &session, const Action &action)
+{
+    return accept(action, {}, [&session] { session.enterFactoryMode(); });
+}
+
+Deed exitFactoryMode(Session &session, const Action &action)
+{
+    return accept(action, {}, [&session] { session.exitFactoryMode(); });
+}
+
+}
+
+Deed prepareDeed(Session &session, const Action &action)
+{
+    using Kind = Action::Kind;
+    static const QMap<Kind, Deed (*)(Session &, const Action &)> preparations = {
+        {Kind::Navigate, navigate},
+        {Kind::Press, panelKey},
+        {Kind::Hold, panelKey},
+        {Kind::Release, panelKey},
+        {Kind::Soft, soft},
+        {Kind::Touch, touch},
+        {Kind::TBar, tbar},
+        {Kind::Plug, port},
+        {Kind::Unplug, port},
+        {Kind::Block, port},
+        {Kind::Unblock, port},
+        {Kind::Fault, fault},
+        {Kind::Language, language},
+        {Kind::EnterFactoryMode, enterFactoryMode},
+        {Kind::ExitFactoryMode, exitFactoryMode},
+    };
+    return preparations.value(action.kind)(session, action);
+}
+
+}

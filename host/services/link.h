@@ -1,0 +1,65 @@
+#pragma once
+
+#include "journal/journal.h"
+
+#include <any>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace panelhost {
+
+class Faults;
+
+/// How the services of the memory cache tell of their values.
+struct LinkBehaviour
+{
+    /// A new subscriber to changes hears the present value at once, as if it had just changed.
+    bool changedOnSubscribe = true;
+};
+
+/// Who hears of one family of ports: two tables of subscribers, to reports and to changes. A report comes at
+/// subscription and when one is asked for; a change when a link has changed. Everybody hears on the device's thread.
+class LinkSubscriptions : public std::enable_shared_from_this<LinkSubscriptions>
+{
+public:
+    using Callback = std::function<void(std::any)>;
+
+    /// @p service is its name in the journal, @p present gives the payload as the ports stand.
+    LinkSubscriptions(const QString &service, Journal &journal, const Faults &faults, LinkBehaviour behaviour,
+                      std::function<std::any()> present);
+
+    void registerReport(const std::string &subscriber, int mode, const Callback &callback);
+    void registerChanged(const std::string &subscriber, int mode, const Callback &callback);
+    /// Asks for a report to all who subscribed to them.
+    void requestReport();
+    /// A link has changed: on the device's thread.
+    void announceChange(const std::any &payload);
+
+private:
+    using Table = std::map<std::string, Callback>;
+
+    void journalRegistration(const char *operation, const std::string &subscriber, int mode, const Callback &callback);
+    void subscribe(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback);
+    /// Tells @p subscriber, or everybody if that is empty, after @p delay virtual milliseconds.
+    void tellLater(Instant delay, Table LinkSubscriptions::*table, const std::string &subscriber);
+    void tell(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload);
+    void deliver(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback,
+                 const std::any &payload);
+
+    QString m_service;
+    Journal &m_journal;
+    const Faults &m_faults;
+    LinkBehaviour m_behaviour;
+    std::function<std::any()> m_present;
+    std::mutex m_mutex;
+    Table m_report;
+    Table m_changed;
+};
+
+/// What a link payload holds, for the journal.
+QJsonObject describePayload(const std::any &payload);
+
+}

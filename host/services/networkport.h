@@ -1,0 +1,29 @@
+#pragma once
+
+#include "lcd/factorymode/inetworkport.h"
+#include "services/link.h"
+
+namespace panelhost {
+
+class Device;
+
+/// Service "lcdMemoryCacheNetworkPort" over the net ports of a device.
+class NetworkPortService final : public LCD::FactoryMode::INetworkPort
+{
+public:
+    NetworkPortService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
+
+    void registerReportCallback(const std::string &subscriber, int mode,
+                                const std::function<void(std::any)> &callback) override;
+    void reserved() override;
+    void registerChangedCallback(const std::string &subscriber, int mode,
+                                 const std::function<void(std::any)> &callback) override;
+
+    void requestReport() { m_links->requestReport(); }
+
+private:
+    Journal &m_journal;
+    std::shared_ptr<LinkSubscriptions> m_links;
+};
+
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "lcd/factorymode/iusb.h"
+#include "services/link.h"
+
+namespace panelhost {
+
+class Device;
+
+/// Service "lcdMemoryCacheNodeUSB" over the USB ports of a device.
+class UsbService final : public LCD::FactoryMode::IUSB
+{
+public:
+    UsbService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
+
+    void registerReportCallback(const std::string &subscriber, int mode,
+                                const std::function<void(std::any)> &callback) override;
+    void registerChangedCallback(const std::string &subscriber, int mode,
+                                 const std::function<void(std::any)> &callback) override;
+
+    void requestReport() { m_links->requestReport(); }
+
+private:
+    std::shared_ptr<LinkSubscriptions> m_links;
+};
+
+}

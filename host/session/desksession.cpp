@@ -1,0 +1,113 @@
+#include "session/desksession.h"
+
+#include "device/keylist.h"
+#include "lcd/factorymode/ilcdfactorymode.h"
+#include "lcd/translate/lcdfwtranslatemanager.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+
+namespace panelhost {
+
+namespace {
+
+QString shareDirectoryOf(const Session::Options &options)
+{
+    return options.share.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/../share")
+                                   : QFileInfo(options.share).absoluteFilePath();
+}
+
+SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &share)
+{
+    return {readKeyList(share), options.tbarType, options.netPorts, options.usbPorts};
+}
+
+}
+
+DeskSession::DeskSession(const Options &options)
+    : m_options(options), m_share(shareDirectoryOf(options)), m_timeline(Timeline::instance()),
+      m_library(options.component.isEmpty() ? defaultComponentPath() : options.component), m_logTap(m_journal, m_share),
+      m_device(shapeOf(options, m_share), m_timeline, m_faults),
+      m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
+      m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)
+{
+    m_services.offerTo(m_host);
+}
+
+// The component first, while all that it may call is still there; then what it has left under way.
+DeskSession::~DeskSession()
+{
+    m_timeline.setObserver({});
+    m_driver.reset();
+    m_library.end();
+    m_timeline.restart();
+}
+
+bool DeskSession::applyOptions(QString *error)
+{
+    for (const InitialFault &fault : m_options.faults) {
+        if (!m_faults.set(fault.name, true, fault.arguments, error))
+            return false;
+    }
+    if (setLanguage(m_options.language))
+        return true;
+    *error = QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
+                 .arg(m_options.language, languages().join(QStringLiteral(", ")));
+    return false;
+}
+
+bool DeskSession::load(QString *error)
+{
+    if (!applyOptions(error))
+        return false;
+    const bool isLoaded = m_library.locate() && m_library.open() && m_library.check()
+        && m_library.initialise(static_cast<mirel::IHost *>(&m_host)) && m_library.create();
+    if (!isLoaded) {
+        *error = m_library.errorString();
+        return false;
+    }
+    m_host.offer("lcdFactoryModeWidget", m_library.widget());
+    m_driver.emplace(*m_library.widget(), m_lcd, m_device, m_journal);
+    m_driver->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
+    // The widget hides itself on the first turn of the loop: factory mode begins after that.
+    m_timeline.settle();
+    m_driver->enter();
+    m_timeline.setObserver([this] { m_screenWatch.look(); });
+    m_timeline.settle();
+    return true;
+}
+
+QStringList DeskSession::serviceNames() const
+{
+    QStringList names;
+    for (const std::string &name : m_host.names())
+        names << QString::fromStdString(name);
+    return names;
+}
+
+QStringList DeskSession::languages() const
+{
+    return LCDFWTranslateManager::instance()->languages();
+}
+
+QString DeskSession::language() const
+{
+    return LCDFWTranslateManager::instance()->language();
+}
+
+bool DeskSession::setLanguage(const QString &code)
+{
+    return LCDFWTranslateManager::instance()->setLanguage(code);
+}
+
+void DeskSession::enterFactoryMode()
+{
+    m_driver->enter();
+}
+
+void DeskSession::exitFactoryMode()
+{
+    m_driver->exit();
+}
+
+}

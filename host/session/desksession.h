@@ -1,0 +1,61 @@
+#pragma once
+
+#include "component/factorymodedriver.h"
+#include "component/servicehost.h"
+#include "device/simulateddevice.h"
+#include "journal/logtap.h"
+#include "journal/screenwatch.h"
+#include "lcd/lcd.h"
+#include "services/services.h"
+#include "session.h"
+
+#include <optional>
+
+namespace panelhost {
+
+/// The session with a simulated device. Its parts end in the reverse of their order here, after the component has.
+class DeskSession final : public Session
+{
+public:
+    explicit DeskSession(const Options &options);
+    ~DeskSession() override;
+
+    /// The climb up the states of the library, and the entry into factory mode.
+    bool load(QString *error);
+
+    const Options &options() const override { return m_options; }
+    QString shareDirectory() const override { return m_share; }
+    const ComponentLibrary &library() const override { return m_library; }
+    QStringList serviceNames() const override;
+    Timeline &timeline() override { return m_timeline; }
+    Device &device() override { return m_device; }
+    Journal &journal() override { return m_journal; }
+    Operator &op() override { return m_operator; }
+    Faults &faults() override { return m_faults; }
+    QWidget *lcd() override { return &m_lcd; }
+    QStringList languages() const override;
+    QString language() const override;
+    bool setLanguage(const QString &code) override;
+    void enterFactoryMode() override;
+    void exitFactoryMode() override;
+
+private:
+    bool applyOptions(QString *error);
+
+    const Options m_options;
+    const QString m_share;
+    Timeline &m_timeline;
+    ComponentLibrary m_library;
+    Faults m_faults;
+    Journal m_journal;
+    LogTap m_logTap;
+    SimulatedDevice m_device;
+    Services m_services;
+    ServiceHost m_host;
+    Lcd m_lcd;
+    ScreenWatch m_screenWatch;
+    std::optional<FactoryModeDriver> m_driver;
+    Operator m_operator;
+};
+
+}

@@ -1,0 +1,19 @@
+#include "session.h"
+
+#include "session/desksession.h"
+
+namespace panelhost {
+
+std::unique_ptr<Session> Session::open(const Options &options, QString *error)
+{
+    Timeline::instance().restart();
+    auto session = std::make_unique<DeskSession>(options);
+    QString reason;
+    if (session->load(&reason))
+        return session;
+    if (error)
+        *error = reason;
+    return nullptr;
+}
+
+}

@@ -1,0 +1,166 @@
+#include "time/virtualdispatcher.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTimerEvent>
+#include <QtCore/private/qabstracteventdispatcher_p.h>
+#include <QtCore/private/qeventdispatcher_unix_p.h>
+#include <QtGui/private/qguiapplication_p.h>
+#include <QtGui/qpa/qplatformintegration.h>
+
+namespace panelhost {
+
+VirtualDispatcher::VirtualDispatcher(Agenda &agenda, TurnClock &clock)
+    : m_agenda(agenda), m_clock(clock), m_wakerTimer(QAbstractEventDispatcherPrivate::allocateTimerId())
+{
+}
+
+VirtualDispatcher::~VirtualDispatcher()
+{
+    QAbstractEventDispatcherPrivate::releaseTimerId(m_wakerTimer);
+}
+
+// The platform's own dispatcher brings its input in. There is none before the platform has been set up, and never
+// one without a GUI: until then the plain one of the system does.
+QAbstractEventDispatcher &VirtualDispatcher::native()
+{
+    const bool hasPlatform = QGuiApplicationPrivate::platformIntegration();
+    if (!m_native || (hasPlatform && !m_isPlatformNative))
+        makeNative();
+    return *m_native;
+}
+
+void VirtualDispatcher::makeNative()
+{
+    const QList<QSocketNotifier *> notifiers = m_notifiers;
+    for (QSocketNotifier *notifier : notifiers) {
+        if (m_native)
+            m_native->unregisterSocketNotifier(notifier);
+    }
+    QPlatformIntegration *platform = QGuiApplicationPrivate::platformIntegration();
+    m_isPlatformNative = platform;
+    m_native.reset(platform ? platform->createEventDispatcher() : new QEventDispatcherUNIX);
+    m_native->startingUp();
+    for (QSocketNotifier *notifier : notifiers)
+        m_native->registerSocketNotifier(notifier);
+}
+
+void VirtualDispatcher::fire(int timerId)
+{
+    const auto timer = m_timers.find(timerId);
+    if (timer == m_timers.end())
+        return;
+    // A repeating timer of 0 ms would never let an instant pass: it comes again a millisecond later.
+    m_agenda.addTimer(timerId, m_clock.now() + qMax(1, timer->interval));
+    if (timer->isFiring)
+        return;
+    timer->isFiring = true;
+    QTimerEvent event(timerId);
+    QCoreApplication::sendEvent(timer->object, &event);
+    const auto after = m_timers.find(timerId);
+    if (after != m_timers.end())
+        after->isFiring = false;
+}
+
+bool VirtualDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
+{
+    m_interrupted = false;
+    Q_EMIT awake();
+    bool didAnything = !flags.testFlag(QEventLoop::X11ExcludeTimers) && m_clock.turn();
+    if (m_interrupted)
+        return didAnything;
+    auto notWaiting = flags;
+    notWaiting.setFlag(QEventLoop::WaitForMoreEvents, false);
+    didAnything = native().processEvents(notWaiting) || didAnything;
+    if (didAnything || m_interrupted || !flags.testFlag(QEventLoop::WaitForMoreEvents))
+        return didAnything;
+    waitForInput(flags);
+    return true;
+}
+
+// Input that arrives while waiting stays in its queue for the next turn, when the clock shows its instant.
+void VirtualDispatcher::waitForInput(QEventLoop::ProcessEventsFlags flags)
+{
+    const std::optional<int> wait =
+        flags.testFlag(QEventLoop::X11ExcludeTimers) ? std::nullopt : m_clock.millisecondsToNext();
+    if (wait == 0)
+        return;
+    Q_EMIT aboutToBlock();
+    if (wait)
+        native().registerTimer(m_wakerTimer, *wait, Qt::PreciseTimer, &m_waker);
+    native().processEvents(flags | QEventLoop::ExcludeUserInputEvents);
+    native().unregisterTimer(m_wakerTimer);
+}
+
+bool VirtualDispatcher::hasPendingEvents()
+{
+    const std::optional<Instant> due = m_agenda.nextDue();
+    return (due && *due <= m_clock.now()) || native().hasPendingEvents();
+}
+
+void VirtualDispatcher::registerSocketNotifier(QSocketNotifier *notifier)
+{
+    native().registerSocketNotifier(notifier);
+    m_notifiers << notifier;
+}
+
+void VirtualDispatcher::unregisterSocketNotifier(QSocketNotifier *notifier)
+{
+    m_notifiers.removeOne(notifier);
+    native().unregisterSocketNotifier(notifier);
+}
+
+void VirtualDispatcher::registerTimer(int timerId, int interval, Qt::TimerType timerType, QObject *object)
+{
+    m_timers.insert(timerId, {object, interval, timerType, false});
+    m_agenda.addTimer(timerId, m_clock.now() + interval);
+    wakeUp();
+}
+
+bool VirtualDispatcher::unregisterTimer(int timerId)
+{
+    m_agenda.removeTimer(timerId);
+    return m_timers.remove(timerId) > 0;
+}
+
+bool VirtualDispatcher::unregisterTimers(QObject *object)
+{
+    const QList<TimerInfo> timers = registeredTimers(object);
+    for (const TimerInfo &timer : timers)
+        unregisterTimer(timer.timerId);
+    return !timers.isEmpty();
+}
+
+QList<QAbstractEventDispatcher::TimerInfo> VirtualDispatcher::registeredTimers(QObject *object) const
+{
+    QList<TimerInfo> result;
+    for (auto timer = m_timers.begin(); timer != m_timers.end(); ++timer) {
+        if (timer->object == object)
+            result << TimerInfo(timer.key(), timer->interval, timer->type);
+    }
+    return result;
+}
+
+int VirtualDispatcher::remainingTime(int timerId)
+{
+    const std::optional<Instant> due = m_agenda.dueOf(timerId);
+    return due ? static_cast<int>(qMax<Instant>(0, *due - m_clock.now())) : -1;
+}
+
+void VirtualDispatcher::wakeUp()
+{
+    if (m_native)
+        m_native->wakeUp();
+}
+
+void VirtualDispatcher::interrupt()
+{
+    m_interrupted = true;
+    native().interrupt();
+}
+
+void VirtualDispatcher::flush()
+{
+    native().flush();
+}
+
+}

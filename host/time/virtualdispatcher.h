@@ -1,0 +1,78 @@
+#pragma once
+
+#include "time/agenda.h"
+
+#include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
+
+#include <atomic>
+#include <memory>
+
+namespace panelhost {
+
+/// What the dispatcher asks of the clock in each turn of the event loop.
+class TurnClock
+{
+public:
+    /// Fires what is due in this turn. True if there was anything.
+    virtual bool turn() = 0;
+    /// Wall milliseconds until the next item is due; nothing when none is to be waited for.
+    virtual std::optional<int> millisecondsToNext() const = 0;
+    virtual Instant now() const = 0;
+
+protected:
+    ~TurnClock() = default;
+};
+
+/// The event dispatcher of the GUI thread. Sockets, posted events, input and wake-ups are the native dispatcher's;
+/// the timers stand in the agenda and fire by the virtual clock.
+class VirtualDispatcher : public QAbstractEventDispatcher
+{
+    Q_OBJECT
+
+public:
+    VirtualDispatcher(Agenda &agenda, TurnClock &clock);
+    ~VirtualDispatcher() override;
+
+    /// Sends the event of a timer that was taken from the agenda, and puts it in again for its next turn.
+    void fire(int timerId);
+
+    bool processEvents(QEventLoop::ProcessEventsFlags flags) override;
+    bool hasPendingEvents() override;
+    void registerSocketNotifier(QSocketNotifier *notifier) override;
+    void unregisterSocketNotifier(QSocketNotifier *notifier) override;
+    void registerTimer(int timerId, int interval, Qt::TimerType timerType, QObject *object) override;
+    bool unregisterTimer(int timerId) override;
+    bool unregisterTimers(QObject *object) override;
+    QList<TimerInfo> registeredTimers(QObject *object) const override;
+    int remainingTime(int timerId) override;
+    void wakeUp() override;
+    void interrupt() override;
+    void flush() override;
+
+private:
+    struct Timer
+    {
+        QObject *object = nullptr;
+        int interval = 0;
+        Qt::TimerType type = Qt::CoarseTimer;
+        bool isFiring = false;
+    };
+
+    QAbstractEventDispatcher &native();
+    void makeNative();
+    void waitForInput(QEventLoop::ProcessEventsFlags flags);
+
+    Agenda &m_agenda;
+    TurnClock &m_clock;
+    std::unique_ptr<QAbstractEventDispatcher> m_native;
+    bool m_isPlatformNative = false;
+    QList<QSocketNotifier *> m_notifiers;
+    QHash<int, Timer> m_timers;
+    QObject m_waker;
+    int m_wakerTimer = 0;
+    std::atomic<bool> m_interrupted = false;
+};
+
+}
