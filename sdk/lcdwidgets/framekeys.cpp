@@ -11,7 +11,6 @@ FrameKey frameKey(int qtKey)
         return FrameKey::Back;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Select:
     case Qt::Key_Space:
         return FrameKey::Activate;
     case Qt::Key_Left:

@@ -39,6 +39,16 @@ void SoftButton::setFocusShown(bool shown)
     update();
 }
 
+QRect SoftButton::captionArea() const
+{
+    return rect().adjusted(height() / 4, 2, -height() / 4, -2);
+}
+
+QFont SoftButton::captionFont() const
+{
+    return fittedToLine(font(), m_caption, captionArea().size(), height() * 42 / 100);
+}
+
 SoftButton::Look SoftButton::look() const
 {
     if (!isEnabled())
@@ -60,10 +70,9 @@ void SoftButton::paintEvent(QPaintEvent *)
     const qreal radius = height() / 6.0;
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
 
-    const QRect area = rect().adjusted(height() / 4, 2, -height() / 4, -2);
-    painter.setFont(fittedToLine(font(), m_caption, area.size(), height() * 42 / 100));
+    painter.setFont(captionFont());
     painter.setPen(QColor(colors.text));
-    painter.drawText(area, Qt::AlignCenter | Qt::TextSingleLine, m_caption);
+    painter.drawText(captionArea(), Qt::AlignCenter | Qt::TextSingleLine, m_caption);
 }
 
 }

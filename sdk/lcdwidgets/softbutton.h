@@ -18,6 +18,10 @@ public:
     /// Whether it can be seen on its page and reacts.
     bool isUsable() const { return !isHidden() && isEnabled(); }
 
+    /// Where the caption stands, and in which font.
+    QRect captionArea() const;
+    QFont captionFont() const;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 

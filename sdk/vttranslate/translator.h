@@ -9,8 +9,9 @@ class QTranslator;
 
 namespace veltor::trans {
 
-/// One catalogue at a time, made by Qt Linguist: the key is the source text and the section its disambiguation.
-/// Any thread may translate while another loads.
+/// One catalogue at a time, made by Qt Linguist: the key is the source text and the section its disambiguation,
+/// which a released catalogue holds only for keys that stand in several sections. Any thread may translate while
+/// another loads.
 class Translator
 {
 public:
