@@ -22,11 +22,18 @@ QString markIcon(IconType mark)
     return file.isEmpty() ? QStringLiteral("icon_none") : file;
 }
 
+QString accessibleMark(IconType mark)
+{
+    if (mark == IconPass)
+        return QStringLiteral(" (passed)");
+    return mark == IconNotPass ? QStringLiteral(" (not passed)") : QString();
+}
+
 QString accessibleText(const QVector<TestStep> &steps)
 {
     QStringList lines;
     for (const TestStep &step : steps)
-        lines << step.text;
+        lines << step.text + accessibleMark(step.mark);
     return lines.join(QLatin1Char('\n'));
 }
 
@@ -56,7 +63,7 @@ void StepList::setMark(int index, IconType mark)
     if (index < 0 || index >= m_steps.size())
         return;
     m_steps[index].mark = mark;
-    update();
+    stepsChanged();
 }
 
 void StepList::setFontRange(int smallest, int wanted)

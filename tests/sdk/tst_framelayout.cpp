@@ -1,0 +1,223 @@
+// Nothing is cut and nothing overlaps: every typical page, in every language, on every size of screen. The build runs
+// it at scale 1 and at scale 2.
+
+#include "lcd/translate/lcdfwtranslatemanager.h"
+#include "softbutton.h"
+#include "steplist.h"
+#include "typicalpages.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
+
+#include <cmath>
+
+using namespace LCD::Widget;
+
+namespace {
+
+constexpr int SmallestReadableFont = 12; // physical pixels
+
+/// What a reader would call a fault of the page, each as a sentence.
+class Faults
+{
+public:
+    explicit Faults(const FactoryTestFrame &frame) : m_frame(frame)
+    {
+        findMisplacedParts();
+        for (const QLabel *label : frame.findChildren<QLabel *>())
+            checkLine(label, label->text(), label->font(), label->contentsRect());
+        for (const SoftButton *button : frame.findChildren<SoftButton *>())
+            checkLine(button, button->text(), button->captionFont(), button->captionArea());
+        checkSteps(*frame.findChild<StepList *>());
+    }
+
+    QStringList found;
+
+private:
+    QVector<const QWidget *> visibleParts() const
+    {
+        QVector<const QWidget *> parts;
+        const auto children = m_frame.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget *child : children) {
+            if (child->isVisible())
+                parts << child;
+        }
+        return parts;
+    }
+
+    void findMisplacedParts()
+    {
+        const QVector<const QWidget *> parts = visibleParts();
+        for (int i = 0; i < parts.size(); ++i) {
+            if (!m_frame.rect().contains(parts[i]->geometry()) || parts[i]->size().isEmpty())
+                found << QStringLiteral("%1 is not inside the frame").arg(parts[i]->objectName());
+            for (int j = 0; j < i; ++j) {
+                if (parts[i]->geometry().intersects(parts[j]->geometry()))
+                    found << QStringLiteral("%1 overlaps %2").arg(parts[i]->objectName(), parts[j]->objectName());
+            }
+        }
+    }
+
+    void checkFont(const QWidget *widget, const QFont &font)
+    {
+        if (font.pixelSize() * m_frame.devicePixelRatioF() < SmallestReadableFont)
+            found << QStringLiteral("%1 has text of %2 px").arg(widget->objectName()).arg(font.pixelSize());
+    }
+
+    void checkLine(const QWidget *widget, const QString &text, const QFont &font, const QRect &area)
+    {
+        if (!widget->isVisible() || text.isEmpty())
+            return;
+        const QRect bounds =
+            QFontMetrics(font).boundingRect(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        if (!area.contains(bounds))
+            found << QStringLiteral("%1 cuts \"%2\"").arg(widget->objectName(), text);
+        checkFont(widget, font);
+    }
+
+    void checkSteps(const StepList &list)
+    {
+        if (list.steps().isEmpty())
+            return;
+        const QFont font = list.fittedFont();
+        const StepLayout layout = list.layoutFor(font);
+        if (layout.height > list.height() || !layout.fitsWidth)
+            found << QStringLiteral("the step lines do not fit at %1 px").arg(font.pixelSize());
+        for (int i = 0; i < list.steps().size(); ++i) {
+            if (layout.marks[i].intersects(layout.texts[i]))
+                found << QStringLiteral("the mark of line %1 is in its text").arg(i);
+            if (i > 0 && layout.texts[i].top() <= layout.texts[i - 1].bottom())
+                found << QStringLiteral("line %1 overlaps the one above").arg(i);
+        }
+        checkFont(&list, font);
+    }
+
+    const FactoryTestFrame &m_frame;
+};
+
+const QVector<QSize> Screens = {{480, 320}, {800, 480}, {1280, 800}};
+
+}
+
+class TestFrameLayout : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void pagesFit_data();
+    void pagesFit();
+    void aPageFollowsItsScreen();
+    void anOverlongListScrollsToItsEnd();
+    void overlongTitleAndCaptionsFit();
+    void verdictsAreLarger();
+};
+
+void TestFrameLayout::initTestCase()
+{
+    QCOMPARE(qApp->devicePixelRatio(), qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble());
+}
+
+void TestFrameLayout::pagesFit_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QSize>("size");
+    for (const QString &language : LCDFWTranslateManager::instance()->languages()) {
+        for (const QSize &screen : Screens) {
+            // A screen is given in the pixels of its panel, or in those that the scale leaves to the page.
+            for (int divisor = 1; divisor <= qApp->devicePixelRatio(); ++divisor) {
+                const QSize size = screen / divisor;
+                const QByteArray name =
+                    QStringLiteral("%1 %2x%3")
+                        .arg(language, QString::number(size.width()), QString::number(size.height()))
+                        .toLatin1();
+                if (divisor == 1 || !Screens.contains(size))
+                    QTest::newRow(name.constData()) << language << size;
+            }
+        }
+    }
+}
+
+void TestFrameLayout::pagesFit()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, size);
+    QVERIFY(LCDFWTranslateManager::instance()->setLanguage(language));
+    QStringList faults;
+    for (const TypicalPage &page : typicalPages()) {
+        FactoryTestFrame frame(nullptr);
+        frame.resize(size);
+        frame.show();
+        page.show(frame);
+        QCoreApplication::sendPostedEvents();
+        for (const QString &fault : Faults(frame).found)
+            faults << QStringLiteral("%1: %2").arg(QString::fromLatin1(page.name), fault);
+    }
+    QCOMPARE(faults, QStringList());
+}
+
+void TestFrameLayout::aPageFollowsItsScreen()
+{
+    LCDFWTranslateManager::instance()->setLanguage(QStringLiteral("en"));
+    for (const TypicalPage &page : typicalPages()) {
+        FactoryTestFrame frame(nullptr);
+        page.show(frame);
+        frame.show();
+        for (const QSize &screen : {Screens[2], Screens[0], Screens[1]}) {
+            frame.resize(screen);
+            QCoreApplication::sendPostedEvents();
+            QCOMPARE(Faults(frame).found, QStringList());
+        }
+    }
+}
+
+void TestFrameLayout::anOverlongListScrollsToItsEnd()
+{
+    StepList list(nullptr);
+    list.resize(400, 200);
+    list.setFontRange(13, 30);
+    for (int i = 0; i < 100; ++i)
+        list.append({QStringLiteral("line %1").arg(i), Qt::white, IconNone});
+    QCOMPARE(list.fittedFont().pixelSize(), 13);
+    const QImage top = list.grab().toImage();
+    QVERIFY(list.scroll(1000));
+    const QImage end = list.grab().toImage();
+    QVERIFY(end != top);
+    QVERIFY(list.scroll(1));
+    QCOMPARE(list.grab().toImage(), end);
+    list.setSteps({{QStringLiteral("one"), Qt::white, IconNone}});
+    QVERIFY2(!list.scroll(1), "a list in sight doesn't scroll");
+}
+
+void TestFrameLayout::overlongTitleAndCaptionsFit()
+{
+    const QString sentence = QStringLiteral("A title or a caption of a length that nobody has planned for");
+    FactoryTestFrame frame(nullptr);
+    frame.resize(800, 480);
+    frame.show();
+    frame.setTitle(sentence);
+    frame.setTitleIcon(QStringLiteral("FactoryIconLabel"), QStringLiteral("AnIconWithoutADrawing"));
+    frame.setStepTitle(sentence, Qt::white);
+    frame.setLeftBtnText(sentence);
+    frame.setRightBtnText(sentence);
+    frame.setLeftBtnVisible(true);
+    frame.setRighttBtnVisible(true);
+    QCoreApplication::sendPostedEvents();
+    const QStringList faults =
+        Faults(frame).found.filter(QStringLiteral("cuts")) + Faults(frame).found.filter(QStringLiteral("overlaps"));
+    QCOMPARE(faults, QStringList());
+}
+
+void TestFrameLayout::verdictsAreLarger()
+{
+    StepList list(nullptr);
+    list.resize(600, 200);
+    list.setFontRange(13, 30);
+    list.setSteps({{QStringLiteral("Pass"), Qt::white, IconNone}});
+    QCOMPARE(list.fittedFont().pixelSize(), 30);
+    list.setSteps({{QStringLiteral("Pass"), Qt::green, IconNone}});
+    QCOMPARE(list.fittedFont().pixelSize(), 45);
+}
+
+QTEST_MAIN(TestFrameLayout)
+#include "tst_framelayout.moc"
