@@ -1,0 +1,14 @@
+# The aging test and what both test pages need.
+
+# lcd_add_page_test(<name> [SOURCES <more files...>]): a component test in virtual time in which the component finds a
+# recording frame and a translation that answers with the key.
+function(lcd_add_page_test name)
+    lcd_add_component_test(${name} ${ARGN} LIBRARIES test_page test_virtualtime)
+    set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
+endfunction()
+
+lcd_add_page_test(tst_agetestbiz SOURCES agebench.cpp)
+lcd_add_page_test(tst_agetestbiztext SOURCES agebench.cpp)
+lcd_add_page_test(tst_agetesttimeline SOURCES agebench.cpp)
+lcd_add_page_test(tst_agetestwidget)
+lcd_add_page_test(tst_agetestthreads SOURCES agebench.cpp)

@@ -1,0 +1,170 @@
+#include "agebench.h"
+#include "agetestwidget.h"
+#include "recordingframe.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+
+#include <atomic>
+#include <thread>
+
+using LCD::FactoryModeImpl::AgeTestWidget;
+
+namespace {
+
+/// Runs @p work to its end on a plain thread, which has no event loop.
+template <class Work>
+void elsewhere(const Work &work)
+{
+    std::thread thread(work);
+    thread.join();
+}
+
+/// A plain thread that reports a hundred times, as fast as it can.
+class Reports
+{
+public:
+    template <class Report>
+    explicit Reports(const Report &report)
+        : m_thread([this, report] {
+              for (int number = 0; number < 100; ++number) {
+                  report(number);
+                  ++m_sent;
+              }
+          })
+    {
+    }
+    void waitForAFew() const
+    {
+        while (m_sent < 5)
+            std::this_thread::yield();
+    }
+    void join() { m_thread.join(); }
+
+private:
+    std::atomic<int> m_sent{0};
+    std::thread m_thread;
+};
+
+}
+
+/// Link results from the threads of the host's services.
+class AgeTestThreadsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aResultFromAnotherThreadWaitsForTheLoop()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.take();
+        elsewhere([&] { bench.netChanged({{0, false}}); });
+        QCOMPARE(bench.take(), QStringList());
+        VirtualTime::settle();
+        const QStringList made = bench.take();
+        QCOMPARE(made.mid(0, 3), lines(QStringLiteral("[FCUSB]"), QStringLiteral(" [FCAgeNetNoPass]")));
+        elsewhere([&] { bench.usbChanged({{1}}); });
+        VirtualTime::settle();
+        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight]"), QStringLiteral(" [FCAgeNetNoPass]")));
+        VirtualTime::advance(2000);
+        QVERIFY(bench.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 30)")));
+    }
+
+    void everyResultIsOneStep()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        elsewhere([&] {
+            bench.netChanged({});
+            bench.netChanged({});
+        });
+        VirtualTime::settle();
+        bench.take();
+        VirtualTime::advance(2000);
+        QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCScreenLight] 30%")));
+    }
+
+    void twoThreadsAtOnceLoseNoResult()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.netChanged({});
+        bench.take();
+        constexpr int Reports = 500;
+        std::thread net([&] {
+            for (int i = 0; i < Reports; ++i)
+                bench.netChanged({{0, i % 2 == 0}});
+        });
+        std::thread usb([&] {
+            for (int i = 0; i < Reports; ++i)
+                bench.usbChanged({{0, 26, i % 2}});
+        });
+        net.join();
+        usb.join();
+        bench.take();
+        VirtualTime::settle();
+        const QStringList steps = bench.take().filter(QStringLiteral("white [FCAging]"));
+        QCOMPARE(steps.size(), 2 * Reports);
+        QCOMPARE(steps.last(), QStringLiteral("white [FCAging][FCUSB]"));
+    }
+
+    void aResultOnItsWayIsDroppedWithTheTest()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        elsewhere([&] { bench.netChanged({{0, false}}); });
+        bench.biz.reset();
+        bench.take();
+        VirtualTime::advance(10000);
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void aPageMayGoWhileResultsPourIn()
+    {
+        for (int i = 0; i < 50; ++i) {
+            RecordingHost host;
+            recordFrameCalls(&host.calls);
+            auto page = std::make_unique<AgeTestWidget>(nullptr);
+            page->enterWindow();
+            Q_EMIT frameOf(*page)->signalRightBtnClicked(false);
+            VirtualTime::advance(76000);
+            Reports reports([&](int number) {
+                host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, number % 2 == 0}}));
+            });
+            reports.waitForAFew();
+            if (i % 2 == 0)
+                VirtualTime::settle();
+            page.reset();
+            reports.join();
+            recordFrameCalls(nullptr);
+        }
+    }
+
+    void stopAndRecountWhileResultsPourIn()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        for (int i = 0; i < 50; ++i) {
+            Reports reports([&](int number) { bench.netChanged({{0, number % 2 == 0}}); });
+            reports.waitForAFew();
+            bench.biz->stop();
+            bench.biz->recount();
+            VirtualTime::advance(1);
+            reports.join();
+        }
+        VirtualTime::settle();
+        bench.biz->stop();
+        bench.take();
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
+    }
+};
+
+VIRTUAL_TIME_TEST_MAIN(AgeTestThreadsTest)
+#include "tst_agetestthreads.moc"

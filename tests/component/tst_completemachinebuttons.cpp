@@ -1,0 +1,278 @@
+#include "calls.h"
+#include "machinebench.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+
+namespace {
+
+const QString NetRunning =
+    QStringLiteral("phase title=[FCNet]; icon=NetTest; stepTitle=[TestStep]; steps=[FCNetConnectPort1Port2]; "
+                   "leftText=[FCNoPass]; rightText=[FCPass]; left; mode=9");
+const QString NetRetest =
+    QStringLiteral("phase title=[FCNet]; icon=NetTest; stepTitle=[TestStep]; steps=[FCNetConnectPort1Port2]; "
+                   "leftText=[FCNoPass]; rightText=[FCAgeModeStartTest]; left; mode=9");
+
+const QStringList NetSubscriptions = calls({"networkPort.registerReportCallback(NetPortTestBiz, 2)",
+                                            "networkPort.registerChangedCallback(NetPortTestBiz, 2)"});
+
+}
+
+/// What the two soft buttons do in each phase and state.
+class CompleteMachineButtonsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void buttonsDoNothingBeforeARun()
+    {
+        MachineBench bench;
+        bench.left();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), -1);
+        QCOMPARE(bench.biz->result(), 0);
+    }
+
+    void buttonsDoNothingAfterAPass()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(11);
+        bench.left();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.biz->result(), 1);
+    }
+
+    void leftFailsThePhase_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<bool>("atVerdict");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList once = failure();
+        const QStringList twice = failure() + failure();
+        const QStringList clear = calls({"keyboard.setLcdTestPattern(0, 0)"});
+        const QStringList dark = calls({"keyboard.setAllButtonBrightness(0)"});
+        const QStringList deaf = calls({"keyboard.registerKeyCallback(empty)"});
+        QTest::newRow("0 while the levels run") << 0 << false << twice;
+        QTest::newRow("0 on the verdict screen") << 0 << true << twice;
+        QTest::newRow("1 while patterns show") << 1 << false << clear + twice;
+        QTest::newRow("1 on the verdict screen") << 1 << true << clear + twice;
+        QTest::newRow("2 while the levels run") << 2 << false << twice;
+        QTest::newRow("2 on the verdict screen") << 2 << true << twice;
+        QTest::newRow("3 during the key walk") << 3 << false << dark + once + deaf + once;
+        QTest::newRow("3 on the verdict screen") << 3 << true << once;
+        QTest::newRow("4 at the first step") << 4 << false << twice;
+        QTest::newRow("4 after the last step") << 4 << true << twice;
+        QTest::newRow("5 before the start") << 5 << false << once;
+        QTest::newRow("5 running") << 5 << true << twice;
+        QTest::newRow("6") << 6 << false << twice;
+        QTest::newRow("7") << 7 << false << once;
+        QTest::newRow("9") << 9 << false << once;
+        QTest::newRow("10") << 10 << false << once;
+    }
+
+    void leftFailsThePhase()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const bool, atVerdict);
+        QFETCH(const QStringList, expected);
+        MachineBench bench;
+        bench.startAndPassTo(phase);
+        if (atVerdict)
+            bench.bringToVerdict();
+        bench.take();
+        bench.left();
+        QCOMPARE(bench.take(), expected);
+        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+        QCOMPARE(bench.biz->result(), 2);
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void leftAgainAfterAFailureInAPortPhaseFailsOnce()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.left();
+        bench.take();
+        bench.left();
+        QCOMPARE(bench.take(), failure());
+    }
+
+    void rightInALevelPhaseWaitsForTheEnd_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::newRow("screens") << 0;
+        QTest::newRow("keys") << 2;
+    }
+
+    void rightInALevelPhaseWaitsForTheEnd()
+    {
+        QFETCH(const int, phase);
+        MachineBench bench;
+        bench.startAndPassTo(phase);
+        for (int tick = 0; tick < 10; ++tick) {
+            bench.take();
+            bench.right();
+            QCOMPARE(bench.take(), QStringList());
+            QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+            VirtualTime::advance(2000);
+        }
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+    }
+
+    void rightDuringTheKeyWalkDoesNothing()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(3);
+        bench.right();
+        bench.host.keyboard.press(10);
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+    }
+
+    void rightAfterAFailedKeyWalkDoesNothing()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(3);
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void rightOnTheVerdictOfTheKeyWalkTakesOnePress()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(3);
+        bench.pressKeys();
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+    }
+
+    void rightStartsTheNetTest()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        QCOMPARE(bench.take(), NetSubscriptions + QStringList{NetRunning});
+    }
+
+    void rightPassesTheRunningNetTest()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take().first(), QStringLiteral("log Net port pass"));
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+    }
+
+    void rightAfterAFailedNetTestPreparesItAgain()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList{NetRetest});
+        bench.right();
+        QCOMPARE(bench.take(), NetSubscriptions + QStringList{NetRunning});
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        QCOMPARE(bench.biz->result(), 2);
+    }
+
+    void aNetServiceThatPassesTheTestDuringItsStartStillGetsTheRunningScreen()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.biz->registerPhaseCallback("inner", [&](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info) {
+            if (info.statusIconVisible && bench.biz->currentPhaseIndex() == 5)
+                bench.right();
+        });
+        bench.right();
+        bench.netReport({{0, true}, {1, true}});
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+    }
+
+    void rightPassesTheUsbTestOnlyWhileItRuns()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+    }
+
+    void rightAfterAFailureByEyeGoesOnAndCanStillPass()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(7);
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take().first(), QStringLiteral("log Type-C USB communication pass"));
+        QCOMPARE(bench.biz->currentPhaseIndex(), 9);
+        QCOMPARE(bench.biz->result(), 2);
+        bench.right();
+        bench.right();
+        QCOMPARE(bench.take().last(), passScreen());
+        QCOMPARE(bench.biz->result(), 1);
+    }
+
+    void theTBarGoesOnWithoutACalibrationServiceNowhere()
+    {
+        MachineBench bench;
+        bench.host.remove("lcdTBarCalibration");
+        bench.make();
+        bench.startAndPassTo(3);
+        bench.pass();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
+        repeat(10, [&] { bench.right(); });
+        QCOMPARE(bench.told(), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
+    }
+
+    void aFailedCalibrationStillPassesThePhase()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(4);
+        bench.bringToVerdict();
+        bench.log.clear();
+        for (const auto &result : bench.host.tbarCalibration.results)
+            result(false, "no answer");
+        QCOMPARE(bench.log.warnings(), calls({"[TbarTestBiz] T-Bar calibration end failed"}));
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
+    }
+
+    void theKeyWalkNeedsItsList()
+    {
+        MachineBench bench;
+        bench.menu.load({});
+        bench.startAndPassTo(2);
+        bench.pass();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        bench.pressKeys();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList());
+        bench.left();
+        QCOMPARE(bench.told(), failure() + failure());
+    }
+};
+
+VIRTUAL_TIME_TEST_MAIN(CompleteMachineButtonsTest)
+#include "tst_completemachinebuttons.moc"
