@@ -11,8 +11,8 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-constexpr int Rounds = 30;
-constexpr int EventsPerRound = 50;
+constexpr int Rounds = 15;
+constexpr int EventsPerRound = 20;
 constexpr int ThreadCount = 3;
 
 /// Threads that fire one event again and again until the storm ends.
