@@ -2,6 +2,7 @@
 
 #include <QtCore/QDebug>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 namespace panelhost {
 
@@ -32,8 +33,7 @@ qint64 depthBound(QByteArray data)
 
 }
 
-ConfigFile::ConfigFile(const QString &path)
-    : m_path(path)
+ConfigFile::ConfigFile(const QString &path) : m_path(path)
 {
 }
 
@@ -45,9 +45,13 @@ bool ConfigFile::load()
 bool ConfigFile::read()
 {
     QFile file(m_path);
+    // A pipe in its place would block for ever.
+    if (file.exists() && !QFileInfo(file).isFile()) {
+        add({}, Finding::Severity::Error, QStringLiteral("not a file"));
+        return false;
+    }
     if (!file.open(QIODevice::ReadOnly)) {
-        add({}, Finding::Severity::Error,
-            logText("Failed to open config file:", m_path, "Error:", file.errorString()));
+        add({}, Finding::Severity::Error, logText("Failed to open config file:", m_path, "Error:", file.errorString()));
         return false;
     }
     m_data = file.read(MaxSize + 1);

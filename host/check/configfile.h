@@ -3,6 +3,7 @@
 #include "check/finding.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QStringList>
 #include <QtXml/QDomDocument>
 
 namespace panelhost {

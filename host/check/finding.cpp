@@ -1,13 +1,23 @@
 #include "check/finding.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace panelhost {
 
 QString Finding::toLine() const
 {
     const auto word = severity == Severity::Error ? QStringLiteral("error") : QStringLiteral("warning");
-    return QStringLiteral("%1:%2:%3: ").arg(file).arg(place.line).arg(place.column) + word + QStringLiteral(": ") + text;
+    return QStringLiteral("%1:%2:%3: ").arg(file).arg(place.line).arg(place.column) + word + QStringLiteral(": ")
+        + text;
+}
+
+Findings sortedByPlace(Findings findings)
+{
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding &a, const Finding &b) {
+        return std::tie(a.place.line, a.place.column) < std::tie(b.place.line, b.place.column);
+    });
+    return findings;
 }
 
 int countOf(const Findings &findings, Finding::Severity severity)

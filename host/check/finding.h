@@ -31,6 +31,8 @@ struct Finding
 
 using Findings = QVector<Finding>;
 
+/// In the order of their places.
+Findings sortedByPlace(Findings findings);
 /// Number of findings of @p severity.
 int countOf(const Findings &findings, Finding::Severity severity);
 

@@ -11,10 +11,7 @@ namespace {
 class KeyListCheck
 {
 public:
-    explicit KeyListCheck(const QString &path)
-        : m_file(path)
-    {
-    }
+    explicit KeyListCheck(const QString &path) : m_file(path) {}
 
     Findings run();
 

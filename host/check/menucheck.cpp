@@ -24,11 +24,7 @@ struct Item
 class MenuCheck
 {
 public:
-    explicit MenuCheck(const QString &path)
-        : m_file(path)
-    {
-        m_file.setVersionMessageNamesValue(true);
-    }
+    explicit MenuCheck(const QString &path) : m_file(path) { m_file.setVersionMessageNamesValue(true); }
 
     Findings run();
 

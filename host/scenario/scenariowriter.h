@@ -16,8 +16,8 @@ class ScenarioWriter : public QObject
     Q_OBJECT
 
 public:
-    /// @p options are those that @p session was opened with. The session must outlive the writer.
-    ScenarioWriter(const QString &path, Session &session, const Session::Options &options);
+    /// The session must outlive the writer.
+    ScenarioWriter(const QString &path, Session &session);
     /// Closes.
     ~ScenarioWriter() override;
 
@@ -37,7 +37,6 @@ private:
 
     QFile m_file;
     Session &m_session;
-    Session::Options m_options;
     Instant m_written = 0;
     QString m_error;
 };

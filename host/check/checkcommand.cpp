@@ -1,0 +1,40 @@
+#include "check/checker.h"
+#include "commands.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include <cstdio>
+
+namespace panelhost {
+
+namespace {
+
+QString directoryOf(const CommandLine &line)
+{
+    if (!line.arguments.isEmpty())
+        return line.arguments.first();
+    if (!line.session.share.isEmpty())
+        return line.session.share;
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share"));
+}
+
+}
+
+int runCheck(const CommandLine &line)
+{
+    const auto directory = directoryOf(line);
+    if (!QFileInfo(directory).isDir())
+        return refuse(QStringLiteral("\"%1\" is no directory.").arg(directory));
+    const auto findings = checkDirectory(directory);
+    for (const auto &finding : findings)
+        std::printf("%s\n", qPrintable(finding.toLine()));
+    const int errors = countOf(findings, Finding::Severity::Error);
+    const int warnings = countOf(findings, Finding::Severity::Warning);
+    std::fprintf(stderr, "panelhost: %s: %d errors, %d warnings\n", qPrintable(directory), errors, warnings);
+    const bool isRefused = errors > 0 || (warnings > 0 && line.parser.isSet(QStringLiteral("strict")));
+    return isRefused ? 1 : 0;
+}
+
+}

@@ -1,0 +1,90 @@
+#include "scenario/devicereader.h"
+
+#include "scenario/stepreader.h"
+#include "scenario/vocabulary.h"
+
+#include <QtCore/QRegularExpression>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int MaxPorts = 16;
+
+QStringList optionNames()
+{
+    return {QStringLiteral("tbar"),      QStringLiteral("lcd"),       QStringLiteral("language"),
+            QStringLiteral("net-ports"), QStringLiteral("usb-ports"), QStringLiteral("changed-on-subscribe")};
+}
+
+QStringList preparationNames()
+{
+    return {QStringLiteral("plugged"), QStringLiteral("blocked"), QStringLiteral("faults")};
+}
+
+}
+
+// The ports are counted first: what is plugged must be one of them.
+void DeviceReader::read(const YAML::Node &node)
+{
+    if (!node.IsDefined() || node.IsNull())
+        return;
+    const auto entries = m_reader.map(node, optionNames() + preparationNames());
+    for (const auto &entry : entries)
+        readOption(entry);
+    for (const auto &entry : entries)
+        readPreparation(entry);
+}
+
+void DeviceReader::readOption(const YamlReader::Entry &entry)
+{
+    auto &device = m_scenario.device;
+    const auto &name = entry.first.Scalar();
+    const auto &value = entry.second;
+    if (name == "tbar") {
+        const auto kind = m_reader.word(value, {QStringLiteral("slider"), QStringLiteral("fader")});
+        device.tbarType = kind == QStringLiteral("fader") ? TBarType::Fader : TBarType::Slider;
+    } else if (name == "lcd") {
+        readSize(value);
+    } else if (name == "language") {
+        device.language = m_reader.word(value, vocabularyOf(device).languages).value_or(device.language);
+    } else if (name == "changed-on-subscribe") {
+        device.changedOnSubscribe = m_reader.flag(value).value_or(device.changedOnSubscribe);
+    } else if (name == "net-ports") {
+        device.netPorts = m_reader.integer(value, 0, MaxPorts).value_or(device.netPorts);
+    } else if (name == "usb-ports") {
+        device.usbPorts = m_reader.integer(value, 0, MaxPorts).value_or(device.usbPorts);
+    }
+}
+
+void DeviceReader::readPreparation(const YamlReader::Entry &entry)
+{
+    const auto vocabulary = vocabularyOf(m_scenario.device);
+    StepReader steps(m_reader, vocabulary);
+    const auto &name = entry.first.Scalar();
+    const auto &value = entry.second;
+    if (name == "plugged") {
+        m_scenario.preparation += steps.portActions(value, Action::Kind::Plug, vocabulary.ports());
+    } else if (name == "blocked") {
+        m_scenario.preparation += steps.portActions(value, Action::Kind::Block, vocabulary.usbPorts);
+    } else if (name == "faults") {
+        if (!value.IsSequence())
+            return m_reader.problem(value, QStringLiteral("a list of faults"));
+        for (const auto &node : value) {
+            if (const auto fault = steps.initialFault(node))
+                m_scenario.device.faults.append(*fault);
+        }
+    }
+}
+
+void DeviceReader::readSize(const YAML::Node &node)
+{
+    static const QRegularExpression form(QStringLiteral("^(\\d{3,4})x(\\d{3,4})$"));
+    const auto match = form.match(node.IsScalar() ? QString::fromStdString(node.Scalar()) : QString());
+    if (match.hasMatch())
+        m_scenario.device.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+    else
+        m_reader.problem(node, QStringLiteral("a size in pixels such as 800x480"));
+}
+
+}

@@ -1,0 +1,138 @@
+#include "scenario/expectationreader.h"
+
+#include "scenario/journalsubjects.h"
+#include "scenario/subjects.h"
+
+namespace panelhost {
+
+namespace {
+
+constexpr int MaxTimes = 1000000;
+constexpr int MaxNegations = 4;
+
+const QMap<QString, Condition::Operator> &operators()
+{
+    static const QMap<QString, Condition::Operator> words{{QStringLiteral("equals"), Condition::Operator::Equals},
+                                                          {QStringLiteral("contains"), Condition::Operator::Contains},
+                                                          {QStringLiteral("matches"), Condition::Operator::Matches}};
+    return words;
+}
+
+}
+
+Expectations ExpectationReader::expectations(const YAML::Node &node)
+{
+    Expectations all;
+    for (const auto &entry : m_reader.freeMap(node)) {
+        Expectation expectation;
+        expectation.where = m_reader.placeOf(entry.first);
+        expectation.subject = QString::fromStdString(entry.first.Scalar());
+        if (isJournalSubject(expectation.subject))
+            journal(entry.second, expectation);
+        else if (isSubject(expectation.subject, m_vocabulary))
+            seen(entry.second, expectation);
+        else
+            m_reader.problem(entry.first,
+                             QStringLiteral("one of ")
+                                 + (subjectNames() + journalSubjectNames()).join(QStringLiteral(", ")));
+        all.append(expectation);
+    }
+    if (node.IsMap() && node.size() == 0)
+        m_reader.problem(node, QStringLiteral("something to expect"));
+    return all;
+}
+
+void ExpectationReader::seen(const YAML::Node &value, Expectation &expectation)
+{
+    conditions(value, false, expectation.conditions);
+}
+
+void ExpectationReader::journal(const YAML::Node &value, Expectation &expectation)
+{
+    const bool isLine = expectation.subject == logLineSubject();
+    if (!value.IsMap()) {
+        const auto text =
+            m_reader.text(value, isLine ? QStringLiteral("a text or a map") : QStringLiteral("a name or a map"));
+        if (!text)
+            return;
+        if (isLine)
+            condition(value, Condition::Operator::Contains, false, expectation.conditions);
+        else
+            expectation.query.name = *text;
+        return;
+    }
+    const auto allowed = isLine
+        ? operators().keys() + QStringList{QStringLiteral("not"), QStringLiteral("times")}
+        : QStringList{QStringLiteral("name"), QStringLiteral("arguments"), QStringLiteral("times")};
+    for (const auto &entry : m_reader.map(value, allowed))
+        journalEntry(entry, expectation);
+}
+
+void ExpectationReader::journalEntry(const YamlReader::Entry &entry, Expectation &expectation)
+{
+    const auto word = QString::fromStdString(entry.first.Scalar());
+    auto &query = expectation.query;
+    if (word == QLatin1String("times")) {
+        query.times = m_reader.integer(entry.second, 0, MaxTimes);
+    } else if (word == QLatin1String("name")) {
+        query.name = m_reader.text(entry.second, QStringLiteral("a name")).value_or(QString());
+    } else if (word == QLatin1String("arguments")) {
+        for (const auto &argument : m_reader.freeMap(entry.second)) {
+            const auto value = m_reader.text(argument.second, QStringLiteral("a value"));
+            query.arguments.insert(QString::fromStdString(argument.first.Scalar()), value.value_or(QString()));
+        }
+    } else if (word == QLatin1String("not")) {
+        conditions(entry.second, true, expectation.conditions);
+    } else {
+        condition(entry.second, operators()[word], false, expectation.conditions);
+    }
+}
+
+void ExpectationReader::conditions(const YAML::Node &node, bool isNegated, QVector<Condition> &conditions)
+{
+    if (!node.IsMap())
+        return condition(node, Condition::Operator::Equals, isNegated, conditions);
+    if (m_depth >= MaxNegations)
+        return m_reader.problem(node, QStringLiteral("not more than %1 negations").arg(MaxNegations));
+    ++m_depth;
+    const auto entries = m_reader.map(node, operators().keys() + QStringList{QStringLiteral("not")});
+    for (const auto &entry : entries) {
+        const auto word = QString::fromStdString(entry.first.Scalar());
+        if (word == QLatin1String("not"))
+            this->conditions(entry.second, !isNegated, conditions);
+        else
+            condition(entry.second, operators()[word], isNegated, conditions);
+    }
+    if (node.size() == 0)
+        m_reader.problem(node, QStringLiteral("a value, a list or a map with equals, contains, matches or not"));
+    --m_depth;
+}
+
+void ExpectationReader::condition(const YAML::Node &node, Condition::Operator op, bool isNegated,
+                                  QVector<Condition> &conditions)
+{
+    const auto texts = m_reader.texts(node, QStringLiteral("a value or a list of values"));
+    if (!texts)
+        return;
+    Condition condition;
+    condition.op = op;
+    condition.isNegated = isNegated;
+    if (op == Condition::Operator::Equals) {
+        condition.expected = node.IsSequence() ? QVariant(*texts) : QVariant(texts->first());
+        conditions.append(condition);
+        return;
+    }
+    for (const auto &text : *texts) {
+        condition.expected = text;
+        condition.pattern.setPattern(text);
+        if (op == Condition::Operator::Matches && !condition.pattern.isValid())
+            m_reader.complain(node,
+                              QStringLiteral("bad regular expression \"%1\": %2, at character %3")
+                                  .arg(text, condition.pattern.errorString())
+                                  .arg(condition.pattern.patternErrorOffset()));
+        else
+            conditions.append(condition);
+    }
+}
+
+}

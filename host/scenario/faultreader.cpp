@@ -1,0 +1,98 @@
+#include "device/faults.h"
+#include "scenario/stepreader.h"
+
+namespace panelhost {
+
+namespace {
+
+constexpr int CalibrationSteps = 7;
+
+QStringList serviceNames()
+{
+    return {QStringLiteral("lcdKeyboardEvent"),      QStringLiteral("lcdFactoryModeBiz"),
+            QStringLiteral("lcdFactoryModeWidget"),  QStringLiteral("lcdMemoryCacheNetworkPort"),
+            QStringLiteral("lcdMemoryCacheNodeUSB"), QStringLiteral("lcdMemoryCacheScreenDetail"),
+            QStringLiteral("lcdTBarCalibration"),    QStringLiteral("lcdConfig")};
+}
+
+QStringList faultNames()
+{
+    QStringList names;
+    for (const auto &fault : Faults::all())
+        names.append(fault.name);
+    return names;
+}
+
+YAML::Node entryOf(const YAML::Node &map, const char *name)
+{
+    for (const auto &entry : map) {
+        if (entry.first.IsScalar() && entry.first.Scalar() == name)
+            return entry.second;
+    }
+    return YAML::Node(YAML::NodeType::Undefined);
+}
+
+}
+
+std::optional<Action> StepReader::fault(const YAML::Node &node)
+{
+    const auto nameNode = node.IsMap() ? entryOf(node, "name") : node;
+    if (node.IsMap() && !nameNode.IsDefined()) {
+        m_reader.complain(node,
+                          QStringLiteral("a fault needs a name: one of ") + faultNames().join(QStringLiteral(", ")));
+        return std::nullopt;
+    }
+    const auto name = m_reader.word(nameNode, faultNames());
+    if (!name)
+        return std::nullopt;
+    const auto &info = *Faults::find(*name);
+    QVariantMap arguments{{QStringLiteral("name"), *name}, {QStringLiteral("on"), true}};
+    if (node.IsMap()) {
+        for (const auto &entry :
+             m_reader.map(node, QStringList{QStringLiteral("name"), QStringLiteral("on")} + info.arguments))
+            faultArgument(info, entry, arguments);
+    }
+    for (const auto &needed : info.arguments) {
+        if (arguments[QStringLiteral("on")].toBool() && !arguments.contains(needed))
+            m_reader.complain(node, QStringLiteral("the fault %1 needs %2").arg(info.name, needed));
+    }
+    return Action{Action::Kind::Fault, arguments};
+}
+
+std::optional<Session::InitialFault> StepReader::initialFault(const YAML::Node &node)
+{
+    const auto action = fault(node);
+    if (!action)
+        return std::nullopt;
+    auto arguments = action->arguments;
+    const auto name = arguments.take(QStringLiteral("name")).toString();
+    arguments.remove(QStringLiteral("on"));
+    return Session::InitialFault{name, arguments};
+}
+
+void StepReader::faultArgument(const FaultInfo &fault, const YamlReader::Entry &entry, QVariantMap &arguments)
+{
+    const auto name = QString::fromStdString(entry.first.Scalar());
+    std::optional<QVariant> value;
+    if (name == QLatin1String("on"))
+        value = m_reader.flag(entry.second);
+    else if (name == QLatin1String("key"))
+        value = key(entry.second);
+    else if (name == QLatin1String("port"))
+        value = m_reader.word(entry.second, m_vocabulary.ports());
+    else if (name == QLatin1String("service"))
+        value = m_reader.word(entry.second, serviceNames());
+    else if (name == QLatin1String("step"))
+        value = m_reader.integer(entry.second, 1, CalibrationSteps);
+    else if (fault.arguments.contains(name))
+        value = m_reader.text(entry.second, QStringLiteral("a value for %1").arg(name));
+    arguments.insert(name, value.value_or(arguments.value(name)));
+}
+
+void StepReader::switchFault(const YAML::Node &value, Step &step)
+{
+    if (const auto action = fault(value))
+        step.actions.append(*action);
+}
+
+}

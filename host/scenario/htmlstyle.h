@@ -1,0 +1,10 @@
+#pragma once
+
+class QString;
+
+namespace panelhost {
+
+/// The style sheet of the report.
+QString htmlStyle();
+
+}

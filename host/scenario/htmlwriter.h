@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QXmlStreamWriter>
+
+namespace panelhost {
+
+/// Writes an HTML page that is well-formed XML as well. No element is left without content: HTML knows no empty ones
+/// but images.
+class HtmlWriter
+{
+public:
+    /// @p style must be free of quotes and angle brackets.
+    HtmlWriter(const QString &title, const QString &style);
+
+    HtmlWriter &begin(const char *tag, const char *cssClass = nullptr);
+    HtmlWriter &attribute(const char *name, const QString &value);
+    HtmlWriter &text(const QString &text);
+    HtmlWriter &end();
+    HtmlWriter &element(const char *tag, const char *cssClass, const QString &text);
+    HtmlWriter &link(const QString &target, const QString &text);
+    HtmlWriter &badge(const QString &word);
+    HtmlWriter &image(const QByteArray &png, const QString &description);
+    QByteArray finish();
+
+private:
+    QByteArray m_page;
+    QXmlStreamWriter m_xml;
+};
+
+}

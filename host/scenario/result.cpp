@@ -1,0 +1,51 @@
+#include "scenario/result.h"
+
+#include <algorithm>
+
+namespace panelhost {
+
+namespace {
+
+QString placeText(const StepResult &step)
+{
+    return QStringLiteral("%1:%2:%3: ").arg(step.file).arg(step.where.line).arg(step.where.column);
+}
+
+}
+
+const StepResult *ScenarioResult::failedStep() const
+{
+    const auto failed = std::find_if(steps.begin(), steps.end(), [](const StepResult &step) { return !step.passed; });
+    return failed == steps.end() ? nullptr : &*failed;
+}
+
+QString ScenarioResult::failureText() const
+{
+    QStringList lines;
+    if (!error.isEmpty())
+        lines.append(file + QStringLiteral(": ") + error);
+    if (const auto step = failedStep()) {
+        lines.append(placeText(*step) + QStringLiteral("failed at %1: ").arg(instantText(step->at)) + step->text);
+        if (!step->error.isEmpty())
+            lines.append(QStringLiteral("  ") + step->error);
+        for (const auto &outcome : step->outcomes) {
+            if (!outcome.holds)
+                lines.append(QStringLiteral("  expected ") + outcome.expected + QStringLiteral("\n  found    ")
+                             + outcome.found);
+        }
+    }
+    if (!lastLines.isEmpty())
+        lines.append(QStringLiteral("  the last lines of the journal:\n    ")
+                     + lastLines.join(QStringLiteral("\n    ")));
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString instantText(Instant at)
+{
+    return QStringLiteral("%1:%2.%3")
+        .arg(at / 60000)
+        .arg(at / 1000 % 60, 2, 10, QLatin1Char('0'))
+        .arg(at % 1000, 3, 10, QLatin1Char('0'));
+}
+
+}

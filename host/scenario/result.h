@@ -1,0 +1,67 @@
+#pragma once
+
+#include "scenario/expectation.h"
+#include "time/timeline.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+namespace panelhost {
+
+/// What became of one expectation.
+struct Outcome
+{
+    bool holds = false;
+    QString expected;
+    QString found;
+};
+
+/// What became of one step.
+struct StepResult
+{
+    QString file;
+    Place where;
+    QString text;
+    Instant at = 0; ///< when it was over
+    bool passed = true;
+    QString error; ///< why it could not be done
+    QVector<Outcome> outcomes;
+    QString screenshot; ///< its name
+    QByteArray png;
+};
+
+/// A time for which the LCD showed one page.
+struct PageSpan
+{
+    Instant from = 0;
+    Instant until = 0;
+    QString title;
+};
+
+/// What became of one scenario.
+struct ScenarioResult
+{
+    QString file;
+    QString title;
+    bool passed = true;
+    QString error; ///< why it could not be begun
+    QVector<StepResult> steps;
+    QVector<PageSpan> pages;
+    Instant duration = 0;  ///< virtual milliseconds
+    qint64 wallTime = 0;   ///< real milliseconds
+    QByteArray journal;    ///< JSON lines
+    QStringList lastLines; ///< of the journal, readable, when it failed
+
+    const StepResult *failedStep() const;
+    /// What failed in a few lines: the place, what was expected and found, the last lines of the journal.
+    QString failureText() const;
+};
+
+using ScenarioResults = QVector<ScenarioResult>;
+
+/// "1:05.250" for minutes, seconds and milliseconds.
+QString instantText(Instant at);
+
+}

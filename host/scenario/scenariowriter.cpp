@@ -1,0 +1,80 @@
+#include "scenario/scenariowriter.h"
+
+#include "scenario/actiontext.h"
+#include "scenario/yamlreader.h"
+
+namespace panelhost {
+
+ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_file(path), m_session(session)
+{
+}
+
+ScenarioWriter::~ScenarioWriter()
+{
+    close();
+}
+
+bool ScenarioWriter::open(QString *error)
+{
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !write(header())) {
+        *error = QStringLiteral("%1: %2").arg(m_file.fileName(), m_file.errorString());
+        return false;
+    }
+    m_written = m_session.timeline().now();
+    connect(&m_session.op(), &Operator::performed, this, &ScenarioWriter::writeStep);
+    return true;
+}
+
+void ScenarioWriter::close()
+{
+    if (!m_file.isOpen())
+        return;
+    disconnect(&m_session.op(), nullptr, this, nullptr);
+    write(waitUntil(m_session.timeline().now()));
+    m_file.close();
+}
+
+QByteArray ScenarioWriter::header() const
+{
+    const auto &options = m_session.options();
+    QByteArray text = "# Recorded with panelhost. Play it with: panelhost play FILE\n"
+                      "device:\n";
+    const auto add = [&text](const char *name, const QByteArray &value) {
+        text += QByteArray("  ") + name + ": " + value + '\n';
+    };
+    add("tbar", options.tbarType == TBarType::Fader ? "fader" : "slider");
+    add("lcd", QByteArray::number(options.lcdSize.width()) + 'x' + QByteArray::number(options.lcdSize.height()));
+    add("language", options.language.toUtf8());
+    add("net-ports", QByteArray::number(options.netPorts));
+    add("usb-ports", QByteArray::number(options.usbPorts));
+    add("changed-on-subscribe", options.changedOnSubscribe ? "true" : "false");
+    if (!options.faults.isEmpty())
+        text += "  faults:\n";
+    for (const auto &fault : options.faults)
+        text += "    - " + faultText(fault.name, fault.arguments).toUtf8() + '\n';
+    return text
+        + "steps:\n"
+          "  - note: recorded\n";
+}
+
+// One write for the time and the action: what is cut off is the whole of it or nothing.
+void ScenarioWriter::writeStep(const Action &action, Instant at)
+{
+    write(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
+}
+
+QByteArray ScenarioWriter::waitUntil(Instant at)
+{
+    const auto passed = at - m_written;
+    m_written = at;
+    return passed > 0 ? "  - wait: " + durationText(passed).toUtf8() + '\n' : QByteArray();
+}
+
+bool ScenarioWriter::write(const QByteArray &bytes)
+{
+    if (m_error.isEmpty() && m_file.write(bytes) != bytes.size())
+        m_error = QStringLiteral("%1: %2").arg(m_file.fileName(), m_file.errorString());
+    return m_error.isEmpty();
+}
+
+}

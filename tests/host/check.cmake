@@ -1,0 +1,1 @@
+lcd_add_test(tst_check SOURCES tst_check.cpp LIBRARIES panelhost_core LABELS host)

@@ -1,0 +1,181 @@
+#include "scenario/scenarioloader.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryFile>
+#include <QtTest/QtTest>
+
+using namespace panelhost;
+
+/// Scenario files, bad ones by number with everything that is said about them, and what good ones become.
+class ScenarioLoaderTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void wrong_data();
+    void wrong();
+    void missingFile();
+    void deviceDescription();
+    void stepsInOrder();
+    void usedFileKeepsItsPlaces();
+    void shipped_data();
+    void shipped();
+
+private:
+    std::optional<Scenario> load(const QString &path, QStringList *problems = nullptr);
+    std::optional<Scenario> loadText(const QByteArray &text);
+
+    Session::Options m_base;
+};
+
+void ScenarioLoaderTest::initTestCase()
+{
+    m_base.share = QStringLiteral(LCD_SOURCE_DIR "/share");
+    QVERIFY(QDir::setCurrent(QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/scenarios")));
+}
+
+std::optional<Scenario> ScenarioLoaderTest::load(const QString &path, QStringList *problems)
+{
+    QStringList found;
+    const auto scenario = loadScenario(path, m_base, &found);
+    if (problems)
+        *problems = found;
+    else if (!found.isEmpty())
+        qWarning("%s", qPrintable(found.join(QLatin1Char('\n'))));
+    return scenario;
+}
+
+std::optional<Scenario> ScenarioLoaderTest::loadText(const QByteArray &text)
+{
+    QTemporaryFile file;
+    if (!file.open() || file.write(text) != text.size() || !file.flush())
+        return std::nullopt;
+    return load(file.fileName());
+}
+
+void ScenarioLoaderTest::wrong_data()
+{
+    QTest::addColumn<QString>("file");
+    const auto files = QDir().entryList({QStringLiteral("wrong*.yaml")}, QDir::Files, QDir::Name);
+    QVERIFY(files.size() >= 25);
+    for (const auto &file : files)
+        QTest::newRow(qPrintable(file)) << file;
+}
+
+void ScenarioLoaderTest::wrong()
+{
+    QFETCH(QString, file);
+    QFile expected(QString(file).replace(QStringLiteral(".yaml"), QStringLiteral(".expected")));
+    QVERIFY2(expected.open(QIODevice::ReadOnly), qPrintable(expected.fileName()));
+    const auto lines = QString::fromUtf8(expected.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QStringList problems;
+    QVERIFY(!load(file, &problems));
+    QCOMPARE(problems, lines);
+}
+
+void ScenarioLoaderTest::missingFile()
+{
+    QStringList problems;
+    QVERIFY(!load(QStringLiteral("nowhere.yaml"), &problems));
+    QCOMPARE(problems, QStringList{QStringLiteral("nowhere.yaml:1:1: error: No such file or directory")});
+}
+
+void ScenarioLoaderTest::deviceDescription()
+{
+    const auto scenario = loadText("title: A device\n"
+                                   "device:\n"
+                                   "  tbar: fader\n"
+                                   "  lcd: 1280x800\n"
+                                   "  language: zh_CN\n"
+                                   "  net-ports: 2\n"
+                                   "  usb-ports: 8\n"
+                                   "  changed-on-subscribe: off\n"
+                                   "  plugged: [net2, usb8]\n"
+                                   "  blocked: usb1\n"
+                                   "  faults:\n"
+                                   "    - duplicate-reports\n"
+                                   "    - {name: key-dead, key: CUT}\n"
+                                   "steps: []\n");
+    QVERIFY(scenario);
+    QCOMPARE(scenario->title, QStringLiteral("A device"));
+    const auto &device = scenario->device;
+    QCOMPARE(device.tbarType, TBarType::Fader);
+    QCOMPARE(device.lcdSize, QSize(1280, 800));
+    QCOMPARE(device.language, QStringLiteral("zh_CN"));
+    QCOMPARE(device.netPorts, 2);
+    QCOMPARE(device.usbPorts, 8);
+    QVERIFY(!device.changedOnSubscribe);
+    QCOMPARE(device.faults.size(), 2);
+    QCOMPARE(device.faults.at(1).name, QStringLiteral("key-dead"));
+    QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 27}}));
+    const QVector<Action> preparation{{Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("net2")}}},
+                                      {Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("usb8")}}},
+                                      {Action::Kind::Block, {{QStringLiteral("port"), QStringLiteral("usb1")}}}};
+    QVERIFY(scenario->preparation == preparation);
+}
+
+void ScenarioLoaderTest::stepsInOrder()
+{
+    const auto scenario =
+        loadText("steps:\n"
+                 "  - press: [CUT, 1]\n"
+                 "  - soft: right\n"
+                 "    times: 3\n"
+                 "  - wait: 1.5s\n"
+                 "  - expect: {title: {not: {contains: [a, b]}}}\n"
+                 "    within: 2min\n"
+                 "  - repeat: {times: 4, steps: [{tbar: top}, {repeat: {times: 2, steps: [{tbar: 0}]}}]}\n");
+    QVERIFY(scenario);
+    const auto &steps = scenario->steps;
+    QCOMPARE(steps.size(), 5);
+    const QVector<Action> presses{{Action::Kind::Press, {{QStringLiteral("key"), 27}}},
+                                  {Action::Kind::Press, {{QStringLiteral("key"), 1}}}};
+    QVERIFY(steps.at(0).actions == presses);
+    QCOMPARE(steps.at(1).times, 3);
+    QCOMPARE(steps.at(1).where.line, 3);
+    QCOMPARE(steps.at(1).where.column, 5);
+    QCOMPARE(steps.at(2).duration, 1500);
+    QCOMPARE(*steps.at(3).within, 120000);
+    const auto &conditions = steps.at(3).expectations.first().conditions;
+    QCOMPARE(conditions.size(), 2);
+    QVERIFY(conditions.first().isNegated);
+    QVERIFY(!conditions.first().holds(QStringLiteral("cab")));
+    QVERIFY(conditions.first().holds(QStringLiteral("c")));
+    QCOMPARE(playedSteps(steps), 4 + 4 * (1 + 2));
+}
+
+void ScenarioLoaderTest::usedFileKeepsItsPlaces()
+{
+    const auto scenario = load(QStringLiteral("uses.yaml"));
+    QVERIFY(scenario);
+    QCOMPARE(scenario->steps.size(), 2);
+    const auto &used = scenario->steps.at(0).steps;
+    QCOMPARE(used.size(), 1);
+    QCOMPARE(used.first().file, QStringLiteral("parts/used.yaml"));
+    QCOMPARE(used.first().where.line, 3);
+    QCOMPARE(scenario->steps.at(1).file, QStringLiteral("uses.yaml"));
+}
+
+void ScenarioLoaderTest::shipped_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir directory(QStringLiteral(LCD_SOURCE_DIR "/scenarios"));
+    const auto files = directory.entryList({QStringLiteral("*.yaml")}, QDir::Files, QDir::Name);
+    QVERIFY(!files.isEmpty());
+    for (const auto &file : files)
+        QTest::newRow(qPrintable(file)) << directory.filePath(file);
+}
+
+void ScenarioLoaderTest::shipped()
+{
+    QFETCH(QString, path);
+    QStringList problems;
+    const auto scenario = load(path, &problems);
+    QCOMPARE(problems, QStringList());
+    QVERIFY(!scenario->title.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(ScenarioLoaderTest)
+#include "tst_scenarioloader.moc"
