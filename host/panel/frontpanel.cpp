@@ -34,7 +34,6 @@ QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
 {
     auto *bay = new LcdBay(lcd, this);
     listen(bay->glass());
-    setFocusProxy(bay);
     auto *row = new QHBoxLayout;
     row->setSpacing(2 * Grid);
     row->addWidget(bay, 0, Qt::AlignTop);

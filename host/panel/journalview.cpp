@@ -20,18 +20,13 @@ namespace {
 struct KindLook
 {
     Journal::Kind kind;
-    QLatin1String name;
     QRgb ink;
 };
 
 const KindLook Kinds[] = {
-    {Journal::Kind::Call, QLatin1String("call"), look::Ink},
-    {Journal::Kind::Event, QLatin1String("event"), look::Amber},
-    {Journal::Kind::Signal, QLatin1String("signal"), look::Blue},
-    {Journal::Kind::Log, QLatin1String("log"), look::InkDim},
-    {Journal::Kind::Screen, QLatin1String("screen"), look::Green},
-    {Journal::Kind::Action, QLatin1String("action"), look::Accent},
-    {Journal::Kind::Note, QLatin1String("note"), look::Red},
+    {Journal::Kind::Call, look::Ink},   {Journal::Kind::Event, look::Amber},  {Journal::Kind::Signal, look::Blue},
+    {Journal::Kind::Log, look::InkDim}, {Journal::Kind::Screen, look::Green}, {Journal::Kind::Action, look::Accent},
+    {Journal::Kind::Note, look::Red},
 };
 
 QRgb inkOf(int kind)
@@ -101,14 +96,14 @@ QListView *JournalView::makeList()
 void JournalView::addKinds(QHBoxLayout *row)
 {
     for (const KindLook &kind : Kinds) {
-        auto *action = new QAction(kind.name, this);
+        auto *action = new QAction(Journal::kindName(kind.kind), this);
         action->setCheckable(true);
         action->setChecked(true);
         action->setData(int(kind.kind));
         connect(action, &QAction::toggled, this, &JournalView::updateKinds);
         m_kinds.append(action);
         auto *button = new QToolButton;
-        button->setObjectName(QStringLiteral("journal-") + kind.name);
+        button->setObjectName(QStringLiteral("journal-") + Journal::kindName(kind.kind));
         button->setDefaultAction(action);
         button->setFocusPolicy(Qt::NoFocus);
         row->addWidget(button);

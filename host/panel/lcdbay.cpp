@@ -19,7 +19,6 @@ LcdBay::LcdBay(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd), m_g
     m_lcd->show();
     m_glass->setGeometry(place);
     m_glass->raise();
-    setFocusProxy(m_glass);
 }
 
 // The LCD belongs to the session, which ends after the window.

@@ -1,8 +1,10 @@
 #include "panel/lcdoverlay.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenuBar>
 
 namespace panelhost {
 
@@ -10,12 +12,11 @@ LcdOverlay::LcdOverlay(QWidget *lcd, QWidget *parent)
     : Control(QStringLiteral("lcd-glass"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
 {
     setToolTip({});
-    setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::ArrowCursor);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool LcdOverlay::navigate(int key)
+void LcdOverlay::navigate(int key)
 {
     static const QHash<int, QString> keys = {
         {Qt::Key_Up, QStringLiteral("up")},        {Qt::Key_Down, QStringLiteral("down")},
@@ -24,16 +25,15 @@ bool LcdOverlay::navigate(int key)
         {Qt::Key_Escape, QStringLiteral("back")},  {Qt::Key_Backspace, QStringLiteral("back")},
     };
     const auto found = keys.constFind(key);
-    if (found == keys.constEnd())
-        return false;
-    Q_EMIT acted({Action::Kind::Navigate, {{QStringLiteral("key"), *found}}});
-    return true;
+    if (found != keys.constEnd())
+        Q_EMIT acted({Action::Kind::Navigate, {{QStringLiteral("key"), *found}}});
 }
 
 void LcdOverlay::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    focusLcd();
     const QPoint at = m_lcd->mapFromGlobal(mapToGlobal(event->pos()));
     Q_EMIT acted({Action::Kind::Touch, {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}}});
 }
@@ -44,26 +44,36 @@ void LcdOverlay::wheelEvent(QWheelEvent *event)
         navigate(event->angleDelta().y() > 0 ? Qt::Key_Up : Qt::Key_Down);
 }
 
-void LcdOverlay::keyPressEvent(QKeyEvent *event)
+// Takes the focus back from the journal's filter.
+void LcdOverlay::focusLcd()
 {
-    if (!navigate(event->key()))
-        Control::keyPressEvent(event);
+    QWidget *inner = m_lcd->focusWidget();
+    if (!isOnLcd(QApplication::focusWidget()))
+        (inner ? inner : m_lcd)->setFocus(Qt::OtherFocusReason);
 }
 
-bool LcdOverlay::isOnLcd(QObject *watched) const
+bool LcdOverlay::isOnLcd(const QWidget *widget) const
 {
-    auto *widget = qobject_cast<QWidget *>(watched);
     return widget && (widget == m_lcd || m_lcd->isAncestorOf(widget));
 }
 
-// The component moves the keyboard focus into its lists. Keys that come from the window system go round by the
-// operator all the same; those that the operator sends aren't spontaneous and pass.
+bool LcdOverlay::isForOperator(const QWidget *widget) const
+{
+    const bool isOther = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QMenuBar *>(widget);
+    return widget && widget->window() == window() && !isOther;
+}
+
+// Keys that come from the window system go round by the operator wherever the focus is; those that the operator sends
+// to the component aren't spontaneous and pass.
 bool LcdOverlay::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (!isKey || !event->spontaneous() || !isOnLcd(watched))
+    const auto *widget = isKey && event->spontaneous() ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!isForOperator(widget))
         return false;
-    auto *key = static_cast<QKeyEvent *>(event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+        return isOnLcd(widget);
     if (key->type() == QEvent::KeyPress)
         navigate(key->key());
     return true;

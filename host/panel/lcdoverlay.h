@@ -4,8 +4,9 @@
 
 namespace panelhost {
 
-/// The glass over the LCD: turns the mouse into touches at LCD pixels and the keyboard into navigation, so that
-/// nothing reaches the component but what the operator is known to have done. It filters the LCD's own key events.
+/// The glass over the LCD: turns the mouse into touches at LCD pixels and the window's keyboard into navigation, so
+/// that nothing reaches the component but what the operator is known to have done. It never has the focus: that stays
+/// on the LCD, where it would be without a window around it.
 class LcdOverlay : public Control
 {
     Q_OBJECT
@@ -18,11 +19,12 @@ public:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    bool isOnLcd(QObject *watched) const;
-    bool navigate(int key);
+    bool isOnLcd(const QWidget *widget) const;
+    bool isForOperator(const QWidget *widget) const;
+    void focusLcd();
+    void navigate(int key);
 
     QWidget *m_lcd;
 };

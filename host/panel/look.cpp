@@ -5,6 +5,12 @@
 #include <QtGui/QPalette>
 #include <QtWidgets/QWidget>
 
+// Resources of a static library come in by name, outside any namespace.
+static void initPanelResources()
+{
+    Q_INIT_RESOURCE(panel);
+}
+
 namespace panelhost::look {
 
 QFont font(int pixels, bool bold)
@@ -71,6 +77,7 @@ static QPalette palette()
 
 static QString styleSheet()
 {
+    initPanelResources();
     QFile file(QStringLiteral(":/panel/look.qss"));
     if (!file.open(QIODevice::ReadOnly))
         return {};

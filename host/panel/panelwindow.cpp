@@ -7,8 +7,6 @@
 #include "panel/speedbar.h"
 #include "session.h"
 
-#include "lcd/translate/lcdfwtranslatemanager.h"
-
 #include <QtCore/QLocale>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
@@ -34,7 +32,6 @@ PanelWindow::PanelWindow(Session &session)
     connect(&m_refresh, &WallTimer::timeout, this, &PanelWindow::refresh);
     m_refresh.start(RefreshInterval);
     m_speed->choose(1);
-    m_panel->setFocus();
     m_sinceOpened.start();
     refresh();
 }
@@ -102,7 +99,7 @@ void PanelWindow::addLanguageMenu()
 {
     QMenu *menu = menuBar()->addMenu(QStringLiteral("&Language"));
     auto *group = new QActionGroup(menu);
-    const auto codes = LCDFWTranslateManager::instance()->languages();
+    const auto codes = m_session.languages();
     for (const QString &code : codes) {
         QAction *action = menu->addAction(QStringLiteral("%1 (%2)").arg(QLocale(code).nativeLanguageName(), code), this,
                                           [this, code] {
@@ -112,10 +109,10 @@ void PanelWindow::addLanguageMenu()
         action->setCheckable(true);
         group->addAction(action);
     }
-    connect(menu, &QMenu::aboutToShow, group, [group] {
+    connect(menu, &QMenu::aboutToShow, this, [this, group] {
         const auto actions = group->actions();
         for (QAction *action : actions)
-            action->setChecked(action->data().toString() == LCDFWTranslateManager::instance()->language());
+            action->setChecked(action->data().toString() == m_session.language());
     });
 }
 

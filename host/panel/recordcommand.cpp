@@ -1,0 +1,10 @@
+#include "panel/windowrun.h"
+
+namespace panelhost {
+
+int runRecord(const CommandLine &line)
+{
+    return runInWindow(line, line.arguments.first());
+}
+
+}

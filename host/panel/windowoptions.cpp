@@ -1,0 +1,45 @@
+#include "panel/windowoptions.h"
+
+#include "panel/speedbar.h"
+
+#include <QtCore/QMap>
+
+namespace panelhost {
+
+static QCommandLineOption hidden(const QString &name)
+{
+    QCommandLineOption option(name, {}, QStringLiteral("FILE"));
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    return option;
+}
+
+QList<QCommandLineOption> WindowOptions::declared()
+{
+    return {
+        {QStringLiteral("journal"), QStringLiteral("Write the journal to FILE."), QStringLiteral("FILE")},
+        {QStringLiteral("speed"), QStringLiteral("Speed of the device's time: pause, 1, 10 or max."),
+         QStringLiteral("SPEED"), QStringLiteral("1")},
+        hidden(QStringLiteral("screenshot")),
+        hidden(QStringLiteral("layout")),
+    };
+}
+
+bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
+{
+    static const QMap<QString, double> speeds = {{QStringLiteral("pause"), SpeedBar::Paused},
+                                                 {QStringLiteral("1"), 1},
+                                                 {QStringLiteral("10"), 10},
+                                                 {QStringLiteral("max"), 0}};
+    journal = parser.value(QStringLiteral("journal"));
+    screenshot = parser.value(QStringLiteral("screenshot"));
+    layout = parser.value(QStringLiteral("layout"));
+    const QString wanted = parser.value(QStringLiteral("speed"));
+    if (!speeds.contains(wanted)) {
+        *error = QStringLiteral("--speed is \"%1\"; it is pause, 1, 10 or max.").arg(wanted);
+        return false;
+    }
+    speed = speeds.value(wanted);
+    return true;
+}
+
+}

@@ -1,0 +1,12 @@
+# The window on an X server of its own, touched by xdotool. Without the two programs the tests are skipped.
+add_library(window_e2e STATIC window/xdesk.cpp window/xdesk.h window/panelprocess.cpp window/panelprocess.h)
+lcd_target(window_e2e)
+target_include_directories(window_e2e PUBLIC window)
+target_compile_definitions(window_e2e PRIVATE "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
+target_link_libraries(window_e2e PUBLIC Qt5::Core Qt5::Test)
+
+foreach(name window record)
+    lcd_add_test(tst_${name} SOURCES window/tst_${name}.cpp LIBRARIES window_e2e LABELS e2e TIMEOUT 300)
+    add_dependencies(tst_${name} panelhost)
+    set_tests_properties(tst_${name} PROPERTIES SKIP_RETURN_CODE 77)
+endforeach()

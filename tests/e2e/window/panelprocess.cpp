@@ -1,0 +1,94 @@
+#include "panelprocess.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtTest/QtTest>
+
+static QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+PanelProcess::~PanelProcess()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+bool PanelProcess::start(const QStringList &arguments)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), m_desk.display());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+    m_process.start(QStringLiteral(LCD_BUILD_DIR "/bin/panelhost"),
+                    arguments
+                        + QStringList{QStringLiteral("--journal"), path(QStringLiteral("journal.jsonl")),
+                                      QStringLiteral("--layout"), path(QStringLiteral("layout.json"))});
+    const QString layout = path(QStringLiteral("layout.json"));
+    const bool isThere = QTest::qWaitFor([&] { return QFile::exists(layout); }, 60000);
+    if (!isThere)
+        return false;
+    m_layout = QJsonDocument::fromJson(contentOf(layout)).object();
+    m_desk.xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                    QStringLiteral("--name"), QStringLiteral("^panelhost$"), QStringLiteral("windowfocus"),
+                    QStringLiteral("--sync")});
+    return QTest::qWaitFor([this] { return poll() && !page().isEmpty(); }, 60000);
+}
+
+QByteArray PanelProcess::journalBytes() const
+{
+    return contentOf(path(QStringLiteral("journal.jsonl")));
+}
+
+bool PanelProcess::poll()
+{
+    QFile file(path(QStringLiteral("journal.jsonl")));
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(m_read))
+        return false;
+    QByteArray fresh = file.readAll();
+    fresh.truncate(fresh.lastIndexOf('\n') + 1);
+    m_read += fresh.size();
+    const auto lines = fresh.split('\n');
+    for (const QByteArray &line : lines)
+        if (!line.isEmpty())
+            take(QJsonDocument::fromJson(line).object());
+    return !fresh.isEmpty();
+}
+
+void PanelProcess::take(const QJsonObject &entry)
+{
+    m_entries.append(entry);
+    const QString name = entry.value(QStringLiteral("name")).toString();
+    const QJsonObject data = entry.value(QStringLiteral("data")).toObject();
+    if (name == QLatin1String("screen"))
+        for (auto it = data.begin(); it != data.end(); ++it)
+            m_screen.insert(it.key(), it.value());
+    if (name == QLatin1String("lcdKeyboardEvent.setKeyLed")) {
+        const bool blinks = data.value(QStringLiteral("mode")).toInt() == 1;
+        m_blinkingKey = blinks ? data.value(QStringLiteral("halKey")).toInt() : -1;
+    }
+}
+
+int PanelProcess::count(const QString &kind, const QString &name) const
+{
+    return int(std::count_if(m_entries.cbegin(), m_entries.cend(), [&](const QJsonObject &entry) {
+        return entry.value(QStringLiteral("kind")).toString() == kind
+            && entry.value(QStringLiteral("name")).toString() == name;
+    }));
+}
+
+QRect PanelProcess::place(const QString &control) const
+{
+    const QJsonArray rect = m_layout.value(control).toArray();
+    if (rect.size() != 4)
+        QTest::qFail(qPrintable(QStringLiteral("The window has no control \"%1\".").arg(control)), __FILE__, __LINE__);
+    return {rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt()};
+}
+
+void PanelProcess::touch(const QPoint &lcdPoint) const
+{
+    m_desk.click(place(QStringLiteral("lcd-glass")).topLeft() + lcdPoint);
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "xdesk.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonObject>
+#include <QtCore/QList>
+#include <QtCore/QRect>
+#include <QtCore/QTemporaryDir>
+
+/// panelhost with its window on an X server. What goes on in it is read from the journal that it writes.
+class PanelProcess
+{
+public:
+    explicit PanelProcess(const XDesk &desk) : m_desk(desk) {}
+    ~PanelProcess();
+
+    /// Starts it with @p arguments and waits until the window is there and has the keyboard.
+    bool start(const QStringList &arguments);
+    QProcess &process() { return m_process; }
+    QString path(const QString &fileName) const { return m_directory.filePath(fileName); }
+    QByteArray journalBytes() const;
+
+    /// Reads what is new; true if anything was.
+    bool poll();
+    /// All properties of the LCD as the journal has told them.
+    const QJsonObject &screen() const { return m_screen; }
+    QString page() const { return m_screen.value(QStringLiteral("page")).toString(); }
+    QString caption(const char *side) const { return m_screen.value(QLatin1String(side)).toString(); }
+    /// The key whose LED was made to blink last and hasn't been answered; -1 when there is none.
+    int blinkingKey() const { return m_blinkingKey; }
+    int count(const QString &kind, const QString &name) const;
+
+    QRect place(const QString &control) const;
+    void click(const QString &control) const { m_desk.click(place(control).center()); }
+    void touch(const QPoint &lcdPoint) const;
+
+private:
+    void take(const QJsonObject &entry);
+
+    const XDesk &m_desk;
+    QTemporaryDir m_directory;
+    QProcess m_process;
+    QJsonObject m_layout;
+    qint64 m_read = 0;
+    QList<QJsonObject> m_entries;
+    QJsonObject m_screen;
+    int m_blinkingKey = -1;
+};

@@ -1,0 +1,235 @@
+#include "panelprocess.h"
+
+#include <QtTest/QtTest>
+
+#include <memory>
+
+/// The window on a real X server, touched with mouse and keyboard like any other.
+class TestWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void keysMoveThroughTheMenu();
+    void joystickMovesThroughTheMenu();
+    void touchOpensARow();
+    void panelKeyIsPressedAndHeld();
+    void portsArePluggedByClick();
+    void tbarIsDragged();
+    void speedIsChosen();
+    void completeMachinePassesByHand();
+    void closesInTheMiddleOfARun();
+
+private:
+    void open(const QStringList &arguments = {});
+    void waitFor(const char *property, const QJsonValue &value);
+    void finishPhases();
+    bool act();
+    void calibrate();
+
+    XDesk m_desk;
+    std::unique_ptr<PanelProcess> m_panel;
+};
+
+static QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+void TestWindow::initTestCase()
+{
+    QVERIFY(m_desk.start("1400x1000x24"));
+}
+
+void TestWindow::init()
+{
+    m_panel = std::make_unique<PanelProcess>(m_desk);
+}
+
+void TestWindow::cleanup()
+{
+    m_panel.reset();
+}
+
+void TestWindow::open(const QStringList &arguments)
+{
+    QVERIFY(m_panel->start(arguments));
+    QCOMPARE(m_panel->page(), text("menu"));
+}
+
+void TestWindow::waitFor(const char *property, const QJsonValue &value)
+{
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->screen().value(QLatin1String(property))), value, 20000);
+}
+
+void TestWindow::keysMoveThroughTheMenu()
+{
+    open();
+    waitFor("menu.row", 0);
+    m_desk.type(text("Down"));
+    waitFor("menu.row", 1);
+    m_desk.type(text("Up"));
+    waitFor("menu.row", 0);
+    m_desk.type(text("Return"));
+    waitFor("page", text("aging"));
+    m_desk.type(text("Escape"));
+    waitFor("page", text("menu"));
+    QCOMPARE(m_panel->count(text("action"), text("navigate")), 4);
+}
+
+void TestWindow::joystickMovesThroughTheMenu()
+{
+    open();
+    m_panel->click(text("nav-down"));
+    waitFor("menu.row", 1);
+    m_panel->click(text("nav-up"));
+    waitFor("menu.row", 0);
+    m_panel->click(text("knob"));
+    waitFor("page", text("aging"));
+    m_panel->click(text("nav-back"));
+    waitFor("page", text("menu"));
+}
+
+void TestWindow::touchOpensARow()
+{
+    open();
+    m_panel->touch({100, 20});
+    waitFor("page", text("aging"));
+    QCOMPARE(m_panel->count(text("action"), text("touch")), 1);
+}
+
+void TestWindow::panelKeyIsPressedAndHeld()
+{
+    open();
+    m_panel->click(text("key-27"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("press"))), 1);
+    m_desk.click(m_panel->place(text("key-5")).center(), 3);
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("hold"))), 1);
+    m_panel->click(text("key-5"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("release"))), 1);
+}
+
+void TestWindow::portsArePluggedByClick()
+{
+    open();
+    for (const char *port : {"net1", "usb2"}) {
+        const QPoint jack = m_panel->place(text(port)).topLeft() + QPoint(44, 24);
+        m_desk.click(jack);
+    }
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
+    m_desk.click(m_panel->place(text("usb3")).center() + QPoint(0, 34));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("block"))), 1);
+    m_desk.click(m_panel->place(text("net1")).topLeft() + QPoint(44, 24));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("unplug"))), 1);
+}
+
+void TestWindow::tbarIsDragged()
+{
+    open({text("--tbar"), text("fader")});
+    const QRect bar = m_panel->place(text("tbar"));
+    m_desk.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
+    QTRY_VERIFY((m_panel->poll(), m_panel->count(text("action"), text("tbar")) >= 2));
+    QVERIFY(m_panel->journalBytes().contains("\"name\":\"tbar\",\"data\":{\"position\":1}"));
+}
+
+// At full speed an aging test has gone through its steps many times before a minute of wall time has passed.
+void TestWindow::speedIsChosen()
+{
+    open({text("--speed"), text("pause")});
+    m_desk.type(text("Return"));
+    waitFor("page", text("aging"));
+    m_desk.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 2);
+    const int before = m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness"));
+    m_panel->click(text("speed-max"));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (m_panel->poll(), m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness")) > before + 30),
+        30000);
+}
+
+// What an operator does next, from what the LCD shows and which key blinks. False when there is nothing to do yet.
+bool TestWindow::act()
+{
+    const int key = m_panel->blinkingKey();
+    if (m_panel->screen().value(text("titleIcon")).toString() == text("ButtonFunction") && key >= 0)
+        m_panel->click(QStringLiteral("key-%1").arg(key));
+    else if (!m_panel->caption("right").isEmpty())
+        m_desk.type(text("Return"));
+    else
+        return false;
+    return true;
+}
+
+void TestWindow::calibrate()
+{
+    const QRect bar = m_panel->place(text("tbar"));
+    const int top = bar.top() + 10;
+    const int bottom = bar.bottom() - 60;
+    for (const int y : {top, bottom, top, bottom, top, bottom}) {
+        m_desk.type(text("Return"));
+        m_desk.click({bar.center().x(), y});
+    }
+    m_desk.type(text("Return"));
+}
+
+void TestWindow::finishPhases()
+{
+    bool isCalibrated = false;
+    QElapsedTimer timer;
+    timer.start();
+    while (m_panel->caption("left") != text("Test again") && timer.elapsed() < 180000) {
+        const bool isTBar = m_panel->screen().value(text("titleIcon")).toString().startsWith(text("fc_tbar"));
+        if (isTBar && !std::exchange(isCalibrated, true))
+            calibrate();
+        const bool acted = act();
+        QVERIFY2(QTest::qWaitFor([this] { return m_panel->poll(); }, 20000) || !acted, "Nothing happened for 20 s.");
+    }
+}
+
+void TestWindow::completeMachinePassesByHand()
+{
+    open({text("--speed"), text("max")});
+    for (const char *port : {"net1", "net2", "usb1", "usb2", "usb3", "usb4"})
+        m_desk.click(m_panel->place(text(port)).topLeft() + QPoint(44, 24));
+    m_desk.type(text("Down"));
+    m_desk.type(text("Return"));
+    waitFor("page", text("machine"));
+    finishPhases();
+    QCOMPARE(m_panel->caption("left"), text("Test again"));
+    QVERIFY(m_panel->journalBytes().contains("Test passed"));
+    m_desk.type(text("Escape"));
+    waitFor("page", text("menu"));
+}
+
+void TestWindow::closesInTheMiddleOfARun()
+{
+    open({text("--speed"), text("max")});
+    m_desk.type(text("Return"));
+    waitFor("page", text("aging"));
+    m_desk.type(text("Return"));
+    waitFor("left", text("Recount"));
+    m_desk.xdotool({text("mousemove"), text("600"), text("780"), text("mousedown"), text("1")});
+    m_desk.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_panel->process().exitCode(), 0);
+    m_desk.xdotool({text("mouseup"), text("1")});
+}
+
+int main(int argc, char **argv)
+{
+    const QStringList missing = XDesk::missingPrograms();
+    if (!missing.isEmpty()) {
+        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
+        return 77;
+    }
+    QCoreApplication application(argc, argv);
+    TestWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_window.moc"

@@ -1,0 +1,9 @@
+# The window's parts, each drawn and touched by itself.
+add_library(panel_fixture STATIC panel/panelfixture.cpp panel/panelfixture.h)
+lcd_target(panel_fixture)
+target_include_directories(panel_fixture PUBLIC panel)
+target_link_libraries(panel_fixture PUBLIC panelhost_core)
+
+foreach(name keybutton panelcontrols frontpanel journalview)
+    lcd_add_test(tst_${name} SOURCES panel/tst_${name}.cpp LIBRARIES panel_fixture LABELS host panel)
+endforeach()

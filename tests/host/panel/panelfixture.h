@@ -1,0 +1,29 @@
+#pragma once
+
+#include "device/device.h"
+#include "operator/action.h"
+#include "panel/control.h"
+
+#include <QtCore/QStringList>
+
+/// A device as the panel's tests draw it: @p keys keys named K1, K2 …, four net and four USB ports, all at rest.
+panelhost::DeviceState sampleDevice(int keys = 4);
+panelhost::KeyState sampleKey(int halKey, const QString &name);
+
+/// An action as one line, such as "Press key=3".
+QString lineOf(const panelhost::Action &action);
+
+/// The actions that a widget with the signal acted() told of, as lines.
+class ActionLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    template <class Source>
+    explicit ActionLog(Source &source)
+    {
+        connect(&source, &Source::acted, this, [this](const panelhost::Action &action) { lines << lineOf(action); });
+    }
+
+    QStringList lines;
+};

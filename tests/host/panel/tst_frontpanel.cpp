@@ -1,0 +1,277 @@
+#include "panel/frontpanel.h"
+#include "panel/keybutton.h"
+#include "panel/keyfield.h"
+#include "panel/keygroups.h"
+#include "panel/lcdoverlay.h"
+#include "panelfixture.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QScrollArea>
+
+#include <memory>
+
+using namespace panelhost;
+
+class TestFrontPanel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyKeyHasAButton();
+    void nothingOverlaps_data();
+    void nothingOverlaps();
+    void keysScrollWhenThereAreMany();
+    void fitsInASmallScreen();
+    void givesTheLcdBack();
+    void touchHasLcdPixels();
+    void touchTakesTheFocusBack();
+    void keyboardNavigates_data();
+    void keyboardNavigates();
+    void keysNeverReachTheLcdByThemselves();
+    void keysThatAreSentToTheLcdPass();
+    void stateReachesEveryPart();
+    void keysAreGroupedByName();
+    void fewOfAKindStandTogether();
+};
+
+namespace {
+
+/// A panel around an LCD that holds a list, as the component's does.
+struct Bench
+{
+    explicit Bench(const DeviceState &device)
+    {
+        lcd.resize(800, 480);
+        list = new QListWidget(&lcd);
+        list->resize(lcd.size());
+        list->addItems({QStringLiteral("one"), QStringLiteral("two")});
+        list->setCurrentRow(0);
+        panel = std::make_unique<FrontPanel>(device, &lcd, nullptr);
+        log = std::make_unique<ActionLog>(*panel);
+    }
+    void show()
+    {
+        panel->show();
+        QVERIFY(QTest::qWaitForWindowActive(panel.get()));
+        list->setFocus();
+    }
+
+    QWidget lcd;
+    QListWidget *list;
+    std::unique_ptr<FrontPanel> panel;
+    std::unique_ptr<ActionLog> log;
+};
+
+QRect rectIn(const QWidget &panel, const QWidget &widget)
+{
+    return {widget.mapTo(&panel, QPoint()), widget.size()};
+}
+
+/// The parts that an operator sees: controls, screens, the bezel. The glass lies over the LCD on purpose.
+QList<QWidget *> partsOf(FrontPanel &panel)
+{
+    QList<QWidget *> parts{panel.findChild<QWidget *>(QStringLiteral("lcd-bay"))};
+    for (int i = 0; i < 3; ++i)
+        parts << panel.findChild<QWidget *>(QStringLiteral("screen%1").arg(i));
+    const auto controls = panel.findChildren<Control *>();
+    for (Control *control : controls)
+        if (!qobject_cast<LcdOverlay *>(control))
+            parts << control;
+    return parts;
+}
+
+}
+
+void TestFrontPanel::everyKeyHasAButton()
+{
+    Bench bench(sampleDevice(40));
+    for (int key = 1; key <= 40; ++key)
+        QVERIFY2(bench.panel->findChild<KeyButton *>(QStringLiteral("key-%1").arg(key)),
+                 qPrintable(QString::number(key)));
+}
+
+void TestFrontPanel::nothingOverlaps_data()
+{
+    QTest::addColumn<int>("keys");
+    QTest::addColumn<QSize>("size");
+    for (const int keys : {0, 1, 12, 40, 120})
+        for (const QSize &size : {QSize(1, 1), QSize(1280, 760), QSize(1600, 1000), QSize(3000, 2000)})
+            QTest::addRow("%d keys %dx%d", keys, size.width(), size.height()) << keys << size;
+}
+
+void TestFrontPanel::nothingOverlaps()
+{
+    QFETCH(int, keys);
+    QFETCH(QSize, size);
+    Bench bench(sampleDevice(keys));
+    bench.panel->resize(size.expandedTo(bench.panel->minimumSizeHint()));
+    bench.show();
+    const QList<QWidget *> parts = partsOf(*bench.panel);
+    for (int i = 0; i < parts.size(); ++i) {
+        const QRect rect = rectIn(*bench.panel, *parts[i]);
+        QVERIFY2(rect.left() >= 0 && rect.right() < bench.panel->width(), qPrintable(parts[i]->objectName()));
+        for (int j = 0; j < i; ++j)
+            QVERIFY2(!rect.intersects(rectIn(*bench.panel, *parts[j])),
+                     qPrintable(parts[i]->objectName() + QStringLiteral(" over ") + parts[j]->objectName()));
+    }
+}
+
+void TestFrontPanel::keysScrollWhenThereAreMany()
+{
+    Bench bench(sampleDevice(200));
+    bench.panel->resize(bench.panel->minimumSizeHint());
+    bench.show();
+    auto *area = bench.panel->findChild<QScrollArea *>(QStringLiteral("key-area"));
+    auto *last = bench.panel->findChild<KeyButton *>(QStringLiteral("key-200"));
+    QVERIFY(last->visibleRegion().isEmpty());
+    area->ensureWidgetVisible(last);
+    QVERIFY(!last->visibleRegion().isEmpty());
+}
+
+void TestFrontPanel::fitsInASmallScreen()
+{
+    Bench bench(sampleDevice(40));
+    const QSize smallest = bench.panel->minimumSizeHint();
+    QVERIFY2(smallest.width() <= 1280 && smallest.height() <= 740,
+             qPrintable(QStringLiteral("%1x%2").arg(smallest.width()).arg(smallest.height())));
+}
+
+void TestFrontPanel::givesTheLcdBack()
+{
+    Bench bench(sampleDevice());
+    QVERIFY(bench.panel->isAncestorOf(&bench.lcd));
+    bench.panel.reset();
+    QVERIFY(!bench.lcd.parentWidget());
+    QCOMPARE(bench.lcd.size(), QSize(800, 480));
+}
+
+void TestFrontPanel::touchHasLcdPixels()
+{
+    Bench bench(sampleDevice());
+    bench.show();
+    auto *glass = bench.panel->findChild<LcdOverlay *>();
+    QCOMPARE(glass->size(), bench.lcd.size());
+    QTest::mouseClick(glass, Qt::LeftButton, {}, {123, 45});
+    QTest::mouseClick(glass, Qt::RightButton, {}, {1, 1});
+    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=123 y=45")));
+}
+
+void TestFrontPanel::touchTakesTheFocusBack()
+{
+    Bench bench(sampleDevice());
+    QLineEdit other(bench.panel.get());
+    bench.show();
+    other.setFocus();
+    QTest::keyClick(&other, Qt::Key_Down);
+    QTest::mouseClick(bench.panel->findChild<LcdOverlay *>(), Qt::LeftButton, {}, {1, 2});
+    QCOMPARE(QApplication::focusWidget(), bench.list);
+    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=1 y=2")));
+}
+
+void TestFrontPanel::keyboardNavigates_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char *name, Qt::Key key, const QString &navigation) {
+        QTest::newRow(name) << int(key) << QStringLiteral("navigate key=") + navigation;
+    };
+    row("up", Qt::Key_Up, QStringLiteral("up"));
+    row("down", Qt::Key_Down, QStringLiteral("down"));
+    row("left", Qt::Key_Left, QStringLiteral("left"));
+    row("right", Qt::Key_Right, QStringLiteral("right"));
+    row("return", Qt::Key_Return, QStringLiteral("enter"));
+    row("enter", Qt::Key_Enter, QStringLiteral("enter"));
+    row("escape", Qt::Key_Escape, QStringLiteral("back"));
+    row("backspace", Qt::Key_Backspace, QStringLiteral("back"));
+}
+
+void TestFrontPanel::keyboardNavigates()
+{
+    QFETCH(int, key);
+    QFETCH(QString, line);
+    Bench bench(sampleDevice());
+    bench.show();
+    QTest::keyClick(bench.list, Qt::Key(key));
+    QTest::keyClick(bench.panel.get(), Qt::Key(key));
+    QTest::keyClick(bench.list, Qt::Key_A);
+    QCOMPARE(bench.log->lines, (QStringList{line, line}));
+}
+
+void TestFrontPanel::keysNeverReachTheLcdByThemselves()
+{
+    Bench bench(sampleDevice());
+    bench.show();
+    QTest::keyClick(bench.list, Qt::Key_Down);
+    QTest::keyClick(bench.list, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(bench.list, Qt::Key_T);
+    QCOMPARE(bench.list->currentRow(), 0);
+    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("navigate key=down")));
+}
+
+void TestFrontPanel::keysThatAreSentToTheLcdPass()
+{
+    Bench bench(sampleDevice());
+    bench.show();
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    QCoreApplication::sendEvent(bench.list, &down);
+    QCOMPARE(bench.list->currentRow(), 1);
+    QCOMPARE(bench.log->lines, QStringList());
+}
+
+void TestFrontPanel::stateReachesEveryPart()
+{
+    Bench bench(sampleDevice());
+    bench.show();
+    DeviceState device = sampleDevice();
+    const QImage before = bench.panel->grab().toImage();
+    const auto changes = [&](const QString &part) {
+        bench.panel->setState(device, 0);
+        const auto *widget = bench.panel->findChild<QWidget *>(part);
+        const QRect rect = rectIn(*bench.panel, *widget);
+        return bench.panel->grab().toImage().copy(rect) != before.copy(rect);
+    };
+    device.keys[2].led.brightness = 100;
+    device.screenBrightness[1] = 10;
+    device.tbarPosition = 1;
+    device.netPorts[3].isPlugged = true;
+    device.usbPorts[0].isBlocked = true;
+    for (const char *part : {"key-3", "screen1", "tbar", "net4", "usb1"})
+        QVERIFY2(changes(QString::fromLatin1(part)), part);
+    for (const char *part : {"key-2", "screen0", "net3", "usb2", "knob"})
+        QVERIFY2(!changes(QString::fromLatin1(part)), part);
+}
+
+static QStringList groupLines(const QStringList &names)
+{
+    QList<KeyState> keys;
+    for (int i = 0; i < names.size(); ++i)
+        keys.append(sampleKey(i, names[i]));
+    QStringList lines;
+    const auto groups = groupKeys(keys);
+    for (const KeyGroup &group : groups) {
+        QStringList members;
+        for (const KeyState &key : group.keys)
+            members << key.name;
+        lines << group.title + QStringLiteral(": ") + members.join(QLatin1Char(' '));
+    }
+    return lines;
+}
+
+void TestFrontPanel::keysAreGroupedByName()
+{
+    const QStringList names = QStringLiteral("PGM1 PVW1 CUT PGM2 PVW2 PGM3 PVW3 AUTO").split(QLatin1Char(' '));
+    QCOMPARE(groupLines(names),
+             (QStringList{QStringLiteral("PGM: PGM1 PGM2 PGM3"), QStringLiteral("PVW: PVW1 PVW2 PVW3"),
+                          QStringLiteral("FUNCTION: CUT AUTO")}));
+}
+
+void TestFrontPanel::fewOfAKindStandTogether()
+{
+    const QStringList names{QStringLiteral("F1"), {}, QStringLiteral("F2"), QStringLiteral("12")};
+    QCOMPARE(groupLines(names), QStringList(QStringLiteral("FUNCTION: F1  F2 12")));
+}
+
+QTEST_MAIN(TestFrontPanel)
+#include "tst_frontpanel.moc"

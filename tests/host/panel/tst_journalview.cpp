@@ -1,0 +1,205 @@
+#include "panel/journalmodel.h"
+#include "panel/journalview.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QToolButton>
+
+using namespace panelhost;
+
+class TestJournalView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsLinesInOrder();
+    void takesInABoundedNumber();
+    void forgetsTheOldest();
+    void filtersByText();
+    void filtersByKind();
+    void newLinesPassTheFilter();
+    void followsTheEnd();
+    void staysWhereTheReaderIs();
+    void hiddenViewDoesNotWork();
+    void staysFastWithManyLines();
+};
+
+static void fill(Journal &journal, int lines, Journal::Kind kind = Journal::Kind::Call)
+{
+    for (int i = 0; i < lines; ++i)
+        journal.add(kind, QStringLiteral("service.call%1").arg(i));
+}
+
+static QString textAt(const JournalModel &model, int row)
+{
+    return model.index(row).data().toString();
+}
+
+static void pollAll(JournalModel &model, const Journal &journal)
+{
+    for (int before = -1; before != model.total() && model.total() < journal.entries().size();) {
+        before = model.total();
+        model.poll();
+    }
+}
+
+void TestJournalView::showsLinesInOrder()
+{
+    Journal journal;
+    JournalModel model(journal);
+    model.poll();
+    QCOMPARE(model.rowCount(), 0);
+    fill(journal, 2);
+    model.poll();
+    journal.add(Journal::Kind::Note, QStringLiteral("third"));
+    model.poll();
+    QCOMPARE(model.rowCount(), 3);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("service.call0")));
+    QVERIFY(textAt(model, 1).contains(QStringLiteral("service.call1")));
+    QVERIFY(textAt(model, 2).contains(QStringLiteral("third")));
+    QCOMPARE(model.index(2).data(JournalModel::KindRole).toInt(), int(Journal::Kind::Note));
+}
+
+void TestJournalView::takesInABoundedNumber()
+{
+    Journal journal;
+    JournalModel model(journal);
+    fill(journal, 2 * JournalModel::PollBudget + 1);
+    model.poll();
+    QCOMPARE(model.total(), JournalModel::PollBudget);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call0")));
+    pollAll(model, journal);
+    QCOMPARE(model.total(), 2 * JournalModel::PollBudget + 1);
+}
+
+void TestJournalView::forgetsTheOldest()
+{
+    Journal journal;
+    JournalModel model(journal);
+    model.setText(QStringLiteral("call7"));
+    fill(journal, JournalModel::Kept);
+    pollAll(model, journal);
+    fill(journal, JournalModel::Kept);
+    for (int i = 0; i < JournalModel::Kept / JournalModel::PollBudget + 1; ++i)
+        model.poll();
+    QVERIFY(model.total() <= JournalModel::Kept + JournalModel::Kept / 10);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call7")));
+    QVERIFY(textAt(model, model.rowCount() - 1).contains(QStringLiteral("call79999")));
+}
+
+void TestJournalView::filtersByText()
+{
+    Journal journal;
+    JournalModel model(journal);
+    fill(journal, 100);
+    model.poll();
+    model.setText(QStringLiteral("CALL9"));
+    QCOMPARE(model.rowCount(), 11);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call9")));
+    QVERIFY(textAt(model, 1).contains(QStringLiteral("call90")));
+    model.setText({});
+    QCOMPARE(model.rowCount(), 100);
+}
+
+void TestJournalView::filtersByKind()
+{
+    Journal journal;
+    fill(journal, 3, Journal::Kind::Call);
+    fill(journal, 5, Journal::Kind::Log);
+    JournalView view(journal, nullptr);
+    view.show();
+    view.poll();
+    QCOMPARE(view.model().rowCount(), 8);
+    view.findChild<QToolButton *>(QStringLiteral("journal-log"))->click();
+    QCOMPARE(view.model().rowCount(), 3);
+    view.findChild<QToolButton *>(QStringLiteral("journal-call"))->click();
+    QCOMPARE(view.model().rowCount(), 0);
+    view.findChild<QToolButton *>(QStringLiteral("journal-log"))->click();
+    QCOMPARE(view.model().rowCount(), 5);
+}
+
+void TestJournalView::newLinesPassTheFilter()
+{
+    Journal journal;
+    JournalView view(journal, nullptr);
+    view.show();
+    QTest::keyClicks(view.findChild<QLineEdit *>(), QStringLiteral("wanted"));
+    journal.add(Journal::Kind::Note, QStringLiteral("other"));
+    journal.add(Journal::Kind::Note, QStringLiteral("wanted"));
+    view.poll();
+    QCOMPARE(view.model().rowCount(), 1);
+    QCOMPARE(view.model().total(), 2);
+}
+
+void TestJournalView::followsTheEnd()
+{
+    Journal journal;
+    JournalView view(journal, nullptr);
+    view.resize(500, 300);
+    view.show();
+    const auto *bar = view.findChild<QListView *>()->verticalScrollBar();
+    for (int i = 0; i < 5; ++i) {
+        fill(journal, 200);
+        view.poll();
+        QTRY_VERIFY(bar->maximum() > 200 * i);
+        QTRY_COMPARE(bar->value(), bar->maximum());
+    }
+}
+
+void TestJournalView::staysWhereTheReaderIs()
+{
+    Journal journal;
+    JournalView view(journal, nullptr);
+    view.resize(500, 300);
+    view.show();
+    auto *bar = view.findChild<QListView *>()->verticalScrollBar();
+    fill(journal, 200);
+    view.poll();
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    bar->setValue(50);
+    const int before = bar->maximum();
+    fill(journal, 200);
+    view.poll();
+    QTRY_VERIFY(bar->maximum() > before);
+    QCOMPARE(bar->value(), 50);
+}
+
+void TestJournalView::hiddenViewDoesNotWork()
+{
+    Journal journal;
+    JournalView view(journal, nullptr);
+    fill(journal, 10);
+    view.poll();
+    QCOMPARE(view.model().total(), 0);
+    view.show();
+    view.poll();
+    QCOMPARE(view.model().total(), 10);
+}
+
+// A refresh has 33 ms. With 100,000 lines in the list, taking in new ones must leave most of that to the rest.
+void TestJournalView::staysFastWithManyLines()
+{
+    Journal journal;
+    JournalView view(journal, nullptr);
+    view.resize(500, 300);
+    view.show();
+    fill(journal, JournalModel::Kept);
+    while (view.model().total() < JournalModel::Kept)
+        view.poll();
+    QCoreApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    constexpr int Refreshes = 50;
+    for (int i = 0; i < Refreshes; ++i) {
+        fill(journal, 10);
+        view.poll();
+        QCoreApplication::processEvents();
+    }
+    const qint64 each = timer.elapsed() / Refreshes;
+    QVERIFY2(each < 33, qPrintable(QStringLiteral("%1 ms for each refresh").arg(each)));
+}
+
+QTEST_MAIN(TestJournalView)
+#include "tst_journalview.moc"

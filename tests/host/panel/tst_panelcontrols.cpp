@@ -1,0 +1,243 @@
+#include "panel/knobcluster.h"
+#include "panel/navbutton.h"
+#include "panel/screenview.h"
+#include "panel/socketwidget.h"
+#include "panel/tbarwidget.h"
+#include "panelfixture.h"
+
+#include <QtGui/QWheelEvent>
+#include <QtTest/QtTest>
+
+using namespace panelhost;
+
+class TestPanelControls : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tbarFollowsADrag();
+    void tbarStaysInItsTrack();
+    void tbarTellsEachPositionOnce();
+    void tbarKindsLookDifferent();
+    void tbarShowsCalibration();
+    void socketPlugsAndUnplugs_data();
+    void socketPlugsAndUnplugs();
+    void usbSwitchBlocksAndUnblocks();
+    void netSocketHasNoSwitch();
+    void joystickNavigates_data();
+    void joystickNavigates();
+    void knobTurnsAndEnters();
+    void screenDims();
+    void screenShowsPattern_data();
+    void screenShowsPattern();
+};
+
+namespace {
+
+class SizedTBar : public TBarWidget
+{
+public:
+    SizedTBar() : TBarWidget(nullptr) { resize(sizeHint()); }
+};
+
+}
+
+static void dragTo(TBarWidget &tbar, int y)
+{
+    QMouseEvent move(QEvent::MouseMove, QPointF(tbar.width() / 2, y), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&tbar, &move);
+}
+
+static void turnWheel(QWidget &widget, int notches)
+{
+    const QPointF at = widget.rect().center();
+    QWheelEvent wheel(at, at, {}, {0, 120 * notches}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &wheel);
+}
+
+void TestPanelControls::tbarFollowsADrag()
+{
+    SizedTBar tbar;
+    ActionLog log(static_cast<TBarWidget &>(tbar));
+    dragTo(tbar, tbar.yOf(0.5));
+    QCOMPARE(log.lines, QStringList(QStringLiteral("tbar position=0.5")));
+    tbar.setState(TBarType::Slider, 0.5, {});
+    dragTo(tbar, tbar.yOf(1));
+    QCOMPARE(log.lines.last(), QStringLiteral("tbar position=1"));
+}
+
+void TestPanelControls::tbarStaysInItsTrack()
+{
+    SizedTBar tbar;
+    tbar.setState(TBarType::Slider, 0.5, {});
+    ActionLog log(static_cast<TBarWidget &>(tbar));
+    dragTo(tbar, -500);
+    dragTo(tbar, 5000);
+    QCOMPARE(log.lines, (QStringList{QStringLiteral("tbar position=1"), QStringLiteral("tbar position=0")}));
+}
+
+void TestPanelControls::tbarTellsEachPositionOnce()
+{
+    SizedTBar tbar;
+    tbar.setState(TBarType::Slider, 0.25, {});
+    ActionLog log(static_cast<TBarWidget &>(tbar));
+    dragTo(tbar, tbar.yOf(0.25));
+    QCOMPARE(log.lines, QStringList());
+    turnWheel(tbar, 1);
+    QCOMPARE(log.lines, QStringList(QStringLiteral("tbar position=0.3")));
+}
+
+void TestPanelControls::tbarKindsLookDifferent()
+{
+    SizedTBar tbar;
+    tbar.setState(TBarType::Slider, 0.5, {});
+    const QImage slider = tbar.grab().toImage();
+    tbar.setState(TBarType::Fader, 0.5, {});
+    QVERIFY(tbar.grab().toImage() != slider);
+}
+
+void TestPanelControls::tbarShowsCalibration()
+{
+    SizedTBar tbar;
+    tbar.setState(TBarType::Slider, 0, {});
+    const QImage idle = tbar.grab().toImage();
+    tbar.setState(TBarType::Slider, 0, QStringLiteral("middle"));
+    const QImage busy = tbar.grab().toImage();
+    const QRect foot(0, idle.height() - 24, idle.width(), 24);
+    QVERIFY(busy.copy(foot) != idle.copy(foot));
+    const QRect above(0, 0, idle.width(), idle.height() - 24);
+    QCOMPARE(busy.copy(above), idle.copy(above));
+}
+
+void TestPanelControls::socketPlugsAndUnplugs_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("type");
+    QTest::newRow("net") << QStringLiteral("net2") << int(SocketWidget::Type::Net);
+    QTest::newRow("usb") << QStringLiteral("usb3") << int(SocketWidget::Type::Usb);
+}
+
+void TestPanelControls::socketPlugsAndUnplugs()
+{
+    QFETCH(QString, name);
+    QFETCH(int, type);
+    PortState port{name, 2, false, false};
+    SocketWidget socket(SocketWidget::Type(type), port, nullptr);
+    socket.resize(socket.sizeHint());
+    ActionLog log(socket);
+    const QImage empty = socket.grab().toImage();
+    QTest::mouseClick(&socket, Qt::LeftButton, {}, {30, 20});
+    port.isPlugged = true;
+    socket.setState(port);
+    QVERIFY(socket.grab().toImage() != empty);
+    QTest::mouseClick(&socket, Qt::LeftButton, {}, {30, 20});
+    QCOMPARE(log.lines, (QStringList{QStringLiteral("plug port=") + name, QStringLiteral("unplug port=") + name}));
+}
+
+void TestPanelControls::usbSwitchBlocksAndUnblocks()
+{
+    PortState port{QStringLiteral("usb1"), 1, false, false};
+    SocketWidget socket(SocketWidget::Type::Usb, port, nullptr);
+    socket.resize(socket.sizeHint());
+    ActionLog log(socket);
+    QTest::mouseClick(&socket, Qt::LeftButton, {}, socket.blockSwitch().center());
+    port.isBlocked = true;
+    socket.setState(port);
+    QTest::mouseClick(&socket, Qt::LeftButton, {}, socket.blockSwitch().center());
+    QCOMPARE(log.lines, (QStringList{QStringLiteral("block port=usb1"), QStringLiteral("unblock port=usb1")}));
+}
+
+void TestPanelControls::netSocketHasNoSwitch()
+{
+    SocketWidget socket(SocketWidget::Type::Net, {QStringLiteral("net1"), 1, false, false}, nullptr);
+    socket.resize(socket.sizeHint());
+    QVERIFY(socket.blockSwitch().isEmpty());
+    ActionLog log(socket);
+    QTest::mouseClick(&socket, Qt::LeftButton, {}, {socket.width() / 2, socket.height() - 4});
+    QCOMPARE(log.lines, QStringList(QStringLiteral("plug port=net1")));
+}
+
+void TestPanelControls::joystickNavigates_data()
+{
+    QTest::addColumn<QString>("key");
+    for (const char *key : {"up", "down", "left", "right", "enter", "back"})
+        QTest::newRow(key) << QString::fromLatin1(key);
+}
+
+void TestPanelControls::joystickNavigates()
+{
+    QFETCH(QString, key);
+    KnobCluster cluster(nullptr);
+    ActionLog log(cluster);
+    auto *button = cluster.findChild<NavButton *>(QStringLiteral("nav-") + key);
+    QVERIFY(button);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::mouseClick(button, Qt::RightButton);
+    QCOMPARE(log.lines, QStringList(QStringLiteral("navigate key=") + key));
+}
+
+void TestPanelControls::knobTurnsAndEnters()
+{
+    Knob knob(nullptr);
+    knob.resize(knob.sizeHint());
+    ActionLog log(knob);
+    turnWheel(knob, 1);
+    turnWheel(knob, -1);
+    QTest::mouseClick(&knob, Qt::LeftButton, {}, {12, 36});
+    QTest::mouseClick(&knob, Qt::LeftButton, {}, {60, 36});
+    QTest::mouseClick(&knob, Qt::LeftButton, {}, {36, 36});
+    QCOMPARE(log.lines,
+             (QStringList{QStringLiteral("navigate key=up"), QStringLiteral("navigate key=down"),
+                          QStringLiteral("navigate key=up"), QStringLiteral("navigate key=down"),
+                          QStringLiteral("navigate key=enter")}));
+}
+
+void TestPanelControls::screenDims()
+{
+    ScreenView screen(0, nullptr);
+    screen.resize(screen.sizeHint());
+    const auto light = [&screen](int brightness) {
+        screen.setState(brightness, {1, 4, 0});
+        return qGray(screen.grab().toImage().pixel(60, 30));
+    };
+    QCOMPARE(light(100), 255);
+    QVERIFY(qAbs(light(50) - 128) <= 2);
+    QVERIFY(qAbs(light(10) - 26) <= 2);
+    QCOMPARE(light(0), 0);
+}
+
+void TestPanelControls::screenShowsPattern_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QColor>("left");
+    QTest::addColumn<QColor>("right");
+    QTest::newRow("red") << 1 << 1 << 0 << QColor(255, 0, 0) << QColor(255, 0, 0);
+    QTest::newRow("green") << 1 << 2 << 0 << QColor(0, 255, 0) << QColor(0, 255, 0);
+    QTest::newRow("blue") << 1 << 3 << 0 << QColor(0, 0, 255) << QColor(0, 0, 255);
+    QTest::newRow("white") << 1 << 4 << 0 << QColor(255, 255, 255) << QColor(255, 255, 255);
+    QTest::newRow("grey") << 3 << 1 << 128 << QColor(128, 128, 128) << QColor(128, 128, 128);
+    QTest::newRow("full grey") << 3 << 1 << 255 << QColor(255, 255, 255) << QColor(255, 255, 255);
+    QTest::newRow("ramp to half") << 3 << 2 << 128 << QColor(0, 0, 0) << QColor(128, 128, 128);
+    QTest::newRow("ramp to full") << 3 << 2 << 255 << QColor(0, 0, 0) << QColor(255, 255, 255);
+}
+
+void TestPanelControls::screenShowsPattern()
+{
+    QFETCH(int, type);
+    QFETCH(int, index);
+    QFETCH(int, level);
+    QFETCH(QColor, left);
+    QFETCH(QColor, right);
+    QImage image(200, 10, QImage::Format_RGB32);
+    QPainter painter(&image);
+    drawTestPattern(painter, image.rect(), {type, index, level});
+    painter.end();
+    QVERIFY2(qAbs(qGray(image.pixel(1, 5)) - qGray(left.rgb())) <= 3, qPrintable(image.pixelColor(1, 5).name()));
+    QVERIFY2(qAbs(qGray(image.pixel(198, 5)) - qGray(right.rgb())) <= 3, qPrintable(image.pixelColor(198, 5).name()));
+    QCOMPARE(image.pixelColor(198, 5).hue(), right.hue());
+}
+
+QTEST_MAIN(TestPanelControls)
+#include "tst_panelcontrols.moc"
