@@ -5,7 +5,8 @@
 #include <atomic>
 #include <functional>
 #include <future>
-#include <optional>
+#include <memory>
+#include <thread>
 
 using namespace LCD::FactoryModeImpl;
 
@@ -50,7 +51,7 @@ private Q_SLOTS:
     void refusesOnceTheOwnerIsGone()
     {
         int calls = 0;
-        std::optional<Owner> owner(std::in_place, [&calls] { ++calls; });
+        auto owner = std::make_unique<Owner>([&calls] { ++calls; });
         const auto callback = owner->callback();
         callback();
         owner.reset();
@@ -120,10 +121,10 @@ private Q_SLOTS:
 
     void callMayDestroyItsOwner()
     {
-        std::optional<Owner> owner;
+        std::unique_ptr<Owner> owner;
         std::function<void()> callback;
         int calls = 0;
-        owner.emplace([&] {
+        owner = std::make_unique<Owner>([&] {
             ++calls;
             owner.reset();
         });
@@ -148,7 +149,7 @@ private Q_SLOTS:
 
     void callThatThrowsHasLeft()
     {
-        std::optional<Lifeline> lifeline(std::in_place);
+        auto lifeline = std::make_unique<Lifeline>();
         const auto throwing = lifeline->guarded([] { throw 1; });
         std::thread([&] {
             try {

@@ -4,13 +4,13 @@ using namespace LCD;
 
 namespace {
 
-QMutex captureMutex;
+std::mutex captureMutex;
 std::vector<LogCapture::Entry> captured;
 QtMessageHandler previousHandler = nullptr;
 
 void capture(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    const QMutexLocker locker(&captureMutex);
+    const std::lock_guard locker(captureMutex);
     captured.push_back({type, text, context.category, context.file, context.line, context.function});
 }
 
@@ -23,19 +23,19 @@ QString text(const std::string &value)
 
 void CallLog::add(const QString &call)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     m_calls << call;
 }
 
 QStringList CallLog::all() const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     return m_calls;
 }
 
 QStringList CallLog::take()
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     return std::exchange(m_calls, {});
 }
 
@@ -233,13 +233,13 @@ LogCapture::~LogCapture()
 
 void LogCapture::clear()
 {
-    const QMutexLocker locker(&captureMutex);
+    const std::lock_guard locker(captureMutex);
     captured.clear();
 }
 
 std::vector<LogCapture::Entry> LogCapture::entries() const
 {
-    const QMutexLocker locker(&captureMutex);
+    const std::lock_guard locker(captureMutex);
     return captured;
 }
 

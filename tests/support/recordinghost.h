@@ -9,11 +9,11 @@
 #include "lcd/protocol/records.h"
 #include "mirel/api.h"
 
-#include <QtCore/QMutex>
 #include <QtCore/QStringList>
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,7 +29,7 @@ public:
     void clear() { take(); }
 
 private:
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     QStringList m_calls;
 };
 
@@ -40,12 +40,12 @@ class ListenerSlot
 public:
     void set(const std::function<void(Args...)> &listener)
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         m_listener = listener;
     }
     std::function<void(Args...)> get() const
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         return m_listener;
     }
     /// Calls the listener on the caller's thread; false if there is none.
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     std::function<void(Args...)> m_listener;
 };
 
