@@ -8,29 +8,23 @@ namespace {
 
 using Kind = Action::Kind;
 
-/// How the actions with one argument are written.
-struct Form
-{
-    QString step;
-    QString argument;
-};
-
-const QMap<Kind, Form> &forms()
+/// The one argument of the actions that have no more.
+QString argumentOf(Kind kind)
 {
     static const QString port = QStringLiteral("port");
     static const QString key = QStringLiteral("key");
-    static const QMap<Kind, Form> all{{Kind::Navigate, {QStringLiteral("navigate"), key}},
-                                      {Kind::Press, {QStringLiteral("press"), key}},
-                                      {Kind::Hold, {QStringLiteral("hold"), key}},
-                                      {Kind::Release, {QStringLiteral("release"), key}},
-                                      {Kind::Soft, {QStringLiteral("soft"), QStringLiteral("side")}},
-                                      {Kind::TBar, {QStringLiteral("tbar"), QStringLiteral("position")}},
-                                      {Kind::Plug, {QStringLiteral("plug"), port}},
-                                      {Kind::Unplug, {QStringLiteral("unplug"), port}},
-                                      {Kind::Block, {QStringLiteral("block"), port}},
-                                      {Kind::Unblock, {QStringLiteral("unblock"), port}},
-                                      {Kind::Language, {QStringLiteral("language"), QStringLiteral("code")}}};
-    return all;
+    static const QMap<Kind, QString> names{{Kind::Navigate, key},
+                                           {Kind::Press, key},
+                                           {Kind::Hold, key},
+                                           {Kind::Release, key},
+                                           {Kind::Soft, QStringLiteral("side")},
+                                           {Kind::TBar, QStringLiteral("position")},
+                                           {Kind::Plug, port},
+                                           {Kind::Unplug, port},
+                                           {Kind::Block, port},
+                                           {Kind::Unblock, port},
+                                           {Kind::Language, QStringLiteral("code")}};
+    return names.value(kind);
 }
 
 // Seventeen digits bring the same number back.
@@ -47,6 +41,17 @@ QString mapText(const QVariantMap &values)
     return QLatin1Char('{') + entries.join(QStringLiteral(", ")) + QLatin1Char('}');
 }
 
+QString switchText(QVariantMap arguments)
+{
+    arguments.insert(activeWord(), arguments.take(QStringLiteral("on")));
+    return mapText(arguments);
+}
+
+}
+
+QString activeWord()
+{
+    return QStringLiteral("active");
 }
 
 QString faultText(const QString &name, QVariantMap arguments)
@@ -63,14 +68,13 @@ QString stepText(const Action &action)
     case Kind::ExitFactoryMode:
         return QStringLiteral("factory-mode: exit");
     case Kind::Fault:
-        return QStringLiteral("fault: ") + mapText(action.arguments);
+        return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments);
     case Kind::Touch:
-        return QStringLiteral("touch: ") + mapText(action.arguments);
+        return actionName(action.kind) + QStringLiteral(": ") + mapText(action.arguments);
     default:
-        break;
+        return actionName(action.kind) + QStringLiteral(": ")
+            + valueText(action.arguments.value(argumentOf(action.kind)));
     }
-    const auto &form = forms()[action.kind];
-    return form.step + QStringLiteral(": ") + valueText(action.arguments.value(form.argument));
 }
 
 }

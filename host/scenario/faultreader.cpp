@@ -1,4 +1,5 @@
 #include "device/faults.h"
+#include "scenario/actiontext.h"
 #include "scenario/stepreader.h"
 
 namespace panelhost {
@@ -48,8 +49,7 @@ std::optional<Action> StepReader::fault(const YAML::Node &node)
     const auto &info = *Faults::find(*name);
     QVariantMap arguments{{QStringLiteral("name"), *name}, {QStringLiteral("on"), true}};
     if (node.IsMap()) {
-        for (const auto &entry :
-             m_reader.map(node, QStringList{QStringLiteral("name"), QStringLiteral("on")} + info.arguments))
+        for (const auto &entry : m_reader.map(node, QStringList{QStringLiteral("name"), activeWord()} + info.arguments))
             faultArgument(info, entry, arguments);
     }
     for (const auto &needed : info.arguments) {
@@ -74,9 +74,12 @@ void StepReader::faultArgument(const FaultInfo &fault, const YamlReader::Entry &
 {
     const auto name = QString::fromStdString(entry.first.Scalar());
     std::optional<QVariant> value;
-    if (name == QLatin1String("on"))
-        value = m_reader.flag(entry.second);
-    else if (name == QLatin1String("key"))
+    if (name == activeWord()) {
+        if (const auto active = m_reader.flag(entry.second))
+            arguments.insert(QStringLiteral("on"), *active);
+        return;
+    }
+    if (name == QLatin1String("key"))
         value = key(entry.second);
     else if (name == QLatin1String("port"))
         value = m_reader.word(entry.second, m_vocabulary.ports());

@@ -1,0 +1,302 @@
+#include "commands.h"
+#include "scenario/htmlreport.h"
+#include "scenario/junitreport.h"
+#include "scenario/player.h"
+#include "scenario/scenarioloader.h"
+#include "scenario/scenariowriter.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+
+using namespace panelhost;
+
+/// Scenarios played on a session with the component, recorded and reported.
+class ScenarioPlayerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyStepIsToldOnce();
+    void failingExpectationTellsWhatWasThere();
+    void stepThatCanNotBeDoneFails();
+    void within_data();
+    void within();
+    void journalDoesNotDependOnWhatWasPlayedBefore();
+    void recordingPlaysToTheSameJournal();
+    void recordingIsReadableAfterEachStep();
+    void recordingIntoNowhereIsAnError();
+    void reportsAreWellFormed();
+
+private:
+    ScenarioResult play(const QByteArray &text);
+    ScenarioResult playFile(const QString &path);
+
+    QTemporaryDir m_directory;
+    int m_told = 0;
+};
+
+namespace {
+
+Session::Options options()
+{
+    Session::Options options;
+    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
+    options.share = QStringLiteral(LCD_SOURCE_DIR "/share");
+    return options;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString shipped(const char *name)
+{
+    return QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name);
+}
+
+/// What an operator does in the recorded session, with the time before each action.
+struct Deed
+{
+    Instant wait;
+    Action action;
+};
+
+QVector<Deed> deeds()
+{
+    using Kind = Action::Kind;
+    const auto with = [](Kind kind, const char *name, const QVariant &value) {
+        return Action{kind, {{QString::fromLatin1(name), value}}};
+    };
+    const auto fault = [](bool on) {
+        return Action{Kind::Fault,
+                      {{QStringLiteral("name"), QStringLiteral("key-dead")},
+                       {QStringLiteral("on"), on},
+                       {QStringLiteral("key"), 27}}};
+    };
+    const auto down = with(Kind::Navigate, "key", QStringLiteral("down"));
+    const auto enter = with(Kind::Navigate, "key", QStringLiteral("enter"));
+    const auto back = with(Kind::Navigate, "key", QStringLiteral("back"));
+    const auto right = with(Kind::Soft, "side", QStringLiteral("right"));
+    return {{0, with(Kind::Plug, "port", QStringLiteral("net1"))},
+            {250, down},
+            {1234, enter},
+            {0, fault(true)},
+            {17, right},
+            {3, with(Kind::TBar, "position", 0.1)},
+            {20000, with(Kind::Press, "key", 27)},
+            {2000, with(Kind::Language, "code", QStringLiteral("zh_CN"))},
+            {1, right},
+            {40, with(Kind::Hold, "key", 1)},
+            {60, with(Kind::Release, "key", 1)},
+            {7, fault(false)},
+            {30, with(Kind::Block, "port", QStringLiteral("usb1"))},
+            {0, with(Kind::Unblock, "port", QStringLiteral("usb1"))},
+            {0, with(Kind::Unplug, "port", QStringLiteral("net1"))},
+            {500, Action{Kind::Touch, {{QStringLiteral("x"), 400}, {QStringLiteral("y"), 200}}}},
+            {500, Action{Kind::ExitFactoryMode, {}}},
+            {500, Action{Kind::EnterFactoryMode, {}}},
+            {0, back}};
+}
+
+/// Does the deeds with a writer listening; the journal of it.
+QByteArray record(const QString &path, Session &session)
+{
+    session.lcd()->show();
+    session.timeline().settle();
+    ScenarioWriter writer(path, session);
+    QString error;
+    if (!writer.open(&error))
+        return error.toUtf8();
+    for (const auto &deed : deeds()) {
+        session.timeline().advance(deed.wait);
+        if (!session.op().perform(deed.action, &error))
+            return error.toUtf8();
+    }
+    session.timeline().advance(777);
+    writer.close();
+    return session.journal().toJsonLines();
+}
+
+}
+
+ScenarioResult ScenarioPlayerTest::playFile(const QString &path)
+{
+    QStringList problems;
+    const auto scenario = loadScenario(path, options(), &problems);
+    ScenarioResult result;
+    result.passed = false;
+    result.error = problems.join(QLatin1Char('\n'));
+    if (!scenario)
+        return result;
+    Player::Options how;
+    how.takesScreenshots = true;
+    return Player(*scenario, how, [this](const StepResult &, qint64 number) { m_told = static_cast<int>(number); })
+        .play();
+}
+
+ScenarioResult ScenarioPlayerTest::play(const QByteArray &text)
+{
+    const auto path = m_directory.filePath(QStringLiteral("scenario.yaml"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        return {};
+    file.close();
+    return playFile(path);
+}
+
+void ScenarioPlayerTest::everyStepIsToldOnce()
+{
+    const auto result = play("steps:\n"
+                             "  - expect: {page: menu, menu.level: 1}\n"
+                             "  - repeat: {times: 3, steps: [{wait: 1s}, {screenshot: again}]}\n"
+                             "  - note: done\n");
+    QVERIFY2(result.passed, qPrintable(result.failureText()));
+    QCOMPARE(m_told, 8);
+    QCOMPARE(result.steps.size(), 8);
+    QCOMPARE(result.duration, 3000);
+    QCOMPARE(result.steps.at(2).screenshot, QStringLiteral("again"));
+    QCOMPARE(result.steps.at(6).screenshot, QStringLiteral("again-3"));
+    QCOMPARE(QImage::fromData(result.steps.at(2).png).size(), QSize(800, 480));
+}
+
+void ScenarioPlayerTest::failingExpectationTellsWhatWasThere()
+{
+    const auto result = play("steps:\n"
+                             "  - wait: 1s\n"
+                             "  - expect: {page: aging, menu.level: 1, title: Aging}\n"
+                             "  - wait: 1s\n");
+    QVERIFY(!result.passed);
+    QCOMPARE(result.steps.size(), 2);
+    const auto text = result.failureText();
+    QVERIFY(text.contains(QStringLiteral("scenario.yaml:3:5: failed at 0:01.000: expect: ")));
+    QVERIFY(text.contains(QStringLiteral("expected page: \"aging\"\n  found    \"menu\"")));
+    QVERIFY(text.contains(QStringLiteral("found    no such thing on the page \"menu\"")));
+    QVERIFY(!text.contains(QStringLiteral("menu.level: ")));
+    QCOMPARE(result.lastLines.size(), 10);
+}
+
+void ScenarioPlayerTest::stepThatCanNotBeDoneFails()
+{
+    const auto button = play("steps:\n  - soft: left\n");
+    QVERIFY(!button.passed);
+    QVERIFY(button.failureText().contains(QStringLiteral("The page shows no left button.")));
+    const auto entry = play("steps:\n  - open: Nothing/There\n");
+    QVERIFY(entry.failureText().contains(QStringLiteral("the menu has no entry \"Nothing\": it shows Aging test")));
+    const auto level = play("steps:\n  - open: LogExport/Net\n");
+    QVERIFY(level.failureText().contains(QStringLiteral("\"LogExport\" opens no second level")));
+}
+
+void ScenarioPlayerTest::within_data()
+{
+    QTest::addColumn<QByteArray>("within");
+    QTest::addColumn<bool>("passes");
+    QTest::addColumn<int>("duration");
+    QTest::newRow("at the tick") << QByteArray("2s") << true << 2000;
+    QTest::newRow("long after") << QByteArray("1h") << true << 2000;
+    QTest::newRow("a millisecond too early") << QByteArray("1999ms") << false << 1999;
+}
+
+void ScenarioPlayerTest::within()
+{
+    QFETCH(QByteArray, within);
+    QFETCH(bool, passes);
+    QFETCH(int, duration);
+    const auto result = play("steps:\n"
+                             "  - open: AgingMode\n"
+                             "  - soft: right\n"
+                             "  - expect: {screen.0.brightness: 30}\n"
+                             "    within: "
+                             + within + '\n');
+    QCOMPARE(result.passed, passes);
+    QCOMPARE(result.duration, duration);
+}
+
+void ScenarioPlayerTest::journalDoesNotDependOnWhatWasPlayedBefore()
+{
+    const auto alone = playFile(shipped("aging.yaml"));
+    QVERIFY2(alone.passed, qPrintable(alone.failureText()));
+    const auto other = playFile(shipped("machine-fail-6.yaml"));
+    QVERIFY2(other.passed, qPrintable(other.failureText()));
+    QCOMPARE(playFile(shipped("aging.yaml")).journal, alone.journal);
+    QCOMPARE(playFile(shipped("machine-fail-6.yaml")).journal, other.journal);
+}
+
+void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
+{
+    const auto path = m_directory.filePath(QStringLiteral("recorded.yaml"));
+    QString error;
+    auto session = Session::open(options(), &error);
+    QVERIFY2(session, qPrintable(error));
+    const auto journal = record(path, *session);
+    session.reset();
+    QVERIFY2(journal.startsWith("{\"seq\":1,"), journal.constData());
+
+    const auto played = playFile(path);
+    QVERIFY2(played.passed, qPrintable(played.failureText()));
+    QCOMPARE(played.journal, journal);
+    QVERIFY(journal.count("\"kind\":\"action\"") == deeds().size());
+}
+
+void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
+{
+    const auto path = m_directory.filePath(QStringLiteral("growing.yaml"));
+    QString error;
+    auto session = Session::open(options(), &error);
+    QVERIFY2(session, qPrintable(error));
+    ScenarioWriter writer(path, *session);
+    QVERIFY2(writer.open(&error), qPrintable(error));
+    int steps = 1;
+    for (const auto &deed : deeds().mid(0, 5)) {
+        QStringList problems;
+        const auto scenario = loadScenario(path, options(), &problems);
+        QCOMPARE(problems, QStringList());
+        QCOMPARE(scenario->steps.size(), steps);
+        session->timeline().advance(deed.wait);
+        QVERIFY2(session->op().perform(deed.action, &error), qPrintable(error));
+        steps += deed.wait > 0 ? 2 : 1;
+    }
+}
+
+void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
+{
+    QString error;
+    auto session = Session::open(options(), &error);
+    QVERIFY2(session, qPrintable(error));
+    ScenarioWriter writer(m_directory.filePath(QStringLiteral("no/such/place.yaml")), *session);
+    QVERIFY(!writer.open(&error));
+    QVERIFY2(error.contains(QStringLiteral("place.yaml: No such file or directory")), qPrintable(error));
+}
+
+void ScenarioPlayerTest::reportsAreWellFormed()
+{
+    auto passed = play("title: Some <b>bold</b> & strange title\nsteps:\n  - screenshot: menu\n  - open: AgingMode\n");
+    const auto failed = play("steps:\n  - expect: {page: \"<aging> & \\\"more\\\"\"}\n");
+    passed.steps[0].error = QStringLiteral("a control character \x01 in a text");
+    for (const auto &report : {htmlReport({passed, failed}), junitReport({passed, failed})}) {
+        QXmlStreamReader xml(report);
+        while (!xml.atEnd())
+            xml.readNext();
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    }
+    const auto html = htmlReport({passed, failed});
+    QCOMPARE(html.count("data:image/png;base64,"), 1);
+    QVERIFY(!html.contains("<script") && !html.contains("http"));
+    QVERIFY(html.contains("1 of 2 passed"));
+    QVERIFY(junitReport({passed, failed}).contains("tests=\"2\" failures=\"1\""));
+}
+
+int main(int argc, char **argv)
+{
+    prepareProcess(false);
+    QApplication application(argc, argv);
+    prepareApplication();
+    ScenarioPlayerTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_scenarioplayer.moc"
