@@ -32,6 +32,8 @@ void FitLabel::setColor(const QColor &color)
 
 void FitLabel::setWantedFont(int pixelSize)
 {
+    if (m_wantedFont == pixelSize)
+        return;
     m_wantedFont = pixelSize;
     fit();
 }

@@ -66,7 +66,6 @@ void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect conten
         m_heading->setWantedFont(font);
         content.adjust(0, height + metrics.gap / 2, 0, 0);
     }
-    m_steps->setVisible(!m_steps->steps().isEmpty());
     m_steps->setFontRange(metrics.smallestFont, font);
     m_steps->setGeometry(arrangeStatusIcon(metrics, content));
 }

@@ -5,6 +5,7 @@
 #include "textfit.h"
 #include "theme.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QPainter>
 
 #include <algorithm>
@@ -68,21 +69,19 @@ void StepList::setMark(int index, IconType mark)
 
 void StepList::setFontRange(int smallest, int wanted)
 {
+    if (smallest == m_smallestFont && wanted == m_wantedFont)
+        return;
     m_smallestFont = smallest;
     m_wantedFont = wanted;
-    clampOffset();
-    update();
+    refit();
 }
 
 bool StepList::scroll(int lines)
 {
-    const QFont font = fittedFont();
-    if (layoutFor(font).height <= height())
-        return false;
-    m_offset += lines * QFontMetrics(font).lineSpacing();
-    clampOffset();
+    const int hidden = std::max(0, fitted().layout.height - height());
+    m_offset = std::clamp(m_offset + lines * QFontMetrics(fitted().font).lineSpacing(), 0, hidden);
     update();
-    return true;
+    return hidden > 0;
 }
 
 // A coloured line that stands alone is a verdict, to be read from afar.
@@ -92,13 +91,17 @@ int StepList::wantedFont() const
     return verdict ? m_wantedFont * 3 / 2 : m_wantedFont;
 }
 
-QFont StepList::fittedFont() const
+const FittedSteps &StepList::fitted() const
 {
-    const int size = largestFitting(m_smallestFont, wantedFont(), [this](int pixelSize) {
-        const StepLayout layout = layoutFor(sized(font(), pixelSize));
-        return layout.fitsWidth && layout.height <= height();
-    });
-    return sized(font(), size);
+    if (!m_fitted) {
+        const int size = largestFitting(m_smallestFont, wantedFont(), [this](int pixelSize) {
+            const StepLayout layout = layoutFor(sized(font(), pixelSize));
+            return layout.fitsWidth && layout.height <= height();
+        });
+        const QFont fittedFont = sized(font(), size);
+        m_fitted = FittedSteps{fittedFont, layoutFor(fittedFont)};
+    }
+    return *m_fitted;
 }
 
 StepLayout StepList::layoutFor(const QFont &font) const
@@ -134,10 +137,9 @@ StepLayout StepList::layoutFor(const QFont &font, int gap) const
 
 void StepList::paintEvent(QPaintEvent *)
 {
-    const QFont font = fittedFont();
-    const StepLayout layout = layoutFor(font);
+    const StepLayout &layout = fitted().layout;
     QPainter painter(this);
-    painter.setFont(font);
+    painter.setFont(fitted().font);
     painter.translate(0, -m_offset);
     for (int i = 0; i < m_steps.size(); ++i) {
         const TestStep &step = m_steps[i];
@@ -152,20 +154,28 @@ void StepList::paintEvent(QPaintEvent *)
 
 void StepList::resizeEvent(QResizeEvent *)
 {
-    clampOffset();
+    refit();
+}
+
+void StepList::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        refit();
 }
 
 void StepList::stepsChanged()
 {
     setAccessibleDescription(accessibleText(m_steps));
-    update();
+    refit();
 }
 
-void StepList::clampOffset()
+void StepList::refit()
 {
+    m_fitted.reset();
     if (m_offset > 0)
-        m_offset = std::min(m_offset, std::max(0, layoutFor(fittedFont()).height - height()));
-    m_offset = std::max(0, m_offset);
+        m_offset = std::min(m_offset, std::max(0, fitted().layout.height - height()));
+    update();
 }
 
 void StepList::paintMark(QPainter &painter, const QRect &place, IconType mark) const

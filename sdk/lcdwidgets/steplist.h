@@ -4,6 +4,8 @@
 
 #include <QtCore/QVector>
 
+#include <optional>
+
 namespace LCD::Widget {
 
 struct TestStep
@@ -21,6 +23,12 @@ struct StepLayout
     int height = 0;
     /// No word is wider than the list.
     bool fitsWidth = true;
+};
+
+struct FittedSteps
+{
+    QFont font;
+    StepLayout layout;
 };
 
 /// The step lines of a page, each with its colour and mark, in the greatest font that shows them all; a list that is
@@ -44,19 +52,20 @@ public:
     bool scroll(int lines);
 
     /// The font and the places of the lines for the present size of the list.
-    QFont fittedFont() const;
-    /// The lines stand closer together where they would not fit otherwise.
-    StepLayout layoutFor(const QFont &font) const;
+    const FittedSteps &fitted() const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     int wantedFont() const;
+    /// The lines stand closer together where they would not fit otherwise.
+    StepLayout layoutFor(const QFont &font) const;
     StepLayout layoutFor(const QFont &font, int gap) const;
     void stepsChanged();
-    void clampOffset();
+    void refit();
     void paintMark(QPainter &painter, const QRect &place, IconType mark) const;
     void paintMore(QPainter &painter, int contentHeight) const;
 
@@ -64,6 +73,7 @@ private:
     int m_smallestFont = 8;
     int m_wantedFont = 30;
     int m_offset = 0;
+    mutable std::optional<FittedSteps> m_fitted;
 };
 
 }

@@ -9,6 +9,7 @@ namespace {
 
 constexpr QSize DesignSize(800, 480);
 constexpr int NarrowestWithLogColumn = 600;
+constexpr int LargestContentFont = 120;
 
 double scaleFor(const QSize &frame)
 {
@@ -33,7 +34,7 @@ Metrics::Metrics(const QSize &frame) : m_scale(scaleFor(frame))
 
 int Metrics::contentFont(int size) const
 {
-    return std::max(smallestFont, length(size));
+    return std::clamp(length(std::min(size, LargestContentFont)), smallestFont, length(LargestContentFont));
 }
 
 int Metrics::length(int designed) const
