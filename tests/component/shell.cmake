@@ -1,0 +1,29 @@
+# The factory menu: entry points, configuration files, lists, keys and rows.
+add_library(shell_test_support STATIC shellbench.cpp shellbench.h)
+lcd_target(shell_test_support)
+target_include_directories(shell_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+target_link_libraries(shell_test_support PUBLIC lcdfactorymodeimpl test_support Qt5::Xml)
+
+# lcd_add_shell_test(<name>): a component test with a share directory of its own at bin/../share, in which the
+# component finds a recording frame and a translation that answers with the key.
+function(lcd_add_shell_test name)
+    lcd_add_component_test(${name} ${ARGN} LIBRARIES shell_test_support test_page)
+    set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests/${name}.dir/bin")
+endfunction()
+
+foreach(name
+        tst_mirelcomp tst_factorymenuconfigparser tst_factorykeychecklistconfigparser
+        tst_factorymodewidget tst_factorymodenavigation tst_factorymodepages
+        tst_factorymodeitemdelegate tst_shelllog)
+    lcd_add_shell_test(${name})
+endforeach()
+
+# What the library shows from outside, and hostile files with the memory of a process of its own.
+lcd_add_test(tst_librarysymbols SOURCES tst_librarysymbols.cpp LABELS component LIBRARIES Qt5::Core)
+add_dependencies(tst_librarysymbols lcdfactorymodeimpl)
+lcd_add_component_test(tst_sharedconstants)
+lcd_add_component_test(tst_xmllimits LIBRARIES shell_test_support)
+lcd_add_component_test(tst_xmldifference LIBRARIES shell_test_support)
+lcd_add_component_test(tst_sharefiles LIBRARIES shell_test_support)
+add_dependencies(tst_sharefiles share_files)

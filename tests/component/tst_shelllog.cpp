@@ -1,0 +1,79 @@
+#include "log.h"
+#include "shellbench.h"
+
+#include <QtTest/QtTest>
+
+using LCD::FactoryModeImpl::componentLog;
+using LCD::FactoryModeImpl::FactoryModeWidget;
+
+class tst_ShellLog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { QLoggingCategory::setFilterRules(QString()); }
+
+    void linesSayWhereTheyComeFrom()
+    {
+        const ShareDirectory share;
+        ShareDirectory::writeMenu(SampleMenu);
+        const LogCapture log;
+        FactoryModeWidget widget(nullptr);
+        widget.enterFactoryMode();
+        QTest::keyClick(MenuView(widget).level1, Qt::Key_Escape);
+        widget.exitFactoryMode();
+        QVERIFY(log.entries().size() > 20);
+        for (const LogCapture::Entry &entry : log.entries()) {
+            QCOMPARE(entry.category, QByteArray("default"));
+            QVERIFY2(entry.file.startsWith("framework/src/libs/lcdfactorymodeimpl/"), entry.file);
+            QVERIFY(entry.line > 0);
+            QVERIFY2(entry.function.contains("LCD::FactoryModeImpl::"), entry.function);
+            QVERIFY(entry.type == QtDebugMsg || entry.type == QtWarningMsg);
+        }
+    }
+    void nothingIsPutTogetherForALineThatIsOff()
+    {
+        int built = 0;
+        const auto text = [&built] {
+            ++built;
+            return QStringLiteral("text");
+        };
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        qCDebug(componentLog) << text();
+        QCOMPARE(built, 0);
+        QLoggingCategory::setFilterRules(QString());
+        const LogCapture log;
+        qCDebug(componentLog) << text();
+        QCOMPARE(built, 1);
+    }
+    void debugLinesCanBeSwitchedOff()
+    {
+        const ShareDirectory share;
+        ShareDirectory::writeMenu(SampleMenu);
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        const LogCapture log;
+        FactoryModeWidget widget(nullptr);
+        widget.enterFactoryMode();
+        QCOMPARE(log.lines(),
+                 log.warnings().replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("warning|")));
+        QVERIFY(!log.warnings().isEmpty());
+    }
+    // qDebug() and qWarning() put their text together in any case.
+    void everyLineGoesThroughTheCategory()
+    {
+        QDirIterator files(QStringLiteral(LCD_SOURCE_DIR "/framework"),
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files, QDirIterator::Subdirectories);
+        const QRegularExpression plain(QStringLiteral("\\bq(Debug|Warning|Info|Critical)\\(\\) *<<"));
+        int count = 0;
+        while (files.hasNext()) {
+            QFile file(files.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY2(!plain.match(QString::fromUtf8(file.readAll())).hasMatch(), qPrintable(file.fileName()));
+            ++count;
+        }
+        QVERIFY(count > 20);
+    }
+};
+
+QTEST_MAIN(tst_ShellLog)
+#include "tst_shelllog.moc"

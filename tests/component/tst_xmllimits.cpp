@@ -1,0 +1,257 @@
+#include "factorymenuconfigparser.h"
+#include "shellbench.h"
+
+#include <QtTest/QtTest>
+
+#include <pthread.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace LCD::FactoryModeImpl;
+
+// Files that were never meant to be a configuration, each in a process of its own and on a thread with a small stack.
+
+namespace {
+
+constexpr int StackBytes = 256 * 1024;
+// A sanitizer keeps freed memory and shadows the rest.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr long MemoryKib = 4 * 1024 * 1024;
+#else
+constexpr long MemoryKib = 64 * 1024;
+#endif
+
+struct Attempt
+{
+    std::function<bool(QList<FactoryMenuLevel1Item> &)> load;
+    bool loaded = false;
+    bool kept = false;
+    QStringList warnings;
+    double seconds = 0;
+    long grownKib = 0;
+};
+
+long peakKib()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+void *runAttempt(void *argument)
+{
+    auto &attempt = *static_cast<Attempt *>(argument);
+    FactoryMenuLevel1Item earlier;
+    earlier.key = QStringLiteral("earlier");
+    QList<FactoryMenuLevel1Item> items{earlier};
+    const LogCapture log;
+    const long before = peakKib();
+    QElapsedTimer timer;
+    timer.start();
+    attempt.loaded = attempt.load(items);
+    attempt.seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    attempt.grownKib = peakKib() - before;
+    attempt.kept = items.count() == 1 && items.first().key == earlier.key;
+    attempt.warnings = log.warnings();
+    return nullptr;
+}
+
+void onSmallStack(Attempt &attempt)
+{
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, StackBytes);
+    pthread_t thread{};
+    if (pthread_create(&thread, &attributes, runAttempt, &attempt) == 0)
+        pthread_join(thread, nullptr);
+}
+
+/// 0 if @p load refuses its file as one that doesn't parse, cheaply and with the list as it was; -1 if it crashes.
+int refusedInChild(const std::function<bool(QList<FactoryMenuLevel1Item> &)> &load)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        Attempt attempt;
+        attempt.load = load;
+        onSmallStack(attempt);
+        const bool warned = attempt.warnings.count() == 1
+            && attempt.warnings.constFirst().startsWith(
+                QStringLiteral("[FactoryMenuConfigParser] Failed to parse XML: \""));
+        fprintf(stderr, "%.3f s, %ld KiB: %s\n", attempt.seconds, attempt.grownKib,
+                qPrintable(attempt.warnings.join(QLatin1Char(';')).left(300)));
+        _exit((attempt.loaded ? 1 : 0) | (attempt.kept ? 0 : 2) | (warned ? 0 : 4)
+              | (attempt.grownKib < MemoryKib ? 0 : 8));
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+QByteArray repeated(int count, const QByteArray &text)
+{
+    return text.repeated(count);
+}
+
+QByteArray numbered(int count, const QByteArray &before, const QByteArray &after)
+{
+    QByteArray all;
+    for (int i = 0; i < count; ++i)
+        all += before + QByteArray::number(i) + after;
+    return all;
+}
+
+QByteArray withEntities(const QByteArray &declarations, const QByteArray &content)
+{
+    return "<!DOCTYPE LCD [" + declarations + "]><LCD>" + content + "</LCD>";
+}
+
+QByteArray encoded(const char *codec, const QByteArray &text)
+{
+    return QTextCodec::codecForName(codec)->fromUnicode(QString::fromUtf8(text));
+}
+
+}
+
+class tst_XmlLimits : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hostileDocuments_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        const QByteArray deep = repeated(100000, "<LCD>") + repeated(100000, "</LCD>");
+        const QByteArray longEntity = "<!ENTITY e '" + QByteArray(4000, 'x') + "'>";
+        QTest::newRow("100,000 levels") << deep;
+        QTest::newRow("100,000 levels, UTF-16") << encoded("UTF-16", deep);
+        QTest::newRow("100,000 levels, UTF-32") << encoded("UTF-32", deep);
+        QTest::newRow("100,000 levels, UTF-7")
+            << QByteArray("<?xml version='1.0' encoding='UTF-7'?>") + deep.replace("<", "+ADw-");
+        QTest::newRow("only opened") << repeated(100000, "<a>");
+        QTest::newRow("deep brackets") << withEntities("<!ELEMENT a " + QByteArray(100000, '(') + ">", "");
+        QTest::newRow("entity many times") << withEntities(longEntity, repeated(100000, "&e;"));
+        QTest::newRow("entity many times in an attribute")
+            << withEntities(longEntity, "<a b='" + repeated(100000, "&e;") + "'/>");
+        QTest::newRow("entity many times in a default")
+            << withEntities(longEntity + "<!ATTLIST a b CDATA '" + repeated(100000, "&e;") + "'>", "");
+        QTest::newRow("entities within entities") << withEntities(
+            "<!ENTITY a 'xxxxxxxxxx'>"
+                + QByteArray("<!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'>"
+                             "<!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'><!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'>"
+                             "<!ENTITY e '&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;'>"),
+            repeated(1000, "&e;"));
+        QTest::newRow("entity of itself") << withEntities("<!ENTITY a '&a;&a;'>", "&a;");
+        QTest::newRow("parameter entity many times")
+            << withEntities("<!ENTITY % p '" + QByteArray(4000, ' ') + "'>" + repeated(100000, "%p;"), "");
+        QTest::newRow("depth out of entities")
+            << withEntities("<!ENTITY e '" + repeated(100, "<a>") + "'>", repeated(1000, "&e;"));
+        QTest::newRow("depth out of numbered characters")
+            << withEntities("<!ENTITY e '" + repeated(100, "&#60;a>") + "'>", repeated(1000, "&e;"));
+        QTest::newRow("elements out of entities")
+            << withEntities("<!ENTITY e '" + repeated(100, "<a/>") + "'>", repeated(100000, "&e;"));
+        QTest::newRow("entities without end") << withEntities(numbered(100000, "<!ENTITY e", " 'x'>"), "");
+        QTest::newRow("millions of elements") << "<LCD>" + repeated(3000000, "<a/>") + "</LCD>";
+        QTest::newRow("a million elements") << "<LCD>" + repeated(1000000, "<a/>") + "</LCD>";
+        QTest::newRow("a million elements, cut") << "<LCD>" + repeated(1000000, "<a/>");
+        QTest::newRow("millions of attributes") << "<LCD " + numbered(2000000, "a", "='' ") + "/>";
+        QTest::newRow("100,000 attributes") << "<LCD " + numbered(100000, "a", "='' ") + "/>";
+        QTest::newRow("elements with attributes") << "<LCD>" + repeated(300000, "<a b=''/>") + "</LCD>";
+        QTest::newRow("prefixes") << "<LCD" + numbered(3000, " xmlns:n", "='u'") + ">"
+                + repeated(1000, "<a xmlns:x='u'/>") + "</LCD>";
+        QTest::newRow("comments") << "<LCD>" + repeated(500000, "<!---->") + "</LCD>";
+        QTest::newRow("quotes across an entity")
+            << withEntities("<!ENTITY q '<a b=\"'>", "&q;\"/>" + repeated(100000, "<a>"));
+        QTest::newRow("half a file") << QByteArray("<LCD version=\"1.0\"><MenuBar><MenuItem Key=\"em.fac");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("zeros") << QByteArray(100000, '\0');
+        QByteArray noise;
+        for (quint32 state = 1; noise.size() < 1000000;) {
+            state = state * 1664525U + 1013904223U;
+            noise += static_cast<char>(state >> 24U);
+        }
+        QTest::newRow("noise") << noise;
+    }
+    void hostileDocuments()
+    {
+        QFETCH(QByteArray, document);
+        QCOMPARE(refusedInChild([&document](QList<FactoryMenuLevel1Item> &items) {
+                     return FactoryMenuConfigParser().parseDocument(document, QStringLiteral("path"), items);
+                 }),
+                 0);
+    }
+
+    void hostileFiles_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("FIFO") << m_dir.filePath(QStringLiteral("fifo"));
+        QTest::newRow("gigabyte") << m_dir.filePath(QStringLiteral("gigabyte"));
+        QTest::newRow("endless device") << QStringLiteral("/dev/zero");
+        QTest::newRow("empty device") << QStringLiteral("/dev/null");
+    }
+    void hostileFiles()
+    {
+        QFETCH(QString, path);
+        mkfifo(QFile::encodeName(m_dir.filePath(QStringLiteral("fifo"))).constData(), 0600);
+        QFile gigabyte(m_dir.filePath(QStringLiteral("gigabyte")));
+        QVERIFY(gigabyte.open(QIODevice::WriteOnly) && gigabyte.resize(qint64(1) << 30));
+        QCOMPARE(refusedInChild([&path](QList<FactoryMenuLevel1Item> &items) {
+                     return FactoryMenuConfigParser().loadFromFile(path, items);
+                 }),
+                 0);
+    }
+    void directoryCannotBeOpened()
+    {
+        QList<FactoryMenuLevel1Item> items;
+        const LogCapture log;
+        QVERIFY(!FactoryMenuConfigParser().loadFromFile(m_dir.path(), items));
+        QVERIFY(log.warnings().constFirst().startsWith(
+            QStringLiteral("[FactoryMenuConfigParser] Failed to open config file: \"%1\" Error: ").arg(m_dir.path())));
+    }
+    void externalEntitiesAreNotRead()
+    {
+        QTemporaryFile secret;
+        QVERIFY(secret.open());
+        secret.write("secret");
+        secret.close();
+        QList<FactoryMenuLevel1Item> items;
+        const QByteArray document = "<!DOCTYPE LCD [<!ENTITY s SYSTEM 'file://" + secret.fileName().toUtf8()
+            + "'>]><LCD><MenuBar><MenuItem Key='a&s;b'/>&s;</MenuBar></LCD>";
+        FactoryMenuConfigParser().parseDocument(document, QString(), items);
+        for (const FactoryMenuLevel1Item &item : qAsConst(items))
+            QVERIFY(!item.key.contains(QStringLiteral("secret")));
+    }
+
+    void ordinaryDocuments_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("500 levels") << repeated(500, "<a>") + repeated(500, "</a>");
+        QTest::newRow("a mebibyte of items") << repeated(31000, "<MenuItem Key='em.factorytest.X'/>");
+        QTest::newRow("a mebibyte of text") << QByteArray(1024 * 1024, 'x');
+        QTest::newRow("a mebibyte of comment") << "<!--" + QByteArray(1024 * 1024, '<') + "-->";
+        QTest::newRow("brackets in character data") << "<![CDATA[" + repeated(100000, "<a>&x;") + "]]>";
+        QTest::newRow("brackets in an instruction") << "<?x " + repeated(100000, "<a>") + "?>";
+        QTest::newRow("brackets in a value") << "<a b=\"" + repeated(100000, "'/>") + "\"/>";
+        QTest::newRow("siblings") << repeated(50000, "<a></a>") + repeated(50000, "<a/>");
+        QTest::newRow("1000 attributes") << "<a" + numbered(1000, " a", "='x'") + "/>";
+    }
+    void ordinaryDocuments()
+    {
+        QFETCH(QByteArray, content);
+        const QByteArray document = "<LCD><MenuBar><MenuItem/></MenuBar>" + content + "</LCD>";
+        Attempt attempt;
+        attempt.load = [&document](QList<FactoryMenuLevel1Item> &items) {
+            return FactoryMenuConfigParser().parseDocument(document, QStringLiteral("path"), items);
+        };
+        onSmallStack(attempt);
+        QCOMPARE(attempt.warnings, QStringList());
+        QVERIFY(attempt.loaded);
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QTEST_GUILESS_MAIN(tst_XmlLimits)
+#include "tst_xmllimits.moc"
