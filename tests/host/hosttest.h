@@ -1,0 +1,18 @@
+#pragma once
+
+#include "commands.h"
+#include "time/timeline.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+
+/// The main function of a test that runs in virtual time: the clock is in place before the application object is.
+#define PANELHOST_TEST_MAIN(TestClass)                                                                                 \
+    int main(int argc, char **argv)                                                                                    \
+    {                                                                                                                  \
+        panelhost::prepareProcess(false);                                                                              \
+        QApplication application(argc, argv);                                                                          \
+        panelhost::prepareApplication();                                                                               \
+        TestClass test;                                                                                                \
+        return QTest::qExec(&test, argc, argv);                                                                        \
+    }

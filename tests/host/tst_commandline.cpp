@@ -1,0 +1,100 @@
+#include <QtCore/QProcess>
+#include <QtTest/QtTest>
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+Outcome panelhost(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(LCD_BUILD_DIR "/bin/panelhost"), arguments);
+    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QStringList words(const char *line)
+{
+    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+}
+
+/// The program from outside: its options, its sentences and its exit status.
+class tst_CommandLine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void wrongUsage_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("sentence");
+        const auto row = [](const char *arguments, const char *sentence) {
+            QTest::newRow(arguments) << words(arguments) << QString::fromUtf8(sentence);
+        };
+        row("dance", "There is no command \"dance\"; see panelhost --help.");
+        row("play", "The usage is: panelhost play FILE...");
+        row("info me", "The usage is: panelhost info");
+        row("info --tbar round", "--tbar is \"round\"; it is slider or fader.");
+        row("info --size big", "--size is \"big\"; it is width and height in pixels, such as 800x480.");
+        row("info --size 0x480", "--size is \"0x480\"; it is width and height in pixels, such as 800x480.");
+        row("info --component /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
+        row("info --wings", "Unknown option 'wings'.");
+    }
+    void wrongUsage()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, sentence);
+        const Outcome outcome = panelhost(arguments);
+        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1\n").arg(sentence));
+        QCOMPARE(outcome.status, 2);
+        QCOMPARE(outcome.out, QString());
+    }
+
+    void anUnknownLanguage()
+    {
+        const Outcome outcome = panelhost(words("info --language xx"));
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.err.startsWith(QStringLiteral("panelhost: There is no catalogue for the language \"xx\"")),
+                 qPrintable(outcome.err));
+    }
+
+    void helpNamesEveryCommand()
+    {
+        const Outcome outcome = panelhost(words("--help"));
+        QCOMPARE(outcome.status, 0);
+        for (const char *text : {"play FILE...", "record FILE", "check [DIR]", "info", "--component", "--share",
+                                 "--language", "--version", "--tbar", "--size"})
+            QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
+    }
+
+    void version()
+    {
+        const Outcome outcome = panelhost(words("--version"));
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.out, QStringLiteral("panelhost 1.0.0\n"));
+    }
+
+    void infoTellsOfEachStep()
+    {
+        const Outcome outcome = panelhost(words("info --tbar fader --size 640x480 --share " LCD_SOURCE_DIR "/share"));
+        QCOMPARE(outcome.err, QString());
+        QCOMPARE(outcome.status, 0);
+        for (const char *text : {"located", "opened", "checked", "initialised", "created", "interfaceVersion  0.1",
+                                 "pluginName        lcdfactorymodeimpl", "componentName     lcd.factory.mode",
+                                 "componentMeta     {\"end\":0 }\\r\\n", "lcdMemoryCacheNodeUSB",
+                                 "lcdFactoryModeWidget", "menu on screen"})
+            QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CommandLine)
+#include "tst_commandline.moc"

@@ -1,0 +1,114 @@
+#include "component/componentlibrary.h"
+#include "hosttest.h"
+
+#include <QtCore/QTemporaryDir>
+
+using namespace panelhost;
+
+namespace {
+
+QString fixture(const char *name)
+{
+    return QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/%1.so").arg(QString::fromLatin1(name));
+}
+
+QString climb(ComponentLibrary &library, LoadState target)
+{
+    const bool isThere = library.locate() && library.open() && library.check()
+        && (target < LoadState::Initialised || library.initialise(nullptr))
+        && (target < LoadState::Created || library.create());
+    return isThere ? QString() : library.errorString();
+}
+
+}
+
+/// The loader against libraries that are wrong in one way each: one sentence that names the file and what is wrong.
+class tst_ComponentLibrary : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusesWithOneSentence_data()
+    {
+        QTest::addColumn<QString>("sentence");
+        QTest::addColumn<int>("reached");
+        const auto row = [](const char *name, const char *sentence, LoadState reached) {
+            QTest::newRow(name) << QString::fromUtf8(sentence) << static_cast<int>(reached);
+        };
+        row("no_pluginfo", "has no symbol \"pluginfo\".", LoadState::Opened);
+        row("no_pluginit", "has no symbol \"pluginit\".", LoadState::Opened);
+        row("no_table", "has no symbol \"lcdfactorymodeimpl_mirel_componentInfoTable\".", LoadState::Opened);
+        row("null_info", "pluginfo() returns no record.", LoadState::Opened);
+        row("wrong_version", "has interface version \"0.2\" where \"0.1\" is expected.", LoadState::Opened);
+        row("null_version", "has interface version \"(null)\" where \"0.1\" is expected.", LoadState::Opened);
+        row("null_table", "has no component table.", LoadState::Opened);
+        row("empty_table", "has a component table with no entry.", LoadState::Opened);
+        row("other_component", "has no component \"lcd.factory.mode\", only \"lcd.coffee.mode\".", LoadState::Opened);
+        row("unnamed_component", "has no component \"lcd.factory.mode\", only \"(null)\".", LoadState::Opened);
+        row("null_creator", "the component \"lcd.factory.mode\" has no creator.", LoadState::Opened);
+        row("null_deletor", "the component \"lcd.factory.mode\" has no deletor.", LoadState::Opened);
+        row("creator_returns_null", "the creator of \"lcd.factory.mode\" returned no object.", LoadState::Initialised);
+        row("creator_throws", "the creator of \"lcd.factory.mode\" threw: out of paint.", LoadState::Initialised);
+        row("creator_throws_int", "the creator of \"lcd.factory.mode\" threw an exception.", LoadState::Initialised);
+        row("other_widget",
+            "the creator of \"lcd.factory.mode\" made a QWidget, which is no LCD::FactoryMode::ILcdFactoryMode.",
+            LoadState::Initialised);
+    }
+    void refusesWithOneSentence()
+    {
+        QFETCH(QString, sentence);
+        QFETCH(int, reached);
+        const QString path = fixture(QTest::currentDataTag());
+        ComponentLibrary library(path);
+        QCOMPARE(climb(library, LoadState::Created), path + QStringLiteral(": ") + sentence);
+        QCOMPARE(static_cast<int>(library.state()), reached);
+        QVERIFY(!library.widget());
+    }
+
+    void aMissingFile()
+    {
+        ComponentLibrary library(QStringLiteral("/nowhere/lib.so"));
+        QCOMPARE(climb(library, LoadState::Created), QStringLiteral("/nowhere/lib.so: there is no such file."));
+        QCOMPARE(library.state(), LoadState::None);
+    }
+
+    void aDirectory()
+    {
+        const QTemporaryDir directory;
+        ComponentLibrary library(directory.path());
+        QCOMPARE(climb(library, LoadState::Created), directory.path() + QStringLiteral(": this is not a file."));
+    }
+
+    void aFileThatIsNoLibrary()
+    {
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(QStringLiteral("text.so"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(4096, 'x'));
+        file.close();
+        ComponentLibrary library(path);
+        const QString error = climb(library, LoadState::Created);
+        QVERIFY2(error.startsWith(path + QStringLiteral(": can't be opened as a library: ")), qPrintable(error));
+        QCOMPARE(error.count(path), 1);
+        QCOMPARE(library.state(), LoadState::Located);
+    }
+
+    void aGoodOneClimbsEveryState()
+    {
+        ComponentLibrary library(fixture("good"));
+        QCOMPARE(climb(library, LoadState::Created), QString());
+        QStringList states;
+        for (const LoadStep &step : library.steps()) {
+            states << ComponentLibrary::stateName(step.state);
+            QVERIFY(!step.found.isEmpty());
+        }
+        QCOMPARE(states.join(QLatin1Char(' ')), QStringLiteral("located opened checked initialised created"));
+        QVERIFY(library.widget());
+        library.end();
+        QVERIFY(!library.widget());
+    }
+};
+
+PANELHOST_TEST_MAIN(tst_ComponentLibrary)
+#include "tst_componentlibrary.moc"

@@ -1,0 +1,276 @@
+#include "device/faults.h"
+#include "device/keylist.h"
+#include "device/simulateddevice.h"
+#include "hosttest.h"
+#include "lcd/protocol/records.h"
+
+#include <QtCore/QTemporaryDir>
+
+using namespace panelhost;
+using LCD::ProtocolImpl::s_NetworkPortLink;
+using LCD::ProtocolImpl::s_NodeUSB;
+
+namespace {
+
+QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+SimulatedDevice::Shape shape()
+{
+    SimulatedDevice::Shape result;
+    result.keys = {{12, q("Alpha"), {}, false}, {33, q("CUT"), {}, false}};
+    return result;
+}
+
+}
+
+/// The simulated device: what it keeps, what it tells and when, and what each fault does to it.
+class tst_Device : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        timeline.restart();
+        faults = std::make_unique<Faults>();
+        device = std::make_unique<SimulatedDevice>(shape(), timeline, *faults);
+        events.clear();
+        device->setKeyListener([this](int key, bool down) { see(q("key %1 %2").arg(key).arg(down)); });
+        device->setNetListener([this](const std::any &) { see(q("net")); });
+        device->setUsbListener([this](const std::any &) { see(q("usb")); });
+        device->setCalibrationListener(
+            [this](int command, int percent) { see(q("progress %1 %2").arg(command).arg(percent)); });
+    }
+
+    void keepsWhatItIsTold()
+    {
+        device->setKeyLed(33, {0, 1, 100, 800});
+        device->setScreenBrightness(2, 40);
+        device->setScreenBrightness(3, 50);
+        device->setScreenBrightness(-1, 50);
+        device->setTestPattern(3, 4);
+        device->setPatternLevel(80);
+        device->setTBarPosition(1.5);
+        const DeviceState state = device->state();
+        QVERIFY(findKey(state, 33)->led.isBlinking());
+        QCOMPARE(state.screenBrightness[2], 40);
+        QCOMPARE(state.pattern.type, 3);
+        QCOMPARE(state.pattern.index, 4);
+        QCOMPARE(state.pattern.level, 80);
+        QCOMPARE(state.tbarPosition, 1.0);
+        QVERIFY(!findKey(state, 99));
+    }
+
+    void allKeysAtOnce()
+    {
+        device->setKeyLed(33, {0, 1, 100, 800});
+        device->setAllKeyBrightness(0);
+        QVERIFY(!findKey(device->state(), 33)->led.isBlinking());
+    }
+
+    void keysTellOnTheDevicesThread()
+    {
+        QVERIFY(device->setKeyDown(12, true));
+        QVERIFY(device->setKeyDown(12, false));
+        QVERIFY(!device->setKeyDown(99, true));
+        QCOMPARE(events, QStringList());
+        timeline.settle();
+        QCOMPARE(events, (QStringList{q("0 device key 12 1"), q("0 device key 12 0")}));
+    }
+
+    void portsTellOnlyOfRealChanges()
+    {
+        QVERIFY(device->setPlugged(q("net1"), true));
+        QVERIFY(device->setPlugged(q("net1"), true));
+        QVERIFY(device->setBlocked(q("usb2"), true));
+        QVERIFY(!device->setPlugged(q("net9"), true));
+        QVERIFY(!device->setBlocked(q("net1"), true));
+        timeline.advance(100);
+        QCOMPARE(events, (QStringList{q("20 device net"), q("20 device usb")}));
+    }
+
+    void reportsHoldThePorts()
+    {
+        device->setPlugged(q("net2"), true);
+        device->setPlugged(q("usb1"), true);
+        device->setBlocked(q("usb1"), true);
+        const auto net = std::any_cast<std::shared_ptr<std::vector<s_NetworkPortLink>>>(device->netReport());
+        QCOMPARE(net->size(), size_t(4));
+        QCOMPARE(net->at(1).port, 1);
+        QCOMPARE(net->at(0).link, 0);
+        QCOMPARE(net->at(1).link, 1);
+        const auto usb = std::any_cast<std::shared_ptr<std::vector<s_NodeUSB>>>(device->usbReport());
+        QCOMPARE(std::count_if(usb->begin(), usb->end(), [](const s_NodeUSB &node) { return node.nodeType == 26; }), 4);
+        const auto first =
+            std::find_if(usb->begin(), usb->end(), [](const s_NodeUSB &node) { return node.nodeType == 26; });
+        QCOMPARE(first->linkActive, 1);
+        QCOMPARE(first->linkBlocked, 1);
+    }
+
+    void calibrationTakesItsTime()
+    {
+        calibrate(2);
+        QCOMPARE(device->state().calibrationStep, q("begin"));
+        timeline.advance(1000);
+        QCOMPARE(
+            events,
+            (QStringList{q("75 device progress 2 25"), q("150 device progress 2 50"), q("225 device progress 2 75"),
+                         q("300 device progress 2 100"), q("300 device result 1 ")}));
+        QCOMPARE(device->state().calibrationStep, QString());
+    }
+
+    void calibrationFailsAtItsStep()
+    {
+        on("calibration-fails", {{q("step"), 3}});
+        for (const int command : {2, 1, 0, 1}) {
+            calibrate(command);
+            timeline.advance(1000);
+        }
+        QCOMPARE(events.filter(q("result")),
+                 (QStringList{q("300 device result 1 "), q("1300 device result 1 "),
+                              q("2300 device result 0 step 3 (bottom) failed"), q("3300 device result 1 ")}));
+    }
+
+    void calibrationHangs()
+    {
+        on("calibration-hangs");
+        calibrate(2);
+        timeline.advance(10'000);
+        QCOMPARE(events.filter(q("result")), QStringList());
+    }
+
+    void endsWithWorkUnderWay()
+    {
+        calibrate(2);
+        device->setKeyDown(12, true);
+        device.reset();
+        timeline.advance(1000);
+        QCOMPARE(events, QStringList());
+    }
+
+    void aDeadKey()
+    {
+        on("key-dead", {{q("key"), 12}});
+        device->setKeyDown(12, true);
+        device->setKeyDown(33, true);
+        timeline.settle();
+        QCOMPARE(events, (QStringList{q("0 device key 33 1")}));
+    }
+
+    void aKeyThatRepeats()
+    {
+        on("key-repeats", {{q("key"), 12}});
+        device->setKeyDown(12, true);
+        timeline.advance(1000);
+        QCOMPARE(events, (QStringList{q("0 device key 12 1"), q("40 device key 12 1"), q("80 device key 12 1")}));
+    }
+
+    void aStuckLed()
+    {
+        on("led-stuck", {{q("key"), 12}});
+        device->setKeyLed(12, {0, 1, 100, 800});
+        device->setAllKeyBrightness(70);
+        QCOMPARE(findKey(device->state(), 12)->led.brightness, 0);
+        QCOMPARE(findKey(device->state(), 33)->led.brightness, 70);
+    }
+
+    void payloadFaults()
+    {
+        on("empty-payload");
+        QVERIFY(!device->netReport().has_value());
+        off("empty-payload");
+        on("wrong-payload");
+        const std::any payload = device->usbReport();
+        QVERIFY(!std::any_cast<std::shared_ptr<std::vector<s_NodeUSB>>>(&payload));
+        off("wrong-payload");
+        on("null-payload");
+        QVERIFY(!std::any_cast<std::shared_ptr<std::vector<s_NetworkPortLink>>>(device->netReport()));
+        off("null-payload");
+        on("empty-report");
+        QVERIFY(std::any_cast<std::shared_ptr<std::vector<s_NodeUSB>>>(device->usbReport())->empty());
+        off("empty-report");
+        on("garbage-ports");
+        const auto net = std::any_cast<std::shared_ptr<std::vector<s_NetworkPortLink>>>(device->netReport());
+        QVERIFY(std::any_of(net->begin(), net->end(), [](const s_NetworkPortLink &link) { return link.port < 0; }));
+        QVERIFY(
+            std::any_of(net->begin(), net->end(), [](const s_NetworkPortLink &link) { return link.port > 99'999; }));
+    }
+
+    void faultsByNameAndValue()
+    {
+        on("key-dead", {{q("key"), 12}});
+        on("key-dead", {{q("key"), q("33")}});
+        QVERIFY(faults->isOn(q("key-dead"), q("key"), 33));
+        QCOMPARE(faults->argument(q("key-dead"), q("key")).toInt(), 33);
+        QVERIFY(faults->set(q("key-dead"), false, {{q("key"), 12}}, nullptr));
+        QVERIFY(!faults->isOn(q("key-dead"), q("key"), 12));
+        QVERIFY(faults->isOn(q("key-dead")));
+        off("key-dead");
+        QVERIFY(!faults->isOn(q("key-dead")));
+        QString error;
+        QVERIFY(!faults->set(q("key-dead"), true, {}, &error));
+        QCOMPARE(error, q("The fault \"key-dead\" needs \"key\"."));
+        for (const FaultInfo &info : Faults::all())
+            QVERIFY2(!info.description.isEmpty(), qPrintable(info.name));
+    }
+
+    void readsTheKeyListTolerantly_data()
+    {
+        QTest::addColumn<QByteArray>("xml");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("plain") << QByteArray(
+            "<LCD><LcdKeys><LcdKey Value=\"12\" Name=\" A \"/><LcdKey Value=\"7\"/></LcdKeys></LCD>")
+                               << q("12 A,7 ");
+        QTest::newRow("twice") << QByteArray(
+            "<LCD><LcdKeys><LcdKey Value=\"1\" Name=\"A\"/><LcdKey Value=\"1\" Name=\"B\"/></LcdKeys></LCD>")
+                               << q("1 A");
+        QTest::newRow("cut in half") << QByteArray("<LCD><LcdKeys><LcdKey Value=\"1\" Name=\"A\"/><LcdKey Val")
+                                     << q("1 A");
+        QTest::newRow("noise") << QByteArray("\x00\xff\x17<<<", 6) << QString();
+        QTest::newRow("empty") << QByteArray() << QString();
+    }
+    void readsTheKeyListTolerantly()
+    {
+        QFETCH(QByteArray, xml);
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(q("factorykeychecklist.xml")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(xml);
+        file.close();
+        QStringList keys;
+        for (const KeyState &key : readKeyList(directory.path()))
+            keys << QString::number(key.halKey) + QLatin1Char(' ') + key.name;
+        QTEST(keys.join(QLatin1Char(',')), "keys");
+    }
+
+    void noKeyListNoKeys() { QVERIFY(readKeyList(q("/nowhere")).isEmpty()); }
+
+private:
+    void see(const QString &what)
+    {
+        const bool isDevice = timeline.currentThread() == ThreadKind::Device;
+        events << QString::number(timeline.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
+    }
+    void calibrate(int command)
+    {
+        device->calibrate(command, [this](bool ok, const std::string &message) {
+            see(q("result %1 %2").arg(ok).arg(QString::fromStdString(message)));
+        });
+    }
+    void on(const char *name, const QVariantMap &arguments = {})
+    {
+        QVERIFY(faults->set(q(name), true, arguments, nullptr));
+    }
+    void off(const char *name) { QVERIFY(faults->set(q(name), false, {}, nullptr)); }
+
+    Timeline &timeline = Timeline::instance();
+    std::unique_ptr<Faults> faults;
+    std::unique_ptr<SimulatedDevice> device;
+    QStringList events;
+};
+
+PANELHOST_TEST_MAIN(tst_Device)
+#include "tst_device.moc"

@@ -1,0 +1,320 @@
+#include "hosttest.h"
+#include "lcd/screen.h"
+#include "session.h"
+
+#include <QtWidgets/QListWidget>
+
+using namespace panelhost;
+
+namespace {
+
+QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+Action action(Action::Kind kind, const char *name = nullptr, const QVariant &value = {})
+{
+    return {kind, name ? QVariantMap{{q(name), value}} : QVariantMap()};
+}
+
+Action navigate(const char *key)
+{
+    return action(Action::Kind::Navigate, "key", q(key));
+}
+
+}
+
+/// The whole device with the real component on it, without a window.
+class tst_Session : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { open({}); }
+    void cleanup() { session.reset(); }
+
+    void opensWithTheMenu()
+    {
+        QCOMPARE(screen("page"), QVariant(q("menu")));
+        QCOMPARE(screen("menu.level"), QVariant(1));
+        QCOMPARE(screen("menu.row"), QVariant(0));
+        QVERIFY(screen("menu.items").toStringList().size() >= 5);
+        QCOMPARE(session->library().state(), LoadState::Created);
+        QCOMPARE(session->serviceNames().size(), 8);
+    }
+
+    void navigatesTheMenu()
+    {
+        perform(navigate("down"));
+        QCOMPARE(screen("menu.row"), QVariant(1));
+        perform(navigate("up"));
+        QCOMPARE(screen("menu.row"), QVariant(0));
+    }
+
+    void showsAContainerAndComesBackToTheSameRow()
+    {
+        const int row = openMenuRow("container.logexport");
+        QVERIFY2(row >= 0, "the shipped menu has a log export");
+        QCOMPARE(screen("page"), QVariant(q("container")));
+        QCOMPARE(screen("container"), QVariant(q("container.logexport")));
+        QCOMPARE(countOf(Journal::Kind::Signal, "requestShowContainer"), 1);
+
+        perform(navigate("back"));
+
+        QCOMPARE(screen("page"), QVariant(q("menu")));
+        QCOMPARE(screen("menu.row"), QVariant(row));
+        perform(navigate("up"));
+        QCOMPARE(screen("menu.row"), QVariant(row - 1));
+    }
+
+    void leavesAndEntersFactoryMode()
+    {
+        perform(navigate("back"));
+        QCOMPARE(countOf(Journal::Kind::Signal, "requestExitFactoryMode"), 1);
+        QCOMPARE(screen("page"), QVariant(q("hidden")));
+        perform(navigate("enter"));
+        QCOMPARE(screen("page"), QVariant(q("menu")));
+        perform(action(Action::Kind::ExitFactoryMode));
+        QCOMPARE(screen("page"), QVariant(q("hidden")));
+        perform(action(Action::Kind::EnterFactoryMode));
+        QCOMPARE(screen("page"), QVariant(q("menu")));
+    }
+
+    void touchesTheMenu()
+    {
+        const auto *list = session->lcd()->findChild<QListWidget *>();
+        const QPoint point = list->viewport()->mapTo(session->lcd(), list->visualItemRect(list->item(1)).center());
+        perform({Action::Kind::Touch, {{q("x"), point.x()}, {q("y"), point.y()}}});
+        QVERIFY(screen("page") != QVariant(q("menu")) || screen("menu.row") == QVariant(1));
+    }
+
+    void refusesWhatTheDeviceHasNot_data()
+    {
+        QTest::addColumn<Action>("wrong");
+        QTest::addColumn<QString>("sentence");
+        QTest::newRow("key") << navigate("sideways")
+                             << q("There is no navigation key \"sideways\"; there are up, down, left, right, enter, "
+                                  "back.");
+        QTest::newRow("panel key") << action(Action::Kind::Press, "key", 9999) << q("The panel has no key \"9999\".");
+        QTest::newRow("soft") << action(Action::Kind::Soft, "side", q("left")) << q("The page shows no left button.");
+        QTest::newRow("side") << action(Action::Kind::Soft, "side", q("top"))
+                              << q("There is no soft button \"top\"; there are left and right.");
+        QTest::newRow("port") << action(Action::Kind::Plug, "port", q("net9")) << q("The device has no port \"net9\".");
+        QTest::newRow("block") << action(Action::Kind::Block, "port", q("net1"))
+                               << q("The port \"net1\" can't be blocked; USB ports can.");
+        QTest::newRow("tbar") << action(Action::Kind::TBar, "position", 2)
+                              << q("The T-Bar's position is a number from 0 to 1.");
+        QTest::newRow("touch") << Action{Action::Kind::Touch, {{q("x"), 800}, {q("y"), 0}}}
+                               << q("The point 800, 0 is outside the LCD of 800 x 480.");
+        QTest::newRow("fault argument") << action(Action::Kind::Fault, "name", q("key-dead"))
+                                        << q("The fault \"key-dead\" needs \"key\".");
+    }
+    void refusesWhatTheDeviceHasNot()
+    {
+        QFETCH(Action, wrong);
+        QFETCH(QString, sentence);
+        const int before = session->journal().entries().size();
+        QString error;
+        QVERIFY(!session->op().perform(wrong, &error));
+        QCOMPARE(error, sentence);
+        QCOMPARE(session->journal().entries().size(), before);
+    }
+
+    void theSameActionsGiveTheSameJournal()
+    {
+        QByteArray first;
+        for (int run = 0; run < 3; ++run) {
+            open({});
+            playEverything();
+            const QByteArray journal = session->journal().toJsonLines();
+            QVERIFY(!journal.contains("0x5") && !journal.contains("0x7"));
+            if (run == 0)
+                first = journal;
+            QCOMPARE(journal, first);
+        }
+        QVERIFY(first.count('\n') > 100);
+    }
+
+    void everyLineOfTheJournalIsAnObjectWithItsKeysInOrder()
+    {
+        playEverything();
+        static const QRegularExpression form(q(
+            "^\\{\"seq\":(\\d+),\"t\":\\d+,\"thread\":\"(gui|device)\",\"kind\":\"[a-z]+\",\"name\":\"[^\"]+\".*\\}$"));
+        int number = 0;
+        for (const Journal::Entry &entry : session->journal().entries()) {
+            const auto match = form.match(QString::fromUtf8(entry.toJsonLine()));
+            QVERIFY2(match.hasMatch(), entry.toJsonLine().constData());
+            QCOMPARE(match.captured(1).toInt(), ++number);
+            QVERIFY(QJsonDocument::fromJson(entry.toJsonLine()).isObject());
+        }
+    }
+
+    void endsInTheMiddleOfAnything()
+    {
+        openTestPage("machine");
+        for (int step = 0; step < 40; ++step) {
+            session->op().perform(action(Action::Kind::Soft, "side", q("right")));
+            if (session->device().state().calibrationStep.size())
+                break;
+            session->timeline().advance(2000);
+            pressBlinkingKeys();
+        }
+        session.reset();
+        Timeline::instance().advance(10'000);
+    }
+
+    void theAgingLoopGoesOnByItself()
+    {
+        openTestPage("aging");
+        perform(action(Action::Kind::Soft, "side", q("right")));
+        session->timeline().advance(1'000'000);
+        QVERIFY(countOf(Journal::Kind::Event, "lcdMemoryCacheNodeUSB.changed") >= 2);
+        QCOMPARE(screen("page"), QVariant(q("aging")));
+    }
+
+    void theAgingLoopWaitsForAPlugWithoutFirstChanges()
+    {
+        Session::Options options;
+        options.changedOnSubscribe = false;
+        open(options);
+        openTestPage("aging");
+        perform(action(Action::Kind::Soft, "side", q("right")));
+        session->timeline().advance(1'000'000);
+        QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 0);
+        perform(action(Action::Kind::Plug, "port", q("net1")));
+        session->timeline().advance(1'000);
+        QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 1);
+    }
+
+    void aServiceCanBeAbsentFromTheStart()
+    {
+        Session::Options options;
+        for (const QString &name : session->serviceNames())
+            options.faults << Session::InitialFault{q("service-absent"), {{q("service"), name}}};
+        open(options);
+        QCOMPARE(screen("page"), QVariant(q("menu")));
+        openTestPage("aging");
+        perform(action(Action::Kind::Soft, "side", q("right")));
+        session->timeline().advance(100'000);
+    }
+
+    void wrongOptionsGetASentence()
+    {
+        session.reset();
+        QString error;
+        Session::Options options;
+        options.language = q("xx");
+        QVERIFY(!Session::open(options, &error));
+        QVERIFY2(error.startsWith(q("There is no catalogue for the language \"xx\"; there are ")), qPrintable(error));
+        options = {};
+        options.faults << Session::InitialFault{q("earthquake"), {}};
+        QVERIFY(!Session::open(options, &error));
+        QVERIFY2(error.startsWith(q("There is no fault \"earthquake\"; there are key-dead, ")), qPrintable(error));
+        options = {};
+        options.component = q("/nowhere/lib.so");
+        QVERIFY(!Session::open(options, &error));
+        QCOMPARE(error, q("/nowhere/lib.so: there is no such file."));
+    }
+
+    void theLanguageChanges()
+    {
+        perform(action(Action::Kind::Language, "code", q("zh_CN")));
+        QCOMPARE(session->language(), q("zh_CN"));
+        perform(action(Action::Kind::Language, "code", q("en")));
+    }
+
+private:
+    void open(const Session::Options &options)
+    {
+        session.reset();
+        QString error;
+        session = Session::open(options, &error);
+        QVERIFY2(session, qPrintable(error));
+        session->lcd()->show();
+        session->timeline().settle();
+    }
+
+    void perform(const Action &what)
+    {
+        QString error;
+        QVERIFY2(session->op().perform(what, &error), qPrintable(error));
+    }
+
+    QVariant screen(const char *key) const { return readScreen(session->lcd()).value(q(key)); }
+
+    int countOf(Journal::Kind kind, const char *name) const
+    {
+        int count = 0;
+        for (const Journal::Entry &entry : session->journal().entries())
+            count += entry.kind == kind && entry.name == QLatin1String(name);
+        return count;
+    }
+
+    // Opens the rows one by one until the page is the one that was wanted.
+    bool openTestPage(const char *page)
+    {
+        const int rows = screen("menu.items").toStringList().size();
+        for (int row = 0; row < rows; ++row) {
+            perform(navigate("enter"));
+            if (screen("page") == QVariant(q(page)))
+                return true;
+            goBackTo(row + 1);
+        }
+        return false;
+    }
+
+    int openMenuRow(const char *container)
+    {
+        const int rows = screen("menu.items").toStringList().size();
+        for (int row = 0; row < rows; ++row) {
+            perform(navigate("enter"));
+            if (screen("container") == QVariant(q(container))) {
+                session->journal();
+                return row;
+            }
+            goBackTo(row + 1);
+        }
+        return -1;
+    }
+
+    void goBackTo(int row)
+    {
+        perform(navigate("back"));
+        while (screen("menu.row").toInt() < row)
+            perform(navigate("down"));
+    }
+
+    void pressBlinkingKeys()
+    {
+        for (int guard = 0; guard < 200; ++guard) {
+            int blinking = -1;
+            for (const KeyState &key : session->device().state().keys) {
+                if (key.led.isBlinking())
+                    blinking = key.halKey;
+            }
+            if (blinking < 0)
+                return;
+            perform(action(Action::Kind::Press, "key", blinking));
+        }
+    }
+
+    // A bit of everything: the menu, a container, an aging round and the first phases of the machine test.
+    void playEverything()
+    {
+        openTestPage("aging");
+        perform(action(Action::Kind::Soft, "side", q("right")));
+        session->timeline().advance(120'000);
+        perform(action(Action::Kind::Plug, "port", q("usb1")));
+        session->timeline().advance(1'000);
+        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(navigate("back"));
+        perform(action(Action::Kind::ExitFactoryMode));
+        perform(action(Action::Kind::EnterFactoryMode));
+    }
+
+    std::unique_ptr<Session> session;
+};
+
+PANELHOST_TEST_MAIN(tst_Session)
+#include "tst_session.moc"

@@ -1,0 +1,234 @@
+#include "hosttest.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+
+#include <atomic>
+#include <thread>
+
+using namespace panelhost;
+
+/// The clock: order, instants, the two threads, and how it runs by the wall clock.
+class tst_Timeline : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        timeline.setObserver({});
+        timeline.restart();
+        seen.clear();
+    }
+
+    void timersAndDeviceWorkRunInOneOrder()
+    {
+        note(30, QStringLiteral("timer 30"));
+        timeline.schedule(10, [this] { see(QStringLiteral("device 10")); });
+        note(10, QStringLiteral("timer 10"));
+        timeline.schedule(30, [this] { see(QStringLiteral("device 30")); });
+
+        timeline.advance(100);
+
+        QCOMPARE(seen,
+                 (QStringList{QStringLiteral("10 device 10"), QStringLiteral("10 timer 10"),
+                              QStringLiteral("30 timer 30"), QStringLiteral("30 device 30")}));
+        QCOMPARE(timeline.now(), Instant(100));
+    }
+
+    void aRepeatingTimerKeepsItsBeat()
+    {
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [this] { see(QStringLiteral("beat")); });
+        timer.start(2000);
+
+        timeline.advance(7000);
+
+        QCOMPARE(seen,
+                 (QStringList{QStringLiteral("2000 beat"), QStringLiteral("4000 beat"), QStringLiteral("6000 beat")}));
+    }
+
+    void zeroTimersFireAtTheirInstant()
+    {
+        note(0, QStringLiteral("single shot"));
+        QTimer repeating;
+        connect(&repeating, &QTimer::timeout, this, [this] { see(QStringLiteral("repeat")); });
+        repeating.start(0);
+
+        timeline.settle();
+        repeating.stop();
+
+        QCOMPARE(seen, (QStringList{QStringLiteral("0 single shot"), QStringLiteral("0 repeat")}));
+        QCOMPARE(timeline.now(), Instant(0));
+    }
+
+    void settlingDeliversWhatOneThreadAsksOfTheOther()
+    {
+        timeline.schedule(0, [this] {
+            see(QStringLiteral("device"));
+            QTimer::singleShot(0, this, [this] {
+                see(QStringLiteral("gui"));
+                timeline.schedule(0, [this] { see(QStringLiteral("device again")); });
+            });
+        });
+
+        timeline.settle();
+
+        QCOMPARE(seen,
+                 (QStringList{QStringLiteral("0 device"), QStringLiteral("0 gui"), QStringLiteral("0 device again")}));
+    }
+
+    void eachKindOfThreadKnowsItself()
+    {
+        QCOMPARE(timeline.currentThread(), ThreadKind::Gui);
+        ThreadKind onDevice = ThreadKind::Gui;
+        timeline.runOnDevice([&] { onDevice = timeline.currentThread(); });
+        QCOMPARE(onDevice, ThreadKind::Device);
+        ThreadKind elsewhere = ThreadKind::Gui;
+        std::thread([&] { elsewhere = timeline.currentThread(); }).join();
+        QCOMPARE(elsewhere, ThreadKind::Other);
+    }
+
+    void workFromTheDeviceThreadInPlace()
+    {
+        QString order;
+        timeline.runOnDevice([&] {
+            order += QLatin1Char('a');
+            timeline.runOnDevice([&] { order += QLatin1Char('b'); });
+            order += QLatin1Char('c');
+        });
+        QCOMPARE(order, QStringLiteral("abc"));
+    }
+
+    void advanceUntilStopsAtTheInstantThatAnswers()
+    {
+        int beats = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&beats] { ++beats; });
+        timer.start(100);
+
+        QVERIFY(timeline.advanceUntil(10'000, [&beats] { return beats == 3; }));
+        QCOMPARE(timeline.now(), Instant(300));
+        QVERIFY(!timeline.advanceUntil(1'000, [] { return false; }));
+        QCOMPARE(timeline.now(), Instant(1300));
+    }
+
+    void theObserverLooksOnceForEachInstant()
+    {
+        note(10, QStringLiteral("first"));
+        note(10, QStringLiteral("second"));
+        note(20, QStringLiteral("third"));
+        QStringList looks;
+        timeline.setObserver(
+            [&] { looks << QString::number(timeline.now()) + QLatin1Char(':') + QString::number(seen.size()); });
+
+        timeline.advance(50);
+
+        QCOMPARE(looks, (QStringList{QStringLiteral("0:0"), QStringLiteral("10:2"), QStringLiteral("20:3")}));
+    }
+
+    void stoppedTimeStandsStillWhileTheLoopRuns()
+    {
+        QTimer timer;
+        timer.start(1);
+        QSignalSpy fired(&timer, &QTimer::timeout);
+        QElapsedTimer wall;
+        wall.start();
+        while (wall.elapsed() < 30)
+            QCoreApplication::processEvents();
+        QCOMPARE(fired.count(), 0);
+        QCOMPARE(timeline.now(), Instant(0));
+    }
+
+    void pacedTimeFollowsTheWallClock()
+    {
+        QElapsedTimer wall;
+        wall.start();
+        QEventLoop loop;
+        QTimer::singleShot(2000, &loop, &QEventLoop::quit);
+        timeline.run(20);
+        loop.exec();
+        timeline.stop();
+        QVERIFY(wall.elapsed() >= 90);
+        QVERIFY(timeline.now() >= 2000);
+    }
+
+    void fastTimeDoesNotWait()
+    {
+        QElapsedTimer wall;
+        wall.start();
+        QEventLoop loop;
+        QTimer::singleShot(3'600'000, &loop, &QEventLoop::quit);
+        timeline.run(0);
+        loop.exec();
+        timeline.stop();
+        QCOMPARE(timeline.now(), Instant(3'600'000));
+        QVERIFY(wall.elapsed() < 10'000);
+    }
+
+    void workFromAnotherThreadWakesTheLoop()
+    {
+        QEventLoop loop;
+        timeline.run(1);
+        std::thread other(
+            [&] { timeline.schedule(0, [&] { QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection); }); });
+        loop.exec();
+        other.join();
+        timeline.stop();
+        QCOMPARE(timeline.currentThread(), ThreadKind::Gui);
+    }
+
+    void seventySixThousandSecondsInAWink()
+    {
+        int beats = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&beats] { ++beats; });
+        timer.start(2000);
+        QElapsedTimer wall;
+        wall.start();
+
+        timeline.advance(76'000'000);
+
+        QCOMPARE(beats, 38'000);
+        qInfo("76,000 s of a 2 s timer in %lld ms", wall.elapsed());
+        QVERIFY(wall.elapsed() < 5'000);
+    }
+
+    void aTimerMayEndItselfAndItsObject()
+    {
+        auto *timer = new QTimer;
+        connect(timer, &QTimer::timeout, this, [this, timer] {
+            see(QStringLiteral("last"));
+            timer->deleteLater();
+        });
+        timer->start(10);
+        timeline.advance(100);
+        QCOMPARE(seen, (QStringList{QStringLiteral("10 last")}));
+    }
+
+    void restartDropsTheDevicesWorkAndKeepsTimers()
+    {
+        timeline.advance(1000);
+        note(500, QStringLiteral("timer"));
+        timeline.schedule(100, [this] { see(QStringLiteral("dropped")); });
+
+        timeline.restart();
+        QCOMPARE(timeline.now(), Instant(0));
+        timeline.advance(1000);
+
+        QCOMPARE(seen, (QStringList{QStringLiteral("500 timer")}));
+    }
+
+private:
+    void see(const QString &what) { seen << QString::number(timeline.now()) + QLatin1Char(' ') + what; }
+    void note(int delay, const QString &what)
+    {
+        QTimer::singleShot(delay, this, [this, what] { see(what); });
+    }
+
+    Timeline &timeline = Timeline::instance();
+    QStringList seen;
+};
+
+PANELHOST_TEST_MAIN(tst_Timeline)
+#include "tst_timeline.moc"
