@@ -3,6 +3,8 @@
 #include "scenario/htmlstyle.h"
 #include "scenario/htmlwriter.h"
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 
 namespace panelhost {
@@ -102,7 +104,7 @@ void writeStep(HtmlWriter &html, const StepResult &step)
 {
     html.begin("tr", step.passed ? nullptr : "failed");
     html.element("td", "number", instantText(step.at));
-    html.element("td", "number", QString::number(step.where.line));
+    html.element("td", "number", QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
     html.begin("td");
     if (step.outcomes.isEmpty())
         html.element("code", nullptr, step.text);
@@ -119,7 +121,7 @@ void writeSteps(HtmlWriter &html, const ScenarioResult &result)
 {
     html.element("h3", nullptr, QStringLiteral("Steps"));
     html.begin("table", "steps").begin("tr");
-    for (const auto heading : {"Time", "Line", "Step", ""})
+    for (const auto heading : {"Time", "Place", "Step", ""})
         html.element("th", nullptr, QString::fromLatin1(heading));
     html.end();
     for (const auto &step : result.steps)

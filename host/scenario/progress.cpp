@@ -49,8 +49,8 @@ void Progress::writeBar(const StepResult &step, qint64 number)
 
 void Progress::writeLine(const StepResult &step)
 {
-    m_out << m_file << ':' << step.where.line << ' ' << instantText(step.at) << ' ' << verdict(step.passed) << ' '
-          << step.text << '\n';
+    m_out << QFileInfo(step.file).fileName() << ':' << step.where.line << ' ' << instantText(step.at) << ' '
+          << verdict(step.passed) << ' ' << step.text << '\n';
 }
 
 void Progress::end(const ScenarioResult &result)

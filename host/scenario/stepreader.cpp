@@ -112,7 +112,7 @@ void StepReader::step(const YAML::Node &node, QVector<Step> &steps)
     step.file = m_reader.file();
     step.where = m_reader.placeOf(node);
     if (step.kind != Step::Kind::Repeat)
-        step.text = YamlReader::oneLine(node).remove(QRegularExpression(QStringLiteral("^\\{|\\}$")));
+        step.text = YamlReader::oneLine(node).remove(QRegularExpression(QStringLiteral("^\\{|(: ~)?\\}$")));
     readOptions(m_reader.map(node, QStringList{form->name} + form->options), *form, step);
     steps.append(step);
 }

@@ -6,10 +6,13 @@
 #include "scenario/scenariowriter.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+
+#include <csignal>
 
 using namespace panelhost;
 
@@ -27,6 +30,7 @@ private Q_SLOTS:
     void journalDoesNotDependOnWhatWasPlayedBefore();
     void recordingPlaysToTheSameJournal();
     void recordingIsReadableAfterEachStep();
+    void killedRecorderLeavesAReadableScenario();
     void recordingIntoNowhereIsAnError();
     void reportsAreWellFormed();
 
@@ -58,6 +62,9 @@ QString shipped(const char *name)
 {
     return QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name);
 }
+
+const QString RecordAndDie = QStringLiteral("--record-and-die");
+constexpr int DeedsBeforeDeath = 8;
 
 /// What an operator does in the recorded session, with the time before each action.
 struct Deed
@@ -262,6 +269,19 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
     }
 }
 
+void ScenarioPlayerTest::killedRecorderLeavesAReadableScenario()
+{
+    const auto path = m_directory.filePath(QStringLiteral("killed.yaml"));
+    QProcess recorder;
+    recorder.start(QCoreApplication::applicationFilePath(), {RecordAndDie, path});
+    QVERIFY(recorder.waitForFinished());
+    QCOMPARE(recorder.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(recorder.exitCode(), SIGKILL);
+    const auto played = playFile(path);
+    QVERIFY2(played.passed, qPrintable(played.failureText()));
+    QCOMPARE(played.journal.count("\"kind\":\"action\""), DeedsBeforeDeath);
+}
+
 void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
 {
     QString error;
@@ -290,11 +310,36 @@ void ScenarioPlayerTest::reportsAreWellFormed()
     QVERIFY(junitReport({passed, failed}).contains("tests=\"2\" failures=\"1\""));
 }
 
+namespace {
+
+/// The recorder that is killed in the middle of a session.
+int recordAndDie(const QString &path)
+{
+    QString error;
+    const auto session = Session::open(options(), &error);
+    if (!session)
+        return 1;
+    session->lcd()->show();
+    ScenarioWriter writer(path, *session);
+    if (!writer.open(&error))
+        return 1;
+    for (const auto &deed : deeds().mid(0, DeedsBeforeDeath)) {
+        session->timeline().advance(deed.wait);
+        session->op().perform(deed.action);
+    }
+    return std::raise(SIGKILL);
+}
+
+}
+
 int main(int argc, char **argv)
 {
     prepareProcess(false);
     QApplication application(argc, argv);
     prepareApplication();
+    const auto arguments = QApplication::arguments();
+    if (arguments.value(1) == RecordAndDie)
+        return recordAndDie(arguments.value(2));
     ScenarioPlayerTest test;
     return QTest::qExec(&test, argc, argv);
 }

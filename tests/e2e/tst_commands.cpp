@@ -1,0 +1,180 @@
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+/// The commands play and check as a shell sees them: exit status, what they write, and where.
+class CommandsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void playTellsEachStep();
+    void playRefusesBadFilesBeforeAnythingRuns();
+    void playGoesOnWithTheNextFile();
+    void playWritesWhatItIsAskedFor();
+    void playRefusesPlacesThatCanNotBeWritten();
+    void checkExitStatus_data();
+    void checkExitStatus();
+    void checkTellsFileLineAndColumn();
+
+private:
+    struct Run
+    {
+        int status = -1;
+        QString out;
+        QString err;
+    };
+    Run run(const QStringList &arguments);
+    QString write(const QString &name, const QByteArray &text);
+    QByteArray read(const QString &name);
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+namespace {
+
+const QByteArray Passing = "steps:\n  - expect: {page: menu}\n  - screenshot: menu\n  - wait: 1s\n";
+const QByteArray Failing = "steps:\n  - expect: {page: aging}\n  - wait: 1s\n";
+const QByteArray GoodMenu = "<LCD><MenuBar><MenuItem Key=\"a.Net\"/></MenuBar></LCD>";
+const QByteArray GoodKeys = "<LCD><LcdKeys><LcdKey Value=\"1\" Name=\"CUT\"/></LcdKeys></LCD>";
+
+}
+
+void CommandsTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_directory->isValid());
+}
+
+CommandsTest::Run CommandsTest::run(const QStringList &arguments)
+{
+    QProcess process;
+    process.setWorkingDirectory(m_directory->path());
+    process.start(QStringLiteral(PANELHOST), arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QString CommandsTest::write(const QString &name, const QByteArray &text)
+{
+    QFile file(m_directory->filePath(name));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(text);
+    return name;
+}
+
+QByteArray CommandsTest::read(const QString &name)
+{
+    QFile file(m_directory->filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void CommandsTest::playTellsEachStep()
+{
+    const auto played = run({QStringLiteral("play"), write(QStringLiteral("a.yaml"), Passing)});
+    QCOMPARE(played.status, 0);
+    const auto lines = played.out.split(QLatin1Char('\n'));
+    QCOMPARE(lines.at(0), QStringLiteral("a.yaml:2 0:00.000 ok     expect: {page: menu}"));
+    QCOMPARE(lines.at(2), QStringLiteral("a.yaml:4 0:01.000 ok     wait: 1s"));
+    QVERIFY(lines.at(3).startsWith(QStringLiteral("ok     a.yaml: 3 steps, 0:01.000 of the device's time in ")));
+}
+
+void CommandsTest::playRefusesBadFilesBeforeAnythingRuns()
+{
+    const auto good = write(QStringLiteral("good.yaml"), Passing);
+    const auto bad = write(QStringLiteral("bad.yaml"), "steps:\n  - soft: up\n  - wait: 3\n");
+    const auto worse = write(QStringLiteral("worse.yaml"), "steps: [\n");
+    const auto played = run({QStringLiteral("play"), good, bad, worse, QStringLiteral("none.yaml")});
+    QCOMPARE(played.status, 2);
+    QCOMPARE(played.out, QString());
+    QVERIFY2(played.err.contains(QStringLiteral("bad.yaml:2:11: error: found \"up\", expected one of left, right\n")),
+             qPrintable(played.err));
+    QVERIFY(played.err.contains(QStringLiteral("bad.yaml:3:11: error: found \"3\", expected a duration")));
+    QVERIFY(played.err.contains(QStringLiteral("worse.yaml:")));
+    QVERIFY(played.err.contains(QStringLiteral("none.yaml:1:1: error: No such file or directory\n")));
+}
+
+void CommandsTest::playGoesOnWithTheNextFile()
+{
+    const auto failing = write(QStringLiteral("failing.yaml"), Failing);
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto played = run({QStringLiteral("play"), failing, passing});
+    QCOMPARE(played.status, 1);
+    QVERIFY(played.out.contains(QStringLiteral("  expected page: \"aging\"\n  found    \"menu\"\n")));
+    QVERIFY(!played.out.contains(QStringLiteral("failing.yaml:3 ")));
+    QVERIFY(played.out.contains(QStringLiteral("passing.yaml:4 0:01.000 ok")));
+    QVERIFY(played.out.endsWith(QStringLiteral("1 of 2 scenarios passed\n")));
+}
+
+void CommandsTest::playWritesWhatItIsAskedFor()
+{
+    const auto failing = write(QStringLiteral("failing.yaml"), Failing);
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto played = run({QStringLiteral("play"), passing, failing, QStringLiteral("--report"),
+                             QStringLiteral("out/report"), QStringLiteral("--journal"), QStringLiteral("j.jsonl"),
+                             QStringLiteral("--screenshots"), QStringLiteral("out/pictures")});
+    QCOMPARE(played.status, 1);
+    const auto html = read(QStringLiteral("out/report/report.html"));
+    QVERIFY(html.contains("1 of 2 passed"));
+    QCOMPARE(html.count("data:image/png;base64,"), 1);
+    QVERIFY(read(QStringLiteral("out/report/report.xml")).contains("tests=\"2\" failures=\"1\""));
+    QVERIFY(read(QStringLiteral("j.jsonl")).startsWith("{\"seq\":1,\"t\":0,\"thread\":\"gui\",\"kind\":"));
+    QVERIFY(read(QStringLiteral("out/pictures/passing-menu.png")).startsWith("\x89PNG"));
+}
+
+void CommandsTest::playRefusesPlacesThatCanNotBeWritten()
+{
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto report =
+        run({QStringLiteral("play"), passing, QStringLiteral("--report"), passing + QStringLiteral("/x")});
+    QCOMPARE(report.status, 2);
+    QCOMPARE(report.out, QString());
+    const auto journal = run({QStringLiteral("play"), passing, QStringLiteral("--journal"), QStringLiteral("no/j")});
+    QCOMPARE(journal.status, 2);
+    QVERIFY2(journal.err.contains(QStringLiteral("no/j: ")), qPrintable(journal.err));
+}
+
+void CommandsTest::checkExitStatus_data()
+{
+    QTest::addColumn<QByteArray>("menu");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("status");
+    const QByteArray unknown = "<LCD><MenuBar><MenuItem Key=\"a.Nothing\"/></MenuBar></LCD>";
+    const QStringList strict{QStringLiteral("--strict")};
+    QTest::newRow("clean") << GoodMenu << QStringList() << 0;
+    QTest::newRow("clean, strict") << GoodMenu << strict << 0;
+    QTest::newRow("warning") << unknown << QStringList() << 0;
+    QTest::newRow("warning, strict") << unknown << strict << 1;
+    QTest::newRow("error") << QByteArray("<LCD>") << QStringList() << 1;
+}
+
+void CommandsTest::checkExitStatus()
+{
+    QFETCH(QByteArray, menu);
+    QFETCH(QStringList, options);
+    QFETCH(int, status);
+    write(QStringLiteral("factorymenu.xml"), menu);
+    write(QStringLiteral("factorykeychecklist.xml"), GoodKeys);
+    QCOMPARE(run(QStringList{QStringLiteral("check"), QStringLiteral(".")} + options).status, status);
+    QCOMPARE(run(QStringList{QStringLiteral("check"), QStringLiteral("no-directory")} + options).status, 2);
+}
+
+void CommandsTest::checkTellsFileLineAndColumn()
+{
+    write(QStringLiteral("factorymenu.xml"),
+          "<LCD>\n  <MenuBar>\n    <MenuItem Key=\"a.Nothing\"/>\n  </MenuBar>\n</LCD>");
+    const auto checked = run({QStringLiteral("check"), QStringLiteral(".")});
+    QCOMPARE(checked.status, 1);
+    QCOMPARE(checked.out,
+             QStringLiteral("./factorymenu.xml:3:5: warning: no title is known for \"Nothing\": it shows as it stands\n"
+                            "./factorykeychecklist.xml:1:1: error: Failed to open config file: "
+                            "\"./factorykeychecklist.xml\" Error: \"No such file or directory\"\n"));
+}
+
+QTEST_GUILESS_MAIN(CommandsTest)
+#include "tst_commands.moc"
