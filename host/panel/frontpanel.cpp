@@ -12,12 +12,13 @@
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
 
 namespace panelhost {
 
 using look::Grid;
 
-constexpr int KeyAreaWidth = 1224; // beneath an LCD of 800 pixels and what stands beside it
+constexpr int SideWidth = 47 * Grid;
 constexpr int LowestKeyArea = 22 * Grid;
 
 FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent) : QWidget(parent)
@@ -27,7 +28,7 @@ FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent)
     column->setContentsMargins(2 * Grid, 2 * Grid, 2 * Grid, 2 * Grid);
     column->setSpacing(2 * Grid);
     column->addLayout(makeTop(device, lcd));
-    column->addWidget(makeKeyArea(device.keys), 1);
+    column->addWidget(makeKeyArea(device.keys, lcd->width() + 6 * Grid + SideWidth), 1);
 }
 
 QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
@@ -83,7 +84,8 @@ QLayout *FrontPanel::makeSockets(const QList<PortState> &ports, SocketWidget::Ty
     return grid;
 }
 
-QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys)
+// Few keys never scroll; many do, in an area that leaves the window small.
+QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
 {
     m_keys = listen(new KeyField(keys, this));
     auto *area = new QScrollArea(this);
@@ -95,7 +97,10 @@ QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys)
     area->setWidget(m_keys);
     area->viewport()->setAutoFillBackground(false);
     m_keys->setAutoFillBackground(false);
-    area->setMinimumHeight(qMin(m_keys->heightForWidth(KeyAreaWidth), LowestKeyArea));
+    const int height = m_keys->heightForWidth(width);
+    area->setMinimumHeight(qMin(height, LowestKeyArea));
+    area->setVerticalScrollBarPolicy(height <= LowestKeyArea ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    look::dress(area->verticalScrollBar());
     return area;
 }
 

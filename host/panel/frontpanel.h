@@ -45,7 +45,7 @@ private:
     QLayout *makeSide(const DeviceState &device);
     QLayout *makeScreens();
     QLayout *makeSockets(const QList<PortState> &ports, SocketWidget::Type type, QVector<SocketWidget *> &sockets);
-    QWidget *makeKeyArea(const QList<KeyState> &keys);
+    QWidget *makeKeyArea(const QList<KeyState> &keys, int width);
 
     QVector<ScreenView *> m_screens;
     QVector<SocketWidget *> m_netSockets;

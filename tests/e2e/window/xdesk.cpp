@@ -29,8 +29,7 @@ bool XDesk::start(const QByteArray &screen)
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
                     QString::fromLatin1(screen), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
-    while (!m_server.canReadLine() && m_server.waitForReadyRead(20000)) {
-    }
+    while (!m_server.canReadLine() && m_server.waitForReadyRead(20000)) {}
     const QString number = QString::fromLatin1(m_server.readLine()).trimmed();
     m_display = QStringLiteral(":") + number;
     return !number.isEmpty();
@@ -44,9 +43,10 @@ QString XDesk::xdotool(const QStringList &arguments) const
     tool.setProcessEnvironment(environment);
     tool.start(QStringLiteral("xdotool"), arguments);
     if (!tool.waitForFinished(20000) || tool.exitCode() != 0)
-        QTest::qFail(qPrintable(QStringLiteral("xdotool %1: %2").arg(arguments.join(QLatin1Char(' ')),
-                                                                     QString::fromLocal8Bit(tool.readAllStandardError()))),
-                     __FILE__, __LINE__);
+        QTest::qFail(
+            qPrintable(QStringLiteral("xdotool %1: %2")
+                           .arg(arguments.join(QLatin1Char(' ')), QString::fromLocal8Bit(tool.readAllStandardError()))),
+            __FILE__, __LINE__);
     return QString::fromLocal8Bit(tool.readAllStandardOutput()).trimmed();
 }
 

@@ -5,6 +5,7 @@
 #include "panel/tbarwidget.h"
 #include "panelfixture.h"
 
+#include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QtTest>
 

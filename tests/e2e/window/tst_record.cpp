@@ -1,0 +1,144 @@
+#include "panelprocess.h"
+
+#include <QtTest/QtTest>
+
+#include <csignal>
+#include <memory>
+
+/// What is recorded in the window plays again and gives the same journal.
+class TestRecord : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void playedAgainGivesTheSameJournal();
+    void killLeavesAReadableScenario();
+    void fileThatCannotBeWrittenIsRefused();
+
+private:
+    void record();
+    void useTheDevice();
+    QByteArray play();
+
+    XDesk m_desk;
+    std::unique_ptr<PanelProcess> m_panel;
+};
+
+static QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+void TestRecord::initTestCase()
+{
+    QVERIFY(m_desk.start("1400x1000x24"));
+}
+
+void TestRecord::init()
+{
+    m_panel = std::make_unique<PanelProcess>(m_desk);
+}
+
+void TestRecord::cleanup()
+{
+    m_panel.reset();
+}
+
+void TestRecord::record()
+{
+    QVERIFY(m_panel->start({text("record"), m_panel->path(text("session.yaml")), text("--speed"), text("10")}));
+}
+
+// Menu, keys, ports, T-Bar and an aging test under way, while time passes.
+void TestRecord::useTheDevice()
+{
+    m_desk.type(text("Down"));
+    m_panel->click(text("key-27"));
+    m_desk.click(m_panel->place(text("net1")).topLeft() + QPoint(44, 24));
+    const QRect bar = m_panel->place(text("tbar"));
+    m_desk.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
+    m_desk.type(text("Up"));
+    m_panel->touch({100, 20});
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    m_desk.type(text("Return"));
+    const auto steps = [this] { return m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness")); };
+    QTRY_VERIFY_WITH_TIMEOUT((m_panel->poll(), steps() >= 6), 30000);
+    m_desk.click(m_panel->place(text("usb2")).topLeft() + QPoint(44, 24));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
+}
+
+QByteArray TestRecord::play()
+{
+    QProcess player;
+    player.setProcessChannelMode(QProcess::ForwardedChannels);
+    const QString journal = m_panel->path(text("played.jsonl"));
+    player.start(text(LCD_BUILD_DIR "/bin/panelhost"),
+                 {text("play"), m_panel->path(text("session.yaml")), text("--journal"), journal});
+    if (!player.waitForFinished(60000) || player.exitCode() != 0)
+        return "the player failed";
+    QFile file(journal);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void TestRecord::playedAgainGivesTheSameJournal()
+{
+    record();
+    useTheDevice();
+    m_desk.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitCode(), 0);
+    const auto recorded = m_panel->journalBytes().split('\n');
+    const auto played = play().split('\n');
+    for (int i = 0; i < qMin(recorded.size(), played.size()); ++i)
+        QCOMPARE(played[i], recorded[i]);
+    QCOMPARE(played.size(), recorded.size());
+}
+
+// Time that passed after the last step is not in the file: what is played is the beginning of what was recorded.
+void TestRecord::killLeavesAReadableScenario()
+{
+    record();
+    useTheDevice();
+    kill(static_cast<pid_t>(m_panel->process().processId()), SIGKILL);
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    const auto recorded = m_panel->journalBytes().split('\n');
+    auto played = play().split('\n');
+    played.removeLast();
+    QVERIFY(played.size() > 20);
+    QVERIFY(played.size() <= recorded.size());
+    for (int i = 0; i < played.size(); ++i)
+        QCOMPARE(played[i], recorded[i]);
+    const QByteArray lastStep = "\"name\":\"plug\",\"data\":{\"port\":\"usb2\"}";
+    QVERIFY(
+        std::any_of(played.cbegin(), played.cend(), [&](const QByteArray &line) { return line.contains(lastStep); }));
+}
+
+void TestRecord::fileThatCannotBeWrittenIsRefused()
+{
+    QProcess panel;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(text("QT_QPA_PLATFORM"), text("offscreen"));
+    panel.setProcessEnvironment(environment);
+    panel.start(text(LCD_BUILD_DIR "/bin/panelhost"), {text("record"), text("/nowhere/at/all.yaml")});
+    QVERIFY(panel.waitForFinished(30000));
+    QCOMPARE(panel.exitCode(), 2);
+    QVERIFY(panel.readAllStandardError().contains("/nowhere/at/all.yaml: "));
+}
+
+int main(int argc, char **argv)
+{
+    const QStringList missing = XDesk::missingPrograms();
+    if (!missing.isEmpty()) {
+        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
+        return 77;
+    }
+    QCoreApplication application(argc, argv);
+    TestRecord test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_record.moc"
