@@ -128,7 +128,7 @@ private Q_SLOTS:
         QTest::newRow("100,000 levels, UTF-16") << encoded("UTF-16", deep);
         QTest::newRow("100,000 levels, UTF-32") << encoded("UTF-32", deep);
         QTest::newRow("100,000 levels, UTF-7")
-            << QByteArray("<?xml version='1.0' encoding='UTF-7'?>") + deep.replace("<", "+ADw-");
+            << QByteArray("<?xml version='1.0' encoding='UTF-7'?>") + QByteArray(deep).replace("<", "+ADw-");
         QTest::newRow("only opened") << repeated(100000, "<a>");
         QTest::newRow("deep brackets") << withEntities("<!ELEMENT a " + QByteArray(100000, '(') + ">", "");
         QTest::newRow("entity many times") << withEntities(longEntity, repeated(100000, "&e;"));

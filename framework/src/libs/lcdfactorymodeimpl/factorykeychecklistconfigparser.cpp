@@ -42,9 +42,10 @@ bool FactoryKeyCheckListConfigParser::loadFromFile(const QString &path, QList<QP
 bool FactoryKeyCheckListConfigParser::parseDocument(const QByteArray &data, const QString &path,
                                                     QList<QPair<int, QString>> &keys) const
 {
-    const QDomElement root = xmlFile.root(data, path);
-    if (root.isNull())
+    const QDomDocument document = xmlFile.document(data, path);
+    if (document.isNull())
         return false;
+    const QDomElement root = document.documentElement();
     if (!XmlFile::isServedVersion(root)) {
         qCWarning(componentLog) << "[FactoryKeyCheckListConfigParser] XML version is not 1.0 in file:" << path;
         return false;

@@ -81,9 +81,10 @@ bool FactoryMenuConfigParser::loadFromFile(const QString &path, QList<FactoryMen
 bool FactoryMenuConfigParser::parseDocument(const QByteArray &data, const QString &path,
                                             QList<FactoryMenuLevel1Item> &items) const
 {
-    const QDomElement root = xmlFile.root(data, path);
-    if (root.isNull())
+    const QDomDocument document = xmlFile.document(data, path);
+    if (document.isNull())
         return false;
+    const QDomElement root = document.documentElement();
     if (!XmlFile::isServedVersion(root)) {
         qCWarning(componentLog) << "[FactoryMenuConfigParser] XML version is not 1.0, got:"
                                 << root.attribute(QStringLiteral("version")) << "in file:" << path;

@@ -242,24 +242,28 @@ void FactoryModeWidget::Impl::buildLevel1List()
         qCWarning(componentLog) << "[FactoryModeWidget] buildLevel1List: _level1Items is empty! Cannot build list.";
         return;
     }
-    for (int i = 0; i < _level1Items.count(); ++i) {
-        const FactoryMenuLevel1Item &item = _level1Items.at(i);
-        QString title = titleForKey(item.titleKey);
-        if (title.isEmpty()) {
-            title = item.key;
-            qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: titleKey" << item.titleKey
-                                  << "not found, using key:" << item.key;
-        }
-        QListWidgetItem *row = createRow(title);
-        row->setData(Qt::UserRole, item.key);
-        row->setData(Qt::UserRole + 1, i);
-        _listLevel1->insertItem(_listLevel1->count(), row);
-        qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: Added item" << i << "- title:" << title
-                              << "key:" << item.key << "titleKey:" << item.titleKey;
-    }
+    for (int i = 0; i < _level1Items.count(); ++i)
+        addLevel1Row(i);
     qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: Completed, _listLevel1 now has"
                           << _listLevel1->count() << "items";
     _listLevel1->update();
+}
+
+void FactoryModeWidget::Impl::addLevel1Row(int index)
+{
+    const FactoryMenuLevel1Item &item = _level1Items.at(index);
+    QString title = titleForKey(item.titleKey);
+    if (title.isEmpty()) {
+        title = item.key;
+        qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: titleKey" << item.titleKey
+                              << "not found, using key:" << item.key;
+    }
+    QListWidgetItem *row = createRow(title);
+    row->setData(Qt::UserRole, item.key);
+    row->setData(Qt::UserRole + 1, index);
+    _listLevel1->insertItem(_listLevel1->count(), row);
+    qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: Added item" << index << "- title:" << title
+                          << "key:" << item.key << "titleKey:" << item.titleKey;
 }
 
 void FactoryModeWidget::Impl::buildLevel2List(const QList<FactoryMenuLevel2Item> &children)

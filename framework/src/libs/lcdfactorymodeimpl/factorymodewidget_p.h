@@ -77,6 +77,7 @@ public:
 
 private:
     QListWidget *createList(bool visible);
+    void addLevel1Row(int index);
 };
 
 }

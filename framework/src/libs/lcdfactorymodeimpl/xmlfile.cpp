@@ -35,7 +35,7 @@ std::optional<QByteArray> XmlFile::read(const QString &path) const
     return file.read(XmlSizeLimit + 1);
 }
 
-QDomElement XmlFile::root(const QByteArray &data, const QString &path) const
+QDomDocument XmlFile::document(const QByteArray &data, const QString &path) const
 {
     if (const auto excess = findXmlExcess(data)) {
         reportParseError(path, excess->reason, excess->line, excess->column);
@@ -52,11 +52,13 @@ QDomElement XmlFile::root(const QByteArray &data, const QString &path) const
     const QDomElement root = document.documentElement();
     if (root.isNull()) {
         qCWarning(componentLog) << m_parser << "XML has no root element:" << path;
-    } else if (root.tagName() != QLatin1String("LCD")) {
+        return {};
+    }
+    if (root.tagName() != QLatin1String("LCD")) {
         qCWarning(componentLog) << m_parser << "Root element is not LCD, got:" << root.tagName() << "in file:" << path;
         return {};
     }
-    return root;
+    return document;
 }
 
 void XmlFile::reportParseError(const QString &path, const QString &error, int line, int column) const

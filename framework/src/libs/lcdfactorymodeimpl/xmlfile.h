@@ -19,8 +19,8 @@ public:
     /// what is neither a file nor a directory is not opened at all: it might never end.
     std::optional<QByteArray> read(const QString &path) const;
 
-    /// The root of @p data if it is an <LCD>; a null element after a warning. @p path serves in log lines only.
-    QDomElement root(const QByteArray &data, const QString &path) const;
+    /// The document in @p data if its root is an <LCD>; a null one after a warning. @p path serves in log lines only.
+    QDomDocument document(const QByteArray &data, const QString &path) const;
 
     /// A root may say no version; if it says one it must be "1.0".
     static bool isServedVersion(const QDomElement &root);
