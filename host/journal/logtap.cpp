@@ -2,10 +2,11 @@
 
 #include "journal/journal.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QThread>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 
@@ -33,6 +34,17 @@ QString levelName(QtMsgType type)
     return QStringLiteral("fatal");
 }
 
+// A directory in the forms that lines have it in, the longest first.
+QStringList formsOf(const QString &directory)
+{
+    QStringList forms = {directory, QDir::cleanPath(directory), QDir(directory).canonicalPath()};
+    forms.removeAll(QString());
+    forms.removeDuplicates();
+    std::sort(forms.begin(), forms.end(),
+              [](const QString &left, const QString &right) { return left.size() > right.size(); });
+    return forms;
+}
+
 // Qt's own libraries name no source file in a release build.
 bool isOfComponent(QtMsgType type, const QMessageLogContext &context)
 {
@@ -52,11 +64,10 @@ void handle(QtMsgType type, const QMessageLogContext &context, const QString &te
 }
 
 LogTap::LogTap(Journal &journal, const QString &share)
-    : m_journal(journal), m_shareForms{share, QDir::cleanPath(share), QDir(share).canonicalPath()},
+    : m_journal(journal), m_shareForms(formsOf(share)),
+      m_defaultShareForms(formsOf(QCoreApplication::applicationDirPath() + QStringLiteral("/../share"))),
       m_currentDirectory(QDir::currentPath())
 {
-    m_shareForms.removeAll(QString());
-    m_shareForms.removeDuplicates();
     activeTap = this;
     previousHandler = qInstallMessageHandler(handle);
 }
@@ -69,10 +80,12 @@ LogTap::~LogTap()
 
 QString LogTap::normalised(const QString &line) const
 {
-    static const QRegularExpression address(QStringLiteral("0x[0-9a-fA-F]+"));
+    static const QRegularExpression address(QStringLiteral("\\b0x[0-9a-fA-F]+"));
     QString text = line;
     for (const QString &form : m_shareForms)
         text.replace(form, QStringLiteral("$SHARE"));
+    for (const QString &form : m_defaultShareForms)
+        text.replace(form, QStringLiteral("$DEFAULT_SHARE"));
     if (m_currentDirectory.size() > 1)
         text.replace(m_currentDirectory, QStringLiteral("$CWD"));
     return text.replace(address, QStringLiteral("0x…"));
