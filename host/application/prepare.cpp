@@ -9,12 +9,26 @@
 
 namespace panelhost {
 
+namespace {
+
+QtMessageHandler defaultHandler = nullptr;
+
+// A process without a session of its own has no such directory, and panelhost keeps nothing there.
+void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        defaultHandler(type, context, text);
+}
+
+}
+
 void prepareProcess(bool needsDisplay)
 {
     const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     const bool isChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     if (!isChosen && (!needsDisplay || !hasDisplay))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
     Timeline::install();
 }
 

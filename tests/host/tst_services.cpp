@@ -70,7 +70,6 @@ private Q_SLOTS:
     void keysComeOnTheDevicesThreadAndOnlyWhenPressed()
     {
         services->keyboard.registerKeyCallback(keyListener("a"));
-        journal->entries();
         device->setKeyDown(12, true);
         device->setKeyDown(12, false);
         timeline.settle();
