@@ -1,10 +1,10 @@
 # The complete machine test.
 
-function(lcd_add_machine_test name)
-    lcd_add_page_test(${name} SOURCES machinebench.cpp singletestsupport.cpp ${ARGN})
-endfunction()
+add_library(test_machine OBJECT machinebench.cpp machineoperator.cpp machinepage.cpp singletestsupport.cpp)
+lcd_target(test_machine)
+target_link_libraries(test_machine PUBLIC lcdfactorymodeimpl test_page test_support test_virtualtime)
 
-lcd_add_machine_test(tst_completemachinetestbiz)
-lcd_add_machine_test(tst_completemachinephases)
-lcd_add_machine_test(tst_completemachinelinks)
-lcd_add_machine_test(tst_completemachinebuttons)
+foreach(topic testbiz phases links buttons testwidget run threads)
+    lcd_add_page_test(tst_completemachine${topic})
+    target_link_libraries(tst_completemachine${topic} PRIVATE test_machine)
+endforeach()

@@ -1,11 +1,8 @@
 #include "machinebench.h"
 
-#include "virtualtime.h"
-
 using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
 
 MachineBench::MachineBench()
-    : menu(host, {{10, QStringLiteral("ONE")}, {27, QStringLiteral("TWO")}, {33, QStringLiteral("CUT")}})
 {
     make();
 }
@@ -32,50 +29,12 @@ void MachineBench::startAndPassTo(int phase)
     take();
 }
 
-void MachineBench::bringToVerdict()
-{
-    switch (biz->currentPhaseIndex()) {
-    case 0:
-    case 2:
-        return VirtualTime::advance(20000);
-    case 1:
-        return repeat(12, [this] { right(); });
-    case 3:
-        return pressKeys();
-    case 4:
-        return repeat(7, [this] { right(); });
-    case 5:
-        right();
-        return netReport({{0, true}, {1, true}});
-    case 6:
-        return usbReport({{1}, {2}});
-    default:
-        return;
-    }
-}
-
 QStringList MachineBench::pass()
 {
     bringToVerdict();
     take();
     right();
     return take();
-}
-
-void MachineBench::pressKeys()
-{
-    for (const unsigned key : {10U, 27U, 33U})
-        host.keyboard.press(key);
-}
-
-void MachineBench::netReport(const std::vector<std::pair<int, bool>> &ports)
-{
-    host.networkPort.report.fire(RecordingNetworkPort::payload(ports));
-}
-
-void MachineBench::usbReport(const std::vector<RecordingUsb::Node> &nodes)
-{
-    host.usb.report.fire(RecordingUsb::payload(nodes));
 }
 
 namespace {

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "completemachinetestbiz.h"
+#include "machineoperator.h"
 #include "singletestsupport.h"
 
 #include <QtCore/QStringList>
 
 #include <optional>
 
-/// A complete machine test between recording services, with a key check list of three keys: 10, 27 and 33. What it
-/// tells its page goes into the same list as what it asks of the services: "log <line>", "icon <step>" and
-/// "phase <fields>" with each field that isn't at its default.
+/// A complete machine test between recording services. What it tells its page goes into the same list as what it asks
+/// of the services: "log <line>", "icon <step>" and "phase <fields>" with each field that isn't at its default.
 class MachineBench
 {
 public:
@@ -25,18 +25,18 @@ public:
     void right() { biz->onRightBtnClicked(); }
     /// Starts a run and passes the phases before @p phase. What was called is forgotten.
     void startAndPassTo(int phase);
-    /// What the operator and the device do in the phase at hand until one press of the right button is left to pass it.
-    void bringToVerdict();
+    void bringToVerdict() { operate.bringToVerdict(biz->currentPhaseIndex()); }
     /// Passes the phase at hand; gives what its last press led to.
     QStringList pass();
-    void pressKeys();
-    void netReport(const std::vector<std::pair<int, bool>> &ports);
-    void usbReport(const std::vector<RecordingUsb::Node> &nodes);
+    void pressKeys() { operate.pressKeys(); }
+    void netReport(const std::vector<std::pair<int, bool>> &ports) { operate.netReport(ports); }
+    void usbReport(const std::vector<RecordingUsb::Node> &nodes) { operate.usbReport(nodes); }
 
     /// All that is logged from the bench's making on.
     LogCapture log;
     RecordingHost host;
-    KeyListWidget menu;
+    KeyListWidget menu{host, MachineOperator::keys()};
+    MachineOperator operate{host, [this] { right(); }};
     std::optional<LCD::FactoryModeImpl::CompleteMachineTestBiz> biz;
 };
 

@@ -1,0 +1,220 @@
+#include "calls.h"
+#include "machinebench.h"
+#include "machinepage.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+/// Runs @p work to its end on a plain thread, which has no event loop.
+template <class Work>
+void elsewhere(const Work &work)
+{
+    std::thread thread(work);
+    thread.join();
+}
+
+QStringList frameCalls(const QStringList &made)
+{
+    return made.filter(QRegularExpression(QStringLiteral("^frame\\.")));
+}
+
+}
+
+/// Reports from the threads of the host's services, right ones and wrong ones.
+class CompleteMachineThreadsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRecordFromAnotherThreadWaitsForTheLoop()
+    {
+        MachinePage page;
+        page.startAndPassTo(6);
+        elsewhere([&] { page.operate.usbReport({{1}}); });
+        QCOMPARE(page.take(), QStringList());
+        VirtualTime::settle();
+        const QStringList made = page.take();
+        QCOMPARE(made.first(), QStringLiteral("frame.setTitle([USBA])"));
+        QVERIFY(made.contains(QStringLiteral("frame.setStatusIcon(UsbPass)")));
+        QVERIFY(made.filter(QStringLiteral("another thread")).isEmpty());
+    }
+
+    void recordsKeepTheirOrder()
+    {
+        MachinePage page;
+        page.startAndPassTo(6);
+        elsewhere([&] {
+            for (int i = 0; i < 100; ++i)
+                page.operate.usbReport({{1, 26, i % 2}});
+        });
+        VirtualTime::settle();
+        const QStringList icons = page.take().filter(QStringLiteral("frame.setStatusIcon("));
+        QCOMPARE(icons.size(), 100);
+        for (int i = 0; i < 100; ++i)
+            QCOMPARE(icons.at(i),
+                     i % 2 == 0 ? QStringLiteral("frame.setStatusIcon(UsbNoPass)")
+                                : QStringLiteral("frame.setStatusIcon(UsbPass)"));
+    }
+
+    void recordsAreDroppedWithThePage()
+    {
+        MachinePage page;
+        page.startAndPassTo(6);
+        elsewhere([&] { page.operate.usbReport({{1}}); });
+        page.widget.reset();
+        page.take();
+        VirtualTime::settle();
+        QCOMPARE(page.take(), QStringList());
+    }
+
+    void aKeyWalkFromAnotherThreadEndsOnTheVerdictScreen()
+    {
+        MachinePage page;
+        page.startAndPassTo(3);
+        elsewhere([&] { page.operate.pressKeys(); });
+        const QStringList atOnce = page.take();
+        QCOMPARE(frameCalls(atOnce), QStringList());
+        QCOMPARE(atOnce.last(), QStringLiteral("keyboard.setAllButtonBrightness(0)"));
+        VirtualTime::settle();
+        const QStringList later = frameCalls(page.take());
+        QCOMPARE(later.mid(0, 3),
+                 calls({"frame.setNoPassButtonCanClicked(false)", "frame.setNoPassButtonCanClicked(true)",
+                        "frame.setTitle([ButtonFunction])"}));
+        page.clickRight();
+        QCOMPARE(page.take().first(), QStringLiteral("frame.log(Button function pass, 0, 2)"));
+    }
+
+    void theLogOfALateReportComesOnItsOwnThread()
+    {
+        MachinePage page;
+        page.startAndPassTo(6);
+        elsewhere([&] { page.operate.netReport({{0, true}}); });
+        QCOMPARE(page.take(), calls({"frame.log(USB port pass, 0, 2) on another thread"}));
+        VirtualTime::settle();
+        QVERIFY(page.take().contains(QStringLiteral("frame.setTitle([TypecCommuication])")));
+    }
+
+    void aLateReportThatPassesThePatternsStartsTheLightTimer()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(11);
+        bench.startAndPassTo(1);
+        elsewhere([&] { bench.netReport({{0, true}}); });
+        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        VirtualTime::settle();
+        bench.take();
+        VirtualTime::advance(2000);
+        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
+        QCOMPARE(bench.log.warnings().filter(QStringLiteral("Timer")), QStringList());
+    }
+
+    void aLateReportThatFailsTheLevelsStopsTheirTimer()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.left();
+        bench.startAndPassTo(0);
+        elsewhere([&] { bench.netReport({{0, true}}); });
+        QCOMPARE(bench.take(), failure());
+        VirtualTime::settle();
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.log.warnings().filter(QStringLiteral("Timer")), QStringList());
+    }
+
+    void aStopThatComesLateDoesNotStopTheNextRun()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.left();
+        bench.startAndPassTo(0);
+        elsewhere([&] { bench.netReport({{0, true}}); });
+        bench.biz->start();
+        bench.take();
+        VirtualTime::advance(2000);
+        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
+    }
+
+    void wrongReportsAtEveryMoment_data()
+    {
+        QTest::addColumn<int>("phase");
+        for (const int phase : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10, 11})
+            QTest::addRow("phase %d", phase) << phase;
+    }
+
+    void wrongReportsAtEveryMoment()
+    {
+        QFETCH(const int, phase);
+        MachinePage page;
+        page.startAndPassTo(11);
+        page.startAndPassTo(phase);
+        elsewhere([&] {
+            for (const std::any &payload :
+                 {std::any(), std::any(42), std::any(std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NodeUSB>>()),
+                  std::any(std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NetworkPortLink>>())}) {
+                page.host.networkPort.report.fire(payload);
+                page.host.networkPort.changed.fire(payload);
+                page.host.usb.report.fire(payload);
+                page.host.usb.changed.fire(payload);
+            }
+            page.host.usb.changed.fire(RecordingUsb::payload({{1, 7}}));
+            page.host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration());
+            page.host.keyboard.press(12345);
+        });
+        VirtualTime::settle();
+        QCOMPARE(frameCalls(page.take()), QStringList());
+    }
+
+    void aPageMayGoWhileReportsPourIn()
+    {
+        for (int i = 0; i < 30; ++i) {
+            MachinePage page;
+            page.startAndPassTo(6);
+            std::atomic<int> sent{0};
+            std::thread service([&] {
+                for (int number = 0; number < 100; ++number) {
+                    page.operate.usbReport({{1, 26, number % 2}});
+                    ++sent;
+                }
+            });
+            while (sent < 5)
+                std::this_thread::yield();
+            if (i % 2 == 0)
+                VirtualTime::settle();
+            page.widget.reset();
+            service.join();
+        }
+    }
+
+    void keysMayComeWhileTheOperatorFailsThePhase()
+    {
+        for (int i = 0; i < 30; ++i) {
+            MachinePage page;
+            page.startAndPassTo(3);
+            std::atomic<bool> begun{false};
+            std::thread service([&] {
+                begun = true;
+                page.operate.pressKeys();
+            });
+            while (!begun)
+                std::this_thread::yield();
+            page.clickLeft();
+            service.join();
+            VirtualTime::settle();
+            page.take();
+            page.clickLeft();
+            VirtualTime::settle();
+            QVERIFY(!page.take().isEmpty());
+        }
+    }
+};
+
+VIRTUAL_TIME_TEST_MAIN(CompleteMachineThreadsTest)
+#include "tst_completemachinethreads.moc"
