@@ -12,6 +12,9 @@
 #include <atomic>
 #include <cmath>
 
+// Of Qt's core: events posted to this thread and not sent yet.
+Q_CORE_EXPORT uint qGlobalPostedEventsCount();
+
 namespace panelhost {
 
 namespace {
@@ -19,14 +22,23 @@ namespace {
 // A turn that has so much to catch up lets input in after this many wall milliseconds.
 constexpr qint64 longestTurn = 50;
 
+// What an event posts is left for the next pass, and deletions that wait for a loop to end stay for ever.
+constexpr int mostPasses = 20;
+
+void sendPosted()
+{
+    for (int pass = 0; pass < mostPasses && qGlobalPostedEventsCount() > 0; ++pass)
+        QCoreApplication::sendPostedEvents();
+}
+
 void deliverPosted()
 {
-    QCoreApplication::sendPostedEvents();
+    sendPosted();
     // Outside any loop nothing else would ever delete what has asked for it.
     if (QThread::currentThread()->loopLevel() == 0)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::ExcludeUserInputEvents))
-        QCoreApplication::sendPostedEvents();
+        sendPosted();
 }
 
 }
