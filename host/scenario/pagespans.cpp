@@ -1,14 +1,17 @@
 #include "scenario/pagespans.h"
 
+#include <QtCore/QRegularExpression>
+
 namespace panelhost {
 
 namespace {
 
-/// What the operator would call the page: its title, or what it is when it has none.
+/// What the operator would call the page: its title without a level, or what it is when it has none.
 QString titleOf(const QVariantMap &screen)
 {
     const auto page = screen.value(QStringLiteral("page")).toString();
-    const auto title = screen.value(QStringLiteral("title")).toString();
+    static const QRegularExpression level(QStringLiteral(" \\d+%$"));
+    const auto title = screen.value(QStringLiteral("title")).toString().remove(level);
     if (page == QLatin1String("menu"))
         return QStringLiteral("menu, level %1").arg(screen.value(QStringLiteral("menu.level")).toInt());
     if (page == QLatin1String("container"))
