@@ -83,6 +83,17 @@ QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
     return field;
 }
 
+// Told once the dialog has done with itself: what follows may deliver its own deletion.
+void FaultMenu::tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fields)
+{
+    QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};
+    for (auto field = fields.cbegin(); field != fields.cend(); ++field)
+        arguments.insert(field.key(), valueOf(field.value()));
+    const Action action{Action::Kind::Fault, arguments};
+    QMetaObject::invokeMethod(
+        this, [this, action] { Q_EMIT acted(action); }, Qt::QueuedConnection);
+}
+
 void FaultMenu::ask(const FaultInfo &fault)
 {
     auto *dialog = new QDialog(parentWidget());
@@ -98,12 +109,7 @@ void FaultMenu::ask(const FaultInfo &fault)
     form->addRow(buttons);
     connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
-    connect(dialog, &QDialog::accepted, this, [this, fault, fields] {
-        QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};
-        for (auto it = fields.cbegin(); it != fields.cend(); ++it)
-            arguments.insert(it.key(), valueOf(it.value()));
-        Q_EMIT acted({Action::Kind::Fault, arguments});
-    });
+    connect(dialog, &QDialog::accepted, this, [this, fault, fields] { tell(fault, fields); });
     dialog->open();
 }
 

@@ -4,6 +4,7 @@
 #include "device/faults.h"
 #include "operator/action.h"
 
+#include <QtCore/QHash>
 #include <QtWidgets/QMenu>
 
 class QFormLayout;
@@ -26,6 +27,7 @@ private:
     void updateTicks();
     void choose(const FaultInfo &fault, bool on);
     void ask(const FaultInfo &fault);
+    void tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fields);
     QWidget *addField(QFormLayout *form, const QString &argument) const;
 
     const Faults &m_faults;

@@ -8,6 +8,7 @@
 #include "session.h"
 
 #include <QtCore/QLocale>
+#include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
 #include <QtWidgets/QMenuBar>
@@ -54,6 +55,11 @@ void PanelWindow::refresh()
     m_panel->setState(m_session.device().state(), m_sinceOpened.elapsed());
     m_speed->setNow(m_session.timeline().now());
     m_journal->poll();
+}
+
+void PanelWindow::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), QColor(look::Desk));
 }
 
 void PanelWindow::setSpeed(double factor)

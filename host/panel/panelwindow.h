@@ -29,6 +29,9 @@ public:
     /// Brings all that is shown up to date now.
     void refresh();
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     void perform(const Action &action);
     void addMenus();

@@ -7,6 +7,6 @@ target_link_libraries(window_e2e PUBLIC Qt5::Core Qt5::Test)
 
 foreach(name window record)
     lcd_add_test(tst_${name} SOURCES window/tst_${name}.cpp LIBRARIES window_e2e LABELS e2e TIMEOUT 300)
-    add_dependencies(tst_${name} panelhost)
+    add_dependencies(tst_${name} panelhost lcdfactorymodeimpl share_files)
     set_tests_properties(tst_${name} PROPERTIES SKIP_RETURN_CODE 77)
 endforeach()

@@ -7,3 +7,6 @@ target_link_libraries(panel_fixture PUBLIC panelhost_core)
 foreach(name keybutton panelcontrols frontpanel journalview)
     lcd_add_test(tst_${name} SOURCES panel/tst_${name}.cpp LIBRARIES panel_fixture LABELS host panel)
 endforeach()
+
+lcd_add_test(tst_panelwindow SOURCES panel/tst_panelwindow.cpp LIBRARIES panel_fixture LABELS host panel)
+add_dependencies(tst_panelwindow lcdfactorymodeimpl share_files)

@@ -1,0 +1,240 @@
+#include "commands.h"
+#include "device/device.h"
+#include "device/faults.h"
+#include "panel/faultmenu.h"
+#include "panel/journalmodel.h"
+#include "panel/journalview.h"
+#include "panel/lcdoverlay.h"
+#include "panel/panelwindow.h"
+#include "panel/walltimer.h"
+#include "panelfixture.h"
+#include "session.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QToolButton>
+
+using namespace panelhost;
+
+/// The window on a session with the real component, without a display.
+class TestPanelWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void redrawingLeavesNoTrace();
+    void keysGoThroughTheOperator();
+    void touchGoesThroughTheOperator();
+    void refusalIsShownAndGoesAway();
+    void languageIsChosen();
+    void faultIsSwitchedOnAndOff();
+    void faultAsksForItsKey();
+    void speedMovesTime();
+    void pausedWindowStillActs();
+    void recordingLightShowsTheFile();
+    void journalFollows();
+    void closesWithADialogOpen();
+    void lcdOutlivesTheWindow();
+
+private:
+    QStringList actions() const;
+    QAction *menuAction(const QString &menu, const QString &data) const;
+
+    std::unique_ptr<Session> m_session;
+    std::unique_ptr<PanelWindow> m_window;
+};
+
+void TestPanelWindow::init()
+{
+    Session::Options options;
+    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
+    options.share = QStringLiteral(LCD_BUILD_DIR "/share");
+    QString error;
+    m_session = Session::open(options, &error);
+    QVERIFY2(m_session, qPrintable(error));
+    m_window = std::make_unique<PanelWindow>(*m_session);
+    m_window->setSpeed(-1);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+}
+
+void TestPanelWindow::cleanup()
+{
+    m_window.reset();
+    m_session.reset();
+}
+
+QStringList TestPanelWindow::actions() const
+{
+    QStringList names;
+    const auto entries = m_session->journal().entries();
+    for (const Journal::Entry &entry : entries)
+        if (entry.kind == Journal::Kind::Action)
+            names << entry.name;
+    return names;
+}
+
+QAction *TestPanelWindow::menuAction(const QString &menu, const QString &data) const
+{
+    const auto menus = m_window->menuBar()->findChildren<QMenu *>() + m_window->findChildren<QMenu *>();
+    for (QMenu *each : menus) {
+        if (each->title() != menu)
+            continue;
+        Q_EMIT each->aboutToShow();
+        const auto entries = each->actions();
+        for (QAction *action : entries)
+            if (action->data().toString() == data || action->text() == data)
+                return action;
+    }
+    return nullptr;
+}
+
+void TestPanelWindow::redrawingLeavesNoTrace()
+{
+    const int before = m_session->journal().entries().size();
+    const Instant at = m_session->timeline().now();
+    WallTimer wall;
+    int refreshes = 0;
+    connect(&wall, &WallTimer::timeout, this, [this, &refreshes] {
+        m_window->refresh();
+        ++refreshes;
+    });
+    wall.start(5);
+    QTRY_VERIFY(refreshes >= 20);
+    QCOMPARE(m_session->journal().entries().size(), before);
+    QCOMPARE(m_session->timeline().now(), at);
+}
+
+void TestPanelWindow::keysGoThroughTheOperator()
+{
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(actions(), (QStringList{QStringLiteral("navigate"), QStringLiteral("navigate")}));
+}
+
+void TestPanelWindow::touchGoesThroughTheOperator()
+{
+    QTest::mouseClick(m_window->findChild<LcdOverlay *>(), Qt::LeftButton, {}, {100, 90});
+    QCOMPARE(actions(), QStringList(QStringLiteral("touch")));
+}
+
+void TestPanelWindow::refusalIsShownAndGoesAway()
+{
+    auto *glass = m_window->findChild<LcdOverlay *>();
+    const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
+    Q_EMIT glass->acted({Action::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
+    QCOMPARE(message->text(), QStringLiteral("The page shows no left button."));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(message->text(), QString());
+}
+
+void TestPanelWindow::languageIsChosen()
+{
+    QVERIFY(m_session->languages().size() >= 2);
+    const QString other = m_session->languages().first() == QLatin1String("en") ? m_session->languages().at(1)
+                                                                                : m_session->languages().first();
+    menuAction(QStringLiteral("&Language"), other)->trigger();
+    QCOMPARE(m_session->language(), other);
+    QVERIFY(menuAction(QStringLiteral("&Language"), other)->isChecked());
+    QVERIFY(!menuAction(QStringLiteral("&Language"), QStringLiteral("en"))->isChecked());
+}
+
+void TestPanelWindow::faultIsSwitchedOnAndOff()
+{
+    const QString name = QStringLiteral("duplicate-reports");
+    menuAction(QStringLiteral("Fa&ults"), name)->trigger();
+    QVERIFY(m_session->faults().isOn(name));
+    QVERIFY(menuAction(QStringLiteral("Fa&ults"), name)->isChecked());
+    menuAction(QStringLiteral("Fa&ults"), name)->trigger();
+    QVERIFY(!m_session->faults().isOn(name));
+}
+
+void TestPanelWindow::faultAsksForItsKey()
+{
+    const QString name = QStringLiteral("key-dead");
+    menuAction(QStringLiteral("Fa&ults"), name)->trigger();
+    auto *dialog = m_window->findChild<QDialog *>(QStringLiteral("fault-dialog"));
+    QVERIFY(dialog && dialog->isVisible());
+    QVERIFY(!m_session->faults().isOn(name));
+    auto *box = dialog->findChild<QComboBox *>(QStringLiteral("key"));
+    QCOMPARE(box->count(), m_session->device().state().keys.size());
+    box->setCurrentIndex(box->findData(27));
+    dialog->accept();
+    QTRY_VERIFY(m_session->faults().isOn(name, QStringLiteral("key"), 27));
+    QVERIFY(!m_session->faults().isOn(name, QStringLiteral("key"), 26));
+}
+
+void TestPanelWindow::speedMovesTime()
+{
+    const Instant before = m_session->timeline().now();
+    m_window->findChild<QToolButton *>(QStringLiteral("speed-10"))->click();
+    QTRY_VERIFY(m_session->timeline().now() > before + 500);
+    m_window->findChild<QToolButton *>(QStringLiteral("speed-pause"))->click();
+    const Instant paused = m_session->timeline().now();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(m_session->timeline().now(), paused);
+}
+
+void TestPanelWindow::pausedWindowStillActs()
+{
+    m_session->timeline().stop();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    const auto tail = m_session->journal().tail(1);
+    QCOMPARE(tail.first().name, QStringLiteral("screen"));
+    QCOMPARE(tail.first().data.value(QStringLiteral("menu.row")).toInt(), 1);
+}
+
+void TestPanelWindow::recordingLightShowsTheFile()
+{
+    const auto *light = m_window->findChild<QLabel *>(QStringLiteral("recording"));
+    QVERIFY(!light->isVisible());
+    m_window->setRecording(QStringLiteral("morning.yaml"));
+    QVERIFY(light->isVisible());
+    QVERIFY(light->text().contains(QStringLiteral("morning.yaml")));
+}
+
+void TestPanelWindow::journalFollows()
+{
+    auto *journal = m_window->findChild<JournalView *>();
+    journal->show();
+    m_window->refresh();
+    QCOMPARE(journal->model().total(), m_session->journal().entries().size());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(journal->model().total(), m_session->journal().entries().size());
+}
+
+void TestPanelWindow::closesWithADialogOpen()
+{
+    menuAction(QStringLiteral("Fa&ults"), QStringLiteral("key-dead"))->trigger();
+    QVERIFY(m_window->findChild<QDialog *>(QStringLiteral("fault-dialog")));
+    m_window->close();
+    m_window.reset();
+    QVERIFY(!m_session->faults().isOn(QStringLiteral("key-dead")));
+}
+
+void TestPanelWindow::lcdOutlivesTheWindow()
+{
+    QWidget *lcd = m_session->lcd();
+    m_window.reset();
+    QVERIFY(!lcd->parentWidget());
+    QVERIFY(m_session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}));
+}
+
+int main(int argc, char **argv)
+{
+    prepareProcess(false);
+    QApplication application(argc, argv);
+    prepareApplication();
+    QApplication::setQuitOnLastWindowClosed(false);
+    TestPanelWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_panelwindow.moc"
