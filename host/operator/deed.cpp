@@ -119,17 +119,38 @@ Deed port(Session &session, const Action &action)
     });
 }
 
+// Only what the fault needs, and a key by its hal key, whatever it was called by.
+Arguments faultArguments(const FaultInfo &info, const Arguments &given, const KeyState *faultyKey)
+{
+    Arguments arguments;
+    for (const QString &name : info.arguments) {
+        if (given.contains(name))
+            arguments.insert(name, given.value(name));
+    }
+    if (faultyKey)
+        arguments.insert(key(), faultyKey->halKey);
+    return arguments;
+}
+
 Deed fault(Session &session, const Action &action)
 {
-    Arguments arguments = action.arguments;
-    const QString name = arguments.value(QStringLiteral("name")).toString();
-    const bool on = arguments.value(QStringLiteral("on"), true).toBool();
-    arguments.insert(QStringLiteral("on"), on);
+    const QString name = action.arguments.value(QStringLiteral("name")).toString();
+    const bool on = action.arguments.value(QStringLiteral("on"), true).toBool();
     QString error;
-    if (!Faults::check(name, on, arguments, &error))
+    if (!Faults::check(name, on, action.arguments, &error))
         return refuse(error);
-    return accept(action, arguments,
-                  [&session, name, on, arguments] { session.faults().set(name, on, arguments, nullptr); });
+    const FaultInfo &info = *Faults::find(name);
+    const QVariant wanted = action.arguments.value(key());
+    const DeviceState state = session.device().state();
+    const bool isOfKey = info.arguments.contains(key()) && wanted.isValid();
+    const KeyState *faultyKey = isOfKey ? findKey(state, wanted) : nullptr;
+    if (isOfKey && !faultyKey)
+        return refuse(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+    const Arguments needed = faultArguments(info, action.arguments, faultyKey);
+    Arguments shown = needed;
+    shown.insert(QStringLiteral("name"), name);
+    shown.insert(QStringLiteral("on"), on);
+    return accept(action, shown, [&session, name, on, needed] { session.faults().set(name, on, needed, nullptr); });
 }
 
 Deed language(Session &session, const Action &action)

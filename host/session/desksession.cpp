@@ -24,6 +24,8 @@ SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &s
 
 }
 
+bool DeskSession::s_isAlive = false;
+
 DeskSession::DeskSession(const Options &options)
     : m_options(options), m_share(shareDirectoryOf(options)), m_timeline(Timeline::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component), m_logTap(m_journal, m_share),
@@ -31,6 +33,7 @@ DeskSession::DeskSession(const Options &options)
       m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
       m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)
 {
+    s_isAlive = true;
     m_services.offerTo(m_host);
 }
 
@@ -41,6 +44,7 @@ DeskSession::~DeskSession()
     m_driver.reset();
     m_library.end();
     m_timeline.restart();
+    s_isAlive = false;
 }
 
 bool DeskSession::applyOptions(QString *error)

@@ -20,6 +20,8 @@ public:
     explicit DeskSession(const Options &options);
     ~DeskSession() override;
 
+    static bool isAnyAlive() { return s_isAlive; }
+
     /// The climb up the states of the library, and the entry into factory mode.
     bool load(QString *error);
 
@@ -41,6 +43,9 @@ public:
 
 private:
     bool applyOptions(QString *error);
+
+    // The clock, the logger and the component's handle of its host are the process's.
+    static bool s_isAlive;
 
     const Options m_options;
     const QString m_share;

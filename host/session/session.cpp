@@ -6,6 +6,11 @@ namespace panelhost {
 
 std::unique_ptr<Session> Session::open(const Options &options, QString *error)
 {
+    if (DeskSession::isAnyAlive()) {
+        if (error)
+            *error = QStringLiteral("There is a session in this process already.");
+        return nullptr;
+    }
     Timeline::instance().restart();
     auto session = std::make_unique<DeskSession>(options);
     QString reason;

@@ -113,6 +113,8 @@ private Q_SLOTS:
                               << q("The T-Bar's position is a number from 0 to 1.");
         QTest::newRow("touch") << Action{Action::Kind::Touch, {{q("x"), 800}, {q("y"), 0}}}
                                << q("The point 800, 0 is outside the LCD of 800 x 480.");
+        QTest::newRow("faulty key") << Action{Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("key"), 9999}}}
+                                    << q("The panel has no key \"9999\".");
         QTest::newRow("fault argument") << action(Action::Kind::Fault, "name", q("key-dead"))
                                         << q("The fault \"key-dead\" needs \"key\".");
     }
@@ -233,6 +235,23 @@ private Q_SLOTS:
         QCOMPARE(error, q("/nowhere/lib.so: there is no such file."));
     }
 
+    void oneSessionAtATime()
+    {
+        QString error;
+        QVERIFY(!Session::open({}, &error));
+        QCOMPARE(error, q("There is a session in this process already."));
+    }
+
+    void faultsAreSwitchedByName()
+    {
+        const KeyState cut = keyNamed("CUT");
+        perform({Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("key"), q("CUT")}}});
+        QVERIFY(session->faults().isOn(q("key-dead"), q("key"), cut.halKey));
+        QCOMPARE(session->journal().entries().last().data.value(q("key")).toInt(), cut.halKey);
+        perform({Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("on"), false}}});
+        QVERIFY(!session->faults().isOn(q("key-dead")));
+    }
+
     void theLanguageChanges()
     {
         perform(action(Action::Kind::Language, "code", q("zh_CN")));
@@ -258,6 +277,15 @@ private:
     }
 
     QVariant screen(const char *key) const { return readScreen(session->lcd()).value(q(key)); }
+
+    KeyState keyNamed(const char *name) const
+    {
+        for (const KeyState &key : session->device().state().keys) {
+            if (key.name == q(name))
+                return key;
+        }
+        return {};
+    }
 
     int countOf(Journal::Kind kind, const char *name) const
     {
