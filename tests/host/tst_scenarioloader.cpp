@@ -109,7 +109,7 @@ void ScenarioLoaderTest::deviceDescription()
     QVERIFY(!device.changedOnSubscribe);
     QCOMPARE(device.faults.size(), 2);
     QCOMPARE(device.faults.at(1).name, QStringLiteral("key-dead"));
-    QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 27}}));
+    QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 33}}));
     const QVector<Action> preparation{{Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("net2")}}},
                                       {Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("usb8")}}},
                                       {Action::Kind::Block, {{QStringLiteral("port"), QStringLiteral("usb1")}}}};
@@ -130,7 +130,7 @@ void ScenarioLoaderTest::stepsInOrder()
     QVERIFY(scenario);
     const auto &steps = scenario->steps;
     QCOMPARE(steps.size(), 5);
-    const QVector<Action> presses{{Action::Kind::Press, {{QStringLiteral("key"), 27}}},
+    const QVector<Action> presses{{Action::Kind::Press, {{QStringLiteral("key"), 33}}},
                                   {Action::Kind::Press, {{QStringLiteral("key"), 1}}}};
     QVERIFY(steps.at(0).actions == presses);
     QCOMPARE(steps.at(1).times, 3);
