@@ -223,7 +223,7 @@ void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bo
 {
     const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
     {
-        const QMutexLocker locker(&m_failedStepsMutex);
+        const std::lock_guard locker(m_failedStepsMutex);
         if (passed)
             failedSteps.erase(step);
         else
@@ -256,7 +256,7 @@ void AgeTestBiz::Impl::stopBtnLightTimer()
 
 void AgeTestBiz::Impl::forgetFailures()
 {
-    const QMutexLocker locker(&m_failedStepsMutex);
+    const std::lock_guard locker(m_failedStepsMutex);
     failedSteps.clear();
 }
 

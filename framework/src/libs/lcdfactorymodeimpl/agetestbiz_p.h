@@ -10,10 +10,10 @@
 
 #include <array>
 #include <map>
+#include <mutex>
 #include <set>
 #include <vector>
 
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
@@ -114,7 +114,7 @@ public:
 
 private:
     /// Around each access to `failedSteps`, and never held across a call.
-    mutable QMutex m_failedStepsMutex;
+    mutable std::mutex m_failedStepsMutex;
     Lifeline m_lifeline;
 };
 

@@ -46,9 +46,9 @@ QString AgeTestBiz::Impl::getTextByStep() const
 QString AgeTestBiz::Impl::failureText() const
 {
     const QChar separator(0x3001); // the ideographic comma, in every language
-    m_failedStepsMutex.lock();
+    std::unique_lock locker(m_failedStepsMutex);
     const std::set<int> failed = failedSteps;
-    m_failedStepsMutex.unlock();
+    locker.unlock();
 
     QString text = QStringLiteral(" ");
     if (failed.count(NetPortStep) > 0)

@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 #include <QtCore/QThread>
 
 namespace LCD::FactoryModeImpl {
@@ -88,34 +90,34 @@ bool CompleteMachineTestBiz::Impl::isRunning() const
     return static_cast<std::uint32_t>(phaseIndex.load()) <= PhaseNet1Poe;
 }
 
-// A report can start or stop the timer on the thread of a host service, where no QTimer may be touched. The request is
-// then queued, and is void if a newer one was made in the meantime.
+// A report can start or stop the timer on the thread of a host service, where no QTimer may be touched. An event then
+// brings it into line with what was asked for last.
 void CompleteMachineTestBiz::Impl::setPhaseTimer(bool running)
 {
-    const int request = ++m_timerRequests;
-    const auto apply = [this, running, request] {
-        if (request != m_timerRequests)
-            return;
-        if (running)
-            phaseTimer->start(PhaseTimerInterval);
-        else
-            phaseTimer->stop();
-    };
-    if (QThread::currentThread() == thread())
-        apply();
+    m_timerWanted = running;
+    if (QThread::currentThread() != thread())
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    else if (running)
+        phaseTimer->start(PhaseTimerInterval);
     else
-        QMetaObject::invokeMethod(this, apply, Qt::QueuedConnection);
+        phaseTimer->stop();
+}
+
+void CompleteMachineTestBiz::Impl::customEvent(QEvent *)
+{
+    if (m_timerWanted != phaseTimer->isActive())
+        setPhaseTimer(m_timerWanted);
 }
 
 bool CompleteMachineTestBiz::Impl::takeFlag(bool &flag)
 {
-    const QMutexLocker locker(&m_flagMutex);
+    const std::lock_guard locker(m_flagMutex);
     return std::exchange(flag, false);
 }
 
 void CompleteMachineTestBiz::Impl::setFlag(bool &flag, bool value)
 {
-    const QMutexLocker locker(&m_flagMutex);
+    const std::lock_guard locker(m_flagMutex);
     flag = value;
 }
 

@@ -16,10 +16,10 @@
 #include <atomic>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
@@ -47,6 +47,9 @@ public:
 
 public Q_SLOTS:
     void onTimer();
+
+protected:
+    void customEvent(QEvent *event) override;
 
 private:
     void registerCallbacks();
@@ -113,9 +116,9 @@ public:
 
 private:
     /// Around each access to the two flags, and never held across a call.
-    QMutex m_flagMutex;
-    /// Counts the requests to start or stop the timer: one that comes late from another thread is void.
-    std::atomic<int> m_timerRequests{0};
+    std::mutex m_flagMutex;
+    /// Whether the timer shall run, as the last to ask for it said.
+    std::atomic<bool> m_timerWanted{false};
     Lifeline m_lifeline;
 };
 

@@ -6,9 +6,12 @@
 #include "translation.h"
 
 #include <memory>
+#include <mutex>
+#include <queue>
 #include <string>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 #include <QtCore/QThread>
 
 namespace LCD::FactoryModeImpl {
@@ -42,6 +45,9 @@ public Q_SLOTS:
     void slotLeftBtnClicked();
     void slotRightBtnClicked();
 
+protected:
+    void customEvent(QEvent *event) override;
+
 private:
     void registerCallbacks();
     void bringToPage(const CompleteMachinePhaseInfo &info);
@@ -63,6 +69,10 @@ private:
     std::unique_ptr<CompleteMachineTestBiz> completeMachineBiz;
     bool awaitingStart = true;
     FactoryMode::IKeyboardEvent *keyboardService = nullptr;
+
+    /// Records on their way from other threads.
+    std::queue<CompleteMachinePhaseInfo> m_waiting;
+    std::mutex m_waitingMutex;
 };
 
 CompleteMachineTestWidget::Impl::Impl(CompleteMachineTestWidget *page) : QObject(page), ownerWidget(page)
@@ -73,12 +83,10 @@ CompleteMachineTestWidget::Impl::Impl(CompleteMachineTestWidget *page) : QObject
     registerCallbacks();
 }
 
-// Once the driver is gone no further record is sent, and those that still wait for the page's thread are dropped:
-// they would find no Impl.
+// The driver first: until it is gone, its callbacks use what stands below it.
 CompleteMachineTestWidget::Impl::~Impl()
 {
     completeMachineBiz.reset();
-    QCoreApplication::removePostedEvents(ownerWidget, QEvent::MetaCall);
 }
 
 void CompleteMachineTestWidget::Impl::registerCallbacks()
@@ -173,14 +181,28 @@ void CompleteMachineTestWidget::Impl::goBack()
 }
 
 // Runs on the thread of the host service whose report led to the record, which may be a plain thread without an event
-// loop: a timer would never fire there, a queued call needs nothing of it. Queued calls keep their order.
+// loop: a timer would never fire there, a posted event needs nothing of it. Each record has one event, and events keep
+// their order; those that still wait when the page goes are dropped with it.
 void CompleteMachineTestWidget::Impl::bringToPage(const CompleteMachinePhaseInfo &info)
 {
     if (QThread::currentThread() == ownerWidget->thread())
-        onPhaseChanged(info);
-    else
-        QMetaObject::invokeMethod(
-            ownerWidget, [this, info] { onPhaseChanged(info); }, Qt::QueuedConnection);
+        return onPhaseChanged(info);
+    {
+        const std::lock_guard locker(m_waitingMutex);
+        m_waiting.push(info);
+    }
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void CompleteMachineTestWidget::Impl::customEvent(QEvent *)
+{
+    std::unique_lock locker(m_waitingMutex);
+    if (m_waiting.empty())
+        return;
+    const CompleteMachinePhaseInfo info = std::move(m_waiting.front());
+    m_waiting.pop();
+    locker.unlock();
+    onPhaseChanged(info);
 }
 
 void CompleteMachineTestWidget::Impl::onPhaseChanged(const CompleteMachinePhaseInfo &info)
