@@ -6,6 +6,12 @@
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 
+/// A text in a test, short enough to read in a table.
+inline QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
 /// The main function of a test that runs in virtual time: the clock is in place before the application object is.
 #define PANELHOST_TEST_MAIN(TestClass)                                                                                 \
     int main(int argc, char **argv)                                                                                    \

@@ -1,30 +1,14 @@
 #include "device/faults.h"
 #include "device/keylist.h"
-#include "device/simulateddevice.h"
 #include "hosttest.h"
 #include "lcd/protocol/records.h"
+#include "smalldevice.h"
 
 #include <QtCore/QTemporaryDir>
 
 using namespace panelhost;
 using LCD::ProtocolImpl::s_NetworkPortLink;
 using LCD::ProtocolImpl::s_NodeUSB;
-
-namespace {
-
-QString q(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-SimulatedDevice::Shape shape()
-{
-    SimulatedDevice::Shape result;
-    result.keys = {{12, q("Alpha"), {}, false}, {33, q("CUT"), {}, false}};
-    return result;
-}
-
-}
 
 /// The simulated device: what it keeps, what it tells and when, and what each fault does to it.
 class tst_Device : public QObject
@@ -36,7 +20,7 @@ private Q_SLOTS:
     {
         timeline.restart();
         faults = std::make_unique<Faults>();
-        device = std::make_unique<SimulatedDevice>(shape(), timeline, *faults);
+        device = std::make_unique<SimulatedDevice>(smallDevice(), timeline, *faults);
         events.clear();
         device->setKeyListener([this](int key, bool down) { see(q("key %1 %2").arg(key).arg(down)); });
         device->setNetListener([this](const std::any &) { see(q("net")); });

@@ -1,30 +1,11 @@
 #include "component/servicehost.h"
 #include "device/faults.h"
-#include "device/simulateddevice.h"
 #include "hosttest.h"
 #include "services/services.h"
+#include "smalldevice.h"
 
 using namespace panelhost;
 using LCD::ProtocolImpl::s_BarCalibration;
-
-namespace {
-
-QString q(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-SimulatedDevice::Shape shape()
-{
-    SimulatedDevice::Shape result;
-    result.keys = {{12, q("Alpha"), {}, false}, {33, q("CUT"), {}, false}};
-    result.netPorts = 2;
-    result.usbPorts = 1;
-    result.tbarType = TBarType::Fader;
-    return result;
-}
-
-}
 
 /// The services over the simulated device: what each call does, on which thread events come, what the journal says.
 class tst_Services : public QObject
@@ -226,7 +207,11 @@ private:
         device.reset();
         faults = std::make_unique<Faults>();
         journal = std::make_unique<Journal>();
-        device = std::make_unique<SimulatedDevice>(shape(), timeline, *faults);
+        SimulatedDevice::Shape shape = smallDevice();
+        shape.netPorts = 2;
+        shape.usbPorts = 1;
+        shape.tbarType = TBarType::Fader;
+        device = std::make_unique<SimulatedDevice>(shape, timeline, *faults);
         services = std::make_unique<Services>(*device, *journal, *faults, behaviour);
     }
 

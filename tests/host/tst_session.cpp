@@ -9,11 +9,6 @@ using namespace panelhost;
 
 namespace {
 
-QString q(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
 Action action(Action::Kind kind, const char *name = nullptr, const QVariant &value = {})
 {
     return {kind, name ? QVariantMap{{q(name), value}} : QVariantMap()};
@@ -55,7 +50,7 @@ private Q_SLOTS:
 
     void showsAContainerAndComesBackToTheSameRow()
     {
-        const int row = openMenuRow("container.logexport");
+        const int row = openRow("container", "container.logexport");
         QVERIFY2(row >= 0, "the shipped menu has a log export");
         QCOMPARE(screen("page"), QVariant(q("container")));
         QCOMPARE(screen("container"), QVariant(q("container.logexport")));
@@ -295,30 +290,20 @@ private:
         return count;
     }
 
-    // Opens the rows one by one until the page is the one that was wanted.
-    bool openTestPage(const char *page)
+    // Opens the rows one by one until the screen shows what was wanted. The row, or -1.
+    int openRow(const char *property, const char *wanted)
     {
         const int rows = screen("menu.items").toStringList().size();
         for (int row = 0; row < rows; ++row) {
             perform(navigate("enter"));
-            if (screen("page") == QVariant(q(page)))
-                return true;
-            goBackTo(row + 1);
-        }
-        return false;
-    }
-
-    int openMenuRow(const char *container)
-    {
-        const int rows = screen("menu.items").toStringList().size();
-        for (int row = 0; row < rows; ++row) {
-            perform(navigate("enter"));
-            if (screen("container") == QVariant(q(container)))
+            if (screen(property) == QVariant(q(wanted)))
                 return row;
             goBackTo(row + 1);
         }
         return -1;
     }
+
+    bool openTestPage(const char *page) { return openRow("page", page) >= 0; }
 
     void goBackTo(int row)
     {
