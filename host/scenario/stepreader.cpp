@@ -66,10 +66,17 @@ const QVector<StepReader::Form> &StepReader::forms()
     return all;
 }
 
-const StepReader::Form *StepReader::formOf(const YAML::Node &step, QStringList *names)
+QStringList StepReader::stepNames()
+{
+    QStringList names;
+    for (const auto &form : forms())
+        names.append(form.name);
+    return names;
+}
+
+const StepReader::Form *StepReader::formOf(const YAML::Node &step)
 {
     for (const auto &form : forms()) {
-        names->append(form.name);
         for (const auto &entry : step) {
             if (entry.first.IsScalar() && word(entry.first) == form.name)
                 return &form;
@@ -100,11 +107,10 @@ void StepReader::step(const YAML::Node &node, QVector<Step> &steps)
 {
     if (!node.IsMap())
         return m_reader.problem(node, QStringLiteral("a step, such as \"soft: right\""));
-    QStringList names;
-    const auto form = formOf(node, &names);
+    const auto form = formOf(node);
     if (!form && node.size() > 0)
         return m_reader.problem(node.begin()->first,
-                                QStringLiteral("a step: one of ") + names.join(QStringLiteral(", ")));
+                                QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
     if (!form)
         return m_reader.problem(node, QStringLiteral("a step"));
     Step step;

@@ -19,6 +19,9 @@ public:
     {
     }
 
+    /// The names of all steps, in the order in which messages list them.
+    static QStringList stepNames();
+
     QVector<Step> steps(const YAML::Node &list);
     /// One fault to be switched, as a step or the device's description tells it.
     std::optional<Action> fault(const YAML::Node &node);
@@ -30,7 +33,7 @@ public:
 private:
     struct Form;
     static const QVector<Form> &forms();
-    static const Form *formOf(const YAML::Node &step, QStringList *names);
+    static const Form *formOf(const YAML::Node &step);
 
     void step(const YAML::Node &node, QVector<Step> &steps);
     void readOptions(const YamlReader::Entries &entries, const Form &form, Step &step);

@@ -1,7 +1,15 @@
+#include "device/faults.h"
+#include "scenario/journalsubjects.h"
 #include "scenario/scenarioloader.h"
+#include "scenario/stepreader.h"
+#include "scenario/subjects.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryFile>
 #include <QtTest/QtTest>
 
@@ -20,6 +28,7 @@ private Q_SLOTS:
     void deviceDescription();
     void stepsInOrder();
     void usedFileKeepsItsPlaces();
+    void schemaKnowsTheSameWords();
     void shipped_data();
     void shipped();
 
@@ -29,6 +38,21 @@ private:
 
     Session::Options m_base;
 };
+
+namespace {
+
+QStringList sorted(QStringList list)
+{
+    list.sort();
+    return list;
+}
+
+QStringList sorted(const QVariantList &list)
+{
+    return sorted(QVariant(list).toStringList());
+}
+
+}
 
 void ScenarioLoaderTest::initTestCase()
 {
@@ -156,6 +180,32 @@ void ScenarioLoaderTest::usedFileKeepsItsPlaces()
     QCOMPARE(used.first().file, QStringLiteral("parts/used.yaml"));
     QCOMPARE(used.first().where.line, 3);
     QCOMPARE(scenario->steps.at(1).file, QStringLiteral("uses.yaml"));
+}
+
+void ScenarioLoaderTest::schemaKnowsTheSameWords()
+{
+    QFile file(QStringLiteral(LCD_SOURCE_DIR "/share/scenario.schema.json"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QJsonParseError error;
+    const auto definitions =
+        QJsonDocument::fromJson(file.readAll(), &error).object()[QLatin1String("definitions")].toObject();
+    QCOMPARE(error.errorString(), QJsonParseError{}.errorString());
+
+    QStringList steps;
+    for (const auto &form : definitions[QLatin1String("step")].toObject()[QLatin1String("anyOf")].toArray())
+        steps.append(form.toObject()[QLatin1String("required")].toArray().first().toString());
+    QCOMPARE(sorted(steps), sorted(StepReader::stepNames()));
+
+    QStringList faults;
+    for (const auto &fault : Faults::all())
+        faults.append(fault.name);
+    const auto names = definitions[QLatin1String("faultName")].toObject()[QLatin1String("enum")].toArray();
+    QCOMPARE(sorted(names.toVariantList()), sorted(faults));
+
+    const auto subjects = definitions[QLatin1String("expectations")].toObject()[QLatin1String("properties")].toObject();
+    auto known = subjectNames() + journalSubjectNames();
+    known = known.filter(QRegularExpression(QStringLiteral("^[^<]+$")));
+    QCOMPARE(sorted(subjects.keys()), sorted(known));
 }
 
 void ScenarioLoaderTest::shipped_data()

@@ -1,0 +1,90 @@
+#include "check/keylistcheck.h"
+#include "check/menucheck.h"
+#include "factorykeychecklistconfigparser.h"
+#include "factorymenuconfigparser.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QtTest>
+
+using namespace panelhost;
+using namespace LCD::FactoryModeImpl;
+
+/// The checks and the component's parsers side by side: they refuse the same files, in the same words.
+class CheckWordsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void sameWords_data();
+    void sameWords();
+};
+
+namespace {
+
+QStringList warnings;
+
+void collectWarning(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtWarningMsg)
+        warnings.append(text);
+}
+
+/// What the component makes of a file: whether it takes it, and the first thing that it warns of.
+struct Verdict
+{
+    bool accepted;
+    QString words;
+};
+
+Verdict verdictOf(const QString &path)
+{
+    warnings.clear();
+    const auto before = qInstallMessageHandler(collectWarning);
+    bool accepted = false;
+    if (path.startsWith(QLatin1String("menu"))) {
+        QList<FactoryMenuLevel1Item> items;
+        accepted = FactoryMenuConfigParser().loadFromFile(path, items);
+    } else {
+        QList<QPair<int, QString>> keys;
+        accepted = FactoryKeyCheckListConfigParser().loadFromFile(path, keys);
+    }
+    qInstallMessageHandler(before);
+    return {accepted, warnings.value(0).section(QStringLiteral("] "), 1)};
+}
+
+}
+
+void CheckWordsTest::initTestCase()
+{
+    QVERIFY(QDir::setCurrent(QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/check")));
+}
+
+void CheckWordsTest::sameWords_data()
+{
+    QTest::addColumn<QString>("path");
+    const QStringList bounded{QStringLiteral("menu15.xml"), QStringLiteral("menu16.xml")};
+    auto files = QDir().entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name);
+    files += QStringList{QStringLiteral("menu-missing.xml"), QStringLiteral("keys-missing.xml")};
+    for (const auto &file : qAsConst(files)) {
+        if (!bounded.contains(file))
+            QTest::newRow(qPrintable(file)) << file;
+    }
+}
+
+void CheckWordsTest::sameWords()
+{
+    QFETCH(QString, path);
+    const auto verdict = verdictOf(path);
+    const auto findings = path.startsWith(QLatin1String("menu")) ? checkMenu(path) : checkKeyList(path);
+    QCOMPARE(countOf(findings, Finding::Severity::Error), verdict.accepted ? 0 : 1);
+    QStringList texts;
+    for (const auto &finding : findings)
+        texts.append(finding.text);
+    if (!verdict.words.isEmpty())
+        QVERIFY2(texts.contains(verdict.words),
+                 qPrintable(verdict.words + QLatin1Char('\n') + texts.join(QLatin1Char('\n'))));
+}
+
+QTEST_GUILESS_MAIN(CheckWordsTest)
+#include "tst_checkwords.moc"
