@@ -80,7 +80,7 @@ void DeviceReader::readPreparation(const YamlReader::Entry &entry)
 void DeviceReader::readSize(const YAML::Node &node)
 {
     static const QRegularExpression form(QStringLiteral("^(\\d{3,4})x(\\d{3,4})$"));
-    const auto match = form.match(node.IsScalar() ? QString::fromStdString(node.Scalar()) : QString());
+    const auto match = form.match(node.IsScalar() ? YamlReader::scalar(node) : QString());
     if (match.hasMatch())
         m_scenario.device.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     else

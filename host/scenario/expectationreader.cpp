@@ -26,7 +26,7 @@ Expectations ExpectationReader::expectations(const YAML::Node &node)
     for (const auto &entry : m_reader.freeMap(node)) {
         Expectation expectation;
         expectation.where = m_reader.placeOf(entry.first);
-        expectation.subject = QString::fromStdString(entry.first.Scalar());
+        expectation.subject = YamlReader::scalar(entry.first);
         if (isJournalSubject(expectation.subject))
             journal(entry.second, expectation);
         else if (isSubject(expectation.subject, m_vocabulary))
@@ -70,7 +70,7 @@ void ExpectationReader::journal(const YAML::Node &value, Expectation &expectatio
 
 void ExpectationReader::journalEntry(const YamlReader::Entry &entry, Expectation &expectation)
 {
-    const auto word = QString::fromStdString(entry.first.Scalar());
+    const auto word = YamlReader::scalar(entry.first);
     auto &query = expectation.query;
     if (word == QLatin1String("times")) {
         query.times = m_reader.integer(entry.second, 0, MaxTimes);
@@ -79,7 +79,7 @@ void ExpectationReader::journalEntry(const YamlReader::Entry &entry, Expectation
     } else if (word == QLatin1String("arguments")) {
         for (const auto &argument : m_reader.freeMap(entry.second)) {
             const auto value = m_reader.text(argument.second, QStringLiteral("a value"));
-            query.arguments.insert(QString::fromStdString(argument.first.Scalar()), value.value_or(QString()));
+            query.arguments.insert(YamlReader::scalar(argument.first), value.value_or(QString()));
         }
     } else if (word == QLatin1String("not")) {
         conditions(entry.second, true, expectation.conditions);
@@ -97,7 +97,7 @@ void ExpectationReader::conditions(const YAML::Node &node, bool isNegated, QVect
     ++m_depth;
     const auto entries = m_reader.map(node, operators().keys() + QStringList{QStringLiteral("not")});
     for (const auto &entry : entries) {
-        const auto word = QString::fromStdString(entry.first.Scalar());
+        const auto word = YamlReader::scalar(entry.first);
         if (word == QLatin1String("not"))
             this->conditions(entry.second, !isNegated, conditions);
         else

@@ -72,7 +72,7 @@ std::optional<Session::InitialFault> StepReader::initialFault(const YAML::Node &
 
 void StepReader::faultArgument(const FaultInfo &fault, const YamlReader::Entry &entry, QVariantMap &arguments)
 {
-    const auto name = QString::fromStdString(entry.first.Scalar());
+    const auto name = YamlReader::scalar(entry.first);
     std::optional<QVariant> value;
     if (name == activeWord()) {
         if (const auto active = m_reader.flag(entry.second))

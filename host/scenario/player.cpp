@@ -1,8 +1,7 @@
 #include "scenario/player.h"
 
-#include "lcd/screen.h"
-#include "scenario/journalsubjects.h"
 #include "scenario/menuwalk.h"
+#include "scenario/outcomes.h"
 #include "scenario/pagespans.h"
 #include "scenario/wallpace.h"
 
@@ -18,11 +17,6 @@ namespace panelhost {
 namespace {
 
 constexpr int LinesOnFailure = 10;
-
-bool hold(const QVector<Outcome> &outcomes)
-{
-    return std::all_of(outcomes.begin(), outcomes.end(), [](const Outcome &outcome) { return outcome.holds; });
-}
 
 }
 
@@ -159,9 +153,11 @@ void Player::walkKeys(const Step &step, StepResult &result)
 
 void Player::expect(const Step &step, StepResult &result)
 {
-    result.passed = check(step.expectations, &result.outcomes);
-    if (!result.passed && step.within)
-        result.passed = advanceUntil(*step.within, [&] { return check(step.expectations, &result.outcomes); });
+    const auto check = [&] {
+        result.outcomes = outcomesOf(step.expectations, *m_session, m_mark);
+        return allHold(result.outcomes);
+    };
+    result.passed = check() || (step.within && advanceUntil(*step.within, check));
 }
 
 void Player::screenshot(const Step &step, StepResult &result)
@@ -185,41 +181,6 @@ bool Player::advanceUntil(Instant duration, const std::function<bool()> &done)
     if (!m_options.isRealTime)
         return m_session->timeline().advanceUntil(duration, done);
     return advanceAtWallPace(m_session->timeline(), duration, done);
-}
-
-bool Player::check(const Expectations &expectations, QVector<Outcome> *outcomes) const
-{
-    const auto seen = sight();
-    outcomes->clear();
-    for (const auto &expectation : expectations)
-        outcomes->append(check(expectation, seen));
-    return hold(*outcomes);
-}
-
-Outcome Player::check(const Expectation &expectation, const Sight &sight) const
-{
-    if (isJournalSubject(expectation.subject))
-        return checkJournal(expectation);
-    const auto value = look(sight, expectation.subject);
-    const auto holds = [&value](const Condition &condition) { return value.isValid() && condition.holds(value); };
-    const bool allHold = std::all_of(expectation.conditions.begin(), expectation.conditions.end(), holds);
-    const auto found = value.isValid()
-        ? textOf(value)
-        : QStringLiteral("no such thing on the page \"%1\"").arg(sight.screen.value(QStringLiteral("page")).toString());
-    return {allHold, expectation.toText(), found};
-}
-
-Outcome Player::checkJournal(const Expectation &expectation) const
-{
-    const int count = countMatches(m_session->journal().entries().mid(m_mark), expectation);
-    const auto &times = expectation.query.times;
-    return {times ? count == *times : count > 0, expectation.toText(),
-            QStringLiteral("%1 such entries since the last mark").arg(count)};
-}
-
-Sight Player::sight() const
-{
-    return {readScreen(m_session->lcd()), m_session->device().state()};
 }
 
 void Player::finish()

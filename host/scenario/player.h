@@ -2,7 +2,6 @@
 
 #include "scenario/result.h"
 #include "scenario/scenario.h"
-#include "scenario/subjects.h"
 
 #include <functional>
 #include <memory>
@@ -43,10 +42,6 @@ private:
     void screenshot(const Step &step, StepResult &result);
     void advance(Instant duration);
     bool advanceUntil(Instant duration, const std::function<bool()> &done);
-    bool check(const Expectations &expectations, QVector<Outcome> *outcomes) const;
-    Outcome check(const Expectation &expectation, const Sight &sight) const;
-    Outcome checkJournal(const Expectation &expectation) const;
-    Sight sight() const;
     void finish();
 
     const Scenario &m_scenario;

@@ -31,6 +31,8 @@ public:
     QVector<Action> portActions(const YAML::Node &node, Action::Kind kind, const QStringList &ports);
 
 private:
+    static constexpr int MaxTimes = 100000;
+
     struct Form;
     static const QVector<Form> &forms();
     static const Form *formOf(const YAML::Node &step);

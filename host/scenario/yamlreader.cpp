@@ -9,11 +9,6 @@ namespace {
 constexpr qint64 LongestDuration = 366LL * 24 * 3600 * 1000;
 constexpr int LongestQuotation = 60;
 
-QString scalar(const YAML::Node &node)
-{
-    return QString::fromStdString(node.Scalar());
-}
-
 QString listed(const QStringList &words)
 {
     return words.size() == 1 ? words.first() : QStringLiteral("one of ") + words.join(QStringLiteral(", "));
@@ -28,6 +23,11 @@ qint64 millisecondsOf(const QString &unit)
     return unit == QLatin1String("min") ? 60 * 1000 : 3600 * 1000;
 }
 
+}
+
+QString YamlReader::scalar(const YAML::Node &node)
+{
+    return QString::fromStdString(node.Scalar());
 }
 
 Place YamlReader::placeOf(const YAML::Node &node) const

@@ -25,6 +25,8 @@ public:
     using Entry = std::pair<YAML::Node, YAML::Node>;
     using Entries = std::vector<Entry>;
 
+    /// The text of a scalar, empty for anything else.
+    static QString scalar(const YAML::Node &node);
     /// Where @p node stands; where its key stands if nothing stands there.
     Place placeOf(const YAML::Node &node) const;
     /// What stands there, short and in words: "a list", "the text \"12x\"".

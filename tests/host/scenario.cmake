@@ -1,4 +1,4 @@
-lcd_add_test(tst_scenarioloader SOURCES tst_scenarioloader.cpp LIBRARIES panelhost_core LABELS host)
-lcd_add_test(tst_scenarioplayer SOURCES tst_scenarioplayer.cpp LIBRARIES panelhost_core LABELS host)
+lcd_add_test(tst_scenarioloader SOURCES tst_scenarioloader.cpp LIBRARIES panelhost_scenario LABELS host)
+lcd_add_test(tst_scenarioplayer SOURCES tst_scenarioplayer.cpp LIBRARIES panelhost_scenario LABELS host)
 # The session loads the component at run time.
 add_dependencies(tst_scenarioplayer lcdfactorymodeimpl)
