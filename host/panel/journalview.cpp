@@ -69,7 +69,8 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     row->addWidget(m_text, 1);
     row->addWidget(m_count);
     auto *content = new QWidget(this);
-    content->setAutoFillBackground(true);
+    content->setObjectName(QStringLiteral("journal-content"));
+    content->setAttribute(Qt::WA_StyledBackground);
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(look::Grid, look::Grid, look::Grid, look::Grid);
     column->setSpacing(look::Grid);
