@@ -88,6 +88,12 @@ QRect PanelProcess::place(const QString &control) const
     return {rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt()};
 }
 
+void PanelProcess::clickSocket(const QString &port) const
+{
+    const QRect socket = place(port);
+    m_desk.click({socket.center().x(), socket.top() + 24});
+}
+
 void PanelProcess::touch(const QPoint &lcdPoint) const
 {
     m_desk.click(place(QStringLiteral("lcd-glass")).topLeft() + lcdPoint);

@@ -33,6 +33,8 @@ public:
 
     QRect place(const QString &control) const;
     void click(const QString &control) const { m_desk.click(place(control).center()); }
+    /// Plugs or unplugs.
+    void clickSocket(const QString &port) const;
     void touch(const QPoint &lcdPoint) const;
 
 private:

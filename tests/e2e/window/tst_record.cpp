@@ -28,11 +28,6 @@ private:
     std::unique_ptr<PanelProcess> m_panel;
 };
 
-static QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
 void TestRecord::initTestCase()
 {
     QVERIFY(m_desk.start("1400x1000x24"));
@@ -58,7 +53,7 @@ void TestRecord::useTheDevice()
 {
     m_desk.type(text("Down"));
     m_panel->click(text("key-27"));
-    m_desk.click(m_panel->place(text("net1")).topLeft() + QPoint(44, 24));
+    m_panel->clickSocket(text("net1"));
     const QRect bar = m_panel->place(text("tbar"));
     m_desk.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
     m_desk.type(text("Up"));
@@ -67,7 +62,7 @@ void TestRecord::useTheDevice()
     m_desk.type(text("Return"));
     const auto steps = [this] { return m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness")); };
     QTRY_VERIFY_WITH_TIMEOUT((m_panel->poll(), steps() >= 6), 30000);
-    m_desk.click(m_panel->place(text("usb2")).topLeft() + QPoint(44, 24));
+    m_panel->clickSocket(text("usb2"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
 }
 
@@ -131,14 +126,8 @@ void TestRecord::fileThatCannotBeWrittenIsRefused()
 
 int main(int argc, char **argv)
 {
-    const QStringList missing = XDesk::missingPrograms();
-    if (!missing.isEmpty()) {
-        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
-        return 77;
-    }
-    QCoreApplication application(argc, argv);
     TestRecord test;
-    return QTest::qExec(&test, argc, argv);
+    return runOnDesk(test, argc, argv);
 }
 
 #include "tst_record.moc"

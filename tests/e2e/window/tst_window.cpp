@@ -35,11 +35,6 @@ private:
     std::unique_ptr<PanelProcess> m_panel;
 };
 
-static QString text(const char *latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
 void TestWindow::initTestCase()
 {
     QVERIFY(m_desk.start("1400x1000x24"));
@@ -117,13 +112,12 @@ void TestWindow::portsArePluggedByClick()
 {
     open();
     for (const char *port : {"net1", "usb2"}) {
-        const QPoint jack = m_panel->place(text(port)).topLeft() + QPoint(44, 24);
-        m_desk.click(jack);
+        m_panel->clickSocket(text(port));
     }
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
     m_desk.click(m_panel->place(text("usb3")).center() + QPoint(0, 34));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("block"))), 1);
-    m_desk.click(m_panel->place(text("net1")).topLeft() + QPoint(44, 24));
+    m_panel->clickSocket(text("net1"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("unplug"))), 1);
 }
 
@@ -194,7 +188,7 @@ void TestWindow::completeMachinePassesByHand()
 {
     open({text("--speed"), text("max")});
     for (const char *port : {"net1", "net2", "usb1", "usb2", "usb3", "usb4"})
-        m_desk.click(m_panel->place(text(port)).topLeft() + QPoint(44, 24));
+        m_panel->clickSocket(text(port));
     m_desk.type(text("Down"));
     m_desk.type(text("Return"));
     waitFor("page", text("machine"));
@@ -222,14 +216,8 @@ void TestWindow::closesInTheMiddleOfARun()
 
 int main(int argc, char **argv)
 {
-    const QStringList missing = XDesk::missingPrograms();
-    if (!missing.isEmpty()) {
-        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
-        return 77;
-    }
-    QCoreApplication application(argc, argv);
     TestWindow test;
-    return QTest::qExec(&test, argc, argv);
+    return runOnDesk(test, argc, argv);
 }
 
 #include "tst_window.moc"

@@ -8,15 +8,6 @@ static QStringList at(const QPoint &point)
     return {QString::number(point.x()), QString::number(point.y())};
 }
 
-QStringList XDesk::missingPrograms()
-{
-    QStringList missing;
-    for (const char *program : {"Xvfb", "xdotool"})
-        if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
-            missing << QString::fromLatin1(program);
-    return missing;
-}
-
 XDesk::~XDesk()
 {
     m_server.terminate();
@@ -67,4 +58,29 @@ void XDesk::drag(const QPoint &from, const QPoint &to) const
 void XDesk::type(const QString &key) const
 {
     xdotool({QStringLiteral("key"), key});
+}
+
+static QStringList missingPrograms()
+{
+    QStringList missing;
+    for (const char *program : {"Xvfb", "xdotool"})
+        if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
+            missing << QString::fromLatin1(program);
+    return missing;
+}
+
+int runOnDesk(QObject &test, int argc, char **argv)
+{
+    const QStringList missing = missingPrograms();
+    if (!missing.isEmpty()) {
+        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
+        return 77;
+    }
+    QCoreApplication application(argc, argv);
+    return QTest::qExec(&test, argc, argv);
+}
+
+QString text(const char *latin1)
+{
+    return QString::fromLatin1(latin1);
 }

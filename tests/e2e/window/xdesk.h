@@ -8,9 +8,6 @@
 class XDesk
 {
 public:
-    /// Empty, or the programs that are missing here.
-    static QStringList missingPrograms();
-
     ~XDesk();
     bool start(const QByteArray &screen);
     QString display() const { return m_display; }
@@ -25,3 +22,8 @@ private:
     QProcess m_server;
     QString m_display;
 };
+
+/// Runs the slots of @p test. Without Xvfb or xdotool it says so and gives 77, which counts as skipped.
+int runOnDesk(QObject &test, int argc, char **argv);
+
+QString text(const char *latin1);
