@@ -15,6 +15,8 @@
 #include <QtWidgets/QStackedLayout>
 #include <QtWidgets/QVBoxLayout>
 
+#include <memory>
+
 namespace LCD::FactoryModeImpl {
 
 namespace {
@@ -328,8 +330,11 @@ void FactoryModeWidget::Impl::notifyTestPatternChanged(int patternType, int patt
     }
 }
 
-FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent), d(new Impl(this))
+FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent), d(nullptr)
 {
+    // The destructor doesn't run for a widget whose constructor throws.
+    auto impl = std::make_unique<Impl>(this);
+    d = impl.get();
     setWindowFlags(Qt::WindowFlags());
     setAttribute(Qt::WA_StyledBackground);
     setProperty("style", QStringLiteral("miniWidget"));
@@ -340,6 +345,7 @@ FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent),
     d->createMenu();
     d->loadAtStart();
     QTimer::singleShot(0, this, [this] { setVisible(false); });
+    impl.release();
 }
 
 FactoryModeWidget::~FactoryModeWidget()

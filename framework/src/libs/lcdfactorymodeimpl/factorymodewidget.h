@@ -31,8 +31,6 @@ public:
     QList<QPair<int, QString>> getFactoryKeyCheckList() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
-
-protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
