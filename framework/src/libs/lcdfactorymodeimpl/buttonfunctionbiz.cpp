@@ -162,8 +162,9 @@ void ButtonFunctionBiz::Impl::nextButtonFunction()
     if (!key)
         return;
     qCDebug(componentLog) << "[ButtonFunctionBiz] Blinking light: halKey=" << key->first << "name=" << key->second;
-    if (keyUnderTestCallback)
-        keyUnderTestCallback(static_cast<unsigned int>(key->first), key->second.toStdString());
+    // A copy: the listener may register another in its own place.
+    if (const auto callback = keyUnderTestCallback)
+        callback(static_cast<unsigned int>(key->first), key->second.toStdString());
     updateButtonColor(LedBrightness, Blinking, isCut(walk().keyName) ? CutColor : KeyColor);
 }
 
