@@ -2,6 +2,7 @@
 
 #include "agetestbiz_p.h"
 #include "statecodes.h"
+#include "testdriver.h"
 
 #include <algorithm>
 #include <string>
@@ -77,13 +78,9 @@ void AgeTestBiz::Impl::startTestAge()
     currentStepIndex = 0;
     forgetFailures();
     stopTimers();
-    screenBrightnessBiz.setCurRequester(AgeTestBizRequester);
-    screenBadPixelBiz.setCurRequester(AgeTestBizRequester);
-    buttonLightBiz.setCurRequester(AgeTestBizRequester);
-    netPortTestBiz.setCurRequester(AgeTestBizRequester);
-    usbPortTestBiz.setCurRequester(AgeTestBizRequester);
-    netPortTestBiz.setRecvReport(false);
-    usbPortTestBiz.setRecvReport(false);
+    listenAs(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
+             usbPortTestBiz);
+    hearReports(false, netPortTestBiz, usbPortTestBiz);
     startCurrentStep();
 }
 
@@ -203,8 +200,9 @@ void AgeTestBiz::Impl::onScreenBadPixelStateChanged(int state)
 
 void AgeTestBiz::Impl::onButtonLightStateChanged(int state)
 {
-    if (state == StateAllStepsDone && buttonLightFinishedCallback)
-        buttonLightFinishedCallback();
+    const auto finished = buttonLightFinishedCallback;
+    if (state == StateAllStepsDone && finished)
+        finished();
     handleStateChanged(state);
 }
 

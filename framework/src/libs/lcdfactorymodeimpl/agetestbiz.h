@@ -9,12 +9,14 @@ namespace LCD::FactoryModeImpl {
 
 /// The aging test: five single tests in an endless loop, until stop(). It gives no verdict and counts no rounds; what
 /// it has to say are text lines. Lives on one thread with an event loop, on which all operations are called. Both
-/// callbacks run there too.
+/// callbacks run there too, inside the step that they tell of: neither they nor an operation of a host service that a
+/// step calls may destroy the test.
 class AgeTestBiz
 {
 public:
     AgeTestBiz();
-    /// Ends the timers and the listening to the host's services, without the steps of stop().
+    /// Ends the timers and the listening to the host's services, without the steps of stop(). Waits for link results
+    /// that are under way on other threads, which must therefore not wait for this one.
     ~AgeTestBiz();
     AgeTestBiz(const AgeTestBiz &) = delete;
     AgeTestBiz &operator=(const AgeTestBiz &) = delete;
@@ -38,5 +40,7 @@ private:
     class Impl;
     Impl *d;
 };
+
+static_assert(sizeof(AgeTestBiz) == sizeof(void *));
 
 }

@@ -92,6 +92,7 @@ private:
     void stopBtnLightTimer();
 
     void forgetFailures();
+    void writeText(const QString &text, const QColor &color) const;
     QString getTextByStep() const;
     QString failureText() const;
 

@@ -1,31 +1,27 @@
 #include "agetestbiz_p.h"
 #include "levelsuffix.h"
-#include "statecodes.h"
 #include "translation.h"
 
 // The lines that the aging test writes.
 
 namespace LCD::FactoryModeImpl {
 
-namespace {
-
-/// The percentage of the level that shows, or that is about to show while the test is idle.
-QString brightnessPercentSuffix(int level)
-{
-    return levelSuffix(level == StateIdle ? StateLevel10 : level);
-}
-
-}
-
 // An ordinary update always ends with a red line, if only with a blank one; a recount writes none.
 void AgeTestBiz::Impl::updateUIText(bool recount)
 {
-    ageTextInfoCallback(QString(), QColor(Qt::white));
-    ageTextInfoCallback(getTextByStep(), QColor(Qt::white));
+    writeText(QString(), QColor(Qt::white));
+    writeText(getTextByStep(), QColor(Qt::white));
     if (recount)
         forgetFailures();
     else
-        ageTextInfoCallback(failureText(), QColor(Qt::red));
+        writeText(failureText(), QColor(Qt::red));
+}
+
+// From a copy, since a callback may put another in its own place.
+void AgeTestBiz::Impl::writeText(const QString &text, const QColor &color) const
+{
+    const auto callback = ageTextInfoCallback;
+    callback(text, color);
 }
 
 QString AgeTestBiz::Impl::getTextByStep() const

@@ -159,8 +159,7 @@ void AgeTestWidget::Impl::setAgeTextInfoCallBack(const QString &text, const QCol
 
 void AgeTestWidget::Impl::goBack()
 {
-    Q_EMIT ownerWidget->signalBackToFactoryMenu();
-    setPanelMode(keyboardService, PanelModeMenu);
+    goBackToMenu(*ownerWidget, keyboardService);
 }
 
 AgeTestWidget::AgeTestWidget(QWidget *parent) : QWidget(parent), d(new Impl(this))

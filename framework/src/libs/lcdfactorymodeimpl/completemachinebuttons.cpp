@@ -28,12 +28,12 @@ CompleteMachinePhaseInfo netPortRetestScreen()
 // A test that takes the failure reports it, and so the run fails twice over: once inside that report, once here.
 void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
 {
-    if (!isRunning())
-        return;
     const auto phase = static_cast<Phase>(phaseIndex.load());
+    if (!isInRun(phase))
+        return;
     setPhaseTimer(false);
     failSubTest(phase);
-    failRun();
+    sendFailure();
 }
 
 void CompleteMachineTestBiz::Impl::failSubTest(Phase phase)

@@ -95,18 +95,14 @@ void CompleteMachineTestBiz::Impl::startTBar()
 void CompleteMachineTestBiz::Impl::startNetPort()
 {
     netPortTestBiz.enter();
-    CompleteMachinePhaseInfo info = phaseScreen(PhaseNetPort);
-    info.statusIcon = QStringLiteral("NetNormal");
-    notifyPhase(info);
+    notifyPhase(firstPortScreen(PhaseNetPort));
 }
 
 void CompleteMachineTestBiz::Impl::startUsbPort()
 {
     usbPortTestBiz.enter();
     usbPortTestBiz.startTest();
-    CompleteMachinePhaseInfo info = phaseScreen(PhaseUsbPort);
-    info.statusIcon = QStringLiteral("UsbNoPass");
-    notifyPhase(info);
+    notifyPhase(firstPortScreen(PhaseUsbPort));
 }
 
 void CompleteMachineTestBiz::Impl::advancePhase()
@@ -125,6 +121,11 @@ void CompleteMachineTestBiz::Impl::advancePhase()
 void CompleteMachineTestBiz::Impl::failRun()
 {
     setPhaseTimer(false);
+    sendFailure();
+}
+
+void CompleteMachineTestBiz::Impl::sendFailure()
+{
     testResult = ResultFailed;
     notifyLog(QStringLiteral("Test failed"));
     notifyPhase(failScreen());
@@ -202,8 +203,11 @@ void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned key)
     notifyPhase(info);
 }
 
+// A tick that was due when a report on another thread stopped the timer comes all the same.
 void CompleteMachineTestBiz::Impl::onTimer()
 {
+    if (!m_timerWanted)
+        return;
     const int phase = phaseIndex;
     if (phase == PhaseScreenBrightness)
         showNextLevel(screenBrightnessBiz, PhaseScreenBrightness);

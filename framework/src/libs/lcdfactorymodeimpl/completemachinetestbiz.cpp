@@ -3,6 +3,7 @@
 #include "completemachinetestbiz_p.h"
 #include "listeners.h"
 #include "services.h"
+#include "testdriver.h"
 
 #include <string>
 #include <utility>
@@ -76,18 +77,14 @@ void CompleteMachineTestBiz::Impl::start()
     setPhaseTimer(false);
     phaseIndex = PhaseScreenBrightness;
     startCurrentPhase();
-    screenBrightnessBiz.setCurRequester(CompleteMachineTestBizRequester);
-    screenBadPixelBiz.setCurRequester(CompleteMachineTestBizRequester);
-    buttonLightBiz.setCurRequester(CompleteMachineTestBizRequester);
-    netPortTestBiz.setCurRequester(CompleteMachineTestBizRequester);
-    usbPortTestBiz.setCurRequester(CompleteMachineTestBizRequester);
-    netPortTestBiz.setRecvReport(true);
-    usbPortTestBiz.setRecvReport(true);
+    listenAs(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
+             usbPortTestBiz);
+    hearReports(true, netPortTestBiz, usbPortTestBiz);
 }
 
 bool CompleteMachineTestBiz::Impl::isRunning() const
 {
-    return static_cast<std::uint32_t>(phaseIndex.load()) <= PhaseNet1Poe;
+    return isInRun(phaseIndex);
 }
 
 // A report can start or stop the timer on the thread of a host service, where no QTimer may be touched. An event then

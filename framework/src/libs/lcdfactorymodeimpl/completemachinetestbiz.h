@@ -12,12 +12,14 @@ namespace LCD::FactoryModeImpl {
 /// The complete machine test: eleven phases, one after the other, up to the first failure or to the pass. It has no
 /// widget: a screen is a CompleteMachinePhaseInfo. Lives on one thread with an event loop, on which start() and the
 /// two button operations are called. Callbacks come on that thread or on the thread of the host service whose report
-/// led to them. Register them before the first start().
+/// led to them. Register them before the first start(). Neither a callback nor an operation of a host service that the
+/// run calls may destroy the test.
 class CompleteMachineTestBiz
 {
 public:
     CompleteMachineTestBiz();
-    /// Waits for callbacks that are under way on other threads. Stops no single test.
+    /// Waits for callbacks that are under way on other threads, which must therefore not wait for this one; nor must
+    /// the operations of host services that are called inside them. Stops no single test.
     ~CompleteMachineTestBiz();
     CompleteMachineTestBiz(const CompleteMachineTestBiz &) = delete;
     CompleteMachineTestBiz &operator=(const CompleteMachineTestBiz &) = delete;
@@ -47,5 +49,7 @@ private:
     class Impl;
     Impl *d;
 };
+
+static_assert(sizeof(CompleteMachineTestBiz) == sizeof(void *));
 
 }

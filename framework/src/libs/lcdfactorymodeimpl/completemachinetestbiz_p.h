@@ -66,6 +66,7 @@ private:
     void startUsbPort();
     void advancePhase();
     void failRun();
+    void sendFailure();
     void setPhaseTimer(bool running);
 
     void onSubStateChanged(int subState);
@@ -117,7 +118,7 @@ public:
 private:
     /// Around each access to the two flags, and never held across a call.
     std::mutex m_flagMutex;
-    /// Whether the timer shall run, as the last to ask for it said.
+    /// Whether the timer shall run, as the last to ask for it said. A tick counts only while it shall.
     std::atomic<bool> m_timerWanted{false};
     Lifeline m_lifeline;
 };

@@ -176,8 +176,7 @@ void CompleteMachineTestWidget::Impl::goBack()
 {
     if (!awaitingStart && !isFinished())
         return;
-    Q_EMIT ownerWidget->signalBackToFactoryMenu();
-    setPanelMode(keyboardService, PanelModeMenu);
+    goBackToMenu(*ownerWidget, keyboardService);
 }
 
 // Runs on the thread of the host service whose report led to the record, which may be a plain thread without an event

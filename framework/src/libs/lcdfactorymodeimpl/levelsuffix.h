@@ -21,4 +21,10 @@ inline QString levelSuffix(int level)
     }
 }
 
+/// The percentage of the level that shows, or that is about to show while the test is idle.
+inline QString brightnessPercentSuffix(int level)
+{
+    return levelSuffix(level == StateIdle ? StateLevel10 : level);
+}
+
 }

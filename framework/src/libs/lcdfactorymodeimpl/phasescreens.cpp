@@ -56,6 +56,13 @@ CompleteMachinePhaseInfo phaseScreen(Phase phase, const QString &titleSuffix)
     return info;
 }
 
+CompleteMachinePhaseInfo firstPortScreen(Phase phase)
+{
+    CompleteMachinePhaseInfo info = phaseScreen(phase);
+    info.statusIcon = QLatin1String(phaseRow(phase).statusIcon);
+    return info;
+}
+
 CompleteMachinePhaseInfo buttonFunctionScreen()
 {
     CompleteMachinePhaseInfo info = phaseScreen(PhaseButtonFunction);

@@ -9,6 +9,8 @@ namespace LCD::FactoryModeImpl {
 
 /// The row of @p phase as a screen; @p titleSuffix goes behind the title.
 CompleteMachinePhaseInfo phaseScreen(Phase phase, const QString &titleSuffix = {});
+/// phaseScreen() with the status icon prepared.
+CompleteMachinePhaseInfo firstPortScreen(Phase phase);
 /// Title and icon of @p phase; the rest stays at its default.
 CompleteMachinePhaseInfo phaseHeading(Phase phase);
 /// The walk through the keys: the frame leaves the keys to the test.

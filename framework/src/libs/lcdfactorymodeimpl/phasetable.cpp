@@ -16,18 +16,18 @@ constexpr auto Verdict = PhaseButtons::Verdict;
 // The T-Bar's title is shown as it stands, and its icon and step lines depend on the bar. The DC adapter has no screen.
 // clang-format off
 constexpr std::array<PhaseRow, 11> Rows = {{
-//   phase                    title key            icon              step keys                                                          buttons  mode      line in the log
-    {PhaseScreenBrightness,   "FCScreenLight",     "ScreenLight",    {"FCScreenBrightnessStep"},                                        None,    15,       "Screen brightness done"},
-    {PhaseScreenBadPixel,     "FCScreenBadPixel",  "ScreenBadPixel", {"FCObserveScreenShowStep1", "FCObserveScreenShowStep2"},          Next,    14,       "Screen bad pixel pass"},
-    {PhaseButtonLight,        "FCBtnLight",        "ButtonLight",    {"FCBtnBrightnessStep"},                                           None,    KeepMode, "Button light done"},
-    {PhaseButtonFunction,     "ButtonFunction",    "ButtonFunction", {"FCClickGreenFlashingBtn"},                                       Fail,    10,       "Button function pass"},
-    {PhaseTBar,               "T-Bar",             "fc_tbar_fader",  {},                                                                Next,    12,       "T-bar pass"},
-    {PhaseNetPort,            "FCNet",             "NetTest",        {"FCNetConnectPort1Port2"},                                        Start,   13,       "Net port pass"},
-    {PhaseUsbPort,            "USBA",              "UsbTest",        {"FCUSB30TestStep"},                                               Verdict, 9,        "USB port pass"},
-    {PhaseTypecCommunication, "TypecCommuication", "TypecTest",      {"FCTypecCommStep1", "FCTypecCommStep2", "FCPleaseJudgePass"},         Verdict, 9,    "Type-C USB communication pass"},
-    {PhaseDcAdapter,          "",                  "",               {},                                                                None,    KeepMode, "DC port adapter pass"},
-    {PhaseTypecPower,         "TypecPower",        "TypecTest",      {"FCTypecPowerStep1", "FCTypecPowerStep2", "FCPleaseJudgePass"},       Verdict, 9,    "Type-C power port pass"},
-    {PhaseNet1Poe,            "NET1POE",           "NetTest",        {"FCNetPort1PowerStep1", "FCNetPort1PowerStep2", "FCPleaseJudgePass"}, Verdict, 9,    "Net port 1 POE power pass"},
+//   phase                    title key            icon              status icon  step keys                                                              buttons  mode      line in the log
+    {PhaseScreenBrightness,   "FCScreenLight",     "ScreenLight",    "",          {"FCScreenBrightnessStep"},                                            None,    15,       "Screen brightness done"},
+    {PhaseScreenBadPixel,     "FCScreenBadPixel",  "ScreenBadPixel", "",          {"FCObserveScreenShowStep1", "FCObserveScreenShowStep2"},              Next,    14,       "Screen bad pixel pass"},
+    {PhaseButtonLight,        "FCBtnLight",        "ButtonLight",    "",          {"FCBtnBrightnessStep"},                                               None,    KeepMode, "Button light done"},
+    {PhaseButtonFunction,     "ButtonFunction",    "ButtonFunction", "",          {"FCClickGreenFlashingBtn"},                                           Fail,    10,       "Button function pass"},
+    {PhaseTBar,               "T-Bar",             "",               "",          {},                                                                    Start,   12,       "T-bar pass"},
+    {PhaseNetPort,            "FCNet",             "NetTest",        "NetNormal", {"FCNetConnectPort1Port2"},                                            Start,   13,       "Net port pass"},
+    {PhaseUsbPort,            "USBA",              "UsbTest",        "UsbNoPass", {"FCUSB30TestStep"},                                                   Verdict, 9,        "USB port pass"},
+    {PhaseTypecCommunication, "TypecCommuication", "TypecTest",      "",          {"FCTypecCommStep1", "FCTypecCommStep2", "FCPleaseJudgePass"},         Verdict, 9,        "Type-C USB communication pass"},
+    {PhaseDcAdapter,          "",                  "",               "",          {},                                                                    None,    KeepMode, "DC port adapter pass"},
+    {PhaseTypecPower,         "TypecPower",        "TypecTest",      "",          {"FCTypecPowerStep1", "FCTypecPowerStep2", "FCPleaseJudgePass"},       Verdict, 9,        "Type-C power port pass"},
+    {PhaseNet1Poe,            "NET1POE",           "NetTest",        "",          {"FCNetPort1PowerStep1", "FCNetPort1PowerStep2", "FCPleaseJudgePass"}, Verdict, 9,        "Net port 1 POE power pass"},
 }};
 // clang-format on
 

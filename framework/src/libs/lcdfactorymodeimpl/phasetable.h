@@ -21,6 +21,12 @@ enum Phase : int {
     PhaseFinished = 11,
 };
 
+/// Whether a run stands on @p phase, be it under way or failed.
+constexpr bool isInRun(int phase)
+{
+    return phase >= PhaseScreenBrightness && phase <= PhaseNet1Poe;
+}
+
 /// The soft buttons of a screen.
 enum class PhaseButtons {
     None,
@@ -40,6 +46,8 @@ struct PhaseRow
     Phase phase;
     const char *titleKey;
     const char *titleIcon;
+    /// Prepared for the port phases, and out of sight until their first report.
+    const char *statusIcon;
     std::array<const char *, 3> stepKeys;
     PhaseButtons buttons;
     int panelMode;

@@ -34,4 +34,12 @@ inline void setPanelMode(FactoryMode::IKeyboardEvent *keyboardService, int mode)
         keyboardService->setFactoryPanelMode(mode);
 }
 
+/// Leaves @p page to the factory menu. The page may be gone when this returns: whoever hears of it may delete it.
+template <class Page>
+void goBackToMenu(Page &page, FactoryMode::IKeyboardEvent *keyboardService)
+{
+    Q_EMIT page.signalBackToFactoryMenu();
+    setPanelMode(keyboardService, PanelModeMenu);
+}
+
 }
