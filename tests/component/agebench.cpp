@@ -4,6 +4,11 @@
 
 AgeBench::AgeBench()
 {
+    make();
+}
+
+void AgeBench::make()
+{
     biz.emplace();
     biz->registerSetAgeTextInfoCallBack([this](const QString &text, const QColor &color) {
         const QString name = color == QColor(Qt::white) ? QStringLiteral("white ")

@@ -15,6 +15,8 @@ class AgeBench
 public:
     AgeBench();
 
+    /// Makes a new test and listens to it.
+    void make();
     QStringList take() { return host.calls.take(); }
 
     /// Ends the step at hand by the clock, from step 0 to the net port step.

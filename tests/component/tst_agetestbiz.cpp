@@ -90,17 +90,33 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), brightnessStarts(QStringLiteral(" 10%")));
     }
 
+    void startOfARunningTestBeginsAgain_data()
+    {
+        QTest::addColumn<int>("intoTheRound");
+        QTest::addColumn<bool>("netChanges");
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("brightness") << 3000 << false << QStringLiteral(" 30%");
+        QTest::newRow("bad pixel") << 24000 << false << QString();
+        QTest::newRow("button light") << 61000 << false << QString();
+        QTest::newRow("net") << 80000 << false << QString();
+        QTest::newRow("USB") << 80000 << true << QString();
+    }
+
     void startOfARunningTestBeginsAgain()
     {
+        QFETCH(const int, intoTheRound);
+        QFETCH(const bool, netChanges);
+        QFETCH(const QString, suffix);
         AgeBench bench;
         bench.biz->start();
-        bench.runBrightness();
-        VirtualTime::advance(4000);
+        VirtualTime::advance(intoTheRound);
+        if (netChanges)
+            bench.netChanged({{0, false}});
         bench.take();
 
         bench.biz->start();
 
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        QCOMPARE(bench.take(), brightnessStarts(suffix));
         VirtualTime::advance(3000);
         QCOMPARE(bench.take(), screensAt(30) + lines(QStringLiteral("[FCScreenLight] 30%")));
     }
@@ -275,16 +291,24 @@ private Q_SLOTS:
 
     void aLinkChangeEndsWhateverStepItMeets_data()
     {
+        QTest::addColumn<bool>("usb");
         QTest::addColumn<int>("intoTheRound");
         QTest::addColumn<QStringList>("next");
-        QTest::newRow("brightness") << 3000 << badPixelStarts(QStringLiteral(" [FCAgeNetNoPass]"));
-        QTest::newRow("bad pixel") << 21000 << buttonLightStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]"));
-        QTest::newRow("button light") << 57000 << netStarts(QStringLiteral(" [FCAgeNetNoPass]"));
-        QTest::newRow("net") << 76000 << usbStarts(QStringLiteral(" [FCAgeNetNoPass]"));
+        const QString net = QStringLiteral(" [FCAgeNetNoPass]");
+        const QString usb = QStringLiteral(" [FCAgeUSBNoPass]");
+        QTest::newRow("net in the brightness step") << false << 3000 << badPixelStarts(net);
+        QTest::newRow("net in the bad pixel step") << false << 21000 << buttonLightStarts(QString(), net);
+        QTest::newRow("net in the button light step") << false << 57000 << netStarts(net);
+        QTest::newRow("net in the net step") << false << 76000 << usbStarts(net);
+        QTest::newRow("USB in the brightness step") << true << 3000 << badPixelStarts(usb);
+        QTest::newRow("USB in the bad pixel step") << true << 21000 << buttonLightStarts(QString(), usb);
+        QTest::newRow("USB in the button light step") << true << 57000 << netStarts(usb);
+        QTest::newRow("USB in the net step") << true << 76000 << usbStarts(usb);
     }
 
     void aLinkChangeEndsWhateverStepItMeets()
     {
+        QFETCH(const bool, usb);
         QFETCH(const int, intoTheRound);
         QFETCH(const QStringList, next);
         AgeBench bench;
@@ -294,8 +318,22 @@ private Q_SLOTS:
         bench.usbChanged({{1}});
         VirtualTime::advance(intoTheRound);
         bench.take();
-        bench.netChanged({{0, false}});
+        if (usb)
+            bench.usbChanged({{1, 26, 0}});
+        else
+            bench.netChanged({{0, false}});
         QCOMPARE(bench.take(), next);
+    }
+
+    void aNetChangeEndsTheUsbStep()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.netChanged({});
+        bench.take();
+        bench.netChanged({{0, false}});
+        QCOMPARE(bench.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]")));
     }
 
     void aStepThatWasCutShortShowsItsLevelAtTheNextStart()
@@ -383,6 +421,60 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
         VirtualTime::advance(33000);
         QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCBtnLight] 10%")));
+    }
+
+    void aUsbChangeRevivesAStoppedTest()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.netChanged({});
+        bench.biz->stop();
+        bench.take();
+        bench.usbChanged({{1, 26, 0}});
+        QCOMPARE(bench.take(), badPixelStarts(QStringLiteral(" [FCAgeUSBNoPass]")));
+    }
+
+    void anotherStartAndStopDoesNotKeepATestFromBeingRevived()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.biz->stop();
+        bench.biz->start();
+        bench.biz->stop();
+        bench.take();
+        bench.netChanged({});
+        QCOMPARE(bench.take(), badPixelStarts());
+    }
+
+    void stoppedBeforeTheFirstNetStepItStaysStopped()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        VirtualTime::advance(75999);
+        bench.biz->stop();
+        bench.take();
+        QVERIFY(!bench.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}})));
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void theBadPixelWalkNeedsNoScreenDetail()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runBrightness();
+        bench.runBadPixel();
+        const QStringList expected = bench.take();
+        bench.biz.reset();
+        bench.host.remove("lcdMemoryCacheScreenDetail");
+        bench.make();
+        bench.biz->start();
+        bench.runBrightness();
+        bench.runBadPixel();
+        QCOMPARE(bench.take(), expected);
+        QCOMPARE(expected.filter(QStringLiteral("setLcdTestPattern")).size(), 13);
     }
 
     void destructionStopsNothing()

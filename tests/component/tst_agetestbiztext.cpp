@@ -5,6 +5,7 @@
 #include <QtTest/QtTest>
 
 #include <functional>
+#include <memory>
 
 using LCD::FactoryModeImpl::AgeTestBiz;
 
@@ -172,6 +173,19 @@ private Q_SLOTS:
         QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCUSB]")));
     }
 
+    void recountAtTheUsbStepLeavesItWaitingAndForgetsTheNetFailure()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.netChanged({{0, false}});
+        bench.take();
+        bench.biz->recount();
+        QCOMPARE(bench.take(), (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCUSB]")}));
+        bench.usbChanged({{1}});
+        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight]")));
+    }
+
     void aNewLanguageShowsAtTheNextUpdate()
     {
         AgeBench bench;
@@ -192,6 +206,35 @@ private Q_SLOTS:
         bench.take();
         bench.netChanged({{0, false}});
         QVERIFY(bench.take().contains(QStringLiteral("red  [FCAgeNetNoPass]、")));
+    }
+
+    void theListenerForTheTextMayReplaceItself()
+    {
+        AgeBench bench;
+        const auto own = std::make_shared<int>(1);
+        QStringList first;
+        QStringList second;
+        bench.biz->registerSetAgeTextInfoCallBack([&, own](const QString &, const QColor &) {
+            bench.biz->registerSetAgeTextInfoCallBack([&](const QString &text, const QColor &) { second << text; });
+            first << QString::number(*own);
+        });
+        bench.biz->start();
+        QCOMPARE(first, QStringList{QStringLiteral("1")});
+        QCOMPARE(second, (QStringList{QStringLiteral("[FCAging][FCScreenLight] 10%"), QStringLiteral(" ")}));
+    }
+
+    void theListenerForTheButtonLightMayReplaceItself()
+    {
+        AgeBench bench;
+        const auto own = std::make_shared<int>(1);
+        bench.biz->registerOnButtonLightFinishedCallback([&, own] {
+            bench.biz->registerOnButtonLightFinishedCallback({});
+            bench.host.calls.add(QStringLiteral("own %1").arg(*own));
+        });
+        bench.biz->start();
+        bench.runToNetStep();
+        QCOMPARE(bench.take().filter(QRegularExpression(QStringLiteral("^(own|finished)"))),
+                 QStringList{QStringLiteral("own 1")});
     }
 
     void withoutAListenerForTheTextNothingCanStart_data()

@@ -145,6 +145,45 @@ private Q_SLOTS:
         }
     }
 
+    void aResultFromAnotherThreadRevivesAStoppedTest()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.biz->stop();
+        bench.take();
+        elsewhere([&] { bench.netChanged({{0, false}}); });
+        QCOMPARE(bench.take(), QStringList());
+        VirtualTime::settle();
+        QCOMPARE(bench.take().mid(0, 3),
+                 lines(QStringLiteral("[FCScreenBadPixel]"), QStringLiteral(" [FCAgeNetNoPass]")));
+        VirtualTime::advance(3000);
+        QCOMPARE(bench.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
+    }
+
+    void startWhileResultsPourIn()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        bench.netChanged({});
+        for (int i = 0; i < 50; ++i) {
+            Reports net([&](int number) { bench.netChanged({{0, number % 2 == 0}}); });
+            Reports usb([&](int number) { bench.usbChanged({{1, 26, number % 2}}); });
+            net.waitForAFew();
+            usb.waitForAFew();
+            bench.biz->start();
+            VirtualTime::advance(1);
+            net.join();
+            usb.join();
+        }
+        VirtualTime::settle();
+        bench.biz->stop();
+        bench.take();
+        bench.biz->start();
+        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight] 10%")));
+    }
+
     void stopAndRecountWhileResultsPourIn()
     {
         AgeBench bench;

@@ -242,16 +242,49 @@ private Q_SLOTS:
             page.take().contains(QStringLiteral("frame.addTestStep([FCAging][FCScreenLight] 30%, #ffffff, false)")));
     }
 
+    void aPageDestroyedDuringARunSaysNothingMore_data() { addSteps(); }
+
     void aPageDestroyedDuringARunSaysNothingMore()
+    {
+        Page page;
+        runIntoTheRound(page);
+        page.widget.reset();
+        VirtualTime::advance(100000);
+        changeLinks(page);
+        QCOMPARE(page.take(), QStringList());
+    }
+
+    void aPageEnteredDuringARunStartsItAnew_data() { addSteps(); }
+
+    void aPageEnteredDuringARunStartsItAnew()
+    {
+        Page page;
+        runIntoTheRound(page);
+        page.widget->enterWindow();
+        QCOMPARE(page.take(), Entered);
+        page.clickLeft();
+        QCOMPARE(page.take(), QStringList());
+        page.clickRight();
+        const QStringList made = page.take();
+        QCOMPARE(made.mid(0, 6), Started.mid(0, 6));
+        QVERIFY(made.contains(QStringLiteral("factoryBiz.setFactoryTestType(0)")));
+        VirtualTime::advance(2000);
+        QVERIFY(page.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 30)")));
+    }
+
+    void aLinkChangeRevivesTheTestOfAPageThatWasLeft()
     {
         Page page;
         page.enter();
         page.clickRight();
-        VirtualTime::advance(30000);
+        VirtualTime::advance(76000);
+        page.clickRight();
+        page.goBack();
         page.take();
-        page.widget.reset();
-        VirtualTime::advance(100000);
-        QCOMPARE(page.take(), QStringList());
+        page.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}}));
+        const QStringList made = page.take();
+        QVERIFY(made.contains(QStringLiteral("frame.addTestStep([FCAging][FCScreenBadPixel], #ffffff, false)")));
+        QCOMPARE(made.last(), QStringLiteral("keyboard.setLcdTestPattern(1, 1)"));
     }
 
     void withoutServicesThePageStillWorks()
@@ -291,6 +324,37 @@ private Q_SLOTS:
         QCOMPARE(QByteArray(meta->className()), QByteArray("LCD::FactoryModeImpl::AgeTestWidget"));
         QCOMPARE(QByteArray(meta->method(meta->methodOffset()).methodSignature()),
                  QByteArray("signalBackToFactoryMenu()"));
+    }
+
+private:
+    static void addSteps()
+    {
+        QTest::addColumn<int>("intoTheRound");
+        QTest::addColumn<bool>("netChanges");
+        QTest::newRow("brightness") << 3000 << false;
+        QTest::newRow("bad pixel") << 30000 << false;
+        QTest::newRow("button light") << 61000 << false;
+        QTest::newRow("net") << 80000 << false;
+        QTest::newRow("USB") << 80000 << true;
+    }
+
+    static void changeLinks(Page &page)
+    {
+        page.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}}));
+        page.host.usb.changed.fire(RecordingUsb::payload({{1}}));
+    }
+
+    /// Runs the test into the step of the present row.
+    static void runIntoTheRound(Page &page)
+    {
+        QFETCH(const int, intoTheRound);
+        QFETCH(const bool, netChanges);
+        page.enter();
+        page.clickRight();
+        VirtualTime::advance(intoTheRound);
+        if (netChanges)
+            page.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}}));
+        page.take();
     }
 };
 

@@ -1,0 +1,159 @@
+#include "machineoperator.h"
+#include "shellbench.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QStackedLayout>
+
+#include <memory>
+
+using LCD::FactoryModeImpl::FactoryModeWidget;
+
+namespace {
+
+constexpr int AgingRow = 3;
+constexpr int MachineRow = 4;
+
+}
+
+/// A test whose page is left by the host, through exitFactoryMode(), and entered again from the menu.
+class PagesInMenuTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        share = std::make_unique<ShareDirectory>();
+        ShareDirectory::writeMenu(SampleMenu);
+        ShareDirectory::writeKeys(R"(<LcdKeys><LcdKey Value="10" Name="ONE"/><LcdKey Value="27" Name="TWO"/>)"
+                                  R"(<LcdKey Value="33" Name="CUT"/></LcdKeys>)");
+        host = std::make_unique<RecordingHost>();
+        widget = std::make_unique<FactoryModeWidget>(nullptr);
+        host->offer("lcdFactoryModeWidget", static_cast<LCD::FactoryMode::ILcdFactoryMode *>(widget.get()));
+        menu = std::make_unique<MenuView>(*widget);
+        widget->resize(640, 400);
+        VirtualTime::settle();
+        widget->enterFactoryMode();
+    }
+
+    void cleanup()
+    {
+        widget.reset();
+        host.reset();
+        share.reset();
+    }
+
+    void anAgingRunGoesOnWhenTheHostLeaves()
+    {
+        clickRow(menu->level1, AgingRow);
+        click("signalRightBtnClicked");
+        widget->exitFactoryMode();
+        host->calls.clear();
+        VirtualTime::advance(2000);
+        QVERIFY(host->calls.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 30)")));
+        widget->enterFactoryMode();
+        QVERIFY(menu->level1->isVisible());
+        VirtualTime::advance(2000);
+        QVERIFY(host->calls.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 50)")));
+    }
+
+    void backIsDeadOnTheAgingPageThatWasPreparedDuringARun()
+    {
+        clickRow(menu->level1, AgingRow);
+        click("signalRightBtnClicked");
+        comeBackTo(AgingRow);
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        QCOMPARE(pages()->currentIndex(), 1);
+        click("signalRightBtnClicked");
+        click("signalRightBtnClicked");
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        QCOMPARE(pages()->currentWidget(), menu->page);
+    }
+
+    void theLevelsWriteOverTheEntryScreenOfTheMachineTest()
+    {
+        clickRow(menu->level1, MachineRow);
+        const QStringList entry = texts();
+        click("signalRightBtnClicked");
+        comeBackTo(MachineRow);
+        QCOMPARE(texts(), entry);
+        VirtualTime::advance(2000);
+        QVERIFY(!texts().filter(QStringLiteral("30%")).isEmpty());
+        click("signalRightBtnClicked");
+        VirtualTime::settle();
+        QVERIFY(!texts().filter(QStringLiteral("10%")).isEmpty());
+    }
+
+    void theEntryScreenKeepsTheFrameDeafToTheKeysDuringTheKeyWalk()
+    {
+        bringToKeyWalk();
+        QVERIFY(host->keyboard.press(10)); // the no-pass key is next
+        comeBackTo(MachineRow);
+        host->calls.clear();
+        QTest::keyClick(frame(), Qt::Key_Return);
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        QCOMPARE(host->calls.take(), QStringList());
+        QCOMPARE(pages()->currentIndex(), 1);
+        click("signalRightBtnClicked");
+        QVERIFY(host->calls.take().contains(QStringLiteral("keyboard.setFactoryPanelMode(15)")));
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        QCOMPARE(pages()->currentIndex(), 1);
+    }
+
+private:
+    QStackedLayout *pages() const { return qobject_cast<QStackedLayout *>(widget->layout()); }
+
+    QWidget *frame() const
+    {
+        for (QWidget *child : pages()->currentWidget()->findChildren<QWidget *>()) {
+            if (child->inherits("LCD::Widget::FactoryTestFrame"))
+                return child;
+        }
+        return nullptr;
+    }
+
+    void click(const char *signal) const
+    {
+        QVERIFY(frame());
+        QVERIFY(QMetaObject::invokeMethod(frame(), signal, Q_ARG(bool, false)));
+    }
+
+    /// The host leaves, comes back, and the operator opens the page again.
+    void comeBackTo(int row) const
+    {
+        widget->exitFactoryMode();
+        widget->enterFactoryMode();
+        clickRow(menu->level1, row);
+        QCOMPARE(pages()->currentIndex(), 1);
+    }
+
+    void bringToKeyWalk() const
+    {
+        clickRow(menu->level1, MachineRow);
+        click("signalRightBtnClicked");
+        const MachineOperator operate(*host, [this] { click("signalRightBtnClicked"); });
+        for (const int phase : {0, 1, 2}) {
+            operate.bringToVerdict(phase);
+            click("signalRightBtnClicked");
+        }
+    }
+
+    /// What the labels of the page say.
+    QStringList texts() const
+    {
+        QStringList result;
+        for (const QLabel *label : frame()->findChildren<QLabel *>())
+            result << label->text();
+        return result;
+    }
+
+    std::unique_ptr<ShareDirectory> share;
+    std::unique_ptr<RecordingHost> host;
+    std::unique_ptr<FactoryModeWidget> widget;
+    std::unique_ptr<MenuView> menu;
+};
+
+VIRTUAL_TIME_TEST_MAIN(PagesInMenuTest)
+#include "tst_pagesinmenu.moc"
