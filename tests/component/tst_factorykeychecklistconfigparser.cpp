@@ -81,6 +81,8 @@ private Q_SLOTS:
                                       << Earlier;
         QTest::newRow("version") << QByteArray("<LCD version='2'/>")
                                  << QStringLiteral("XML version is not 1.0 in file: \"the-path\"") << Earlier;
+        QTest::newRow("empty version") << QByteArray("<LCD version=''><LcdKeys/></LCD>")
+                                       << QStringLiteral("XML version is not 1.0 in file: \"the-path\"") << Earlier;
         QTest::newRow("no LcdKeys") << QByteArray("<LCD version='1.0'><A/></LCD>")
                                     << QStringLiteral("No LcdKeys element found in: \"the-path\"") << KeyList();
     }
@@ -117,10 +119,25 @@ private Q_SLOTS:
         LogCapture log;
         QVERIFY(!FactoryKeyCheckListConfigParser().load(QStringLiteral("/nowhere"), result));
         QCOMPARE(result, Earlier);
-        QCOMPARE(log.warnings().count(), 2);
-        QCOMPARE(log.warnings().constFirst(),
-                 QStringLiteral("[FactoryKeyCheckListConfigParser] Failed to open config file: "
-                                "\"/nowhere/factorykeychecklist.xml\" Error: \"No such file or directory\""));
+        QCOMPARE(
+            log.warnings(),
+            (QStringList{QStringLiteral("[FactoryKeyCheckListConfigParser] Failed to open config file: "
+                                        "\"/nowhere/factorykeychecklist.xml\" Error: \"No such file or directory\""),
+                         QStringLiteral("[FactoryKeyCheckListConfigParser] Current working directory: \"%1\"")
+                             .arg(QDir::currentPath())}));
+    }
+    void versionIsOptional()
+    {
+        for (const char *root : {"<LCD>", "<LCD version='1.0'>"}) {
+            KeyList result;
+            QVERIFY(FactoryKeyCheckListConfigParser().parseDocument(
+                root + QByteArray("<LcdKeys><LcdKey/></LcdKeys></LCD>"), Where, result));
+            QCOMPARE(result, keys({{0, ""}}));
+        }
+    }
+    void defaultName()
+    {
+        QCOMPARE(FactoryKeyCheckListConfigParser::defaultConfigFileName(), "factorykeychecklist.xml");
     }
 };
 

@@ -24,10 +24,13 @@ public:
         option.state = state;
         option.palette.setBrush(QPalette::Highlight, QColor(0, 0, 255));
         option.font.setPixelSize(16);
-        image.fill(Qt::black);
-        QPainter painter(&image);
-        FactoryModeItemDelegate().paint(&painter, option, model.index(0, 0));
-        penAfter = painter.pen();
+        paint(model.index(0, 0));
+    }
+    /// A row without text.
+    explicit Painted(const QStyleOptionViewItem &opt) : option(opt)
+    {
+        QStandardItemModel model(1, 1);
+        paint(model.index(0, 0));
     }
 
     /// The smallest rectangle around all that was painted between the columns @p left and @p right.
@@ -47,6 +50,15 @@ public:
     QStyleOptionViewItem option;
     QImage image{220, 60, QImage::Format_RGB32};
     QPen penAfter;
+
+private:
+    void paint(const QModelIndex &index)
+    {
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        FactoryModeItemDelegate().paint(&painter, option, index);
+        penAfter = painter.pen();
+    }
 };
 
 }
@@ -98,6 +110,16 @@ private Q_SLOTS:
         QCOMPARE(row.ink(0, 219), Row);
         QCOMPARE(row.image.pixelColor(Row.topLeft()), QColor(0, 0, 255));
         QCOMPARE(row.image.pixelColor(Row.bottomRight()), QColor(0, 0, 255));
+    }
+    void highlightIsThatOfTheColourGroup()
+    {
+        QStyleOptionViewItem option;
+        option.rect = Row;
+        option.state = QStyle::State_Selected;
+        option.palette.setBrush(QPalette::Active, QPalette::Highlight, Qt::blue);
+        option.palette.setBrush(QPalette::Inactive, QPalette::Highlight, Qt::green);
+        option.palette.setCurrentColorGroup(QPalette::Inactive);
+        QCOMPARE(Painted(option).image.pixelColor(Row.topLeft()), QColor(Qt::green));
     }
     void rowWithoutTextStillHasItsArrow()
     {

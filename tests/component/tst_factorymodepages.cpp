@@ -59,6 +59,7 @@ private Q_SLOTS:
         QCOMPARE(pages->currentWidget(), menu->page);
         QCOMPARE(menu->level1->currentRow(), 0);
         QVERIFY(menu->level1->isVisible());
+        QCOMPARE(widget->focusWidget(), menu->level1);
 
         host->calls.clear();
         menu->level1->setCurrentRow(row);
@@ -97,14 +98,24 @@ private Q_SLOTS:
         QCOMPARE(menu->level1->currentRow(), 0);
         QCOMPARE(host->calls.take(), QStringList());
     }
-    void pagesOpenWithoutAHost()
+    void everythingOpensWithoutAHost()
     {
         mirel::api::get().setHost(nullptr);
-        clickRow(menu->level1, 3);
-        auto *pages = qobject_cast<QStackedLayout *>(widget->layout());
-        Q_EMIT frameOf(*pages->currentWidget())->signalBackPrevious();
-        clickRow(menu->level1, 4);
+        FactoryModeWidget hostless(nullptr);
+        const MenuView view(hostless);
+        settle();
+        hostless.enterFactoryMode();
+        QCOMPARE(view.level1->count(), 6);
+        auto *pages = qobject_cast<QStackedLayout *>(hostless.layout());
+        for (const int row : {3, 4}) {
+            clickRow(view.level1, row);
+            QVERIFY(pages->currentWidget()->isVisible());
+            QVERIFY(pages->currentWidget() != view.page);
+            Q_EMIT frameOf(*pages->currentWidget())->signalBackPrevious();
+            QCOMPARE(pages->currentWidget(), view.page);
+        }
         QCOMPARE(pages->count(), 3);
+        QCOMPARE(host->lookups, QStringList());
     }
 
 private:

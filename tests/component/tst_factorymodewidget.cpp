@@ -51,7 +51,12 @@ private Q_SLOTS:
             QCOMPARE(list->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
             QCOMPARE(list->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
             QCOMPARE(list->itemDelegate()->parent(), &widget);
+            QCOMPARE(list->sizePolicy(), widget.sizePolicy());
         }
+        QCOMPARE(menu.page->layout()->indexOf(menu.level1), 0);
+        QCOMPARE(menu.page->layout()->indexOf(menu.level2), 1);
+        for (const int index : {0, 1})
+            QCOMPARE(qobject_cast<QVBoxLayout *>(menu.page->layout())->stretch(index), 1);
         QVERIFY(menu.level1->itemDelegate() != menu.level2->itemDelegate());
         QVERIFY(menu.level2->isHidden());
         QVERIFY(!menu.level1->isHidden());
@@ -190,6 +195,28 @@ private Q_SLOTS:
                      QStringLiteral("Menu config loaded successfully, Level1 items count: 6"),
                      QStringLiteral("buildLevel1List completed, list widget has 6 items"),
                      QStringLiteral("Factory key check list config loaded, path: \"%1\" items: 1").arg(dir)}));
+    }
+    void linesOfTheConstructorWithoutAFile()
+    {
+        QFile::remove(ShareDirectory::path() + QStringLiteral("/factorymenu.xml"));
+        const LogCapture log;
+        const FactoryModeWidget widget(nullptr);
+        QCOMPARE(log.lines().filter(QStringLiteral("File exists")),
+                 QStringList{QStringLiteral("debug|[FactoryModeWidget] Constructor: File exists: false Absolute path: "
+                                            "\"%1/factorymenu.xml\"")
+                                 .arg(ShareDirectory::path())});
+    }
+    void level2FallsBackToTheKeyInSilence()
+    {
+        ShareDirectory::writeMenu("<MenuBar><MenuItem Key='a'><MenuItem Key='c.d.'/></MenuItem></MenuBar>");
+        FactoryModeWidget widget(nullptr);
+        const MenuView menu(widget);
+        widget.enterFactoryMode();
+        const LogCapture log;
+        clickRow(menu.level1, 0);
+        QCOMPARE(titlesOf(*menu.level2), calls({"c.d."}));
+        QCOMPARE(menu.level2->item(0)->data(Qt::UserRole).toString(), QStringLiteral("container."));
+        QCOMPARE(log.lines(), QStringList());
     }
     void linesOfTheList()
     {

@@ -4,9 +4,22 @@
 #include <QtTest/QtTest>
 
 #include <cstring>
+#include <new>
 
 using namespace LCD;
 using FactoryModeImpl::FactoryModeWidget;
+
+static bool memoryHasRunOut = false;
+
+// The one form of new that the creator uses.
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    try {
+        return memoryHasRunOut ? nullptr : ::operator new(size);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
+}
 
 namespace {
 
@@ -96,6 +109,14 @@ private Q_SLOTS:
         const QPointer<QWidget> watched(widget);
         component().deletor(object);
         QVERIFY(!watched);
+    }
+    void creatorWithoutMemoryGivesNull()
+    {
+        memoryHasRunOut = true;
+        void *const object = component().creator();
+        memoryHasRunOut = false;
+        QVERIFY(!object);
+        QVERIFY(QApplication::allWidgets().isEmpty());
     }
     void deletorOfNull() { component().deletor(nullptr); }
     void eachCallMakesAnother()

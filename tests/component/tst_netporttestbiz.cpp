@@ -49,6 +49,14 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("factoryBiz.setFactoryTestType(10)"), QStringLiteral("state 0")}));
     }
 
+    void itAnnouncesWithoutTheFactoryModeService()
+    {
+        NetSession session{"lcdFactoryModeBiz"};
+        session->enter();
+        session->startTest();
+        QCOMPARE(session.take(), (QStringList{QStringLiteral("state 0"), QStringLiteral("state 1")} + Subscriptions));
+    }
+
     void startAnnouncesAndThenSubscribes()
     {
         NetSession session;

@@ -176,12 +176,22 @@ private Q_SLOTS:
     {
         BadPixelSession session;
         session.host.remove("lcdFactoryModeWidget");
-        session->startTest();
-        repeat(12, [&] { session->nextStep(); });
-        const QStringList calls = session.take();
-        QCOMPARE(calls.filter(QStringLiteral("keyboard.setLcdTestPattern")).size(), 13);
-        QCOMPARE(calls.filter(QStringLiteral("widget.")).size(), 0);
-        QCOMPARE(calls.last(), QStringLiteral("state 101"));
+        QStringList expected = {QStringLiteral("factoryBiz.setFactoryTestType(1)"), QStringLiteral("state 0")};
+        for (const char *pattern :
+             {"1, 1", "1, 2", "1, 3", "1, 4", "3, 1", "3, 1", "3, 2", "3, 2", "3, 3", "3, 3", "3, 4", "3, 4", "0, 0"})
+            expected << QStringLiteral("keyboard.setLcdTestPattern(%1)").arg(QLatin1String(pattern));
+        expected.insert(3, QStringLiteral("state 1"));
+        QCOMPARE(session.callsOf([&] { walkToTheEnd(session.biz()); }), expected << QStringLiteral("state 101"));
+    }
+
+    void screenDetailChangesNothing()
+    {
+        BadPixelSession with;
+        const QStringList calls = with.callsOf([&] { walkToTheEnd(with.biz()); });
+        BadPixelSession without{"lcdMemoryCacheScreenDetail"};
+        QCOMPARE(without.callsOf([&] { walkToTheEnd(without.biz()); }), calls);
+        QCOMPARE(calls.size(), 2 + 13 * 2 + 2);
+        QCOMPARE(without.log.lines(), with.log.lines());
     }
 
     void widgetGetsEveryPatternWithoutAKeyboard()
@@ -207,6 +217,12 @@ private Q_SLOTS:
     }
 
 private:
+    static void walkToTheEnd(ScreenBadPixelBiz &biz)
+    {
+        biz.enter();
+        biz.startTest();
+        repeat(12, [&biz] { biz.nextStep(); });
+    }
     static void giveVerdict(ScreenBadPixelBiz &biz, int code)
     {
         if (code == 103)

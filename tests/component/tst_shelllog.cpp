@@ -1,10 +1,33 @@
 #include "log.h"
 #include "shellbench.h"
 
+#include <QtCore/QProcess>
 #include <QtTest/QtTest>
+
+#include <cstdio>
 
 using LCD::FactoryModeImpl::componentLog;
 using LCD::FactoryModeImpl::FactoryModeWidget;
+
+namespace {
+
+const QString LogWhileExiting = QStringLiteral("--log-while-exiting");
+bool logsWhileExiting = false;
+
+// Made before Qt's default category, it ends after it: what a service's thread may meet late in the exit.
+struct AfterTheDefaultCategory
+{
+    ~AfterTheDefaultCategory()
+    {
+        if (!logsWhileExiting)
+            return;
+        std::fputs(QLoggingCategory::defaultCategory() ? "still there\n" : "gone\n", stderr);
+        qCDebug(componentLog) << "a late line";
+        qCWarning(componentLog) << "a late warning";
+    }
+} const afterTheDefaultCategory;
+
+}
 
 class tst_ShellLog : public QObject
 {
@@ -31,14 +54,21 @@ private Q_SLOTS:
             QVERIFY(entry.type == QtDebugMsg || entry.type == QtWarningMsg);
         }
     }
+    void nothingIsPutTogetherForALineThatIsOff_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::newRow("the category") << QStringLiteral("default.debug=false");
+        QTest::newRow("every category") << QStringLiteral("*.debug=false");
+    }
     void nothingIsPutTogetherForALineThatIsOff()
     {
+        QFETCH(QString, rule);
         int built = 0;
         const auto text = [&built] {
             ++built;
             return QStringLiteral("text");
         };
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        QLoggingCategory::setFilterRules(rule);
         qCDebug(componentLog) << text();
         QCOMPARE(built, 0);
         QLoggingCategory::setFilterRules(QString());
@@ -58,6 +88,16 @@ private Q_SLOTS:
                  log.warnings().replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("warning|")));
         QVERIFY(!log.warnings().isEmpty());
     }
+    void linesWrittenDuringTheExitAreSafe()
+    {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {LogWhileExiting});
+        QVERIFY(child.waitForFinished());
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), 0);
+        const QByteArray written = child.readAllStandardError();
+        QVERIFY2(written.endsWith("gone\na late line\na late warning\n"), written);
+    }
     // qDebug() and qWarning() put their text together in any case.
     void everyLineGoesThroughTheCategory()
     {
@@ -75,5 +115,14 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ShellLog)
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    logsWhileExiting = QCoreApplication::arguments().contains(LogWhileExiting);
+    if (logsWhileExiting)
+        return componentLog().isDebugEnabled() ? 0 : 1;
+    tst_ShellLog test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_shelllog.moc"

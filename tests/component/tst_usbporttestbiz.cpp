@@ -50,6 +50,14 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("factoryBiz.setFactoryTestType(9)"), QStringLiteral("state 0")}));
     }
 
+    void itAnnouncesWithoutTheFactoryModeService()
+    {
+        UsbSession session{"lcdFactoryModeBiz"};
+        session->enter();
+        session->startTest();
+        QCOMPARE(session.take(), (QStringList{QStringLiteral("state 0"), QStringLiteral("state 1")} + Subscriptions));
+    }
+
     void startAnnouncesAndThenSubscribes()
     {
         UsbSession session;
