@@ -65,8 +65,9 @@ private Q_SLOTS:
         QTest::newRow("4 at the first step") << 4 << false << twice;
         QTest::newRow("4 after the last step") << 4 << true << twice;
         QTest::newRow("5 before the start") << 5 << false << once;
-        QTest::newRow("5 running") << 5 << true << twice;
+        QTest::newRow("5 on the result screen") << 5 << true << twice;
         QTest::newRow("6") << 6 << false << twice;
+        QTest::newRow("6 on the result screen") << 6 << true << twice;
         QTest::newRow("7") << 7 << false << once;
         QTest::newRow("9") << 9 << false << once;
         QTest::newRow("10") << 10 << false << once;
@@ -90,14 +91,100 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
     }
 
-    void leftAgainAfterAFailureInAPortPhaseFailsOnce()
+    void leftWhileTheNetTestWaitsForAReport()
     {
         MachineBench bench;
-        bench.startAndPassTo(6);
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.take();
+        bench.left();
+        QCOMPARE(bench.take(), failure() + failure());
+    }
+
+    void leftASecondTime_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<bool>("atVerdict");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList once = failure();
+        const QStringList twice = failure() + failure();
+        const QStringList walk = calls({"keyboard.setAllButtonBrightness(0)"}) + once
+            + calls({"keyboard.registerKeyCallback(empty)"}) + once;
+        QTest::newRow("0") << 0 << false << twice;
+        QTest::newRow("1") << 1 << false << calls({"keyboard.setLcdTestPattern(0, 0)"}) + twice;
+        QTest::newRow("2") << 2 << false << twice;
+        QTest::newRow("3 during the key walk") << 3 << false << walk;
+        QTest::newRow("3 on the verdict screen") << 3 << true << walk;
+        QTest::newRow("4") << 4 << false << twice;
+        QTest::newRow("5 before the start") << 5 << false << once;
+        QTest::newRow("5 on the result screen") << 5 << true << once;
+        QTest::newRow("6") << 6 << false << once;
+        QTest::newRow("7") << 7 << false << once;
+        QTest::newRow("9") << 9 << false << once;
+        QTest::newRow("10") << 10 << false << once;
+    }
+
+    void leftASecondTime()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const bool, atVerdict);
+        QFETCH(const QStringList, expected);
+        MachineBench bench;
+        bench.startAndPassTo(phase);
+        if (atVerdict)
+            bench.bringToVerdict();
         bench.left();
         bench.take();
         bench.left();
-        QCOMPARE(bench.take(), failure());
+        QCOMPARE(bench.take(), expected);
+        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+    }
+
+    void rightAfterAFailure_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<bool>("atVerdict");
+        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<int>("then");
+        QTest::addColumn<int>("result");
+        const QString poe =
+            QStringLiteral("phase title=[NET1POE]; icon=NetTest; stepTitle=[TestStep]; "
+                           "steps=[FCNetPort1PowerStep1] | [FCNetPort1PowerStep2] | "
+                           "[FCPleaseJudgePass]; leftText=[FCNoPass]; rightText=[FCPass]; left; mode=9");
+        QTest::newRow("0 while the levels run") << 0 << false << QStringList() << 0 << 2;
+        QTest::newRow("0 on the verdict screen") << 0 << true << QStringList() << 0 << 2;
+        QTest::newRow("1") << 1 << false << calls({"keyboard.setLcdTestPattern(0, 0)"}) << 1 << 2;
+        QTest::newRow("2 while the levels run") << 2 << false << QStringList() << 2 << 2;
+        QTest::newRow("2 on the verdict screen") << 2 << true << QStringList() << 2 << 2;
+        const QString bar = QStringLiteral(
+            "phase title=T-Bar; icon=fc_tbar_slider; stepTitle=[TestStep]; steps=1.[Push T-Bar to Top] | "
+            "2.[Push T-Bar to Bottom] | 3.[Push T-Bar to Top] | 4.[Push T-Bar to Bottom] | 5.[Push T-Bar to Top] | "
+            "6.[Push T-Bar to Bottom]; rightText=[FCNextStep]; noStepTitle; keepSteps; mode=12");
+        QTest::newRow("4") << 4 << false
+                           << (calls({"keyboard.getTBarType()"})
+                               << bar << QStringLiteral("tbar.setBarCalibration(0, 2, 0)"))
+                           << 4 << 2;
+        QTest::newRow("9") << 9 << false << (calls({"log Type-C power port pass"}) << poe) << 10 << 2;
+        QTest::newRow("10") << 10 << false << (calls({"log Net port 1 POE power pass"}) << passScreen()) << 11 << 1;
+    }
+
+    void rightAfterAFailure()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const bool, atVerdict);
+        QFETCH(const QStringList, expected);
+        QFETCH(const int, then);
+        QFETCH(const int, result);
+        MachineBench bench;
+        bench.startAndPassTo(phase);
+        if (atVerdict)
+            bench.bringToVerdict();
+        bench.left();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), expected);
+        QCOMPARE(bench.biz->currentPhaseIndex(), then);
+        QCOMPARE(bench.biz->result(), result);
     }
 
     void rightInALevelPhaseWaitsForTheEnd_data()
@@ -192,17 +279,47 @@ private Q_SLOTS:
         QCOMPARE(bench.biz->result(), 2);
     }
 
-    void aNetServiceThatPassesTheTestDuringItsStartStillGetsTheRunningScreen()
+    // The order in which the page is told: the next phase first, and the running screen of this one over it.
+    void aPressDuringTheStartOfTheNetTestIsFollowedByTheRunningScreen()
     {
         MachineBench bench;
         bench.startAndPassTo(5);
-        bench.biz->registerPhaseCallback("inner", [&](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info) {
-            if (info.statusIconVisible && bench.biz->currentPhaseIndex() == 5)
-                bench.right();
+        bench.biz->registerPhaseCallback("zeta", [&](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info) {
+            if (!info.statusIconVisible)
+                return;
+            bench.host.networkPort.answerAtOnce.reset();
+            bench.right();
         });
+        bench.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, true}, {1, true}});
         bench.right();
-        bench.netReport({{0, true}, {1, true}});
+        const QStringList told = bench.told();
+        QCOMPARE(told.size(), 4);
+        QVERIFY(told.at(0).contains(QStringLiteral("status=NetPass; statusShown")));
+        QCOMPARE(told.at(1), QStringLiteral("log Net port pass"));
+        QVERIFY(told.at(2).startsWith(QStringLiteral("phase title=[USBA];")));
+        QCOMPARE(told.at(3), NetRunning);
         QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+    }
+
+    void missingPortServicesDoNotMakeTheRunWait()
+    {
+        MachineBench bench;
+        bench.host.remove("lcdMemoryCacheNetworkPort");
+        bench.host.remove("lcdMemoryCacheNodeUSB");
+        bench.make();
+        bench.biz->start();
+        while (bench.biz->currentPhaseIndex() < 5)
+            bench.pass();
+        bench.take();
+        bench.right();
+        QCOMPARE(bench.take(), QStringList{NetRunning});
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 7);
+        QCOMPARE(bench.log.warnings().filter(QStringLiteral("PortTestBiz")),
+                 calls({"NetPortTestBiz: INetworkPort is null, cannot start test",
+                        "UsbPortTestBiz: IUSB is null, cannot start test"}));
     }
 
     void rightPassesTheUsbTestOnlyWhileItRuns()

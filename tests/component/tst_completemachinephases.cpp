@@ -1,4 +1,5 @@
 #include "calls.h"
+#include "keytranslation.h"
 #include "machinebench.h"
 #include "virtualtime.h"
 
@@ -40,6 +41,40 @@ QString instruction(const QString &title, const QString &icon, const QString &st
         .arg(title, icon, steps);
 }
 
+/// A keyboard service in whose brightness operation somebody acts.
+class OperatorInsideTheScreens final : public LCD::FactoryMode::IKeyboardEvent
+{
+public:
+    explicit OperatorInsideTheScreens(RecordingKeyboard &behind) : m_behind(behind) {}
+    void setFactoryPanelMode(int mode) override { m_behind.setFactoryPanelMode(mode); }
+    void setKeyLed(const int &halKey, LCD::KeyboardProxy::KeyLedRequest request) override
+    {
+        m_behind.setKeyLed(halKey, request);
+    }
+    void registerKeyCallback(const LCD::FactoryMode::KeyListener &listener) override
+    {
+        m_behind.registerKeyCallback(listener);
+    }
+    void setAllButtonBrightness(int level) override { m_behind.setAllButtonBrightness(level); }
+    void setScreenBrightness(int screenIndex, int level) override
+    {
+        m_behind.setScreenBrightness(screenIndex, level);
+        if (const auto now = act)
+            now();
+    }
+    void setKeyLedUpdating(bool updating) override { m_behind.setKeyLedUpdating(updating); }
+    void setLcdTestPattern(int patternType, int patternIndex) override
+    {
+        m_behind.setLcdTestPattern(patternType, patternIndex);
+    }
+    int getTBarType() override { return m_behind.getTBarType(); }
+
+    std::function<void()> act;
+
+private:
+    RecordingKeyboard &m_behind;
+};
+
 const QStringList ScreensAtTen = calls({"keyboard.setScreenBrightness(0, 10)", "keyboard.setScreenBrightness(1, 10)",
                                         "keyboard.setScreenBrightness(2, 10)"});
 
@@ -51,6 +86,8 @@ class CompleteMachinePhasesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { setTestLanguage(QString()); }
+
     void phaseZeroStarts()
     {
         MachineBench bench;
@@ -192,13 +229,17 @@ private Q_SLOTS:
     void aLatePassOfTheNetTestIsTakenByThePresentPhase_data()
     {
         QTest::addColumn<int>("phase");
-        QTest::addColumn<QStringList>("told");
+        QTest::addColumn<QStringList>("made");
         QTest::addColumn<int>("then");
         const QStringList usbPass = calls({"log USB port pass"})
             << instruction(QStringLiteral("[TypecCommuication]"), QStringLiteral("TypecTest"),
                            QStringLiteral("[FCTypecCommStep1] | [FCTypecCommStep2] | [FCPleaseJudgePass]"));
         QTest::newRow("brightness") << 0 << QStringList() << 0;
-        QTest::newRow("bad pixel") << 1 << (calls({"log Screen bad pixel pass"}) << buttonLight(QStringLiteral(" 10%")))
+        // No pattern is cleared: the screens go on showing the one of the moment.
+        QTest::newRow("bad pixel") << 1
+                                   << (calls({"log Screen bad pixel pass", "factoryBiz.setFactoryTestType(2)",
+                                              "keyboard.setAllButtonBrightness(10)"})
+                                       << buttonLight(QStringLiteral(" 10%")))
                                    << 2;
         QTest::newRow("button light") << 2 << QStringList() << 2;
         QTest::newRow("button function") << 3 << QStringList() << 3;
@@ -213,15 +254,62 @@ private Q_SLOTS:
     void aLatePassOfTheNetTestIsTakenByThePresentPhase()
     {
         QFETCH(const int, phase);
-        QFETCH(const QStringList, told);
+        QFETCH(const QStringList, made);
         QFETCH(const int, then);
         MachineBench bench;
         bench.startAndPassTo(11);
         bench.startAndPassTo(phase);
         bench.netReport({{0, true}});
-        QCOMPARE(bench.told(), told);
+        QCOMPARE(bench.take(), made);
         QCOMPARE(bench.biz->currentPhaseIndex(), then);
         QCOMPARE(bench.biz->result(), phase == 11 ? 1 : 0);
+    }
+
+    void theTitleOfTheTBarIsNotTranslated()
+    {
+        MachineBench bench;
+        setTestLanguage(QStringLiteral("de"));
+        bench.startAndPassTo(3);
+        const QStringList made = bench.pass();
+        QCOMPARE(made.first(), QStringLiteral("log Button function pass"));
+        QVERIFY(
+            made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_slider; stepTitle=[de:TestStep]; "
+                                                  "steps=1.[de:Push T-Bar to Top] | ")));
+    }
+
+    void aNewLanguageShowsOnTheNextScreen()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(0);
+        setTestLanguage(QStringLiteral("de"));
+        VirtualTime::settle();
+        QCOMPARE(bench.take(), QStringList());
+        VirtualTime::advance(2000);
+        QVERIFY(bench.told().value(0).startsWith(
+            QStringLiteral("phase title=[de:FCScreenLight] 30%; icon=ScreenLight; stepTitle=[de:TestStep];")));
+        setTestLanguage(QStringLiteral("fr"));
+        VirtualTime::advance(18000);
+        const QStringList told = bench.told();
+        QCOMPARE(told.at(told.size() - 2), QStringLiteral("log Screen brightness done"));
+        QVERIFY(told.last().contains(QStringLiteral("steps=[fr:FCPleaseJudgePass]")));
+    }
+
+    void aTestThatIsFailedWhileItShowsItsFirstLevelHasABareTitle()
+    {
+        MachineBench bench;
+        OperatorInsideTheScreens keyboard(bench.host.keyboard);
+        bench.host.offer("lcdKeyboardEvent", static_cast<LCD::FactoryMode::IKeyboardEvent *>(&keyboard));
+        bench.make();
+        bench.biz->start();
+        bench.take();
+        keyboard.act = [&] {
+            keyboard.act = {};
+            bench.left();
+        };
+        bench.biz->start();
+        const QStringList told = bench.told();
+        QCOMPARE(told, failure() + failure() + failure() << screenLight(QString()));
+        QCOMPARE(bench.biz->result(), 2);
     }
 
     void theAdapterPhaseIsNeverSeen()

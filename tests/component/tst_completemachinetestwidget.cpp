@@ -287,6 +287,68 @@ private Q_SLOTS:
         QCOMPARE(made.last(), QStringLiteral("signalBackToFactoryMenu"));
     }
 
+    void aPageEnteredDuringARunIsWrittenOverByTheClock()
+    {
+        MachinePage page;
+        page.startAndPassTo(0);
+        page.widget->enterWindow();
+        QCOMPARE(page.take(), Entered);
+        page.clickLeft();
+        QCOMPARE(page.take(), QStringList());
+        VirtualTime::advance(2000);
+        const QStringList made = page.take();
+        QVERIFY(made.contains(QStringLiteral("frame.setTitle([FCScreenLight] 30%)")));
+        QVERIFY(made.contains(QStringLiteral("frame.setRighttBtnVisible(false)")));
+        page.goBack();
+        QCOMPARE(page.take(), calls({"signalBackToFactoryMenu", "keyboard.setFactoryPanelMode(3)"}));
+        page.clickRight();
+        QCOMPARE(page.take(), Started);
+    }
+
+    void aPageEnteredDuringTheKeyWalkKeepsItsKeysAndTheBlockedButton()
+    {
+        MachinePage page;
+        page.startAndPassTo(3);
+        page.host.keyboard.press(10);
+        QVERIFY(page.take().contains(QStringLiteral("frame.setNoPassButtonCanClicked(false)")));
+        page.widget->enterWindow();
+        QCOMPARE(page.take(), Entered);
+        page.clickRight();
+        QCOMPARE(page.take(), Started);
+    }
+
+    void aPageEnteredDuringARunStartsItAnew_data() { addPhases(); }
+
+    void aPageEnteredDuringARunStartsItAnew()
+    {
+        QFETCH(const int, phase);
+        MachinePage page;
+        page.startAndPassTo(phase);
+        page.widget->enterWindow();
+        QCOMPARE(page.take(), Entered);
+        page.clickRight();
+        QCOMPARE(page.take(), Started);
+    }
+
+    void aPageDestroyedDuringARunSaysNothingMore_data() { addPhases(); }
+
+    void aPageDestroyedDuringARunSaysNothingMore()
+    {
+        QFETCH(const int, phase);
+        MachinePage page;
+        page.startAndPassTo(phase);
+        page.widget.reset();
+        page.take();
+        VirtualTime::advance(100000);
+        page.operate.netReport({{0, true}, {1, true}});
+        page.operate.usbReport({{1}});
+        page.operate.pressKeys();
+        for (const auto &result : page.host.tbarCalibration.results)
+            result(false, "late");
+        VirtualTime::settle();
+        QCOMPARE(page.take(), QStringList());
+    }
+
     void theMetaObjectIsTheToldOne()
     {
         const MachinePage page;
@@ -295,6 +357,14 @@ private Q_SLOTS:
         QCOMPARE(meta->methodCount(), meta->methodOffset() + 1);
         QCOMPARE(QByteArray(meta->method(meta->methodOffset()).methodSignature()),
                  QByteArray("signalBackToFactoryMenu()"));
+    }
+
+private:
+    static void addPhases()
+    {
+        QTest::addColumn<int>("phase");
+        for (const int phase : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10})
+            QTest::addRow("phase %d", phase) << phase;
     }
 };
 

@@ -18,6 +18,26 @@ void elsewhere(const Work &work)
     thread.join();
 }
 
+/// Does something once, when the next tick of a timer is about to be delivered.
+class BeforeTheTick : public QObject
+{
+public:
+    explicit BeforeTheTick(std::function<void()> deed) : m_deed(std::move(deed)) { qApp->installEventFilter(this); }
+    bool done() const { return m_done; }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (!m_done && event->type() == QEvent::Timer && qobject_cast<QTimer *>(watched)) {
+            m_done = true;
+            m_deed();
+        }
+        return false;
+    }
+
+private:
+    const std::function<void()> m_deed;
+    bool m_done = false;
+};
+
 QStringList frameCalls(const QStringList &made)
 {
     return made.filter(QRegularExpression(QStringLiteral("^frame\\.")));
@@ -42,6 +62,99 @@ private Q_SLOTS:
         QCOMPARE(made.first(), QStringLiteral("frame.setTitle([USBA])"));
         QVERIFY(made.contains(QStringLiteral("frame.setStatusIcon(UsbPass)")));
         QVERIFY(made.filter(QStringLiteral("another thread")).isEmpty());
+    }
+
+    void aNetResultFromAnotherThreadWaitsForTheLoop()
+    {
+        MachinePage page;
+        page.startAndPassTo(5);
+        page.clickRight();
+        page.take();
+        elsewhere([&] { page.operate.netReport({{0, true}, {1, true}}); });
+        QCOMPARE(page.take(), QStringList());
+        VirtualTime::settle();
+        const QStringList made = page.take();
+        QVERIFY(made.contains(QStringLiteral("frame.setStatusIcon(NetPass)")));
+        QCOMPARE(made.last(), QStringLiteral("keyboard.setFactoryPanelMode(9)"));
+        QVERIFY(made.filter(QStringLiteral("another thread")).isEmpty());
+    }
+
+    void reportsFromAnotherThreadDoTheSame_data() { addPhases(); }
+
+    void reportsFromAnotherThreadDoTheSame()
+    {
+        QFETCH(const int, phase);
+        QStringList made[2];
+        for (const bool foreign : {false, true}) {
+            MachineBench bench;
+            bench.startAndPassTo(11);
+            bench.startAndPassTo(phase);
+            const auto report = [&] {
+                bench.usbReport({{1}, {2}});
+                bench.netReport({{0, true}, {1, true}});
+            };
+            if (foreign)
+                elsewhere(report);
+            else
+                report();
+            made[foreign] = bench.take() << QString::number(bench.biz->currentPhaseIndex());
+            VirtualTime::settle();
+            VirtualTime::advance(2000);
+            made[foreign] << bench.take();
+        }
+        QCOMPARE(made[1], made[0]);
+    }
+
+    void aTickThatIsDueAfterAFailureElsewhereDoesNothing_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<int>("before");
+        QTest::newRow("screens, a tick on the way") << 0 << 5999;
+        QTest::newRow("screens, the last tick") << 0 << 19999;
+        QTest::newRow("keys, a tick on the way") << 2 << 5999;
+        QTest::newRow("keys, the last tick") << 2 << 19999;
+    }
+
+    void aTickThatIsDueAfterAFailureElsewhereDoesNothing()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const int, before);
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.left();
+        bench.startAndPassTo(phase);
+        VirtualTime::advance(before);
+        bench.take();
+        BeforeTheTick failure([&] { elsewhere([&] { bench.netReport({{0, true}}); }); });
+        VirtualTime::advance(1);
+        QVERIFY(failure.done());
+        QCOMPARE(bench.take(), ::failure());
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void startWhileReportsPourIn()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.biz->start();
+        for (int i = 0; i < 50; ++i) {
+            std::atomic<int> sent{0};
+            std::thread service([&] {
+                for (int number = 0; number < 100; ++number) {
+                    bench.netReport({{0, number % 2 == 0}});
+                    bench.usbReport({{1, 26, number % 2}});
+                    ++sent;
+                }
+            });
+            while (sent < 5)
+                std::this_thread::yield();
+            bench.biz->start();
+            service.join();
+        }
+        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
+        QCOMPARE(bench.biz->result(), 0);
     }
 
     void recordsKeepTheirOrder()
@@ -142,12 +255,7 @@ private Q_SLOTS:
         QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
     }
 
-    void wrongReportsAtEveryMoment_data()
-    {
-        QTest::addColumn<int>("phase");
-        for (const int phase : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10, 11})
-            QTest::addRow("phase %d", phase) << phase;
-    }
+    void wrongReportsAtEveryMoment_data() { addPhases(); }
 
     void wrongReportsAtEveryMoment()
     {
@@ -213,6 +321,14 @@ private Q_SLOTS:
             VirtualTime::settle();
             QVERIFY(!page.take().isEmpty());
         }
+    }
+
+private:
+    static void addPhases()
+    {
+        QTest::addColumn<int>("phase");
+        for (const int phase : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10, 11})
+            QTest::addRow("phase %d", phase) << phase;
     }
 };
 
