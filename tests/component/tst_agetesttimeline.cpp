@@ -187,7 +187,7 @@ private Q_SLOTS:
         wall.start();
         AgeBench bench;
         bench.biz->start();
-        std::size_t afterTen = 0;
+        [[maybe_unused]] std::size_t afterTen = 0;
         for (int rounds = 1; rounds <= 1000; ++rounds) {
             bench.runToNetStep();
             bench.netChanged({{0, rounds % 3 != 0}});
