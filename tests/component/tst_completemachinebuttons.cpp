@@ -76,12 +76,9 @@ private Q_SLOTS:
     void leftFailsThePhase()
     {
         QFETCH(const int, phase);
-        QFETCH(const bool, atVerdict);
         QFETCH(const QStringList, expected);
         MachineBench bench;
-        bench.startAndPassTo(phase);
-        if (atVerdict)
-            bench.bringToVerdict();
+        bringToTheRow(bench);
         bench.take();
         bench.left();
         QCOMPARE(bench.take(), expected);
@@ -127,12 +124,9 @@ private Q_SLOTS:
     void leftASecondTime()
     {
         QFETCH(const int, phase);
-        QFETCH(const bool, atVerdict);
         QFETCH(const QStringList, expected);
         MachineBench bench;
-        bench.startAndPassTo(phase);
-        if (atVerdict)
-            bench.bringToVerdict();
+        bringToTheRow(bench);
         bench.left();
         bench.take();
         bench.left();
@@ -170,15 +164,11 @@ private Q_SLOTS:
 
     void rightAfterAFailure()
     {
-        QFETCH(const int, phase);
-        QFETCH(const bool, atVerdict);
         QFETCH(const QStringList, expected);
         QFETCH(const int, then);
         QFETCH(const int, result);
         MachineBench bench;
-        bench.startAndPassTo(phase);
-        if (atVerdict)
-            bench.bringToVerdict();
+        bringToTheRow(bench);
         bench.left();
         bench.take();
         bench.right();
@@ -388,6 +378,17 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
         bench.left();
         QCOMPARE(bench.told(), failure() + failure());
+    }
+
+private:
+    /// Passes the phases before the one of the present data row, and perhaps brings that one to its verdict.
+    static void bringToTheRow(MachineBench &bench)
+    {
+        QFETCH(const int, phase);
+        QFETCH(const bool, atVerdict);
+        bench.startAndPassTo(phase);
+        if (atVerdict)
+            bench.bringToVerdict();
     }
 };
 

@@ -87,9 +87,23 @@ void theClicksHaveTheirSlots()
              (QList<QByteArray>{"slot slotLeftBtnClicked()", "slot slotRightBtnClicked()"}));
 }
 
-/// Opens @p page, starts its test and lets it run for @p seconds, and leaves.
+/// The methods of the object whose timer ticks when the test of the page runs.
 template <class Page>
-QStringList runWithoutHost(int seconds, const char *lastTitle)
+QList<QByteArray> methodsBehindTheTimer()
+{
+    RecordingHost host;
+    Page page(nullptr);
+    const TimerOwners timers;
+    page.enterWindow();
+    Q_EMIT frameOf(page)->signalRightBtnClicked(false);
+    VirtualTime::advance(2000);
+    return timers.owner ? methodsOf(*timers.owner->metaObject()) : QList<QByteArray>();
+}
+
+/// Opens a page, starts its test, lets it run for @p seconds, and leaves; gives the last calls. The page must have
+/// made the call @p landmark by then.
+template <class Page>
+QStringList runWithoutHost(int seconds, const char *landmark)
 {
     CallLog calls;
     const FrameCalls frames(calls);
@@ -100,8 +114,8 @@ QStringList runWithoutHost(int seconds, const char *lastTitle)
     page.enterWindow();
     Q_EMIT frameOf(page)->signalRightBtnClicked(false);
     VirtualTime::advance(seconds * 1000);
-    if (!calls.all().contains(QString::fromUtf8(lastTitle)))
-        return {QStringLiteral("not found: ") + QString::fromUtf8(lastTitle)};
+    if (!calls.all().contains(QString::fromUtf8(landmark)))
+        return {QStringLiteral("not found: ") + QString::fromUtf8(landmark)};
     Q_EMIT frameOf(page)->signalLeftBtnClicked(false);
     Q_EMIT frameOf(page)->signalRightBtnClicked(false);
     calls.clear();
@@ -138,28 +152,14 @@ private Q_SLOTS:
 
     void theAgingTestHasItsSignalAndSlots()
     {
-        RecordingHost host;
-        AgeTestWidget page(nullptr);
-        const TimerOwners timers;
-        page.enterWindow();
-        Q_EMIT frameOf(page)->signalRightBtnClicked(false);
-        VirtualTime::advance(2000);
-        QVERIFY(timers.owner);
-        QCOMPARE(methodsOf(*timers.owner->metaObject()),
+        QCOMPARE(methodsBehindTheTimer<AgeTestWidget>(),
                  (QList<QByteArray>{"signal signalNextStep()", "slot onBadPixelTimer()", "slot onScreenLightTimer()",
                                     "slot onBtnLightTimer()", "slot slotNextStep()"}));
     }
 
     void theMachineTestHasItsSlot()
     {
-        RecordingHost host;
-        CompleteMachineTestWidget page(nullptr);
-        const TimerOwners timers;
-        page.enterWindow();
-        Q_EMIT frameOf(page)->signalRightBtnClicked(false);
-        VirtualTime::advance(2000);
-        QVERIFY(timers.owner);
-        QCOMPARE(methodsOf(*timers.owner->metaObject()), (QList<QByteArray>{"slot onTimer()"}));
+        QCOMPARE(methodsBehindTheTimer<CompleteMachineTestWidget>(), (QList<QByteArray>{"slot onTimer()"}));
     }
 };
 
