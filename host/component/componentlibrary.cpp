@@ -1,5 +1,6 @@
 #include "component/componentlibrary.h"
 
+#include "component/elffile.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
 
 #include <QtCore/QCoreApplication>
@@ -74,6 +75,8 @@ bool ComponentLibrary::locate()
 
 bool ComponentLibrary::open()
 {
+    if (isElfCutOff(m_path))
+        return fail(QStringLiteral("can't be opened as a library: its end is missing."));
     m_handle = dlopen(m_path.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
     if (!m_handle)
         return fail(QStringLiteral("can't be opened as a library: %1.").arg(linkerError(m_path)));

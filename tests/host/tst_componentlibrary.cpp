@@ -94,6 +94,30 @@ private Q_SLOTS:
         QCOMPARE(library.state(), LoadState::Located);
     }
 
+    // By the linker's own reading it would be mapped, and the process would end with a bus error.
+    void aLibraryCutOff_data()
+    {
+        QTest::addColumn<qint64>("length");
+        QTest::newRow("in its headers") << qint64(200);
+        QTest::newRow("after its headers") << qint64(1024);
+        QTest::newRow("in its code") << qint64(8192);
+    }
+    void aLibraryCutOff()
+    {
+        QFETCH(qint64, length);
+        QFile whole(fixture("good"));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(QStringLiteral("cut.so")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(whole.read(length));
+        file.close();
+        ComponentLibrary library(file.fileName());
+        QCOMPARE(climb(library, LoadState::Created),
+                 file.fileName() + QStringLiteral(": can't be opened as a library: its end is missing."));
+        QCOMPARE(library.state(), LoadState::Located);
+    }
+
     void aGoodOneClimbsEveryState()
     {
         ComponentLibrary library(fixture("good"));
