@@ -18,6 +18,7 @@ namespace {
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
+constexpr int NotBegun = 2;
 
 /// Where the results go. An empty path: nowhere.
 struct Outputs
@@ -59,8 +60,21 @@ bool makeDirectory(const QString &path, QString *error)
     return false;
 }
 
+// A device, a pipe: it is written and never replaced.
+bool writeInto(const QString &path, const QByteArray &content, QString *error)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size())
+        return true;
+    *error = QStringLiteral("%1: %2").arg(path, file.errorString());
+    return false;
+}
+
 bool write(const QString &path, const QByteArray &content, QString *error)
 {
+    const QFileInfo place(path);
+    if (place.exists() && !place.isFile() && !place.isDir())
+        return writeInto(path, content, error);
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
         return true;
@@ -103,6 +117,14 @@ ScenarioResult playOne(const Scenario &scenario, const Player::Options &options,
     return result;
 }
 
+int statusOf(const ScenarioResults &results)
+{
+    const auto any = [&results](auto holds) { return std::any_of(results.begin(), results.end(), holds); };
+    if (any([](const ScenarioResult &result) { return !result.error.isEmpty(); }))
+        return NotBegun;
+    return any([](const ScenarioResult &result) { return !result.passed; }) ? Failed : Done;
+}
+
 }
 
 int runPlay(const CommandLine &line)
@@ -122,8 +144,7 @@ int runPlay(const CommandLine &line)
     progress.summary(results);
     if (!writeOutputs(outputs, results, &error))
         return refuse(error);
-    const bool allPassed = std::all_of(results.begin(), results.end(), [](const auto &r) { return r.passed; });
-    return allPassed ? Done : Failed;
+    return statusOf(results);
 }
 
 }

@@ -4,6 +4,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
 /// The commands play and check as a shell sees them: exit status, what they write, and where.
 class CommandsTest : public QObject
 {
@@ -16,6 +19,10 @@ private Q_SLOTS:
     void playGoesOnWithTheNextFile();
     void playWritesWhatItIsAskedFor();
     void playRefusesPlacesThatCanNotBeWritten();
+    void playWritesIntoAPipeAndReplacesItNot();
+    void playTellsOfAFullDisk();
+    void playThatCanNotBeginIsNoFailedExpectation_data();
+    void playThatCanNotBeginIsNoFailedExpectation();
     void checkExitStatus_data();
     void checkExitStatus();
     void checkTellsFileLineAndColumn();
@@ -137,6 +144,51 @@ void CommandsTest::playRefusesPlacesThatCanNotBeWritten()
     const auto journal = run({QStringLiteral("play"), passing, QStringLiteral("--journal"), QStringLiteral("no/j")});
     QCOMPARE(journal.status, 2);
     QVERIFY2(journal.err.contains(QStringLiteral("no/j: ")), qPrintable(journal.err));
+}
+
+void CommandsTest::playWritesIntoAPipeAndReplacesItNot()
+{
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto pipe = m_directory->filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    QProcess reader;
+    reader.start(QStringLiteral("cat"), {pipe});
+    const auto played = run({QStringLiteral("play"), passing, QStringLiteral("--journal"), pipe});
+    QCOMPARE(played.status, 0);
+    QVERIFY(reader.waitForFinished());
+    QVERIFY(reader.readAllStandardOutput().startsWith("{\"seq\":1,"));
+    QVERIFY(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile());
+}
+
+// A node of the test's own, so that the system's is out of reach.
+void CommandsTest::playTellsOfAFullDisk()
+{
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto full = m_directory->filePath(QStringLiteral("full"));
+    if (mknod(full.toLocal8Bit().constData(), S_IFCHR | 0600, makedev(1, 7)) != 0)
+        QSKIP("no device can be made here");
+    if (!QFile(full).open(QIODevice::WriteOnly))
+        QSKIP("no device can be opened here");
+    const auto played = run({QStringLiteral("play"), passing, QStringLiteral("--journal"), full});
+    QCOMPARE(played.err, QStringLiteral("panelhost: %1: No space left on device\n").arg(full));
+    QCOMPARE(played.status, 2);
+    QVERIFY(!QFileInfo(full).isFile());
+}
+
+void CommandsTest::playThatCanNotBeginIsNoFailedExpectation_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("no such language") << QStringList{QStringLiteral("--language"), QStringLiteral("xx")};
+    QTest::newRow("no component") << QStringList{QStringLiteral("--component"), QStringLiteral("passing.yaml")};
+}
+
+void CommandsTest::playThatCanNotBeginIsNoFailedExpectation()
+{
+    QFETCH(QStringList, options);
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto played = run(QStringList{QStringLiteral("play"), passing} + options);
+    QCOMPARE(played.status, 2);
+    QVERIFY2(played.out.startsWith(QStringLiteral("FAILED passing.yaml: 0 steps")), qPrintable(played.out));
 }
 
 void CommandsTest::checkExitStatus_data()
