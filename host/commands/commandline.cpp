@@ -1,6 +1,7 @@
 #include "commandline.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
 #include <algorithm>
@@ -77,12 +78,34 @@ bool readSize(const QString &value, Session::Options &options, QString *error)
     return true;
 }
 
+// A script's empty variable must not pass for the default.
+bool checkValues(const QCommandLineParser &parser, QString *error)
+{
+    for (const QString &name : parser.optionNames()) {
+        if (parser.values(name).contains(QString())) {
+            *error = QStringLiteral("--%1 has no value.").arg(name);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool readShare(const QString &value, Session::Options &options, QString *error)
+{
+    if (!value.isEmpty() && !QFileInfo(value).isDir()) {
+        *error = QStringLiteral("--share is \"%1\"; it is the directory with the two XML files.").arg(value);
+        return false;
+    }
+    options.share = value;
+    return true;
+}
+
 bool readOptions(const QCommandLineParser &parser, Session::Options &options, QString *error)
 {
     options.component = parser.value(QStringLiteral("component"));
-    options.share = parser.value(QStringLiteral("share"));
     options.language = parser.value(QStringLiteral("language"));
-    return readTBar(parser.value(QStringLiteral("tbar")), options, error)
+    return checkValues(parser, error) && readShare(parser.value(QStringLiteral("share")), options, error)
+        && readTBar(parser.value(QStringLiteral("tbar")), options, error)
         && readSize(parser.value(QStringLiteral("size")), options, error);
 }
 

@@ -47,6 +47,10 @@ private Q_SLOTS:
         row("info --size big", "--size is \"big\"; it is width and height in pixels, such as 800x480.");
         row("info --size 0x480", "--size is \"0x480\"; it is width and height in pixels, such as 800x480.");
         row("info --component /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
+        row("info --share /nowhere", "--share is \"/nowhere\"; it is the directory with the two XML files.");
+        row("info --share= --tbar fader", "--share has no value.");
+        row("play --report= session.yaml", "--report has no value.");
+        row("--journal=", "--journal has no value.");
         row("info --wings", "Unknown option 'wings'.");
     }
     void wrongUsage()
