@@ -20,7 +20,12 @@ constexpr int MaxFiles = 200;
 std::optional<YAML::Node> parse(const QByteArray &data, Problems &problems)
 {
     try {
-        return YAML::Load(data.toStdString());
+        const auto documents = YAML::LoadAll(data.toStdString());
+        if (documents.size() < 2)
+            return documents.empty() ? YAML::Node() : documents.front();
+        const auto where = documents.at(1).Mark();
+        problems.add({where.line + 1, where.column + 1}, QStringLiteral("a second document; a file holds one"));
+        return std::nullopt;
     } catch (const YAML::DeepRecursion &e) {
         problems.add({e.mark.line + 1, e.mark.column + 1}, QStringLiteral("not read: nested too deep"));
         return std::nullopt;
