@@ -11,11 +11,24 @@ namespace panelhost {
 
 namespace {
 
+QString ownOptions(const Command &command)
+{
+    QString text;
+    for (const QCommandLineOption &option : command.options) {
+        if (option.flags().testFlag(QCommandLineOption::HiddenFromHelp))
+            continue;
+        const QStringList form{QStringLiteral("--") + option.names().constFirst(), option.valueName()};
+        text += QStringLiteral(" [%1]").arg(form.join(QLatin1Char(' ')).trimmed());
+    }
+    return text.isEmpty() ? text : QString(18, QLatin1Char(' ')) + text + QLatin1Char('\n');
+}
+
 QString help()
 {
     QString text = QStringLiteral("Runs the factory mode component on a simulated device.\n\nCommands:\n");
     for (const Command &command : commands())
-        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -16).arg(command.description);
+        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -16).arg(command.description)
+            + ownOptions(command);
     return text
         + QStringLiteral("\nExit status: 0 done, 1 an expectation or a check failed, 2 usage, unreadable "
                          "input or a component that can't be loaded.");
