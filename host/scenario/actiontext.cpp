@@ -1,5 +1,6 @@
 #include "scenario/actiontext.h"
 
+#include <QtCore/QLocale>
 #include <QtCore/QMap>
 
 namespace panelhost {
@@ -27,10 +28,11 @@ QString argumentOf(Kind kind)
     return names.value(kind);
 }
 
-// Seventeen digits bring the same number back.
+// As few digits as bring the same number back.
 QString valueText(const QVariant &value)
 {
-    return value.type() == QVariant::Double ? QString::number(value.toDouble(), 'g', 17) : value.toString();
+    return value.type() == QVariant::Double ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
+                                            : value.toString();
 }
 
 QString mapText(const QVariantMap &values)

@@ -76,6 +76,7 @@ private:
     QStringList m_problems;
     int m_depth = 0;
     int m_files = 0;
+    int m_steps = 0;
 };
 
 template <class Read>
@@ -117,6 +118,8 @@ void Loader::readDevice(YamlReader &reader, const YamlReader::Entries &entries)
 QVector<Step> Loader::readSteps(YamlReader &reader, const YAML::Node &root, const YamlReader::Entries &entries)
 {
     const auto loadPart = [this, &reader](const QString &path, const YAML::Node &where) {
+        if (m_steps > StepReader::MaxSteps)
+            return QVector<Step>();
         if (m_depth < MaxDepth && ++m_files < MaxFiles)
             return this->loadPart(path);
         reader.complain(
@@ -126,7 +129,7 @@ QVector<Step> Loader::readSteps(YamlReader &reader, const YAML::Node &root, cons
     };
     for (const auto &entry : entries) {
         if (entry.first.Scalar() == "steps")
-            return StepReader(reader, m_vocabulary, loadPart).steps(entry.second);
+            return StepReader(reader, m_vocabulary, loadPart, m_steps).steps(entry.second);
     }
     if (root.IsMap())
         reader.complain(root, QStringLiteral("a scenario needs steps"));

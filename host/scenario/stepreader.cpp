@@ -4,12 +4,6 @@
 
 namespace panelhost {
 
-namespace {
-
-constexpr int MaxSteps = 100000;
-
-}
-
 /// How one kind of step is written.
 struct StepReader::Form
 {
@@ -80,7 +74,7 @@ QVector<Step> StepReader::steps(const YAML::Node &list)
     for (const auto &node : list) {
         if (++m_count > MaxSteps) {
             if (m_count == MaxSteps + 1)
-                m_reader.complain(node, QStringLiteral("more than %1 steps").arg(MaxSteps));
+                m_reader.complain(node, QStringLiteral("more than %1 steps in all files").arg(MaxSteps));
             return steps;
         }
         step(node, steps);
@@ -98,12 +92,13 @@ void StepReader::step(const YAML::Node &node, QVector<Step> &steps)
                                 QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
     if (!form)
         return m_reader.problem(node, QStringLiteral("a step"));
+    static const QRegularExpression braces(QStringLiteral("^\\{|(: ~)?\\}$"));
     Step step;
     step.kind = form->kind;
     step.file = m_reader.file();
     step.where = m_reader.placeOf(node);
     if (step.kind != Step::Kind::Repeat)
-        step.text = YamlReader::oneLine(node).remove(QRegularExpression(QStringLiteral("^\\{|(: ~)?\\}$")));
+        step.text = YamlReader::oneLine(node).remove(braces);
     readOptions(m_reader.map(node, QStringList{form->name} + form->options), *form, step);
     steps.append(step);
 }

@@ -14,8 +14,13 @@ public:
     /// Reads the steps of another file, given by its path.
     using PartLoader = std::function<QVector<Step>(const QString &path, const YAML::Node &where)>;
 
-    StepReader(YamlReader &reader, const Vocabulary &vocabulary, const PartLoader &loadPart = {})
-        : m_reader(reader), m_vocabulary(vocabulary), m_loadPart(loadPart)
+    /// No scenario has more, with all the files that it uses.
+    static constexpr int MaxSteps = 100000;
+
+    StepReader(YamlReader &reader, const Vocabulary &vocabulary) : StepReader(reader, vocabulary, {}, m_ownCount) {}
+    /// @p count goes up with each step that is read: the readers of one scenario's files share it.
+    StepReader(YamlReader &reader, const Vocabulary &vocabulary, const PartLoader &loadPart, int &count)
+        : m_reader(reader), m_vocabulary(vocabulary), m_loadPart(loadPart), m_count(count)
     {
     }
 
@@ -72,7 +77,8 @@ private:
     PartLoader m_loadPart;
     QStringList m_screenshots;
     int m_depth = 0;
-    int m_count = 0;
+    int &m_count;
+    int m_ownCount = 0;
 };
 
 }

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void wrong_data();
     void wrong();
     void missingFile();
+    void stepsAreCountedOverAllFiles();
     void deviceDescription();
     void stepsInOrder();
     void usedFileKeepsItsPlaces();
@@ -104,6 +105,25 @@ void ScenarioLoaderTest::missingFile()
     QStringList problems;
     QVERIFY(!load(QStringLiteral("nowhere.yaml"), &problems));
     QCOMPARE(problems, QStringList{QStringLiteral("nowhere.yaml:1:1: error: No such file or directory")});
+}
+
+void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
+{
+    const QTemporaryDir directory;
+    const auto write = [&directory](const char *name, const QByteArray &text) {
+        QFile file(directory.filePath(QString::fromLatin1(name)));
+        return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() ? file.fileName() : QString();
+    };
+    // A list of 1000 steps that stands there forty times.
+    const auto part =
+        write("part.yaml",
+              "steps:\n- repeat: &a\n    times: 1\n    steps:\n" + QByteArray("    - note: x\n").repeated(1000)
+                  + QByteArray("- repeat: *a\n").repeated(39));
+    const auto path = write("all.yaml", "steps:\n" + QByteArray("- use: part.yaml\n").repeated(5));
+    QStringList problems;
+    QVERIFY(!load(path, &problems));
+    // In the third part: 100000 = 2 * (1 + 40 * 1001) + 1 + 19 * 1001 + 1 + 897
+    QCOMPARE(problems, QStringList{part + QStringLiteral(":902:7: error: more than 100000 steps in all files")});
 }
 
 void ScenarioLoaderTest::deviceDescription()

@@ -236,6 +236,9 @@ void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
     const auto journal = record(path, *session);
     session.reset();
     QVERIFY2(journal.startsWith("{\"seq\":1,"), journal.constData());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("- tbar: 0.1\n"));
 
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
