@@ -1,6 +1,5 @@
 #include "commands.h"
 
-#include <QtCore/QLocale>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
@@ -29,9 +28,6 @@ void prepareProcess(bool needsDisplay)
     const bool isChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     if (!isChosen && (!needsDisplay || !hasDisplay))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Chinese and Japanese share characters and draw them differently: without a word from the desktop as in Chinese.
-    if (!qEnvironmentVariableIsSet("FC_LANG") && QLocale::system().language() != QLocale::Japanese)
-        qputenv("FC_LANG", "zh-cn");
     defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
     Timeline::install();
 }

@@ -20,22 +20,6 @@ Outcome panelhost(const QStringList &arguments)
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-/// A picture of the aging page in Chinese, with FC_LANG as @p fontLanguage; empty: not set.
-QByteArray agingPage(const QByteArray &fontLanguage)
-{
-    const QTemporaryDir directory;
-    QFile scenario(directory.filePath(QStringLiteral("zh.yaml")));
-    QFile picture(directory.filePath(QStringLiteral("zh-page.png")));
-    if (!scenario.open(QIODevice::WriteOnly)
-        || scenario.write("device: {language: zh_CN}\nsteps: [{open: AgingMode}, {screenshot: page}]\n") < 0)
-        return {};
-    scenario.close();
-    fontLanguage.isEmpty() ? qunsetenv("FC_LANG") : qputenv("FC_LANG", fontLanguage);
-    panelhost({QStringLiteral("play"), scenario.fileName(), QStringLiteral("--screenshots"), directory.path()});
-    qunsetenv("FC_LANG");
-    return picture.open(QIODevice::ReadOnly) ? picture.readAll() : QByteArray();
-}
-
 QStringList words(const char *line)
 {
     return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -95,14 +79,6 @@ private Q_SLOTS:
                                  "record FILE", "[--speed SPEED]", "check [DIR]", "[--strict]", "info", "--component",
                                  "--share", "--language", "--version", "--tbar", "--size"})
             QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
-    }
-
-    void chineseTextsHaveTheirOwnForms()
-    {
-        const QByteArray byDefault = agingPage({});
-        QVERIFY(!byDefault.isEmpty());
-        QCOMPARE(byDefault, agingPage("zh-cn"));
-        QVERIFY(byDefault != agingPage("ja"));
     }
 
     void version()
