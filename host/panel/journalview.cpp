@@ -62,6 +62,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     m_text->setPlaceholderText(QStringLiteral("Filter"));
     m_text->setClearButtonEnabled(true);
     m_text->setFocusPolicy(Qt::ClickFocus);
+    m_text->setMinimumWidth(120);
     connect(m_text, &QLineEdit::textChanged, m_model, &JournalModel::setText);
     auto *row = new QHBoxLayout;
     row->setSpacing(look::Grid / 2);

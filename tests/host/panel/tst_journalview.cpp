@@ -7,6 +7,8 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
 
+#include <ctime>
+
 using namespace panelhost;
 
 class TestJournalView : public QObject
@@ -189,15 +191,15 @@ void TestJournalView::staysFastWithManyLines()
     while (view.model().total() < JournalModel::Kept)
         view.poll();
     QCoreApplication::processEvents();
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t begin = std::clock();
     constexpr int Refreshes = 50;
     for (int i = 0; i < Refreshes; ++i) {
         fill(journal, 10);
         view.poll();
         QCoreApplication::processEvents();
     }
-    const qint64 each = timer.elapsed() / Refreshes;
+    // Time of the processor: how busy the machine is besides has no part in it.
+    const qint64 each = (std::clock() - begin) * 1000 / CLOCKS_PER_SEC / Refreshes;
     QVERIFY2(each < 33, qPrintable(QStringLiteral("%1 ms for each refresh").arg(each)));
 }
 
