@@ -71,7 +71,7 @@ bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, Q
                       QStringLiteral("There is no fault \"%1\"; there are %2.")
                           .arg(name, faultNames().join(QStringLiteral(", "))));
     for (const QString &argument : info->arguments) {
-        if (on && !arguments.value(argument).isValid())
+        if (on && arguments.value(argument).toString().isEmpty())
             return refuse(error, QStringLiteral("The fault \"%1\" needs \"%2\".").arg(name, argument));
     }
     return true;

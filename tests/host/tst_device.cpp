@@ -197,6 +197,8 @@ private Q_SLOTS:
         QString error;
         QVERIFY(!faults->set(q("key-dead"), true, {}, &error));
         QCOMPARE(error, q("The fault \"key-dead\" needs \"key\"."));
+        QVERIFY(!faults->set(q("service-absent"), true, {{q("service"), QString()}}, &error));
+        QCOMPARE(error, q("The fault \"service-absent\" needs \"service\"."));
         for (const FaultInfo &info : Faults::all())
             QVERIFY2(!info.description.isEmpty(), qPrintable(info.name));
     }
