@@ -20,6 +20,11 @@ QString directoryOf(const CommandLine &line)
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share"));
 }
 
+const char *plural(int count)
+{
+    return count == 1 ? "" : "s";
+}
+
 }
 
 int runCheck(const CommandLine &line)
@@ -32,7 +37,8 @@ int runCheck(const CommandLine &line)
         std::printf("%s\n", qPrintable(finding.toLine()));
     const int errors = countOf(findings, Finding::Severity::Error);
     const int warnings = countOf(findings, Finding::Severity::Warning);
-    std::fprintf(stderr, "panelhost: %s: %d errors, %d warnings\n", qPrintable(directory), errors, warnings);
+    std::fprintf(stderr, "panelhost: %s: %d error%s, %d warning%s\n", qPrintable(directory), errors, plural(errors),
+                 warnings, plural(warnings));
     const bool isRefused = errors > 0 || (warnings > 0 && line.parser.isSet(QStringLiteral("strict")));
     return isRefused ? 1 : 0;
 }
