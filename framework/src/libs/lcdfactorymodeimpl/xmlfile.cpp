@@ -5,28 +5,46 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace LCD::FactoryModeImpl {
 
 namespace {
 
-bool isFileOrDirectory(const QFileInfo &info)
+enum class Opened {
+    Yes,
+    No,
+    NoFile, ///< something that is neither a file nor a directory stands there
+};
+
+/// Opens @p file for reading and never waits for what stands in its place, as a plain open does for a FIFO's other end.
+Opened openAtOnce(QFile &file)
 {
-    return info.isFile() || info.isDir();
+    const int descriptor = ::open(QFile::encodeName(file.fileName()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat status = {};
+    if (descriptor >= 0 && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode))
+        return file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ? Opened::Yes : Opened::No;
+    if (descriptor >= 0)
+        ::close(descriptor);
+    if (descriptor >= 0 && !S_ISDIR(status.st_mode))
+        return Opened::NoFile;
+    return file.open(QIODevice::ReadOnly) ? Opened::Yes : Opened::No;
 }
 
 }
 
 std::optional<QByteArray> XmlFile::read(const QString &path) const
 {
-    const QFileInfo info(path);
-    if (info.exists() && !isFileOrDirectory(info)) {
+    QFile file(path);
+    const Opened opened = openAtOnce(file);
+    if (opened == Opened::NoFile) {
         reportParseError(path, QStringLiteral("not a regular file"), 0, 0);
         return std::nullopt;
     }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (opened == Opened::No) {
         qCWarning(componentLog) << m_parser << "Failed to open config file:" << path << "Error:" << file.errorString();
         qCWarning(componentLog) << m_parser << "Current working directory:" << QDir::currentPath();
         return std::nullopt;
