@@ -43,9 +43,9 @@ void WallTimer::stop()
 void WallTimer::arm(int first, int next)
 {
     const auto time = [](int ms) { return timespec{ms / 1000, (ms % 1000) * 1000000L}; };
-    const itimerspec spec{time(next), time(first)};
+    const itimerspec timing{time(next), time(first)};
     if (m_descriptor >= 0)
-        timerfd_settime(m_descriptor, 0, &spec, nullptr);
+        timerfd_settime(m_descriptor, 0, &timing, nullptr);
 }
 
 void WallTimer::drain()
