@@ -2,6 +2,7 @@
 #include "panelfixture.h"
 
 #include <QtCore/QDir>
+#include <QtGui/QFontDatabase>
 #include <QtTest/QtTest>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleFactory>
@@ -48,6 +49,17 @@ int compare(const QImage &actual, const QImage &golden, QImage &difference)
                 ++count;
             }
     return count;
+}
+
+// The pictures' own font files, so that they don't depend on what is installed.
+bool useFontOfThePictures()
+{
+    const QString fonts = QStringLiteral(LCD_SOURCE_DIR "/tests/host/panel/fonts/");
+    QFont font = QApplication::font();
+    font.setFamily(QStringLiteral("DejaVu Sans"));
+    QApplication::setFont(font);
+    return QFontDatabase::addApplicationFont(fonts + QStringLiteral("DejaVuSans.ttf")) >= 0
+        && QFontDatabase::addApplicationFont(fonts + QStringLiteral("DejaVuSans-Bold.ttf")) >= 0;
 }
 
 DeviceState restingDevice()
@@ -115,6 +127,8 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
+    if (!useFontOfThePictures())
+        qFatal("the fonts of the pictures can't be read");
     TestPanelGolden test;
     return QTest::qExec(&test, argc, argv);
 }
