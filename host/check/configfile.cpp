@@ -1,5 +1,7 @@
 #include "check/configfile.h"
 
+#include "check/schemavalidator.h"
+
 #include <QtCore/QDebug>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -9,7 +11,7 @@ namespace panelhost {
 namespace {
 
 constexpr qint64 MaxSize = 1 << 20;
-constexpr int MaxTags = 20000;
+constexpr int MaxTags = 5000;
 /// An entity may stand for this many tags: the XML reader cuts its text off at 4096 characters.
 constexpr int MaxTagsOfEntity = 4096 / 3;
 
@@ -98,18 +100,18 @@ bool ConfigFile::checkRoot()
                                              : logText("XML version is not 1.0 in file:", m_path));
 }
 
+void ConfigFile::validateAgainst(const QString &schemaName)
+{
+    m_findings += validate(m_data, m_path, schemaName);
+}
+
 QDomElement ConfigFile::list(const QString &tag)
 {
     const auto root = m_document.documentElement();
-    const auto lists = childrenOf(root, tag);
-    if (lists.isEmpty()) {
-        const auto words = QStringLiteral("No %1 element found in:").arg(tag);
-        error(root, logText(qUtf8Printable(words), m_path));
-        return {};
-    }
-    for (const auto &further : lists.mid(1))
-        warn(further, QStringLiteral("only the first %1 is read, this one is ignored").arg(tag));
-    return lists.first();
+    const auto list = root.firstChildElement(tag);
+    if (list.isNull())
+        error(root, logText(qUtf8Printable(QStringLiteral("No %1 element found in:").arg(tag)), m_path));
+    return list;
 }
 
 void ConfigFile::error(const QDomElement &where, const QString &text)

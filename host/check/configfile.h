@@ -17,7 +17,9 @@ public:
 
     /// Opens and parses the file and looks at its root. False if the component would refuse it.
     bool load();
-    /// The first child of the root by that name; null, with an error, if there is none. Warns of further ones.
+    /// Adds what the schema by that name doesn't allow.
+    void validateAgainst(const QString &schemaName);
+    /// The first child of the root by that name; null, with an error, if there is none.
     QDomElement list(const QString &tag);
 
     void error(const QDomElement &where, const QString &text);

@@ -10,6 +10,7 @@ namespace panelhost {
 namespace {
 
 const QString ItemTag = QStringLiteral("MenuItem");
+const QString KeyAttribute = QStringLiteral("Key");
 
 /// What the component makes of one MenuItem.
 struct Item
@@ -18,7 +19,7 @@ struct Item
     QString key;
     QString tail;
     QString container;
-    bool hasChildren = false;
+    bool opensContainer = true; ///< false for a submenu: its key gives a title and nothing else
 };
 
 class MenuCheck
@@ -34,7 +35,7 @@ private:
     void checkContainer(const Item &item);
 
     ConfigFile m_file;
-    QHash<QString, int> m_lineOfContainer;
+    QHash<QString, QDomElement> m_itemOfContainer;
 };
 
 QString containerOf(const QString &key, const QString &tail, int level)
@@ -48,13 +49,13 @@ Item itemOf(const QDomElement &element, int level)
 {
     Item item;
     item.element = element;
-    item.key = element.attribute(QStringLiteral("Key"));
+    item.key = element.attribute(KeyAttribute);
     if (item.key.isEmpty())
         item.key = element.attribute(QStringLiteral("key"));
     item.tail = item.key.section(QLatin1Char('.'), -1);
     if (!item.key.isEmpty())
         item.container = containerOf(item.key, item.tail, level);
-    item.hasChildren = !element.firstChildElement(ItemTag).isNull();
+    item.opensContainer = level == 2 || element.firstChildElement(ItemTag).isNull();
     return item;
 }
 
@@ -62,6 +63,7 @@ Findings MenuCheck::run()
 {
     if (!m_file.load())
         return m_file.findings();
+    m_file.validateAgainst(QStringLiteral("factorymenu.xsd"));
     const auto bar = m_file.list(QStringLiteral("MenuBar"));
     if (!bar.isNull() && bar.firstChildElement(ItemTag).isNull())
         m_file.warn(bar, QStringLiteral("No menu items found in MenuBar!"));
@@ -72,41 +74,41 @@ Findings MenuCheck::run()
 void MenuCheck::checkItems(const QDomElement &parent, int level)
 {
     for (const auto &element : childrenOf(parent, ItemTag)) {
-        if (level > 2) {
-            m_file.warn(element, QStringLiteral("MenuItem on a third level is ignored"));
-            continue;
-        }
         const auto item = itemOf(element, level);
         checkKey(item);
-        if (level == 2 || !item.hasChildren)
+        if (item.opensContainer)
             checkContainer(item);
-        checkItems(element, level + 1);
+        if (level == 1)
+            checkItems(element, 2);
     }
 }
 
 void MenuCheck::checkKey(const Item &item)
 {
     const auto &element = item.element;
+    if (!element.hasAttribute(KeyAttribute) && !element.hasAttribute(QStringLiteral("key")))
+        m_file.warn(element, QStringLiteral("MenuItem has no Key: it shows no title and opens nothing"));
     if (item.key.isEmpty())
-        return m_file.warn(element, QStringLiteral("MenuItem has an empty key: it shows no title and opens nothing"));
-    if (element.attribute(QStringLiteral("Key")).isEmpty())
+        return;
+    if (element.attribute(KeyAttribute).isEmpty())
         m_file.warn(element, QStringLiteral("MenuItem gives its key as \"key\", expected \"Key\""));
-    if (item.tail.isEmpty())
-        m_file.warn(element, QStringLiteral("key \"%1\" ends in a dot: the item shows the whole key").arg(item.key));
-    else if (!isKnownTitle(item.tail))
+    if (item.opensContainer && !item.tail.isEmpty() && !isKnownTitle(item.tail))
         m_file.warn(element, QStringLiteral("no title is known for \"%1\": it shows as it stands").arg(item.tail));
 }
 
+// The same key twice is the schema's affair.
 void MenuCheck::checkContainer(const Item &item)
 {
     if (item.container.isEmpty())
         return;
-    const int line = m_lineOfContainer.value(item.container);
-    if (line > 0)
+    const auto first = m_itemOfContainer.value(item.container);
+    if (first.isNull())
+        m_itemOfContainer.insert(item.container, item.element);
+    else if (first.attribute(KeyAttribute).isEmpty() || first.attribute(KeyAttribute) != item.key)
         m_file.warn(item.element,
-                    QStringLiteral("opens \"%1\" as the item of line %2 does").arg(item.container).arg(line));
-    else
-        m_lineOfContainer.insert(item.container, m_file.placeOf(item.element).line);
+                    QStringLiteral("opens \"%1\" as the item of line %2 does")
+                        .arg(item.container)
+                        .arg(m_file.placeOf(first).line));
 }
 
 }

@@ -7,6 +7,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <algorithm>
+#include <ctime>
+
 using namespace panelhost;
 
 /// Each numbered file with all that is said about it.
@@ -21,6 +24,9 @@ private Q_SLOTS:
     void missingFiles();
     void directoryInPlaceOfAFile();
     void bothFilesInOrder();
+    void shippedFilesHaveNoFinding();
+    void hostileFileIsCheckedQuickly_data();
+    void hostileFileIsCheckedQuickly();
 };
 
 namespace {
@@ -32,6 +38,9 @@ QStringList linesOf(const Findings &findings)
         lines.append(finding.toLine());
     return lines;
 }
+
+// Sanitizers slow the checks down; without them each takes a fifth of it at most.
+constexpr double MaxSeconds = 3;
 
 QString tagOf(const char *text)
 {
@@ -56,53 +65,102 @@ void CheckTest::file_data()
     };
     row("keys01.xml", {});
     row("keys02.xml", {"1:1: error: XML version is not 1.0 in file: \"keys02.xml\""});
-    row("keys03.xml", {"1:1: error: No LcdKeys element found in: \"keys03.xml\""});
+    row("keys03.xml",
+        {"1:1: error: No LcdKeys element found in: \"keys03.xml\"",
+         "2:3: warning: found element \"Keys\", expected LcdKeys"});
     row("keys04.xml", {"2:3: warning: LcdKeys holds no LcdKey: the button function test has nothing to do"});
     row("keys05.xml",
-        {"3:9: warning: Value \"0x10\" reads as 0, expected a decimal number",
-         "5:9: warning: Value \"4294967296\" reads as 0, expected a decimal number",
-         "5:9: warning: key 0 stands in line 3 already", "6:9: warning: LcdKey has no Value: it reads as 0",
-         "6:9: warning: key 0 stands in line 3 already", "7:9: warning: LcdKey has no Value: it reads as 0",
-         "7:9: warning: key 0 stands in line 3 already"});
-    row("keys06.xml", {"5:9: warning: key 12 stands in line 3 already"});
+        {"3:9: warning: found Value \"0x10\", expected a decimal number from 0 to 2147483647",
+         "5:9: warning: found Value \"4294967296\", expected a decimal number from 0 to 2147483647",
+         "6:9: warning: found LcdKey without Value, expected a decimal number from 0 to 2147483647",
+         "7:9: warning: found Value \"\", expected a decimal number from 0 to 2147483647",
+         "8:9: warning: found Value \"-5\", expected a decimal number from 0 to 2147483647"});
+    row("keys06.xml",
+        {"5:9: warning: found Value \"12\" a second time (the first is in line 3), expected each Value once"});
     row("keys07.xml",
         {"2:5: warning: no LcdKey has the Name \"CUT\"",
-         "5:5: warning: only the first LcdKeys is read, this one is ignored"});
+         "5:5: warning: found element \"LcdKeys\", expected the end of LCD"});
     row("keys08.xml", {"1:1: error: Root element is not LCD, got: \"lcd\" in file: \"keys08.xml\""});
     row("keys09.xml",
         {"2:1: error: Failed to parse XML: \"keys09.xml\" Error: \"unexpected end of file\" at line 2 column 1"});
+    row("keys10.xml",
+        {"3:9: warning: found Value \"-5\", expected a decimal number from 0 to 2147483647",
+         "4:9: warning: found Value \"2147483648\", expected a decimal number from 0 to 2147483647",
+         "6:9: warning: found Value \"07\" a second time, expected each Value once",
+         "7:9: warning: found attribute \"name\" of LcdKey, expected Value or Name",
+         "8:9: warning: found element \"LcdKeyy\", expected LcdKey",
+         "9:28: warning: found text \"A\" in LcdKey, expected none"});
     row("menu01.xml", {});
     row("menu02.xml", {"1:60: error: Failed to parse XML: \"menu02.xml\" Error: \"tag mismatch\" at line 1 column 60"});
     row("menu03.xml",
         {"1:1: error: Failed to parse XML: \"menu03.xml\" Error: \"unexpected end of file\" at line 1 column 1"});
     row("menu04.xml", {"3:1: error: Root element is not LCD, got: \"Panel\" in file: \"menu04.xml\""});
     row("menu05.xml", {"1:1: error: XML version is not 1.0, got: \"1.1\" in file: \"menu05.xml\""});
-    row("menu06.xml", {"1:1: error: No MenuBar element found in: \"menu06.xml\""});
+    row("menu06.xml",
+        {"1:1: error: No MenuBar element found in: \"menu06.xml\"",
+         "2:5: warning: found element \"Menu\", expected MenuBar",
+         "3:5: warning: found element \"Bar\", expected MenuBar"});
     row("menu07.xml", {"2:5: warning: No menu items found in MenuBar!"});
     row("menu08.xml", {"3:9: warning: no title is known for \"Tbra\": it shows as it stands"});
     row("menu09.xml",
-        {"3:9: warning: MenuItem has an empty key: it shows no title and opens nothing",
-         "4:9: warning: MenuItem has an empty key: it shows no title and opens nothing",
-         "5:9: warning: key \"em.factorytest.\" ends in a dot: the item shows the whole key"});
+        {"3:9: warning: MenuItem has no Key: it shows no title and opens nothing",
+         "4:9: warning: found Key \"\", expected names divided by dots, such as em.factorytest.Net",
+         "4:9: warning: found key \"\", expected names divided by dots, such as em.factorytest.Net",
+         "5:9: warning: found Key \"em.factorytest.\", expected names divided by dots, such as em.factorytest.Net"});
     row("menu10.xml",
-        {"4:9: warning: no title is known for \"RepairMode\": it shows as it stands",
-         "5:13: warning: opens \"container.net\" as the item of line 3 does",
+        {"5:13: warning: opens \"container.net\" as the item of line 3 does",
          "7:13: warning: opens \"container.factorytest.repairmode.net\" as the item of line 6 does"});
     row("menu11.xml",
-        {"5:17: warning: MenuItem on a third level is ignored", "6:17: warning: MenuItem on a third level is ignored"});
+        {"5:17: warning: found element \"MenuItem\", expected the end of MenuItem",
+         "6:17: warning: found element \"MenuItem\", expected the end of MenuItem"});
     row("menu12.xml",
         {"3:9: warning: MenuItem gives its key as \"key\", expected \"Key\"",
+         "4:9: warning: found Key \"\", expected names divided by dots, such as em.factorytest.Net",
          "4:9: warning: MenuItem gives its key as \"key\", expected \"Key\""});
     row("menu13.xml",
-        {"5:5: warning: only the first MenuBar is read, this one is ignored",
-         "8:5: warning: only the first MenuBar is read, this one is ignored"});
+        {"5:5: warning: found element \"MenuBar\", expected the end of LCD",
+         "8:5: warning: found element \"MenuBar\", expected the end of LCD"});
     row("menu14.xml", {"1:1: error: XML version is not 1.0, got: \"\" in file: \"menu14.xml\""});
-    row("menu15.xml", {"1:1: error: not read: larger than 1048576 bytes or 20000 tags"});
-    row("menu16.xml", {"1:1: error: not read: larger than 1048576 bytes or 20000 tags"});
+    row("menu15.xml", {"1:1: error: not read: larger than 1048576 bytes or 5000 tags"});
+    row("menu16.xml", {"1:1: error: not read: larger than 1048576 bytes or 5000 tags"});
     row("menu17.xml",
         {"1:1: error: Failed to parse XML: \"menu17.xml\" Error: \"error occurred while parsing element\" at line 1 "
          "column 1"});
     row("menu18.xml", {});
+    row("menu19.xml",
+        {"2:5: warning: found element \"Menubar\", expected MenuBar",
+         "4:9: warning: found element \"MenuItm\", expected MenuItem",
+         "6:13: warning: found element \"menuItem\", expected MenuItem",
+         "7:48: warning: found element \"Icon\", expected the end of MenuItem",
+         "9:9: warning: found element \"Separator\", expected MenuItem"});
+    row("menu20.xml",
+        {"1:1: warning: found attribute \"author\" of LCD, expected version",
+         "2:5: warning: found attribute \"visible\" of MenuBar, expected no attribute",
+         "3:9: warning: found attribute \"Title\" of MenuItem, expected Key",
+         "3:9: warning: found attribute \"Icon\" of MenuItem, expected Key",
+         "5:9: warning: found attribute \"KEY\" of MenuItem, expected Key",
+         "5:9: warning: MenuItem has no Key: it shows no title and opens nothing"});
+    row("menu21.xml",
+        {"6:13: warning: found Key \"em.factorytest.Net\" a second time (the first is in line 3), expected each Key "
+         "once",
+         "8:9: warning: found Key \"em.factorytest.Usb\" a second time (the first is in line 4), expected each Key "
+         "once",
+         "8:46: warning: opens \"container.net\" as the item of line 3 does"});
+    row("menu22.xml",
+        {"2:14: warning: found text \"stray words\" in MenuBar, expected none",
+         "6:13: warning: found text \"Tür und Tor\" in MenuItem, expected none",
+         "8:32: warning: found text \"data\" in MenuBar, expected none",
+         "12:51: warning: found text \"<b>\" in MenuItem, expected none",
+         "15:5: warning: found text \"the end of a menu that has been written ...\" in LCD, expected none"});
+    row("menu23.xml", {"1:39: warning: found encoding \"klingon\", expected a known one such as UTF-8"});
+    row("menu24.xml",
+        {"2:15: warning: found a document type declaration, expected none: the file isn't validated",
+         "5:9: warning: no title is known for \"Nothing\": it shows as it stands"});
+    row("menu25.xml", {"4:10: warning: found bytes that are no text in the encoding of the file"});
+    row("menu26.xml", {"1:1: warning: found LCD in the namespace \"urn:menu\", expected no namespace"});
+    row("menu27.xml", {"4:42: warning: found element \"MenuItm\", expected MenuItem"});
+    row("menu28.xml", {});
+    row("menu29.xml", {"1:48: warning: found what XML doesn't allow: Attribute Key redefined"});
 }
 
 void CheckTest::file()
@@ -143,6 +201,53 @@ void CheckTest::bothFilesInOrder()
     QVERIFY(findings.at(1).file.endsWith(QLatin1String("factorykeychecklist.xml")));
     QCOMPARE(countOf(findings, Finding::Severity::Warning), 2);
     QCOMPARE(countOf(findings, Finding::Severity::Error), 0);
+}
+
+void CheckTest::shippedFilesHaveNoFinding()
+{
+    QCOMPARE(linesOf(checkDirectory(QStringLiteral(LCD_SOURCE_DIR "/share"))), QStringList());
+}
+
+void CheckTest::hostileFileIsCheckedQuickly_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("finding");
+    const QByteArray begin = "<LCD><MenuBar>";
+    const QByteArray end = "</MenuBar></LCD>";
+    const auto unexpected = QStringLiteral("found element \"x\", expected MenuItem");
+    QTest::newRow("unexpected elements") << begin + QByteArray("<x/>").repeated(4900) + end << unexpected;
+    QTest::newRow("same keys") << begin + QByteArray("<MenuItem Key=\"a.Net\"/>").repeated(4900) + end
+                               << QStringLiteral("found Key \"a.Net\" a second time, expected each Key once");
+    QTest::newRow("much text") << begin + QByteArray("<x/>").repeated(100) + QByteArray(1000000, 'x') + end
+                               << unexpected;
+    QTest::newRow("long value") << begin + "<MenuItem Key=\"" + QByteArray(1000000, '.') + "\"/>" + end
+                                << QStringLiteral("found Key \"%1...\", expected names divided by dots, such as "
+                                                  "em.factorytest.Net")
+                                       .arg(QString(40, QLatin1Char('.')));
+    QTest::newRow("nested elements") << begin + QByteArray("<x>").repeated(2400) + QByteArray("</x>").repeated(2400)
+            + end
+                                     << QStringLiteral(
+                                            "found what XML doesn't allow: Excessive depth in document: 256 use "
+                                            "XML_PARSE_HUGE option");
+}
+
+// The time that the processor works for it: others at work on the machine don't count.
+void CheckTest::hostileFileIsCheckedQuickly()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, finding);
+    QTemporaryDir dir;
+    const auto path = dir.filePath(QStringLiteral("factorymenu.xml"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    file.close();
+    const auto before = std::clock();
+    const auto findings = checkMenu(path);
+    const auto seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+    const auto isWanted = [&finding](const Finding &found) { return found.text == finding; };
+    QVERIFY2(std::any_of(findings.begin(), findings.end(), isWanted),
+             qPrintable(linesOf(findings.mid(0, 3)).join(QLatin1Char('\n'))));
+    QVERIFY2(seconds < MaxSeconds, qPrintable(QString::number(seconds)));
 }
 
 QTEST_GUILESS_MAIN(CheckTest)

@@ -1,0 +1,169 @@
+#include "check/schemamessage.h"
+
+#include <QtCore/QRegularExpression>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int MaxQuotedText = 40;
+
+QString messageOf(const xmlError &error)
+{
+    return QString::fromUtf8(error.message).simplified();
+}
+
+/// The first group of @p pattern in the library's message.
+QString captured(const xmlError &error, const QString &pattern)
+{
+    return QRegularExpression(pattern).match(messageOf(error)).captured(1);
+}
+
+QString quoted(const QString &text)
+{
+    const auto shown = text.size() > MaxQuotedText ? text.left(MaxQuotedText) + QStringLiteral("...") : text;
+    return QLatin1Char('"') + shown + QLatin1Char('"');
+}
+
+QString attributeOf(const xmlError &error)
+{
+    return captured(error, QStringLiteral("attribute '([^']*)'"));
+}
+
+QString attributesFor(const QString &element)
+{
+    static const QHash<QString, QString> attributes{
+        {QStringLiteral("LCD"), QStringLiteral("version")},
+        {QStringLiteral("MenuItem"), QStringLiteral("Key")},
+        {QStringLiteral("LcdKey"), QStringLiteral("Value or Name")},
+    };
+    return attributes.value(element, QStringLiteral("no attribute"));
+}
+
+QString valuesOf(const QString &attribute)
+{
+    static const QHash<QString, QString> values{
+        {QStringLiteral("Key"), QStringLiteral("names divided by dots, such as em.factorytest.Net")},
+        {QStringLiteral("key"), QStringLiteral("names divided by dots, such as em.factorytest.Net")},
+        {QStringLiteral("Value"), QStringLiteral("a decimal number from 0 to 2147483647")},
+    };
+    return values.value(attribute, QStringLiteral("another value"));
+}
+
+QString unexpectedElement(const xmlError &error, const SchemaSubject &subject)
+{
+    const auto expected = captured(error, QStringLiteral("Expected is (?:one of )?\\( (.*) \\)"));
+    const auto found = QStringLiteral("found element %1, expected %2").arg(quoted(subject.name));
+    return found.arg(expected.isEmpty() ? QStringLiteral("the end of ") + subject.parent : expected);
+}
+
+QString wrongNamespace(const SchemaSubject &subject)
+{
+    return QStringLiteral("found %1 in the namespace %2, expected no namespace")
+        .arg(subject.name, quoted(subject.xmlNamespace));
+}
+
+QString unknownAttribute(const xmlError &error, const SchemaSubject &subject)
+{
+    return QStringLiteral("found attribute %1 of %2, expected %3")
+        .arg(quoted(attributeOf(error)), subject.name, attributesFor(subject.name));
+}
+
+QString missingAttribute(const xmlError &error, const SchemaSubject &subject)
+{
+    const auto attribute = captured(error, QStringLiteral("The attribute '([^']*)'"));
+    return QStringLiteral("found %1 without %2, expected %3").arg(subject.name, attribute, valuesOf(attribute));
+}
+
+QString wrongValue(const xmlError &error, const SchemaSubject &subject)
+{
+    const auto attribute = attributeOf(error);
+    return QStringLiteral("found %1 %2, expected %3")
+        .arg(attribute, quoted(subject.attributes.value(attribute)), valuesOf(attribute));
+}
+
+QString repeatedValue(const xmlError &error, const SchemaSubject &subject)
+{
+    const auto attribute = uniqueAttribute(error);
+    const auto first =
+        subject.firstLine > 0 ? QStringLiteral(" (the first is in line %1)").arg(subject.firstLine) : QString();
+    return QStringLiteral("found %1 %2 a second time%3, expected each %1 once")
+        .arg(attribute, quoted(subject.attributes.value(attribute)), first);
+}
+
+QString unexpectedText(const SchemaSubject &subject)
+{
+    return QStringLiteral("found text %1 in %2, expected none").arg(quoted(subject.text), subject.name);
+}
+
+bool isMissingElement(const xmlError &error)
+{
+    return messageOf(error).contains(QLatin1String("Missing child element"));
+}
+
+}
+
+QString schemaMessage(const xmlError &error, const SchemaSubject &subject)
+{
+    switch (error.code) {
+    case XML_SCHEMAV_ELEMENT_CONTENT:
+        // A missing list is refused by the component already.
+        return isMissingElement(error) ? QString() : unexpectedElement(error, subject);
+    case XML_SCHEMAV_CVC_ELT_1:
+        return wrongNamespace(subject);
+    case XML_SCHEMAV_CVC_COMPLEX_TYPE_3_2_1:
+        return unknownAttribute(error, subject);
+    case XML_SCHEMAV_CVC_COMPLEX_TYPE_4:
+        return missingAttribute(error, subject);
+    case XML_SCHEMAV_CVC_COMPLEX_TYPE_2_1:
+        return isUnexpectedText(error) ? unexpectedText(subject) : unexpectedElement(error, subject);
+    case XML_SCHEMAV_CVC_COMPLEX_TYPE_2_3:
+        return unexpectedText(subject);
+    case XML_SCHEMAV_CVC_DATATYPE_VALID_1_2_1:
+    case XML_SCHEMAV_CVC_PATTERN_VALID:
+    case XML_SCHEMAV_CVC_MININCLUSIVE_VALID:
+        return wrongValue(error, subject);
+    case XML_SCHEMAV_CVC_IDC:
+        // Also raised for a value that isn't valid and so can't be compared.
+        return uniqueAttribute(error).isEmpty() ? QString() : repeatedValue(error, subject);
+    default:
+        return messageOf(error);
+    }
+}
+
+QString parserMessage(const xmlError &error)
+{
+    const auto message = messageOf(error);
+    switch (error.code) {
+    case XML_ERR_UNSUPPORTED_ENCODING:
+    case XML_ERR_UNKNOWN_ENCODING:
+        return QStringLiteral("found encoding %1, expected a known one such as UTF-8")
+            .arg(quoted(message.section(QLatin1Char(' '), -1)));
+    case XML_ERR_INVALID_CHAR:
+    case XML_ERR_INVALID_ENCODING:
+        return QStringLiteral("found bytes that are no text in the encoding of the file");
+    default:
+        return QStringLiteral("found what XML doesn't allow: ") + message;
+    }
+}
+
+bool isUnexpectedElement(const xmlError &error)
+{
+    return (error.code == XML_SCHEMAV_ELEMENT_CONTENT && !isMissingElement(error))
+        || (error.code == XML_SCHEMAV_CVC_COMPLEX_TYPE_2_1 && !isUnexpectedText(error));
+}
+
+// An element that must be empty gives one code for text and elements.
+bool isUnexpectedText(const xmlError &error)
+{
+    return error.code == XML_SCHEMAV_CVC_COMPLEX_TYPE_2_3
+        || (error.code == XML_SCHEMAV_CVC_COMPLEX_TYPE_2_1
+            && messageOf(error).contains(QLatin1String("Character content")));
+}
+
+QString uniqueAttribute(const xmlError &error)
+{
+    return error.code == XML_SCHEMAV_CVC_IDC ? captured(error, QStringLiteral("'Unique([^']*)'")) : QString();
+}
+
+}

@@ -1,0 +1,342 @@
+#include "check/schemavalidator.h"
+
+#include "check/schemamessage.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+#include <QtCore/QStack>
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/xmlschemas.h>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+// Outside of any namespace, because the macro declares a function.
+static void initSchemaResource()
+{
+    Q_INIT_RESOURCE(schemas);
+}
+
+namespace panelhost {
+
+namespace {
+
+/// An unexpected element ends the validation of its parent. So it is left out and the file validated again, this
+/// many times at most.
+constexpr int MaxPasses = 50;
+
+/// The five pointers that the parser gives for each attribute.
+enum AttributeField {
+    LocalName,
+    Prefix,
+    Namespace,
+    ValueBegin,
+    ValueEnd,
+    FieldCount
+};
+
+using ParserPointer = std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)>;
+using SchemaPointer = std::unique_ptr<xmlSchema, decltype(&xmlSchemaFree)>;
+using ValidatorPointer = std::unique_ptr<xmlSchemaValidCtxt, decltype(&xmlSchemaFreeValidCtxt)>;
+using PlugPointer = std::unique_ptr<xmlSchemaSAXPlugStruct, decltype(&xmlSchemaSAXUnplug)>;
+
+QString textOf(const xmlChar *text)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(text));
+}
+
+QString textOf(const xmlChar *begin, const xmlChar *end)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(begin), static_cast<int>(end - begin));
+}
+
+SchemaPointer loadSchema(const QString &name)
+{
+    initSchemaResource();
+    QFile file(QStringLiteral(":/schemas/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return {nullptr, xmlSchemaFree};
+    const QByteArray source = file.readAll();
+    const std::unique_ptr<xmlSchemaParserCtxt, decltype(&xmlSchemaFreeParserCtxt)> parser(
+        xmlSchemaNewMemParserCtxt(source.constData(), source.size()), xmlSchemaFreeParserCtxt);
+    return {parser ? xmlSchemaParse(parser.get()) : nullptr, xmlSchemaFree};
+}
+
+const xmlChar *asXml(const QByteArray &text)
+{
+    return reinterpret_cast<const xmlChar *>(text.constData());
+}
+
+int characterCount(const xmlChar *begin, const xmlChar *end)
+{
+    return textOf(begin, end).size();
+}
+
+/// One pass over the file: hands the parser's events on to the validator and keeps the place of each open element.
+class ValidationPass
+{
+public:
+    /// @p skipped are the numbers of the elements to leave out, counted in the order of their start tags.
+    ValidationPass(const QByteArray &data, const QString &path, const QSet<int> &skipped)
+        : m_data(data), m_path(path), m_skipped(skipped)
+    {
+    }
+
+    void run(xmlSchema *schema);
+
+    /// All findings but those about unexpected elements.
+    const Findings &findings() const { return m_findings; }
+    const Findings &unexpectedFindings() const { return m_unexpectedFindings; }
+    /// The numbers of the elements that were not expected where they stand.
+    const QSet<int> &unexpected() const { return m_unexpected; }
+
+private:
+    struct Element
+    {
+        int number = 0;
+        Place place;
+        SchemaSubject subject;
+    };
+    using Attributes = QVector<const xmlChar *>;
+
+    xmlSAXHandler handlers();
+    void startElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri, int namespaceCount,
+                      const xmlChar **namespaces, int attributeCount, int defaultedCount, const xmlChar **attributes);
+    void endElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri);
+    void text(const xmlChar *begin, int size);
+    void validateText();
+    void refuseDoctype();
+    void parserError(const xmlError &error);
+    void validityError(const xmlError &error);
+
+    Element elementAt(const xmlChar *name, const xmlChar *uri, const Attributes &attributes) const;
+    /// Where @p position in the parser's buffer is. @p counted is how far the parser has counted lines and columns.
+    Place placeAt(const xmlChar *position, const xmlChar *counted) const;
+    void rememberValues(const Element &element);
+    Finding finding(Place place, const QString &text) const;
+
+    static ValidationPass &of(void *self) { return *static_cast<ValidationPass *>(self); }
+
+    const QByteArray &m_data;
+    const QString m_path;
+    const QSet<int> &m_skipped;
+    Findings m_findings;
+    Findings m_unexpectedFindings;
+    QSet<int> m_unexpected;
+    QStack<Element> m_open;
+    QHash<QStringList, int> m_lineOfValue;
+    QByteArray m_text;
+    Place m_textPlace;
+    int m_elementCount = 0;
+    int m_skippedDepth = 0;
+    bool m_isRefused = false;
+    xmlParserCtxt *m_parser = nullptr;
+    xmlSAXHandler *m_validation = nullptr;
+    void *m_validator = nullptr;
+};
+
+void ValidationPass::run(xmlSchema *schema)
+{
+    const ParserPointer parser(xmlCreateMemoryParserCtxt(m_data.constData(), m_data.size()), xmlFreeParserCtxt);
+    const ValidatorPointer validator(xmlSchemaNewValidCtxt(schema), xmlSchemaFreeValidCtxt);
+    if (!parser || !validator)
+        return;
+    m_parser = parser.get();
+    xmlCtxtUseOptions(m_parser, XML_PARSE_NONET);
+    *m_parser->sax = handlers();
+    m_parser->userData = this;
+    xmlSchemaSetValidStructuredErrors(
+        validator.get(), [](void *self, xmlErrorPtr error) { of(self).validityError(*error); }, this);
+    // With no handler to wrap, the plug gives the validator's own.
+    const PlugPointer plug(xmlSchemaSAXPlug(validator.get(), &m_validation, &m_validator), xmlSchemaSAXUnplug);
+    if (plug)
+        xmlParseDocument(m_parser);
+}
+
+xmlSAXHandler ValidationPass::handlers()
+{
+    xmlSAXHandler sax = {};
+    sax.initialized = XML_SAX2_MAGIC;
+    sax.startElementNs = [](void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri,
+                            int namespaceCount, const xmlChar **namespaces, int attributeCount, int defaultedCount,
+                            const xmlChar **attributes) {
+        of(self).startElement(name, prefix, uri, namespaceCount, namespaces, attributeCount, defaultedCount,
+                              attributes);
+    };
+    sax.endElementNs = [](void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri) {
+        of(self).endElement(name, prefix, uri);
+    };
+    sax.characters = [](void *self, const xmlChar *begin, int size) { of(self).text(begin, size); };
+    sax.ignorableWhitespace = sax.characters;
+    sax.cdataBlock = sax.characters;
+    sax.internalSubset = [](void *self, const xmlChar *, const xmlChar *, const xmlChar *) {
+        of(self).refuseDoctype();
+    };
+    sax.serror = [](void *self, xmlErrorPtr error) { of(self).parserError(*error); };
+    return sax;
+}
+
+void ValidationPass::startElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri, int namespaceCount,
+                                  const xmlChar **namespaces, int attributeCount, int defaultedCount,
+                                  const xmlChar **attributes)
+{
+    if (m_skipped.contains(m_elementCount++) || m_skippedDepth > 0) {
+        ++m_skippedDepth;
+        return;
+    }
+    validateText();
+    // The validator would load the schemas that these hints name.
+    Attributes kept;
+    for (int i = 0; i < attributeCount; ++i) {
+        const xmlChar **attribute = attributes + i * FieldCount;
+        if (!xmlStrEqual(attribute[Namespace], BAD_CAST "http://www.w3.org/2001/XMLSchema-instance")
+            || !xmlStrstr(attribute[LocalName], BAD_CAST "chemaLocation"))
+            std::copy(attribute, attribute + FieldCount, std::back_inserter(kept));
+    }
+    m_open.push(elementAt(name, uri, kept));
+    rememberValues(m_open.top());
+    m_validation->startElementNs(m_validator, name, prefix, uri, namespaceCount, namespaces, kept.size() / FieldCount,
+                                 defaultedCount, kept.data());
+}
+
+void ValidationPass::endElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri)
+{
+    if (m_skippedDepth > 0) {
+        --m_skippedDepth;
+        return;
+    }
+    validateText();
+    m_validation->endElementNs(m_validator, name, prefix, uri);
+    m_open.pop();
+}
+
+// One text may come in several pieces.
+void ValidationPass::text(const xmlChar *begin, int size)
+{
+    if (m_skippedDepth > 0)
+        return;
+    const auto *end = begin + size;
+    const auto *first = std::find_if(begin, end, [](xmlChar byte) { return byte > ' '; });
+    if (m_text.isEmpty() && first == end)
+        return;
+    if (m_text.isEmpty()) {
+        // The piece stands in the buffer, or it is a copy of what stands before the parser's position.
+        const auto *counted = begin == m_parser->input->cur ? end : m_parser->input->cur;
+        m_textPlace = placeAt(counted - (end - first), counted);
+    }
+    m_text.append(reinterpret_cast<const char *>(begin), size);
+}
+
+void ValidationPass::validateText()
+{
+    if (!m_text.isEmpty())
+        m_validation->characters(m_validator, asXml(m_text), m_text.size());
+    m_text.clear();
+}
+
+void ValidationPass::refuseDoctype()
+{
+    m_findings.append(
+        finding(placeAt(m_parser->input->cur, m_parser->input->cur),
+                QStringLiteral("found a document type declaration, expected none: the file isn't validated")));
+    m_isRefused = true;
+    xmlStopParser(m_parser);
+}
+
+void ValidationPass::parserError(const xmlError &error)
+{
+    if (m_isRefused || error.level < XML_ERR_ERROR)
+        return;
+    m_findings.append(finding({qMax(error.line, 1), qMax(error.int2, 1)}, parserMessage(error)));
+    m_isRefused = true;
+    xmlStopParser(m_parser);
+}
+
+void ValidationPass::validityError(const xmlError &error)
+{
+    if (m_open.isEmpty())
+        return;
+    auto &element = m_open.top();
+    const auto attribute = uniqueAttribute(error);
+    const QStringList value{element.subject.name, attribute, element.subject.attributes.value(attribute)};
+    const int line = m_lineOfValue.value(value);
+    element.subject.firstLine = line == element.place.line ? 0 : line;
+    element.subject.text = QString::fromUtf8(m_text).simplified();
+    const auto text = schemaMessage(error, element.subject);
+    if (isUnexpectedElement(error)) {
+        m_unexpected.insert(element.number);
+        m_unexpectedFindings.append(finding(element.place, text));
+    } else if (!text.isEmpty()) {
+        m_findings.append(finding(isUnexpectedText(error) ? m_textPlace : element.place, text));
+    }
+}
+
+ValidationPass::Element ValidationPass::elementAt(const xmlChar *name, const xmlChar *uri,
+                                                  const Attributes &attributes) const
+{
+    const auto *begin = m_parser->input->cur;
+    while (begin > m_parser->input->base && *begin != '<')
+        --begin;
+    Element element;
+    element.number = m_elementCount - 1;
+    element.place = placeAt(begin, m_parser->input->cur);
+    element.subject.name = textOf(name);
+    element.subject.parent = m_open.isEmpty() ? QString() : m_open.top().subject.name;
+    element.subject.xmlNamespace = textOf(uri);
+    for (int i = 0; i < attributes.size(); i += FieldCount)
+        element.subject.attributes.insert(textOf(attributes.at(i + LocalName)),
+                                          textOf(attributes.at(i + ValueBegin), attributes.at(i + ValueEnd)));
+    return element;
+}
+
+Place ValidationPass::placeAt(const xmlChar *position, const xmlChar *counted) const
+{
+    const auto *input = m_parser->input;
+    const int linesBehind = static_cast<int>(std::count(position, counted, xmlChar('\n')));
+    if (linesBehind == 0)
+        return {input->line, input->col - characterCount(position, counted)};
+    const auto *line = position;
+    while (line > input->base && line[-1] != '\n')
+        --line;
+    return {input->line - linesBehind, characterCount(line, position) + 1};
+}
+
+void ValidationPass::rememberValues(const Element &element)
+{
+    const auto &attributes = element.subject.attributes;
+    for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
+        const QStringList value{element.subject.name, attribute.key(), attribute.value()};
+        if (!m_lineOfValue.contains(value))
+            m_lineOfValue.insert(value, element.place.line);
+    }
+}
+
+Finding ValidationPass::finding(Place place, const QString &text) const
+{
+    return {m_path, place, Finding::Severity::Warning, text};
+}
+
+}
+
+Findings validate(const QByteArray &data, const QString &path, const QString &schemaName)
+{
+    const auto schema = loadSchema(schemaName);
+    if (!schema)
+        return {{path, {}, Finding::Severity::Error, QStringLiteral("the schema %1 can't be read").arg(schemaName)}};
+    Findings findings;
+    QSet<int> skipped;
+    for (int pass = 1;; ++pass) {
+        ValidationPass validation(data, path, skipped);
+        validation.run(schema.get());
+        findings += validation.unexpectedFindings();
+        if (validation.unexpected().isEmpty() || pass == MaxPasses)
+            return findings + validation.findings();
+        skipped += validation.unexpected();
+    }
+}
+
+}
