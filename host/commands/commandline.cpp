@@ -1,5 +1,7 @@
 #include "commandline.h"
 
+#include "check/checker.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
@@ -59,7 +61,10 @@ void addCommonOptions(QCommandLineParser &parser)
     parser.addVersionOption();
     parser.addOptions({
         {QStringLiteral("component"), QStringLiteral("The component's library."), QStringLiteral("PATH")},
-        {QStringLiteral("share"), QStringLiteral("Directory with the two XML files."), QStringLiteral("DIR")},
+        {QStringLiteral("share"), QStringLiteral("Directory with the two XML files. Files with errors are refused."),
+         QStringLiteral("DIR")},
+        {QStringLiteral("share-unchecked"),
+         QStringLiteral("The same, but files with errors are left to the component."), QStringLiteral("DIR")},
         {QStringLiteral("language"), QStringLiteral("Language of the component's texts."), QStringLiteral("CODE"),
          QStringLiteral("en")},
         {QStringLiteral("tbar"), QStringLiteral("The T-Bar that is fitted: slider or fader."), QStringLiteral("TYPE"),
@@ -103,21 +108,47 @@ bool checkValues(const QCommandLineParser &parser, QString *error)
     return true;
 }
 
-bool readShare(const QString &value, Session::Options &options, QString *error)
+bool readShare(const QCommandLineParser &parser, Session::Options &options, QString *error)
 {
-    if (!value.isEmpty() && !QFileInfo(value).isDir()) {
-        *error = QStringLiteral("--share is \"%1\"; it is the directory with the two XML files.").arg(value);
+    const QStringList names{QStringLiteral("share"), QStringLiteral("share-unchecked")};
+    if (parser.isSet(names.first()) && parser.isSet(names.last())) {
+        *error = QStringLiteral("Give --share or --share-unchecked, not both.");
         return false;
     }
-    options.share = value;
+    for (const QString &name : names) {
+        if (!parser.isSet(name))
+            continue;
+        options.share = parser.value(name);
+        if (!QFileInfo(options.share).isDir()) {
+            *error =
+                QStringLiteral("--%1 is \"%2\"; it is the directory with the two XML files.").arg(name, options.share);
+            return false;
+        }
+    }
     return true;
+}
+
+// The component takes its default files in place of those that it refuses, and nobody would notice.
+bool checkShare(const QString &directory, QString *error)
+{
+    const Findings findings = checkDirectory(directory);
+    if (countOf(findings, Finding::Severity::Error) == 0)
+        return true;
+    for (const Finding &finding : findings) {
+        if (finding.severity == Finding::Severity::Error)
+            std::fprintf(stderr, "%s\n", qPrintable(finding.toLine()));
+    }
+    *error = QStringLiteral("--share is \"%1\"; the files there have errors. To use them all the same, give "
+                            "--share-unchecked.")
+                 .arg(directory);
+    return false;
 }
 
 bool readOptions(const QCommandLineParser &parser, Session::Options &options, QString *error)
 {
     options.component = parser.value(QStringLiteral("component"));
     options.language = parser.value(QStringLiteral("language"));
-    return checkValues(parser, error) && readShare(parser.value(QStringLiteral("share")), options, error)
+    return checkValues(parser, error) && readShare(parser, options, error)
         && readTBar(parser.value(QStringLiteral("tbar")), options, error)
         && readSize(parser.value(QStringLiteral("size")), options, error);
 }
@@ -162,6 +193,9 @@ int runCommandLine(const QStringList &arguments)
         return refuse(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
     QString error;
     if (!readOptions(parser, line.session, &error))
+        return refuse(error);
+    // The command check tells of the errors itself.
+    if (parser.isSet(QStringLiteral("share")) && command.run != runCheck && !checkShare(line.session.share, &error))
         return refuse(error);
     return command.run(line);
 }

@@ -23,6 +23,9 @@ private Q_SLOTS:
     void playTellsOfAFullDisk();
     void playThatCanNotBeginIsNoFailedExpectation_data();
     void playThatCanNotBeginIsNoFailedExpectation();
+    void shareWithErrorsIsRefused_data();
+    void shareWithErrorsIsRefused();
+    void shareUncheckedIsLeftToTheComponent();
     void checkExitStatus_data();
     void checkExitStatus();
     void checkTellsFileLineAndColumn();
@@ -37,6 +40,8 @@ private:
     Run run(const QStringList &arguments);
     QString write(const QString &name, const QByteArray &text);
     QByteArray read(const QString &name);
+    /// Makes the directory "s" with the two files; an empty file is left out.
+    void writeShare(const QByteArray &menu, const QByteArray &keys);
 
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -79,6 +84,15 @@ QByteArray CommandsTest::read(const QString &name)
 {
     QFile file(m_directory->filePath(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void CommandsTest::writeShare(const QByteArray &menu, const QByteArray &keys)
+{
+    QDir(m_directory->path()).mkdir(QStringLiteral("s"));
+    if (!menu.isEmpty())
+        write(QStringLiteral("s/factorymenu.xml"), menu);
+    if (!keys.isEmpty())
+        write(QStringLiteral("s/factorykeychecklist.xml"), keys);
 }
 
 void CommandsTest::playTellsEachStep()
@@ -189,6 +203,63 @@ void CommandsTest::playThatCanNotBeginIsNoFailedExpectation()
     const auto played = run(QStringList{QStringLiteral("play"), passing} + options);
     QCOMPARE(played.status, 2);
     QVERIFY2(played.out.startsWith(QStringLiteral("FAILED passing.yaml: 0 steps")), qPrintable(played.out));
+}
+
+void CommandsTest::shareWithErrorsIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("menu");
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("broken menu") << QByteArray("<LCD><MenuBar>") << GoodKeys
+                                 << QStringLiteral("s/factorymenu.xml:1:15: error: Failed to parse XML: ");
+    QTest::newRow("wrong root") << QByteArray(
+        "<lcd/>") << GoodKeys << QStringLiteral("s/factorymenu.xml:1:1: error: Root element is not LCD, got: \"lcd\"");
+    QTest::newRow("no MenuBar") << QByteArray("<LCD/>") << GoodKeys
+                                << QStringLiteral("s/factorymenu.xml:1:1: error: No MenuBar element found in: ");
+    QTest::newRow("no menu") << QByteArray() << GoodKeys
+                             << QStringLiteral("s/factorymenu.xml:1:1: error: Failed to open config file: ");
+    QTest::newRow("broken key list") << GoodMenu << QByteArray("<LCD version=\"2\"><LcdKeys/></LCD>")
+                                     << QStringLiteral(
+                                            "s/factorykeychecklist.xml:1:1: error: XML version is not 1.0 in file: ");
+    QTest::newRow("no key list") << GoodMenu << QByteArray()
+                                 << QStringLiteral(
+                                        "s/factorykeychecklist.xml:1:1: error: Failed to open config file: ");
+}
+
+void CommandsTest::shareWithErrorsIsRefused()
+{
+    QFETCH(QByteArray, menu);
+    QFETCH(QByteArray, keys);
+    QFETCH(QString, message);
+    writeShare(menu, keys);
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const QStringList share{QStringLiteral("--share"), QStringLiteral("s")};
+    const QStringList play{QStringLiteral("play"), passing, QStringLiteral("--journal"), QStringLiteral("j.jsonl")};
+    const QStringList record{QStringLiteral("record"), QStringLiteral("r.yaml")};
+    for (const auto &command : {play, record, QStringList{QStringLiteral("info")}, QStringList()}) {
+        const auto refused = run(command + share);
+        QCOMPARE(refused.status, 2);
+        QCOMPARE(refused.out, QString());
+        QVERIFY2(refused.err.startsWith(message), qPrintable(refused.err));
+        QVERIFY2(refused.err.endsWith(QStringLiteral("panelhost: --share is \"s\"; the files there have errors. To use "
+                                                     "them all the same, give --share-unchecked.\n")),
+                 qPrintable(refused.err));
+    }
+    QCOMPARE(run(QStringList{QStringLiteral("check")} + share).status, 1);
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("j.jsonl"))));
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("r.yaml"))));
+}
+
+// The component refuses the menu and takes its default one.
+void CommandsTest::shareUncheckedIsLeftToTheComponent()
+{
+    writeShare("<lcd/>", GoodKeys);
+    const auto passing = write(QStringLiteral("passing.yaml"), Passing);
+    const auto played = run({QStringLiteral("play"), passing, QStringLiteral("--share-unchecked"), QStringLiteral("s"),
+                             QStringLiteral("--journal"), QStringLiteral("j.jsonl")});
+    QCOMPARE(played.status, 0);
+    QCOMPARE(played.err, QString());
+    QVERIFY(read(QStringLiteral("j.jsonl")).contains("Root element is not LCD, got: \\\"lcd\\\""));
 }
 
 void CommandsTest::checkExitStatus_data()

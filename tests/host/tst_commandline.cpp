@@ -48,6 +48,9 @@ private Q_SLOTS:
         row("info --size 0x480", "--size is \"0x480\"; it is width and height in pixels, such as 800x480.");
         row("info --component /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
         row("info --share /nowhere", "--share is \"/nowhere\"; it is the directory with the two XML files.");
+        row("info --share-unchecked /nowhere",
+            "--share-unchecked is \"/nowhere\"; it is the directory with the two XML files.");
+        row("info --share / --share-unchecked /", "Give --share or --share-unchecked, not both.");
         row("info --share= --tbar fader", "--share has no value.");
         row("play --report= session.yaml", "--report has no value.");
         row("--journal=", "--journal has no value.");
@@ -77,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.status, 0);
         for (const char *text : {"play FILE...", "[--report DIR] [--journal FILE] [--screenshots DIR] [--realtime]",
                                  "record FILE", "[--speed SPEED]", "check [DIR]", "[--strict]", "info", "--component",
-                                 "--share", "--language", "--version", "--tbar", "--size"})
+                                 "--share", "--share-unchecked", "--language", "--version", "--tbar", "--size"})
             QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
     }
 
