@@ -28,47 +28,47 @@ enum class Wording {
 
 struct TitleRow
 {
-    QLatin1String key;
+    const char *key;
     /// The title itself, or the catalogue's key for it.
-    QLatin1String title;
+    const char *title;
     Wording wording = Wording::Fixed;
 };
 
 // The first row that matches decides, ignoring case.
 constexpr TitleRow titles[] = {
-    {QLatin1String("AgingMode"), QLatin1String("FCAgeMode"), Wording::Translated},
-    {QLatin1String("completemachine"), QLatin1String("MachineMode"), Wording::Translated},
-    {QLatin1String("FactoryMode"), QLatin1String("Factory Mode")},
-    {QLatin1String("LogExport"), QLatin1String("Log Export")},
-    {QLatin1String("ResetFactory"), QLatin1String("Factory Reset")},
-    {QLatin1String("ScreenLight"), QLatin1String("Screen Light")},
-    {QLatin1String("ScreenBadPixel"), QLatin1String("Screen Bad Pixel")},
-    {QLatin1String("screenbadpixels"), QLatin1String("Screen Bad Pixel")},
-    {QLatin1String("ButtonLight"), QLatin1String("Button Light")},
-    {QLatin1String("ButtonFunction"), QLatin1String("Button Function")},
-    {QLatin1String("Knob"), QLatin1String("Factory Knob")},
-    {QLatin1String("Joystick"), QLatin1String("JoyStick")},
-    {QLatin1String("Tbar"), QLatin1String("T-Bar")},
-    {QLatin1String("Genlock"), QLatin1String("Genlock")},
-    {QLatin1String("Typec"), QLatin1String("TYPE-C")},
-    {QLatin1String("Net"), QLatin1String("Factory Net")},
-    {QLatin1String("Input"), QLatin1String("Input")},
-    {QLatin1String("Output"), QLatin1String("Output")},
-    {QLatin1String("MVR"), QLatin1String("MVR")},
-    {QLatin1String("LTC"), QLatin1String("LTC")},
-    {QLatin1String("MIC"), QLatin1String("MIC")},
-    {QLatin1String("ExpandSource"), QLatin1String("EXP Source")},
-    {QLatin1String("expandsource"), QLatin1String("EXP Source")},
-    {QLatin1String("TouchScreen"), QLatin1String("Touch Screen")},
-    {QLatin1String("touchscreen"), QLatin1String("Touch Screen")},
-    {QLatin1String("USB"), QLatin1String("USB")},
-    {QLatin1String("usb"), QLatin1String("USB")},
-    {QLatin1String("typecnet"), QLatin1String("TYPE-C Net")},
-    {QLatin1String("DC"), QLatin1String("DC")},
-    {QLatin1String("typecpowersupply"), QLatin1String("TYPE-C Power Supply")},
-    {QLatin1String("POE"), QLatin1String("POE")},
-    {QLatin1String("poe"), QLatin1String("POE")},
-    {QLatin1String("madi"), QLatin1String("MADI")},
+    {"AgingMode", "FCAgeMode", Wording::Translated},
+    {"completemachine", "MachineMode", Wording::Translated},
+    {"FactoryMode", "Factory Mode"},
+    {"LogExport", "Log Export"},
+    {"ResetFactory", "Factory Reset"},
+    {"ScreenLight", "Screen Light"},
+    {"ScreenBadPixel", "Screen Bad Pixel"},
+    {"screenbadpixels", "Screen Bad Pixel"},
+    {"ButtonLight", "Button Light"},
+    {"ButtonFunction", "Button Function"},
+    {"Knob", "Factory Knob"},
+    {"Joystick", "JoyStick"},
+    {"Tbar", "T-Bar"},
+    {"Genlock", "Genlock"},
+    {"Typec", "TYPE-C"},
+    {"Net", "Factory Net"},
+    {"Input", "Input"},
+    {"Output", "Output"},
+    {"MVR", "MVR"},
+    {"LTC", "LTC"},
+    {"MIC", "MIC"},
+    {"ExpandSource", "EXP Source"},
+    {"expandsource", "EXP Source"},
+    {"TouchScreen", "Touch Screen"},
+    {"touchscreen", "Touch Screen"},
+    {"USB", "USB"},
+    {"usb", "USB"},
+    {"typecnet", "TYPE-C Net"},
+    {"DC", "DC"},
+    {"typecpowersupply", "TYPE-C Power Supply"},
+    {"POE", "POE"},
+    {"poe", "POE"},
+    {"madi", "MADI"},
 };
 
 QListWidgetItem *createRow(const QString &title)
@@ -85,8 +85,10 @@ static QString titleForKey(const QString &key)
     if (key.isEmpty())
         return {};
     for (const TitleRow &row : titles) {
-        if (key.compare(row.key, Qt::CaseInsensitive) == 0)
-            return row.wording == Wording::Translated ? translated(row.title) : QString(row.title);
+        if (key.compare(QLatin1String(row.key), Qt::CaseInsensitive) != 0)
+            continue;
+        const QLatin1String title(row.title);
+        return row.wording == Wording::Translated ? translated(title) : QString(title);
     }
     return key;
 }
