@@ -1,8 +1,11 @@
 #include "calls.h"
+#include "keytranslation.h"
 #include "machinebench.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
+
+using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
 
 namespace {
 
@@ -15,6 +18,16 @@ const QString NetRetest =
 
 const QStringList NetSubscriptions = calls({"networkPort.registerReportCallback(NetPortTestBiz, 2)",
                                             "networkPort.registerChangedCallback(NetPortTestBiz, 2)"});
+
+/// The keys of the translated words in @p record.
+QStringList translatedWords(const QString &record)
+{
+    static const QRegularExpression word(QStringLiteral("\\[([^\\]]+)\\]"));
+    QStringList keys;
+    for (auto match = word.globalMatch(record); match.hasNext();)
+        keys << match.next().captured(1);
+    return keys;
+}
 
 }
 
@@ -378,6 +391,31 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
         bench.left();
         QCOMPARE(bench.told(), failure() + failure());
+    }
+
+    void onlyTextsOfTheRecordAreLookedUp()
+    {
+        MachineBench bench;
+        QStringList differences;
+        int records = 0;
+        bench.biz->registerPhaseCallback("texts", [&](const CompleteMachinePhaseInfo &info) {
+            QStringList shown = translatedWords(describe(info));
+            QStringList lookedUp = takeLookedUpKeys();
+            shown.sort();
+            lookedUp.sort();
+            ++records;
+            if (lookedUp != shown)
+                differences << QStringLiteral("%1 for %2").arg(lookedUp.join(QStringLiteral(", ")), describe(info));
+        });
+        takeLookedUpKeys();
+        bench.startAndPassTo(5);
+        bench.right(); // net test runs
+        bench.left();  // failed
+        bench.right(); // set back
+        while (bench.biz->currentPhaseIndex() < 11)
+            bench.pass();
+        QCOMPARE(differences, QStringList());
+        QVERIFY(records > 40);
     }
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 // A translation for tests, compiled into a program that exports its symbols, in the place of the translation library's:
 // the text of "FCPass" is "[FCPass]", so that what is translated and what is literal can be told apart. A key that is
@@ -10,3 +11,5 @@
 void setTestLanguage(const QString &language);
 /// Puts @p ending behind each text from now on. Empty at first.
 void setTestEnding(const QString &ending);
+/// Returns the keys that were looked up since the last call, in order, and forgets them.
+QStringList takeLookedUpKeys();

@@ -9,17 +9,12 @@ namespace LCD::FactoryModeImpl {
 
 namespace {
 
-CompleteMachinePhaseInfo netPortRunningScreen()
+// Both buttons while the test runs, and again once it is set back.
+CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 {
-    CompleteMachinePhaseInfo info = phaseScreen(PhaseNetPort);
-    setVerdictButtons(info);
-    return info;
-}
-
-CompleteMachinePhaseInfo netPortRetestScreen()
-{
-    CompleteMachinePhaseInfo info = netPortRunningScreen();
-    info.rightBtnText = translated(QLatin1String("FCAgeModeStartTest"));
+    CompleteMachinePhaseInfo info = phaseInstructions(PhaseNetPort);
+    setButtons(info, PhaseButtons::Verdict, translated(QLatin1String(rightBtnKey)));
+    info.panelMode = PanelModeVerdict;
     return info;
 }
 
@@ -136,12 +131,12 @@ void CompleteMachineTestBiz::Impl::judgeNetPort()
     switch (netPortTestBiz.state()) {
     case StateIdle:
         netPortTestBiz.startTest();
-        return notifyPhase(netPortRunningScreen());
+        return notifyPhase(netPortScreen("FCPass"));
     case StateRunning:
         return netPortTestBiz.setPass();
     case StateNotPass:
         netPortTestBiz.reTest();
-        return notifyPhase(netPortRetestScreen());
+        return notifyPhase(netPortScreen("FCAgeModeStartTest"));
     case StatePass:
         return advancePhase();
     default:

@@ -57,8 +57,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
         const char *key = line % 2 == 1 ? "Push T-Bar to Top" : "Push T-Bar to Bottom";
         info.steps << QStringLiteral("%1.%2").arg(line).arg(translated(QLatin1String(key)));
     }
-    setButtons(info, phaseRow(PhaseTBar).buttons);
-    info.rightBtnText = rightBtnText;
+    setButtons(info, phaseRow(PhaseTBar).buttons, rightBtnText);
     info.panelMode = phaseRow(PhaseTBar).panelMode;
 }
 

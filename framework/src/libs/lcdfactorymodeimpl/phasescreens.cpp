@@ -16,6 +16,22 @@ QColor failRed()
     return {255, 72, 60};
 }
 
+QString rightCaption(PhaseButtons buttons)
+{
+    switch (buttons) {
+    case PhaseButtons::Next:
+        return translated(QLatin1String("FCNextStep"));
+    case PhaseButtons::Start:
+        return translated(QLatin1String("FCAgeModeStartTest"));
+    case PhaseButtons::Verdict:
+        return translated(QLatin1String("FCPass"));
+    case PhaseButtons::None:
+    case PhaseButtons::Fail:
+        break;
+    }
+    return {};
+}
+
 // The end of a run: one line and the re-test button.
 CompleteMachinePhaseInfo resultScreen(const char *titleKey, const char *lineKey, const QColor &color)
 {
@@ -42,15 +58,21 @@ CompleteMachinePhaseInfo phaseHeading(Phase phase)
     return info;
 }
 
-CompleteMachinePhaseInfo phaseScreen(Phase phase, const QString &titleSuffix)
+CompleteMachinePhaseInfo phaseInstructions(Phase phase)
 {
     CompleteMachinePhaseInfo info = phaseHeading(phase);
-    info.title += titleSuffix;
     info.stepTitle = translated(QLatin1String("TestStep"));
     for (const char *key : phaseRow(phase).stepKeys) {
         if (key)
             info.steps << translated(QLatin1String(key));
     }
+    return info;
+}
+
+CompleteMachinePhaseInfo phaseScreen(Phase phase, const QString &titleSuffix)
+{
+    CompleteMachinePhaseInfo info = phaseInstructions(phase);
+    info.title += titleSuffix;
     setButtons(info, phaseRow(phase).buttons);
     info.panelMode = phaseRow(phase).panelMode;
     return info;
@@ -94,17 +116,17 @@ CompleteMachinePhaseInfo passScreen()
 
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons)
 {
+    setButtons(info, buttons, rightCaption(buttons));
+}
+
+void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const QString &rightBtnText)
+{
     info.leftBtnVisible = buttons == PhaseButtons::Fail || buttons == PhaseButtons::Verdict;
     info.rightBtnVisible = buttons != PhaseButtons::None && buttons != PhaseButtons::Fail;
     info.focusLeftBtn = buttons == PhaseButtons::Fail ? 1 : 0;
     if (info.leftBtnVisible)
         info.leftBtnText = translated(QLatin1String("FCNoPass"));
-    if (buttons == PhaseButtons::Next)
-        info.rightBtnText = translated(QLatin1String("FCNextStep"));
-    else if (buttons == PhaseButtons::Start)
-        info.rightBtnText = translated(QLatin1String("FCAgeModeStartTest"));
-    else if (buttons == PhaseButtons::Verdict)
-        info.rightBtnText = translated(QLatin1String("FCPass"));
+    info.rightBtnText = rightBtnText;
 }
 
 void setVerdictButtons(CompleteMachinePhaseInfo &info)
