@@ -12,6 +12,9 @@ constexpr char machinePageClass[] = "LCD::FactoryModeImpl::CompleteMachineTestWi
 constexpr char frameClass[] = "LCD::Widget::FactoryTestFrame";
 constexpr char containerClass[] = "panelhost::ContainerPage";
 
+const QString menuPage = QStringLiteral("menu");
+const QString hiddenPage = QStringLiteral("hidden");
+
 QWidget *findVisible(QWidget *lcd, const char *className)
 {
     const QList<QWidget *> widgets = lcd->findChildren<QWidget *>();
@@ -65,18 +68,23 @@ void readFrame(const QWidget &frame, QVariantMap &screen)
     screen.insert(QStringLiteral("log"), frame.property("log").toStringList());
 }
 
-QString pageName(QWidget *lcd)
+const QVector<std::pair<const char *, QString>> &pagesByClass()
 {
     static const QVector<std::pair<const char *, QString>> pages = {
         {containerClass, QStringLiteral("container")},
         {agingPageClass, QStringLiteral("aging")},
         {machinePageClass, QStringLiteral("machine")},
     };
-    for (const auto &[className, name] : pages) {
+    return pages;
+}
+
+QString pageName(QWidget *lcd)
+{
+    for (const auto &[className, name] : pagesByClass()) {
         if (findVisible(lcd, className))
             return name;
     }
-    return QStringLiteral("hidden");
+    return hiddenPage;
 }
 
 }
@@ -84,6 +92,14 @@ QString pageName(QWidget *lcd)
 QWidget *findTestFrame(QWidget *lcd)
 {
     return findVisible(lcd, frameClass);
+}
+
+QStringList pageNames()
+{
+    QStringList names{menuPage, hiddenPage};
+    for (const auto &[className, name] : pagesByClass())
+        names << name;
+    return names;
 }
 
 QVariantMap readScreen(QWidget *lcd)
@@ -95,7 +111,7 @@ QVariantMap readScreen(QWidget *lcd)
     else if (const QWidget *frame = findTestFrame(lcd))
         readFrame(*frame, screen);
     else if (readVisibleMenu(lcd, screen))
-        page = QStringLiteral("menu");
+        page = menuPage;
     screen.insert(QStringLiteral("page"), page);
     return screen;
 }

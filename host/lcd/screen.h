@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
 
 class QWidget;
@@ -15,6 +16,9 @@ namespace panelhost {
 ///   hidden), leftEnabled, focus ("left", "right", "none"), log (list of lines)          on the two test pages
 ///   container   key of the container on "container"
 QVariantMap readScreen(QWidget *lcd);
+
+/// All values that "page" can have.
+QStringList pageNames();
 
 /// The frame of the test page that is visible, nullptr when there is none.
 QWidget *findTestFrame(QWidget *lcd);

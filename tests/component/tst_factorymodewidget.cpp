@@ -294,6 +294,45 @@ private Q_SLOTS:
                      .arg(other.path()));
         QCOMPARE(widget.getFactoryKeyCheckList().count(), 1);
     }
+    void menuWithoutMenuBarIsReplacedOnEntering()
+    {
+        FactoryModeWidget widget(nullptr);
+        const MenuView menu(widget);
+        const QSignalSpy containers(&widget, &FactoryModeWidget::requestShowContainer);
+        widget.enterFactoryMode();
+        const QTemporaryDir other;
+        writeFile(other.filePath(QStringLiteral("factorymenu.xml")), "<LCD/>");
+        widget.setFactoryModeData(MenuPath, other.path());
+        // The entries still show, but nothing is behind them.
+        QCOMPARE(menu.level1->count(), 6);
+        clickRow(menu.level1, 1);
+        QCOMPARE(containers.count(), 0);
+        LogCapture log;
+        widget.enterFactoryMode();
+        QCOMPARE(linesWith(log, "Config reloaded from share path:").count(), 1);
+        QCOMPARE(menu.level1->count(), 6);
+        clickRow(menu.level1, 1);
+        QCOMPARE(containers.count(), 1);
+    }
+    void defaultMenuWithoutMenuBarShowsNoEntry()
+    {
+        ShareDirectory::writeMenu("");
+        FactoryModeWidget widget(nullptr);
+        widget.enterFactoryMode();
+        QCOMPARE(MenuView(widget).level1->count(), 0);
+    }
+    void keyListWithoutLcdKeysStaysEmptyOnEntering()
+    {
+        FactoryModeWidget widget(nullptr);
+        const QTemporaryDir other;
+        writeFile(other.filePath(QStringLiteral("factorymenu.xml")),
+                  "<LCD><MenuBar><MenuItem Key='a.Net'/></MenuBar></LCD>");
+        writeFile(other.filePath(QStringLiteral("factorykeychecklist.xml")), "<LCD/>");
+        widget.setFactoryModeData(MenuPath, other.path());
+        QVERIFY(widget.getFactoryKeyCheckList().isEmpty());
+        widget.enterFactoryMode();
+        QVERIFY(widget.getFactoryKeyCheckList().isEmpty());
+    }
     void aDirectoryNeedNotExist()
     {
         FactoryModeWidget widget(nullptr);

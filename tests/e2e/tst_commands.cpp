@@ -26,6 +26,7 @@ private Q_SLOTS:
     void shareWithErrorsIsRefused_data();
     void shareWithErrorsIsRefused();
     void shareUncheckedIsLeftToTheComponent();
+    void menuWithoutMenuBarIsReplacedByTheDefaultOne();
     void checkExitStatus_data();
     void checkExitStatus();
     void checkTellsFileLineAndColumn();
@@ -260,6 +261,21 @@ void CommandsTest::shareUncheckedIsLeftToTheComponent()
     QCOMPARE(played.status, 0);
     QCOMPARE(played.err, QString());
     QVERIFY(read(QStringLiteral("j.jsonl")).contains("Root element is not LCD, got: \\\"lcd\\\""));
+}
+
+// Loading it empties the menu, and entering factory mode with an empty menu reads the default files.
+void CommandsTest::menuWithoutMenuBarIsReplacedByTheDefaultOne()
+{
+    writeShare("<LCD/>", GoodKeys);
+    const auto scenario = write(QStringLiteral("menu.yaml"),
+                                "steps:\n  - expect: {page: menu, menu.items: [Aging test, Machine test, Log Export, "
+                                "Factory Reset, RepairMode]}\n");
+    const auto played = run({QStringLiteral("play"), scenario, QStringLiteral("--share-unchecked"), QStringLiteral("s"),
+                             QStringLiteral("--journal"), QStringLiteral("j.jsonl")});
+    QVERIFY2(played.status == 0, qPrintable(played.out));
+    const auto journal = read(QStringLiteral("j.jsonl"));
+    QVERIFY(journal.contains("No MenuBar element found in:"));
+    QVERIFY(journal.contains("Config reloaded from share path:"));
 }
 
 void CommandsTest::checkExitStatus_data()
