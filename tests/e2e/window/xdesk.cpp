@@ -73,7 +73,7 @@ int runOnDesk(QObject &test, int argc, char **argv)
 {
     const QStringList missing = missingPrograms();
     if (!missing.isEmpty()) {
-        qWarning("Skipped: %s isn't installed (see packages.txt).", qPrintable(missing.join(QStringLiteral(", "))));
+        qWarning("Skipped: %s isn't installed (tools/setup test).", qPrintable(missing.join(QStringLiteral(", "))));
         return 77;
     }
     QCoreApplication application(argc, argv);
