@@ -237,6 +237,25 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("own 1")});
     }
 
+    void theListenersKeepTheirState()
+    {
+        AgeBench bench;
+        QList<int> texts;
+        QList<int> ends;
+        bench.biz->registerSetAgeTextInfoCallBack(
+            [&texts, n = 0](const QString &, const QColor &) mutable { texts << ++n; });
+        bench.biz->registerOnButtonLightFinishedCallback([&ends, n = 0]() mutable { ends << ++n; });
+        bench.biz->start();
+        QCOMPARE(texts, (QList<int>{1, 2, 3}));
+        for (int round = 1; round <= 2; ++round) {
+            bench.runToNetStep();
+            QCOMPARE(ends.size(), round);
+            QCOMPARE(ends.last(), round);
+            bench.netChanged({});
+            bench.usbChanged({});
+        }
+    }
+
     void withoutAListenerForTheTextNothingCanStart_data()
     {
         QTest::addColumn<std::function<void(AgeTestBiz &)>>("operation");

@@ -363,6 +363,34 @@ private Q_SLOTS:
         QCOMPARE(session.take(), QStringList{Dark} + blinks(1));
     }
 
+    void theListenerForTheKeyKeepsItsState()
+    {
+        ButtonSession session(abc());
+        QList<int> counts;
+        session->registerCurrentKeyUnderTestCallback(
+            "page", [&counts, n = 0](unsigned, const std::string &) mutable { counts << ++n; });
+        session.begin();
+        session.callsOfPress(1);
+        session.callsOfPress(2);
+        QCOMPARE(counts, (QList<int>{1, 2, 3}));
+    }
+
+    void theListenerForTheKeyMayReplaceItself()
+    {
+        ButtonSession session(abc());
+        auto own = std::make_shared<int>(5);
+        const std::weak_ptr<int> watched = own;
+        bool livedOn = false;
+        session->registerCurrentKeyUnderTestCallback("page", [&, own](unsigned, const std::string &) {
+            session->registerCurrentKeyUnderTestCallback("page", {});
+            livedOn = !watched.expired();
+        });
+        own.reset();
+        session.begin();
+        QVERIFY(livedOn);
+        QVERIFY(watched.expired());
+    }
+
     void everyListenerIsCalledInOrderOfName()
     {
         ButtonSession session(abc());

@@ -215,6 +215,22 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
     }
 
+    void theListenersKeepTheirState()
+    {
+        MachineBench bench;
+        QMap<QString, int> counts;
+        const auto count = [&counts](const char *channel) {
+            return [&counts, channel, n = 0](const auto &) mutable { counts[QLatin1String(channel)] = ++n; };
+        };
+        bench.biz->registerPhaseCallback("count", count("phase"));
+        bench.biz->registerLogCallback("count", count("log"));
+        bench.biz->registerStepIconCallback("count", count("icon"));
+        bench.startAndPassTo(11);
+        QVERIFY(counts.value(QStringLiteral("phase")) > 30);
+        QCOMPARE(counts.value(QStringLiteral("log")), 9);
+        QCOMPARE(counts.value(QStringLiteral("icon")), 6);
+    }
+
     void ofItsOwnItLogsNothing()
     {
         MachineBench bench;

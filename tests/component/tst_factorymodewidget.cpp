@@ -382,6 +382,15 @@ private Q_SLOTS:
         widget.notifyTestPatternChanged(3, 1, 128);
         QCOMPARE(heard, calls({"a 3 1 128", "b 3 1 128"}));
     }
+    void aListenerKeepsItsState()
+    {
+        FactoryModeWidget widget(nullptr);
+        QList<int> counts;
+        widget.registerTestPatternDisplayCallback("a", [&counts, n = 0](int, int, int) mutable { counts << ++n; });
+        for (int call = 0; call < 3; ++call)
+            widget.notifyTestPatternChanged(1, 1, 0);
+        QCOMPARE(counts, (QList<int>{1, 2, 3}));
+    }
     void aListenerMayReplaceItself()
     {
         FactoryModeWidget widget(nullptr);

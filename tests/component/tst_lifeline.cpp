@@ -48,6 +48,17 @@ private Q_SLOTS:
         QCOMPARE(heard, QStringLiteral("1 two 3"));
     }
 
+    void theCallKeepsItsState()
+    {
+        const Lifeline lifeline;
+        int seen = 0;
+        const std::function<void()> call = lifeline.guarded([&seen, n = 0]() mutable { seen = ++n; });
+        for (int expected = 1; expected <= 3; ++expected) {
+            call();
+            QCOMPARE(seen, expected);
+        }
+    }
+
     void refusesOnceTheOwnerIsGone()
     {
         int calls = 0;

@@ -2,6 +2,10 @@
 
 #include <QtTest/QtTest>
 
+#include <atomic>
+#include <memory>
+#include <thread>
+
 using namespace LCD::FactoryModeImpl;
 
 class ListenersTest : public QObject
@@ -89,10 +93,122 @@ private Q_SLOTS:
         QCOMPARE(heard, (QStringList{QStringLiteral("old 1"), QStringLiteral("new 2")}));
     }
 
+    void aListenerKeepsItsOwnState()
+    {
+        registerListener(table, "a", counting());
+        notifyRequester(table, "a", 7);
+        notifyAll(table, 7);
+        notifyRequester(table, "a", 7);
+        QCOMPARE(heard, (QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}));
+    }
+
+    void aSingleListenerKeepsItsOwnState()
+    {
+        Listener<int> single;
+        setListener(single, counting());
+        for (int call = 0; call < 3; ++call)
+            currentListener(single)(7);
+        QCOMPARE(heard, (QStringList{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}));
+    }
+
+    void aListenerWithoutAFunctionThrows()
+    {
+        Listener<int> single;
+        QVERIFY(!single);
+        QVERIFY_EXCEPTION_THROWN(single(7), std::bad_function_call);
+    }
+
+    void aReplacedListenerLivesAsLongAsItRuns_data()
+    {
+        QTest::addColumn<bool>("all");
+        QTest::newRow("of one requester") << false;
+        QTest::newRow("of all") << true;
+    }
+
+    void aReplacedListenerLivesAsLongAsItRuns()
+    {
+        QFETCH(const bool, all);
+        auto own = std::make_shared<int>(5);
+        const std::weak_ptr<int> watched = own;
+        bool livedOn = false;
+        registerListener(table, "a", std::function<void(int)>([this, &watched, &livedOn, own](int) {
+                             registerListener(table, "a", listener(QStringLiteral("new")));
+                             livedOn = !watched.expired();
+                         }));
+        own.reset();
+        if (all)
+            notifyAll(table, 1);
+        else
+            notifyRequester(table, "a", 1);
+        QVERIFY(livedOn);
+        QVERIFY(watched.expired());
+    }
+
+    void aListenerMayReplaceAnotherAndRegisterNewOnes()
+    {
+        registerListener(table, "b", std::function<void(int)>([this](int value) {
+                             registerListener(table, "a", listener(QStringLiteral("before")));
+                             registerListener(table, "c", listener(QStringLiteral("replaced")));
+                             registerListener(table, "d", listener(QStringLiteral("behind")));
+                             heard << QStringLiteral("b %1").arg(value);
+                         }));
+        registerListener(table, "c", listener(QStringLiteral("c")));
+        notifyAll(table, 1);
+        QCOMPARE(heard, (QStringList{QStringLiteral("b 1"), QStringLiteral("replaced 1"), QStringLiteral("behind 1")}));
+    }
+
+    void theLastListenerMayDestroyTheTable()
+    {
+        auto own = std::make_unique<Listeners<int>>();
+        registerListener(*own, "a", std::function<void(int)>([&own](int) { own.reset(); }));
+        notifyAll(*own, 1);
+        QVERIFY(!own);
+    }
+
+    void oneThreadMayRegisterWhileAnotherNotifies()
+    {
+        constexpr int Names = 500;
+        std::atomic<int> calls{0};
+        const std::function<void(int)> count = [&calls](int) { ++calls; };
+        registerListener(table, "0", count);
+        std::thread registering([this, &count] {
+            for (int name = 0; name < Names; ++name)
+                registerListener(table, std::to_string(name), count);
+        });
+        for (int call = 0; call < Names; ++call) {
+            notifyAll(table, call);
+            notifyRequester(table, "0", call);
+        }
+        registering.join();
+        QCOMPARE(table.size(), std::size_t(Names));
+        QVERIFY(calls >= 2 * Names);
+    }
+
+    void oneThreadMayChangeTheRequesterWhileAnotherNotifies()
+    {
+        std::string requester = "a long name, so that it has memory of its own";
+        std::atomic<int> calls{0};
+        for (const std::string &name : {requester, std::string("another long name with memory of its own")})
+            registerListener(table, name, std::function<void(int)>([&calls](int) { ++calls; }));
+        std::thread changing([&] {
+            for (int change = 0; change < 500; ++change)
+                setRequester(requester, (change % 2 == 0 ? ++table.begin() : table.begin())->first);
+        });
+        for (int call = 0; call < 500; ++call)
+            notifyRequester(table, requester, call);
+        changing.join();
+        QCOMPARE(calls.load(), 500);
+        QCOMPARE(currentRequester(requester), table.begin()->first);
+    }
+
 private:
     std::function<void(int)> listener(const QString &name)
     {
         return [this, name](int value) { heard << QStringLiteral("%1 %2").arg(name).arg(value); };
+    }
+    std::function<void(int)> counting()
+    {
+        return [this, n = 0](int) mutable { heard << QString::number(++n); };
     }
 
     Listeners<int> table;

@@ -200,7 +200,7 @@ void AgeTestBiz::Impl::onScreenBadPixelStateChanged(int state)
 
 void AgeTestBiz::Impl::onButtonLightStateChanged(int state)
 {
-    const auto finished = buttonLightFinishedCallback;
+    const auto finished = currentListener(buttonLightFinishedCallback);
     if (state == StateAllStepsDone && finished)
         finished();
     handleStateChanged(state);
@@ -269,12 +269,12 @@ AgeTestBiz::~AgeTestBiz()
 
 void AgeTestBiz::registerSetAgeTextInfoCallBack(const std::function<void(const QString &, const QColor &)> &callback)
 {
-    d->ageTextInfoCallback = callback;
+    setListener(d->ageTextInfoCallback, callback);
 }
 
 void AgeTestBiz::registerOnButtonLightFinishedCallback(const std::function<void()> &callback)
 {
-    d->buttonLightFinishedCallback = callback;
+    setListener(d->buttonLightFinishedCallback, callback);
 }
 
 void AgeTestBiz::start()

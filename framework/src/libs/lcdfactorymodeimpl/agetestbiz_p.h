@@ -3,6 +3,7 @@
 #include "agetestbiz.h"
 #include "buttonlightbiz.h"
 #include "lifeline.h"
+#include "listeners.h"
 #include "netporttestbiz.h"
 #include "screenbadpixelbiz.h"
 #include "screenbrightnessbiz.h"
@@ -104,8 +105,8 @@ public:
     NetPortTestBiz netPortTestBiz;
     UsbPortTestBiz usbPortTestBiz;
     std::map<int, StepStarter> stepStarters;
-    std::function<void(const QString &, const QColor &)> ageTextInfoCallback;
-    std::function<void()> buttonLightFinishedCallback;
+    Listener<const QString &, const QColor &> ageTextInfoCallback;
+    Listener<> buttonLightFinishedCallback;
     std::vector<int> testSteps;
     std::set<int> failedSteps;
     int currentStepIndex = 0;

@@ -17,11 +17,9 @@ void AgeTestBiz::Impl::updateUIText(bool recount)
         writeText(failureText(), QColor(Qt::red));
 }
 
-// From a copy, since a callback may put another in its own place.
 void AgeTestBiz::Impl::writeText(const QString &text, const QColor &color) const
 {
-    const auto callback = ageTextInfoCallback;
-    callback(text, color);
+    currentListener(ageTextInfoCallback)(text, color);
 }
 
 QString AgeTestBiz::Impl::getTextByStep() const

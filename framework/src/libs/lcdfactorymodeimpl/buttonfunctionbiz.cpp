@@ -78,7 +78,7 @@ public:
     int lastHalKey = NoKey;
     Listeners<int, int> stateCallbacks;
     std::string keyUnderTestRequester;
-    std::function<void(unsigned int, const std::string &)> keyUnderTestCallback;
+    Listener<unsigned int, const std::string &> keyUnderTestCallback;
     mutable std::mutex keyMutex;
     Lifeline lifeline;
 };
@@ -162,8 +162,7 @@ void ButtonFunctionBiz::Impl::nextButtonFunction()
     if (!key)
         return;
     qCDebug(componentLog) << "[ButtonFunctionBiz] Blinking light: halKey=" << key->first << "name=" << key->second;
-    // A copy: the listener may register another in its own place.
-    if (const auto callback = keyUnderTestCallback)
+    if (const auto callback = currentListener(keyUnderTestCallback))
         callback(static_cast<unsigned int>(key->first), key->second.toStdString());
     updateButtonColor(LedBrightness, Blinking, isCut(walk().keyName) ? CutColor : KeyColor);
 }
@@ -291,8 +290,8 @@ void ButtonFunctionBiz::registerCurrentKeyUnderTestCallback(
 {
     if (!d)
         return;
-    d->keyUnderTestRequester = requester;
-    d->keyUnderTestCallback = callback;
+    setRequester(d->keyUnderTestRequester, requester);
+    setListener(d->keyUnderTestCallback, callback);
 }
 
 }

@@ -105,12 +105,12 @@ int ButtonLightBiz::state() const
 void ButtonLightBiz::setCurRequester(const std::string &requester)
 {
     if (d)
-        d->curRequester = requester;
+        setRequester(d->curRequester, requester);
 }
 
 std::string ButtonLightBiz::getCurRequester() const
 {
-    return d ? d->curRequester : std::string();
+    return d ? currentRequester(d->curRequester) : std::string();
 }
 
 void ButtonLightBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)

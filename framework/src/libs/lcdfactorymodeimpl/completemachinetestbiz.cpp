@@ -1,7 +1,6 @@
 #include "completemachinetestbiz.h"
 
 #include "completemachinetestbiz_p.h"
-#include "listeners.h"
 #include "services.h"
 #include "testdriver.h"
 

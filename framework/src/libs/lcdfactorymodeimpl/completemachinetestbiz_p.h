@@ -4,6 +4,7 @@
 #include "buttonlightbiz.h"
 #include "completemachinetestbiz.h"
 #include "lifeline.h"
+#include "listeners.h"
 #include "netporttestbiz.h"
 #include "phasetable.h"
 #include "screenbadpixelbiz.h"
@@ -15,9 +16,7 @@
 
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include <QtCore/QObject>
@@ -108,9 +107,9 @@ public:
     TbarTestBiz tbarTestBiz;
     NetPortTestBiz netPortTestBiz;
     UsbPortTestBiz usbPortTestBiz;
-    std::map<std::string, std::function<void(const CompleteMachinePhaseInfo &)>> phaseCallbacks;
-    std::map<std::string, std::function<void(const QString &)>> logCallbacks;
-    std::map<std::string, std::function<void(int)>> stepIconCallbacks;
+    Listeners<const CompleteMachinePhaseInfo &> phaseCallbacks;
+    Listeners<const QString &> logCallbacks;
+    Listeners<int> stepIconCallbacks;
     bool btnFuncRetestArmed = false;
     bool btnFuncAwaitingJudge = false;
     FactoryMode::IKeyboardEvent *keyboardService = nullptr;

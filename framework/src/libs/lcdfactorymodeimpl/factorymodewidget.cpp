@@ -318,18 +318,12 @@ void FactoryModeWidget::Impl::showLevel2(const QList<FactoryMenuLevel2Item> &chi
 void FactoryModeWidget::Impl::registerTestPatternDisplayCallback(const std::string &name,
                                                                  const std::function<void(int, int, int)> &callback)
 {
-    if (!name.empty() && callback)
-        _testPatternCallbacks[name] = callback;
+    registerNamedListener(_testPatternCallbacks, name, callback);
 }
 
 void FactoryModeWidget::Impl::notifyTestPatternChanged(int patternType, int patternIndex, int level) const
 {
-    for (const auto &entry : _testPatternCallbacks) {
-        // A copy: a listener may register another one in its own place.
-        const auto callback = entry.second;
-        if (callback)
-            callback(patternType, patternIndex, level);
-    }
+    notifyAll(_testPatternCallbacks, patternType, patternIndex, level);
 }
 
 FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent), d(nullptr)

@@ -2,10 +2,9 @@
 
 #include "factorymenuconfigparser.h"
 #include "factorymodewidget.h"
+#include "listeners.h"
 
 #include <QtCore/QObject>
-
-#include <map>
 
 class QListWidget;
 class QListWidgetItem;
@@ -73,7 +72,7 @@ public:
     QList<FactoryMenuLevel2Item> _level2Items;
     CompleteMachineTestWidget *_completeMachineWidget = nullptr;
     AgeTestWidget *_ageWidget = nullptr;
-    std::map<std::string, std::function<void(int, int, int)>> _testPatternCallbacks;
+    Listeners<int, int, int> _testPatternCallbacks;
 
 private:
     QListWidget *createList(bool visible);

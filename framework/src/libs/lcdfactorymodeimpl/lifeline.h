@@ -22,15 +22,16 @@ public:
     Lifeline &operator=(const Lifeline &) = delete;
 
     /// A function that hands its arguments to @p call while the owner lives. It may be copied, called on any thread,
-    /// and dropped by its holder while it runs. A call that has destroyed the owner must not touch it again.
+    /// and dropped by its holder while it runs; its copies share @p call. A call that has destroyed the owner must not
+    /// touch it again.
     template <class Call>
     auto guarded(Call call) const
     {
-        return [calls = m_calls, call = std::move(call)](auto &&...args) {
-            const auto running = call;
+        return [calls = m_calls, call = std::make_shared<Call>(std::move(call))](auto &&...args) {
+            const std::shared_ptr<Call> running = call;
             const Entry entry(calls);
             if (entry.admitted)
-                running(std::forward<decltype(args)>(args)...);
+                (*running)(std::forward<decltype(args)>(args)...);
         };
     }
 

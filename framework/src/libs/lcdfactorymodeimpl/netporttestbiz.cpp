@@ -218,12 +218,12 @@ bool NetPortTestBiz::isRecvReport() const
 
 void NetPortTestBiz::setCurRequester(const std::string &requester)
 {
-    d->curRequester = requester;
+    setRequester(d->curRequester, requester);
 }
 
 std::string NetPortTestBiz::getCurRequester() const
 {
-    return d->curRequester;
+    return currentRequester(d->curRequester);
 }
 
 void NetPortTestBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)

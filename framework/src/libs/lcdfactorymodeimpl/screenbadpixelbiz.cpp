@@ -155,12 +155,12 @@ int ScreenBadPixelBiz::state() const
 void ScreenBadPixelBiz::setCurRequester(const std::string &requester)
 {
     if (d)
-        d->curRequester = requester;
+        setRequester(d->curRequester, requester);
 }
 
 std::string ScreenBadPixelBiz::getCurRequester() const
 {
-    return d ? d->curRequester : std::string();
+    return d ? currentRequester(d->curRequester) : std::string();
 }
 
 void ScreenBadPixelBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)

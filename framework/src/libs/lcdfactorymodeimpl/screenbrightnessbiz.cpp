@@ -108,12 +108,12 @@ int ScreenBrightnessBiz::state() const
 void ScreenBrightnessBiz::setCurRequester(const std::string &requester)
 {
     if (d)
-        d->curRequester = requester;
+        setRequester(d->curRequester, requester);
 }
 
 std::string ScreenBrightnessBiz::getCurRequester() const
 {
-    return d ? d->curRequester : std::string();
+    return d ? currentRequester(d->curRequester) : std::string();
 }
 
 void ScreenBrightnessBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)

@@ -231,12 +231,12 @@ bool UsbPortTestBiz::isRecvReport() const
 
 void UsbPortTestBiz::setCurRequester(const std::string &requester)
 {
-    d->curRequester = requester;
+    setRequester(d->curRequester, requester);
 }
 
 std::string UsbPortTestBiz::getCurRequester() const
 {
-    return d->curRequester;
+    return currentRequester(d->curRequester);
 }
 
 void UsbPortTestBiz::registerStateCallback(const std::string &requester, const std::function<void(int)> &callback)
