@@ -8,3 +8,17 @@ foreach(topic testbiz phases links buttons testwidget run threads late)
     lcd_add_page_test(tst_completemachine${topic})
     target_link_libraries(tst_completemachine${topic} PRIVATE test_machine)
 endforeach()
+
+# The statements of docs/behavior.md.
+add_library(test_behaviorpage STATIC behaviorpage.cpp behaviorpage.h)
+lcd_target(test_behaviorpage)
+target_include_directories(test_behaviorpage PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+target_compile_definitions(test_behaviorpage PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\"")
+target_link_libraries(test_behaviorpage PUBLIC Qt5::Core)
+
+lcd_add_test(tst_behaviorpage SOURCES tst_behaviorpage.cpp LABELS component LIBRARIES test_behaviorpage)
+lcd_add_page_test(tst_behaviortables)
+target_link_libraries(tst_behaviortables PRIVATE test_machine test_behaviorpage)
+lcd_add_page_test(tst_behaviormachine)
+target_link_libraries(tst_behaviormachine PRIVATE test_machine)
+lcd_add_page_test(tst_behavioraging SOURCES agebench.cpp agecalls.cpp)

@@ -169,6 +169,21 @@ private Q_SLOTS:
         QCOMPARE(page.take(), Started);
     }
 
+    void backAfterTheStopLeadsToTheMenuAndANewEntryPreparesANewRun()
+    {
+        Page page;
+        page.enter();
+        page.clickRight();
+        page.clickRight();
+        page.take();
+        page.goBack();
+        QCOMPARE(page.take(), calls({"keyboard.setFactoryPanelMode(3)"}));
+        page.widget->enterWindow();
+        QCOMPARE(page.take(), Entered);
+        page.clickRight();
+        QCOMPARE(page.take(), Started);
+    }
+
     void leftDoesNothingUnlessTheTestRuns()
     {
         Page page;

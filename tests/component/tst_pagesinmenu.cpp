@@ -7,6 +7,7 @@
 #include <QtWidgets/QStackedLayout>
 
 #include <memory>
+#include <thread>
 
 using LCD::FactoryModeImpl::FactoryModeWidget;
 
@@ -102,6 +103,48 @@ private Q_SLOTS:
         QCOMPARE(pages()->currentIndex(), 1);
     }
 
+    void aLateKeyBeforeTheNoPassKeyLeavesOnlyBackOnTheFailScreen()
+    {
+        bringToKeyWalk();
+        const auto listener = host->keyboard.listener();
+        click("signalLeftBtnClicked");
+        QCOMPARE(frame()->property("leftEnabled"), QVariant(true));
+        std::thread([&] { listener(10, 0, 0, {}, {}, {}); }).join(); // the no-pass key is next
+        VirtualTime::settle();
+        QCOMPARE(frame()->property("leftEnabled"), QVariant(false));
+        QCOMPARE(frame()->property("leftVisible"), QVariant(true));
+        QCOMPARE(frame()->property("rightVisible"), QVariant(false));
+        host->calls.clear();
+        QTest::mouseClick(frame()->findChild<QWidget *>(QStringLiteral("FactoryLeftButton")), Qt::LeftButton);
+        QTest::keyClick(frame(), Qt::Key_Return);
+        QCOMPARE(host->calls.take(), QStringList());
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        QCOMPARE(pages()->currentWidget(), menu->page);
+        clickRow(menu->level1, MachineRow);
+        click("signalRightBtnClicked");
+        QCOMPARE(frame()->property("leftEnabled"), QVariant(true));
+    }
+
+    void theLogKeepsTheLinesOfEarlierRuns()
+    {
+        clickRow(menu->level1, MachineRow);
+        click("signalRightBtnClicked");
+        click("signalLeftBtnClicked");
+        const QStringList failed = {QStringLiteral("Test failed"), QStringLiteral("Test failed")};
+        QCOMPARE(logLines(), failed);
+        click("signalLeftBtnClicked");
+        passRun();
+        QVERIFY(logLines().size() > failed.size());
+        QCOMPARE(logLines().mid(0, 2), failed);
+        QCOMPARE(logLines().at(2), QStringLiteral("Screen brightness done"));
+        QCOMPARE(logLines().last(), QStringLiteral("Net port 1 POE power pass"));
+        QCOMPARE(shownSteps(), QStringList{QStringLiteral("Test passed")});
+        const QStringList passed = logLines();
+        QTest::keyClick(frame(), Qt::Key_Escape);
+        clickRow(menu->level1, MachineRow);
+        QCOMPARE(logLines(), passed);
+    }
+
 private:
     QStackedLayout *pages() const { return qobject_cast<QStackedLayout *>(widget->layout()); }
 
@@ -138,6 +181,31 @@ private:
             operate.bringToVerdict(phase);
             click("signalRightBtnClicked");
         }
+    }
+
+    /// Passes all phases of the run that has just started.
+    void passRun() const
+    {
+        const MachineOperator operate(*host, [this] { click("signalRightBtnClicked"); });
+        for (const int phase : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10}) {
+            operate.bringToVerdict(phase);
+            click("signalRightBtnClicked");
+        }
+        VirtualTime::settle();
+    }
+
+    QStringList shownSteps() const
+    {
+        QStringList result;
+        for (const QVariant &step : frame()->property("steps").toList())
+            result << step.toMap().value(QStringLiteral("text")).toString();
+        return result;
+    }
+
+    QStringList logLines() const
+    {
+        VirtualTime::settle();
+        return frame()->property("log").toStringList();
     }
 
     /// What the labels of the page say.

@@ -1,0 +1,286 @@
+#include "calls.h"
+#include "machinebench.h"
+#include "machinepage.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+
+#include <thread>
+
+using LCD::FactoryMode::INetworkPort;
+using LCD::FactoryMode::IUSB;
+
+namespace {
+
+// Link services that answer a subscription for changes on another thread, before the subscription returns.
+
+class NetAnsweringElsewhere final : public INetworkPort
+{
+public:
+    void registerReportCallback(const std::string &, int, const std::function<void(std::any)> &) override {}
+    void reserved() override {}
+    void registerChangedCallback(const std::string &, int, const std::function<void(std::any)> &callback) override
+    {
+        std::thread([&] { callback(RecordingNetworkPort::payload({{0, true}, {1, true}})); }).join();
+    }
+};
+
+class UsbAnsweringElsewhere final : public IUSB
+{
+public:
+    void registerReportCallback(const std::string &, int, const std::function<void(std::any)> &) override {}
+    void registerChangedCallback(const std::string &, int, const std::function<void(std::any)> &callback) override
+    {
+        std::thread([&] { callback(RecordingUsb::payload({{1}})); }).join();
+    }
+};
+
+/// The status icon and whether it is shown, as the page was told.
+QStringList statusCalls(const QStringList &made)
+{
+    return made.filter(QStringLiteral("frame.setStatusIcon"));
+}
+
+QString usbIcon(const QStringList &made)
+{
+    return made.value(0).section(QStringLiteral("status="), 1).section(QLatin1Char(';'), 0, 0);
+}
+
+}
+
+/// Statements of docs/behavior.md about the complete machine test that no other test holds.
+class BehaviorMachineTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aNetReportFromAnotherThreadDuringTheStartShowsItsIcon()
+    {
+        NetAnsweringElsewhere net;
+        MachinePage page;
+        page.host.offer("lcdMemoryCacheNetworkPort", static_cast<INetworkPort *>(&net));
+        page.make();
+        page.startAndPassTo(5);
+        page.clickRight();
+        QCOMPARE(statusCalls(page.take()), calls({"frame.setStatusIconVisible(false)"}));
+        VirtualTime::settle();
+        QCOMPARE(statusCalls(page.take()), calls({"frame.setStatusIcon(NetPass)", "frame.setStatusIconVisible(true)"}));
+    }
+
+    void aUsbReportFromAnotherThreadDuringTheStartShowsItsIcon()
+    {
+        UsbAnsweringElsewhere usb;
+        MachinePage page;
+        page.host.offer("lcdMemoryCacheNodeUSB", static_cast<IUSB *>(&usb));
+        page.make();
+        page.startAndPassTo(5);
+        page.operate.bringToVerdict(5);
+        page.take();
+        page.clickRight();
+        QCOMPARE(statusCalls(page.take()),
+                 calls({"frame.setStatusIcon(UsbNoPass)", "frame.setStatusIconVisible(false)"}));
+        VirtualTime::settle();
+        QCOMPARE(statusCalls(page.take()), calls({"frame.setStatusIcon(UsbPass)", "frame.setStatusIconVisible(true)"}));
+    }
+
+    void thePatternStaysOnTheScreensWhenANetReportPassesItsPhase()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.startAndPassTo(1);
+        bench.right();
+        QCOMPARE(bench.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
+        bench.netReport({{0, true}});
+        QStringList made;
+        while (bench.biz->isRunning()) {
+            made << bench.take();
+            bench.bringToVerdict();
+            bench.right();
+        }
+        QVERIFY(made.contains(QStringLiteral("log Screen bad pixel pass")));
+        QCOMPARE(made.filter(QStringLiteral("setLcdTestPattern")), QStringList());
+    }
+
+    void anyKeyEndsTheWalkAtItsLastKey()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(3);
+        for (const unsigned key : {999U, 10U, 999U, 27U}) {
+            bench.host.keyboard.press(key);
+            QVERIFY(!bench.told().contains(
+                judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))));
+        }
+        bench.host.keyboard.press(999);
+        QCOMPARE(bench.told(),
+                 QStringList{judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))});
+    }
+
+    void theWalkGoesOnAfterANetReportHasFailedTheRun()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.right();
+        bench.left();
+        bench.startAndPassTo(3);
+        bench.netReport({{0, true}});
+        QCOMPARE(bench.told(), failure());
+        bench.host.keyboard.press(10);
+        QCOMPARE(bench.told(), calls({"phase noPassBlocked"}));
+        bench.host.keyboard.press(27);
+        bench.host.keyboard.press(33);
+        QCOMPARE(bench.told().last(),
+                 judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction")));
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
+        QCOMPARE(bench.biz->result(), 2);
+    }
+
+    void theLeftButtonStopsTheWalk()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(3);
+        bench.left();
+        bench.take();
+        bench.pressKeys();
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void aNetReportBeforeTheFirstStartOfTheNetTestIsNotHeard()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.netReport({{0, true}, {1, true}});
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void aNetReportAfterAFailureBeforeTheStartAnnouncesNoFailure()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.startAndPassTo(5);
+        bench.left();
+        QCOMPARE(bench.take(), failure());
+        bench.netReport({{0, true}, {1, true}});
+        const QStringList told = bench.take();
+        QCOMPARE(told.size(), 1);
+        QVERIFY(told.first().contains(QStringLiteral("status=NetPass; statusShown")));
+    }
+
+    void aLinkReportCoversTheEntryScreenAfterAFailure_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("net") << 5 << QStringLiteral("frame.setTitle([FCNet])");
+        QTest::newRow("USB") << 6 << QStringLiteral("frame.setTitle([USBA])");
+    }
+
+    void aLinkReportCoversTheEntryScreenAfterAFailure()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const QString, title);
+        MachinePage page;
+        page.startAndPassTo(phase);
+        page.operate.bringToVerdict(phase);
+        page.clickLeft();
+        page.goBack();
+        page.enter();
+        if (phase == 5)
+            page.operate.netReport({{0, true}, {1, true}});
+        else
+            page.operate.usbReport({{1}});
+        const QStringList made = page.take();
+        QVERIFY(made.contains(title));
+        QVERIFY(made.contains(QStringLiteral("frame.setStatusIconVisible(true)")));
+        page.clickLeft();
+        QCOMPARE(page.take(), QStringList());
+        page.clickRight();
+        QVERIFY(page.take().contains(QStringLiteral("frame.setTitle([FCScreenLight] 10%)")));
+    }
+
+    void aKnownUsbPortThatAReportLacksIsDown()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.usbReport({{1}, {2}});
+        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbPass"));
+        bench.usbReport({{1}});
+        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbNoPass"));
+        bench.usbReport({{1}, {2}});
+        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbPass"));
+    }
+
+    void anEmptyUsbReportShowsTheNoPassIconOnceAPortIsKnown()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(6);
+        bench.usbReport({{1}});
+        bench.take();
+        bench.usbReport({});
+        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbNoPass"));
+    }
+
+    void anEmptyNetReportIsIgnoredAlsoWhenPortsWereSeen()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(5);
+        bench.bringToVerdict();
+        bench.take();
+        bench.netReport({});
+        QCOMPARE(bench.take(), QStringList());
+    }
+
+    void aScreenWithoutATextLeavesTheOneBefore()
+    {
+        MachinePage page;
+        page.startAndPassTo(4);
+        page.clickLeft();
+        QCOMPARE(page.take().filter(QStringLiteral("setRightBtnText")), QStringList());
+        page.startAndPassTo(3);
+        page.operate.bringToVerdict(3);
+        page.take();
+        page.clickRight();
+        QCOMPARE(page.take().filter(QStringLiteral("setLeftBtnText")), QStringList());
+    }
+
+    void theIconOfANetPhaseIsSetBeforeItIsShown()
+    {
+        MachinePage page;
+        page.startAndPassTo(4);
+        page.operate.bringToVerdict(4);
+        page.take();
+        page.clickRight();
+        QCOMPARE(statusCalls(page.take()),
+                 calls({"frame.setStatusIcon(NetNormal)", "frame.setStatusIconVisible(false)"}));
+    }
+
+    void withoutAKeyboardServiceTheWalkCanOnlyBeFailed()
+    {
+        MachineBench bench;
+        bench.host.remove("lcdKeyboardEvent");
+        bench.make();
+        bench.startAndPassTo(2);
+        QCOMPARE(bench.pass().filter(QStringLiteral("keyboard.")), QStringList());
+        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        bench.right();
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.told(), QStringList());
+        bench.left();
+        QCOMPARE(bench.told(), failure() + failure());
+    }
+
+    void withoutPortServicesNoIconIsShown()
+    {
+        MachinePage page;
+        page.host.remove("lcdMemoryCacheNetworkPort");
+        page.host.remove("lcdMemoryCacheNodeUSB");
+        page.make();
+        page.startAndPassTo(5);
+        page.clickRight();
+        page.clickRight();
+        page.clickRight();
+        QVERIFY(!page.take().contains(QStringLiteral("frame.setStatusIconVisible(true)")));
+    }
+};
+
+VIRTUAL_TIME_TEST_MAIN(BehaviorMachineTest)
+#include "tst_behaviormachine.moc"
