@@ -1,13 +1,20 @@
 // The command line of panelhost.
 
+#include "application/display.h"
+#include "application/output.h"
 #include "commandline.h"
 
 #include <QtWidgets/QApplication>
 
 int main(int argc, char **argv)
 {
-    panelhost::prepareProcess(panelhost::needsDisplay(argc, argv));
+    panelhost::prepareOutput();
+    const bool needsDisplay = panelhost::needsDisplay(argc, argv);
+    QString error;
+    if (!panelhost::isDisplayReachable(needsDisplay, argc, argv, &error))
+        return panelhost::refuse(error);
+    panelhost::prepareProcess(needsDisplay);
     QApplication application(argc, argv);
     panelhost::prepareApplication();
-    return panelhost::runCommandLine(QApplication::arguments());
+    return panelhost::statusAfterOutput(panelhost::runCommandLine(QApplication::arguments()));
 }

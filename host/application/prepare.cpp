@@ -24,9 +24,7 @@ void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &contex
 
 void prepareProcess(bool needsDisplay)
 {
-    const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    const bool isChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-    if (!isChosen && (!needsDisplay || !hasDisplay))
+    if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
     Timeline::install();

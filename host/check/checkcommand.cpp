@@ -1,3 +1,4 @@
+#include "application/output.h"
 #include "check/checker.h"
 #include "commands.h"
 
@@ -34,7 +35,7 @@ int runCheck(const CommandLine &line)
         return refuse(QStringLiteral("\"%1\" is no directory.").arg(directory));
     const auto findings = checkDirectory(directory);
     for (const auto &finding : findings)
-        std::printf("%s\n", qPrintable(finding.toLine()));
+        print(finding.toLine() + QLatin1Char('\n'));
     const int errors = countOf(findings, Finding::Severity::Error);
     const int warnings = countOf(findings, Finding::Severity::Warning);
     std::fprintf(stderr, "panelhost: %s: %d error%s, %d warning%s\n", qPrintable(directory), errors, plural(errors),

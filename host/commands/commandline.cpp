@@ -1,5 +1,6 @@
 #include "commandline.h"
 
+#include "application/output.h"
 #include "check/checker.h"
 
 #include <QtCore/QCoreApplication>
@@ -7,7 +8,6 @@
 #include <QtCore/QRegularExpression>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace panelhost {
 
@@ -155,7 +155,7 @@ bool readOptions(const QCommandLineParser &parser, Session::Options &options, QS
 
 int printed(const QString &text)
 {
-    std::fputs(text.toLocal8Bit().constData(), stdout);
+    print(text);
     return 0;
 }
 

@@ -1,3 +1,4 @@
+#include "application/output.h"
 #include "commands.h"
 
 #include <QtCore/QElapsedTimer>
@@ -55,7 +56,8 @@ int runInfo(const CommandLine &line)
     session->lcd()->grab();
     const double loaded = static_cast<double>(elapsed.nsecsElapsed()) / 1e6;
 
-    QTextStream out(stdout);
+    QString text;
+    QTextStream out(&text);
     printSteps(out, session->library());
     printRecords(out, session->library());
     out << "services\n";
@@ -63,6 +65,7 @@ int runInfo(const CommandLine &line)
         out << "  " << name << '\n';
     out << "load time\n";
     printField(out, "menu on screen", QStringLiteral("%1 ms").arg(loaded, 0, 'f', 1));
+    print(text);
     return 0;
 }
 

@@ -1,5 +1,7 @@
 #include "scenario/progress.h"
 
+#include "application/output.h"
+
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -21,8 +23,15 @@ QString verdict(bool passed)
 
 }
 
-Progress::Progress() : m_out(stdout), m_isTerminal(isatty(fileno(stdout)) != 0)
+Progress::Progress() : m_out(&m_text), m_isTerminal(isatty(fileno(stdout)) != 0)
 {
+}
+
+void Progress::flush()
+{
+    m_out.flush();
+    print(m_text);
+    m_text.clear();
 }
 
 void Progress::begin(const QString &file, qint64 steps)
@@ -37,7 +46,7 @@ void Progress::step(const StepResult &step, qint64 number)
         writeBar(step, number);
     else
         writeLine(step);
-    m_out.flush();
+    flush();
 }
 
 void Progress::writeBar(const StepResult &step, qint64 number)
@@ -61,7 +70,7 @@ void Progress::end(const ScenarioResult &result)
           << instantText(result.duration) << " of the device's time in " << result.wallTime << " ms\n";
     if (!result.passed)
         m_out << result.failureText() << '\n';
-    m_out.flush();
+    flush();
 }
 
 void Progress::summary(const ScenarioResults &results)
@@ -70,7 +79,7 @@ void Progress::summary(const ScenarioResults &results)
         return;
     const auto passed = std::count_if(results.begin(), results.end(), [](const auto &r) { return r.passed; });
     m_out << passed << " of " << results.size() << " scenarios passed\n";
-    m_out.flush();
+    flush();
 }
 
 }

@@ -21,6 +21,9 @@ private:
     void writeBar(const StepResult &step, qint64 number);
     void writeLine(const StepResult &step);
 
+    void flush();
+
+    QString m_text; ///< not written yet
     QTextStream m_out;
     bool m_isTerminal;
     QString m_file;

@@ -27,6 +27,11 @@ private Q_SLOTS:
     void shareWithErrorsIsRefused();
     void shareUncheckedIsLeftToTheComponent();
     void menuWithoutMenuBarIsReplacedByTheDefaultOne();
+    void lostOutputIsAnError_data();
+    void lostOutputIsAnError();
+    void aClosedOutputIsNoFilesDescriptor();
+    void theDisplayCanNotBeReached_data();
+    void theDisplayCanNotBeReached();
     void checkExitStatus_data();
     void checkExitStatus();
     void checkTellsFileLineAndColumn();
@@ -39,6 +44,7 @@ private:
         QString err;
     };
     Run run(const QStringList &arguments);
+    Run runInShell(const QString &redirected);
     QString write(const QString &name, const QByteArray &text);
     QByteArray read(const QString &name);
     /// Makes the directory "s" with the two files; an empty file is left out.
@@ -67,6 +73,18 @@ CommandsTest::Run CommandsTest::run(const QStringList &arguments)
     QProcess process;
     process.setWorkingDirectory(m_directory->path());
     process.start(QStringLiteral(PANELHOST), arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+// In a shell whose "$0" is panelhost.
+CommandsTest::Run CommandsTest::runInShell(const QString &redirected)
+{
+    QProcess process;
+    process.setWorkingDirectory(m_directory->path());
+    process.start(QStringLiteral("bash"), {QStringLiteral("-c"), redirected, QStringLiteral(PANELHOST)});
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -276,6 +294,84 @@ void CommandsTest::menuWithoutMenuBarIsReplacedByTheDefaultOne()
     const auto journal = read(QStringLiteral("j.jsonl"));
     QVERIFY(journal.contains("No MenuBar element found in:"));
     QVERIFY(journal.contains("Config reloaded from share path:"));
+}
+
+void CommandsTest::lostOutputIsAnError_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("reason");
+    for (const char *command : {"play passing.yaml", "check .", "info", "--help", "--version"}) {
+        const auto row = [command](const char *output, const char *form, const char *reason) {
+            QTest::addRow("%s, %s", command, output)
+                << QString::fromLatin1(form).arg(QString::fromLatin1(command)) << QString::fromLatin1(reason);
+        };
+        row("a full disk", "\"$0\" %1 > full", "No space left on device");
+        row("closed", "\"$0\" %1 >&-", "Bad file descriptor");
+        // The reader has ended before anything is written.
+        row("a closed pipe", "exec 3> >(:); wait $!; \"$0\" %1 >&3", "Broken pipe");
+    }
+}
+
+void CommandsTest::lostOutputIsAnError()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, reason);
+    write(QStringLiteral("passing.yaml"), Passing);
+    write(QStringLiteral("factorymenu.xml"), "<LCD><MenuBar><MenuItem Key=\"a.Nothing\"/></MenuBar></LCD>");
+    write(QStringLiteral("factorykeychecklist.xml"), GoodKeys);
+    if (line.endsWith(QLatin1String("full"))
+        && mknod(m_directory->filePath(QStringLiteral("full")).toLocal8Bit().constData(), S_IFCHR | 0600, makedev(1, 7))
+            != 0)
+        QSKIP("no device can be made here");
+    const auto ended = runInShell(line);
+    QVERIFY2(ended.err.endsWith(QStringLiteral("panelhost: The output was lost: %1.\n").arg(reason)),
+             qPrintable(ended.err));
+    QCOMPARE(ended.status, 2);
+}
+
+void CommandsTest::aClosedOutputIsNoFilesDescriptor()
+{
+    write(QStringLiteral("passing.yaml"), Passing);
+    const auto played = runInShell(QStringLiteral("\"$0\" play passing.yaml --journal j.jsonl <&- >&-"));
+    QCOMPARE(played.status, 2);
+    const auto journal = read(QStringLiteral("j.jsonl"));
+    QVERIFY(journal.startsWith("{\"seq\":1,"));
+    QVERIFY(!journal.contains("passing.yaml:2 "));
+}
+
+void CommandsTest::theDisplayCanNotBeReached_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("sentence");
+    const auto row = [](const char *name, const char *line, const QString &sentence) {
+        QTest::newRow(name) << QString::fromLatin1(line) << sentence;
+    };
+    const QString none = QStringLiteral("There is no display: neither DISPLAY nor WAYLAND_DISPLAY is set; ");
+    const QString nowhere = QStringLiteral("The display \":4711\" can't be reached; ");
+    const QString play = QStringLiteral("\"panelhost play FILE\" needs none.");
+    row("no display", "env -u QT_QPA_PLATFORM -u DISPLAY -u WAYLAND_DISPLAY \"$0\"", none + play);
+    row("an empty name", "env -u QT_QPA_PLATFORM -u WAYLAND_DISPLAY DISPLAY= \"$0\"", none + play);
+    row("record, no display", "env -u QT_QPA_PLATFORM -u DISPLAY -u WAYLAND_DISPLAY \"$0\" record r.yaml", none + play);
+    row("no server", "env -u QT_QPA_PLATFORM -u WAYLAND_DISPLAY DISPLAY=:4711 \"$0\"", nowhere + play);
+    row("record, no server", "env QT_QPA_PLATFORM=xcb DISPLAY=:4711 \"$0\" record r.yaml", nowhere + play);
+    row("no such platform", "env QT_QPA_PLATFORM=paper \"$0\"",
+        QStringLiteral("The platform \"paper\" can't show a window here; ") + play);
+    row("play on a display", "env QT_QPA_PLATFORM=xcb DISPLAY=:4711 \"$0\" play passing.yaml",
+        nowhere + QStringLiteral("the command needs none when no platform is asked for."));
+    row("play", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" play passing.yaml", {});
+    row("info", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" info", {});
+    row("help", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" --help", {});
+}
+
+void CommandsTest::theDisplayCanNotBeReached()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, sentence);
+    write(QStringLiteral("passing.yaml"), Passing);
+    const auto ended = runInShell(line);
+    QCOMPARE(ended.err, sentence.isEmpty() ? QString() : QStringLiteral("panelhost: %1\n").arg(sentence));
+    QCOMPARE(ended.status, sentence.isEmpty() ? 0 : 2);
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(QStringLiteral("r.yaml"))));
 }
 
 void CommandsTest::checkExitStatus_data()
