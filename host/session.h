@@ -45,8 +45,8 @@ public:
 
     /// Loads the component and enters factory mode, at instant 0 of a clock that stands still. The LCD isn't shown
     /// yet: show it, or put it into a window. nullptr, with one clear sentence in @p error, when the component can't
-    /// be loaded or an option is wrong.
-    static std::unique_ptr<Session> open(const Options &options, QString *error);
+    /// be loaded or an option is wrong; then @p reached, if given, has the steps of loading that were done.
+    static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
     virtual ~Session() = default;
 
     virtual const Options &options() const = 0;

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "session/loadprobe.h"
 
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
@@ -28,6 +29,7 @@ void prepareProcess(bool needsDisplay)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
     Timeline::install();
+    runAsProbe();
 }
 
 // The same look on every desktop.

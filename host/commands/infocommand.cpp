@@ -34,10 +34,10 @@ void printRecords(QTextStream &out, const ComponentLibrary &library)
     printField(out, "componentMeta", oneLine(library.componentInfo()->componentMeta));
 }
 
-void printSteps(QTextStream &out, const ComponentLibrary &library)
+void printSteps(QTextStream &out, const QList<LoadStep> &steps)
 {
     out << "loading\n";
-    for (const LoadStep &step : library.steps())
+    for (const LoadStep &step : steps)
         out << "  " << ComponentLibrary::stateName(step.state).leftJustified(18) << step.found << '\n';
 }
 
@@ -48,17 +48,21 @@ int runInfo(const CommandLine &line)
     QElapsedTimer elapsed;
     elapsed.start();
     QString error;
-    const std::unique_ptr<Session> session = Session::open(line.session, &error);
-    if (!session)
+    QList<LoadStep> reached;
+    QString text;
+    QTextStream out(&text);
+    const std::unique_ptr<Session> session = Session::open(line.session, &error, &reached);
+    if (!session) {
+        printSteps(out, reached);
+        print(reached.isEmpty() ? QString() : text);
         return refuse(error);
+    }
     session->lcd()->show();
     session->timeline().settle();
     session->lcd()->grab();
     const double loaded = static_cast<double>(elapsed.nsecsElapsed()) / 1e6;
 
-    QString text;
-    QTextStream out(&text);
-    printSteps(out, session->library());
+    printSteps(out, session->library().steps());
     printRecords(out, session->library());
     out << "services\n";
     for (const QString &name : session->serviceNames())

@@ -8,6 +8,9 @@
 
 #include <cstring>
 #include <dlfcn.h>
+#include <elf.h>
+#include <exception>
+#include <link.h>
 
 namespace panelhost {
 
@@ -60,7 +63,35 @@ bool ComponentLibrary::reach(LoadState state, const QString &found)
 {
     m_state = state;
     m_steps << LoadStep{state, found};
+    if (m_observer.reached)
+        m_observer.reached(m_steps.constLast());
     return true;
+}
+
+bool ComponentLibrary::refuse(const QList<LoadStep> &steps, const QString &failure)
+{
+    m_steps = steps;
+    return fail(failure);
+}
+
+void ComponentLibrary::announce(const QString &call) const
+{
+    if (m_observer.calling)
+        m_observer.calling(call);
+}
+
+template <class Call>
+bool ComponentLibrary::guarded(const QString &name, Call &&call)
+{
+    announce(name);
+    try {
+        call();
+        return true;
+    } catch (const std::exception &exception) {
+        return fail(QStringLiteral("%1 threw: %2.").arg(name, text(exception.what())));
+    } catch (...) {
+        return fail(QStringLiteral("%1 threw an exception.").arg(name));
+    }
 }
 
 bool ComponentLibrary::locate()
@@ -77,6 +108,7 @@ bool ComponentLibrary::open()
 {
     if (isElfCutOff(m_path))
         return fail(QStringLiteral("can't be opened as a library: its end is missing."));
+    announce(QStringLiteral("opening it"));
     m_handle = dlopen(m_path.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
     if (!m_handle)
         return fail(QStringLiteral("can't be opened as a library: %1.").arg(linkerError(m_path)));
@@ -89,15 +121,31 @@ bool ComponentLibrary::resolve(const char *symbol, void **address)
     return *address || fail(QStringLiteral("has no symbol \"%1\".").arg(text(symbol)));
 }
 
+// The linker's table says what a symbol stands for.
+bool ComponentLibrary::resolveFunction(const char *symbol, void **address)
+{
+    if (!resolve(symbol, address))
+        return false;
+    Dl_info info;
+    ElfW(Sym) *entry = nullptr;
+    const bool isKnown = dladdr1(*address, &info, reinterpret_cast<void **>(&entry), RTLD_DL_SYMENT) != 0 && entry;
+    return !isKnown || ELF64_ST_TYPE(entry->st_info) != STT_OBJECT
+        || fail(QStringLiteral("its symbol \"%1\" is data where a function is expected.").arg(text(symbol)));
+}
+
 bool ComponentLibrary::check()
 {
     void *infoFunction = nullptr;
     void *initFunction = nullptr;
     void *table = nullptr;
-    if (!resolve("pluginfo", &infoFunction) || !resolve("pluginit", &initFunction) || !resolve(tableSymbol, &table))
+    if (!resolveFunction("pluginfo", &infoFunction) || !resolveFunction("pluginit", &initFunction)
+        || !resolve(tableSymbol, &table))
         return false;
     m_init = reinterpret_cast<void (*)(void *)>(initFunction);
-    m_info = reinterpret_cast<const mirel::PluginInfo *(*)()>(infoFunction)();
+    const auto askInfo = [&] { m_info = reinterpret_cast<const mirel::PluginInfo *(*)()>(infoFunction)(); };
+    if (!guarded(QStringLiteral("pluginfo()"), askInfo))
+        return false;
+    announce(QStringLiteral("reading its records"));
     if (!checkInfo() || !findComponent(m_info->componentInfoTable) || !checkComponent())
         return false;
     return reach(LoadState::Checked,
@@ -146,30 +194,25 @@ bool ComponentLibrary::checkComponent()
 
 bool ComponentLibrary::initialise(void *host)
 {
-    m_init(host);
+    if (!guarded(QStringLiteral("pluginit()"), [&] { m_init(host); }))
+        return false;
     return reach(LoadState::Initialised, QStringLiteral("pluginit() has the host"));
 }
 
 bool ComponentLibrary::create()
 {
     void *object = nullptr;
-    try {
-        object = m_component->creator();
-    } catch (const std::exception &exception) {
-        return fail(
-            QStringLiteral("the creator of \"%1\" threw: %2.").arg(text(componentName), text(exception.what())));
-    } catch (...) {
-        return fail(QStringLiteral("the creator of \"%1\" threw an exception.").arg(text(componentName)));
-    }
+    const QString creator = QStringLiteral("the creator of \"%1\"").arg(text(componentName));
+    if (!guarded(creator, [&] { object = m_component->creator(); }))
+        return false;
     if (!object)
-        return fail(QStringLiteral("the creator of \"%1\" returned no object.").arg(text(componentName)));
+        return fail(creator + QStringLiteral(" returned no object."));
     // The record says nothing of the class; the object's own meta-object does.
     auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(object);
     const QString className = text(widget->metaObject()->className());
     if (!widget->inherits(interfaceClass)) {
         m_component->deletor(object);
-        return fail(QStringLiteral("the creator of \"%1\" made a %2, which is no %3.")
-                        .arg(text(componentName), className, text(interfaceClass)));
+        return fail(QStringLiteral("%1 made a %2, which is no %3.").arg(creator, className, text(interfaceClass)));
     }
     m_widget = widget;
     return reach(LoadState::Created, className);

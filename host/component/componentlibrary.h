@@ -5,6 +5,8 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
+#include <functional>
+
 namespace LCD::FactoryMode {
 class ILcdFactoryMode;
 }
@@ -28,8 +30,16 @@ struct LoadStep
     QString found;
 };
 
+/// Hears how the loading goes on. Each may be empty.
+struct LoadObserver
+{
+    std::function<void(const QString &call)> calling; ///< what is about to be called, such as "pluginfo()"
+    std::function<void(const LoadStep &step)> reached;
+};
+
 /// The library of the component "lcd.factory.mode", climbed up state by state. Each step returns false, with one
-/// sentence in errorString() that names the file and what is wrong, and then no further step may be taken.
+/// sentence in errorString() that names the file and what is wrong, and then no further step may be taken. What the
+/// library throws is such a sentence; a library that crashes, hangs or ends the process is met by probeLoading().
 /// A library that has been initialised stays mapped to the end of the process. GUI thread.
 class ComponentLibrary
 {
@@ -38,6 +48,10 @@ public:
     ~ComponentLibrary();
     ComponentLibrary(const ComponentLibrary &) = delete;
     ComponentLibrary &operator=(const ComponentLibrary &) = delete;
+
+    void setObserver(const LoadObserver &observer) { m_observer = observer; }
+    /// Takes over how far the loading came in another process, and why it went no further.
+    bool refuse(const QList<LoadStep> &steps, const QString &failure);
 
     bool locate();
     bool open();
@@ -62,7 +76,12 @@ public:
 private:
     bool fail(const QString &what);
     bool reach(LoadState state, const QString &found);
+    void announce(const QString &call) const;
+    /// Does @p call, which is named @p name in what is told of it and of its exceptions.
+    template <class Call>
+    bool guarded(const QString &name, Call &&call);
     bool resolve(const char *symbol, void **address);
+    bool resolveFunction(const char *symbol, void **address);
     bool checkInfo();
     bool findComponent(mirel::ComponentInfo *const *table);
     bool checkComponent();
@@ -71,6 +90,7 @@ private:
     LoadState m_state = LoadState::None;
     QString m_error;
     QList<LoadStep> m_steps;
+    LoadObserver m_observer;
     void *m_handle = nullptr;
     void (*m_init)(void *) = nullptr;
     const mirel::PluginInfo *m_info = nullptr;

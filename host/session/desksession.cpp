@@ -3,6 +3,7 @@
 #include "device/keylist.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
 #include "lcd/translate/lcdfwtranslatemanager.h"
+#include "session/loadprobe.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -60,13 +61,26 @@ bool DeskSession::applyOptions(QString *error)
     return false;
 }
 
+bool DeskSession::climb(const LoadObserver &observer)
+{
+    m_library.setObserver(observer);
+    return m_library.locate() && m_library.open() && m_library.check()
+        && m_library.initialise(static_cast<mirel::IHost *>(&m_host)) && m_library.create();
+}
+
+bool DeskSession::probe()
+{
+    if (!QFileInfo(m_library.path()).isFile())
+        return true;
+    const LoadReport report = probeLoading(m_library.path());
+    return report.failure.isEmpty() || m_library.refuse(report.steps, report.failure);
+}
+
 bool DeskSession::load(QString *error)
 {
     if (!applyOptions(error))
         return false;
-    const bool isLoaded = m_library.locate() && m_library.open() && m_library.check()
-        && m_library.initialise(static_cast<mirel::IHost *>(&m_host)) && m_library.create();
-    if (!isLoaded) {
+    if (!probe() || !climb({})) {
         *error = m_library.errorString();
         return false;
     }

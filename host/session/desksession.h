@@ -24,6 +24,8 @@ public:
 
     /// The climb up the states of the library, and the entry into factory mode.
     bool load(QString *error);
+    /// The climb alone, in this process.
+    bool climb(const LoadObserver &observer);
 
     const Options &options() const override { return m_options; }
     QString shareDirectory() const override { return m_share; }
@@ -43,6 +45,7 @@ public:
 
 private:
     bool applyOptions(QString *error);
+    bool probe();
 
     // The clock, the logger and the component's handle of its host are the process's.
     static bool s_isAlive;

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-std::unique_ptr<Session> Session::open(const Options &options, QString *error)
+std::unique_ptr<Session> Session::open(const Options &options, QString *error, QList<LoadStep> *reached)
 {
     if (DeskSession::isAnyAlive()) {
         if (error)
@@ -18,6 +18,8 @@ std::unique_ptr<Session> Session::open(const Options &options, QString *error)
         return session;
     if (error)
         *error = reason;
+    if (reached)
+        *reached = session->library().steps();
     return nullptr;
 }
 

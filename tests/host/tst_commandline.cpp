@@ -91,6 +91,51 @@ private Q_SLOTS:
         QCOMPARE(outcome.out, QStringLiteral("panelhost 1.0.0\n"));
     }
 
+    void infoTellsHowFarLoadingGot_data()
+    {
+        QTest::addColumn<QString>("sentence");
+        QTest::addColumn<QStringList>("states");
+        const auto row = [](const char *name, const char *sentence, const char *states) {
+            QTest::newRow(name) << QString::fromUtf8(sentence) << words(states);
+        };
+        row("constructor_throws", "opening it crashed the process: Aborted.", "located");
+        row("constructor_exits", "opening it ended the process with status 0.", "located");
+        row("info_throws", "pluginfo() threw: out of paper.", "located opened");
+        row("info_is_data", "its symbol \"pluginfo\" is data where a function is expected.", "located opened");
+        row("info_exits", "pluginfo() ended the process with status 0.", "located opened");
+        row("init_throws", "pluginit() threw: out of glue.", "located opened checked");
+        row("init_crashes", "pluginit() crashed the process: Segmentation fault.", "located opened checked");
+        row("creator_throws", "the creator of \"lcd.factory.mode\" threw: out of paint.",
+            "located opened checked initialised");
+    }
+    void infoTellsHowFarLoadingGot()
+    {
+        QFETCH(QString, sentence);
+        QFETCH(QStringList, states);
+        const QString path =
+            QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/%1.so").arg(QString::fromLatin1(QTest::currentDataTag()));
+        const Outcome outcome = panelhost({QStringLiteral("info"), QStringLiteral("--component"), path});
+        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
+        QCOMPARE(outcome.status, 2);
+        QStringList lines = outcome.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(lines.takeFirst(), QStringLiteral("loading"));
+        QStringList names;
+        for (const QString &line : qAsConst(lines))
+            names << line.simplified().section(QLatin1Char(' '), 0, 0);
+        QCOMPARE(names, states);
+    }
+
+    void playRefusesALibraryThatEndsTheProcess()
+    {
+        const QString path = QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/info_exits.so");
+        const Outcome outcome =
+            panelhost({QStringLiteral("play"), QStringLiteral(LCD_SOURCE_DIR "/scenarios/tour.yaml"),
+                       QStringLiteral("--component"), path});
+        QCOMPARE(outcome.status, 2);
+        QVERIFY2(outcome.out.contains(path + QStringLiteral(": pluginfo() ended the process with status 0.")),
+                 qPrintable(outcome.out));
+    }
+
     void infoTellsOfEachStep()
     {
         const Outcome outcome = panelhost(words("info --tbar fader --size 640x480 --share " LCD_SOURCE_DIR "/share"));

@@ -1,5 +1,6 @@
 #include "component/componentlibrary.h"
 #include "hosttest.h"
+#include "session/loadprobe.h"
 
 #include <QtCore/QTemporaryDir>
 
@@ -53,6 +54,11 @@ private Q_SLOTS:
         row("other_widget",
             "the creator of \"lcd.factory.mode\" made a QWidget, which is no LCD::FactoryMode::ILcdFactoryMode.",
             LoadState::Initialised);
+        row("info_is_data", "its symbol \"pluginfo\" is data where a function is expected.", LoadState::Opened);
+        row("init_is_data", "its symbol \"pluginit\" is data where a function is expected.", LoadState::Opened);
+        row("info_throws", "pluginfo() threw: out of paper.", LoadState::Opened);
+        row("info_throws_int", "pluginfo() threw an exception.", LoadState::Opened);
+        row("init_throws", "pluginit() threw: out of glue.", LoadState::Checked);
     }
     void refusesWithOneSentence()
     {
@@ -63,6 +69,48 @@ private Q_SLOTS:
         QCOMPARE(climb(library, LoadState::Created), path + QStringLiteral(": ") + sentence);
         QCOMPARE(static_cast<int>(library.state()), reached);
         QVERIFY(!library.widget());
+    }
+
+    // Each of these would take this process with it.
+    void aProbeMeetsWhatEndsAProcess_data()
+    {
+        QTest::addColumn<QString>("failure");
+        QTest::addColumn<int>("longest");
+        QTest::addColumn<QString>("reached");
+        const auto row = [](const char *name, const char *failure, const char *reached, int longest = LongestLoad) {
+            QTest::newRow(name) << QString::fromUtf8(failure) << longest << QString::fromUtf8(reached);
+        };
+        row("constructor_exits", "opening it ended the process with status 0.", "located");
+        row("constructor_ends", "opening it ended the process with status 7.", "located");
+        row("constructor_crashes", "opening it crashed the process: Segmentation fault.", "located");
+        row("constructor_hangs", "opening it didn't return within 5000 ms.", "located", 5000);
+        row("info_exits", "pluginfo() ended the process with status 0.", "located opened");
+        row("info_crashes", "pluginfo() crashed the process: Segmentation fault.", "located opened");
+        row("info_aborts", "pluginfo() crashed the process: Aborted.", "located opened");
+        row("info_hangs", "pluginfo() didn't return within 5000 ms.", "located opened", 5000);
+        row("bad_record", "reading its records crashed the process: Segmentation fault.", "located opened");
+        row("init_exits", "pluginit() ended the process with status 0.", "located opened checked");
+        row("init_crashes", "pluginit() crashed the process: Segmentation fault.", "located opened checked");
+        row("creator_exits", "the creator of \"lcd.factory.mode\" ended the process with status 0.",
+            "located opened checked initialised");
+        row("creator_crashes", "the creator of \"lcd.factory.mode\" crashed the process: Segmentation fault.",
+            "located opened checked initialised");
+        row("good", "", "located opened checked initialised created");
+        // What ends with a sentence is left to the process itself.
+        row("info_throws", "", "located opened");
+        row("no_pluginit", "", "located opened");
+    }
+    void aProbeMeetsWhatEndsAProcess()
+    {
+        QFETCH(QString, failure);
+        QFETCH(int, longest);
+        QFETCH(QString, reached);
+        const LoadReport report = probeLoading(fixture(QTest::currentDataTag()), longest);
+        QCOMPARE(report.failure, failure);
+        QStringList states;
+        for (const LoadStep &step : report.steps)
+            states << ComponentLibrary::stateName(step.state);
+        QCOMPARE(states.join(QLatin1Char(' ')), reached);
     }
 
     void aMissingFile()

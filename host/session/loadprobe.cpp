@@ -1,0 +1,161 @@
+#include "session/loadprobe.h"
+
+#include "session/desksession.h"
+
+#include <QtCore/QProcess>
+#include <QtCore/QSet>
+#include <QtWidgets/QApplication>
+
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace panelhost {
+
+namespace {
+
+constexpr char request[] = "PANELHOST_PROBE"; // the library's path, in the environment of the process
+constexpr char program[] = "/proc/self/exe";
+
+// What the process writes, one a line: a word and a text.
+constexpr char calling[] = "calling ";
+constexpr char reached[] = "reached "; // with the number of the state
+constexpr char done[] = "done ";
+
+/// What a process has written.
+struct Account
+{
+    explicit Account(const QByteArray &text)
+    {
+        for (const QByteArray &line : text.split('\n'))
+            read(line);
+    }
+
+    void read(const QByteArray &line)
+    {
+        if (line.startsWith(calling))
+            call = QString::fromUtf8(line.mid(qstrlen(calling)));
+        isDone = isDone || line.startsWith(done);
+        if (!line.startsWith(reached))
+            return;
+        const QByteArray step = line.mid(qstrlen(reached));
+        const int space = step.indexOf(' ');
+        steps << LoadStep{static_cast<LoadState>(step.left(space).toInt()), QString::fromUtf8(step.mid(space + 1))};
+    }
+
+    QString call = QStringLiteral("starting it");
+    QList<LoadStep> steps;
+    bool isDone = false;
+};
+
+QProcessEnvironment environmentFor(const QString &path)
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QString::fromLatin1(request), path);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    return environment;
+}
+
+QString endOf(const QProcess &process)
+{
+    if (process.exitStatus() == QProcess::NormalExit)
+        return QStringLiteral("ended the process with status %1").arg(process.exitCode());
+    return QStringLiteral("crashed the process: %1").arg(QString::fromLocal8Bit(strsignal(process.exitCode())));
+}
+
+LoadReport reportOf(QProcess &process, int longest)
+{
+    const bool hasEnded = process.waitForFinished(longest);
+    if (!hasEnded) {
+        process.kill();
+        process.waitForFinished();
+    }
+    const Account account(process.readAllStandardOutput());
+    if (account.isDone)
+        return {account.steps, {}};
+    const QString end = hasEnded ? endOf(process) : QStringLiteral("didn't return within %1 ms").arg(longest);
+    return {account.steps, QStringLiteral("%1 %2.").arg(account.call, end)};
+}
+
+/// The side of the process: the account goes to a descriptor of its own, so that a library may write where it likes.
+class Probe
+{
+public:
+    Probe() : m_account(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+    {
+        const int silence = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(silence, STDOUT_FILENO);
+        dup2(silence, STDERR_FILENO);
+    }
+
+    void tell(const char *word, const QString &text) const
+    {
+        const QByteArray line = word + text.simplified().toUtf8() + '\n';
+        [[maybe_unused]] const ssize_t written = ::write(m_account, line.constData(), static_cast<size_t>(line.size()));
+    }
+
+    void load(const QString &path) const
+    {
+        Session::Options options;
+        options.component = path;
+        DeskSession session(options);
+        session.climb({[this](const QString &call) { tell(calling, call); },
+                       [this](const LoadStep &step) {
+                           tell(reached, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
+                       }});
+        tell(done, {});
+        _exit(0);
+    }
+
+private:
+    int m_account;
+};
+
+// A crash has to end this process by its signal, at once and without a core file, and so has the end of its starter.
+void endBySignals()
+{
+    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
+        std::signal(number, SIG_DFL);
+    const rlimit noCore{0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+}
+
+LoadReport probeLoading(const QString &path, int longest)
+{
+    static QSet<QString> harmless;
+    // Within a probe there is none: it would go on for ever.
+    if (harmless.contains(path) || qEnvironmentVariableIsSet(request))
+        return {};
+    QProcess process;
+    process.setProcessEnvironment(environmentFor(path));
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(QString::fromLatin1(program), QStringList());
+    if (!process.waitForStarted())
+        return {};
+    const LoadReport report = reportOf(process, longest);
+    if (report.failure.isEmpty())
+        harmless.insert(path);
+    return report;
+}
+
+void runAsProbe()
+{
+    const QString path = QString::fromLocal8Bit(qgetenv(request));
+    if (path.isEmpty())
+        return;
+    endBySignals();
+    const Probe probe;
+    int argc = 1;
+    char name[] = "panelhost";
+    char *argv[] = {name, nullptr};
+    const QApplication application(argc, argv);
+    probe.load(path);
+}
+
+}
