@@ -8,9 +8,13 @@ namespace {
 
 constexpr int MaxQuotedText = 40;
 
+/// The library's message with names as people write them: "xml:lang" for "{http://www.w3.org/XML/1998/namespace}lang".
 QString messageOf(const xmlError &error)
 {
-    return QString::fromUtf8(error.message).simplified();
+    return QString::fromUtf8(error.message)
+        .simplified()
+        .replace(QLatin1String("{http://www.w3.org/XML/1998/namespace}"), QLatin1String("xml:"))
+        .replace(QLatin1String("{http://www.w3.org/2001/XMLSchema-instance}"), QLatin1String("xsi:"));
 }
 
 /// The first group of @p pattern in the library's message.

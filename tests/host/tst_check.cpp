@@ -90,6 +90,7 @@ void CheckTest::file_data()
          "7:9: warning: found attribute \"name\" of LcdKey, expected Value or Name",
          "8:9: warning: found element \"LcdKeyy\", expected LcdKey",
          "9:28: warning: found text \"A\" in LcdKey, expected none"});
+    row("keys11.xml", {});
     row("menu01.xml", {});
     row("menu02.xml", {"1:60: error: Failed to parse XML: \"menu02.xml\" Error: \"tag mismatch\" at line 1 column 60"});
     row("menu03.xml",
@@ -161,6 +162,10 @@ void CheckTest::file_data()
     row("menu27.xml", {"4:42: warning: found element \"MenuItm\", expected MenuItem"});
     row("menu28.xml", {});
     row("menu29.xml", {"1:48: warning: found what XML doesn't allow: Attribute Key redefined"});
+    row("menu30.xml",
+        {"1:1: warning: found attribute \"xml:lang\" of LCD, expected version",
+         "2:5: warning: Element 'MenuBar': The element is not 'nillable'.",
+         "3:14: warning: found what XML doesn't allow: Entity 'foo' not defined"});
 }
 
 void CheckTest::file()
