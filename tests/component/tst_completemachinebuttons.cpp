@@ -5,6 +5,8 @@
 
 #include <QtTest/QtTest>
 
+#include <utility>
+
 using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
 
 namespace {
@@ -398,22 +400,24 @@ private Q_SLOTS:
         MachineBench bench;
         QStringList differences;
         int records = 0;
+        QStringList lookedUpSoFar;
         bench.biz->registerPhaseCallback("texts", [&](const CompleteMachinePhaseInfo &info) {
             QStringList shown = translatedWords(describe(info));
-            QStringList lookedUp = takeLookedUpKeys();
+            QStringList lookedUp = std::exchange(lookedUpSoFar, {});
             shown.sort();
             lookedUp.sort();
             ++records;
             if (lookedUp != shown)
                 differences << QStringLiteral("%1 for %2").arg(lookedUp.join(QStringLiteral(", ")), describe(info));
         });
-        takeLookedUpKeys();
+        recordLookedUpKeys(&lookedUpSoFar);
         bench.startAndPassTo(5);
         bench.right(); // net test runs
         bench.left();  // failed
         bench.right(); // set back
         while (bench.biz->currentPhaseIndex() < 11)
             bench.pass();
+        recordLookedUpKeys(nullptr);
         QCOMPARE(differences, QStringList());
         QVERIFY(records > 40);
     }

@@ -4,14 +4,12 @@
 
 #include <QtCore/QMutex>
 
-#include <utility>
-
 namespace {
 
 QMutex languageMutex;
 QString testLanguage;
 QString testEnding;
-QStringList lookedUpKeys;
+QStringList *lookedUpKeys = nullptr;
 
 }
 
@@ -27,10 +25,10 @@ void setTestEnding(const QString &ending)
     testEnding = ending;
 }
 
-QStringList takeLookedUpKeys()
+void recordLookedUpKeys(QStringList *keys)
 {
     const QMutexLocker locker(&languageMutex);
-    return std::exchange(lookedUpKeys, {});
+    lookedUpKeys = keys;
 }
 
 namespace veltor::trans {
@@ -38,7 +36,8 @@ namespace veltor::trans {
 QString translate(Translator *, const QString &context, const QString &section, const QString &key)
 {
     const QMutexLocker locker(&languageMutex);
-    lookedUpKeys << key;
+    if (lookedUpKeys)
+        *lookedUpKeys << key;
     const bool here = context == QLatin1String("LCD::HomeWidgets") && section == QLatin1String("Global");
     return QStringLiteral("[%1%2%3]%4").arg(here ? QString() : context + section, testLanguage, key, testEnding);
 }

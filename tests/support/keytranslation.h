@@ -11,5 +11,5 @@
 void setTestLanguage(const QString &language);
 /// Puts @p ending behind each text from now on. Empty at first.
 void setTestEnding(const QString &ending);
-/// Returns the keys that were looked up since the last call, in order, and forgets them.
-QStringList takeLookedUpKeys();
+/// Appends each key that is looked up from now on to @p keys; with nullptr, as at first, to no list.
+void recordLookedUpKeys(QStringList *keys);
