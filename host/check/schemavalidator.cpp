@@ -12,7 +12,6 @@
 #include <libxml/xmlschemas.h>
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 
 // Outside of any namespace, because the macro declares a function.
@@ -101,7 +100,6 @@ private:
         Place place;
         SchemaSubject subject;
     };
-    using Attributes = QVector<const xmlChar *>;
 
     xmlSAXHandler handlers();
     void startElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri, int namespaceCount,
@@ -113,7 +111,7 @@ private:
     void parserError(const xmlError &error);
     void validityError(const xmlError &error);
 
-    Element elementAt(const xmlChar *name, const xmlChar *uri, const Attributes &attributes) const;
+    Element elementAt(const xmlChar *name, const xmlChar *uri, int attributeCount, const xmlChar **attributes) const;
     /// Where @p position in the parser's buffer is. @p counted is how far the parser has counted lines and columns.
     Place placeAt(const xmlChar *position, const xmlChar *counted) const;
     void rememberValues(const Element &element);
@@ -189,18 +187,10 @@ void ValidationPass::startElement(const xmlChar *name, const xmlChar *prefix, co
         return;
     }
     validateText();
-    // The validator would load the schemas that these hints name.
-    Attributes kept;
-    for (int i = 0; i < attributeCount; ++i) {
-        const xmlChar **attribute = attributes + i * FieldCount;
-        if (!xmlStrEqual(attribute[Namespace], BAD_CAST "http://www.w3.org/2001/XMLSchema-instance")
-            || !xmlStrstr(attribute[LocalName], BAD_CAST "chemaLocation"))
-            std::copy(attribute, attribute + FieldCount, std::back_inserter(kept));
-    }
-    m_open.push(elementAt(name, uri, kept));
+    m_open.push(elementAt(name, uri, attributeCount, attributes));
     rememberValues(m_open.top());
-    m_validation->startElementNs(m_validator, name, prefix, uri, namespaceCount, namespaces, kept.size() / FieldCount,
-                                 defaultedCount, kept.data());
+    m_validation->startElementNs(m_validator, name, prefix, uri, namespaceCount, namespaces, attributeCount,
+                                 defaultedCount, attributes);
 }
 
 void ValidationPass::endElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri)
@@ -275,8 +265,8 @@ void ValidationPass::validityError(const xmlError &error)
     }
 }
 
-ValidationPass::Element ValidationPass::elementAt(const xmlChar *name, const xmlChar *uri,
-                                                  const Attributes &attributes) const
+ValidationPass::Element ValidationPass::elementAt(const xmlChar *name, const xmlChar *uri, int attributeCount,
+                                                  const xmlChar **attributes) const
 {
     const auto *begin = m_parser->input->cur;
     while (begin > m_parser->input->base && *begin != '<')
@@ -287,9 +277,11 @@ ValidationPass::Element ValidationPass::elementAt(const xmlChar *name, const xml
     element.subject.name = textOf(name);
     element.subject.parent = m_open.isEmpty() ? QString() : m_open.top().subject.name;
     element.subject.xmlNamespace = textOf(uri);
-    for (int i = 0; i < attributes.size(); i += FieldCount)
-        element.subject.attributes.insert(textOf(attributes.at(i + LocalName)),
-                                          textOf(attributes.at(i + ValueBegin), attributes.at(i + ValueEnd)));
+    for (int i = 0; i < attributeCount; ++i) {
+        const auto *attribute = attributes + i * FieldCount;
+        element.subject.attributes.insert(textOf(attribute[LocalName]),
+                                          textOf(attribute[ValueBegin], attribute[ValueEnd]));
+    }
     return element;
 }
 

@@ -4,11 +4,16 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <algorithm>
+#include <cerrno>
 #include <ctime>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 using namespace panelhost;
 
@@ -25,11 +30,15 @@ private Q_SLOTS:
     void directoryInPlaceOfAFile();
     void bothFilesInOrder();
     void shippedFilesHaveNoFinding();
+    void opensNoOtherFile_data();
+    void opensNoOtherFile();
     void hostileFileIsCheckedQuickly_data();
     void hostileFileIsCheckedQuickly();
 };
 
 namespace {
+
+const auto DataDirectory = QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/check");
 
 QStringList linesOf(const Findings &findings)
 {
@@ -51,7 +60,7 @@ QString tagOf(const char *text)
 
 void CheckTest::initTestCase()
 {
-    QVERIFY(QDir::setCurrent(QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/check")));
+    QVERIFY(QDir::setCurrent(DataDirectory));
 }
 
 void CheckTest::file_data()
@@ -211,6 +220,42 @@ void CheckTest::bothFilesInOrder()
 void CheckTest::shippedFilesHaveNoFinding()
 {
     QCOMPARE(linesOf(checkDirectory(QStringLiteral(LCD_SOURCE_DIR "/share"))), QStringList());
+}
+
+void CheckTest::opensNoOtherFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray menu = "<MenuBar><MenuItem Key=\"a.Net\"/></MenuBar></LCD>";
+    const QByteArray instance = "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\"";
+    QTest::newRow("schema") << "<LCD " + instance + " xsi:noNamespaceSchemaLocation=\"other.xml\">" + menu;
+    QTest::newRow("schema of a namespace")
+        << "<LCD " + instance + " xmlns:o=\"urn:o\" o:a=\"\" xsi:schemaLocation=\"urn:o other.xml\">" + menu;
+    QTest::newRow("document type") << "<!DOCTYPE LCD SYSTEM \"other.xml\"><LCD>" + menu;
+    QTest::newRow("entity") << "<!DOCTYPE LCD [<!ENTITY o SYSTEM \"other.xml\">]><LCD>&o;" + menu;
+    QTest::newRow("parameter entity") << "<!DOCTYPE LCD [<!ENTITY % o SYSTEM \"other.xml\"> %o;]><LCD>" + menu;
+}
+
+// The system tells of each time that the other file is opened.
+void CheckTest::opensNoOtherFile()
+{
+    QFETCH(QByteArray, content);
+    QTemporaryDir dir;
+    const auto write = [&dir](const char *name, const QByteArray &text) {
+        QFile file(dir.filePath(tagOf(name)));
+        return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+    };
+    QVERIFY(write("factorymenu.xml", content));
+    QVERIFY(write("other.xml", "<other/>"));
+    const int watch = inotify_init1(IN_NONBLOCK);
+    QVERIFY(watch >= 0);
+    const auto close = qScopeGuard([watch] { ::close(watch); });
+    QVERIFY(inotify_add_watch(watch, qPrintable(dir.filePath(QStringLiteral("other.xml"))), IN_OPEN) >= 0);
+    QVERIFY(QDir::setCurrent(dir.path()));
+    checkMenu(QStringLiteral("factorymenu.xml"));
+    QVERIFY(QDir::setCurrent(DataDirectory));
+    alignas(inotify_event) char event[1024];
+    QCOMPARE(read(watch, event, sizeof event), ssize_t(-1));
+    QCOMPARE(errno, EAGAIN);
 }
 
 void CheckTest::hostileFileIsCheckedQuickly_data()
