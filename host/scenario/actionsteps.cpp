@@ -1,5 +1,6 @@
 // The steps that an operator does.
 
+#include "scenario/limits.h"
 #include "scenario/stepreader.h"
 
 namespace panelhost {
@@ -9,23 +10,22 @@ namespace {
 const QStringList NavigationKeys{QStringLiteral("up"),    QStringLiteral("down"),  QStringLiteral("left"),
                                  QStringLiteral("right"), QStringLiteral("enter"), QStringLiteral("back")};
 const QStringList Sides{QStringLiteral("left"), QStringLiteral("right")};
-constexpr int LargestPixel = 10000;
 
 /// Reads a single value, or each of a list.
 template <class Read>
-void forEach(const YAML::Node &value, Read &&read)
+void forEach(const YamlNode &value, Read &&read)
 {
-    if (!value.IsSequence())
+    if (!value.isSequence())
         return read(value);
-    for (const auto &node : value)
+    for (const auto &node : value.items())
         read(node);
 }
 
 }
 
-std::optional<int> StepReader::key(const YAML::Node &node)
+std::optional<int> StepReader::key(const YamlNode &node)
 {
-    const auto halKey = node.IsScalar() ? m_vocabulary.halKey(YamlReader::scalar(node)) : std::nullopt;
+    const auto halKey = node.isScalar() ? m_vocabulary.halKey(YamlReader::scalar(node)) : std::nullopt;
     if (!halKey)
         m_reader.problem(node,
                          QStringLiteral("a key, by name or hal key: one of ")
@@ -33,101 +33,101 @@ std::optional<int> StepReader::key(const YAML::Node &node)
     return halKey;
 }
 
-void StepReader::navigate(const YAML::Node &value, Step &step)
+void StepReader::navigate(const YamlNode &value, Step &step)
 {
-    forEach(value, [&](const YAML::Node &node) {
+    forEach(value, [&](const YamlNode &node) {
         if (const auto key = m_reader.word(node, NavigationKeys))
             step.actions.append({Action::Kind::Navigate, {{QStringLiteral("key"), *key}}});
     });
 }
 
-void StepReader::soft(const YAML::Node &value, Step &step)
+void StepReader::soft(const YamlNode &value, Step &step)
 {
     if (const auto side = m_reader.word(value, Sides))
         step.actions.append({Action::Kind::Soft, {{QStringLiteral("side"), *side}}});
 }
 
-void StepReader::keyActions(const YAML::Node &value, Action::Kind kind, Step &step)
+void StepReader::keyActions(const YamlNode &value, Action::Kind kind, Step &step)
 {
-    forEach(value, [&](const YAML::Node &node) {
+    forEach(value, [&](const YamlNode &node) {
         if (const auto halKey = key(node))
             step.actions.append({kind, {{QStringLiteral("key"), *halKey}}});
     });
 }
 
-void StepReader::press(const YAML::Node &value, Step &step)
+void StepReader::press(const YamlNode &value, Step &step)
 {
     keyActions(value, Action::Kind::Press, step);
 }
 
-void StepReader::hold(const YAML::Node &value, Step &step)
+void StepReader::hold(const YamlNode &value, Step &step)
 {
     keyActions(value, Action::Kind::Hold, step);
 }
 
-void StepReader::release(const YAML::Node &value, Step &step)
+void StepReader::release(const YamlNode &value, Step &step)
 {
     keyActions(value, Action::Kind::Release, step);
 }
 
-void StepReader::touch(const YAML::Node &value, Step &step)
+void StepReader::touch(const YamlNode &value, Step &step)
 {
     QVariantMap arguments;
     for (const auto &entry : m_reader.map(value, {QStringLiteral("x"), QStringLiteral("y")})) {
-        if (const auto pixel = m_reader.integer(entry.second, 0, LargestPixel))
+        if (const auto pixel = m_reader.integer(entry.second, 0, limits::TouchPixel))
             arguments.insert(YamlReader::scalar(entry.first), *pixel);
     }
-    if (value.IsMap() && value.size() < 2)
+    if (value.isMap() && value.entries().size() < 2)
         m_reader.complain(value, QStringLiteral("a touch needs x and y"));
     step.actions.append({Action::Kind::Touch, arguments});
 }
 
-void StepReader::tbar(const YAML::Node &value, Step &step)
+void StepReader::tbar(const YamlNode &value, Step &step)
 {
     static const QMap<QString, double> ends{{QStringLiteral("bottom"), 0.0}, {QStringLiteral("top"), 1.0}};
-    const auto end = value.IsScalar() ? ends.constFind(YamlReader::scalar(value)) : ends.constEnd();
+    const auto end = value.isScalar() ? ends.constFind(YamlReader::scalar(value)) : ends.constEnd();
     const auto position = end != ends.constEnd() ? std::optional<double>(*end) : m_reader.number(value, 0, 1);
     if (position)
         step.actions.append({Action::Kind::TBar, {{QStringLiteral("position"), *position}}});
 }
 
-QVector<Action> StepReader::portActions(const YAML::Node &node, Action::Kind kind, const QStringList &ports)
+QVector<Action> StepReader::portActions(const YamlNode &node, Action::Kind kind, const QStringList &ports)
 {
     QVector<Action> actions;
-    forEach(node, [&](const YAML::Node &one) {
+    forEach(node, [&](const YamlNode &one) {
         if (const auto port = m_reader.word(one, ports))
             actions.append({kind, {{QStringLiteral("port"), *port}}});
     });
     return actions;
 }
 
-void StepReader::plug(const YAML::Node &value, Step &step)
+void StepReader::plug(const YamlNode &value, Step &step)
 {
     step.actions = portActions(value, Action::Kind::Plug, m_vocabulary.ports());
 }
 
-void StepReader::unplug(const YAML::Node &value, Step &step)
+void StepReader::unplug(const YamlNode &value, Step &step)
 {
     step.actions = portActions(value, Action::Kind::Unplug, m_vocabulary.ports());
 }
 
-void StepReader::block(const YAML::Node &value, Step &step)
+void StepReader::block(const YamlNode &value, Step &step)
 {
     step.actions = portActions(value, Action::Kind::Block, m_vocabulary.usbPorts);
 }
 
-void StepReader::unblock(const YAML::Node &value, Step &step)
+void StepReader::unblock(const YamlNode &value, Step &step)
 {
     step.actions = portActions(value, Action::Kind::Unblock, m_vocabulary.usbPorts);
 }
 
-void StepReader::language(const YAML::Node &value, Step &step)
+void StepReader::language(const YamlNode &value, Step &step)
 {
     if (const auto code = m_reader.word(value, m_vocabulary.languages))
         step.actions.append({Action::Kind::Language, {{QStringLiteral("code"), *code}}});
 }
 
-void StepReader::factoryMode(const YAML::Node &value, Step &step)
+void StepReader::factoryMode(const YamlNode &value, Step &step)
 {
     const auto way = m_reader.word(value, {QStringLiteral("enter"), QStringLiteral("exit")});
     if (way)

@@ -1,5 +1,6 @@
 #include "scenario/devicereader.h"
 
+#include "scenario/limits.h"
 #include "scenario/stepreader.h"
 #include "scenario/vocabulary.h"
 
@@ -8,8 +9,6 @@
 namespace panelhost {
 
 namespace {
-
-constexpr int MaxPorts = 16;
 
 QStringList optionNames()
 {
@@ -25,9 +24,9 @@ QStringList preparationNames()
 }
 
 // The ports are counted first: what is plugged must be one of them.
-void DeviceReader::read(const YAML::Node &node)
+void DeviceReader::read(const YamlNode &node)
 {
-    if (!node.IsDefined() || node.IsNull())
+    if (!node.isDefined() || node.isNull())
         return;
     const auto entries = m_reader.map(node, optionNames() + preparationNames());
     for (const auto &entry : entries)
@@ -39,7 +38,7 @@ void DeviceReader::read(const YAML::Node &node)
 void DeviceReader::readOption(const YamlReader::Entry &entry)
 {
     auto &device = m_scenario.device;
-    const auto &name = entry.first.Scalar();
+    const std::string name = entry.first.text().toStdString();
     const auto &value = entry.second;
     if (name == "tbar") {
         const auto kind = m_reader.word(value, {QStringLiteral("slider"), QStringLiteral("fader")});
@@ -51,9 +50,9 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
     } else if (name == "changed-on-subscribe") {
         device.changedOnSubscribe = m_reader.flag(value).value_or(device.changedOnSubscribe);
     } else if (name == "net-ports") {
-        device.netPorts = m_reader.integer(value, 0, MaxPorts).value_or(device.netPorts);
+        device.netPorts = m_reader.integer(value, 0, limits::Ports).value_or(device.netPorts);
     } else if (name == "usb-ports") {
-        device.usbPorts = m_reader.integer(value, 0, MaxPorts).value_or(device.usbPorts);
+        device.usbPorts = m_reader.integer(value, 0, limits::Ports).value_or(device.usbPorts);
     }
 }
 
@@ -61,26 +60,26 @@ void DeviceReader::readPreparation(const YamlReader::Entry &entry)
 {
     const auto vocabulary = vocabularyOf(m_scenario.device);
     StepReader steps(m_reader, vocabulary);
-    const auto &name = entry.first.Scalar();
+    const std::string name = entry.first.text().toStdString();
     const auto &value = entry.second;
     if (name == "plugged") {
         m_scenario.preparation += steps.portActions(value, Action::Kind::Plug, vocabulary.ports());
     } else if (name == "blocked") {
         m_scenario.preparation += steps.portActions(value, Action::Kind::Block, vocabulary.usbPorts);
     } else if (name == "faults") {
-        if (!value.IsSequence())
+        if (!value.isSequence())
             return m_reader.problem(value, QStringLiteral("a list of faults"));
-        for (const auto &node : value) {
+        for (const auto &node : value.items()) {
             if (const auto fault = steps.initialFault(node))
                 m_scenario.device.faults.append(*fault);
         }
     }
 }
 
-void DeviceReader::readSize(const YAML::Node &node)
+void DeviceReader::readSize(const YamlNode &node)
 {
     static const QRegularExpression form(QStringLiteral("^(\\d{3,4})x(\\d{3,4})$"));
-    const auto match = form.match(node.IsScalar() ? YamlReader::scalar(node) : QString());
+    const auto match = form.match(node.isScalar() ? YamlReader::scalar(node) : QString());
     if (match.hasMatch())
         m_scenario.device.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     else

@@ -12,12 +12,12 @@ public:
     DeviceReader(YamlReader &reader, Scenario &scenario) : m_reader(reader), m_scenario(scenario) {}
 
     /// @p node may be undefined: the device is as it comes.
-    void read(const YAML::Node &node);
+    void read(const YamlNode &node);
 
 private:
     void readOption(const YamlReader::Entry &entry);
     void readPreparation(const YamlReader::Entry &entry);
-    void readSize(const YAML::Node &node);
+    void readSize(const YamlNode &node);
 
     YamlReader &m_reader;
     Scenario &m_scenario;

@@ -1,14 +1,12 @@
 #include "scenario/expectationreader.h"
 
 #include "scenario/journalsubjects.h"
+#include "scenario/limits.h"
 #include "scenario/subjects.h"
 
 namespace panelhost {
 
 namespace {
-
-constexpr int MaxTimes = 1000000;
-constexpr int MaxNegations = 4;
 
 const QMap<QString, Condition::Operator> &operators()
 {
@@ -20,12 +18,12 @@ const QMap<QString, Condition::Operator> &operators()
 
 }
 
-Expectations ExpectationReader::expectations(const YAML::Node &node)
+Expectations ExpectationReader::expectations(const YamlNode &node)
 {
     Expectations all;
     for (const auto &entry : m_reader.freeMap(node)) {
         Expectation expectation;
-        expectation.where = m_reader.placeOf(entry.first);
+        expectation.where = entry.first.definition();
         expectation.subject = YamlReader::scalar(entry.first);
         if (isJournalSubject(expectation.subject))
             journal(entry.second, expectation);
@@ -37,20 +35,20 @@ Expectations ExpectationReader::expectations(const YAML::Node &node)
                                  + (subjectNames() + journalSubjectNames()).join(QStringLiteral(", ")));
         all.append(expectation);
     }
-    if (node.IsMap() && node.size() == 0)
+    if (node.isMap() && node.entries().isEmpty())
         m_reader.problem(node, QStringLiteral("something to expect"));
     return all;
 }
 
-void ExpectationReader::seen(const YAML::Node &value, Expectation &expectation)
+void ExpectationReader::seen(const YamlNode &value, Expectation &expectation)
 {
     conditions(value, false, expectation.conditions);
 }
 
-void ExpectationReader::journal(const YAML::Node &value, Expectation &expectation)
+void ExpectationReader::journal(const YamlNode &value, Expectation &expectation)
 {
     const bool isLine = expectation.subject == logLineSubject();
-    if (!value.IsMap()) {
+    if (!value.isMap()) {
         const auto text =
             m_reader.text(value, isLine ? QStringLiteral("a text or a map") : QStringLiteral("a name or a map"));
         if (!text)
@@ -73,7 +71,7 @@ void ExpectationReader::journalEntry(const YamlReader::Entry &entry, Expectation
     const auto word = YamlReader::scalar(entry.first);
     auto &query = expectation.query;
     if (word == QLatin1String("times")) {
-        query.times = m_reader.integer(entry.second, 0, MaxTimes);
+        query.times = m_reader.integer(entry.second, 0, limits::JournalTimes);
     } else if (word == QLatin1String("name")) {
         query.name = m_reader.text(entry.second, QStringLiteral("a name")).value_or(QString());
     } else if (word == QLatin1String("arguments")) {
@@ -88,12 +86,12 @@ void ExpectationReader::journalEntry(const YamlReader::Entry &entry, Expectation
     }
 }
 
-void ExpectationReader::conditions(const YAML::Node &node, bool isNegated, QVector<Condition> &conditions)
+void ExpectationReader::conditions(const YamlNode &node, bool isNegated, QVector<Condition> &conditions)
 {
-    if (!node.IsMap())
+    if (!node.isMap())
         return condition(node, Condition::Operator::Equals, isNegated, conditions);
-    if (m_depth >= MaxNegations)
-        return m_reader.problem(node, QStringLiteral("not more than %1 negations").arg(MaxNegations));
+    if (m_depth >= limits::NotDepth)
+        return m_reader.problem(node, QStringLiteral("not more than %1 negations").arg(limits::NotDepth));
     ++m_depth;
     const auto entries = m_reader.map(node, operators().keys() + QStringList{QStringLiteral("not")});
     for (const auto &entry : entries) {
@@ -103,12 +101,12 @@ void ExpectationReader::conditions(const YAML::Node &node, bool isNegated, QVect
         else
             condition(entry.second, operators()[word], isNegated, conditions);
     }
-    if (node.size() == 0)
+    if (entries.isEmpty() && node.entries().isEmpty())
         m_reader.problem(node, QStringLiteral("a value, a list or a map with equals, contains, matches or not"));
     --m_depth;
 }
 
-void ExpectationReader::condition(const YAML::Node &node, Condition::Operator op, bool isNegated,
+void ExpectationReader::condition(const YamlNode &node, Condition::Operator op, bool isNegated,
                                   QVector<Condition> &conditions)
 {
     const auto texts = m_reader.texts(node, QStringLiteral("a value or a list of values"));
@@ -118,7 +116,7 @@ void ExpectationReader::condition(const YAML::Node &node, Condition::Operator op
     condition.op = op;
     condition.isNegated = isNegated;
     if (op == Condition::Operator::Equals) {
-        condition.expected = node.IsSequence() ? QVariant(*texts) : QVariant(texts->first());
+        condition.expected = node.isSequence() ? QVariant(*texts) : QVariant(texts->first());
         conditions.append(condition);
         return;
     }

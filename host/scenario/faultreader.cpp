@@ -24,21 +24,21 @@ QStringList faultNames()
     return names;
 }
 
-YAML::Node entryOf(const YAML::Node &map, const char *name)
+YamlNode entryOf(const YamlNode &map, const char *name)
 {
-    for (const auto &entry : map) {
-        if (entry.first.IsScalar() && entry.first.Scalar() == name)
+    for (const auto &entry : map.entries()) {
+        if (entry.first.isScalar() && entry.first.text() == QLatin1String(name))
             return entry.second;
     }
-    return YAML::Node(YAML::NodeType::Undefined);
+    return {};
 }
 
 }
 
-std::optional<Action> StepReader::fault(const YAML::Node &node)
+std::optional<Action> StepReader::fault(const YamlNode &node)
 {
-    const auto nameNode = node.IsMap() ? entryOf(node, "name") : node;
-    if (node.IsMap() && !nameNode.IsDefined()) {
+    const auto nameNode = node.isMap() ? entryOf(node, "name") : node;
+    if (node.isMap() && !nameNode.isDefined()) {
         m_reader.complain(node,
                           QStringLiteral("a fault needs a name: one of ") + faultNames().join(QStringLiteral(", ")));
         return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<Action> StepReader::fault(const YAML::Node &node)
         return std::nullopt;
     const auto &info = *Faults::find(*name);
     QVariantMap arguments{{QStringLiteral("name"), *name}, {QStringLiteral("on"), true}};
-    if (node.IsMap()) {
+    if (node.isMap()) {
         for (const auto &entry : m_reader.map(node, QStringList{QStringLiteral("name"), activeWord()} + info.arguments))
             faultArgument(info, entry, arguments);
     }
@@ -59,7 +59,7 @@ std::optional<Action> StepReader::fault(const YAML::Node &node)
     return Action{Action::Kind::Fault, arguments};
 }
 
-std::optional<Session::InitialFault> StepReader::initialFault(const YAML::Node &node)
+std::optional<Session::InitialFault> StepReader::initialFault(const YamlNode &node)
 {
     const auto action = fault(node);
     if (!action)
@@ -92,7 +92,7 @@ void StepReader::faultArgument(const FaultInfo &fault, const YamlReader::Entry &
     arguments.insert(name, value.value_or(arguments.value(name)));
 }
 
-void StepReader::switchFault(const YAML::Node &value, Step &step)
+void StepReader::switchFault(const YamlNode &value, Step &step)
 {
     if (const auto action = fault(value))
         step.actions.append(*action);

@@ -4,6 +4,7 @@
 #include "scenario/player.h"
 #include "scenario/progress.h"
 #include "scenario/scenarioloader.h"
+#include "scenario/screenshotnames.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -82,11 +83,12 @@ bool write(const QString &path, const QByteArray &content, QString *error)
     return false;
 }
 
-bool writeScreenshots(const QString &directory, const ScenarioResult &result, QString *error)
+bool writeScreenshots(const QDir &directory, const ScenarioResult &result, ScreenshotNames &names, QString *error)
 {
-    const auto form = QStringLiteral("%1/%2-%3.png").arg(directory, QFileInfo(result.file).completeBaseName());
     for (const auto &step : result.steps) {
-        if (!step.png.isEmpty() && !write(form.arg(step.screenshot), step.png, error))
+        if (step.png.isEmpty())
+            continue;
+        if (!write(directory.filePath(names.fileName(result.file, step.screenshot)), step.png, error))
             return false;
     }
     return true;
@@ -95,9 +97,10 @@ bool writeScreenshots(const QString &directory, const ScenarioResult &result, QS
 bool writeOutputs(const Outputs &outputs, const ScenarioResults &results, QString *error)
 {
     QByteArray journal;
+    ScreenshotNames names;
     for (const auto &result : results) {
         journal += result.journal;
-        if (!outputs.screenshots.isEmpty() && !writeScreenshots(outputs.screenshots, result, error))
+        if (!outputs.screenshots.isEmpty() && !writeScreenshots(outputs.screenshots, result, names, error))
             return false;
     }
     if (!outputs.journal.isEmpty() && !write(outputs.journal, journal, error))

@@ -1,59 +1,46 @@
 #include "scenario/scenarioloader.h"
 
 #include "scenario/devicereader.h"
+#include "scenario/limits.h"
 #include "scenario/stepreader.h"
+#include "scenario/yamldocument.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include <yaml-cpp/depthguard.h>
+#include <algorithm>
 
 namespace panelhost {
 
 namespace {
 
-constexpr qint64 MaxSize = 4 << 20;
-constexpr qint64 MaxPlayedSteps = 10000000;
-constexpr int MaxDepth = 4;
-constexpr int MaxFiles = 200;
-
-std::optional<YAML::Node> parse(const QByteArray &data, Problems &problems)
+QString readError(const QString &path)
 {
-    try {
-        const auto documents = YAML::LoadAll(data.toStdString());
-        if (documents.size() < 2)
-            return documents.empty() ? YAML::Node() : documents.front();
-        const auto where = documents.at(1).Mark();
-        problems.add({where.line + 1, where.column + 1}, QStringLiteral("a second document; a file holds one"));
-        return std::nullopt;
-    } catch (const YAML::DeepRecursion &e) {
-        problems.add({e.mark.line + 1, e.mark.column + 1}, QStringLiteral("not read: nested too deep"));
-        return std::nullopt;
-    } catch (const YAML::Exception &e) {
-        const auto where = e.mark.is_null() ? Place() : Place{e.mark.line + 1, e.mark.column + 1};
-        problems.add(where, QStringLiteral("not YAML: ") + QString::fromStdString(e.msg));
-        return std::nullopt;
-    }
-}
-
-std::optional<QByteArray> contentOf(const QString &path, Problems &problems)
-{
-    QFile file(path);
     // A pipe in its place would block for ever.
-    if (file.exists() && !QFileInfo(file).isFile()) {
-        problems.add({}, QStringLiteral("not a file"));
-        return std::nullopt;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        problems.add({}, file.errorString());
-        return std::nullopt;
-    }
-    const auto data = file.read(MaxSize + 1);
-    if (data.size() <= MaxSize)
-        return data;
-    problems.add({}, QStringLiteral("larger than %1 bytes").arg(MaxSize));
-    return std::nullopt;
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return QStringLiteral("not a file");
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    return file.size() > limits::FileSize ? QStringLiteral("larger than %1 bytes").arg(limits::FileSize) : QString();
 }
+
+std::optional<QByteArray> contentOf(const QString &path, QString *error)
+{
+    *error = readError(path);
+    QFile file(path);
+    if (!error->isEmpty() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.read(limits::FileSize);
+}
+
+/// One file on the way from the scenario to the file that is being read.
+struct Link
+{
+    QString file;
+    QString canonical; ///< the same file has the same
+    int useLine = 0;   ///< of the `use` in it that leads on
+};
 
 class Loader
 {
@@ -65,85 +52,123 @@ public:
 
 private:
     void readDevice(YamlReader &reader, const YamlReader::Entries &entries);
-    QVector<Step> readSteps(YamlReader &reader, const YAML::Node &root, const YamlReader::Entries &entries);
-    QVector<Step> loadPart(const QString &path);
-    /// Opens, parses and reads the file at @p path with @p read.
+    QVector<Step> readSteps(YamlReader &reader, const YamlNode &root, const YamlReader::Entries &entries);
+    QVector<Step> use(YamlReader &reader, const QString &path, const YamlNode &where);
+    /// Why the file @p path can't be used; empty if it can.
+    QString useError(const QString &path);
+    QVector<Step> loadPart(const QString &path, const QByteArray &data);
+    /// Parses @p data, the content of the file at @p path, and reads it with @p read.
     template <class Read>
-    void withFile(const QString &path, Read &&read);
+    void withFile(const QString &path, const QByteArray &data, Read &&read);
 
     Scenario &m_scenario;
     Vocabulary m_vocabulary;
     QStringList m_problems;
-    int m_depth = 0;
+    QVector<Link> m_chain;
     int m_files = 0;
     int m_steps = 0;
 };
 
 template <class Read>
-void Loader::withFile(const QString &path, Read &&read)
+void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
 {
     Problems found(path);
-    const auto data = contentOf(path, found);
-    const auto root = data ? parse(*data, found) : std::nullopt;
+    m_chain.append({path, QFileInfo(path).canonicalFilePath()});
+    const auto root = parseYaml(data, found);
     YamlReader reader(found);
     if (root)
         read(reader, *root);
+    m_chain.removeLast();
     m_problems = found.lines() + m_problems;
 }
 
 // After the device: its ports and faults are what the steps may name.
 void Loader::load()
 {
-    withFile(m_scenario.file, [this](YamlReader &reader, const YAML::Node &root) {
+    QString error;
+    const auto data = contentOf(m_scenario.file, &error);
+    if (!data) {
+        Problems found(m_scenario.file);
+        found.add({}, error);
+        m_problems = found.lines();
+        return;
+    }
+    withFile(m_scenario.file, *data, [this](YamlReader &reader, const YamlNode &root) {
         const auto entries =
             reader.map(root, {QStringLiteral("title"), QStringLiteral("device"), QStringLiteral("steps")});
         readDevice(reader, entries);
         m_vocabulary = vocabularyOf(m_scenario.device);
         m_scenario.steps = readSteps(reader, root, entries);
-        if (playedSteps(m_scenario.steps) > MaxPlayedSteps)
-            reader.complain(root, QStringLiteral("more than %1 steps to play").arg(MaxPlayedSteps));
+        if (playedSteps(m_scenario.steps) > limits::PlayedSteps)
+            reader.complain(root, QStringLiteral("more than %1 steps to play").arg(limits::PlayedSteps));
     });
 }
 
 void Loader::readDevice(YamlReader &reader, const YamlReader::Entries &entries)
 {
     for (const auto &entry : entries) {
-        if (entry.first.Scalar() == "title")
+        if (entry.first.text() == QLatin1String("title"))
             m_scenario.title = reader.text(entry.second, QStringLiteral("a text")).value_or(QString());
-        else if (entry.first.Scalar() == "device")
+        else if (entry.first.text() == QLatin1String("device"))
             DeviceReader(reader, m_scenario).read(entry.second);
     }
 }
 
-QVector<Step> Loader::readSteps(YamlReader &reader, const YAML::Node &root, const YamlReader::Entries &entries)
+QVector<Step> Loader::readSteps(YamlReader &reader, const YamlNode &root, const YamlReader::Entries &entries)
 {
-    const auto loadPart = [this, &reader](const QString &path, const YAML::Node &where) {
-        if (m_steps > StepReader::MaxSteps)
-            return QVector<Step>();
-        if (m_depth < MaxDepth && ++m_files < MaxFiles)
-            return this->loadPart(path);
-        reader.complain(
-            where,
-            QStringLiteral("more than %1 files inside each other, or more than %2 in all").arg(MaxDepth).arg(MaxFiles));
-        return QVector<Step>();
+    const auto loadPart = [this, &reader](const QString &path, const YamlNode &where) {
+        return use(reader, path, where);
     };
     for (const auto &entry : entries) {
-        if (entry.first.Scalar() == "steps")
+        if (entry.first.text() == QLatin1String("steps"))
             return StepReader(reader, m_vocabulary, loadPart, m_steps).steps(entry.second);
     }
-    if (root.IsMap())
+    if (root.isMap())
         reader.complain(root, QStringLiteral("a scenario needs steps"));
     return {};
 }
 
-QVector<Step> Loader::loadPart(const QString &path)
+QString Loader::useError(const QString &path)
+{
+    const auto canonical = QFileInfo(path).canonicalFilePath();
+    const auto isSame = [&canonical](const Link &link) { return link.canonical == canonical; };
+    const auto first = std::find_if(m_chain.cbegin(), m_chain.cend(), isSame);
+    if (!canonical.isEmpty() && first != m_chain.cend()) {
+        QString circle;
+        for (auto link = first; link != m_chain.cend(); ++link)
+            circle += QStringLiteral("%1:%2 -> ").arg(link->file).arg(link->useLine);
+        return QStringLiteral("files use each other in a circle: ") + circle + first->file;
+    }
+    if (m_chain.size() > limits::UsedDepth)
+        return QStringLiteral("more than %1 files inside each other").arg(limits::UsedDepth);
+    if (++m_files > limits::UsedFiles)
+        return QStringLiteral("more than %1 used files in all").arg(limits::UsedFiles);
+    return {};
+}
+
+QVector<Step> Loader::use(YamlReader &reader, const QString &path, const YamlNode &where)
+{
+    if (m_steps > limits::Steps || m_files > limits::UsedFiles)
+        return {};
+    m_chain.last().useLine = where.aliases().isEmpty() ? where.definition().line : where.aliases().constLast().line;
+    auto error = useError(path);
+    if (!error.isEmpty()) {
+        reader.complain(where, error);
+        return {};
+    }
+    const auto data = contentOf(path, &error);
+    if (data)
+        return loadPart(path, *data);
+    reader.complain(where, QStringLiteral("%1: %2").arg(path, error));
+    return {};
+}
+
+QVector<Step> Loader::loadPart(const QString &path, const QByteArray &data)
 {
     QVector<Step> steps;
-    ++m_depth;
-    withFile(path, [&](YamlReader &reader, const YAML::Node &root) {
+    withFile(path, data, [&](YamlReader &reader, const YamlNode &root) {
         steps = readSteps(reader, root, reader.map(root, {QStringLiteral("steps")}));
     });
-    --m_depth;
     return steps;
 }
 

@@ -1,5 +1,8 @@
 #include "scenario/stepreader.h"
 
+#include "scenario/limits.h"
+#include "scenario/yamldocument.h"
+
 #include <QtCore/QRegularExpression>
 
 namespace panelhost {
@@ -9,7 +12,7 @@ struct StepReader::Form
 {
     QString name;
     Step::Kind kind;
-    void (StepReader::*read)(const YAML::Node &value, Step &step);
+    void (StepReader::*read)(const YamlNode &value, Step &step);
     QStringList options; ///< keys that may stand beside the step's own
 };
 
@@ -53,28 +56,29 @@ QStringList StepReader::stepNames()
     return names;
 }
 
-const StepReader::Form *StepReader::formOf(const YAML::Node &step)
+const StepReader::Form *StepReader::formOf(const YamlNode &step)
 {
+    const auto entries = step.entries();
     for (const auto &form : forms()) {
-        for (const auto &entry : step) {
-            if (entry.first.IsScalar() && YamlReader::scalar(entry.first) == form.name)
+        for (const auto &entry : entries) {
+            if (entry.first.isScalar() && YamlReader::scalar(entry.first) == form.name)
                 return &form;
         }
     }
     return nullptr;
 }
 
-QVector<Step> StepReader::steps(const YAML::Node &list)
+QVector<Step> StepReader::steps(const YamlNode &list)
 {
     QVector<Step> steps;
-    if (!list.IsSequence()) {
+    if (!list.isSequence()) {
         m_reader.problem(list, QStringLiteral("a list of steps"));
         return steps;
     }
-    for (const auto &node : list) {
-        if (++m_count > MaxSteps) {
-            if (m_count == MaxSteps + 1)
-                m_reader.complain(node, QStringLiteral("more than %1 steps in all files").arg(MaxSteps));
+    for (const auto &node : list.items()) {
+        if (++m_count > limits::Steps) {
+            if (m_count == limits::Steps + 1)
+                m_reader.complain(node, QStringLiteral("more than %1 steps in all files").arg(limits::Steps));
             return steps;
         }
         step(node, steps);
@@ -82,13 +86,14 @@ QVector<Step> StepReader::steps(const YAML::Node &list)
     return steps;
 }
 
-void StepReader::step(const YAML::Node &node, QVector<Step> &steps)
+void StepReader::step(const YamlNode &node, QVector<Step> &steps)
 {
-    if (!node.IsMap())
+    if (!node.isMap())
         return m_reader.problem(node, QStringLiteral("a step, such as \"soft: right\""));
     const auto form = formOf(node);
-    if (!form && node.size() > 0)
-        return m_reader.problem(node.begin()->first,
+    const auto entries = node.entries();
+    if (!form && !entries.isEmpty())
+        return m_reader.problem(entries.constFirst().first,
                                 QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
     if (!form)
         return m_reader.problem(node, QStringLiteral("a step"));
@@ -96,9 +101,9 @@ void StepReader::step(const YAML::Node &node, QVector<Step> &steps)
     Step step;
     step.kind = form->kind;
     step.file = m_reader.file();
-    step.where = m_reader.placeOf(node);
+    step.where = node.definition();
     if (step.kind != Step::Kind::Repeat)
-        step.text = YamlReader::oneLine(node).remove(braces);
+        step.text = yamlLine(node).remove(braces);
     readOptions(m_reader.map(node, QStringList{form->name} + form->options), *form, step);
     steps.append(step);
 }
@@ -110,7 +115,7 @@ void StepReader::readOptions(const YamlReader::Entries &entries, const Form &for
         if (name == form.name)
             (this->*form.read)(entry.second, step);
         else if (name == QLatin1String("times"))
-            step.times = m_reader.integer(entry.second, 1, MaxTimes).value_or(1);
+            step.times = m_reader.integer(entry.second, 1, limits::Times).value_or(1);
         else
             step.within = m_reader.duration(entry.second);
     }

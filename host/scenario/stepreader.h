@@ -12,10 +12,7 @@ class StepReader
 {
 public:
     /// Reads the steps of another file, given by its path.
-    using PartLoader = std::function<QVector<Step>(const QString &path, const YAML::Node &where)>;
-
-    /// No scenario has more, with all the files that it uses.
-    static constexpr int MaxSteps = 100000;
+    using PartLoader = std::function<QVector<Step>(const QString &path, const YamlNode &where)>;
 
     StepReader(YamlReader &reader, const Vocabulary &vocabulary) : StepReader(reader, vocabulary, {}, m_ownCount) {}
     /// @p count goes up with each step that is read: the readers of one scenario's files share it.
@@ -27,49 +24,47 @@ public:
     /// The names of all steps, in the order in which messages list them.
     static QStringList stepNames();
 
-    QVector<Step> steps(const YAML::Node &list);
+    QVector<Step> steps(const YamlNode &list);
     /// One fault to be switched, as a step or the device's description tells it.
-    std::optional<Action> fault(const YAML::Node &node);
+    std::optional<Action> fault(const YamlNode &node);
     /// One fault that is on from the start.
-    std::optional<Session::InitialFault> initialFault(const YAML::Node &node);
+    std::optional<Session::InitialFault> initialFault(const YamlNode &node);
     /// One action for each port named. @p ports is what may be named.
-    QVector<Action> portActions(const YAML::Node &node, Action::Kind kind, const QStringList &ports);
+    QVector<Action> portActions(const YamlNode &node, Action::Kind kind, const QStringList &ports);
 
 private:
-    static constexpr int MaxTimes = 100000;
-
     struct Form;
     static const QVector<Form> &forms();
-    static const Form *formOf(const YAML::Node &step);
+    static const Form *formOf(const YamlNode &step);
 
-    void step(const YAML::Node &node, QVector<Step> &steps);
+    void step(const YamlNode &node, QVector<Step> &steps);
     void readOptions(const YamlReader::Entries &entries, const Form &form, Step &step);
-    std::optional<int> key(const YAML::Node &node);
+    std::optional<int> key(const YamlNode &node);
 
-    void navigate(const YAML::Node &value, Step &step);
-    void soft(const YAML::Node &value, Step &step);
-    void press(const YAML::Node &value, Step &step);
-    void hold(const YAML::Node &value, Step &step);
-    void release(const YAML::Node &value, Step &step);
-    void tbar(const YAML::Node &value, Step &step);
-    void plug(const YAML::Node &value, Step &step);
-    void unplug(const YAML::Node &value, Step &step);
-    void block(const YAML::Node &value, Step &step);
-    void unblock(const YAML::Node &value, Step &step);
-    void switchFault(const YAML::Node &value, Step &step);
-    void language(const YAML::Node &value, Step &step);
-    void factoryMode(const YAML::Node &value, Step &step);
-    void touch(const YAML::Node &value, Step &step);
-    void open(const YAML::Node &value, Step &step);
-    void walkKeys(const YAML::Node &value, Step &step);
-    void wait(const YAML::Node &value, Step &step);
-    void expect(const YAML::Node &value, Step &step);
-    void screenshot(const YAML::Node &value, Step &step);
-    void repeat(const YAML::Node &value, Step &step);
-    void use(const YAML::Node &value, Step &step);
-    void note(const YAML::Node &value, Step &step);
-    void mark(const YAML::Node &value, Step &step);
-    void keyActions(const YAML::Node &value, Action::Kind kind, Step &step);
+    void navigate(const YamlNode &value, Step &step);
+    void soft(const YamlNode &value, Step &step);
+    void press(const YamlNode &value, Step &step);
+    void hold(const YamlNode &value, Step &step);
+    void release(const YamlNode &value, Step &step);
+    void tbar(const YamlNode &value, Step &step);
+    void plug(const YamlNode &value, Step &step);
+    void unplug(const YamlNode &value, Step &step);
+    void block(const YamlNode &value, Step &step);
+    void unblock(const YamlNode &value, Step &step);
+    void switchFault(const YamlNode &value, Step &step);
+    void language(const YamlNode &value, Step &step);
+    void factoryMode(const YamlNode &value, Step &step);
+    void touch(const YamlNode &value, Step &step);
+    void open(const YamlNode &value, Step &step);
+    void walkKeys(const YamlNode &value, Step &step);
+    void wait(const YamlNode &value, Step &step);
+    void expect(const YamlNode &value, Step &step);
+    void screenshot(const YamlNode &value, Step &step);
+    void repeat(const YamlNode &value, Step &step);
+    void use(const YamlNode &value, Step &step);
+    void note(const YamlNode &value, Step &step);
+    void mark(const YamlNode &value, Step &step);
+    void keyActions(const YamlNode &value, Action::Kind kind, Step &step);
     void faultArgument(const FaultInfo &fault, const YamlReader::Entry &entry, QVariantMap &arguments);
 
     YamlReader &m_reader;

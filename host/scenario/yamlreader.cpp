@@ -1,12 +1,14 @@
 #include "scenario/yamlreader.h"
 
+#include "scenario/limits.h"
+
 #include <QtCore/QRegularExpression>
 
 namespace panelhost {
 
 namespace {
 
-constexpr qint64 LongestDuration = 366LL * 24 * 3600 * 1000;
+constexpr qint64 LongestDuration = limits::DurationHours * 3600LL * 1000;
 constexpr int LongestQuotation = 60;
 
 QString listed(const QStringList &words)
@@ -25,77 +27,56 @@ qint64 millisecondsOf(const QString &unit)
 
 }
 
-QString YamlReader::scalar(const YAML::Node &node)
+QString YamlReader::scalar(const YamlNode &node)
 {
-    return QString::fromStdString(node.Scalar());
+    return node.text();
 }
 
-Place YamlReader::placeOf(const YAML::Node &node) const
+QString YamlReader::found(const YamlNode &node)
 {
-    const auto mark = node.Mark();
-    const auto key = node.IsNull() ? m_keysOfNothing.find(mark.pos) : m_keysOfNothing.end();
-    if (key != m_keysOfNothing.end())
-        return key->second;
-    return mark.is_null() ? Place() : Place{mark.line + 1, mark.column + 1};
-}
-
-QString YamlReader::found(const YAML::Node &node)
-{
-    switch (node.Type()) {
-    case YAML::NodeType::Scalar:
+    switch (node.kind()) {
+    case YamlNode::Kind::Scalar:
         return QLatin1Char('"') + scalar(node).left(LongestQuotation) + QLatin1Char('"');
-    case YAML::NodeType::Sequence:
+    case YamlNode::Kind::Sequence:
         return QStringLiteral("a list");
-    case YAML::NodeType::Map:
+    case YamlNode::Kind::Map:
         return QStringLiteral("a map");
-    case YAML::NodeType::Null:
-    case YAML::NodeType::Undefined:
+    case YamlNode::Kind::Null:
         break;
     }
     return QStringLiteral("nothing");
 }
 
-QString YamlReader::oneLine(const YAML::Node &node)
-{
-    YAML::Emitter emitter;
-    emitter.SetMapFormat(YAML::Flow);
-    emitter.SetSeqFormat(YAML::Flow);
-    emitter << node;
-    return QString::fromUtf8(emitter.c_str()).simplified();
-}
-
-YamlReader::Entries YamlReader::map(const YAML::Node &node, const QStringList &allowed)
+YamlReader::Entries YamlReader::map(const YamlNode &node, const QStringList &allowed)
 {
     Entries known;
     for (const auto &entry : freeMap(node)) {
         if (allowed.contains(scalar(entry.first)))
-            known.push_back(entry);
+            known.append(entry);
         else
             problem(entry.first, listed(allowed));
     }
     return known;
 }
 
-YamlReader::Entries YamlReader::freeMap(const YAML::Node &node)
+YamlReader::Entries YamlReader::freeMap(const YamlNode &node)
 {
     Entries entries;
-    if (!node.IsMap()) {
+    if (!node.isMap()) {
         problem(node, QStringLiteral("a map"));
         return entries;
     }
     QStringList seen;
-    for (const auto &entry : node) {
-        if (entry.second.IsNull())
-            m_keysOfNothing[entry.second.Mark().pos] = placeOf(entry.first);
+    for (const auto &entry : node.entries()) {
         if (isNew(entry.first, seen))
-            entries.emplace_back(entry.first, entry.second);
+            entries.append(entry);
     }
     return entries;
 }
 
-bool YamlReader::isNew(const YAML::Node &key, QStringList &seen)
+bool YamlReader::isNew(const YamlNode &key, QStringList &seen)
 {
-    if (!key.IsScalar()) {
+    if (!key.isScalar()) {
         problem(key, QStringLiteral("a word"));
         return false;
     }
@@ -107,22 +88,22 @@ bool YamlReader::isNew(const YAML::Node &key, QStringList &seen)
     return true;
 }
 
-std::optional<QString> YamlReader::text(const YAML::Node &node, const QString &expected)
+std::optional<QString> YamlReader::text(const YamlNode &node, const QString &expected)
 {
-    if (node.IsScalar())
+    if (node.isScalar())
         return scalar(node);
     problem(node, expected);
     return std::nullopt;
 }
 
-std::optional<QStringList> YamlReader::texts(const YAML::Node &node, const QString &expected)
+std::optional<QStringList> YamlReader::texts(const YamlNode &node, const QString &expected)
 {
-    if (!node.IsSequence()) {
+    if (!node.isSequence()) {
         const auto single = text(node, expected);
         return single ? std::optional<QStringList>(QStringList{*single}) : std::nullopt;
     }
     QStringList list;
-    for (const auto &element : node) {
+    for (const auto &element : node.items()) {
         const auto one = text(element, expected);
         if (!one)
             return std::nullopt;
@@ -131,29 +112,29 @@ std::optional<QStringList> YamlReader::texts(const YAML::Node &node, const QStri
     return list;
 }
 
-std::optional<int> YamlReader::integer(const YAML::Node &node, int min, int max)
+std::optional<int> YamlReader::integer(const YamlNode &node, int min, int max)
 {
     bool isNumber = false;
-    const int value = node.IsScalar() ? scalar(node).toInt(&isNumber) : 0;
+    const int value = node.isScalar() ? scalar(node).toInt(&isNumber) : 0;
     if (isNumber && value >= min && value <= max)
         return value;
     problem(node, QStringLiteral("a whole number from %1 to %2").arg(min).arg(max));
     return std::nullopt;
 }
 
-std::optional<double> YamlReader::number(const YAML::Node &node, double min, double max)
+std::optional<double> YamlReader::number(const YamlNode &node, double min, double max)
 {
     bool isNumber = false;
-    const double value = node.IsScalar() ? scalar(node).toDouble(&isNumber) : 0;
+    const double value = node.isScalar() ? scalar(node).toDouble(&isNumber) : 0;
     if (isNumber && value >= min && value <= max)
         return value;
     problem(node, QStringLiteral("a number from %1 to %2").arg(min).arg(max));
     return std::nullopt;
 }
 
-std::optional<bool> YamlReader::flag(const YAML::Node &node)
+std::optional<bool> YamlReader::flag(const YamlNode &node)
 {
-    const auto value = node.IsScalar() ? scalar(node) : QString();
+    const auto value = node.isScalar() ? scalar(node) : QString();
     if (value == QLatin1String("true") || value == QLatin1String("on"))
         return true;
     if (value == QLatin1String("false") || value == QLatin1String("off"))
@@ -162,35 +143,37 @@ std::optional<bool> YamlReader::flag(const YAML::Node &node)
     return std::nullopt;
 }
 
-std::optional<qint64> YamlReader::duration(const YAML::Node &node)
+std::optional<qint64> YamlReader::duration(const YamlNode &node)
 {
     static const QRegularExpression form(QStringLiteral("^(\\d{1,9}(?:\\.\\d{1,3})?)\\s*(ms|s|min|h)$"));
-    const auto match = form.match(node.IsScalar() ? scalar(node) : QString());
+    const auto match = form.match(node.isScalar() ? scalar(node) : QString());
     const auto value = match.hasMatch()
         ? qRound64(match.captured(1).toDouble() * static_cast<double>(millisecondsOf(match.captured(2))))
         : -1;
     if (value >= 0 && value <= LongestDuration)
         return value;
-    problem(node, QStringLiteral("a duration such as 500ms, 20s, 2min or 1h"));
+    problem(node,
+            value < 0 ? QStringLiteral("a duration such as 500ms, 20s, 2min or 1h")
+                      : QStringLiteral("a duration of at most %1h").arg(limits::DurationHours));
     return std::nullopt;
 }
 
-std::optional<QString> YamlReader::word(const YAML::Node &node, const QStringList &allowed)
+std::optional<QString> YamlReader::word(const YamlNode &node, const QStringList &allowed)
 {
-    if (node.IsScalar() && allowed.contains(scalar(node)))
+    if (node.isScalar() && allowed.contains(scalar(node)))
         return scalar(node);
     problem(node, listed(allowed));
     return std::nullopt;
 }
 
-void YamlReader::problem(const YAML::Node &where, const QString &expected)
+void YamlReader::problem(const YamlNode &where, const QString &expected)
 {
-    m_problems.add(placeOf(where), found(where), expected);
+    complain(where, QStringLiteral("found %1, expected %2").arg(found(where), expected));
 }
 
-void YamlReader::complain(const YAML::Node &where, const QString &text)
+void YamlReader::complain(const YamlNode &where, const QString &text)
 {
-    m_problems.add(placeOf(where), text);
+    m_problems.add(where.definition(), where.aliases(), text);
 }
 
 QString durationText(qint64 milliseconds)

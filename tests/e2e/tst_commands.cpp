@@ -18,6 +18,7 @@ private Q_SLOTS:
     void playRefusesBadFilesBeforeAnythingRuns();
     void playGoesOnWithTheNextFile();
     void playWritesWhatItIsAskedFor();
+    void screenshotsOfTwoScenariosStayApart();
     void playRefusesPlacesThatCanNotBeWritten();
     void playWritesIntoAPipeAndReplacesItNot();
     void playTellsOfAFullDisk();
@@ -165,6 +166,24 @@ void CommandsTest::playWritesWhatItIsAskedFor()
     QVERIFY(read(QStringLiteral("out/report/report.xml")).contains("tests=\"2\" failures=\"1\""));
     QVERIFY(read(QStringLiteral("j.jsonl")).startsWith("{\"seq\":1,\"t\":0,\"thread\":\"gui\",\"kind\":"));
     QVERIFY(read(QStringLiteral("out/pictures/passing-menu.png")).startsWith("\x89PNG"));
+}
+
+// The menu in two places of the cursor; the third file's picture would have the name of the first file's second.
+void CommandsTest::screenshotsOfTwoScenariosStayApart()
+{
+    QVERIFY(QDir(m_directory->path()).mkpath(QStringLiteral("a")));
+    QVERIFY(QDir(m_directory->path()).mkpath(QStringLiteral("b")));
+    const auto first = write(QStringLiteral("a/x.yaml"), "steps:\n  - screenshot: menu\n  - screenshot: y-menu\n");
+    const auto second = write(QStringLiteral("b/x.yaml"), "steps:\n  - navigate: down\n  - screenshot: menu\n");
+    const auto third = write(QStringLiteral("b/x-y.yaml"), "steps:\n  - screenshot: menu\n");
+    const auto played =
+        run({QStringLiteral("play"), first, second, third, QStringLiteral("--screenshots"), QStringLiteral("out")});
+    QCOMPARE(played.status, 0);
+    const QDir out(m_directory->filePath(QStringLiteral("out")));
+    QCOMPARE(out.entryList(QDir::Files, QDir::Name).join(QLatin1Char(' ')),
+             QStringLiteral("x-2-menu.png x-menu.png x-y-menu-2.png x-y-menu.png"));
+    QVERIFY(read(QStringLiteral("out/x-menu.png")) != read(QStringLiteral("out/x-2-menu.png")));
+    QCOMPARE(read(QStringLiteral("out/x-menu.png")), read(QStringLiteral("out/x-y-menu-2.png")));
 }
 
 void CommandsTest::playRefusesPlacesThatCanNotBeWritten()

@@ -1,5 +1,6 @@
 #include "device/faults.h"
 #include "scenario/journalsubjects.h"
+#include "scenario/limits.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"
 #include "scenario/subjects.h"
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void deviceDescription();
     void stepsInOrder();
     void usedFileKeepsItsPlaces();
+    void valuesAreCountedWithAliases();
+    void limitsStandInTheManual();
     void schemaKnowsTheSameWords();
     void shipped_data();
     void shipped();
@@ -123,7 +126,10 @@ void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
     QStringList problems;
     QVERIFY(!load(path, &problems));
     // In the third part: 100000 = 2 * (1 + 40 * 1001) + 1 + 19 * 1001 + 1 + 897
-    QCOMPARE(problems, QStringList{part + QStringLiteral(":902:7: error: more than 100000 steps in all files")});
+    QCOMPARE(problems,
+             QStringList{part
+                         + QStringLiteral(":1023:11: error: more than 100000 steps in all files; the alias "
+                                          "stands for line 902")});
 }
 
 void ScenarioLoaderTest::deviceDescription()
@@ -200,6 +206,56 @@ void ScenarioLoaderTest::usedFileKeepsItsPlaces()
     QCOMPARE(used.first().file, QStringLiteral("parts/used.yaml"));
     QCOMPARE(used.first().where.line, 3);
     QCOMPARE(scenario->steps.at(1).file, QStringLiteral("uses.yaml"));
+}
+
+void ScenarioLoaderTest::valuesAreCountedWithAliases()
+{
+    // Each line has ten times the values of the line before: the sixth alias line goes over the limit.
+    QByteArray text = "steps: []\ntitle:\n- &a0 [x, x, x, x, x, x, x, x, x, x]\n";
+    for (int line = 1; line < 8; ++line) {
+        const auto alias = "*a" + QByteArray::number(line - 1);
+        text += "- &a" + QByteArray::number(line) + " [" + alias + (", " + alias).repeated(9) + "]\n";
+    }
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.write(text) == text.size() && file.flush());
+    QStringList problems;
+    QVERIFY(!load(file.fileName(), &problems));
+    QCOMPARE(problems.size(), 1);
+    QVERIFY2(problems.constFirst().contains(QStringLiteral(":8:"))
+                 && problems.constFirst().endsWith(
+                     QStringLiteral(": error: more than 500000 values, what aliases stand for included")),
+             qPrintable(problems.constFirst()));
+}
+
+void ScenarioLoaderTest::limitsStandInTheManual()
+{
+    QFile file(QStringLiteral(LCD_SOURCE_DIR "/docs/scenarios.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const auto manual = QString::fromUtf8(file.readAll());
+    const auto table = manual.section(QStringLiteral("## Limits"), 1).section(QStringLiteral("\n## "), 0, 0);
+    const auto number = [](qint64 value) { return QLocale(QLocale::English).toString(value); };
+    const QStringList rows{
+        QStringLiteral("a duration | %1h").arg(limits::DurationHours),
+        QStringLiteral("`times` of a step or a repeat, `max` of `walk-keys` | %1").arg(number(limits::Times)),
+        QStringLiteral("`times` of `call`, `event`, `signal` and `log-line` | %1").arg(number(limits::JournalTimes)),
+        QStringLiteral("repeats inside each other | %1").arg(limits::RepeatDepth),
+        QStringLiteral("`not` inside each other | %1").arg(limits::NotDepth),
+        QStringLiteral("steps, with those of all used files | %1").arg(number(limits::Steps)),
+        QStringLiteral("steps to play, repeats counted each time | %1").arg(number(limits::PlayedSteps)),
+        QStringLiteral("used files inside each other | %1").arg(limits::UsedDepth),
+        QStringLiteral("used files in all | %1").arg(limits::UsedFiles),
+        QStringLiteral("size of a file | %1 MiB").arg(limits::FileSize >> 20),
+        QStringLiteral("values of a file, what aliases stand for included | %1").arg(number(limits::Values)),
+        QStringLiteral("lists and maps inside each other | %1").arg(limits::ValueDepth),
+        QStringLiteral("length of a screenshot's name | %1 characters").arg(limits::NameLength),
+        QStringLiteral("`net-ports`, `usb-ports` | %1 each").arg(limits::Ports),
+        QStringLiteral("`x` and `y` of a touch | %1").arg(number(limits::TouchPixel))};
+    QStringList told;
+    for (const auto &line : table.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        if (line.startsWith(QLatin1String("| ")) && line != QLatin1String("| At most | |"))
+            told << line.mid(2).chopped(2);
+    }
+    QCOMPARE(told, rows);
 }
 
 void ScenarioLoaderTest::schemaKnowsTheSameWords()
