@@ -22,3 +22,7 @@ target_link_libraries(tst_behaviortables PRIVATE test_machine test_behaviorpage)
 lcd_add_page_test(tst_behaviormachine)
 target_link_libraries(tst_behaviormachine PRIVATE test_machine)
 lcd_add_page_test(tst_behavioraging SOURCES agebench.cpp agecalls.cpp)
+
+# Every allocation of a report, a row or a page fails once. Its operator new is the whole program's.
+lcd_add_page_test(tst_allocationfailures SOURCES agebench.cpp ../support/failingmemory.cpp)
+target_link_libraries(tst_allocationfailures PRIVATE test_machine)

@@ -3,9 +3,11 @@
 #include "agetestbiz_p.h"
 #include "statecodes.h"
 #include "testdriver.h"
+#include "undo.h"
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace LCD::FactoryModeImpl {
 
@@ -220,14 +222,28 @@ void AgeTestBiz::Impl::onUsbPortStateChanged(const std::vector<bool> &ports)
 void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports)
 {
     const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
-    {
-        const std::lock_guard locker(m_failedStepsMutex);
-        if (passed)
-            failedSteps.erase(step);
-        else
-            failedSteps.insert(step);
-    }
-    Q_EMIT signalNextStep();
+    std::set<int> before = noteResult(step, passed);
+    callOrUndo([this] { Q_EMIT signalNextStep(); }, [&] { putBack(step, std::move(before)); });
+}
+
+/// Gives the failures that stood before.
+std::set<int> AgeTestBiz::Impl::noteResult(AgeTestStep step, bool passed)
+{
+    const std::lock_guard locker(m_failedStepsMutex);
+    std::set<int> before = failedSteps;
+    if (passed)
+        failedSteps.erase(step);
+    else
+        failedSteps.insert(step);
+    return before;
+}
+
+// Moves the one entry, since others may have changed meanwhile.
+void AgeTestBiz::Impl::putBack(AgeTestStep step, std::set<int> before)
+{
+    const std::lock_guard locker(m_failedStepsMutex);
+    failedSteps.erase(step);
+    failedSteps.insert(before.extract(step));
 }
 
 void AgeTestBiz::Impl::stopTimers()

@@ -86,6 +86,8 @@ private:
     void onNetPortStateChanged(const std::vector<bool> &ports);
     void onUsbPortStateChanged(const std::vector<bool> &ports);
     void onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports);
+    std::set<int> noteResult(AgeTestStep step, bool passed);
+    void putBack(AgeTestStep step, std::set<int> before);
 
     void stopTimers();
     void stopBadPixelTimer();

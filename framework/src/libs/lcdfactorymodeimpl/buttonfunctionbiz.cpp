@@ -6,6 +6,7 @@
 #include "log.h"
 #include "services.h"
 #include "statecodes.h"
+#include "undo.h"
 
 #include <QtCore/QList>
 #include <QtCore/QPair>
@@ -59,6 +60,8 @@ public:
         bool noneLeft;
     };
     Walk walk() const;
+    void answerKey(const Walk &key, int pressedKey);
+    void putBack(const Walk &key, QList<QPair<int, QString>> &keys);
     void clearKey();
     std::optional<QPair<int, QString>> takeNextKey();
     void leaveKey();
@@ -100,6 +103,14 @@ void ButtonFunctionBiz::Impl::clearKey()
 {
     currentHalKey = NoKey;
     currentKeyName.clear();
+}
+
+void ButtonFunctionBiz::Impl::putBack(const Walk &key, QList<QPair<int, QString>> &keys)
+{
+    const std::lock_guard locker(keyMutex);
+    currentHalKey = key.halKey;
+    currentKeyName = key.keyName;
+    keyList.swap(keys);
 }
 
 std::optional<QPair<int, QString>> ButtonFunctionBiz::Impl::takeNextKey()
@@ -167,13 +178,26 @@ void ButtonFunctionBiz::Impl::nextButtonFunction()
     updateButtonColor(LedBrightness, Blinking, isCut(walk().keyName) ? CutColor : KeyColor);
 }
 
-// Runs on the thread of the keyboard service.
+// Runs on the thread of the keyboard service. A press for whose answer there is no memory leaves the walk where it is.
 void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, const KeyboardProxy::KeyButtonJoystick &,
                                            const KeyboardProxy::KeyTouchScreen &, const KeyboardProxy::KeyButtonTBar &)
 {
     const Walk key = walk();
     if (key.halKey == NoKey)
         return;
+    std::unique_lock locker(keyMutex);
+    QList<QPair<int, QString>> keys = keyList;
+    locker.unlock();
+    const int stateBefore = state;
+    callOrUndo([&] { answerKey(key, static_cast<int>(halKey)); },
+               [&] {
+                   state = stateBefore;
+                   putBack(key, keys);
+               });
+}
+
+void ButtonFunctionBiz::Impl::answerKey(const Walk &key, int pressedKey)
+{
     // The last key is answered by any event: it must come before the comparison of keys.
     if (key.halKey == key.lastKey && key.noneLeft) {
         updateButtonColor(LedBrightness, Steady, KeyColor);
@@ -181,9 +205,10 @@ void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, con
         notifyStateChanged(StateAllStepsDone, failCount);
         return;
     }
-    if (static_cast<int>(halKey) != key.halKey)
+    if (pressedKey != key.halKey)
         return;
-    qCDebug(componentLog) << "[ButtonFunctionBiz] Pressed key: halKey=" << halKey << "name=" << key.keyName;
+    qCDebug(componentLog) << "[ButtonFunctionBiz] Pressed key: halKey=" << static_cast<uint32_t>(pressedKey)
+                          << "name=" << key.keyName;
     updateButtonColor(LedBrightness, Steady, key.halKey == key.cutKey ? CutColor : KeyColor);
     nextButtonFunction();
 }
@@ -192,9 +217,10 @@ void ButtonFunctionBiz::Impl::listenToKeys()
 {
     if (!keyboardService)
         return;
-    keyboardService->registerKeyCallback(
-        lifeline.guarded([this](uint32_t halKey, float value, uint32_t extra, const auto &joystick, const auto &touch,
-                                const auto &tbar) { onKeyPressed(halKey, value, extra, joystick, touch, tbar); }));
+    keyboardService->registerKeyCallback(lifeline.guardedReport(
+        "[ButtonFunctionBiz]",
+        [this](uint32_t halKey, float value, uint32_t extra, const auto &joystick, const auto &touch,
+               const auto &tbar) { onKeyPressed(halKey, value, extra, joystick, touch, tbar); }));
 }
 
 void ButtonFunctionBiz::Impl::giveVerdict(int code)

@@ -28,7 +28,7 @@ void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
         return;
     setPhaseTimer(false);
     failSubTest(phase);
-    sendFailure();
+    sendFailure(failScreen());
 }
 
 void CompleteMachineTestBiz::Impl::failSubTest(Phase phase)

@@ -3,6 +3,7 @@
 #include "phasescreens.h"
 #include "statecodes.h"
 #include "translation.h"
+#include "undo.h"
 
 #include <array>
 
@@ -120,15 +121,20 @@ void CompleteMachineTestBiz::Impl::advancePhase()
 
 void CompleteMachineTestBiz::Impl::failRun()
 {
+    // The screen first, so that nothing has changed when there is no memory for it.
+    const CompleteMachinePhaseInfo screen = failScreen();
     setPhaseTimer(false);
-    sendFailure();
+    sendFailure(screen);
 }
 
-void CompleteMachineTestBiz::Impl::sendFailure()
+void CompleteMachineTestBiz::Impl::sendFailure(const CompleteMachinePhaseInfo &screen)
 {
-    testResult = ResultFailed;
-    notifyLog(QStringLiteral("Test failed"));
-    notifyPhase(failScreen());
+    const int before = testResult.exchange(ResultFailed);
+    const auto send = [&] {
+        notifyLog(QStringLiteral("Test failed"));
+        notifyPhase(screen);
+    };
+    callOrUndo(send, [&] { testResult = before; });
 }
 
 // The report is taken by the row of the present phase, whichever test it comes from.
@@ -183,10 +189,11 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
     if (phaseIndex != PhaseButtonFunction)
         return;
     if (state == StateAllStepsDone || state == StatePass) {
+        const CompleteMachinePhaseInfo screen = judgeScreen(PhaseButtonFunction);
         darkenButtons();
         setFlag(btnFuncRetestArmed, false);
         setFlag(btnFuncAwaitingJudge, true);
-        notifyPhase(judgeScreen(PhaseButtonFunction));
+        callOrUndo([&] { notifyPhase(screen); }, [this] { setFlag(btnFuncAwaitingJudge, false); });
     } else if (state == StateNotPass) {
         darkenButtons();
         failRun();

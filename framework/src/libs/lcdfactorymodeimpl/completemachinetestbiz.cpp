@@ -4,6 +4,7 @@
 #include "services.h"
 #include "testdriver.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -90,9 +91,11 @@ bool CompleteMachineTestBiz::Impl::isRunning() const
 // brings it into line with what was asked for last.
 void CompleteMachineTestBiz::Impl::setPhaseTimer(bool running)
 {
+    // The event first, so that nothing has changed when there is no memory for it.
+    auto event = QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);
     m_timerWanted = running;
-    if (QThread::currentThread() != thread())
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    if (event)
+        QCoreApplication::postEvent(this, event.release());
     else if (running)
         phaseTimer->start(PhaseTimerInterval);
     else

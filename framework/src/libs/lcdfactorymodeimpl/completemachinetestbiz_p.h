@@ -65,7 +65,7 @@ private:
     void startUsbPort();
     void advancePhase();
     void failRun();
-    void sendFailure();
+    void sendFailure(const CompleteMachinePhaseInfo &screen);
     void setPhaseTimer(bool running);
 
     void onSubStateChanged(int subState);

@@ -6,8 +6,6 @@
 #include "translation.h"
 
 #include <memory>
-#include <mutex>
-#include <queue>
 #include <string>
 
 #include <QtCore/QCoreApplication>
@@ -25,6 +23,15 @@ constexpr int PanelModeEntered = 8;
 constexpr auto LogOfTest = static_cast<Widget::FactoryTestRightFrame::FactoryTestLogType>(0);
 constexpr auto LogLevelOfTest = static_cast<Widget::FactoryTestRightFrame::FactoryTestLogLevel>(2);
 constexpr auto PassIcon = static_cast<Widget::IconType>(0);
+
+/// Brings a record to the page's thread.
+class PhaseEvent : public QEvent
+{
+public:
+    explicit PhaseEvent(const CompleteMachinePhaseInfo &record) : QEvent(QEvent::User), info(record) {}
+
+    const CompleteMachinePhaseInfo info;
+};
 
 }
 
@@ -69,10 +76,6 @@ private:
     std::unique_ptr<CompleteMachineTestBiz> completeMachineBiz;
     bool awaitingStart = true;
     FactoryMode::IKeyboardEvent *keyboardService = nullptr;
-
-    /// Records on their way from other threads.
-    std::queue<CompleteMachinePhaseInfo> m_waiting;
-    std::mutex m_waitingMutex;
 };
 
 CompleteMachineTestWidget::Impl::Impl(CompleteMachineTestWidget *page) : QObject(page), ownerWidget(page)
@@ -180,28 +183,20 @@ void CompleteMachineTestWidget::Impl::goBack()
 }
 
 // Runs on the thread of the host service whose report led to the record, which may be a plain thread without an event
-// loop: a timer would never fire there, a posted event needs nothing of it. Each record has one event, and events keep
-// their order; those that still wait when the page goes are dropped with it.
+// loop: a timer would never fire there, a posted event needs nothing of it. Each record travels in an event of its own,
+// so that without memory for it nothing else has changed. Events keep their order; those that still wait when the page
+// goes are dropped with it.
 void CompleteMachineTestWidget::Impl::bringToPage(const CompleteMachinePhaseInfo &info)
 {
     if (QThread::currentThread() == ownerWidget->thread())
         return onPhaseChanged(info);
-    {
-        const std::lock_guard locker(m_waitingMutex);
-        m_waiting.push(info);
-    }
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    QCoreApplication::postEvent(this, new PhaseEvent(info));
 }
 
-void CompleteMachineTestWidget::Impl::customEvent(QEvent *)
+void CompleteMachineTestWidget::Impl::customEvent(QEvent *event)
 {
-    std::unique_lock locker(m_waitingMutex);
-    if (m_waiting.empty())
-        return;
-    const CompleteMachinePhaseInfo info = std::move(m_waiting.front());
-    m_waiting.pop();
-    locker.unlock();
-    onPhaseChanged(info);
+    if (const auto *phaseEvent = dynamic_cast<PhaseEvent *>(event))
+        onPhaseChanged(phaseEvent->info);
 }
 
 void CompleteMachineTestWidget::Impl::onPhaseChanged(const CompleteMachinePhaseInfo &info)

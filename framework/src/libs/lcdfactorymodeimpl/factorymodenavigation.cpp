@@ -7,6 +7,8 @@
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QStackedLayout>
 
+#include <memory>
+
 // What keys and clicks do to the menu: between its two levels, into the test pages and back, and out to the host.
 
 namespace LCD::FactoryModeImpl {
@@ -161,9 +163,11 @@ void FactoryModeWidget::Impl::showTestPage(Page *&page)
     if (!_stackedLayout)
         return;
     if (!page) {
-        page = new Page(q);
-        _stackedLayout->addWidget(page);
-        connect(page, &Page::signalBackToFactoryMenu, q, [this] { returnFromTestPage(); });
+        // The page counts as made once it is complete.
+        auto made = std::make_unique<Page>(q);
+        connect(made.get(), &Page::signalBackToFactoryMenu, q, [this] { returnFromTestPage(); });
+        _stackedLayout->addWidget(made.get());
+        page = made.release();
     }
     page->setContentFontSize(30);
     page->enterWindow();

@@ -71,9 +71,9 @@ constexpr TitleRow titles[] = {
     {"madi", "MADI"},
 };
 
-QListWidgetItem *createRow(const QString &title)
+std::unique_ptr<QListWidgetItem> createRow(const QString &title)
 {
-    auto *row = new QListWidgetItem(title);
+    auto row = std::make_unique<QListWidgetItem>(title);
     row->setData(Qt::ForegroundRole, QBrush(QColor(QStringLiteral("#FFFFFF"))));
     return row;
 }
@@ -262,10 +262,10 @@ void FactoryModeWidget::Impl::addLevel1Row(int index)
         qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: titleKey" << item.titleKey
                               << "not found, using key:" << item.key;
     }
-    QListWidgetItem *row = createRow(title);
+    std::unique_ptr<QListWidgetItem> row = createRow(title);
     row->setData(Qt::UserRole, item.key);
     row->setData(Qt::UserRole + 1, index);
-    _listLevel1->insertItem(_listLevel1->count(), row);
+    _listLevel1->insertItem(_listLevel1->count(), row.release());
     qCDebug(componentLog) << "[FactoryModeWidget] buildLevel1List: Added item" << index << "- title:" << title
                           << "key:" << item.key << "titleKey:" << item.titleKey;
 }
@@ -277,9 +277,9 @@ void FactoryModeWidget::Impl::buildLevel2List(const QList<FactoryMenuLevel2Item>
     _listLevel2->clear();
     for (const FactoryMenuLevel2Item &item : children) {
         const QString title = titleForKey(item.titleKey);
-        QListWidgetItem *row = createRow(title.isEmpty() ? item.key : title);
+        std::unique_ptr<QListWidgetItem> row = createRow(title.isEmpty() ? item.key : title);
         row->setData(Qt::UserRole, item.containerKey);
-        _listLevel2->insertItem(_listLevel2->count(), row);
+        _listLevel2->insertItem(_listLevel2->count(), row.release());
     }
 }
 
@@ -341,7 +341,7 @@ FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent),
     d->createMenu();
     d->loadAtStart();
     QTimer::singleShot(0, this, [this] { setVisible(false); });
-    impl.release();
+    static_cast<void>(impl.release()); // d owns it from now on
 }
 
 FactoryModeWidget::~FactoryModeWidget()

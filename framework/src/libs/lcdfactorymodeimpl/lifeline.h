@@ -1,9 +1,12 @@
 #pragma once
 
+#include "log.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -35,11 +38,34 @@ public:
         };
     }
 
+    /// guarded() for a callback that a service calls. A service must see no exception, so a report for which there is
+    /// no memory is dropped, with a warning in the name of @p listener.
+    template <class Call>
+    auto guardedReport(const char *listener, Call call) const
+    {
+        return [listener, admitted = guarded(std::move(call))](auto &&...args) {
+            const char *const name = listener; // what is captured may be dropped meanwhile
+            try {
+                admitted(std::forward<decltype(args)>(args)...);
+            } catch (const std::bad_alloc &) {
+                warnOfDroppedReport(name);
+            }
+        };
+    }
+
     /// Refuses all further calls and waits for those under way on other threads. A call under way on this thread may
     /// cut the line too. Whoever cuts must hold no lock that a listener takes.
     void cut() { m_calls->cut(); }
 
 private:
+    static void warnOfDroppedReport(const char *listener)
+    {
+        try {
+            qCWarning(componentLog).nospace() << listener << ": no memory for a report, dropped";
+        } catch (const std::bad_alloc &) { // not even for the warning
+        }
+    }
+
     class Calls
     {
     public:

@@ -4,6 +4,7 @@
 
 #include <any>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace LCD::FactoryModeImpl {
@@ -18,16 +19,16 @@ struct LinkPayloadTexts
 
 /// The records of a link report, or nullptr, with a warning, when @p payload holds something else or nothing.
 template <class Record>
-std::shared_ptr<std::vector<Record>> unpackLinkPayload(const std::any &payload, const LinkPayloadTexts &texts)
+std::shared_ptr<std::vector<Record>> unpackLinkPayload(std::any payload, const LinkPayloadTexts &texts)
 {
-    const auto *records = std::any_cast<std::shared_ptr<std::vector<Record>>>(&payload);
+    auto *records = std::any_cast<std::shared_ptr<std::vector<Record>>>(&payload);
     if (!records) {
         qCWarning(componentLog) << texts.wrongType << payload.type().name();
         return nullptr;
     }
     if (!*records)
         qCWarning(componentLog) << texts.nullPointer;
-    return *records;
+    return std::move(*records);
 }
 
 }

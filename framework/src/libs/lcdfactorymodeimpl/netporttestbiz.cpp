@@ -6,6 +6,7 @@
 #include "listeners.h"
 #include "recordfield.h"
 #include "services.h"
+#include "undo.h"
 
 #include "lcd/protocol/records.h"
 
@@ -66,7 +67,13 @@ public:
     void onReportLinkChanged(std::any payload);
     void notifyStateChanged(int code) const;
     void notifyLinkStatus(const std::vector<bool> &links, bool valid) const;
-    std::optional<std::vector<bool>> takeLinks(const Records &records);
+    struct TakenLinks
+    {
+        std::vector<bool> links;
+        std::vector<bool> before;
+    };
+    std::optional<TakenLinks> takeLinks(const Records &records);
+    void putBack(TakenLinks &taken);
     void reset();
 
     NetPortTestBiz *q;
@@ -93,30 +100,41 @@ void NetPortTestBiz::Impl::onReportLinkChanged(std::any payload)
 // Runs on the thread of the network service, in every state.
 void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
 {
-    const auto records = unpackLinkPayload<ProtocolImpl::s_NetworkPortLink>(payload, PayloadTexts);
+    const auto records = unpackLinkPayload<ProtocolImpl::s_NetworkPortLink>(std::move(payload), PayloadTexts);
     if (!records)
         return;
-    const auto links = takeLinks(*records);
-    if (!links)
+    auto taken = takeLinks(*records);
+    if (!taken)
         return;
-    notifyStateChanged(state);
-    notifyLinkStatus(*links, linkValid);
+    const auto notify = [&] {
+        notifyStateChanged(state);
+        notifyLinkStatus(taken->links, linkValid);
+    };
+    callOrUndo(notify, [&] { putBack(*taken); });
 }
 
-/// Stores the links of a report and gives them. Nothing, and the stored ones stay, when a port number is so high that
-/// there is no memory for them.
-std::optional<std::vector<bool>> NetPortTestBiz::Impl::takeLinks(const Records &records)
+/// Stores the links of a report and gives them with those that were stored before. Nothing, and the stored ones stay,
+/// when a port number is so high that there is no memory for them.
+std::optional<NetPortTestBiz::Impl::TakenLinks> NetPortTestBiz::Impl::takeLinks(const Records &records)
 {
     try {
         std::vector<bool> links = linksByPort(records);
         std::vector<bool> stored = links;
         const QMutexLocker locker(&linkMutex);
         portLinks.swap(stored);
-        return links;
+        return TakenLinks{std::move(links), std::move(stored)};
     } catch (const std::bad_alloc &) {
         qCWarning(componentLog) << "NetPortTestBiz: no memory for the port numbers of a report, dropped";
         return std::nullopt;
     }
+}
+
+// Unless another report has come meanwhile.
+void NetPortTestBiz::Impl::putBack(TakenLinks &taken)
+{
+    const QMutexLocker locker(&linkMutex);
+    if (portLinks == taken.links)
+        portLinks.swap(taken.before);
 }
 
 void NetPortTestBiz::Impl::notifyStateChanged(int code) const
@@ -159,10 +177,11 @@ void NetPortTestBiz::startTest()
         qCWarning(componentLog) << "NetPortTestBiz: INetworkPort is null, cannot start test";
         return;
     }
-    subscribeToLinks(*d->networkPortService, NetPortTestBizRequester, d->lifeline.guarded([impl = d](std::any payload) {
-        impl->onReportLinkChanged(std::move(payload));
-    }),
-                     d->lifeline.guarded([impl = d](std::any payload) { impl->onLinkChanged(std::move(payload)); }));
+    const auto report = [impl = d](std::any payload) { impl->onReportLinkChanged(std::move(payload)); };
+    const auto changed = [impl = d](std::any payload) { impl->onLinkChanged(std::move(payload)); };
+    subscribeToLinks(*d->networkPortService, NetPortTestBizRequester,
+                     d->lifeline.guardedReport("NetPortTestBiz", report),
+                     d->lifeline.guardedReport("NetPortTestBiz", changed));
 }
 
 void NetPortTestBiz::setPass()

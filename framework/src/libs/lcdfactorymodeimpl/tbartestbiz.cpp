@@ -92,14 +92,15 @@ void TbarTestBiz::Impl::send(int command, bool last)
 {
     s_BarCalibration record{};
     setField<4>(record, command);
-    tbarCalibrationService->setBarCalibration(record, lifeline.guarded([last](bool ok, const std::string &) {
-        if (!last)
-            return;
-        if (ok)
-            qCDebug(componentLog) << "[TbarTestBiz] T-Bar calibration completed";
-        else
-            qCWarning(componentLog) << "[TbarTestBiz] T-Bar calibration end failed";
-    }));
+    tbarCalibrationService->setBarCalibration(
+        record, lifeline.guardedReport("[TbarTestBiz]", [last](bool ok, const std::string &) {
+            if (!last)
+                return;
+            if (ok)
+                qCDebug(componentLog) << "[TbarTestBiz] T-Bar calibration completed";
+            else
+                qCWarning(componentLog) << "[TbarTestBiz] T-Bar calibration end failed";
+        }));
 }
 
 void TbarTestBiz::Impl::onStepComplete(int stepIndex, int)
@@ -131,7 +132,8 @@ void TbarTestBiz::Impl::listenToCalibration()
         };
         QMetaObject::invokeMethod(this, atHome, Qt::QueuedConnection);
     };
-    tbarCalibrationService->registerBarCalibrationCallback(TbarTestBizRequester, lifeline.guarded(bringHome));
+    tbarCalibrationService->registerBarCalibrationCallback(TbarTestBizRequester,
+                                                           lifeline.guardedReport("[TbarTestBiz]", bringHome));
 }
 
 void TbarTestBiz::Impl::notifyStateChanged(int code) const

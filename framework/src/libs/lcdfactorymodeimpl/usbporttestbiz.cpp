@@ -6,6 +6,7 @@
 #include "listeners.h"
 #include "recordfield.h"
 #include "services.h"
+#include "undo.h"
 
 #include "lcd/protocol/records.h"
 
@@ -80,7 +81,13 @@ public:
     void notifyStateChanged(int code) const;
     void notifyLinkStatus(const std::vector<bool> &links) const;
     std::vector<int> portsWith(const Records &records);
-    void latch(const std::vector<int> &ports, const std::vector<bool> &links);
+    struct Latched
+    {
+        std::vector<int> ports;
+        std::vector<bool> links;
+    };
+    Latched latch(const std::vector<int> &ports, const std::vector<bool> &links);
+    void putBack(const std::vector<int> &ports, Latched &before);
     void reset();
 
     UsbPortTestBiz *q;
@@ -107,13 +114,13 @@ void UsbPortTestBiz::Impl::onReportUsbChanged(std::any payload)
 // Runs on the thread of the USB service, in every state.
 void UsbPortTestBiz::Impl::onUsbChanged(std::any payload)
 {
-    const auto records = unpackLinkPayload<ProtocolImpl::s_NodeUSB>(payload, PayloadTexts);
+    const auto records = unpackLinkPayload<ProtocolImpl::s_NodeUSB>(std::move(payload), PayloadTexts);
     if (!records)
         return;
     const std::vector<int> ports = portsWith(*records);
     const std::vector<bool> links = linksByPosition(ports, *records);
-    latch(ports, links);
-    notifyLinkStatus(links);
+    Latched before = latch(ports, links);
+    callOrUndo([&] { notifyLinkStatus(links); }, [&] { putBack(ports, before); });
 }
 
 std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
@@ -124,14 +131,28 @@ std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
     return mergedPorts(std::move(known), records);
 }
 
-// A bit belongs to its position: a new port that sorts before a known one takes that one's bit over.
-void UsbPortTestBiz::Impl::latch(const std::vector<int> &ports, const std::vector<bool> &links)
+// A bit belongs to its position: a new port that sorts before a known one takes that one's bit over. Gives what was
+// latched before.
+UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int> &ports, const std::vector<bool> &links)
+{
+    Latched other = {ports, links};
+    const QMutexLocker locker(&linkMutex);
+    const std::size_t known = std::min(portLinks.size(), links.size());
+    for (std::size_t position = 0; position < known; ++position)
+        other.links[position] = portLinks[position] || links[position];
+    knownPorts.swap(other.ports);
+    portLinks.swap(other.links);
+    return other;
+}
+
+// Unless another report has come meanwhile.
+void UsbPortTestBiz::Impl::putBack(const std::vector<int> &ports, Latched &before)
 {
     const QMutexLocker locker(&linkMutex);
-    knownPorts = ports;
-    portLinks.resize(ports.size(), false);
-    for (std::size_t position = 0; position < ports.size(); ++position)
-        portLinks[position] = portLinks[position] || links[position];
+    if (knownPorts != ports)
+        return;
+    knownPorts.swap(before.ports);
+    portLinks.swap(before.links);
 }
 
 void UsbPortTestBiz::Impl::notifyStateChanged(int code) const
@@ -174,10 +195,10 @@ void UsbPortTestBiz::startTest()
         qCWarning(componentLog) << "UsbPortTestBiz: IUSB is null, cannot start test";
         return;
     }
-    subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester, d->lifeline.guarded([impl = d](std::any payload) {
-        impl->onReportUsbChanged(std::move(payload));
-    }),
-                     d->lifeline.guarded([impl = d](std::any payload) { impl->onUsbChanged(std::move(payload)); }));
+    const auto report = [impl = d](std::any payload) { impl->onReportUsbChanged(std::move(payload)); };
+    const auto changed = [impl = d](std::any payload) { impl->onUsbChanged(std::move(payload)); };
+    subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester, d->lifeline.guardedReport("UsbPortTestBiz", report),
+                     d->lifeline.guardedReport("UsbPortTestBiz", changed));
 }
 
 void UsbPortTestBiz::setPass()
