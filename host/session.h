@@ -35,6 +35,7 @@ public:
         QString language = QStringLiteral("en");
         QSize lcdSize{800, 480};
         TBarType tbarType = TBarType::Slider;
+        double tbarTolerance = TBarState::DefaultTolerance; ///< of the ends in the calibration, 0 to 0.5
         int netPorts = 4;
         int usbPorts = 4;
         QList<InitialFault> faults;

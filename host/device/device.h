@@ -6,6 +6,7 @@
 
 #include <any>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace panelhost {
@@ -45,6 +46,35 @@ enum class TBarType {
     Slider = 1
 };
 
+/// An end of the T-Bar's travel. Both kinds of bar have the same two.
+enum class TBarEnd {
+    Bottom,
+    Top
+};
+
+/// "bottom" or "top".
+QString tbarEndName(TBarEnd end);
+
+/// The T-Bar and its calibration.
+struct TBarState
+{
+    static constexpr double DefaultTolerance = 0.05;
+
+    TBarType type = TBarType::Slider;
+    double position = 0;                 ///< from 0 (bottom) to 1 (top)
+    double tolerance = DefaultTolerance; ///< how far from an end the bar still counts as there, in units of position
+    QString step;                        ///< the calibration step under way, empty when there is none
+    std::optional<TBarEnd> target;       ///< where the next calibration step needs the bar
+    QString failure;                     ///< message of the last step that failed since the calibration began
+
+    bool isAt(TBarEnd end) const;
+    bool operator==(const TBarState &o) const
+    {
+        return type == o.type && position == o.position && tolerance == o.tolerance && step == o.step
+            && target == o.target && failure == o.failure;
+    }
+};
+
 struct TestPattern
 {
     int type = 0;
@@ -58,9 +88,7 @@ struct DeviceState
     QList<KeyState> keys;
     int screenBrightness[3] = {100, 100, 100};
     TestPattern pattern;
-    TBarType tbarType = TBarType::Slider;
-    double tbarPosition = 0;
-    QString calibrationStep; ///< what the T-Bar calibration is doing, empty when nothing
+    TBarState tbar;
     QList<PortState> netPorts;
     QList<PortState> usbPorts;
     int panelMode = 0;
@@ -86,7 +114,8 @@ public:
     virtual void setPanelMode(int mode) = 0;
     virtual void setTestType(int type) = 0;
     virtual void setMachineTestKind(int kind) = 0;
-    /// Answers on the device's thread once the step is done, or has failed.
+    /// Answers on the device's thread once the step is done, or has failed: the T-Bar must be where the step needs it
+    /// when the command comes.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
 
     // what an operator does

@@ -1,5 +1,6 @@
 #include "device/simulateddevice.h"
 
+#include "device/calibrationsteps.h"
 #include "device/faults.h"
 #include "device/reports.h"
 #include "time/timeline.h"
@@ -15,30 +16,7 @@ constexpr int linkDelay = 20;          // from the plug to the changed link
 constexpr int repeatDelay = 40;        // between the events of a key that repeats
 constexpr int calibrationQuarter = 75; // four of these make one step of the calibration
 
-// What the commands of a calibration do.
-struct CalibrationCommand
-{
-    int command;
-    const char *step;
-};
-
-constexpr CalibrationCommand calibrationCommands[] = {
-    {0, "bottom"},
-    {1, "top"},
-    {2, "begin"},
-    {4, "end"},
-};
-
-constexpr int beginCommand = 2;
-
-QString calibrationStepName(int command)
-{
-    for (const CalibrationCommand &known : calibrationCommands) {
-        if (known.command == command)
-            return QString::fromLatin1(known.step);
-    }
-    return QStringLiteral("command %1").arg(command);
-}
+constexpr int tbarPanelMode = 12; // what the component tells the panel in its T-Bar phase
 
 QList<PortState> makePorts(const QString &prefix, int count)
 {
@@ -62,7 +40,8 @@ SimulatedDevice::SimulatedDevice(const Shape &shape, Timeline &timeline, const F
     : m_timeline(timeline), m_faults(faults), m_work(std::make_shared<Work>(*this))
 {
     m_state.keys = shape.keys;
-    m_state.tbarType = shape.tbarType;
+    m_state.tbar.type = shape.tbarType;
+    m_state.tbar.tolerance = shape.tbarTolerance;
     m_state.netPorts = makePorts(QStringLiteral("net"), shape.netPorts);
     m_state.usbPorts = makePorts(QStringLiteral("usb"), shape.usbPorts);
 }
@@ -138,7 +117,14 @@ void SimulatedDevice::setPatternLevel(int level)
 
 void SimulatedDevice::setPanelMode(int mode)
 {
-    change([mode](DeviceState &state) { state.panelMode = mode; });
+    change([mode, this](DeviceState &state) {
+        state.panelMode = mode;
+        if (mode == tbarPanelMode)
+            return;
+        ++m_calibrationRun;
+        state.tbar.target.reset();
+        state.tbar.failure.clear();
+    });
 }
 
 void SimulatedDevice::setTestType(int type)
@@ -153,32 +139,59 @@ void SimulatedDevice::setMachineTestKind(int kind)
 
 void SimulatedDevice::calibrate(int command, const std::function<void(bool, const std::string &)> &result)
 {
-    const int step = change([&](DeviceState &state) {
-        state.calibrationStep = calibrationStepName(command);
-        return m_calibrationStep = command == beginCommand ? 1 : m_calibrationStep + 1;
+    const Calibration calibration = change([&](DeviceState &state) {
+        const QString problem = calibrationProblem(state.tbar, command);
+        startStep(state.tbar, command);
+        return Calibration{command, m_calibrationStep, m_calibrationRun, problem, result};
     });
-    for (int quarter = 1; quarter <= 4; ++quarter)
+    // A bar that isn't where it must be is noticed at once: nothing is measured, so there is no progress.
+    const int quarters = calibration.problem.isEmpty() ? 4 : 0;
+    for (int quarter = 1; quarter <= quarters; ++quarter)
         later(quarter * calibrationQuarter, &SimulatedDevice::sendCalibration, command, quarter * 25);
-    m_timeline.schedule(4 * calibrationQuarter, [work = std::weak_ptr(m_work), command, step, result] {
+    m_timeline.schedule(quarters * calibrationQuarter, [work = std::weak_ptr(m_work), calibration] {
         if (const auto alive = work.lock())
-            alive->device.finishCalibration(command, step, result);
+            alive->device.finishCalibration(calibration);
     });
 }
 
-void SimulatedDevice::finishCalibration(int command, int step,
-                                        const std::function<void(bool, const std::string &)> &result)
+// A failure stays to be read until the next calibration: the component goes on after a failed step.
+void SimulatedDevice::startStep(TBarState &bar, int command)
+{
+    bar.step = calibrationStepName(command);
+    const CalibrationStep *known = findCalibrationStep(command);
+    bar.target = known ? known->next : std::nullopt;
+    ++m_calibrationStep;
+    if (command != BeginCalibration)
+        return;
+    m_calibrationStep = 1;
+    ++m_calibrationRun;
+    bar.failure.clear();
+}
+
+// Empty when the step has worked.
+QString SimulatedDevice::failureOf(const Calibration &calibration) const
+{
+    const bool isBroken = m_faults.isOn(QStringLiteral("calibration-fails"), QStringLiteral("step"), calibration.step);
+    if (!isBroken && calibration.problem.isEmpty())
+        return {};
+    const QString failure =
+        QStringLiteral("step %1 (%2) failed").arg(calibration.step).arg(calibrationStepName(calibration.command));
+    return calibration.problem.isEmpty() ? failure : failure + QStringLiteral(": ") + calibration.problem;
+}
+
+void SimulatedDevice::finishCalibration(const Calibration &calibration)
 {
     if (m_faults.isOn(QStringLiteral("calibration-hangs")))
         return;
-    change([step, this](DeviceState &state) {
-        if (step == m_calibrationStep)
-            state.calibrationStep.clear();
+    const QString message = failureOf(calibration);
+    change([&](DeviceState &state) {
+        if (calibration.step == m_calibrationStep)
+            state.tbar.step.clear();
+        if (!message.isEmpty() && calibration.run == m_calibrationRun)
+            state.tbar.failure = message;
     });
-    const bool fails = m_faults.isOn(QStringLiteral("calibration-fails"), QStringLiteral("step"), step);
-    const QString message =
-        fails ? QStringLiteral("step %1 (%2) failed").arg(step).arg(calibrationStepName(command)) : QString();
-    if (result)
-        result(!fails, message.toStdString());
+    if (calibration.result)
+        calibration.result(message.isEmpty(), message.toStdString());
 }
 
 bool SimulatedDevice::setKeyDown(int halKey, bool down)
@@ -201,7 +214,7 @@ bool SimulatedDevice::setKeyDown(int halKey, bool down)
 
 void SimulatedDevice::setTBarPosition(double position)
 {
-    change([position](DeviceState &state) { state.tbarPosition = qBound(0.0, position, 1.0); });
+    change([position](DeviceState &state) { state.tbar.position = qBound(0.0, position, 1.0); });
 }
 
 // Nothing happens, and nobody hears of it, when the port already is as asked.

@@ -19,6 +19,7 @@ public:
     {
         QList<KeyState> keys;
         TBarType tbarType = TBarType::Slider;
+        double tbarTolerance = TBarState::DefaultTolerance;
         int netPorts = 4;
         int usbPorts = 4;
     };
@@ -50,6 +51,16 @@ public:
 private:
     class Work;
 
+    // One calibration step that waits for its answer.
+    struct Calibration
+    {
+        int command;
+        int step;        // counted from 1, the one that begins
+        int run;         // which calibration it belongs to
+        QString problem; // why it fails whatever the faults say
+        std::function<void(bool ok, const std::string &message)> result;
+    };
+
     template <class Change>
     auto change(Change &&change);
     void later(int delay, void (SimulatedDevice::*event)(int, int), int first, int second);
@@ -58,7 +69,9 @@ private:
     void sendNet(int, int);
     void sendUsb(int, int);
     void sendCalibration(int command, int percent);
-    void finishCalibration(int command, int step, const std::function<void(bool, const std::string &)> &result);
+    void startStep(TBarState &bar, int command);
+    QString failureOf(const Calibration &calibration) const;
+    void finishCalibration(const Calibration &calibration);
 
     Timeline &m_timeline;
     const Faults &m_faults;
@@ -66,6 +79,7 @@ private:
     mutable std::mutex m_mutex;
     DeviceState m_state;
     int m_calibrationStep = 0;
+    int m_calibrationRun = 0; // counts calibrations that begin and T-Bar phases that are left
     KeyListener m_keyListener;
     LinkListener m_netListener;
     LinkListener m_usbListener;

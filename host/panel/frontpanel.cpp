@@ -112,7 +112,7 @@ void FrontPanel::setState(const DeviceState &device, Instant now)
         m_netSockets[i]->setState(device.netPorts[i]);
     for (int i = 0; i < qMin(m_usbSockets.size(), device.usbPorts.size()); ++i)
         m_usbSockets[i]->setState(device.usbPorts[i]);
-    m_tbar->setState(device.tbarType, device.tbarPosition, device.calibrationStep);
+    m_tbar->setState(device.tbar);
     m_keys->setState(device.keys, now);
 }
 

@@ -50,9 +50,19 @@ void PanelWindow::perform(const Action &action)
     refresh();
 }
 
+// A change only: an action that comes after it may have something to say itself.
+void PanelWindow::showFailure(const QString &failure)
+{
+    if (failure != m_failure)
+        m_speed->setMessage(failure.isEmpty() ? QString() : QStringLiteral("T-Bar calibration: ") + failure);
+    m_failure = failure;
+}
+
 void PanelWindow::refresh()
 {
-    m_panel->setState(m_session.device().state(), m_sinceOpened.elapsed());
+    const DeviceState device = m_session.device().state();
+    m_panel->setState(device, m_sinceOpened.elapsed());
+    showFailure(device.tbar.failure);
     m_speed->setNow(m_session.timeline().now());
     m_journal->poll();
 }

@@ -34,6 +34,7 @@ protected:
 
 private:
     void perform(const Action &action);
+    void showFailure(const QString &failure);
     void addMenus();
     void addDeviceMenu();
     void addLanguageMenu();
@@ -44,6 +45,7 @@ private:
     FrontPanel *m_panel;
     JournalView *m_journal;
     SpeedBar *m_speed;
+    QString m_failure; ///< of the T-Bar's calibration, as shown last
     WallTimer m_refresh;
     QElapsedTimer m_sinceOpened; ///< LEDs blink for the eye, so on the wall clock at any speed
 };

@@ -18,22 +18,21 @@ TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), QStrin
 
 QSize TBarWidget::sizeHint() const
 {
-    return {16 * Grid, 26 * Grid};
+    return {16 * Grid, 28 * Grid};
 }
 
-void TBarWidget::setState(TBarType type, double position, const QString &calibrationStep)
+void TBarWidget::setState(const TBarState &bar)
 {
-    if (type == m_type && position == m_position && calibrationStep == m_calibrationStep)
+    if (bar == m_bar)
         return;
-    m_type = type;
-    m_position = position;
-    m_calibrationStep = calibrationStep;
+    m_bar = bar;
+    setToolTip(bar.failure.isEmpty() ? accessibleName() : accessibleName() + QStringLiteral(": ") + bar.failure);
     update();
 }
 
 QRect TBarWidget::track() const
 {
-    return rect().adjusted(width() / 2 - Grid / 2, 4 * Grid, -(width() / 2 - Grid / 2), -8 * Grid);
+    return rect().adjusted(width() / 2 - Grid / 2, 4 * Grid, -(width() / 2 - Grid / 2), -10 * Grid);
 }
 
 int TBarWidget::yOf(double position) const
@@ -54,6 +53,18 @@ void TBarWidget::drawScale(QPainter &painter) const
     }
 }
 
+// The stretch of the track where the next calibration step needs the bar.
+void TBarWidget::drawTarget(QPainter &painter) const
+{
+    if (!m_bar.target)
+        return;
+    const bool isTop = *m_bar.target == TBarEnd::Top;
+    const int top = yOf(isTop ? 1 : m_bar.tolerance) - Grid;
+    const int bottom = yOf(isTop ? 1 - m_bar.tolerance : 0) + Grid;
+    const QRect stretch(track().left() - 2 * Grid, top, track().width() + 4 * Grid, bottom - top);
+    painter.fillRect(stretch, QColor(m_bar.isAt(*m_bar.target) ? look::Green : look::Amber));
+}
+
 void TBarWidget::drawSlider(QPainter &painter, const QPoint &center) const
 {
     const QRect cap(center.x() - 2 * Grid, center.y() - 2 * Grid, 4 * Grid, 4 * Grid);
@@ -70,26 +81,46 @@ void TBarWidget::drawFader(QPainter &painter, const QPoint &center) const
     painter.fillRect(QRect(lever.left() + 8, center.y() - 1, lever.width() - 16, 2), QColor(look::Accent));
 }
 
+static QString hintOf(const TBarState &bar)
+{
+    if (!bar.step.isEmpty())
+        return bar.step;
+    if (!bar.target)
+        return QStringLiteral("ready");
+    return (bar.isAt(*bar.target) ? QStringLiteral("at the ") : QStringLiteral("move to the "))
+        + tbarEndName(*bar.target);
+}
+
+// From top to bottom: the position, what to do next, and what has failed.
+void TBarWidget::drawFoot(QPainter &painter) const
+{
+    const QRect line(0, height() - 7 * Grid, width(), 2 * Grid);
+    look::drawCaption(painter, line, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_bar.position * 100)));
+    const bool isReady = m_bar.step.isEmpty() && !m_bar.target;
+    const bool isInPlace = m_bar.step.isEmpty() && m_bar.target && m_bar.isAt(*m_bar.target);
+    painter.setPen(QColor(isReady ? look::InkDim : isInPlace ? look::Green : look::Amber));
+    painter.drawText(line.translated(0, 2 * Grid), Qt::AlignCenter, hintOf(m_bar));
+    painter.setPen(QColor(look::Red));
+    painter.drawText(line.translated(0, 4 * Grid), Qt::AlignCenter, m_bar.failure.section(QLatin1Char(':'), 0, 0));
+}
+
 void TBarWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QString kind = m_type == TBarType::Fader ? QStringLiteral("T-BAR FADER") : QStringLiteral("T-BAR SLIDER");
+    const bool isFader = m_bar.type == TBarType::Fader;
+    const QString kind = isFader ? QStringLiteral("T-BAR FADER") : QStringLiteral("T-BAR SLIDER");
     look::drawCaption(painter, QRect(0, 0, width(), 2 * Grid), Qt::AlignCenter, kind);
     drawScale(painter);
-    const QPoint center(width() / 2, yOf(m_position));
-    m_type == TBarType::Fader ? drawFader(painter, center) : drawSlider(painter, center);
-    const QRect foot(0, height() - 5 * Grid, width(), 2 * Grid);
-    look::drawCaption(painter, foot, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_position * 100)));
-    const bool isIdle = m_calibrationStep.isEmpty();
-    painter.setPen(QColor(isIdle ? look::InkDim : look::Amber));
-    painter.drawText(foot.translated(0, 2 * Grid), Qt::AlignCenter,
-                     isIdle ? QStringLiteral("ready") : m_calibrationStep);
+    drawTarget(painter);
+    const QPoint center(width() / 2, yOf(m_bar.position));
+    isFader ? drawFader(painter, center) : drawSlider(painter, center);
+    drawFoot(painter);
 }
 
 void TBarWidget::moveTo(double position)
 {
     const double rounded = std::round(qBound(0.0, position, 1.0) * 100) / 100;
-    if (rounded != m_position)
+    if (rounded != m_bar.position)
         Q_EMIT acted({Action::Kind::TBar, {{QStringLiteral("position"), rounded}}});
 }
 
@@ -107,7 +138,7 @@ void TBarWidget::mouseMoveEvent(QMouseEvent *event)
 
 void TBarWidget::wheelEvent(QWheelEvent *event)
 {
-    moveTo(m_position + event->angleDelta().y() / 120 * 0.05);
+    moveTo(m_bar.position + event->angleDelta().y() / 120 * 0.05);
 }
 
 }

@@ -5,7 +5,8 @@
 
 namespace panelhost {
 
-/// The T-Bar, drawn as the cap of a slider or as the lever of a fader, with what its calibration is doing below.
+/// The T-Bar, drawn as the cap of a slider or as the lever of a fader, with what its calibration is doing below
+/// it and the end at which the next calibration step needs it.
 class TBarWidget : public Control
 {
     Q_OBJECT
@@ -13,8 +14,8 @@ class TBarWidget : public Control
 public:
     explicit TBarWidget(QWidget *parent);
 
-    void setState(TBarType type, double position, const QString &calibrationStep);
-    double position() const { return m_position; }
+    void setState(const TBarState &bar);
+    double position() const { return m_bar.position; }
     /// Where the bar's middle stands for @p position, in pixels from the widget's top.
     int yOf(double position) const;
     QSize sizeHint() const override;
@@ -29,12 +30,12 @@ private:
     void moveTo(double position);
     QRect track() const;
     void drawScale(QPainter &painter) const;
+    void drawTarget(QPainter &painter) const;
+    void drawFoot(QPainter &painter) const;
     void drawSlider(QPainter &painter, const QPoint &center) const;
     void drawFader(QPainter &painter, const QPoint &center) const;
 
-    TBarType m_type = TBarType::Slider;
-    double m_position = 0;
-    QString m_calibrationStep;
+    TBarState m_bar;
 };
 
 }

@@ -10,10 +10,17 @@ namespace panelhost {
 
 namespace {
 
+constexpr double MaxTolerance = 0.5; // half of the way: every position is at one of the ends
+
 QStringList optionNames()
 {
-    return {QStringLiteral("tbar"),      QStringLiteral("lcd"),       QStringLiteral("language"),
-            QStringLiteral("net-ports"), QStringLiteral("usb-ports"), QStringLiteral("changed-on-subscribe")};
+    return {QStringLiteral("tbar"),
+            QStringLiteral("tbar-tolerance"),
+            QStringLiteral("lcd"),
+            QStringLiteral("language"),
+            QStringLiteral("net-ports"),
+            QStringLiteral("usb-ports"),
+            QStringLiteral("changed-on-subscribe")};
 }
 
 QStringList preparationNames()
@@ -43,6 +50,8 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
     if (name == "tbar") {
         const auto kind = m_reader.word(value, {QStringLiteral("slider"), QStringLiteral("fader")});
         device.tbarType = kind == QStringLiteral("fader") ? TBarType::Fader : TBarType::Slider;
+    } else if (name == "tbar-tolerance") {
+        device.tbarTolerance = m_reader.number(value, 0, MaxTolerance).value_or(device.tbarTolerance);
     } else if (name == "lcd") {
         readSize(value);
     } else if (name == "language") {

@@ -3,6 +3,8 @@
 #include "scenario/actiontext.h"
 #include "scenario/yamlreader.h"
 
+#include <QtCore/QLocale>
+
 namespace panelhost {
 
 ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_file(path), m_session(session)
@@ -43,6 +45,7 @@ QByteArray ScenarioWriter::header() const
         text += QByteArray("  ") + name + ": " + value + '\n';
     };
     add("tbar", options.tbarType == TBarType::Fader ? "fader" : "slider");
+    add("tbar-tolerance", QByteArray::number(options.tbarTolerance, 'g', QLocale::FloatingPointShortest));
     add("lcd", QByteArray::number(options.lcdSize.width()) + 'x' + QByteArray::number(options.lcdSize.height()));
     add("language", options.language.toUtf8());
     add("net-ports", QByteArray::number(options.netPorts));

@@ -34,6 +34,11 @@ QStringList blinkingKeys(const DeviceState &device)
     return names;
 }
 
+QString targetOf(const TBarState &bar)
+{
+    return bar.target ? tbarEndName(*bar.target) : QString();
+}
+
 const QMap<QString, DeviceReader> &deviceSubjects()
 {
     static const QMap<QString, DeviceReader> readers{
@@ -47,8 +52,10 @@ const QMap<QString, DeviceReader> &deviceSubjects()
         {QStringLiteral("panel-mode"), [](const DeviceState &d) { return d.panelMode; }},
         {QStringLiteral("test-type"), [](const DeviceState &d) { return d.testType; }},
         {QStringLiteral("machine-test-kind"), [](const DeviceState &d) { return d.machineTestKind; }},
-        {QStringLiteral("tbar.position"), [](const DeviceState &d) { return d.tbarPosition; }},
-        {QStringLiteral("tbar.calibration"), [](const DeviceState &d) { return d.calibrationStep; }}};
+        {QStringLiteral("tbar.position"), [](const DeviceState &d) { return d.tbar.position; }},
+        {QStringLiteral("tbar.calibration"), [](const DeviceState &d) { return d.tbar.step; }},
+        {QStringLiteral("tbar.target"), [](const DeviceState &d) { return targetOf(d.tbar); }},
+        {QStringLiteral("tbar.failure"), [](const DeviceState &d) { return d.tbar.failure; }}};
     return readers;
 }
 

@@ -73,7 +73,7 @@ void KeyboardService::setLcdTestPattern(int patternType, int patternIndex)
 
 int KeyboardService::getTBarType()
 {
-    const int type = static_cast<int>(m_device.state().tbarType);
+    const int type = static_cast<int>(m_device.state().tbar.type);
     call("getTBarType", {{QStringLiteral("result"), type}});
     return type;
 }
@@ -97,7 +97,7 @@ void KeyboardService::send(int halKey, float value)
     m_journal.add(Journal::Kind::Event, QStringLiteral("lcdKeyboardEvent.key"),
                   {{QStringLiteral("halKey"), halKey}, {QStringLiteral("value"), static_cast<double>(value)}});
     KeyButtonTBar tbar;
-    tbar.position = static_cast<float>(m_device.state().tbarPosition);
+    tbar.position = static_cast<float>(m_device.state().tbar.position);
     listener(static_cast<std::uint32_t>(halKey), value, 0, KeyButtonJoystick(), KeyTouchScreen(), tbar);
 }
 

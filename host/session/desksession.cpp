@@ -20,7 +20,7 @@ QString shareDirectoryOf(const Session::Options &options)
 
 SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &share)
 {
-    return {readKeyList(share), options.tbarType, options.netPorts, options.usbPorts};
+    return {readKeyList(share), options.tbarType, options.tbarTolerance, options.netPorts, options.usbPorts};
 }
 
 }

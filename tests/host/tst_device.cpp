@@ -44,7 +44,7 @@ private Q_SLOTS:
         QCOMPARE(state.pattern.type, 3);
         QCOMPARE(state.pattern.index, 4);
         QCOMPARE(state.pattern.level, 80);
-        QCOMPARE(state.tbarPosition, 1.0);
+        QCOMPARE(state.tbar.position, 1.0);
         QVERIFY(!findKey(state, 99));
     }
 
@@ -97,25 +97,145 @@ private Q_SLOTS:
     void calibrationTakesItsTime()
     {
         calibrate(2);
-        QCOMPARE(device->state().calibrationStep, q("begin"));
+        QCOMPARE(device->state().tbar.step, q("begin"));
         timeline.advance(1000);
         QCOMPARE(
             events,
             (QStringList{q("75 device progress 2 25"), q("150 device progress 2 50"), q("225 device progress 2 75"),
                          q("300 device progress 2 100"), q("300 device result 1 ")}));
-        QCOMPARE(device->state().calibrationStep, QString());
+        QCOMPARE(device->state().tbar.step, QString());
     }
 
     void calibrationFailsAtItsStep()
     {
         on("calibration-fails", {{q("step"), 3}});
         for (const int command : {2, 1, 0, 1}) {
+            device->setTBarPosition(command == 1 ? 1 : 0);
             calibrate(command);
             timeline.advance(1000);
         }
         QCOMPARE(events.filter(q("result")),
                  (QStringList{q("300 device result 1 "), q("1300 device result 1 "),
                               q("2300 device result 0 step 3 (bottom) failed"), q("3300 device result 1 ")}));
+    }
+
+    void eachCommandNeedsTheBarInItsPlace_data()
+    {
+        QTest::addColumn<int>("command");
+        QTest::addColumn<double>("position");
+        QTest::addColumn<QString>("message");
+        const QString bottom = q("it must be at the bottom (0 % to 5 %)");
+        const QString top = q("it must be at the top (95 % to 100 %)");
+        for (const double position : {0.0, 0.5, 1.0})
+            QTest::addRow("begin at %g", position) << 2 << position << QString();
+        QTest::newRow("bottom at the bottom") << 0 << 0.0 << QString();
+        QTest::newRow("bottom within the tolerance") << 0 << 0.05 << QString();
+        QTest::newRow("bottom outside of it")
+            << 0 << 0.06 << q("step 1 (bottom) failed: the T-Bar is at 6 %, ") + bottom;
+        QTest::newRow("bottom at the top") << 0 << 1.0 << q("step 1 (bottom) failed: the T-Bar is at 100 %, ") + bottom;
+        QTest::newRow("top at the top") << 1 << 1.0 << QString();
+        QTest::newRow("top within the tolerance") << 1 << 0.95 << QString();
+        QTest::newRow("top just outside of it")
+            << 1 << 0.9499 << q("step 1 (top) failed: the T-Bar is at 94.99 %, ") + top;
+        QTest::newRow("top at the bottom") << 1 << 0.0 << q("step 1 (top) failed: the T-Bar is at 0 %, ") + top;
+        QTest::newRow("end at the bottom") << 4 << 0.0 << QString();
+        QTest::newRow("end in the middle") << 4 << 0.5 << q("step 1 (end) failed: the T-Bar is at 50 %, ") + bottom;
+        QTest::newRow("a command that isn't known") << 3 << 0.5 << QString();
+    }
+    void eachCommandNeedsTheBarInItsPlace()
+    {
+        QFETCH(int, command);
+        QFETCH(double, position);
+        QFETCH(QString, message);
+        for (const TBarType type : {TBarType::Fader, TBarType::Slider}) {
+            events.clear();
+            fit(type, TBarState::DefaultTolerance);
+            device->setTBarPosition(position);
+            calibrate(command);
+            timeline.advance(1000);
+            const QString result = message.isEmpty() ? q("300 device result 1 ") : q("0 device result 0 ") + message;
+            QCOMPARE(events, QStringList(result));
+            QCOMPARE(device->state().tbar.failure, message);
+            QCOMPARE(device->state().tbar.step, QString());
+        }
+    }
+
+    void theBarIsReadWhenTheCommandComes()
+    {
+        calibrate(0);
+        device->setTBarPosition(0.5);
+        timeline.advance(1000);
+        QCOMPARE(events.last(), q("300 device result 1 "));
+    }
+
+    void theToleranceIsTheDevices()
+    {
+        fit(TBarType::Slider, 0.2);
+        device->setTBarPosition(0.8);
+        calibrate(1);
+        device->setTBarPosition(0.79);
+        calibrate(1);
+        timeline.advance(1000);
+        QCOMPARE(events,
+                 (QStringList{q("0 device result 0 step 2 (top) failed: the T-Bar is at 79 %, it must be at the top "
+                                "(80 % to 100 %)"),
+                              q("300 device result 1 ")}));
+    }
+
+    void theNextStepsEndIsKnown()
+    {
+        device->setPanelMode(12);
+        QVERIFY(!device->state().tbar.target);
+        const QList<QPair<int, std::optional<TBarEnd>>> steps = {
+            {2, TBarEnd::Top}, {1, TBarEnd::Bottom}, {0, TBarEnd::Top}, {1, TBarEnd::Bottom},
+            {0, TBarEnd::Top}, {1, TBarEnd::Bottom}, {4, std::nullopt}};
+        for (const auto &[command, next] : steps) {
+            calibrate(command);
+            timeline.advance(1000);
+            QVERIFY(device->state().tbar.target == next);
+        }
+    }
+
+    void whatHasFailedStaysUntilTheNextCalibration()
+    {
+        device->setPanelMode(12);
+        calibrate(1);
+        timeline.advance(1000);
+        const QString failure = device->state().tbar.failure;
+        QVERIFY(failure.startsWith(q("step 1 (top) failed")));
+        calibrate(0);
+        timeline.advance(1000);
+        QCOMPARE(device->state().tbar.failure, failure);
+        device->setPanelMode(12);
+        QCOMPARE(device->state().tbar.failure, failure);
+        calibrate(2);
+        QCOMPARE(device->state().tbar.failure, QString());
+    }
+
+    void leavingThePhaseEndsItsHints()
+    {
+        device->setPanelMode(12);
+        calibrate(1);
+        timeline.advance(1000);
+        QVERIFY(device->state().tbar.target);
+        device->setPanelMode(9);
+        QVERIFY(!device->state().tbar.target);
+        QCOMPARE(device->state().tbar.failure, QString());
+        calibrate(1);
+        device->setPanelMode(13);
+        timeline.advance(1000);
+        QCOMPARE(events.last(),
+                 q("1000 device result 0 step 2 (top) failed: the T-Bar is at 0 %, it must be at the top "
+                   "(95 % to 100 %)"));
+        QCOMPARE(device->state().tbar.failure, QString());
+    }
+
+    void aCalibrationThatHangsTellsNothing()
+    {
+        on("calibration-hangs");
+        calibrate(1);
+        timeline.advance(1000);
+        QCOMPARE(events, QStringList());
     }
 
     void calibrationHangs()
@@ -239,6 +359,15 @@ private:
     {
         const bool isDevice = timeline.currentThread() == ThreadKind::Device;
         events << QString::number(timeline.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
+    }
+    // Another device, that tells of results alone.
+    void fit(TBarType type, double tolerance)
+    {
+        SimulatedDevice::Shape shape = smallDevice();
+        shape.tbarType = type;
+        shape.tbarTolerance = tolerance;
+        timeline.restart();
+        device = std::make_unique<SimulatedDevice>(shape, timeline, *faults);
     }
     void calibrate(int command)
     {

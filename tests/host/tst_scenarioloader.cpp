@@ -137,6 +137,7 @@ void ScenarioLoaderTest::deviceDescription()
     const auto scenario = loadText("title: A device\n"
                                    "device:\n"
                                    "  tbar: fader\n"
+                                   "  tbar-tolerance: 0.1\n"
                                    "  lcd: 1280x800\n"
                                    "  language: zh_CN\n"
                                    "  net-ports: 2\n"
@@ -152,6 +153,7 @@ void ScenarioLoaderTest::deviceDescription()
     QCOMPARE(scenario->title, QStringLiteral("A device"));
     const auto &device = scenario->device;
     QCOMPARE(device.tbarType, TBarType::Fader);
+    QCOMPARE(device.tbarTolerance, 0.1);
     QCOMPARE(device.lcdSize, QSize(1280, 800));
     QCOMPARE(device.language, QStringLiteral("zh_CN"));
     QCOMPARE(device.netPorts, 2);

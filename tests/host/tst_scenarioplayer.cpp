@@ -231,14 +231,18 @@ void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
 {
     const auto path = m_directory.filePath(QStringLiteral("recorded.yaml"));
     QString error;
-    auto session = Session::open(options(), &error);
+    auto recorded = options();
+    recorded.tbarTolerance = 0.1;
+    auto session = Session::open(recorded, &error);
     QVERIFY2(session, qPrintable(error));
     const auto journal = record(path, *session);
     session.reset();
     QVERIFY2(journal.startsWith("{\"seq\":1,"), journal.constData());
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll().contains("- tbar: 0.1\n"));
+    const auto text = file.readAll();
+    QVERIFY(text.contains("- tbar: 0.1\n"));
+    QVERIFY(text.contains("  tbar-tolerance: 0.1\n"));
 
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));

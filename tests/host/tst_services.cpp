@@ -164,11 +164,27 @@ private Q_SLOTS:
             hear(q("report %1 %2").arg(report.command).arg(report.value));
         });
         services->tbarCalibration.setBarCalibration(
-            {0, 1, 0}, [this](bool ok, const std::string &) { hear(q("result %1").arg(ok)); });
+            {0, 0, 0}, [this](bool ok, const std::string &) { hear(q("result %1").arg(ok)); });
         timeline.advance(1000);
         QCOMPARE(heard,
-                 (QStringList{q("75 device report 1 25"), q("150 device report 1 50"), q("225 device report 1 75"),
-                              q("300 device report 1 100"), q("300 device result 1")}));
+                 (QStringList{q("75 device report 0 25"), q("150 device report 0 50"), q("225 device report 0 75"),
+                              q("300 device report 0 100"), q("300 device result 1")}));
+    }
+
+    void aBarInTheWrongPlaceFailsTheStep()
+    {
+        const char *sentence = "step 1 (top) failed: the T-Bar is at 40 %, it must be at the top (95 % to 100 %)";
+        device->setTBarPosition(0.4);
+        services->tbarCalibration.registerBarCalibrationCallback(
+            "me", [this](const s_BarCalibration &) { hear(q("report")); });
+        services->tbarCalibration.setBarCalibration({0, 1, 0}, [this](bool ok, const std::string &message) {
+            hear(q("result %1 %2").arg(ok).arg(QString::fromStdString(message)));
+        });
+        timeline.advance(1000);
+        QCOMPARE(heard, QStringList(q("0 device result 0 ") + q(sentence)));
+        QCOMPARE(
+            lines().last(),
+            q("0 device lcdTBarCalibration.result {\"command\":1,\"message\":\"%1\",\"ok\":false}").arg(q(sentence)));
     }
 
     void theOtherServicesTellTheDevice()

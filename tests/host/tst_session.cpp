@@ -156,12 +156,12 @@ private Q_SLOTS:
     void endsInTheMiddleOfACalibration()
     {
         QVERIFY(openTestPage("machine"));
-        for (int step = 0; step < 60 && session->device().state().calibrationStep.isEmpty(); ++step) {
+        for (int step = 0; step < 60 && session->device().state().tbar.step.isEmpty(); ++step) {
             session->timeline().advance(30'000);
             pressBlinkingKeys();
             perform(action(Action::Kind::Soft, "side", q("right")));
         }
-        QCOMPARE(session->device().state().calibrationStep, q("begin"));
+        QCOMPARE(session->device().state().tbar.step, q("begin"));
         session.reset();
         Timeline::instance().advance(10'000);
     }

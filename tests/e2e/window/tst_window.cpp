@@ -196,6 +196,8 @@ void TestWindow::completeMachinePassesByHand()
     finishPhases();
     QCOMPARE(m_panel->caption("left"), text("Test again"));
     QVERIFY(m_panel->journalBytes().contains("Test passed"));
+    QCOMPARE(m_panel->count(text("event"), text("lcdTBarCalibration.result")), 7);
+    QVERIFY(!m_panel->journalBytes().contains("\"ok\":false"));
     m_desk.type(text("Escape"));
     waitFor("page", text("menu"));
 }

@@ -234,7 +234,7 @@ void TestFrontPanel::stateReachesEveryPart()
     };
     device.keys[2].led.brightness = 100;
     device.screenBrightness[1] = 10;
-    device.tbarPosition = 1;
+    device.tbar.position = 1;
     device.netPorts[3].isPlugged = true;
     device.usbPorts[0].isBlocked = true;
     for (const char *part : {"key-3", "screen1", "tbar", "net4", "usb1"})

@@ -1,4 +1,5 @@
 #include "panel/knobcluster.h"
+#include "panel/look.h"
 #include "panel/navbutton.h"
 #include "panel/screenview.h"
 #include "panel/socketwidget.h"
@@ -8,6 +9,8 @@
 #include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QtTest>
+
+Q_DECLARE_METATYPE(panelhost::TBarEnd)
 
 using namespace panelhost;
 
@@ -21,6 +24,9 @@ private Q_SLOTS:
     void tbarTellsEachPositionOnce();
     void tbarKindsLookDifferent();
     void tbarShowsCalibration();
+    void tbarShowsWhereToMove_data();
+    void tbarShowsWhereToMove();
+    void tbarShowsWhatFailed();
     void socketPlugsAndUnplugs_data();
     void socketPlugsAndUnplugs();
     void usbSwitchBlocksAndUnblocks();
@@ -43,6 +49,14 @@ public:
 
 }
 
+static TBarState barAt(double position, TBarType type = TBarType::Slider)
+{
+    TBarState bar;
+    bar.type = type;
+    bar.position = position;
+    return bar;
+}
+
 static void dragTo(TBarWidget &tbar, int y)
 {
     QMouseEvent move(QEvent::MouseMove, QPointF(tbar.width() / 2, y), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
@@ -62,7 +76,7 @@ void TestPanelControls::tbarFollowsADrag()
     ActionLog log(static_cast<TBarWidget &>(tbar));
     dragTo(tbar, tbar.yOf(0.5));
     QCOMPARE(log.lines, QStringList(QStringLiteral("tbar position=0.5")));
-    tbar.setState(TBarType::Slider, 0.5, {});
+    tbar.setState(barAt(0.5));
     dragTo(tbar, tbar.yOf(1));
     QCOMPARE(log.lines.last(), QStringLiteral("tbar position=1"));
 }
@@ -70,7 +84,7 @@ void TestPanelControls::tbarFollowsADrag()
 void TestPanelControls::tbarStaysInItsTrack()
 {
     SizedTBar tbar;
-    tbar.setState(TBarType::Slider, 0.5, {});
+    tbar.setState(barAt(0.5));
     ActionLog log(static_cast<TBarWidget &>(tbar));
     dragTo(tbar, -500);
     dragTo(tbar, 5000);
@@ -80,7 +94,7 @@ void TestPanelControls::tbarStaysInItsTrack()
 void TestPanelControls::tbarTellsEachPositionOnce()
 {
     SizedTBar tbar;
-    tbar.setState(TBarType::Slider, 0.25, {});
+    tbar.setState(barAt(0.25));
     ActionLog log(static_cast<TBarWidget &>(tbar));
     dragTo(tbar, tbar.yOf(0.25));
     QCOMPARE(log.lines, QStringList());
@@ -91,23 +105,96 @@ void TestPanelControls::tbarTellsEachPositionOnce()
 void TestPanelControls::tbarKindsLookDifferent()
 {
     SizedTBar tbar;
-    tbar.setState(TBarType::Slider, 0.5, {});
+    tbar.setState(barAt(0.5));
     const QImage slider = tbar.grab().toImage();
-    tbar.setState(TBarType::Fader, 0.5, {});
+    tbar.setState(barAt(0.5, TBarType::Fader));
     QVERIFY(tbar.grab().toImage() != slider);
+}
+
+// The lines below the T-Bar, counted from the top: position, hint, failure.
+static QImage footLine(const QImage &bar, int line)
+{
+    return bar.copy(0, bar.height() - 56 + 16 * line, bar.width(), 16);
+}
+
+static bool holds(const QImage &image, QRgb color)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if ((image.pixel(x, y) | 0xff000000) == color)
+                return true;
+    return false;
 }
 
 void TestPanelControls::tbarShowsCalibration()
 {
     SizedTBar tbar;
-    tbar.setState(TBarType::Slider, 0, {});
+    TBarState bar = barAt(0);
+    tbar.setState(bar);
     const QImage idle = tbar.grab().toImage();
-    tbar.setState(TBarType::Slider, 0, QStringLiteral("middle"));
+    bar.step = QStringLiteral("middle");
+    tbar.setState(bar);
     const QImage busy = tbar.grab().toImage();
-    const QRect foot(0, idle.height() - 24, idle.width(), 24);
-    QVERIFY(busy.copy(foot) != idle.copy(foot));
-    const QRect above(0, 0, idle.width(), idle.height() - 24);
+    QVERIFY(footLine(busy, 1) != footLine(idle, 1));
+    const QRect above(0, 0, idle.width(), idle.height() - 40);
     QCOMPARE(busy.copy(above), idle.copy(above));
+}
+
+void TestPanelControls::tbarShowsWhereToMove_data()
+{
+    QTest::addColumn<TBarEnd>("end");
+    QTest::addColumn<double>("away");
+    QTest::addColumn<double>("there");
+    QTest::newRow("top") << TBarEnd::Top << 0.94 << 0.95;
+    QTest::newRow("bottom") << TBarEnd::Bottom << 0.06 << 0.05;
+}
+
+// The end that is asked for is amber until the bar is there, then green; the other end is as ever.
+void TestPanelControls::tbarShowsWhereToMove()
+{
+    QFETCH(TBarEnd, end);
+    QFETCH(double, away);
+    QFETCH(double, there);
+    SizedTBar tbar;
+    TBarState bar = barAt(0.5);
+    tbar.setState(bar);
+    const QImage idle = tbar.grab().toImage();
+    QVERIFY(!holds(idle, look::Amber) && !holds(idle, look::Green));
+    bar.target = end;
+    tbar.setState(bar);
+    const QImage asked = tbar.grab().toImage();
+    const int middle = tbar.yOf(0.5);
+    const QRect upper(0, 0, asked.width(), middle);
+    const QRect lower(0, middle, asked.width(), asked.height() - 56 - middle);
+    QCOMPARE(holds(asked.copy(upper), look::Amber), end == TBarEnd::Top);
+    QCOMPARE(holds(asked.copy(lower), look::Amber), end == TBarEnd::Bottom);
+    QVERIFY(footLine(asked, 1) != footLine(idle, 1));
+
+    bar.position = away;
+    tbar.setState(bar);
+    QVERIFY(!holds(tbar.grab().toImage(), look::Green));
+    bar.position = there;
+    tbar.setState(bar);
+    const QImage inPlace = tbar.grab().toImage();
+    QVERIFY(holds(inPlace, look::Green) && !holds(inPlace, look::Amber));
+}
+
+void TestPanelControls::tbarShowsWhatFailed()
+{
+    SizedTBar tbar;
+    TBarState bar = barAt(0.5);
+    tbar.setState(bar);
+    const QImage before = tbar.grab().toImage();
+    bar.failure = QStringLiteral("step 2 (top) failed: the T-Bar is at 50 %");
+    tbar.setState(bar);
+    const QImage failed = tbar.grab().toImage();
+    QVERIFY(footLine(failed, 2) != footLine(before, 2));
+    QCOMPARE(footLine(failed, 1), footLine(before, 1));
+    QCOMPARE(tbar.toolTip(), QStringLiteral("T-Bar: step 2 (top) failed: the T-Bar is at 50 %"));
+    bar.failure.clear();
+    tbar.setState(bar);
+    QCOMPARE(tbar.grab().toImage(), before);
+    QCOMPARE(tbar.toolTip(), QStringLiteral("T-Bar"));
 }
 
 void TestPanelControls::socketPlugsAndUnplugs_data()

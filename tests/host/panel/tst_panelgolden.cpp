@@ -77,9 +77,10 @@ DeviceState busyDevice()
     device.screenBrightness[1] = 50;
     device.screenBrightness[2] = 10;
     device.pattern = {3, 2, 255};
-    device.tbarType = TBarType::Fader;
-    device.tbarPosition = 0.6;
-    device.calibrationStep = QStringLiteral("middle");
+    device.tbar.type = TBarType::Fader;
+    device.tbar.position = 0.6;
+    device.tbar.target = TBarEnd::Top;
+    device.tbar.failure = QStringLiteral("step 3 (bottom) failed: the T-Bar is at 60 %");
     device.netPorts[0].isPlugged = true;
     device.usbPorts[1].isPlugged = true;
     device.usbPorts[2].isBlocked = true;

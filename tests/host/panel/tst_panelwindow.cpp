@@ -36,6 +36,7 @@ private Q_SLOTS:
     void languageIsChosen();
     void faultIsSwitchedOnAndOff();
     void faultAsksForItsKey();
+    void failedCalibrationIsShown();
     void speedMovesTime();
     void pausedWindowStillActs();
     void recordingLightShowsTheFile();
@@ -169,6 +170,23 @@ void TestPanelWindow::faultAsksForItsKey()
     dialog->accept();
     QTRY_VERIFY(m_session->faults().isOn(name, QStringLiteral("key"), 27));
     QVERIFY(!m_session->faults().isOn(name, QStringLiteral("key"), 26));
+}
+
+void TestPanelWindow::failedCalibrationIsShown()
+{
+    const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
+    m_session->device().calibrate(1, {});
+    m_session->timeline().settle();
+    m_window->refresh();
+    QCOMPARE(message->text(),
+             QStringLiteral("T-Bar calibration: step 1 (top) failed: the T-Bar is at 0 %, it must be "
+                            "at the top (95 % to 100 %)"));
+    QVERIFY(m_window->findChild<QWidget *>(QStringLiteral("tbar"))
+                ->toolTip()
+                .contains(QStringLiteral("step 1 (top) failed")));
+    m_session->device().calibrate(2, {});
+    m_window->refresh();
+    QCOMPARE(message->text(), QString());
 }
 
 void TestPanelWindow::speedMovesTime()
