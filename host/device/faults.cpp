@@ -6,9 +6,9 @@ namespace panelhost {
 
 namespace {
 
-FaultInfo fault(const char *name, const char *description, const QStringList &arguments = {})
+FaultInfo fault(const char *name, const char *description, const char *where, const QStringList &arguments = {})
 {
-    return {QString::fromLatin1(name), QString::fromUtf8(description), arguments};
+    return {QString::fromLatin1(name), QString::fromUtf8(description), QString::fromUtf8(where), arguments};
 }
 
 bool refuse(QString *error, const QString &sentence)
@@ -36,22 +36,29 @@ bool isSame(const QVariant &left, const QVariant &right)
 
 const QList<FaultInfo> &Faults::all()
 {
-    static const QString key = QStringLiteral("key");
+    static const QStringList key = {QStringLiteral("key")};
+    static const QStringList step = {QStringLiteral("step")};
+    static const QStringList service = {QStringLiteral("service")};
+    constexpr const char *keys = "keys of the panel";
+    constexpr const char *calibration = "T-Bar calibration";
+    constexpr const char *links = "reports and changes of the net and USB ports";
     static const QList<FaultInfo> faults = {
-        fault("key-dead", "A key gives no event", {key}),
-        fault("key-repeats", "A key gives three events for each press", {key}),
-        fault("key-releases", "Keys give an event when they go up, too"),
-        fault("led-stuck", "The LED of a key keeps what it shows", {key}),
-        fault("calibration-fails", "The T-Bar calibration fails at a step, 1 to 7", {QStringLiteral("step")}),
-        fault("calibration-hangs", "The T-Bar calibration never answers"),
-        fault("service-absent", "A service can't be found", {QStringLiteral("service")}),
-        fault("wrong-payload", "Link reports hold a value of another type"),
-        fault("null-payload", "Link reports hold a null pointer"),
-        fault("empty-payload", "Link reports hold no value at all"),
-        fault("empty-report", "Link reports hold no record"),
-        fault("garbage-ports", "Link reports hold ports with negative and huge numbers as well"),
-        fault("duplicate-reports", "Each link report comes twice"),
-        fault("event-while-replacing", "A key event arrives while the key listener is being replaced"),
+        fault("key-dead", "A key gives no event", keys, key),
+        fault("key-repeats", "A key gives three events for each press", keys, key),
+        fault("key-releases", "Keys give an event when they go up, too", keys),
+        fault("led-stuck", "The LED of a key keeps what it shows", "LEDs of the keys", key),
+        fault("calibration-fails", "The T-Bar calibration fails at a step, 1 to 7", calibration, step),
+        fault("calibration-hangs", "The T-Bar calibration never answers", calibration),
+        fault("service-absent", "A service can't be found", "services that the component asks for from then on",
+              service),
+        fault("wrong-payload", "Link reports hold a value of another type", links),
+        fault("null-payload", "Link reports hold a null pointer", links),
+        fault("empty-payload", "Link reports hold no value at all", links),
+        fault("empty-report", "Link reports hold no record", links),
+        fault("garbage-ports", "Link reports hold ports with negative and huge numbers as well", links),
+        fault("duplicate-reports", "Each link report comes twice", links),
+        fault("event-while-replacing", "A key event arrives while the key listener is being replaced",
+              "registration of a key listener"),
     };
     return faults;
 }
@@ -63,6 +70,21 @@ const FaultInfo *Faults::find(const QString &name)
     return found == all().end() ? nullptr : &*found;
 }
 
+QStringList Faults::allowedValues(const QString &argument)
+{
+    static const QMap<QString, QStringList> values = {
+        {QStringLiteral("step"),
+         {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"),
+          QStringLiteral("6"), QStringLiteral("7")}},
+        {QStringLiteral("service"),
+         {QStringLiteral("lcdKeyboardEvent"), QStringLiteral("lcdFactoryModeBiz"),
+          QStringLiteral("lcdFactoryModeWidget"), QStringLiteral("lcdMemoryCacheNetworkPort"),
+          QStringLiteral("lcdMemoryCacheNodeUSB"), QStringLiteral("lcdMemoryCacheScreenDetail"),
+          QStringLiteral("lcdTBarCalibration"), QStringLiteral("lcdConfig")}},
+    };
+    return values.value(argument);
+}
+
 bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, QString *error)
 {
     const FaultInfo *info = find(name);
@@ -71,8 +93,14 @@ bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, Q
                       QStringLiteral("There is no fault \"%1\"; there are %2.")
                           .arg(name, faultNames().join(QStringLiteral(", "))));
     for (const QString &argument : info->arguments) {
-        if (on && arguments.value(argument).toString().isEmpty())
+        const QString value = arguments.value(argument).toString();
+        if (on && value.isEmpty())
             return refuse(error, QStringLiteral("The fault \"%1\" needs \"%2\".").arg(name, argument));
+        const QStringList allowed = allowedValues(argument);
+        if (!value.isEmpty() && !allowed.isEmpty() && !allowed.contains(value))
+            return refuse(error,
+                          QStringLiteral("The fault \"%1\" has no \"%2\" %3; there are %4.")
+                              .arg(name, argument, value, allowed.join(QStringLiteral(", "))));
     }
     return true;
 }

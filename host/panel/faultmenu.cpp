@@ -26,19 +26,32 @@ static QComboBox *portBox(const QList<PortState> &ports)
     return box;
 }
 
-static QVariant valueOf(const QWidget *field)
+static QVariant numberOrText(const QString &text)
 {
-    if (const auto *box = qobject_cast<const QComboBox *>(field))
-        return box->currentData();
-    const QString text = qobject_cast<const QLineEdit *>(field)->text();
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     return isNumber ? QVariant(number) : QVariant(text);
 }
 
+static QComboBox *valueBox(const QStringList &values)
+{
+    auto *box = new QComboBox;
+    for (const QString &value : values)
+        box->addItem(value, numberOrText(value));
+    return box;
+}
+
+static QVariant valueOf(const QWidget *field)
+{
+    if (const auto *box = qobject_cast<const QComboBox *>(field))
+        return box->currentData();
+    return numberOrText(qobject_cast<const QLineEdit *>(field)->text());
+}
+
 FaultMenu::FaultMenu(const Faults &faults, const Device &device, QWidget *parent)
     : QMenu(QStringLiteral("Fa&ults"), parent), m_faults(faults), m_device(device)
 {
+    setToolTipsVisible(true);
     for (const FaultInfo &fault : Faults::all())
         addFault(fault);
     connect(this, &QMenu::aboutToShow, this, &FaultMenu::updateTicks);
@@ -50,6 +63,7 @@ void FaultMenu::addFault(const FaultInfo &fault)
     QAction *action = addAction(fault.description + dots);
     action->setObjectName(QStringLiteral("fault-") + fault.name);
     action->setData(fault.name);
+    action->setToolTip(QStringLiteral("%1: %2").arg(fault.name, fault.where));
     action->setCheckable(true);
     connect(action, &QAction::triggered, this, [this, fault](bool on) { choose(fault, on); });
 }
@@ -76,6 +90,8 @@ QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
         field = keyBox(device.keys);
     else if (argument == QLatin1String("port"))
         field = portBox(device.netPorts + device.usbPorts);
+    else if (const QStringList values = Faults::allowedValues(argument); !values.isEmpty())
+        field = valueBox(values);
     else
         field = new QLineEdit;
     field->setObjectName(argument);

@@ -6,16 +6,6 @@ namespace panelhost {
 
 namespace {
 
-constexpr int CalibrationSteps = 7;
-
-QStringList serviceNames()
-{
-    return {QStringLiteral("lcdKeyboardEvent"),      QStringLiteral("lcdFactoryModeBiz"),
-            QStringLiteral("lcdFactoryModeWidget"),  QStringLiteral("lcdMemoryCacheNetworkPort"),
-            QStringLiteral("lcdMemoryCacheNodeUSB"), QStringLiteral("lcdMemoryCacheScreenDetail"),
-            QStringLiteral("lcdTBarCalibration"),    QStringLiteral("lcdConfig")};
-}
-
 QStringList faultNames()
 {
     QStringList names;
@@ -84,9 +74,9 @@ void StepReader::faultArgument(const FaultInfo &fault, const YamlReader::Entry &
     else if (name == QLatin1String("port"))
         value = m_reader.word(entry.second, m_vocabulary.ports());
     else if (name == QLatin1String("service"))
-        value = m_reader.word(entry.second, serviceNames());
+        value = m_reader.word(entry.second, Faults::allowedValues(name));
     else if (name == QLatin1String("step"))
-        value = m_reader.integer(entry.second, 1, CalibrationSteps);
+        value = m_reader.integer(entry.second, 1, Faults::allowedValues(name).size());
     else if (fault.arguments.contains(name))
         value = m_reader.text(entry.second, QStringLiteral("a value for %1").arg(name));
     arguments.insert(name, value.value_or(arguments.value(name)));

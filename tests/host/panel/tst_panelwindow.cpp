@@ -36,6 +36,7 @@ private Q_SLOTS:
     void languageIsChosen();
     void faultIsSwitchedOnAndOff();
     void faultAsksForItsKey();
+    void faultOffersItsValues();
     void failedCalibrationIsShown();
     void speedMovesTime();
     void pausedWindowStillActs();
@@ -170,6 +171,20 @@ void TestPanelWindow::faultAsksForItsKey()
     dialog->accept();
     QTRY_VERIFY(m_session->faults().isOn(name, QStringLiteral("key"), 27));
     QVERIFY(!m_session->faults().isOn(name, QStringLiteral("key"), 26));
+}
+
+void TestPanelWindow::faultOffersItsValues()
+{
+    menuAction(QStringLiteral("Fa&ults"), QStringLiteral("calibration-fails"))->trigger();
+    auto *dialog = m_window->findChild<QDialog *>(QStringLiteral("fault-dialog"));
+    QVERIFY(dialog);
+    auto *steps = dialog->findChild<QComboBox *>(QStringLiteral("step"));
+    QVERIFY(steps);
+    QCOMPARE(steps->count(), 7);
+    steps->setCurrentIndex(2);
+    dialog->accept();
+    QTRY_VERIFY(m_session->faults().isOn(QStringLiteral("calibration-fails"), QStringLiteral("step"), 3));
+    QCOMPARE(m_session->journal().entries().last().data.value(QStringLiteral("step")), QJsonValue(3));
 }
 
 void TestPanelWindow::failedCalibrationIsShown()
