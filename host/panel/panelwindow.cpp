@@ -54,7 +54,7 @@ void PanelWindow::perform(const Action &action)
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
-        m_speed->setMessage(failure.isEmpty() ? QString() : QStringLiteral("T-Bar calibration: ") + failure);
+        m_speed->setMessage(failure);
     m_failure = failure;
 }
 
@@ -65,6 +65,20 @@ void PanelWindow::refresh()
     showFailure(device.tbar.failure);
     m_speed->setNow(m_session.timeline().now());
     m_journal->poll();
+}
+
+// A menu bar asks for the width of its corner only when it is given one.
+void PanelWindow::placeSpeedBar()
+{
+    const QRect lastMenu = menuBar()->actionGeometry(menuBar()->actions().constLast());
+    m_speed->fit(menuBar()->width() - lastMenu.right() - 2 * look::Grid);
+    menuBar()->setCornerWidget(m_speed);
+}
+
+void PanelWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    placeSpeedBar();
 }
 
 void PanelWindow::paintEvent(QPaintEvent *)
@@ -96,6 +110,7 @@ void PanelWindow::addMenus()
     addLanguageMenu();
     addViewMenu();
     menuBar()->setCornerWidget(m_speed);
+    connect(m_speed, &SpeedBar::widthChanged, this, &PanelWindow::placeSpeedBar);
 }
 
 void PanelWindow::addDeviceMenu()

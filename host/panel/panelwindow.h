@@ -31,10 +31,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void perform(const Action &action);
     void showFailure(const QString &failure);
+    void placeSpeedBar();
     void addMenus();
     void addDeviceMenu();
     void addLanguageMenu();

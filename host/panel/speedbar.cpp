@@ -78,12 +78,24 @@ void SpeedBar::setNow(Instant now)
 void SpeedBar::setMessage(const QString &text)
 {
     m_message->setText(text);
+    m_message->setToolTip(text);
+    Q_EMIT widthChanged();
+}
+
+void SpeedBar::fit(int width)
+{
+    constexpr int LeastRoom = 32 * look::Grid;
+    const QString text = m_message->toolTip();
+    m_message->setText(text);
+    const int room = width - (sizeHint().width() - m_message->sizeHint().width());
+    m_message->setText(m_message->fontMetrics().elidedText(text, Qt::ElideRight, qMax(room, LeastRoom)));
 }
 
 void SpeedBar::setRecording(const QString &fileName)
 {
     m_recording->setText(QStringLiteral("● REC %1").arg(fileName));
     m_recording->setVisible(!fileName.isEmpty());
+    Q_EMIT widthChanged();
 }
 
 }

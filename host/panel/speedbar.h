@@ -23,12 +23,16 @@ public:
     void setNow(Instant now);
     /// Shows @p text, such as why an action was refused; an empty one clears it.
     void setMessage(const QString &text);
+    /// Cuts the message off where the bar would be wider than @p width. Its tool tip stays whole.
+    void fit(int width);
     void setRecording(const QString &fileName);
     void choose(double factor);
 
 Q_SIGNALS:
     /// @p factor as Timeline::run() takes it, or Paused.
     void chosen(double factor);
+    /// Emitted when a text has come or gone, so that the bar needs another width.
+    void widthChanged();
 
 private:
     void addSpeed(QHBoxLayout *row, const QString &name, const QString &text, double factor);

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void keysGoThroughTheOperator();
     void touchGoesThroughTheOperator();
     void refusalIsShownAndGoesAway();
+    void messageHasRoom();
     void languageIsChosen();
     void faultIsSwitchedOnAndOff();
     void faultAsksForItsKey();
@@ -137,6 +138,25 @@ void TestPanelWindow::refusalIsShownAndGoesAway()
     QCOMPARE(message->text(), QString());
 }
 
+// Nothing in the corner of the menu bar is cut off by it, and it stays off the menus.
+void TestPanelWindow::messageHasRoom()
+{
+    m_window->resize(1280, 800);
+    m_window->show();
+    m_window->setRecording(QStringLiteral("session.yaml"));
+    m_session->device().calibrate(1, {});
+    m_session->timeline().settle();
+    m_window->refresh();
+    const auto *bar = m_window->findChild<QWidget *>(QStringLiteral("speed-bar"));
+    QVERIFY(bar->width() >= bar->sizeHint().width());
+    for (const char *part : {"message", "recording", "clock", "speed-max"}) {
+        const auto *widget = bar->findChild<QWidget *>(QString::fromLatin1(part));
+        QVERIFY2(widget->width() >= widget->sizeHint().width(), part);
+    }
+    const QRect lastMenu = m_window->menuBar()->actionGeometry(m_window->menuBar()->actions().last());
+    QVERIFY(bar->x() >= lastMenu.right());
+}
+
 void TestPanelWindow::languageIsChosen()
 {
     QVERIFY(m_session->languages().size() >= 2);
@@ -193,9 +213,9 @@ void TestPanelWindow::failedCalibrationIsShown()
     m_session->device().calibrate(1, {});
     m_session->timeline().settle();
     m_window->refresh();
-    QCOMPARE(message->text(),
-             QStringLiteral("T-Bar calibration: step 1 (top) failed: the T-Bar is at 0 %, it must be "
-                            "at the top (95 % to 100 %)"));
+    QCOMPARE(message->toolTip(),
+             QStringLiteral("step 1 (top) failed: the T-Bar is at 0 %, it must be at the top (95 % to 100 %)"));
+    QVERIFY(message->text().startsWith(QStringLiteral("step 1 (top) failed: the T-Bar is at 0 %, it must be")));
     QVERIFY(m_window->findChild<QWidget *>(QStringLiteral("tbar"))
                 ->toolTip()
                 .contains(QStringLiteral("step 1 (top) failed")));
