@@ -31,7 +31,8 @@ public:
     auto guarded(Call call) const
     {
         return [calls = m_calls, call = std::make_shared<Call>(std::move(call))](auto &&...args) {
-            const std::shared_ptr<Call> running = call;
+            // A copy: what is captured may be dropped meanwhile.
+            const std::shared_ptr<Call> running = call; // NOLINT(performance-unnecessary-copy-initialization)
             const Entry entry(calls);
             if (entry.admitted)
                 (*running)(std::forward<decltype(args)>(args)...);

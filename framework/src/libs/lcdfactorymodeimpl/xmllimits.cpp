@@ -10,7 +10,7 @@ namespace LCD::FactoryModeImpl {
 namespace {
 
 // What the parser takes at most, measured. In bytes:
-constexpr qint64 MemoryLimit = 52 * 1024 * 1024;
+constexpr qint64 MemoryLimit = qint64(52) * 1024 * 1024;
 constexpr qint64 CharCost = 5;
 constexpr qint64 NodeCost = 240;
 constexpr qint64 AttributeCost = 440;
@@ -20,7 +20,7 @@ constexpr qint64 DeclarationCost = 640;
 
 // In steps of about 30 ns. It compares each attribute with the others of its element, each prefix in scope with the
 // others at each element, and each entity with the others at each declaration.
-constexpr qint64 WorkLimit = 8 * 1000 * 1000;
+constexpr qint64 WorkLimit = qint64(8) * 1000 * 1000;
 constexpr qint64 EntityWork = 4;
 
 using Entities = QHash<QString, QString>;
@@ -393,7 +393,7 @@ QString XmlSurvey::characterOrReference()
     if (!name.startsWith(QLatin1Char('#')) || !take(';'))
         return QLatin1Char('&') + name;
     const bool isHex = name.startsWith(QLatin1String("#x"));
-    const uint code = isHex ? name.mid(2).toUInt(nullptr, 16) : name.mid(1).toUInt(nullptr, 10);
+    const uint code = isHex ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt(nullptr, 10);
     return QString(QChar(code));
 }
 
