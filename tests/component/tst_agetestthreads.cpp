@@ -46,6 +46,11 @@ private:
     std::thread m_thread;
 };
 
+QStringList stepLines(const QStringList &made)
+{
+    return made.filter(QRegularExpression(QStringLiteral("^white ")));
+}
+
 }
 
 /// Link results from the threads of the host's services.
@@ -159,6 +164,30 @@ private Q_SLOTS:
                  lines(QStringLiteral("[FCScreenBadPixel]"), QStringLiteral(" [FCAgeNetNoPass]")));
         VirtualTime::advance(3000);
         QCOMPARE(bench.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
+    }
+
+    void aResultOnItsWayDoesNotEndAStepOfTheNextRun()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        elsewhere([&] { bench.netChanged({{0, false}}); });
+        bench.biz->start();
+        bench.take();
+        VirtualTime::advance(2000);
+        QCOMPARE(stepLines(bench.take()), QStringList{QStringLiteral("white [FCAging][FCScreenLight] 30%")});
+    }
+
+    void aResultOnItsWayDoesNotReviveTheTestThatIsBeingStopped()
+    {
+        AgeBench bench;
+        bench.biz->start();
+        bench.runToNetStep();
+        elsewhere([&] { bench.netChanged({{0, false}}); });
+        bench.biz->stop();
+        bench.take();
+        VirtualTime::advance(100000);
+        QCOMPARE(bench.take(), QStringList());
     }
 
     void startWhileResultsPourIn()

@@ -7,6 +7,8 @@
 #include "tbartestbiz.h"
 #include "usbporttestbiz.h"
 
+#include <atomic>
+#include <thread>
 #include <type_traits>
 
 using namespace LCD::FactoryModeImpl;
@@ -133,6 +135,43 @@ QStringList callsOfEnter()
     return session.take();
 }
 
+/// A host that may be asked on several threads at once, which the recording one may not. It has no service.
+class BareHost final : public mirel::IHost
+{
+public:
+    BareHost() { mirel::api::get().setHost(static_cast<mirel::IHost *>(this)); }
+    ~BareHost() { mirel::api::get().setHost(nullptr); }
+    void *getComponent(const char *) override { return nullptr; }
+};
+
+/// Steps through an object on one thread while another does the same, asks it and registers.
+template <class Biz>
+void stepOnTwoThreads()
+{
+    const BareHost host;
+    Biz biz;
+    std::atomic<int> heard{0};
+    const auto work = [&biz, &heard](const std::string &name) {
+        repeat(50, [&] {
+            biz.registerStateCallback(name, [&heard](int) { ++heard; });
+            biz.setCurRequester(name);
+            biz.enter();
+            biz.startTest();
+            stepAll(biz);
+            biz.reTest();
+            QVERIFY(!biz.getCurRequester().empty());
+        });
+    };
+    std::thread other([&work] { work("a requester with a long name"); });
+    work("another one with a long name");
+    other.join();
+    biz.enter();
+    biz.startTest();
+    biz.setPass();
+    QCOMPARE(biz.state(), 103);
+    QVERIFY(heard > 0);
+}
+
 template <class Biz>
 constexpr bool isOnePointer = sizeof(Biz) == sizeof(void *)
     && !std::is_polymorphic_v<Biz> && !std::is_copy_constructible_v<Biz> && !std::is_copy_assignable_v<Biz>;
@@ -169,6 +208,16 @@ private Q_SLOTS:
         QVERIFY(hearsUnderTheEmptyName<TbarTestBiz>());
         QVERIFY(!hearsUnderTheEmptyName<NetPortTestBiz>());
         QVERIFY(!hearsUnderTheEmptyName<UsbPortTestBiz>());
+    }
+
+    void twoThreadsAtOnceReachOnlyWholeMembers()
+    {
+        const LogCapture quiet;
+        stepOnTwoThreads<ScreenBadPixelBiz>();
+        stepOnTwoThreads<ScreenBrightnessBiz>();
+        stepOnTwoThreads<ButtonLightBiz>();
+        stepOnTwoThreads<NetPortTestBiz>();
+        stepOnTwoThreads<UsbPortTestBiz>();
     }
 
     void testTypes()

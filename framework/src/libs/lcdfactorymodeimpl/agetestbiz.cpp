@@ -9,6 +9,10 @@
 #include <string>
 #include <utility>
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QThread>
+
 namespace LCD::FactoryModeImpl {
 
 namespace {
@@ -78,7 +82,7 @@ void AgeTestBiz::Impl::registerLinkCallbacks()
 void AgeTestBiz::Impl::startTestAge()
 {
     currentStepIndex = 0;
-    forgetFailures();
+    forgetResults();
     stopTimers();
     listenAs(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
              usbPortTestBiz);
@@ -92,7 +96,7 @@ void AgeTestBiz::Impl::stopTestAge()
 {
     updateUIText(false);
     currentStepIndex = 0;
-    forgetFailures();
+    forgetResults();
     if (badPixelTimer->isActive()) {
         badPixelTimer->stop();
         screenBadPixelBiz.reTest();
@@ -222,6 +226,10 @@ void AgeTestBiz::Impl::onUsbPortStateChanged(const std::vector<bool> &ports)
 void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports)
 {
     const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
+    // On another thread the signal is only queued, and the lock keeps it together with the result.
+    std::unique_lock locker(m_resultMutex, std::defer_lock);
+    if (QThread::currentThread() != thread())
+        locker.lock();
     std::set<int> before = noteResult(step, passed);
     callOrUndo([this] { Q_EMIT signalNextStep(); }, [&] { putBack(step, std::move(before)); });
 }
@@ -266,6 +274,14 @@ void AgeTestBiz::Impl::stopScreenLightTimer()
 void AgeTestBiz::Impl::stopBtnLightTimer()
 {
     btnLightTimer->stop();
+}
+
+// Also those that are on their way from another thread: a result of one run must not end a step of the next.
+void AgeTestBiz::Impl::forgetResults()
+{
+    const std::lock_guard locker(m_resultMutex);
+    forgetFailures();
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
 void AgeTestBiz::Impl::forgetFailures()

@@ -8,9 +8,12 @@
 namespace LCD::FactoryModeImpl {
 
 /// The aging test: five single tests in an endless loop, until stop(). It gives no verdict and counts no rounds; what
-/// it has to say are text lines. Lives on one thread with an event loop, on which all operations are called. Both
-/// callbacks run there too, inside the step that they tell of: neither they nor an operation of a host service that a
-/// step calls may destroy the test.
+/// it has to say are text lines. Neither a callback nor an operation of a host service that a step calls may destroy
+/// the test.
+///
+/// Threads: lives on the thread that made it, which has an event loop, and all operations are called there; callbacks
+/// may be registered on any thread. Link results arrive on the threads of the port services, and their step is queued
+/// to the test's own thread. Both callbacks are called there, inside the step that they tell of.
 class AgeTestBiz
 {
 public:
@@ -28,10 +31,10 @@ public:
     /// empty function ends the calls.
     void registerOnButtonLightFinishedCallback(const std::function<void()> &callback);
 
-    /// Runs from the first step, also when a run is under way.
+    /// Runs from the first step, also when a run is under way. Link results that are still queued are dropped.
     void start();
-    /// Ends the run and resets the visual tests. The last lines stay. The port tests stay subscribed: a link that
-    /// changes afterwards sets the loop going again.
+    /// Ends the run and resets the visual tests. Link results that are still queued are dropped. The last lines stay.
+    /// The port tests stay subscribed: a link that changes afterwards sets the loop going again.
     void stop();
     /// Forgets the port failures seen so far and writes the lines anew. The running step goes on.
     void recount();

@@ -29,8 +29,10 @@ enum AgeTestStep : int {
     UsbPortStep = 4,
 };
 
-// Lives on the thread that made it. Link results alone come on other threads: they note the failure, and the signal
-// carries the sequence back.
+// Link results come on other threads: they note the failure, and the signal carries the sequence back.
+//
+// Threads: `failedSteps` and the listeners may be used on any thread, everything else on the thread that made the
+// object.
 class AgeTestBiz::Impl : public QObject
 {
     Q_OBJECT
@@ -94,6 +96,7 @@ private:
     void stopScreenLightTimer();
     void stopBtnLightTimer();
 
+    void forgetResults();
     void forgetFailures();
     void writeText(const QString &text, const QColor &color) const;
     QString getTextByStep() const;
@@ -117,6 +120,8 @@ public:
     QTimer *btnLightTimer = nullptr;
 
 private:
+    /// Keeps a result and the step that it queues together. Taken before m_failedStepsMutex.
+    std::mutex m_resultMutex;
     /// Around each access to `failedSteps`, and never held across a call.
     mutable std::mutex m_failedStepsMutex;
     Lifeline m_lifeline;

@@ -4,8 +4,10 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The page of the aging test. The factory menu makes it on first use and owns it; it owns its AgeTestBiz. GUI thread.
+/// The page of the aging test. The factory menu makes it on first use and owns it; it owns its AgeTestBiz.
 /// Neither leaving nor destroying the page stops a run by the steps of a stop: only the right button does.
+///
+/// Threads: belongs to the GUI thread.
 class AgeTestWidget : public QWidget
 {
     Q_OBJECT

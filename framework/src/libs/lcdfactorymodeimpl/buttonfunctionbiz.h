@@ -5,9 +5,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The keys of the key check list, one at a time: the key blinks, waits to be pressed, turns steady. Operations belong
-/// on the owner's thread. Key events arrive on the thread of the keyboard service, and the listeners that they cause
-/// are called there.
+/// The keys of the key check list, one at a time: the key blinks, waits to be pressed, turns steady.
+///
+/// Threads: enter(), startTest(), skipCurrentStep() and the verdicts belong on the owner's thread; key events arrive on
+/// the thread of the keyboard service, also at the same time. state(), failCount() and the listeners may be used on any
+/// thread. Listeners are called on the thread of the operation or of the key event.
 class ButtonFunctionBiz
 {
 public:
@@ -26,13 +28,13 @@ public:
     /// Verdict, 103 or 102; stops listening to the keys.
     void setPass();
     void setNotPass();
-    /// State code; 0 throughout the walk. May be read on any thread.
+    /// State code; 0 throughout the walk.
     int state() const;
-    /// Number of keys skipped since enter() or startTest(). May be read on any thread.
+    /// Number of keys skipped since enter() or startTest().
     int failCount() const;
 
     /// Puts @p callback (state code, fail count) under @p requester in the place of an earlier one; an empty function
-    /// changes nothing. Every listener is called. Register before a run: the table has no lock.
+    /// changes nothing. Every listener is called.
     void registerStateCallback(const std::string &requester, const std::function<void(int, int)> &callback);
     /// Sets the one listener (key code, name in UTF-8) for the key now under test; an empty function removes it.
     void registerCurrentKeyUnderTestCallback(const std::string &requester,

@@ -6,8 +6,10 @@
 namespace LCD::FactoryModeImpl {
 
 /// The LEDs of all keys through five brightness levels, twice over, and dark at the end. The state code is the level
-/// in percent. The owner calls all operations on one thread; listeners are called on that thread. Without a keyboard
-/// service the walk goes on and no LED changes.
+/// in percent. Without a keyboard service the walk goes on and no LED changes.
+///
+/// Threads: operations may be called on any thread, but not two of them at once, or the walk loses its order; state(),
+/// the requester and the listeners may be used on any thread at any time. Listeners are called on the caller's thread.
 class ButtonLightBiz
 {
 public:
@@ -28,14 +30,14 @@ public:
     void setNotPass();
     /// Back to idle. The LEDs stay at their level.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
 
     /// Only the listeners registered under this name hear anything; at first the empty one. Announces nothing.
     void setCurRequester(const std::string &requester);
     std::string getCurRequester() const;
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing. Register before a run: the table has no lock.
+    /// nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
 
 private:

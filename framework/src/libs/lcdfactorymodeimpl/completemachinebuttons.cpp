@@ -3,6 +3,8 @@
 #include "statecodes.h"
 #include "translation.h"
 
+#include <utility>
+
 // What the two soft buttons mean in each phase of the complete machine test.
 
 namespace LCD::FactoryModeImpl {
@@ -23,15 +25,16 @@ CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 // A test that takes the failure reports it, and so the run fails twice over: once inside that report, once here.
 void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
 {
-    const auto phase = static_cast<Phase>(phaseIndex.load());
+    RunAction action(run);
+    const auto phase = static_cast<Phase>(action.state().phaseIndex);
     if (!isInRun(phase))
         return;
-    setPhaseTimer(false);
-    failSubTest(phase);
-    sendFailure(failScreen());
+    stopTimerForFailure(action);
+    failSubTest(action, phase);
+    sendFailure(action, failScreen());
 }
 
-void CompleteMachineTestBiz::Impl::failSubTest(Phase phase)
+void CompleteMachineTestBiz::Impl::failSubTest(RunAction &action, Phase phase)
 {
     switch (phase) {
     case PhaseScreenBrightness:
@@ -41,7 +44,7 @@ void CompleteMachineTestBiz::Impl::failSubTest(Phase phase)
     case PhaseButtonLight:
         return buttonLightBiz.setNotPass();
     case PhaseButtonFunction:
-        return failButtonFunction();
+        return failButtonFunction(action);
     case PhaseTBar:
         return tbarTestBiz.setNotPass();
     case PhaseNetPort:
@@ -53,30 +56,38 @@ void CompleteMachineTestBiz::Impl::failSubTest(Phase phase)
     }
 }
 
-void CompleteMachineTestBiz::Impl::failButtonFunction()
+void CompleteMachineTestBiz::Impl::failButtonFunction(RunAction &action)
 {
-    if (takeFlag(btnFuncAwaitingJudge))
-        return;
-    setFlag(btnFuncRetestArmed, false);
-    buttonFunctionBiz.setNotPass();
+    bool wasAwaitingJudge = false;
+    action.changeSameRun([&wasAwaitingJudge](RunState &state) {
+        wasAwaitingJudge = std::exchange(state.btnFuncAwaitingJudge, false);
+        if (!wasAwaitingJudge)
+            state.btnFuncRetestArmed = false;
+    });
+    if (!wasAwaitingJudge)
+        buttonFunctionBiz.setNotPass();
 }
 
+// A press that finds the phase being started on another thread is too early: the test isn't ready.
 void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 {
-    const auto phase = static_cast<Phase>(phaseIndex.load());
+    RunAction action(run);
+    if (action.state().startingElsewhere)
+        return;
+    const auto phase = static_cast<Phase>(action.state().phaseIndex);
     switch (phase) {
     case PhaseScreenBrightness:
-        return judgeLevels(screenBrightnessBiz);
+        return judgeLevels(action, screenBrightnessBiz);
     case PhaseScreenBadPixel:
         return judgeScreenBadPixel();
     case PhaseButtonLight:
-        return judgeLevels(buttonLightBiz);
+        return judgeLevels(action, buttonLightBiz);
     case PhaseButtonFunction:
-        return judgeButtonFunction();
+        return judgeButtonFunction(action);
     case PhaseTBar:
-        return judgeTBar();
+        return judgeTBar(action);
     case PhaseNetPort:
-        return judgeNetPort();
+        return judgeNetPort(action);
     case PhaseUsbPort:
         return usbPortTestBiz.setPass();
     case PhaseTypecCommunication:
@@ -84,7 +95,7 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
     case PhaseTypecPower:
     case PhaseNet1Poe:
         logPhase(phase);
-        return advancePhase();
+        return advancePhase(action);
     default:
         return;
     }
@@ -92,10 +103,10 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 
 // Passed without a word to the test, which stays where it is.
 template <class Biz>
-void CompleteMachineTestBiz::Impl::judgeLevels(Biz &biz)
+void CompleteMachineTestBiz::Impl::judgeLevels(RunAction &action, Biz &biz)
 {
     if (biz.state() == StateAllStepsDone)
-        advancePhase();
+        advancePhase(action);
 }
 
 void CompleteMachineTestBiz::Impl::judgeScreenBadPixel()
@@ -106,39 +117,42 @@ void CompleteMachineTestBiz::Impl::judgeScreenBadPixel()
         screenBadPixelBiz.nextStep();
 }
 
-void CompleteMachineTestBiz::Impl::judgeButtonFunction()
+void CompleteMachineTestBiz::Impl::judgeButtonFunction(RunAction &action)
 {
-    if (takeFlag(btnFuncAwaitingJudge)) {
+    if (action.state().btnFuncAwaitingJudge) {
+        if (!action.change([](RunState &state) { state.btnFuncAwaitingJudge = false; }))
+            return;
         logPhase(PhaseButtonFunction);
-        advancePhase();
-    } else if (buttonFunctionBiz.state() == StateNotPass && takeFlag(btnFuncRetestArmed)) {
+        advancePhase(action);
+    } else if (buttonFunctionBiz.state() == StateNotPass && action.state().btnFuncRetestArmed
+               && action.change([](RunState &state) { state.btnFuncRetestArmed = false; })) {
         buttonFunctionBiz.enter();
         buttonFunctionBiz.startTest();
-        notifyPhase(buttonFunctionScreen());
+        show(action, buttonFunctionScreen());
     }
 }
 
-void CompleteMachineTestBiz::Impl::judgeTBar()
+void CompleteMachineTestBiz::Impl::judgeTBar(RunAction &action)
 {
     if (tbarTestBiz.state() == StatePass)
-        advancePhase();
+        advancePhase(action);
     else
         tbarTestBiz.requestNextStep();
 }
 
-void CompleteMachineTestBiz::Impl::judgeNetPort()
+void CompleteMachineTestBiz::Impl::judgeNetPort(RunAction &action)
 {
     switch (netPortTestBiz.state()) {
     case StateIdle:
         netPortTestBiz.startTest();
-        return notifyPhase(netPortScreen("FCPass"));
+        return show(action, netPortScreen("FCPass"));
     case StateRunning:
         return netPortTestBiz.setPass();
     case StateNotPass:
         netPortTestBiz.reTest();
-        return notifyPhase(netPortScreen("FCAgeModeStartTest"));
+        return show(action, netPortScreen("FCAgeModeStartTest"));
     case StatePass:
-        return advancePhase();
+        return advancePhase(action);
     default:
         return;
     }

@@ -29,7 +29,7 @@ CompleteMachinePhaseInfo linkResultScreen(Phase phase, const char *stepTitleKey,
 // Runs on the thread of the network service. The first two ports count; a report of one port never passes.
 void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &links, bool)
 {
-    if (phaseIndex != PhaseNetPort || links.empty())
+    if (run.state().phaseIndex != PhaseNetPort || links.empty())
         return;
     const bool passed = links.size() >= 2 && links[0] && links[1];
     notifyPhase(linkResultScreen(PhaseNetPort, "FCTestComplete", passed ? "NetPass" : "NetNoPass"));
@@ -38,7 +38,7 @@ void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &link
 // Runs on the thread of the USB service. All ports count, and the instruction stays on the screen.
 void CompleteMachineTestBiz::Impl::onUsbLinkStatus(const std::vector<bool> &links) const
 {
-    if (phaseIndex != PhaseUsbPort || links.empty())
+    if (run.state().phaseIndex != PhaseUsbPort || links.empty())
         return;
     const bool passed = std::all_of(links.begin(), links.end(), [](bool linked) { return linked; });
     CompleteMachinePhaseInfo info = linkResultScreen(PhaseUsbPort, "TestStep", passed ? "UsbPass" : "UsbNoPass");
@@ -64,7 +64,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
 // The press that starts the phase marks no line; each later one marks the line that was asked for before it.
 void CompleteMachineTestBiz::Impl::onTBarStep(bool lastSteps)
 {
-    if (phaseIndex != PhaseTBar)
+    if (run.state().phaseIndex != PhaseTBar)
         return;
     CompleteMachinePhaseInfo info;
     fillPhase4TBarInfo(info, translated(QLatin1String(lastSteps ? "FCTestComplete" : "FCNextStep")));

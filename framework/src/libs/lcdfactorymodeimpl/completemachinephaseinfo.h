@@ -11,6 +11,8 @@ namespace LCD::FactoryModeImpl {
 
 /// One screen of the complete machine test, as a value. An empty text or icon leaves what the page shows; an empty
 /// title leaves everything but the no-pass button.
+///
+/// Threads: a value; each thread uses a copy of its own.
 struct CompleteMachinePhaseInfo
 {
     /// Stands in `panelMode` for: don't tell the keyboard service.

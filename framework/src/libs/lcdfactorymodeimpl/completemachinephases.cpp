@@ -6,6 +6,9 @@
 #include "undo.h"
 
 #include <array>
+#include <utility>
+
+#include <QtCore/QEvent>
 
 // How the complete machine test goes from phase to phase.
 
@@ -18,126 +21,175 @@ constexpr unsigned NoPassKey = 27;
 }
 
 template <class Biz>
-void CompleteMachineTestBiz::Impl::startLevels(Biz &biz, Phase phase)
+void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phase phase)
 {
     biz.enter();
     biz.startTest();
     const CompleteMachinePhaseInfo info = phaseScreen(phase, levelSuffix(biz.state()));
-    setPhaseTimer(true);
-    notifyPhase(info);
+    auto event = timerEvent();
+    if (!action.change([](RunState &state) { state.timerWanted = true; }))
+        return;
+    applyTimer(std::move(event));
+    showStarted(action, info);
 }
 
 template <class Biz>
-void CompleteMachineTestBiz::Impl::showNextLevel(Biz &biz, Phase phase)
+void CompleteMachineTestBiz::Impl::showNextLevel(const RunAction &action, Biz &biz, Phase phase)
 {
     biz.nextStep();
     const QString suffix = levelSuffix(biz.state());
     // None on the last tick: the judge screen is up by then.
     if (!suffix.isEmpty())
-        notifyPhase(phaseScreen(phase, suffix));
+        show(action, phaseScreen(phase, suffix));
 }
 
-void CompleteMachineTestBiz::Impl::startCurrentPhase()
+void CompleteMachineTestBiz::Impl::startCurrentPhase(RunAction &action)
 {
-    const auto phase = static_cast<Phase>(phaseIndex.load());
+    const auto phase = static_cast<Phase>(action.state().phaseIndex);
     switch (phase) {
     case PhaseScreenBrightness:
-        return startLevels(screenBrightnessBiz, phase);
+        return startLevels(action, screenBrightnessBiz, phase);
     case PhaseScreenBadPixel:
-        return startScreenBadPixel();
+        return startScreenBadPixel(action);
     case PhaseButtonLight:
-        return startLevels(buttonLightBiz, phase);
+        return startLevels(action, buttonLightBiz, phase);
     case PhaseButtonFunction:
-        return startButtonFunction();
+        return startButtonFunction(action);
     case PhaseTBar:
-        return startTBar();
+        return startTBar(action);
     case PhaseNetPort:
-        return startNetPort();
+        return startNetPort(action);
     case PhaseUsbPort:
-        return startUsbPort();
+        return startUsbPort(action);
     case PhaseTypecCommunication:
     case PhaseTypecPower:
     case PhaseNet1Poe:
-        return notifyPhase(phaseScreen(phase));
+        return showStarted(action, phaseScreen(phase));
     case PhaseDcAdapter: // taken out of the run
-        return advancePhase();
+        return advancePhase(action);
     case PhaseNone:
     case PhaseFinished:
         return;
     }
 }
 
-void CompleteMachineTestBiz::Impl::startScreenBadPixel()
+void CompleteMachineTestBiz::Impl::startScreenBadPixel(RunAction &action)
 {
     screenBadPixelBiz.enter();
     screenBadPixelBiz.startTest();
-    notifyPhase(phaseScreen(PhaseScreenBadPixel));
+    showStarted(action, phaseScreen(PhaseScreenBadPixel));
 }
 
 // The one phase whose screen comes before its test: the first key reports itself while the test starts.
-void CompleteMachineTestBiz::Impl::startButtonFunction()
+void CompleteMachineTestBiz::Impl::startButtonFunction(RunAction &action)
 {
-    setFlag(btnFuncRetestArmed, false);
-    notifyPhase(buttonFunctionScreen());
+    if (!action.change([](RunState &state) { state.btnFuncRetestArmed = false; }))
+        return;
+    showStarted(action, buttonFunctionScreen());
     buttonFunctionBiz.enter();
     buttonFunctionBiz.startTest();
 }
 
-void CompleteMachineTestBiz::Impl::startTBar()
+void CompleteMachineTestBiz::Impl::startTBar(RunAction &action)
 {
     tbarTestBiz.enter();
     tbarTestBiz.startTest();
     CompleteMachinePhaseInfo info;
     fillPhase4TBarInfo(info, translated(QLatin1String("FCAgeModeStartTest")));
-    notifyPhase(info);
+    showStarted(action, info);
 }
 
 // The test itself waits for the right button.
-void CompleteMachineTestBiz::Impl::startNetPort()
+void CompleteMachineTestBiz::Impl::startNetPort(RunAction &action)
 {
     netPortTestBiz.enter();
-    notifyPhase(firstPortScreen(PhaseNetPort));
+    showStarted(action, firstPortScreen(PhaseNetPort));
 }
 
-void CompleteMachineTestBiz::Impl::startUsbPort()
+void CompleteMachineTestBiz::Impl::startUsbPort(RunAction &action)
 {
     usbPortTestBiz.enter();
     usbPortTestBiz.startTest();
-    notifyPhase(firstPortScreen(PhaseUsbPort));
+    showStarted(action, firstPortScreen(PhaseUsbPort));
 }
 
-void CompleteMachineTestBiz::Impl::advancePhase()
+// The first screen of a phase. From now on the operator may press.
+void CompleteMachineTestBiz::Impl::showStarted(RunAction &action, const CompleteMachinePhaseInfo &info)
 {
-    const int next = phaseIndex + 1;
+    if (action.change([](RunState &state) { state.startingElsewhere = false; }))
+        notifyPhase(info);
+}
+
+// An action leaves only the phase in which it began: when another thread has left it first, nothing more happens.
+void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
+{
+    const RunState before = action.state();
+    const int next = before.phaseIndex + 1;
     if (next <= PhaseNet1Poe) {
-        phaseIndex = next;
-        startCurrentPhase();
+        const bool advanced = action.change([next, &action](RunState &state) {
+            state.phaseIndex = next;
+            state.startingElsewhere = !action.isOnOwnersThread();
+        });
+        if (advanced)
+            callOrUndo([&] { startCurrentPhase(action); }, [&] { takeBack(action, before); });
         return;
     }
-    phaseIndex = PhaseFinished;
-    testResult = ResultPassed;
-    notifyPhase(passScreen());
+    const bool finished = action.change([](RunState &state) {
+        state.phaseIndex = PhaseFinished;
+        state.testResult = ResultPassed;
+    });
+    if (finished)
+        notifyPhase(passScreen());
 }
 
-void CompleteMachineTestBiz::Impl::failRun()
+// A report on another thread is dropped when there is no memory for the phase that it leads to.
+void CompleteMachineTestBiz::Impl::takeBack(RunAction &action, const RunState &before)
+{
+    if (!action.isOnOwnersThread())
+        action.change([&before](RunState &state) { state = before; });
+}
+
+// A failure concerns the run, whichever phase it has come to, but no later run.
+void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
 {
     // The screen first, so that nothing has changed when there is no memory for it.
     const CompleteMachinePhaseInfo screen = failScreen();
-    setPhaseTimer(false);
-    sendFailure(screen);
+    if (stopTimerForFailure(action))
+        sendFailure(action, screen);
 }
 
-void CompleteMachineTestBiz::Impl::sendFailure(const CompleteMachinePhaseInfo &screen)
+bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
 {
-    const int before = testResult.exchange(ResultFailed);
+    auto event = timerEvent();
+    const bool stopped = action.change([](RunState &state) { state.timerWanted = false; });
+    if (stopped)
+        applyTimer(std::move(event));
+    return stopped;
+}
+
+bool CompleteMachineTestBiz::Impl::stopTimerForFailure(RunAction &action)
+{
+    auto event = timerEvent();
+    const bool stopped = action.changeSameRun([](RunState &state) { state.timerWanted = false; });
+    if (stopped)
+        applyTimer(std::move(event));
+    return stopped;
+}
+
+void CompleteMachineTestBiz::Impl::sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen)
+{
+    int before = ResultNone;
+    if (!action.changeSameRun([&before](RunState &state) { before = std::exchange(state.testResult, ResultFailed); }))
+        return;
     const auto send = [&] {
         notifyLog(QStringLiteral("Test failed"));
-        notifyPhase(screen);
+        show(action, screen);
     };
-    callOrUndo(send, [&] { testResult = before; });
+    callOrUndo(send, [&] { action.changeSameRun([before](RunState &state) { state.testResult = before; }); });
 }
 
-// The report is taken by the row of the present phase, whichever test it comes from.
+// The report is taken by the row of the present phase, whichever test it comes from. One that a press has led to is too
+// late when another thread has changed the run since the press.
 void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 {
     enum class Then {
@@ -165,20 +217,23 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
         {PhaseUsbPort,          StatePass,         false, true,  Then::Advance},
     }};
     // clang-format on
-    const int phase = phaseIndex;
+    RunAction action(run);
+    if (!action.isCurrent())
+        return;
+    const int phase = action.state().phaseIndex;
     if (subState == StateNotPass)
-        return failRun();
+        return failRun(action);
     for (const Reaction &reaction : Reactions) {
         if (reaction.phase != phase || reaction.subState != subState)
             continue;
-        if (reaction.stopTimer)
-            setPhaseTimer(false);
+        if (reaction.stopTimer && !stopTimer(action))
+            return;
         if (reaction.log)
             logPhase(phase);
         if (reaction.then == Then::Judge)
-            notifyPhase(judgeScreen(reaction.phase));
+            show(action, judgeScreen(reaction.phase));
         else if (reaction.then == Then::Advance)
-            advancePhase();
+            advancePhase(action);
         return;
     }
 }
@@ -186,24 +241,30 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 // Runs on the thread of the keyboard service after a key event.
 void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
 {
-    if (phaseIndex != PhaseButtonFunction)
+    RunAction action(run);
+    if (action.state().phaseIndex != PhaseButtonFunction)
         return;
     if (state == StateAllStepsDone || state == StatePass) {
         const CompleteMachinePhaseInfo screen = judgeScreen(PhaseButtonFunction);
         darkenButtons();
-        setFlag(btnFuncRetestArmed, false);
-        setFlag(btnFuncAwaitingJudge, true);
-        callOrUndo([&] { notifyPhase(screen); }, [this] { setFlag(btnFuncAwaitingJudge, false); });
+        const auto awaitJudge = [](RunState &changed) {
+            changed.btnFuncRetestArmed = false;
+            changed.btnFuncAwaitingJudge = true;
+        };
+        if (!action.change(awaitJudge))
+            return;
+        callOrUndo([&] { notifyPhase(screen); },
+                   [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
     } else if (state == StateNotPass) {
         darkenButtons();
-        failRun();
+        failRun(action);
     }
 }
 
 // While the device waits for the key that is the no-pass button itself, a press must not fail the phase.
 void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned key)
 {
-    if (phaseIndex != PhaseButtonFunction)
+    if (run.state().phaseIndex != PhaseButtonFunction)
         return;
     CompleteMachinePhaseInfo info;
     info.noPassBtnClickable = key != NoPassKey;
@@ -213,13 +274,14 @@ void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned key)
 // A tick that was due when a report on another thread stopped the timer comes all the same.
 void CompleteMachineTestBiz::Impl::onTimer()
 {
-    if (!m_timerWanted)
+    RunAction action(run);
+    if (!action.state().timerWanted)
         return;
-    const int phase = phaseIndex;
+    const int phase = action.state().phaseIndex;
     if (phase == PhaseScreenBrightness)
-        showNextLevel(screenBrightnessBiz, PhaseScreenBrightness);
+        showNextLevel(action, screenBrightnessBiz, PhaseScreenBrightness);
     else if (phase == PhaseButtonLight)
-        showNextLevel(buttonLightBiz, PhaseButtonLight);
+        showNextLevel(action, buttonLightBiz, PhaseButtonLight);
 }
 
 void CompleteMachineTestBiz::Impl::darkenButtons()

@@ -4,9 +4,7 @@
 #include "services.h"
 #include "testdriver.h"
 
-#include <memory>
 #include <string>
-#include <utility>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
@@ -72,31 +70,28 @@ void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
 // The requester is set only after the first phase has started: what that phase reports on a fresh object goes unheard.
 void CompleteMachineTestBiz::Impl::start()
 {
-    phaseIndex = PhaseNone;
-    testResult = ResultNone;
-    setPhaseTimer(false);
-    phaseIndex = PhaseScreenBrightness;
-    startCurrentPhase();
+    RunAction action(run);
+    action.beginRun();
+    applyTimer({});
+    startCurrentPhase(action);
     listenAs(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
              usbPortTestBiz);
     hearReports(true, netPortTestBiz, usbPortTestBiz);
 }
 
-bool CompleteMachineTestBiz::Impl::isRunning() const
+// Made before the state changes, so that nothing has changed when there is no memory for it. None on the own thread.
+std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::timerEvent() const
 {
-    return isInRun(phaseIndex);
+    return QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);
 }
 
-// A report can start or stop the timer on the thread of a host service, where no QTimer may be touched. An event then
-// brings it into line with what was asked for last.
-void CompleteMachineTestBiz::Impl::setPhaseTimer(bool running)
+// A report can ask for the timer or stop it on the thread of a host service, where no QTimer may be touched. An event
+// then brings it into line with what was asked for last.
+void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
 {
-    // The event first, so that nothing has changed when there is no memory for it.
-    auto event = QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);
-    m_timerWanted = running;
     if (event)
         QCoreApplication::postEvent(this, event.release());
-    else if (running)
+    else if (run.state().timerWanted)
         phaseTimer->start(PhaseTimerInterval);
     else
         phaseTimer->stop();
@@ -104,20 +99,15 @@ void CompleteMachineTestBiz::Impl::setPhaseTimer(bool running)
 
 void CompleteMachineTestBiz::Impl::customEvent(QEvent *)
 {
-    if (m_timerWanted != phaseTimer->isActive())
-        setPhaseTimer(m_timerWanted);
+    if (run.state().timerWanted != phaseTimer->isActive())
+        applyTimer({});
 }
 
-bool CompleteMachineTestBiz::Impl::takeFlag(bool &flag)
+// A screen that is late must not cover what another thread has shown since.
+void CompleteMachineTestBiz::Impl::show(const RunAction &action, const CompleteMachinePhaseInfo &info) const
 {
-    const std::lock_guard locker(m_flagMutex);
-    return std::exchange(flag, false);
-}
-
-void CompleteMachineTestBiz::Impl::setFlag(bool &flag, bool value)
-{
-    const std::lock_guard locker(m_flagMutex);
-    flag = value;
+    if (action.isCurrent())
+        notifyPhase(info);
 }
 
 void CompleteMachineTestBiz::Impl::notifyPhase(const CompleteMachinePhaseInfo &info) const
@@ -156,17 +146,17 @@ void CompleteMachineTestBiz::start()
 
 int CompleteMachineTestBiz::currentPhaseIndex() const
 {
-    return d->phaseIndex;
+    return d->run.state().phaseIndex;
 }
 
 bool CompleteMachineTestBiz::isRunning() const
 {
-    return d->isRunning();
+    return isInRun(d->run.state().phaseIndex);
 }
 
 int CompleteMachineTestBiz::result() const
 {
-    return d->testResult;
+    return d->run.state().testResult;
 }
 
 void CompleteMachineTestBiz::onLeftBtnClicked()

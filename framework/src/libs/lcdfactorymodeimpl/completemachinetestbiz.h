@@ -10,10 +10,13 @@
 namespace LCD::FactoryModeImpl {
 
 /// The complete machine test: eleven phases, one after the other, up to the first failure or to the pass. It has no
-/// widget: a screen is a CompleteMachinePhaseInfo. Lives on one thread with an event loop, on which start() and the
-/// two button operations are called. Callbacks come on that thread or on the thread of the host service whose report
-/// led to them. Register them before the first start(). Neither a callback nor an operation of a host service that the
-/// run calls may destroy the test.
+/// widget: a screen is a CompleteMachinePhaseInfo. Neither a callback nor an operation of a host service that the run
+/// calls may destroy the test.
+///
+/// Threads: lives on the thread that made it, which has an event loop; start() and the two button operations are called
+/// there, all others on any thread. Reports arrive on the threads of the host services. A report leaves only the phase
+/// in which it arrived: when the operator has gone on meanwhile, it does nothing more. Callbacks are called on the
+/// test's own thread or on that of the report that led to them.
 class CompleteMachineTestBiz
 {
 public:
@@ -26,11 +29,11 @@ public:
 
     /// Begins a run at phase 0, also while another is under way.
     void start();
-    /// -1 before the first run, 0 to 10 during one, 11 after a pass. A failed run stays on its phase. Any thread.
+    /// -1 before the first run, 0 to 10 during one, 11 after a pass. A failed run stays on its phase.
     int currentPhaseIndex() const;
-    /// True on phase 0 to 10, also after a failure. Any thread.
+    /// True on phase 0 to 10, also after a failure.
     bool isRunning() const;
-    /// 0 none yet, 1 passed, 2 failed. Any thread.
+    /// 0 none yet, 1 passed, 2 failed.
     int result() const;
 
     /// The operator says that the phase failed.

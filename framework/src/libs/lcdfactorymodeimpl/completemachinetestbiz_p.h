@@ -5,6 +5,7 @@
 #include "completemachinetestbiz.h"
 #include "lifeline.h"
 #include "listeners.h"
+#include "machinerun.h"
 #include "netporttestbiz.h"
 #include "phasetable.h"
 #include "screenbadpixelbiz.h"
@@ -14,9 +15,7 @@
 
 #include "lcd/factorymode/ikeyboardevent.h"
 
-#include <atomic>
-#include <cstdint>
-#include <mutex>
+#include <memory>
 #include <vector>
 
 #include <QtCore/QObject>
@@ -24,14 +23,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-enum CompleteMachineResult : int {
-    ResultNone = 0,
-    ResultPassed = 1,
-    ResultFailed = 2,
-};
-
-// Lives on the thread that made it. Buttons and timer act there; reports of the single tests act on the thread that
-// they come on, which for links and keys is that of a host service.
+// Buttons and timer act on the thread that made the object; reports of the single tests act on the thread that they
+// come on, which for links and keys is that of a host service. Each of them is one RunAction.
+//
+// Threads: `run`, the single tests and the listeners may be used on any thread; the timer on the object's own thread
+// only. Everything else is set by the constructor and only read afterwards.
 class CompleteMachineTestBiz::Impl : public QObject
 {
     Q_OBJECT
@@ -40,7 +36,6 @@ public:
     explicit Impl(CompleteMachineTestBiz *owner);
 
     void start();
-    bool isRunning() const;
     void onLeftBtnClicked();
     void onRightBtnClicked();
 
@@ -55,18 +50,24 @@ private:
     void registerWalkCallbacks();
     void registerLinkCallbacks();
 
-    void startCurrentPhase();
+    void startCurrentPhase(RunAction &action);
     template <class Biz>
-    void startLevels(Biz &biz, Phase phase);
-    void startScreenBadPixel();
-    void startButtonFunction();
-    void startTBar();
-    void startNetPort();
-    void startUsbPort();
-    void advancePhase();
-    void failRun();
-    void sendFailure(const CompleteMachinePhaseInfo &screen);
-    void setPhaseTimer(bool running);
+    void startLevels(RunAction &action, Biz &biz, Phase phase);
+    void startScreenBadPixel(RunAction &action);
+    void startButtonFunction(RunAction &action);
+    void startTBar(RunAction &action);
+    void startNetPort(RunAction &action);
+    void startUsbPort(RunAction &action);
+    void showStarted(RunAction &action, const CompleteMachinePhaseInfo &info);
+    void show(const RunAction &action, const CompleteMachinePhaseInfo &info) const;
+    void advancePhase(RunAction &action);
+    void failRun(RunAction &action);
+    bool stopTimer(RunAction &action);
+    bool stopTimerForFailure(RunAction &action);
+    static void takeBack(RunAction &action, const RunState &before);
+    void sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen);
+    std::unique_ptr<QEvent> timerEvent() const;
+    void applyTimer(std::unique_ptr<QEvent> event);
 
     void onSubStateChanged(int subState);
     void onSubStateChangedBtnFunc(int state, int failCount);
@@ -75,20 +76,18 @@ private:
     void onNetLinkStatus(const std::vector<bool> &links, bool linkValid);
     void onUsbLinkStatus(const std::vector<bool> &links) const;
     template <class Biz>
-    void showNextLevel(Biz &biz, Phase phase);
+    void showNextLevel(const RunAction &action, Biz &biz, Phase phase);
     void fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const;
     void darkenButtons();
 
-    void failSubTest(Phase phase);
-    void failButtonFunction();
+    void failSubTest(RunAction &action, Phase phase);
+    void failButtonFunction(RunAction &action);
     template <class Biz>
-    void judgeLevels(Biz &biz);
+    void judgeLevels(RunAction &action, Biz &biz);
     void judgeScreenBadPixel();
-    void judgeButtonFunction();
-    void judgeTBar();
-    void judgeNetPort();
-    bool takeFlag(bool &flag);
-    void setFlag(bool &flag, bool value);
+    void judgeButtonFunction(RunAction &action);
+    void judgeTBar(RunAction &action);
+    void judgeNetPort(RunAction &action);
 
     void notifyPhase(const CompleteMachinePhaseInfo &info) const;
     void notifyLog(const QString &text) const;
@@ -97,8 +96,7 @@ private:
 
 public:
     CompleteMachineTestBiz *ownerBiz;
-    std::atomic<std::int32_t> phaseIndex{PhaseNone};
-    std::atomic<std::int32_t> testResult{ResultNone};
+    MachineRun run;
     QTimer *phaseTimer = nullptr;
     ScreenBrightnessBiz screenBrightnessBiz;
     ScreenBadPixelBiz screenBadPixelBiz;
@@ -110,15 +108,9 @@ public:
     Listeners<const CompleteMachinePhaseInfo &> phaseCallbacks;
     Listeners<const QString &> logCallbacks;
     Listeners<int> stepIconCallbacks;
-    bool btnFuncRetestArmed = false;
-    bool btnFuncAwaitingJudge = false;
     FactoryMode::IKeyboardEvent *keyboardService = nullptr;
 
 private:
-    /// Around each access to the two flags, and never held across a call.
-    std::mutex m_flagMutex;
-    /// Whether the timer shall run, as the last to ask for it said. A tick counts only while it shall.
-    std::atomic<bool> m_timerWanted{false};
     Lifeline m_lifeline;
 };
 

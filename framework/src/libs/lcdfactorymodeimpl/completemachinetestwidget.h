@@ -5,7 +5,10 @@
 namespace LCD::FactoryModeImpl {
 
 /// The page of the complete machine test. The factory menu makes it on first use and owns it; it owns its
-/// CompleteMachineTestBiz. GUI thread.
+/// CompleteMachineTestBiz.
+///
+/// Threads: belongs to the GUI thread. Screens of the test that come on another thread are queued to it; log lines and
+/// step marks are handed to the frame on the thread on which they come.
 class CompleteMachineTestWidget : public QWidget
 {
     Q_OBJECT

@@ -10,6 +10,8 @@ namespace LCD::FactoryModeImpl {
 /// Reads the keys of the button function test from XML, each a key code of the keyboard service and a name, in the
 /// order of the test. Holds no state. Every operation returns true when @p keys are valid to use; what is wrong with
 /// a file goes to the log, and only a file without a list of keys empties @p keys.
+///
+/// Threads: may be used on any thread.
 class FactoryKeyCheckListConfigParser
 {
 public:

@@ -28,6 +28,8 @@ struct FactoryMenuLevel1Item
 
 /// Reads the factory menu from XML. Holds no state. Every operation returns true when @p items are valid to use;
 /// what is wrong with a file goes to the log, and only a file without a MenuBar empties @p items.
+///
+/// Threads: may be used on any thread.
 class FactoryMenuConfigParser
 {
 public:

@@ -9,7 +9,10 @@
 namespace LCD::FactoryModeImpl {
 
 /// The factory menu: two lists of entries on one page, read from "factorymenu.xml", and the two test pages, made when
-/// they are first asked for. The host owns it; everything here belongs on the GUI thread.
+/// they are first asked for. The host owns it.
+///
+/// Threads: belongs to the GUI thread. Listeners for the test pattern may be registered and notified on any thread, and
+/// are called on that of the notification.
 class FactoryModeWidget : public FactoryMode::ILcdFactoryMode
 {
     Q_OBJECT

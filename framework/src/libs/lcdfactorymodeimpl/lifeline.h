@@ -16,6 +16,8 @@ namespace LCD::FactoryModeImpl {
 /// Keeps the callbacks that an object has given to services from touching it once it is gone. Services never forget a
 /// callback and call on any thread, so guarded() wraps each: from cut() on it does nothing. Callbacks never wait for
 /// one another; cut() alone waits, for those that run on other threads. Make it the last member of its owner.
+///
+/// Threads: cut() and the guarded functions may be called on any thread.
 class Lifeline
 {
 public:

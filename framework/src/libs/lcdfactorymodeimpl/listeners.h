@@ -14,8 +14,10 @@ namespace LCD::FactoryModeImpl {
 inline std::mutex listenersMutex;
 
 /// A registered function. Copies share it, so each call reaches the function itself with the state that the last call
-/// left in it. It lives on while it runs, even when it is replaced meanwhile. A function that is called on several
-/// threads must itself allow that.
+/// left in it. It lives on while it runs, even when it is replaced meanwhile.
+///
+/// Threads: a stored listener is read and replaced by the functions below only, which may be called on any thread. The
+/// function is called on the caller's thread, and must itself allow calls on several threads at once if they come.
 template <class... Args>
 class Listener
 {

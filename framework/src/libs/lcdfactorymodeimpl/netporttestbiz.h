@@ -6,9 +6,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The links of the net ports, from report to report. The owner calls the operations on its thread; reports arrive on
-/// the thread of the network service and their listeners are called there. A payload that cannot be read is logged
-/// and dropped.
+/// The links of the net ports, from report to report. A payload that cannot be read is logged and dropped.
+///
+/// Threads: enter(), startTest(), reTest() and the verdicts belong on the owner's thread, or on one thread at a time;
+/// reports arrive on the thread of the network service, also at the same time. All other operations may be called on
+/// any thread. Listeners are called on the thread of the operation or of the report.
 class NetPortTestBiz
 {
 public:
@@ -26,13 +28,13 @@ public:
     void setNotPass();
     /// Back to idle and forgets the links; failures stay counted.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
-    /// Failures since enter(). May be read on any thread.
+    /// Failures since enter().
     int failCount() const;
-    /// Highest port number of the last report plus 1. May be called on any thread.
+    /// Highest port number of the last report plus 1.
     int portCount() const;
-    /// Whether the last report showed every port linked. False when there is none. May be called on any thread.
+    /// Whether the last report showed every port linked. False when there is none.
     bool isAllLinked() const;
     /// Whether the report subscription is listened to; the changed subscription always is.
     void setRecvReport(bool receive);
@@ -42,7 +44,7 @@ public:
     void setCurRequester(const std::string &requester);
     std::string getCurRequester() const;
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty name or function
-    /// changes nothing. Register before a run: the table has no lock.
+    /// changes nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
     /// As registerStateCallback(); @p callback hears the links of each report, indexed by port number, and true.
     void registerLinkStatusCallback(const std::string &requester,

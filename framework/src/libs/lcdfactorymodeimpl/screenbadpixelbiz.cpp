@@ -48,9 +48,9 @@ public:
     FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
     void *screenDetail = screenDetailService();
     std::atomic<int> state = StateIdle;
-    int stepIndex = 0;
-    int patternActive = 0;
-    int patternCycle = 1;
+    std::atomic<int> stepIndex = 0;
+    std::atomic<int> patternActive = 0;
+    std::atomic<int> patternCycle = 1;
     Listeners<int> stateCallbacks;
     std::string curRequester;
 };
@@ -118,8 +118,7 @@ void ScreenBadPixelBiz::nextStep()
 {
     if (!d)
         return;
-    ++d->stepIndex;
-    if (d->stepIndex <= LastStep) {
+    if (++d->stepIndex <= LastStep) {
         d->setLcdTestPattern();
         return;
     }

@@ -5,8 +5,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Twelve test patterns on the screens, one after another. The owner calls all operations on one thread, on its own
-/// timer or at the press of a button; listeners are called on that thread. A service that is missing is skipped.
+/// Twelve test patterns on the screens, one after another. The owner calls the next one, on its own timer or at the
+/// press of a button. A service that is missing is skipped.
+///
+/// Threads: operations may be called on any thread, but not two of them at once, or the walk loses its order; state(),
+/// the requester and the listeners may be used on any thread at any time. Listeners are called on the caller's thread.
 class ScreenBadPixelBiz
 {
 public:
@@ -26,14 +29,14 @@ public:
     void setNotPass();
     /// Back to idle with cleared screens.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
 
     /// Only the listeners registered under this name hear anything; at first the empty one. Announces nothing.
     void setCurRequester(const std::string &requester);
     std::string getCurRequester() const;
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing. Register before a run: the table has no lock.
+    /// nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
 
 private:

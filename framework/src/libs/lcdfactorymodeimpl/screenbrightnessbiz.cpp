@@ -27,7 +27,7 @@ public:
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
     FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
     std::atomic<int> state = StateIdle;
-    int cycleCount = 0;
+    std::atomic<int> cycleCount = 0;
     Listeners<int> stateCallbacks;
     std::string curRequester;
 };

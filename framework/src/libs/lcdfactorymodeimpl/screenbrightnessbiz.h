@@ -5,9 +5,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The three screens through five brightness levels, twice over. The state code is the level in percent. The owner
-/// calls all operations on one thread; listeners are called on that thread. Without a keyboard service the walk goes on
-/// and no screen changes.
+/// The three screens through five brightness levels, twice over. The state code is the level in percent. Without a
+/// keyboard service the walk goes on and no screen changes.
+///
+/// Threads: operations may be called on any thread, but not two of them at once, or the walk loses its order; state(),
+/// the requester and the listeners may be used on any thread at any time. Listeners are called on the caller's thread.
 class ScreenBrightnessBiz
 {
 public:
@@ -27,7 +29,7 @@ public:
     void setNotPass();
     /// Back to idle. The screens stay at their level.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
     /// Sets all screens to 100 percent; the state stays as it is.
     void restoreBrightnessToNormal();
@@ -36,7 +38,7 @@ public:
     void setCurRequester(const std::string &requester);
     std::string getCurRequester() const;
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing. Register before a run: the table has no lock.
+    /// nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
 
 private:

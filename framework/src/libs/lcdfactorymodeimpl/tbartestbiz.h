@@ -5,9 +5,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The calibration of the T-Bar in seven steps, each sent at a press of the operator. Operations belong on the thread
-/// that made the object; listeners are called on the caller's thread. What the service reports is brought to that
-/// thread and not read; the result of the last command is logged on the thread of the service.
+/// The calibration of the T-Bar in seven steps, each sent at a press of the operator. What the service reports isn't
+/// read; the result of the last command is logged.
+///
+/// Threads: operations belong on the thread that made the object, to which the reports of the service are brought.
+/// Results of commands are logged on the thread of the service. state(), failCount(), currentStepIndex() and the
+/// listeners may be used on any thread. Listeners are called on the caller's thread.
 class TbarTestBiz
 {
 public:
@@ -28,7 +31,7 @@ public:
     void setNotPass();
     /// Back to idle.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
     /// Always 0: nothing counts here.
     int failCount() const;
@@ -36,7 +39,7 @@ public:
     int currentStepIndex() const;
 
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing. Every listener is called. Register before a run: the table has no lock.
+    /// nothing. Every listener is called.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
     /// As registerStateCallback(); @p callback hears whether the next press is the last one.
     void registerRightBtnTextCallback(const std::string &requester, const std::function<void(bool)> &callback);

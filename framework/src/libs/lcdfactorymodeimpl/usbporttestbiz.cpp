@@ -101,7 +101,7 @@ public:
     Listeners<const std::vector<bool> &> linkStatusCallbacks;
     Listeners<int> stateCallbacks;
     std::string curRequester;
-    bool recvReport = true;
+    std::atomic<bool> recvReport = true;
     Lifeline lifeline;
 };
 

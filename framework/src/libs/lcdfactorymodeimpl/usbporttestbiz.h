@@ -6,9 +6,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The links of the USB ports: all ports ever seen, and for each place whether it was ever linked. The owner calls the
-/// operations on its thread; reports arrive on the thread of the USB service and their listeners are called there. A
-/// payload that cannot be read is logged and dropped.
+/// The links of the USB ports: all ports ever seen, and for each place whether it was ever linked. A payload that
+/// cannot be read is logged and dropped.
+///
+/// Threads: enter(), startTest(), reTest() and the verdicts belong on the owner's thread, or on one thread at a time;
+/// reports arrive on the thread of the USB service, also at the same time. All other operations may be called on any
+/// thread. Listeners are called on the thread of the operation or of the report.
 class UsbPortTestBiz
 {
 public:
@@ -26,14 +29,13 @@ public:
     void setNotPass();
     /// Back to idle and forgets the links; failures stay counted.
     void reTest();
-    /// State code; may be read on any thread.
+    /// State code.
     int state() const;
-    /// Failures since enter(). May be read on any thread.
+    /// Failures since enter().
     int failCount() const;
-    /// Number of ports seen since the last reset. May be called on any thread.
+    /// Number of ports seen since the last reset.
     int portCount() const;
-    /// Whether every place was linked at some time since the last reset. False when no port is known. May be called on
-    /// any thread.
+    /// Whether every place was linked at some time since the last reset. False when no port is known.
     bool isAllLinked() const;
     /// Whether the report subscription is listened to; the changed subscription always is.
     void setRecvReport(bool receive);
@@ -43,7 +45,7 @@ public:
     void setCurRequester(const std::string &requester);
     std::string getCurRequester() const;
     /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty name or function
-    /// changes nothing. Register before a run: the table has no lock.
+    /// changes nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
     /// As registerStateCallback(); @p callback hears what the report itself showed, one entry for each known port in
     /// ascending order of identifier.
