@@ -83,7 +83,8 @@ private:
     Hold &m_hold;
 };
 
-/// Hands everything on to the recording keyboard. Holds up the brightness of the keys.
+/// Hands everything on to the recording keyboard. Holds up the brightness of the keys, and does something once after
+/// the next pattern.
 class HoldingKeyboard final : public LCD::FactoryMode::IKeyboardEvent
 {
 public:
@@ -110,8 +111,12 @@ public:
     void setLcdTestPattern(int patternType, int patternIndex) override
     {
         m_keyboard.setLcdTestPattern(patternType, patternIndex);
+        if (const auto deed = std::exchange(afterPattern, nullptr))
+            deed();
     }
     int getTBarType() override { return m_keyboard.getTBarType(); }
+
+    std::function<void()> afterPattern;
 
 private:
     RecordingKeyboard &m_keyboard;
@@ -295,6 +300,28 @@ private Q_SLOTS:
         insideTheNextLogLine(bench, [&] { elsewhere([&] { reportNet(bench); }); });
         bench.right();
         QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+    }
+
+    void aPressThatIsOvertakenBeforeItsTestReportsIsNotJudgedInTheNextPhase()
+    {
+        Hold hold;
+        hold.release();
+        MachineBench bench;
+        HoldingKeyboard keyboard(bench.host.keyboard, hold);
+        bench.host.offer("lcdKeyboardEvent", &keyboard);
+        bench.make();
+        leaveNetPassed(bench);
+        bench.startAndPassTo(1);
+        for (int pattern = 1; pattern < 12; ++pattern)
+            bench.right();
+        bench.take();
+        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(bench); }); };
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        QVERIFY(!bench.told().contains(QStringLiteral("log Button light done")));
+        VirtualTime::settle();
+        VirtualTime::advance(2000);
+        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
     }
 
     void aTickThatAFailureOvertakesShowsNothingMore()
