@@ -3,8 +3,10 @@
 #include "log.h"
 #include "xmllimits.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtXml/QXmlInputSource>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -34,6 +36,26 @@ Opened openAtOnce(QFile &file)
     return file.open(QIODevice::ReadOnly) ? Opened::Yes : Opened::No;
 }
 
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+
+/// Returns what the parser would read from @p data: it finds out the encoding and decodes piece by piece. Ends where
+/// the text is too long to be parsed.
+QString decoded(const QByteArray &data)
+{
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    QXmlInputSource source(&buffer);
+    QString text;
+    text.reserve(data.size());
+    for (source.fetchData(); !source.data().isEmpty() && text.size() <= XmlCharacterLimit; source.fetchData())
+        text += source.data();
+    return text;
+}
+
+QT_WARNING_POP
+
 }
 
 std::optional<QByteArray> XmlFile::read(const QString &path) const
@@ -55,15 +77,20 @@ std::optional<QByteArray> XmlFile::read(const QString &path) const
 
 QDomDocument XmlFile::document(const QByteArray &data, const QString &path) const
 {
-    if (const auto excess = findXmlExcess(data)) {
-        reportParseError(path, excess->reason, excess->line, excess->column);
+    if (data.size() > XmlSizeLimit) {
+        reportParseError(path, QStringLiteral("the document is larger than %1 bytes").arg(XmlSizeLimit), 1, 1);
+        return {};
+    }
+    const QString text = decoded(data);
+    if (const auto violation = checkXmlLimits(text)) {
+        reportParseError(path, violation->reason, violation->line, violation->column);
         return {};
     }
     QDomDocument document;
     QString error;
     int line = 0;
     int column = 0;
-    if (!document.setContent(data, true, &error, &line, &column)) {
+    if (!document.setContent(text, true, &error, &line, &column)) {
         reportParseError(path, error, line, column);
         return {};
     }

@@ -1,422 +1,356 @@
 #include "xmllimits.h"
 
-#include "xmlcharstream.h"
-
-#include <QtCore/QHash>
 #include <QtCore/QStringList>
+
+#include <algorithm>
+#include <map>
+#include <vector>
 
 namespace LCD::FactoryModeImpl {
 
 namespace {
 
-// What the parser takes at most, measured. In bytes:
-constexpr qint64 MemoryLimit = qint64(52) * 1024 * 1024;
-constexpr qint64 CharCost = 5;
-constexpr qint64 NodeCost = 240;
-constexpr qint64 AttributeCost = 440;
-constexpr qint64 AttributeTableCost = 280;
-constexpr qint64 PrefixCost = 56;
-constexpr qint64 DeclarationCost = 640;
+// An attribute or a declaration takes as much as three nodes without one.
+constexpr int NodesOfAttribute = 3;
 
-// In steps of about 30 ns. It compares each attribute with the others of its element, each prefix in scope with the
-// others at each element, and each entity with the others at each declaration.
-constexpr qint64 WorkLimit = qint64(8) * 1000 * 1000;
-constexpr qint64 EntityWork = 4;
-
-using Entities = QHash<QString, QString>;
-
-class XmlSurvey
+// Stops at the first violation: from then on it is at the end of its input.
+class XmlLimitCheck
 {
 public:
-    explicit XmlSurvey(const QByteArray &data) : m_in(data) {}
-    std::optional<XmlExcess> run();
+    explicit XmlLimitCheck(const QString &text) : m_begin(text.cbegin()), m_at(m_begin), m_end(text.cend())
+    {
+        add(m_characters, text.size());
+    }
+    std::optional<XmlLimitViolation> run();
 
 private:
-    bool atEnd() const { return m_excess || m_in.atEnd(); }
-    QChar current() const { return m_in.current(); }
-    bool at(char c) const { return m_in.current() == QLatin1Char(c); }
-    bool atQuote() const { return at('"') || at('\''); }
-    bool atSpace() const { return m_in.current().isSpace(); }
+    struct Count
+    {
+        const char *what;
+        qint64 limit;
+        qint64 value = 0;
+    };
+    struct Entity
+    {
+        QString text;
+        bool isOpen = false;
+    };
+    using Entities = std::map<QString, Entity>;
+    struct Return // from an open entity to behind its reference
+    {
+        Entity *entity;
+        const QChar *at;
+        const QChar *end;
+    };
+    struct Scope // the prefixes that are declared in an element and around it
+    {
+        qint64 prefixes = 0;
+        qint64 characters = 0;
+    };
 
-    void advance();
-    bool take(char c);
-    void skipSpace();
-    void skipPast(const char *end);
+    void add(Count &count, qint64 number);
+
+    // The input: the document with the text of an entity in the place of each reference.
+    bool atEnd() { return m_at == m_end && !leaveEntities(); }
+    bool leaveEntities();
+    bool at(char c) { return !atEnd() && *m_at == QLatin1Char(c); }
+    bool atQuote() { return at('"') || at('\''); }
+    bool take(char c)
+    {
+        const bool isHere = at(c);
+        m_at += isHere ? 1 : 0;
+        return isHere;
+    }
     QString takeName();
-    void addMemory(qint64 bytes);
-    void addWork(qint64 steps);
-    void checkDepth(int depth);
-    void exceed(const QString &reason);
-
-    void text();
-    void markup();
-    void startTag();
-    void endStartTag(int attributes, int prefixes);
-    void endTag();
-    void attributeValue();
-    void reference();
-
-    void documentType();
-    void internalSubset();
-    void declaration();
-    void entityDeclaration();
-    void otherDeclaration();
-    QString entityValue();
-    QString characterOrReference();
-    bool parameterReference();
+    void skipPast(char mark, int marks);
+    bool reference();
+    void characterOrReference()
+    {
+        if (at('&'))
+            reference();
+        else
+            ++m_at;
+    }
     template <class Step>
     void literal(Step step);
 
-    XmlCharStream m_in;
-    std::optional<XmlExcess> m_excess;
-    qint64 m_memory = 0;
-    qint64 m_work = 0;
-    bool m_inText = false;
-    // One for each open element: the prefixes in its scope.
-    std::vector<int> m_prefixes;
+    // What the parser makes of it. Each begins behind the characters by which it is known.
+    void text();
+    void markup();
+    void startTag();
+    void endElement();
+    void attributeValue()
+    {
+        literal([this] { characterOrReference(); });
+    }
+    void documentType();
+    void declaration();
+    void declareEntity(Entities &entities, const QString &name);
+    QString entityCharacter();
+
+    const QChar *m_begin;
+    const QChar *m_at;
+    const QChar *m_end;
+    std::vector<Return> m_returns;
     Entities m_entities;
     Entities m_parameterEntities;
+    std::vector<Scope> m_scopes; // one for each open element
+
+    Count m_levels{"levels", 512};
+    Count m_characters{"characters", XmlCharacterLimit};
+    Count m_nodes{"nodes", qint64(128) * 1024};
+    Count m_comparisons{"comparisons of names", qint64(16) * 1024 * 1024};
+    std::optional<XmlLimitViolation> m_violation;
 };
 
-std::optional<XmlExcess> XmlSurvey::run()
+std::optional<XmlLimitViolation> XmlLimitCheck::run()
 {
     while (!atEnd()) {
         if (take('<'))
             markup();
-        else if (at('&'))
-            reference();
         else
             text();
     }
-    return m_excess;
+    return m_violation;
 }
 
-void XmlSurvey::advance()
+void XmlLimitCheck::add(Count &count, qint64 number)
 {
-    addMemory(CharCost);
-    m_in.advance();
+    count.value += number;
+    if (count.value <= count.limit || m_violation)
+        return;
+    const QChar *place = m_returns.empty() ? m_at : m_returns.front().at;
+    const QString before(m_begin, static_cast<int>(place - m_begin));
+    m_violation = {QStringLiteral("the document needs more than %1 %2").arg(count.limit).arg(QLatin1String(count.what)),
+                   before.count(QLatin1Char('\n')) + 1, before.size() - before.lastIndexOf(QLatin1Char('\n'))};
+    m_returns.clear();
+    m_at = m_end;
 }
 
-bool XmlSurvey::take(char c)
+// Goes on behind the entities that end here. False at the document's end.
+bool XmlLimitCheck::leaveEntities()
 {
-    if (atEnd() || !at(c))
-        return false;
-    advance();
-    return true;
-}
-
-void XmlSurvey::skipSpace()
-{
-    while (!atEnd() && atSpace())
-        advance();
-}
-
-void XmlSurvey::skipPast(const char *end)
-{
-    quint64 mask = 0;
-    quint64 wanted = 0;
-    for (; *end; ++end) {
-        mask = mask << 16U | 0xffffU;
-        wanted = wanted << 16U | static_cast<quint64>(*end);
+    while (m_at == m_end && !m_returns.empty()) {
+        m_at = m_returns.back().at;
+        m_end = m_returns.back().end;
+        m_returns.back().entity->isOpen = false;
+        m_returns.pop_back();
     }
-    quint64 last = 0;
-    while (!atEnd() && (last & mask) != wanted) {
-        last = last << 16U | current().unicode();
-        advance();
-    }
+    return m_at != m_end;
 }
 
-QString XmlSurvey::takeName()
+QString XmlLimitCheck::takeName()
 {
     static const QString ends = QStringLiteral(";/<>&%\"'()[]=");
     QString name;
-    while (!atEnd() && !atSpace() && !ends.contains(current())) {
-        name += current();
-        advance();
-    }
+    for (; !atEnd() && !m_at->isSpace() && !ends.contains(*m_at); ++m_at)
+        name += *m_at;
     return name;
 }
 
-void XmlSurvey::addMemory(qint64 bytes)
+// Past a '>' that stands behind so many marks.
+void XmlLimitCheck::skipPast(char mark, int marks)
 {
-    m_memory += bytes;
-    if (m_memory > MemoryLimit)
-        exceed(QStringLiteral("the document would take more than %1 MiB of memory").arg(MemoryLimit / 1024 / 1024));
+    int found = 0;
+    while (!atEnd() && !(found >= marks && at('>'))) {
+        found = at(mark) ? found + 1 : 0;
+        ++m_at;
+    }
+    take('>');
 }
 
-void XmlSurvey::addWork(qint64 steps)
+// Goes on in the text of the entity, unless that is open: the parser refuses an entity of itself. A reference to what
+// isn't declared makes a node and parts the text around it. False if there is no reference here, but a lone sign.
+bool XmlLimitCheck::reference()
 {
-    m_work += steps;
-    if (m_work > WorkLimit)
-        exceed(QStringLiteral("the document would take too long to parse"));
+    static const QStringList predefined{QStringLiteral("lt"), QStringLiteral("gt"), QStringLiteral("amp"),
+                                        QStringLiteral("apos"), QStringLiteral("quot")};
+    const bool isParameter = take('%');
+    m_at += isParameter ? 0 : 1;
+    const QString name = takeName();
+    if (name.isEmpty() || !take(';'))
+        return false;
+    if (!isParameter && (name.startsWith(QLatin1Char('#')) || predefined.contains(name)))
+        return true;
+    Entities &entities = isParameter ? m_parameterEntities : m_entities;
+    const auto found = entities.find(name);
+    const bool isKnown = found != entities.end();
+    add(m_nodes, isKnown ? 1 : 2);
+    if (isKnown && !found->second.isOpen && !m_violation) {
+        Entity &entity = found->second;
+        m_returns.push_back({&entity, m_at, m_end});
+        entity.isOpen = true;
+        m_at = entity.text.cbegin();
+        m_end = entity.text.cend();
+        add(m_characters, entity.text.size());
+    }
+    return true;
 }
 
-void XmlSurvey::checkDepth(int depth)
+// A quote from within an entity doesn't end a literal that began outside.
+template <class Step>
+void XmlLimitCheck::literal(Step step)
 {
-    if (depth > XmlDepthLimit)
-        exceed(QStringLiteral("the document is nested more than %1 levels deep").arg(XmlDepthLimit));
-}
-
-void XmlSurvey::exceed(const QString &reason)
-{
-    if (!m_excess)
-        m_excess = XmlExcess{reason, m_in.line(), m_in.column()};
+    const QChar quote = *m_at++;
+    std::size_t entities = m_returns.size();
+    while (!atEnd()) {
+        entities = std::min(entities, m_returns.size());
+        if (*m_at == quote && m_returns.size() == entities)
+            break;
+        step();
+    }
+    m_at += atEnd() ? 0 : 1;
 }
 
 // White space alone makes no node.
-void XmlSurvey::text()
+void XmlLimitCheck::text()
 {
-    if (!m_inText && !atSpace()) {
-        m_inText = true;
-        addMemory(NodeCost);
-    }
-    advance();
+    while (!atEnd() && m_at->isSpace())
+        ++m_at;
+    if (atEnd() || at('<'))
+        return;
+    add(m_nodes, 1);
+    while (!atEnd() && !at('<'))
+        characterOrReference();
 }
 
-void XmlSurvey::markup()
+void XmlLimitCheck::markup()
 {
-    m_inText = false;
     if (take('/')) {
-        endTag();
+        skipPast('/', 0);
+        endElement();
         return;
     }
-    addMemory(NodeCost);
+    add(m_nodes, 1);
     if (take('?'))
-        skipPast("?>");
+        skipPast('?', 1);
     else if (!take('!'))
         startTag();
     else if (take('['))
-        skipPast("]]>");
-    else if (take('-')) {
-        take('-');
-        skipPast("-->");
-    } else {
+        skipPast(']', 2);
+    else if (take('-') && take('-'))
+        skipPast('-', 2);
+    else
         documentType();
-    }
 }
 
-void XmlSurvey::startTag()
+void XmlLimitCheck::startTag()
 {
-    int attributes = 0;
-    int prefixes = 0;
+    Scope scope = m_scopes.empty() ? Scope() : m_scopes.back();
+    qint64 attributes = 0;
+    qint64 characters = 0;
     bool isEmpty = false;
-    takeName();
-    while (!atEnd() && !at('>')) {
+    while (!atEnd() && !take('>')) {
         isEmpty = at('/');
         if (atQuote()) {
             ++attributes;
             attributeValue();
         } else if (at('x')) {
-            prefixes += takeName().startsWith(QLatin1String("xmlns")) ? 1 : 0;
+            const QString name = takeName();
+            characters += name.size();
+            scope.prefixes += name.startsWith(QLatin1String("xmlns")) ? 1 : 0;
+            scope.characters += name.startsWith(QLatin1String("xmlns")) ? name.size() : 0;
         } else {
-            advance();
+            ++characters;
+            ++m_at;
         }
     }
-    take('>');
-    endStartTag(attributes, prefixes);
+    m_scopes.push_back(scope);
+    add(m_levels, 1);
+    add(m_nodes, NodesOfAttribute * attributes);
+    add(m_comparisons, attributes * characters + scope.prefixes * scope.characters);
     if (isEmpty)
-        endTag();
+        endElement();
 }
 
-void XmlSurvey::endStartTag(int attributes, int prefixes)
+void XmlLimitCheck::endElement()
 {
-    const int inherited = m_prefixes.empty() ? 0 : m_prefixes.back();
-    const qint64 inScope = inherited + prefixes;
-    m_prefixes.push_back(static_cast<int>(inScope));
-    checkDepth(static_cast<int>(m_prefixes.size()));
-    addMemory(attributes * AttributeCost + (attributes > 0 ? AttributeTableCost : 0));
-    addMemory(prefixes > 0 ? inScope * PrefixCost : 0);
-    addWork(1 + qint64(attributes) * attributes + inScope * inScope / 2);
-}
-
-void XmlSurvey::endTag()
-{
-    if (!m_prefixes.empty())
-        m_prefixes.pop_back();
-}
-
-void XmlSurvey::attributeValue()
-{
-    literal([this] {
-        if (at('&'))
-            reference();
-        else
-            advance();
-    });
-}
-
-// A quote from within an entity doesn't end the literal that the entity was entered in.
-template <class Step>
-void XmlSurvey::literal(Step step)
-{
-    const QChar quote = current();
-    int level = m_in.level();
-    advance();
-    while (!atEnd()) {
-        level = std::min(level, m_in.level());
-        if (current() == quote && m_in.level() <= level)
-            break;
-        step();
-    }
-    advance();
-}
-
-void XmlSurvey::reference()
-{
-    static const QStringList predefined{QStringLiteral("lt"), QStringLiteral("gt"), QStringLiteral("amp"),
-                                        QStringLiteral("apos"), QStringLiteral("quot")};
-    advance();
-    const QString name = takeName();
-    if (!at(';'))
+    if (m_scopes.empty())
         return;
-    const auto entity = m_entities.constFind(name);
-    if (name.startsWith(QLatin1Char('#')) || predefined.contains(name))
-        m_inText = false;
-    else if (entity == m_entities.constEnd())
-        addMemory(2 * NodeCost);
-    else if (m_in.enter(name, *entity))
-        addWork(m_in.level());
-    if (!m_inText)
-        addMemory(NodeCost);
-    m_inText = true;
-    advance();
+    m_scopes.pop_back();
+    --m_levels.value;
 }
 
-void XmlSurvey::documentType()
+void XmlLimitCheck::documentType()
 {
-    while (!atEnd() && !at('>')) {
-        if (atQuote())
-            literal([this] { advance(); });
-        else if (take('['))
-            internalSubset();
-        else
-            advance();
-    }
-    take('>');
-}
-
-void XmlSurvey::internalSubset()
-{
-    while (!atEnd() && !at(']')) {
+    while (!atEnd() && !take('>')) {
         if (take('<'))
             declaration();
-        else if (at('%'))
-            parameterReference();
-        else
-            advance();
-    }
-    take(']');
-}
-
-void XmlSurvey::declaration()
-{
-    addMemory(DeclarationCost);
-    if (take('?')) {
-        skipPast("?>");
-        return;
-    }
-    take('!');
-    if (take('-')) {
-        take('-');
-        skipPast("-->");
-        return;
-    }
-    if (takeName() == QLatin1String("ENTITY"))
-        entityDeclaration();
-    otherDeclaration();
-}
-
-// Up to the end of its value. A reference without a name is the mark of a parameter entity.
-void XmlSurvey::entityDeclaration()
-{
-    skipSpace();
-    bool isParameter = false;
-    while (at('%') && !atEnd()) {
-        isParameter = !parameterReference() || isParameter;
-        skipSpace();
-    }
-    const QString name = takeName();
-    skipSpace();
-    while (at('%') && !atEnd())
-        parameterReference();
-    skipSpace();
-    if (!atQuote())
-        return;
-    const QString value = entityValue();
-    Entities &entities = isParameter ? m_parameterEntities : m_entities;
-    if (!entities.contains(name))
-        entities.insert(name, value);
-    addWork(EntityWork * (m_entities.size() + m_parameterEntities.size()));
-}
-
-void XmlSurvey::otherDeclaration()
-{
-    int brackets = 0;
-    while (!atEnd() && !at('>')) {
-        if (atQuote()) {
+        else if (atQuote())
             attributeValue();
-            continue;
-        }
-        if (at('%')) {
-            parameterReference();
-            continue;
-        }
-        if (at('('))
-            checkDepth(++brackets);
-        else if (at(')'))
-            --brackets;
-        advance();
+        else if (at('%'))
+            reference();
+        else
+            ++m_at;
     }
-    take('>');
 }
 
-QString XmlSurvey::entityValue()
+void XmlLimitCheck::declaration()
 {
-    QString value;
-    literal([this, &value] {
-        if (at('%')) {
-            parameterReference();
-        } else if (take('&')) {
-            value += characterOrReference();
+    add(m_nodes, NodesOfAttribute);
+    if (take('?'))
+        return skipPast('?', 1);
+    if (take('!') && take('-') && take('-'))
+        return skipPast('-', 2);
+    const bool isEntity = takeName() == QLatin1String("ENTITY");
+    bool isParameter = false;
+    int names = 0;
+    QString name;
+    int brackets = 0;
+    while (!atEnd() && !take('>')) {
+        if (atQuote() && isEntity && names == 1) {
+            declareEntity(isParameter ? m_parameterEntities : m_entities, name);
+        } else if (atQuote()) {
+            attributeValue();
+        } else if (at('%')) {
+            isParameter = !reference() || isParameter;
+        } else if (take('(')) {
+            ++brackets;
+            add(m_levels, 1);
+        } else if (take(')')) {
+            m_levels.value -= brackets > 0 ? 1 : 0;
+            brackets -= brackets > 0 ? 1 : 0;
+        } else if (m_at->isSpace() || (name = takeName()).isEmpty()) {
+            ++m_at;
         } else {
-            value += current();
-            advance();
+            ++names;
         }
+    }
+    m_levels.value -= brackets;
+}
+
+// The first declaration of a name is the one that counts.
+void XmlLimitCheck::declareEntity(Entities &entities, const QString &name)
+{
+    QString text;
+    literal([this, &text] {
+        if (at('%'))
+            reference();
+        else if (take('&'))
+            text += entityCharacter();
+        else
+            text += *m_at++;
     });
-    return value;
+    entities.emplace(name, Entity{text});
+    const auto declared = static_cast<qint64>(m_entities.size() + m_parameterEntities.size());
+    add(m_comparisons, 2 * declared * (name.size() + text.size()));
 }
 
 // A character by number stands for itself; any other reference is followed where the entity is used.
-QString XmlSurvey::characterOrReference()
+QString XmlLimitCheck::entityCharacter()
 {
     const QString name = takeName();
     if (!name.startsWith(QLatin1Char('#')) || !take(';'))
         return QLatin1Char('&') + name;
     const bool isHex = name.startsWith(QLatin1String("#x"));
-    const uint code = isHex ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt(nullptr, 10);
-    return QString(QChar(code));
+    return QString(QChar(isHex ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt(nullptr, 10)));
 }
 
-bool XmlSurvey::parameterReference()
+}
+
+std::optional<XmlLimitViolation> checkXmlLimits(const QString &text)
 {
-    advance();
-    const QString name = takeName();
-    if (name.isEmpty() || !at(';'))
-        return false;
-    const auto entity = m_parameterEntities.constFind(name);
-    if (entity != m_parameterEntities.constEnd() && m_in.enter(name, *entity))
-        addWork(m_in.level());
-    advance();
-    return true;
-}
-
-}
-
-std::optional<XmlExcess> findXmlExcess(const QByteArray &data)
-{
-    if (data.size() > XmlSizeLimit)
-        return XmlExcess{QStringLiteral("the document is larger than %1 MiB").arg(XmlSizeLimit / 1024 / 1024), 1, 1};
-    return XmlSurvey(data).run();
+    return XmlLimitCheck(text).run();
 }
 
 }
