@@ -205,19 +205,16 @@ private Q_SLOTS:
             << withEntities("<!ENTITY % lt \"<!ENTITY e '" + repeated(100, "<a>") + "'>\">%lt;", repeated(100, "&e;"));
         QTest::newRow("brackets out of an entity") << withEntities(
             "<!ENTITY % p '" + QByteArray(4000, '(') + "'><!ELEMENT a " + repeated(1000, "%p;") + ">", "");
-        QTest::newRow("depth behind a comment's dash")
-            << "<LCD>" + repeated(50000, "<a><!---></a>-->") + repeated(1000, "<a>");
-        QTest::newRow("depth behind a bracket in a section")
-            << "<LCD>" + repeated(50000, "<a><![CDATA[]></a>]]>") + repeated(1000, "<a>");
+        QTest::newRow("depth behind a comment's dash") << "<LCD>" + repeated(50000, "<a><!---></a>-->");
+        QTest::newRow("depth behind a bracket in a section") << "<LCD>" + repeated(50000, "<a><![CDATA[]></a>]]>");
         QTest::newRow("depth behind a quote in an entity")
-            << withEntities("<!ENTITY q \"'/>\">", repeated(50000, "<a b='&q;</a>'>") + repeated(1000, "<a>"));
+            << withEntities("<!ENTITY q \"'/>\">", repeated(50000, "<a b='&q;</a>'>"));
         QTest::newRow("names of a declaration") << withEntities("<!ELEMENT a " + repeated(900000, "b ") + ">", "");
         QTest::newRow("names of a tag") << "<LCD " + repeated(1000000, "x ") + ">";
         QTest::newRow("notations") << withEntities(numbered(100000, "<!NOTATION a", " SYSTEM ''>"), "");
         QTest::newRow("external entities") << withEntities(numbered(80000, "<!ENTITY a", " SYSTEM ''>"), "");
         QTest::newRow("instructions") << "<LCD>" + repeated(400000, "<?a?>") + "</LCD>";
         QTest::newRow("undeclared entities") << "<LCD>" + repeated(600000, "&x;") + "</LCD>";
-        QTest::newRow("predefined characters, cut") << "<LCD>" + repeated(500000, "&lt;");
         QTest::newRow("two mebibytes of a name") << "<" + QByteArray(2000000, 'x');
         for (const char *codec : {"UTF-8", "UTF-16", "UTF-7", "SCSU", "GB18030", "ISO-2022-JP", "Shift_JIS"})
             QTest::newRow(codec) << "<?xml version='1.0' encoding='" + QByteArray(codec) + "'?><LCD>"
@@ -258,6 +255,7 @@ private Q_SLOTS:
         QTest::newRow("entities") << withEntities(numbered(850, "<!ENTITY e", " 'x'>"), "<a>");
         QTest::newRow("entity in text") << withEntities("<!ENTITY e '" + QByteArray(4000, 'x') + "'>",
                                                         repeated(500, "&e;") + "<a>");
+        QTest::newRow("predefined characters") << "<LCD>" + repeated(500000, "&lt;");
         QTest::newRow("512 levels of depth") << repeated(512, "<a>");
     }
     void costliestDocuments()
