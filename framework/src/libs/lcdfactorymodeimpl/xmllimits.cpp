@@ -332,7 +332,7 @@ void XmlLimitCheck::declareEntity(Entities &entities, const QString &name)
             text += *m_at++;
     });
     entities.emplace(name, Entity{text});
-    const auto declared = static_cast<qint64>(m_entities.size() + m_parameterEntities.size());
+    const auto declared = static_cast<qint64>(m_entities.size()) + static_cast<qint64>(m_parameterEntities.size());
     add(m_comparisons, 2 * declared * (name.size() + text.size()));
 }
 
