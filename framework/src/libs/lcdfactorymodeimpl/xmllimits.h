@@ -18,24 +18,24 @@ namespace LCD::FactoryModeImpl {
 //                attributes of an element, those of the prefixes in scope at each element, and those of the entities at
 //                each declaration of one.
 //
-// Each count has one limit, far above what a configuration needs. A document that stays below all of them is parsed by
-// QDomDocument as ever, with the result and the errors of QDomDocument. One that passes a limit is refused before
-// QDomDocument sees it. Whether a document is well-formed is the parser's affair: behind an error it may be misread
-// here, but the parser goes no further than the error, and refuses the document as well.
+// Each count has one limit, far above what a configuration needs. QDomDocument parses a document that stays below all
+// of them, with its own result and its own errors. A document that passes a limit is refused before QDomDocument sees
+// it. Whether a document is well-formed is left to the parser: behind an error this check may misread the text, but the
+// parser goes no further than the error and refuses the document as well.
 //
-// Entities have to be followed as the parser follows them. They may hold tags, or halves of tags, and grow without
-// bound where they refer to each other. So the scanner reads a document and the entities in it as one stream.
+// Entities have to be followed as the parser follows them. They may hold tags, or halves of tags, and they grow without
+// bound where they refer to each other. So the check reads a document and the entities in it as one stream.
 //
-// What else was weighed:
-//   QXmlStreamReader               takes a quarter of QDomDocument's time, this takes a thirtieth. It stops at errors
-//   that
-//                                  QDomDocument accepts, such as an undeclared prefix, and can't tell what comes behind
-//                                  them. And it compares the attributes of an element with each other itself.
-//   counting while it is parsed,   exact for elements, but too late for attributes, brackets and the entities in a
-//   value in handlers of the parser      or a declaration: the handlers are called at their end. And a document that is
-//                                  refused near its end has cost all the time of parsing it.
-//   counts of bytes, with the      refuses documents that QDomDocument takes: where each reference counts as the
-//   longest longest entity for each '&'    entity, a few hundred to one with a tag look like a few hundred levels.
+// Three other designs were weighed:
+//
+// - QXmlStreamReader as the scanner takes a quarter of QDomDocument's time; this check takes a thirtieth. The reader
+//   stops at errors that QDomDocument accepts, such as an undeclared prefix, and can't tell what comes behind them. And
+//   it compares the attributes of an element with each other itself.
+// - Counting in handlers while the parser runs is exact for elements, but comes too late for attributes, brackets and
+//   the entities in a value or a declaration: their handlers are called at the end of them. And a document that is
+//   refused near its end has cost all the time of parsing it.
+// - Counting bytes, with the longest entity for each '&', refuses documents that QDomDocument takes: a few hundred
+//   references to an entity with one tag look like a few hundred levels.
 
 /// The longest document that is read, in bytes, and in characters once it is decoded.
 constexpr int XmlSizeLimit = 4 * 1024 * 1024;
