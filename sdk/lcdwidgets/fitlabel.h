@@ -4,7 +4,7 @@
 
 namespace LCD::Widget {
 
-/// One line of text that takes a smaller font rather than be cut.
+/// A label with one line of text. If the text doesn't fit, the font gets smaller.
 class FitLabel : public QLabel
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     void setLine(const QString &text);
     void setBold();
     void setColor(const QColor &color);
-    /// The font size in pixels that the text has where there is room for it.
+    /// Sets the font size in pixels that is used if the text fits.
     void setWantedFont(int pixelSize);
 
 protected:

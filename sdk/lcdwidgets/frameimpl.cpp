@@ -177,7 +177,7 @@ void FactoryTestFrame::Impl::setCaption(SoftButton *button, const char *property
 
 void FactoryTestFrame::Impl::setButtonVisible(SoftButton *button, const char *property, bool visible)
 {
-    // Qt would hand the focus of a button that goes away to the next widget of the window.
+    // Otherwise Qt would move the focus of a hidden button to the next widget of the window.
     if (!visible)
         button->clearFocus();
     button->setVisible(visible);

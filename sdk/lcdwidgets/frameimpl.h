@@ -15,8 +15,9 @@ class TitleBar;
 struct Metrics;
 enum class FrameKey;
 
-/// The inside of the frame: its parts, where they stand, the keys and the focus. Each change is published at once as
-/// a property of the frame; the places follow when the event loop comes round. GUI thread, but for m_inbox.
+/// The implementation of the frame: its child widgets, their layout, key events and focus. Each change updates the
+/// properties of the frame at once. The layout is updated when the event loop runs next. Use it on the GUI thread; only
+/// m_inbox is thread-safe.
 class FactoryTestFrame::Impl : public QObject
 {
 public:

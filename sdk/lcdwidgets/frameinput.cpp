@@ -55,8 +55,8 @@ bool FactoryTestFrame::Impl::filterFrameEvent(const QEvent &event)
     return false;
 }
 
-// What the frame takes never travels up to the menu. While the test has the keys it takes them all: a press on the
-// panel answers the test then, and mustn't work the screens behind it.
+// Key events that the frame accepts never reach the menu. While the keys belong to the test, the frame accepts all of
+// them: a key press then answers the test and must not operate the pages behind it.
 bool FactoryTestFrame::Impl::filterKey(QKeyEvent *event)
 {
     const FrameKey key = frameKey(event->key());
@@ -69,7 +69,7 @@ bool FactoryTestFrame::Impl::filterKey(QKeyEvent *event)
     return true;
 }
 
-// A handler of the frame's signals may delete the frame: nothing may come after the signal.
+// A slot may delete the frame, so don't use it after the signal.
 void FactoryTestFrame::Impl::act(FrameKey key)
 {
     switch (key) {
@@ -146,7 +146,7 @@ void FactoryTestFrame::Impl::applyFocus()
         takeKeyboard();
 }
 
-// With no button to hold it the frame itself holds the keyboard, so that Back still works.
+// If no button can have the focus, the frame itself takes it, so that Back still works.
 void FactoryTestFrame::Impl::takeKeyboard()
 {
     const FocusType focus = shownFocus();
@@ -158,7 +158,7 @@ void FactoryTestFrame::Impl::takeKeyboard()
     holder->setFocus(Qt::OtherFocusReason);
 }
 
-// An update of the page mustn't take the keyboard from another part of the host's window.
+// An update of the page must not take the focus from another part of the host's window.
 bool FactoryTestFrame::Impl::mayTakeKeyboard() const
 {
     const QWidget *holder = QApplication::focusWidget();

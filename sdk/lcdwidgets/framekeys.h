@@ -6,7 +6,7 @@ class QKeyEvent;
 
 namespace LCD::Widget {
 
-/// What a key of the panel means on a test page.
+/// The function of a key on a test page.
 enum class FrameKey {
     None,
     Back,
@@ -19,10 +19,10 @@ enum class FrameKey {
 
 FrameKey frameKey(int qtKey);
 
-/// Key presses, releases and the question of a shortcut, with which Qt announces a press.
+/// Returns true for key presses, key releases and shortcut overrides, which Qt sends before a key press.
 bool isKeyEvent(const QEvent &event);
 
-/// A held key repeats a move, and never a decision.
+/// Returns true if @p event is an auto-repeat that must be ignored. A held key may repeat moves, but not clicks.
 bool isUnwantedRepeat(const QKeyEvent &event, FrameKey key);
 
 }

@@ -1,4 +1,4 @@
-// Where the parts of the frame stand.
+// The layout of the frame.
 
 #include "fitlabel.h"
 #include "frameimpl.h"
@@ -15,7 +15,7 @@ namespace LCD::Widget {
 
 void FactoryTestFrame::Impl::scheduleArrange()
 {
-    // Qt keeps one such event for a widget, so the lines of one screen are placed once.
+    // Qt keeps only one such event per widget, so a page with several changes is laid out once.
     QCoreApplication::postEvent(m_frame, new QEvent(QEvent::LayoutRequest));
 }
 

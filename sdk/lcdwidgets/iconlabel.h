@@ -4,7 +4,7 @@
 
 namespace LCD::Widget {
 
-/// Shows the icon of a key, as large as there is room; a key without an icon shows its name.
+/// Shows the icon of a key as large as possible. A key without an icon is shown as text.
 class IconLabel : public QWidget
 {
     Q_OBJECT

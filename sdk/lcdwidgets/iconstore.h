@@ -5,12 +5,12 @@
 
 namespace LCD::Widget {
 
-/// The drawings behind the icon keys. A key may be written as an image file's name, as those of g_IconMap are.
+/// The icons by key. A key may also be the name of an image file, as in g_IconMap.
 class IconStore
 {
 public:
     static bool contains(const QString &key);
-    /// The icon as a square of @p side logical pixels; a null pixmap when there is none for @p key.
+    /// Returns the icon of @p key as a square of @p side logical pixels, or a null pixmap if there is none.
     static QPixmap icon(const QString &key, int side, qreal devicePixelRatio);
 };
 

@@ -8,8 +8,8 @@
 
 namespace LCD::Widget {
 
-/// Brings work from any thread to the thread it lives on, in the order in which it was posted. What still waits when
-/// it is destroyed is dropped.
+/// Runs functions from any thread on its own thread, in the order in which they were posted. Functions that still wait
+/// when the inbox is destroyed are dropped.
 class Inbox : public QObject
 {
     Q_OBJECT
@@ -17,15 +17,16 @@ class Inbox : public QObject
 public:
     using Work = std::function<void()>;
 
-    /// Any thread. On the inbox's own thread the work is done before post() returns, after what waits already.
+    /// Runs @p work on the inbox's thread. When called on that thread, it first runs the waiting functions, then @p
+    /// work, and then returns. Thread-safe.
     void post(Work work);
 
 public Q_SLOTS:
-    /// Does what waits; on the inbox's own thread.
+    /// Runs the waiting functions. Call it on the inbox's thread.
     void deliver();
 
 private:
-    // The work waits here and not in Qt's event queue, whose lock the thread sanitizer doesn't see.
+    // The functions wait here and not in Qt's event queue, because the thread sanitizer doesn't see Qt's locks.
     std::mutex m_mutex;
     std::vector<Work> m_waiting;
 };

@@ -27,7 +27,7 @@ QColor colorOf(FactoryTestRightFrame::FactoryTestLogLevel level)
     return QColor(Theme::QuietText);
 }
 
-// Between words, and within a word that is too wide by itself.
+// Breaks lines between words, and within a word that is too wide.
 int textFlags(const QFontMetrics &metrics, int width, const QString &text)
 {
     const QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), WrappingFlags, text);
@@ -83,7 +83,7 @@ void FactoryTestRightFrame::Impl::paint(QPainter &painter, const QRect &area) co
     int top = area.top();
     for (int i = firstShown(metrics, area); i < lines.size(); ++i) {
         const int height = lineHeight(metrics, area.width(), lines[i].text);
-        // The newest line is what just happened; the earlier ones step back.
+        // The newest line stands out; earlier ones have the dimmer color of their level.
         const bool newest = i == lines.size() - 1;
         painter.setPen(newest && lines[i].level == LogInfo ? QColor(Theme::Text) : colorOf(lines[i].level));
         const QRect place(area.left(), top, area.width(), height);

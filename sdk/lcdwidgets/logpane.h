@@ -8,7 +8,8 @@ class QFontMetrics;
 
 namespace LCD::Widget {
 
-/// What the log pane holds and how it paints it: the newest lines, whole ones only, the last one at the foot.
+/// The lines of the log and their painting. The newest lines that fit completely are painted, the last one at the
+/// bottom.
 class FactoryTestRightFrame::Impl
 {
 public:

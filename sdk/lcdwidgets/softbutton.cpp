@@ -27,7 +27,7 @@ SoftButton::SoftButton(const QString &objectName, const QString &nameWithoutCapt
 void SoftButton::setCaption(const QString &caption)
 {
     m_caption = caption;
-    // Qt reads "&" as the mark of a shortcut, and a page has none.
+    // Escape "&": Qt would take it for a shortcut.
     setText(QString(caption).replace(QLatin1Char('&'), QLatin1String("&&")));
     setAccessibleName(caption.trimmed().isEmpty() ? m_nameWithoutCaption : caption);
     update();

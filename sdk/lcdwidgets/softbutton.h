@@ -4,8 +4,8 @@
 
 namespace LCD::Widget {
 
-/// One of the two buttons at the foot of a page. Whether it shows the focus is the frame's word and not Qt's, so that
-/// it is right in a window that isn't active too.
+/// One of the two buttons at the bottom of a page. The frame and not Qt decides whether it shows the focus, so that the
+/// focus is also visible in an inactive window.
 class SoftButton : public QPushButton
 {
     Q_OBJECT
@@ -15,10 +15,10 @@ public:
 
     void setCaption(const QString &caption);
     void setFocusShown(bool shown);
-    /// Whether it can be seen on its page and reacts.
+    /// Returns true if the button is visible on its page and enabled.
     bool isUsable() const { return !isHidden() && isEnabled(); }
 
-    /// Where the caption stands, and in which font.
+    /// The area and the font of the caption.
     QRect captionArea() const;
     QFont captionFont() const;
 

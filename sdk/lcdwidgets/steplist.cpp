@@ -84,7 +84,7 @@ bool StepList::scroll(int lines)
     return hidden > 0;
 }
 
-// A coloured line that stands alone is a verdict, to be read from afar.
+// A single colored line is a verdict. It is large so that it can be read from a distance.
 int StepList::wantedFont() const
 {
     const bool verdict = m_steps.size() == 1 && m_steps.first().color != QColor(Qt::white);
@@ -122,7 +122,7 @@ StepLayout StepList::layoutFor(const QFont &font, int gap) const
     for (const TestStep &step : m_steps) {
         const QString text = step.text.trimmed();
         const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, text);
-        // Chinese characters come from a font that is higher than the one asked for.
+        // The fallback font for Chinese characters may be higher than the requested font.
         const int lineHeight = std::max(
             metrics.height(), metrics.boundingRect(QRect(), Qt::AlignLeft | Qt::TextSingleLine, text).height());
         const int height = std::max(bounds.height(), lineHeight);

@@ -15,13 +15,13 @@ struct TestStep
     IconType mark = IconNone;
 };
 
-/// Where the step lines stand at one font size.
+/// The positions of the step lines for one font size.
 struct StepLayout
 {
     QVector<QRect> marks;
     QVector<QRect> texts;
     int height = 0;
-    /// No word is wider than the list.
+    /// True if no word is wider than the list.
     bool fitsWidth = true;
 };
 
@@ -31,8 +31,8 @@ struct FittedSteps
     StepLayout layout;
 };
 
-/// The step lines of a page, each with its colour and mark, in the greatest font that shows them all; a list that is
-/// too long even in the smallest can be scrolled.
+/// The step lines of a page with their colors and marks, in the largest font with which all lines fit. If they don't
+/// fit even in the smallest font, the list can be scrolled.
 class StepList : public QWidget
 {
     Q_OBJECT
@@ -43,15 +43,15 @@ public:
     const QVector<TestStep> &steps() const { return m_steps; }
     void setSteps(const QVector<TestStep> &steps);
     void append(const TestStep &step);
-    /// A line that isn't there is no line to mark.
+    /// Sets the mark of line @p index. Does nothing if there is no such line.
     void setMark(int index, IconType mark);
 
-    /// Font sizes in pixels.
+    /// Sets the allowed font sizes in pixels.
     void setFontRange(int smallest, int wanted);
-    /// Moves by @p lines, down if positive; false when everything is in sight.
+    /// Scrolls by @p lines, down if positive. Returns false if all lines are visible.
     bool scroll(int lines);
 
-    /// The font and the places of the lines for the present size of the list.
+    /// Returns the font and the positions of the lines for the current size of the list.
     const FittedSteps &fitted() const;
 
 protected:
@@ -61,7 +61,7 @@ protected:
 
 private:
     int wantedFont() const;
-    /// The lines stand closer together where they would not fit otherwise.
+    /// Reduces the distance between the lines if they don't fit otherwise.
     StepLayout layoutFor(const QFont &font) const;
     StepLayout layoutFor(const QFont &font, int gap) const;
     void stepsChanged();

@@ -6,14 +6,14 @@
 
 namespace LCD::Widget {
 
-/// The greatest size from @p smallest to @p wanted that fits; @p smallest when none does. What fits at one size has
-/// to fit at every smaller one.
+/// Returns the largest size from @p smallest to @p wanted for which @p fits returns true, or @p smallest if there is
+/// none. If @p fits returns true for one size, it must do so for all smaller sizes.
 int largestFitting(int smallest, int wanted, const std::function<bool(int)> &fits);
 
-/// @p font at a size in pixels.
+/// Returns @p font with the given size in pixels.
 QFont sized(QFont font, int pixelSize);
 
-/// @p font at the greatest size, up to @p wanted, at which @p text fits into @p area on one line.
+/// Returns @p font with the largest size, up to @p wanted, with which @p text fits into @p area on one line.
 QFont fittedToLine(const QFont &font, const QString &text, const QSize &area, int wanted);
 
 }

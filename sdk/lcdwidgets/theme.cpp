@@ -15,7 +15,7 @@ double scaleFor(const QSize &frame)
 {
     const double fitting =
         std::min(double(frame.width()) / DesignSize.width(), double(frame.height()) / DesignSize.height());
-    // A small screen is read from nearer, but not as near as it is small.
+    // A small screen is read from a shorter distance, so text may shrink, but less than the screen.
     return fitting >= 1.0 ? std::min(fitting, 2.5) : std::pow(std::max(fitting, 0.2), 0.85);
 }
 

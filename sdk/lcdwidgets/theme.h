@@ -5,7 +5,7 @@
 
 namespace LCD::Widget {
 
-/// The colours of the test pages: light on dark, with one accent for what has the focus.
+/// The colors of the test pages. Accent marks the focus.
 namespace Theme {
 
 constexpr QRgb Background = 0xff101418;
@@ -24,22 +24,23 @@ constexpr QRgb Error = 0xffff483c;
 
 }
 
-/// Lengths of the frame in pixels, in proportion to a frame of 800x480.
+/// The lengths of a frame in pixels. They scale with the frame and are designed for 800x480.
 struct Metrics
 {
     explicit Metrics(const QSize &frame);
 
-    /// The content font for what setContentFontSize() asks for.
+    /// Returns the size in pixels of the content font for @p size as passed to setContentFontSize().
     int contentFont(int size) const;
+    /// Returns the length in pixels for a length of @p designed pixels in a frame of 800x480.
     int length(int designed) const;
 
     int titleBar;
     int buttonBar;
     int padding;
     int gap;
-    /// Width of the log at the side; 0 when the frame is too narrow for it.
+    /// The width of the log at the right; 0 if the frame is too narrow for it.
     int logColumn;
-    /// Height of the log below the content, for a frame too narrow for a column.
+    /// The height of the log below the content if the frame is too narrow for a column.
     int logStrip;
     int smallestFont;
 

@@ -7,7 +7,7 @@ namespace LCD::Widget {
 class FitLabel;
 class IconLabel;
 
-/// The head of a page: its icon and its title.
+/// The title bar of a page with icon and title.
 class TitleBar : public QWidget
 {
     Q_OBJECT

@@ -9,9 +9,8 @@ class QTranslator;
 
 namespace veltor::trans {
 
-/// One catalogue at a time, made by Qt Linguist: the key is the source text and the section its disambiguation,
-/// which a released catalogue holds only for keys that stand in several sections. Any thread may translate while
-/// another loads.
+/// Translates with one catalog in the format of Qt Linguist. The key is the source text, and the section is its
+/// disambiguation, which a released catalog contains only for keys that occur in several sections. Thread-safe.
 class Translator
 {
 public:
@@ -19,13 +18,13 @@ public:
     ~Translator();
     Q_DISABLE_COPY(Translator)
 
-    /// Replaces the catalogue by the one in @p file; false, and no change, if that can't be read.
+    /// Replaces the catalog by the one in @p file. Returns false and changes nothing if the file can't be read.
     bool load(const QString &file);
-    /// @p key itself when there is no catalogue, or none of its texts is for @p key.
+    /// Returns the text of @p key, or @p key itself if there is no catalog or the catalog doesn't contain it.
     QString translate(const QString &context, const QString &section, const QString &key) const;
 
 private:
-    // Not Qt's lock: the thread sanitizer sees through this one.
+    // A std lock, because the thread sanitizer doesn't see Qt's locks.
     mutable std::shared_mutex m_mutex;
     std::unique_ptr<QTranslator> m_catalogue;
 };

@@ -4,7 +4,7 @@
 
 #include <initializer_list>
 
-/// The expected calls of a test, one a line.
+/// Returns @p lines as a list of expected calls, one call per line.
 inline QStringList calls(std::initializer_list<const char *> lines)
 {
     QStringList result;

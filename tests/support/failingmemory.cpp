@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Whether this thread's allocations are counted.
+/// True while this thread's allocations are counted.
 thread_local bool counting = false;
 
 std::mutex mutex;
@@ -18,7 +18,7 @@ bool hasFailed = false;
 std::array<void *, 8192> blocks;
 std::size_t blockCount = 0;
 
-/// Keeps @p block in mind; false when it is the one that fails.
+/// Records @p block. Returns false if this allocation has to fail.
 bool note(void *block)
 {
     const std::lock_guard locker(mutex);

@@ -1,7 +1,8 @@
 #pragma once
 
-/// Lets one allocation of this thread fail: the one with the number @p number, counted from 1 from the making of the
-/// object on. Compile failingmemory.cpp into the test's program, whose operator new it replaces. One at a time.
+/// Makes one allocation of the current thread fail: allocation number @p number since the object was created, counted
+/// from 1. Compile failingmemory.cpp into the test program; it replaces operator new. Only one object may exist at a
+/// time.
 class FailingMemory
 {
 public:
@@ -10,14 +11,14 @@ public:
     FailingMemory(const FailingMemory &) = delete;
     FailingMemory &operator=(const FailingMemory &) = delete;
 
-    /// Ends the counting. What the thread allocates from now on succeeds.
+    /// Stops counting. Later allocations of the thread succeed.
     void end();
-    /// Whether there was an allocation with the number.
+    /// Returns true if there was an allocation with this number.
     static bool failed();
-    /// The number of blocks that were allocated before end() and are still there.
+    /// Returns the number of blocks that were allocated before end() and not freed since.
     static int blocksLeft();
 
-    /// While one lives, allocations are neither counted nor let fail.
+    /// While an object of this class exists, allocations aren't counted and don't fail.
     class Pause
     {
     public:

@@ -3,13 +3,14 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-// A translation for tests, compiled into a program that exports its symbols, in the place of the translation library's:
-// the text of "FCPass" is "[FCPass]", so that what is translated and what is literal can be told apart. A key that is
-// asked for in another context or section comes back with both in front of it.
+// Replaces the translation library in tests. Compile it into a program that exports its symbols. The text of "FCPass"
+// is
+// "[FCPass]", which shows whether a text is translated or literal. If a key is looked up in another context or section,
+// both precede the key.
 
-/// Puts @p language between bracket and key from now on: "[de:FCPass]". Empty at first.
+/// Inserts @p language between the bracket and the key: "[de:FCPass]". Empty by default.
 void setTestLanguage(const QString &language);
-/// Puts @p ending behind each text from now on. Empty at first.
+/// Appends @p ending to each text. Empty by default.
 void setTestEnding(const QString &ending);
-/// Appends each key that is looked up from now on to @p keys; with nullptr, as at first, to no list.
+/// Appends each key that is looked up to @p keys. With nullptr, the default, no keys are recorded.
 void recordLookedUpKeys(QStringList *keys);

@@ -5,7 +5,7 @@
 #include <atomic>
 
 #if defined(__SANITIZE_ADDRESS__)
-// The widget library is loaded too, and its frame stands in the shadow of this one on purpose.
+// The widget library is loaded, too. This frame hides its frame on purpose.
 extern "C" const char *__asan_default_options()
 {
     return "detect_odr_violation=0";

@@ -6,9 +6,9 @@
 #include <QtGui/QColor>
 #include <QtWidgets/QWidget>
 
-// The frame of the test pages as the component may know it, and no more, in the place of the widget library's: compiled
-// into a test program that exports its symbols, it is what the component finds under these names. Each call goes into
-// the log that recordFrameCalls() names. Don't include the SDK's header beside this one.
+// Replaces the frame of the widget library in tests, with exactly the declarations that the component knows. Compile it
+// into a test program that exports its symbols; the component then uses this frame. Each call is added to the log that
+// was passed to recordFrameCalls(). Don't include the SDK's header together with this one.
 
 namespace LCD::Widget {
 
@@ -62,13 +62,13 @@ private:
     [[maybe_unused]] void *m_unused = nullptr;
 };
 
-static_assert(sizeof(FactoryTestFrame) == sizeof(QWidget) + sizeof(void *), "the component makes it of this size");
+static_assert(sizeof(FactoryTestFrame) == sizeof(QWidget) + sizeof(void *), "the component allocates this size");
 
 }
 
-/// Where the frames of this process write their calls from now on; nullptr: nowhere. A frame that is called on another
-/// thread than its own says so behind the call.
+/// Makes all frames of the process add their calls to @p calls; nullptr turns this off. The entry of a call on another
+/// thread than the frame's says so at its end.
 void recordFrameCalls(CallLog *calls);
 
-/// The frame that @p page has made.
+/// Returns the frame that @p page has created.
 LCD::Widget::FactoryTestFrame *frameOf(const QWidget &page);

@@ -197,7 +197,7 @@ QString RecordingConfig::getFactoryTestKeyMode()
 
 RecordingHost::RecordingHost()
 {
-    // The component makes no type check: what stands under a name must be exactly the interface.
+    // The component doesn't check types: each pointer must be one to exactly the interface.
     offer("lcdKeyboardEvent", static_cast<FactoryMode::IKeyboardEvent *>(&keyboard));
     offer("lcdFactoryModeBiz", static_cast<FactoryMode::IFactoryModeBiz *>(&factoryBiz));
     offer("lcdMemoryCacheNetworkPort", static_cast<FactoryMode::INetworkPort *>(&networkPort));

@@ -18,13 +18,13 @@
 #include <utility>
 #include <vector>
 
-/// Everything that a component asked of its host, in order. Any thread may add.
+/// The calls of a component to its host, in order. Thread-safe.
 class CallLog
 {
 public:
     void add(const QString &call);
     QStringList all() const;
-    /// All calls since the last take(), and forgets them.
+    /// Returns all calls since the last take() and removes them.
     QStringList take();
     void clear() { take(); }
 
@@ -33,7 +33,7 @@ private:
     QStringList m_calls;
 };
 
-/// One registered listener, guarded so that a test may fire it on any thread while it is being replaced.
+/// A registered listener. Thread-safe: a test may call it on any thread while it is being replaced.
 template <class... Args>
 class ListenerSlot
 {
@@ -48,7 +48,7 @@ public:
         const std::lock_guard locker(m_mutex);
         return m_listener;
     }
-    /// Calls the listener on the caller's thread; false if there is none.
+    /// Calls the listener on the caller's thread. Returns false if there is none.
     template <class... Values>
     bool fire(Values &&...values) const
     {
@@ -76,9 +76,9 @@ public:
     void setLcdTestPattern(int patternType, int patternIndex) override;
     int getTBarType() override;
 
-    /// Delivers one event of the key @p halKey on the caller's thread; false if nobody listens.
+    /// Sends an event of the key @p halKey on the caller's thread. Returns false if there is no listener.
     bool press(unsigned halKey) const;
-    /// The listener as it was registered, which a careless service may go on calling.
+    /// Returns the listener as registered. A careless service may still call it after it was replaced.
     LCD::FactoryMode::KeyListener listener() const { return m_listener.get(); }
 
     int tbarType = 1;
@@ -101,7 +101,7 @@ private:
     CallLog &m_calls;
 };
 
-/// Both subscriptions of a link service, kept until the test fires them.
+/// Both subscriptions of a port service.
 struct LinkSubscriptions
 {
     ListenerSlot<std::any> report;
@@ -118,9 +118,9 @@ public:
     void registerChangedCallback(const std::string &subscriber, int mode,
                                  const std::function<void(std::any)> &callback) override;
 
-    /// A report of (port, linked) pairs.
+    /// Returns a report of (port, linked) pairs.
     static std::any payload(const std::vector<std::pair<int, bool>> &ports);
-    /// What registerReportCallback() and registerChangedCallback() deliver at once, if anything.
+    /// The payload that registerReportCallback() and registerChangedCallback() deliver at once. Empty: none.
     std::any answerAtOnce;
 
 private:
@@ -136,7 +136,7 @@ public:
     void registerChangedCallback(const std::string &subscriber, int mode,
                                  const std::function<void(std::any)> &callback) override;
 
-    /// One record: identifier, type of node, active, blocked.
+    /// A record: identifier, type of node, active, blocked.
     struct Node
     {
         int portId;
@@ -181,7 +181,7 @@ private:
     CallLog &m_calls;
 };
 
-/// A host whose services write down each call. While it lives it is the host of this process.
+/// A host whose services record each call. While it exists, it is the host of the process.
 class RecordingHost final : public mirel::IHost
 {
 public:
@@ -192,7 +192,7 @@ public:
 
     void *getComponent(const char *name) override;
 
-    /// Makes the service absent, or offers another object under its name.
+    /// Removes a service, or sets the object of a service.
     void remove(const std::string &name) { m_components.erase(name); }
     void offer(const std::string &name, void *object) { m_components[name] = object; }
 
@@ -204,14 +204,14 @@ public:
     RecordingTBarCalibration tbarCalibration{calls};
     RecordingConfig config{calls};
     int screenDetail = 0;
-    /// Names asked for, in order.
+    /// The names that were looked up, in order.
     QStringList lookups;
 
 private:
     std::map<std::string, void *> m_components;
 };
 
-/// Collects the lines of Qt's logger while it lives, each as "debug|text" or "warning|text".
+/// Collects the messages of Qt's logging while it exists, each as "debug|text" or "warning|text".
 class LogCapture
 {
 public:

@@ -37,7 +37,7 @@ void VirtualTime::advance(qint64 milliseconds)
     time->m_now = until;
 }
 
-// Moves the clock to the next timer that is due by then, and fires it.
+// Advances the clock to the next timer that is due until then, and fires it.
 bool VirtualTime::fireNext(qint64 until)
 {
     if (m_timers.empty() || m_timers.begin()->first.first > until)

@@ -6,22 +6,23 @@
 #include <memory>
 #include <vector>
 
-/// An event dispatcher for tests whose clock moves only when the test says so. Timers of the main thread fire in the
-/// order in which they are due, those of one instant in the order in which they were started. Sockets, posted events
-/// and wake-ups from other threads work as ever. Install it before the application object is made.
+/// An event dispatcher for tests. Its clock moves only when the test moves it. Timers of the main thread fire in the
+/// order in which they are due; timers that are due at the same time fire in the order in which they were started.
+/// Sockets, posted events and wake-ups from other threads work as usual. Install it before the application object is
+/// created.
 class VirtualTime : public QAbstractEventDispatcher
 {
     Q_OBJECT
 
 public:
-    /// Makes the dispatcher of the coming application object.
+    /// Installs the dispatcher for the application object that is created next.
     static VirtualTime *install();
 
-    /// Moves the clock by @p milliseconds and fires all that is due on the way, with everything that is posted.
+    /// Advances the clock by @p milliseconds, fires the timers that become due, and delivers posted events.
     static void advance(qint64 milliseconds);
-    /// Delivers what is posted, without moving the clock.
+    /// Delivers posted events without moving the clock.
     static void settle() { advance(0); }
-    /// Milliseconds since install().
+    /// Returns the milliseconds since install().
     static qint64 now();
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;
@@ -45,7 +46,7 @@ private:
         Qt::TimerType type;
         QObject *object;
     };
-    /// When it is due, and the how manieth start it was.
+    /// The due time, and the number of the start.
     using Due = std::pair<qint64, qint64>;
 
     VirtualTime();

@@ -4,19 +4,20 @@
 
 namespace mirel {
 
-/// The host as a component library sees it. The object belongs to the host and outlives every component.
+/// The interface of the host for component libraries. The host owns the object, which outlives every component.
 class IHost
 {
 public:
-    /// The service or component called @p name, nullptr when the host has none. No type check is made.
+    /// Returns the service or component named @p name, or nullptr if there is none. The type isn't checked: the pointer
+    /// must be one to exactly the interface that the caller expects. The host keeps ownership.
     virtual void *getComponent(const char *name) = 0;
 
 protected:
     ~IHost() = default;
 };
 
-/// The process-wide handle of the host. Every library that includes this header shares one instance, so
-/// `pluginit` in any of them fills it for all. The pointer is a plain word: set it before other threads read it.
+/// The process-wide handle of the host. All libraries that include this header share one instance, so one call of
+/// `pluginit` sets the host for all of them. Not thread-safe: set the host before other threads read it.
 class api
 {
 public:
@@ -29,7 +30,7 @@ public:
     IHost *host() const { return m_host; }
     void setHost(void *host) { m_host = static_cast<IHost *>(host); }
 
-    /// Looks @p name up at the host. nullptr when there is no host yet or the host has no such service.
+    /// Returns the service named @p name, or nullptr if no host is set or the host has no such service.
     template <class Service>
     Service *service(const char *name) const
     {

@@ -7,7 +7,11 @@ namespace mirel {
 
 class IMessageHandler;
 
-/// What a library tells the host of one component: how to make and end it, and its name.
+/// The record of one component: the functions that create and delete its object, and its name. A library provides one
+/// record per component.
+///
+/// creator() returns a new object, which the caller owns, or nullptr if memory runs out. deletor() deletes an object
+/// that creator() returned; nullptr is allowed.
 struct ComponentInfo
 {
     std::function<void *()> creator;
@@ -17,7 +21,8 @@ struct ComponentInfo
     const char *componentMeta;
 };
 
-/// What a library tells the host of itself. `componentInfoTable` ends with a null pointer.
+/// The record of a library. `componentInfoTable` lists its components and ends with a null pointer. The library owns
+/// the record, which is valid for the life of the process.
 struct PluginInfo
 {
     const char *interfaceVersion;
@@ -27,7 +32,7 @@ struct PluginInfo
     const char *pluginMeta;
 };
 
-/// The functions and the record of the component class @p T. The library that offers T specialises all four.
+/// The functions and the record of the component class @p T. The library that contains T specializes all four.
 template <class T>
 struct ComponentTmpl
 {
@@ -37,7 +42,7 @@ struct ComponentTmpl
     static ComponentInfo componentInfo;
 };
 
-// std::function is no standard-layout type to the compiler, and lies in memory like one all the same.
+// The compiler doesn't treat std::function as a standard-layout type, but its layout in memory is that of one.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 static_assert(sizeof(ComponentInfo) == 112);

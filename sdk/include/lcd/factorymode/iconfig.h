@@ -4,11 +4,11 @@
 
 namespace LCD::FactoryMode {
 
-/// Service "lcdConfig": settings of the device.
+/// The service "lcdConfig": settings of the device. Called on the GUI thread.
 class IConfig
 {
 public:
-    /// The key mode for FactoryTestFrame::setFactoryTestKeyMode().
+    /// Returns the key mode for FactoryTestFrame::setFactoryTestKeyMode().
     virtual QString getFactoryTestKeyMode() = 0;
 
 protected:

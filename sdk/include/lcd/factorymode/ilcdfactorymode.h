@@ -10,9 +10,9 @@
 
 namespace LCD::FactoryMode {
 
-/// The factory mode as its host drives it: the component "lcd.factory.mode", offered back to the component's own
-/// library as the service "lcdFactoryModeWidget". All operations belong on the GUI thread. The order of the virtual
-/// operations is part of the interface.
+/// The interface of the factory mode widget for its host. The component "lcd.factory.mode" creates the widget, and the
+/// host provides it as the service "lcdFactoryModeWidget", too. Call all operations on the GUI thread. The order of the
+/// virtual operations is part of the interface.
 class ILcdFactoryMode : public QWidget
 {
     Q_OBJECT
@@ -23,30 +23,32 @@ public:
 
     /// Shows the menu at the top of its first level.
     virtual void enterFactoryMode() = 0;
-    /// Hides the widget. Pages, lists and rows stay as they are.
+    /// Hides the widget. Neither the pages nor the selected rows change, and a running test continues.
     virtual void exitFactoryMode() = 0;
     virtual bool isFactoryMode() const = 0;
-    /// "menuConfigPath": a directory, or a file in it, from which the two configuration files are read.
+    /// Sets an option. The only @p key is "menuConfigPath": @p value is the directory of the two configuration files,
+    /// or a file in it. Both files are read at once.
     virtual void setFactoryModeData(const QString &key, const QVariant &value)
     {
         Q_UNUSED(key)
         Q_UNUSED(value)
     }
-    /// Size in pixels; ignored unless both sides are greater than 0.
+    /// Sets the size in pixels. Does nothing unless width and height are greater than 0.
     virtual void setFactoryModeSize(const QSize &size) { Q_UNUSED(size) }
-    /// Stores @p callback (pattern type, pattern index, level) under @p name, in the place of an earlier one.
+    /// Registers @p callback (pattern type, pattern index, level) under @p name and replaces an earlier one. Callbacks
+    /// can't be unregistered.
     virtual void registerTestPatternDisplayCallback(const std::string &name,
                                                     const std::function<void(int, int, int)> &callback) = 0;
-    /// Calls every registered callback, in ascending order of name, on the caller's thread.
+    /// Calls all registered callbacks on the caller's thread, in ascending order of their names.
     virtual void notifyTestPatternChanged(int patternType, int patternIndex, int level) = 0;
 
 Q_SIGNALS:
-    /// The operator opened a menu entry that the host shows in a container of its own.
+    /// Emitted when the operator opens a menu entry that isn't a test page. The host shows the container.
     void requestShowContainer(const QString &containerKey);
-    /// The operator asked to leave; the host answers with exitFactoryMode().
+    /// Emitted when the operator goes back from the first menu level. The host calls exitFactoryMode().
     void requestExitFactoryMode();
 };
 
-static_assert(sizeof(ILcdFactoryMode) == sizeof(QWidget), "the interface holds no data");
+static_assert(sizeof(ILcdFactoryMode) == sizeof(QWidget), "the interface has no data members");
 
 }

@@ -6,18 +6,18 @@
 
 namespace LCD::FactoryMode {
 
-/// Service "lcdMemoryCacheNetworkPort": link state of the net ports. The payload is a
-/// `std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NetworkPortLink>>`, delivered on the service's thread.
-/// A second registration under one subscriber name replaces the first.
+/// The service "lcdMemoryCacheNetworkPort": the links of the net ports. The payload is a
+/// `std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NetworkPortLink>>`, delivered on any thread.
+/// A second registration with the same subscriber name replaces the first.
 class INetworkPort
 {
 public:
-    /// Reports: one at subscription, and whenever one is asked for.
+    /// Registers @p callback for reports: the state of all ports, sent after the registration and after each request.
     virtual void registerReportCallback(const std::string &subscriber, int mode,
                                         const std::function<void(std::any)> &callback) = 0;
-    /// Never called by the factory mode; keeps its slot.
+    /// Reserves its position in the interface. The component never calls it.
     virtual void reserved() = 0;
-    /// Changes: one when a link really changes.
+    /// Registers @p callback for changed events, sent when a link has changed.
     virtual void registerChangedCallback(const std::string &subscriber, int mode,
                                          const std::function<void(std::any)> &callback) = 0;
 

@@ -7,14 +7,14 @@
 
 namespace LCD::FactoryMode {
 
-/// Service "lcdTBarCalibration". Results and reports may arrive on a thread of the service's own.
+/// The service "lcdTBarCalibration": calibrates the T-Bar. It may deliver results and reports on any thread.
 class ITBarCalibration
 {
 public:
-    /// Sends one calibration command; @p result hears whether it worked, and a message.
+    /// Sends a calibration command. @p result is called with true if it succeeded, else with false and a message.
     virtual void setBarCalibration(const LCD::ProtocolImpl::s_BarCalibration &command,
                                    const std::function<void(bool ok, const std::string &message)> &result) = 0;
-    /// Subscribes @p subscriber to reports; a second registration under one name replaces the first.
+    /// Registers @p callback for calibration reports. A second registration with the same name replaces the first.
     virtual void registerBarCalibrationCallback(
         const std::string &subscriber,
         const std::function<void(const LCD::ProtocolImpl::s_BarCalibration &)> &callback) = 0;

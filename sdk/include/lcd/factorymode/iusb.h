@@ -6,16 +6,16 @@
 
 namespace LCD::FactoryMode {
 
-/// Service "lcdMemoryCacheNodeUSB": the USB tree. The payload is a
-/// `std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NodeUSB>>`, delivered on the service's thread.
-/// A second registration under one subscriber name replaces the first.
+/// The service "lcdMemoryCacheNodeUSB": the USB tree. The payload is a
+/// `std::shared_ptr<std::vector<LCD::ProtocolImpl::s_NodeUSB>>`, delivered on any thread.
+/// A second registration with the same subscriber name replaces the first.
 class IUSB
 {
 public:
-    /// Reports: one at subscription, and whenever one is asked for.
+    /// Registers @p callback for reports: the state of all nodes, sent after the registration and after each request.
     virtual void registerReportCallback(const std::string &subscriber, int mode,
                                         const std::function<void(std::any)> &callback) = 0;
-    /// Changes: one when a link really changes.
+    /// Registers @p callback for changed events, sent when a link has changed.
     virtual void registerChangedCallback(const std::string &subscriber, int mode,
                                          const std::function<void(std::any)> &callback) = 0;
 

@@ -5,7 +5,7 @@
 
 namespace LCD::KeyboardProxy {
 
-/// Colour of a key's LED. The factory mode uses 0 for the key named "CUT" and 2 for all others.
+/// The color of a key's LED. The factory mode uses 0 for the key named "CUT" and 2 for all others.
 enum KeyLEDColor : int {
     KeyLedRed = 0,
     KeyLedBlue = 1,
@@ -13,7 +13,8 @@ enum KeyLEDColor : int {
     KeyLedWhite = 3,
 };
 
-/// What one key's LED shows. `mode`: 1 blinks, 0 is steady. `brightness` in percent, `period` in milliseconds.
+/// The requested state of a key's LED. `mode` is 1 for blinking and 0 for steady light, `brightness` is in percent, and
+/// `period` is the length of one blink in milliseconds.
 struct KeyLedRequest
 {
     KeyLEDColor color;
@@ -29,7 +30,7 @@ static_assert(offsetof(KeyLedRequest, mode) == 4);
 static_assert(offsetof(KeyLedRequest, brightness) == 8);
 static_assert(offsetof(KeyLedRequest, period) == 12);
 
-/// Deflection of the joystick, each axis from -1 to 1.
+/// The deflection of the joystick; each axis from -1 to 1.
 struct KeyButtonJoystick
 {
     float x = 0;
@@ -45,13 +46,13 @@ struct KeyTouchScreen
     std::int32_t pressed = 0;
 };
 
-/// Position of the T-Bar, from 0 (bottom) to 1 (top).
+/// The position of the T-Bar, from 0 (bottom) to 1 (top).
 struct KeyButtonTBar
 {
     float position = 0;
 };
 
-/// The areas of the panel's long screens.
+/// The areas of the panel's wide screens.
 enum eAreaModuleType : int {
     AreaScreen = 0,
     AreaLayer = 1,

@@ -11,7 +11,7 @@ inline const QString ItemKey_EM_USBPLAYER = QStringLiteral("em.usbplayer");
 inline const QString ItemKey_NM_ADVANCED_WORKMODE = QStringLiteral("nm.advanced.workmode");
 inline const QString ItemKey_NM_ADVANCED_DEVICEWORKMODE = QStringLiteral("nm.advanced.workmode.deviceworkmode");
 inline const QString ItemKey_NM_ADVANCED_DEVICEWORKMODEITEM = QStringLiteral("nm.advanced.workmode.deviceworkmodeitem");
-// The name says NM and the value says hm; both are what the device's data use.
+// The name contains NM and the value hm. Both are correct: the device's data use them.
 inline const QString ItemKey_NM_LANGUAGE = QStringLiteral("hm.language");
 
 }

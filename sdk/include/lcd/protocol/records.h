@@ -5,7 +5,7 @@
 
 namespace LCD::ProtocolImpl {
 
-/// One T-Bar calibration command or report. In commands `target` and `value` are 0.
+/// A T-Bar calibration command or report. In commands, `target` and `value` are 0.
 struct s_BarCalibration
 {
     std::int32_t target = 0;
@@ -28,7 +28,7 @@ static_assert(sizeof(s_NetworkPortLink) == 20);
 static_assert(offsetof(s_NetworkPortLink, port) == 12);
 static_assert(offsetof(s_NetworkPortLink, link) == 16);
 
-/// One node of the USB tree. Nodes of type 26 are ports; a port is linked when it is active and not blocked.
+/// A node of the USB tree. Nodes of type 26 are ports. A port is linked if it is active and not blocked.
 struct s_NodeUSB
 {
     std::int32_t header[3] = {0, 0, 0};

@@ -7,20 +7,23 @@ namespace veltor::trans {
 class Translator;
 }
 
-/// The process-wide choice of language, English ("en") until another is chosen. On the GUI thread, but for instance()
-/// and translator(), which any thread may call; translating through translator() is safe while the language changes.
+/// The language of the process. It is English ("en") until setLanguage() is called. instance() and translator() are
+/// thread-safe, and so is translating with translator() while the language changes. Call all other functions on the GUI
+/// thread.
 class LCDFWTranslateManager
 {
 public:
     static LCDFWTranslateManager *instance();
 
-    /// Never null; the same object for the life of the process, whatever the language.
+    /// Returns the translator of the current language. It is never null, and the object stays the same when the
+    /// language changes. The manager owns it.
     veltor::trans::Translator *translator() const;
 
-    /// Language codes that have a catalogue, such as "en" and "zh_CN", in alphabetical order.
+    /// Returns the codes of all languages that have a catalog, such as "en" and "zh_CN", in alphabetical order.
     QStringList languages() const;
+    /// Returns the code of the current language.
     QString language() const;
-    /// False, and no change, when there is no catalogue for @p code.
+    /// Changes the language. Returns false and changes nothing if there is no catalog for @p code.
     bool setLanguage(const QString &code);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace LCD::Widget {
 
-/// Where setControlFocus() puts the focus.
+/// The button that setControlFocus() gives the focus to.
 enum FocusType : int {
     FocusLeftButton = 0,
     FocusRightButton = 1,
@@ -21,7 +21,7 @@ enum IconType : int {
     IconNone = 2,
 };
 
-/// The log pane of a test page: the newest lines, as many as there is room for. GUI thread.
+/// The log of a test page. It shows the newest lines that fit. Use it on the GUI thread.
 class FactoryTestRightFrame : public QWidget
 {
     Q_OBJECT
@@ -41,10 +41,10 @@ public:
     explicit FactoryTestRightFrame(QWidget *parent);
     ~FactoryTestRightFrame() override;
 
-    /// Adds a line; the pane keeps the last 500.
+    /// Appends a line. The last 500 lines are kept.
     void append(const QString &text, FactoryTestLogType type, FactoryTestLogLevel level);
     QStringList lines() const;
-    /// Font size of the lines in pixels.
+    /// Sets the font size of the lines in pixels.
     void setLogFontSize(int pixelSize);
 
 protected:
@@ -56,7 +56,7 @@ private:
 };
 
 /// The frame of a test page: title with icon, step title, step lines, status icon, two soft buttons and a log.
-/// All operations belong on the GUI thread but log() and setStepIcon(), which may be called on any.
+/// Call all functions on the GUI thread, except log() and setStepIcon(), which are thread-safe.
 class FactoryTestFrame : public QWidget
 {
     Q_OBJECT
@@ -72,30 +72,32 @@ public:
     void setStepTitleVisible(bool visible);
     /// Replaces the list of step lines.
     void addTestSteps(const QStringList &steps);
-    /// Appends one step line.
+    /// Appends a step line. @p flag isn't used.
     void addTestStep(const QString &text, const QColor &color, bool flag);
     void clearAllSteps();
-    /// Marks step line @p stepIndex, counted from 0.
+    /// Sets the mark of step line @p stepIndex, counted from 0. Does nothing if there is no such line. Thread-safe.
     void setStepIcon(int stepIndex, LCD::Widget::IconType icon);
     void setLeftBtnText(const QString &text);
     void setRightBtnText(const QString &text);
     void setLeftBtnVisible(bool visible);
     void setRighttBtnVisible(bool visible);
-    /// False makes the left button not react.
+    /// Disables the left button if @p clickable is false.
     void setNoPassButtonCanClicked(bool clickable);
-    /// False leaves hardware keys to the test.
+    /// If @p enabled is false, the frame accepts all key events and ignores them, because the keys belong to the test.
     void setKeyEventsEnabled(bool enabled);
     void setStatusIcon(const QString &iconKey);
     void setStatusIconVisible(bool visible);
     void setControlFocus(LCD::Widget::FocusType focus);
-    /// False stops the back request; the soft buttons stay alive.
+    /// If @p respond is false, Escape doesn't emit signalBackPrevious(). The soft buttons still work.
     void setIsReponseEvent(bool respond);
-    /// Font size of the content area in pixels.
+    /// Sets the font size of the content area, in pixels of a frame of 800x480.
     void setContentFontSize(int size);
+    /// Appends a line to the log. Thread-safe.
     void log(const QString &text, LCD::Widget::FactoryTestRightFrame::FactoryTestLogType type,
              LCD::Widget::FactoryTestRightFrame::FactoryTestLogLevel level) const;
 
 Q_SIGNALS:
+    /// Emitted when the operator presses Escape.
     void signalBackPrevious();
     void signalLeftBtnClicked(bool checked);
     void signalRightBtnClicked(bool checked);

@@ -6,8 +6,8 @@ namespace veltor::trans {
 
 class Translator;
 
-/// The text of @p key in @p context and @p section of the translator's present catalogue; @p key itself when the
-/// catalogue lacks it or @p translator is null. May be called on any thread.
+/// Returns the text of @p key in @p context and @p section of the current catalog of @p translator. Returns @p key if
+/// the catalog doesn't contain it or if @p translator is null. Thread-safe.
 QString translate(Translator *translator, const QString &context, const QString &section, const QString &key);
 
 }
