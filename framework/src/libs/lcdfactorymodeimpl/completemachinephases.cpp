@@ -26,7 +26,7 @@ void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phas
     biz.enter();
     biz.startTest();
     const CompleteMachinePhaseInfo info = phaseScreen(phase, levelSuffix(biz.state()));
-    auto event = timerEvent();
+    auto event = makeTimerUpdate();
     if (!action.change([](RunState &state) { state.timerWanted = true; }))
         return;
     applyTimer(std::move(event));
@@ -160,7 +160,7 @@ void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
 
 bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
 {
-    auto event = timerEvent();
+    auto event = makeTimerUpdate();
     const bool stopped = action.change([](RunState &state) { state.timerWanted = false; });
     if (stopped)
         applyTimer(std::move(event));
@@ -169,7 +169,7 @@ bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
 
 bool CompleteMachineTestBiz::Impl::stopTimerForFailure(RunAction &action)
 {
-    auto event = timerEvent();
+    auto event = makeTimerUpdate();
     const bool stopped = action.changeSameRun([](RunState &state) { state.timerWanted = false; });
     if (stopped)
         applyTimer(std::move(event));

@@ -80,7 +80,7 @@ void CompleteMachineTestBiz::Impl::start()
 }
 
 // Made before the state changes, so that nothing has changed when there is no memory for it. None on the own thread.
-std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::timerEvent() const
+std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::makeTimerUpdate() const
 {
     return QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);
 }

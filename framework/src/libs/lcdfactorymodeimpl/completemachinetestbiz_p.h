@@ -66,7 +66,7 @@ private:
     bool stopTimerForFailure(RunAction &action);
     static void takeBack(RunAction &action, const RunState &before);
     void sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen);
-    std::unique_ptr<QEvent> timerEvent() const;
+    std::unique_ptr<QEvent> makeTimerUpdate() const;
     void applyTimer(std::unique_ptr<QEvent> event);
 
     void onSubStateChanged(int subState);
