@@ -7,36 +7,36 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The aging test: five single tests in an endless loop, until stop(). It gives no verdict and counts no rounds; what
-/// it has to say are text lines. Neither a callback nor an operation of a host service that a step calls may destroy
-/// the test.
+/// The driver of the aging test: runs five single tests in a loop until stop(). It gives no verdict and counts no
+/// rounds. Its only output is text lines. Neither a callback nor an operation of a host service that a step calls may
+/// delete the test.
 ///
-/// Threads: lives on the thread that made it, which has an event loop, and all operations are called there; callbacks
-/// may be registered on any thread. Link results arrive on the threads of the port services, and their step is queued
-/// to the test's own thread. Both callbacks are called there, inside the step that they tell of.
+/// Threads: call all operations on the thread that created the object, which needs an event loop. Callbacks may be
+/// registered on any thread. Link results arrive on the threads of the port services; the next step is queued to the
+/// test's own thread. Both callbacks are called on the test's own thread, during the step.
 class AgeTestBiz
 {
 public:
     AgeTestBiz();
-    /// Ends the timers and the listening to the host's services, without the steps of stop(). Waits for link results
-    /// that are under way on other threads, which must therefore not wait for this one.
+    /// Stops the timers and ignores later events of the host's services. Doesn't do what stop() does. Waits for link
+    /// results that are being handled on other threads, which therefore must not wait for this thread.
     ~AgeTestBiz();
     AgeTestBiz(const AgeTestBiz &) = delete;
     AgeTestBiz &operator=(const AgeTestBiz &) = delete;
 
-    /// Where the text lines go: an empty text clears the page, any other is a line to add. Takes the place of an
-    /// earlier one, and must be set before any of start(), stop() and recount().
+    /// Sets the callback for the text lines and replaces an earlier one. An empty text clears the page, any other text
+    /// is a line to add. Set it before start(), stop() and recount().
     void registerSetAgeTextInfoCallBack(const std::function<void(const QString &, const QColor &)> &callback);
-    /// Called when the button light step has ended, before the next one starts. Takes the place of an earlier one; an
-    /// empty function ends the calls.
+    /// Sets the callback that is called after the button light step, before the next step starts. It replaces an
+    /// earlier one; an empty function removes it.
     void registerOnButtonLightFinishedCallback(const std::function<void()> &callback);
 
-    /// Runs from the first step, also when a run is under way. Link results that are still queued are dropped.
+    /// Starts a run at the first step, even if one is in progress. Drops link results that are still queued.
     void start();
-    /// Ends the run and resets the visual tests. Link results that are still queued are dropped. The last lines stay.
-    /// The port tests stay subscribed: a link that changes afterwards sets the loop going again.
+    /// Ends the run and resets the visual tests. Drops link results that are still queued. The last lines remain. The
+    /// port tests stay subscribed, so a later link change starts the loop again.
     void stop();
-    /// Forgets the port failures seen so far and writes the lines anew. The running step goes on.
+    /// Clears the recorded port failures and writes the lines again. The current step continues.
     void recount();
 
 private:

@@ -4,10 +4,10 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The page of the aging test. The factory menu makes it on first use and owns it; it owns its AgeTestBiz.
-/// Neither leaving nor destroying the page stops a run by the steps of a stop: only the right button does.
+/// The page of the aging test. The factory menu creates it on first use and owns it; the page owns its AgeTestBiz. Only
+/// the right button calls AgeTestBiz::stop(). Neither leaving nor deleting the page does.
 ///
-/// Threads: belongs to the GUI thread.
+/// Threads: use it on the GUI thread.
 class AgeTestWidget : public QWidget
 {
     Q_OBJECT
@@ -16,12 +16,13 @@ public:
     explicit AgeTestWidget(QWidget *parent);
     ~AgeTestWidget() override;
 
-    /// Font size of the content area in pixels.
+    /// Sets the font size of the content area in pixels.
     void setContentFontSize(int size);
-    /// Prepares the page; to be called at each showing. A run under way goes on.
+    /// Prepares the page. Call it each time before the page is shown. A run in progress continues.
     void enterWindow();
 
 Q_SIGNALS:
+    /// Emitted when the operator goes back to the menu.
     void signalBackToFactoryMenu();
 
 private:

@@ -5,11 +5,13 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The keys of the key check list, one at a time: the key blinks, waits to be pressed, turns steady.
+/// The key walk: asks for the keys of the key check list one after another. The LED of the current key blinks until the
+/// key is pressed, and then lights steadily. Color and blink period of the LED are set in buttonfunctionbiz.cpp.
+/// ButtonLightBiz, in contrast, tests the brightness of the LEDs.
 ///
-/// Threads: enter(), startTest(), skipCurrentStep() and the verdicts belong on the owner's thread; key events arrive on
-/// the thread of the keyboard service, also at the same time. state(), failCount() and the listeners may be used on any
-/// thread. Listeners are called on the thread of the operation or of the key event.
+/// Threads: call enter(), startTest(), skipCurrentStep() and the verdicts on the owner's thread. Key events arrive on
+/// the thread of the keyboard service, also at the same time. state(), failCount() and the registration of listeners
+/// are thread-safe. Listeners are called on the thread of the operation or of the key event.
 class ButtonFunctionBiz
 {
 public:
@@ -18,25 +20,26 @@ public:
     ButtonFunctionBiz(const ButtonFunctionBiz &) = delete;
     ButtonFunctionBiz &operator=(const ButtonFunctionBiz &) = delete;
 
-    /// Forgets an earlier walk and begins to listen to the keys. Announces nothing.
+    /// Resets the test and registers the key listener. Calls no listener.
     void enter();
-    /// Fetches the key check list and lets its first key blink. Does nothing without a keyboard service; warns and
-    /// does nothing without the factory mode widget. An empty list leaves no key under test.
+    /// Gets the key check list from the factory mode widget and makes its first key blink. Does nothing without a
+    /// keyboard service. Logs a warning and does nothing without the factory mode widget. If the list is empty, no key
+    /// is under test.
     void startTest();
-    /// Counts the current key as failed and goes to the next; on the last key it announces the verdict itself.
+    /// Counts the current key as failed and goes to the next one. After the last key it announces the verdict.
     void skipCurrentStep();
-    /// Verdict, 103 or 102; stops listening to the keys.
+    /// Sets the verdict, announces 103 (pass) or 102 (not pass), and removes the key listener.
     void setPass();
     void setNotPass();
-    /// State code; 0 throughout the walk.
+    /// Returns the state code. It is 0 during the whole walk.
     int state() const;
-    /// Number of keys skipped since enter() or startTest().
+    /// Returns the number of keys that were skipped since enter() or startTest().
     int failCount() const;
 
-    /// Puts @p callback (state code, fail count) under @p requester in the place of an earlier one; an empty function
-    /// changes nothing. Every listener is called.
+    /// Registers @p callback (state code, failure count) as the listener of @p requester and replaces an earlier one.
+    /// An empty function changes nothing. The listeners of all requesters are called.
     void registerStateCallback(const std::string &requester, const std::function<void(int, int)> &callback);
-    /// Sets the one listener (key code, name in UTF-8) for the key now under test; an empty function removes it.
+    /// Sets the only listener (hal key, name in UTF-8) for the current key. An empty function removes it.
     void registerCurrentKeyUnderTestCallback(const std::string &requester,
                                              const std::function<void(unsigned int, const std::string &)> &callback);
 

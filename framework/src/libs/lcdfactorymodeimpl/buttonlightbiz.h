@@ -5,11 +5,13 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The LEDs of all keys through five brightness levels, twice over, and dark at the end. The state code is the level
-/// in percent. Without a keyboard service the walk goes on and no LED changes.
+/// The test of the key LEDs: sets all of them to five brightness levels in two cycles and turns them off at the end. No
+/// LED blinks here; ButtonFunctionBiz makes the LED of a single key blink. While the test runs, the state code is the
+/// level in percent. Without a keyboard service the test runs, but no LED changes.
 ///
-/// Threads: operations may be called on any thread, but not two of them at once, or the walk loses its order; state(),
-/// the requester and the listeners may be used on any thread at any time. Listeners are called on the caller's thread.
+/// Threads: call the operations on any thread, but only one at a time; otherwise the steps lose their order. state(),
+/// the functions for the requester and the registration of listeners are thread-safe. Listeners are called on the
+/// thread of the operation.
 class ButtonLightBiz
 {
 public:
@@ -18,26 +20,27 @@ public:
     ButtonLightBiz(const ButtonLightBiz &) = delete;
     ButtonLightBiz &operator=(const ButtonLightBiz &) = delete;
 
-    /// Back to idle, and tells the device which test is active. Changes no LED.
+    /// Resets the test and tells the device which test is active. Changes no LED.
     void enter();
-    /// Shows the first level. A trip that was left half way counts on: only enter() and reTest() forget it.
+    /// Shows the first level. Doesn't reset the cycle count of an unfinished test; only enter() and reTest() do.
     void startTest();
-    /// Shows the next level; after the second trip it puts the keys out and announces 101. Does nothing unless a
-    /// level shows.
+    /// Shows the next level. After the second cycle it turns the LEDs off and announces 101. Does nothing unless a
+    /// level is shown.
     void nextStep();
-    /// Verdict, 103 or 102. The LEDs stay at their level.
+    /// Sets the verdict and announces 103 (pass) or 102 (not pass). The LEDs keep their level.
     void setPass();
     void setNotPass();
-    /// Back to idle. The LEDs stay at their level.
+    /// Resets the test. The LEDs keep their level.
     void reTest();
-    /// State code.
+    /// Returns the state code.
     int state() const;
 
-    /// Only the listeners registered under this name hear anything; at first the empty one. Announces nothing.
+    /// Sets the current requester: the only one whose listeners are called. It is empty at first. Calls no listener.
     void setCurRequester(const std::string &requester);
+    /// Returns the current requester.
     std::string getCurRequester() const;
-    /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing.
+    /// Registers @p callback (state code) as the listener of @p requester and replaces an earlier one. An empty
+    /// function changes nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
 
 private:

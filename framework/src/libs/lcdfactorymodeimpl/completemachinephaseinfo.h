@@ -9,20 +9,20 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// One screen of the complete machine test, as a value. An empty text or icon leaves what the page shows; an empty
-/// title leaves everything but the no-pass button.
+/// One screen of the complete machine test, as a value. If a text or icon is empty, the page keeps what it shows. If
+/// the title is empty, the page changes only whether the no-pass (left) button is clickable.
 ///
-/// Threads: a value; each thread uses a copy of its own.
+/// Threads: reentrant; each thread uses its own copy.
 struct CompleteMachinePhaseInfo
 {
-    /// Stands in `panelMode` for: don't tell the keyboard service.
+    /// The value of `panelMode` that leaves the device's panel mode unchanged.
     static constexpr std::int32_t KeepPanelMode = 16;
 
     QString title;
     QString titleIcon;
     QString stepTitle;
     QStringList steps;
-    /// By line; a line without an entry is white.
+    /// The color of each line. Lines without an entry are white.
     QList<QColor> stepColors;
     QString leftBtnText;
     QString rightBtnText;
@@ -30,12 +30,12 @@ struct CompleteMachinePhaseInfo
     bool rightBtnVisible = true;
     QString statusIcon;
     bool statusIconVisible = false;
-    /// 0 puts the focus on the right button, any other value on the left.
+    /// The button with the focus: 0 for the right one, any other value for the left one.
     int focusLeftBtn = 0;
     bool keyEventsEnabled = true;
     bool noPassBtnClickable = true;
     bool stepTitleVisible = true;
-    /// Leaves the step lines and their marks on the page, and `steps` unread.
+    /// If true, the page keeps its step lines and marks, and `steps` is ignored.
     bool keepSteps = false;
     std::int32_t panelMode = -1;
 };

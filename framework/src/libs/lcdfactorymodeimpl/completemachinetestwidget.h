@@ -4,11 +4,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The page of the complete machine test. The factory menu makes it on first use and owns it; it owns its
+/// The page of the complete machine test. The factory menu creates it on first use and owns it; the page owns its
 /// CompleteMachineTestBiz.
 ///
-/// Threads: belongs to the GUI thread. Screens of the test that come on another thread are queued to it; log lines and
-/// step marks are handed to the frame on the thread on which they come.
+/// Threads: use it on the GUI thread. Screens that arrive on another thread are queued to the GUI thread. Log lines and
+/// step marks are passed to the frame on the thread on which they arrive.
 class CompleteMachineTestWidget : public QWidget
 {
     Q_OBJECT
@@ -17,12 +17,13 @@ public:
     explicit CompleteMachineTestWidget(QWidget *parent);
     ~CompleteMachineTestWidget() override;
 
-    /// Shows the entry screen, from which the right button starts a run; to be called at each showing.
+    /// Shows the entry screen, where the right button starts a run. Call it each time before the page is shown.
     void enterWindow();
-    /// Font size of the content area in pixels.
+    /// Sets the font size of the content area in pixels.
     void setContentFontSize(int size);
 
 Q_SIGNALS:
+    /// Emitted when the operator goes back to the menu.
     void signalBackToFactoryMenu();
 
 private:

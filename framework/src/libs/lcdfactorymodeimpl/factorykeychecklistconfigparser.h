@@ -7,20 +7,20 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Reads the keys of the button function test from XML, each a key code of the keyboard service and a name, in the
-/// order of the test. Holds no state. Every operation returns true when @p keys are valid to use; what is wrong with
-/// a file goes to the log, and only a file without a list of keys empties @p keys.
+/// Reads the key check list from XML: the hal key and the name of each key, in the order of the key walk. Every
+/// function returns true if @p keys are valid. Otherwise it logs a warning with the reason and doesn't change @p keys,
+/// except that a file without a list of keys clears them.
 ///
-/// Threads: may be used on any thread.
+/// Threads: reentrant; the class has no state.
 class FactoryKeyCheckListConfigParser
 {
 public:
     static const char *defaultConfigFileName();
 
-    /// Reads the file of the default name in @p dir.
+    /// Reads the file with the default name in @p dir.
     bool load(const QString &dir, QList<QPair<int, QString>> &keys);
     bool loadFromFile(const QString &path, QList<QPair<int, QString>> &keys) const;
-    /// @p path serves in log lines only.
+    /// Reads the keys from @p data. @p path is used in log lines only.
     bool parseDocument(const QByteArray &data, const QString &path, QList<QPair<int, QString>> &keys) const;
 };
 

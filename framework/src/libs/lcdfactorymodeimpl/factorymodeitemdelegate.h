@@ -4,10 +4,10 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Paints a row of the menu: the title at the left, ">" at the right, on a bar of the highlight colour while the row
-/// is selected. Colour of the text and height come from the row's data and the style.
+/// Paints a row of the menu: the title at the left and ">" at the right, with the highlight color behind the selected
+/// row. The row's data and the style determine the text color and the height. Implemented in factorymodewidget.cpp.
 ///
-/// Threads: belongs to the GUI thread.
+/// Threads: use it on the GUI thread.
 class FactoryModeItemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

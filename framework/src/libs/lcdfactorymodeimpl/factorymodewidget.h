@@ -8,11 +8,11 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The factory menu: two lists of entries on one page, read from "factorymenu.xml", and the two test pages, made when
-/// they are first asked for. The host owns it.
+/// The factory menu: two lists with the entries of "factorymenu.xml", and the two test pages, which it creates on first
+/// use. The host owns it.
 ///
-/// Threads: belongs to the GUI thread. Listeners for the test pattern may be registered and notified on any thread, and
-/// are called on that of the notification.
+/// Threads: use it on the GUI thread. Only registerTestPatternDisplayCallback() and notifyTestPatternChanged() are
+/// thread-safe; the callbacks are called on the thread of the notification.
 class FactoryModeWidget : public FactoryMode::ILcdFactoryMode
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
                                             const std::function<void(int, int, int)> &callback) override;
     void notifyTestPatternChanged(int patternType, int patternIndex, int level) override;
 
-    /// The keys of the button function test, each a key code and a name, in the order of the test.
+    /// Returns the key check list: the hal key and the name of each key, in the order of the key walk.
     QList<QPair<int, QString>> getFactoryKeyCheckList() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;

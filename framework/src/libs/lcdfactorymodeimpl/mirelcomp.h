@@ -9,7 +9,9 @@ class FactoryModeWidget;
 
 namespace mirel {
 
-// The one component of this library. All four members are this library's own, whatever the SDK makes of the template.
+// The functions that the host calls to load this library. "mirel" is the framework by which hosts load components.
+
+// The component of this library. The library defines all four members itself and doesn't use the SDK's definitions.
 template <>
 void *ComponentTmpl<LCD::FactoryModeImpl::FactoryModeWidget>::creator();
 template <>
@@ -23,12 +25,12 @@ ComponentInfo ComponentTmpl<LCD::FactoryModeImpl::FactoryModeWidget>::componentI
 
 extern "C" {
 
-/// Ends with a null pointer.
+/// The records of the components. Ends with a null pointer.
 extern mirel::ComponentInfo *const lcdfactorymodeimpl_mirel_componentInfoTable[2];
 
-/// What this library is and offers. May be called at any time after loading.
+/// Returns the record of this library. May be called at any time after loading.
 const mirel::PluginInfo *pluginfo();
 
-/// Hands over the host, a mirel::IHost that outlives every component. Before this no service is found.
+/// Sets the host, a mirel::IHost that must outlive every component. Until then the component finds no service.
 void pluginit(void *host);
 }

@@ -5,11 +5,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Twelve test patterns on the screens, one after another. The owner calls the next one, on its own timer or at the
-/// press of a button. A service that is missing is skipped.
+/// The test for bad pixels: shows twelve test patterns on the screens. The owner calls nextStep() for each of them,
+/// from a timer or when a button is pressed. A missing service is skipped.
 ///
-/// Threads: operations may be called on any thread, but not two of them at once, or the walk loses its order; state(),
-/// the requester and the listeners may be used on any thread at any time. Listeners are called on the caller's thread.
+/// Threads: call the operations on any thread, but only one at a time; otherwise the steps lose their order. state(),
+/// the functions for the requester and the registration of listeners are thread-safe. Listeners are called on the
+/// thread of the operation.
 class ScreenBadPixelBiz
 {
 public:
@@ -18,25 +19,26 @@ public:
     ScreenBadPixelBiz(const ScreenBadPixelBiz &) = delete;
     ScreenBadPixelBiz &operator=(const ScreenBadPixelBiz &) = delete;
 
-    /// Back to idle, and tells the device which test is active. Shows nothing yet.
+    /// Resets the test and tells the device which test is active. Shows no pattern yet.
     void enter();
     /// Shows the first pattern.
     void startTest();
-    /// Shows the next pattern; past the twelfth it clears the screens and announces 101.
+    /// Shows the next pattern. After the twelfth it clears the pattern and announces 101.
     void nextStep();
-    /// Verdict: clears the screens and announces 103 or 102.
+    /// Sets the verdict: clears the pattern and announces 103 (pass) or 102 (not pass).
     void setPass();
     void setNotPass();
-    /// Back to idle with cleared screens.
+    /// Resets the test and clears the pattern.
     void reTest();
-    /// State code.
+    /// Returns the state code.
     int state() const;
 
-    /// Only the listeners registered under this name hear anything; at first the empty one. Announces nothing.
+    /// Sets the current requester: the only one whose listeners are called. It is empty at first. Calls no listener.
     void setCurRequester(const std::string &requester);
+    /// Returns the current requester.
     std::string getCurRequester() const;
-    /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing.
+    /// Registers @p callback (state code) as the listener of @p requester and replaces an earlier one. An empty
+    /// function changes nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
 
 private:

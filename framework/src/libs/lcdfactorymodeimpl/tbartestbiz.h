@@ -5,12 +5,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The calibration of the T-Bar in seven steps, each sent at a press of the operator. What the service reports isn't
-/// read; the result of the last command is logged.
+/// The T-Bar test: calibrates the T-Bar in seven steps. Each press of the operator sends one command. The reports of
+/// the service aren't evaluated. If the last command fails, a warning is logged.
 ///
-/// Threads: operations belong on the thread that made the object, to which the reports of the service are brought.
+/// Threads: call the operations on the thread that created the object; the service's reports are moved to that thread.
 /// Results of commands are logged on the thread of the service. state(), failCount(), currentStepIndex() and the
-/// listeners may be used on any thread. Listeners are called on the caller's thread.
+/// registration of listeners are thread-safe. Listeners are called on the thread of the operation.
 class TbarTestBiz
 {
 public:
@@ -19,29 +19,29 @@ public:
     TbarTestBiz(const TbarTestBiz &) = delete;
     TbarTestBiz &operator=(const TbarTestBiz &) = delete;
 
-    /// Back to idle, and tells the device which test is active.
+    /// Resets the test and tells the device which test is active.
     void enter();
-    /// Begins at the first step. Warns and does nothing without a keyboard service.
+    /// Starts at the first step. Logs a warning and does nothing without a keyboard service.
     void startTest();
-    /// Sends the command of the current step and goes to the next. The last step passes without announcing it: read
-    /// state() afterwards. Does nothing without a calibration service.
+    /// Sends the command of the current step and goes to the next step. The last step sets the state to 103 without
+    /// announcing it, so check state() afterwards. Does nothing without a calibration service.
     void requestNextStep();
-    /// Verdict, 103 or 102.
+    /// Sets the verdict and announces 103 (pass) or 102 (not pass).
     void setPass();
     void setNotPass();
-    /// Back to idle.
+    /// Resets the test.
     void reTest();
-    /// State code.
+    /// Returns the state code.
     int state() const;
-    /// Always 0: nothing counts here.
+    /// Returns 0, because this test doesn't count failures.
     int failCount() const;
-    /// The step that the next requestNextStep() carries out, counted from 0.
+    /// Returns the step that the next call of requestNextStep() performs, counted from 0.
     int currentStepIndex() const;
 
-    /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty function changes
-    /// nothing. Every listener is called.
+    /// Registers @p callback (state code) as the listener of @p requester and replaces an earlier one. An empty
+    /// function changes nothing. The listeners of all requesters are called.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
-    /// As registerStateCallback(); @p callback hears whether the next press is the last one.
+    /// Like registerStateCallback(). @p callback gets true if the next press is the last one.
     void registerRightBtnTextCallback(const std::string &requester, const std::function<void(bool)> &callback);
 
 private:

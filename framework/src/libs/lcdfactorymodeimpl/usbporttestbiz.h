@@ -6,12 +6,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The links of the USB ports: all ports ever seen, and for each place whether it was ever linked. A payload that
-/// cannot be read is logged and dropped.
+/// The test of the USB ports: stores all ports that were ever reported and, for each position in this list, whether a
+/// port there was ever linked. An invalid payload is logged and dropped.
 ///
-/// Threads: enter(), startTest(), reTest() and the verdicts belong on the owner's thread, or on one thread at a time;
-/// reports arrive on the thread of the USB service, also at the same time. All other operations may be called on any
-/// thread. Listeners are called on the thread of the operation or of the report.
+/// Threads: call enter(), startTest(), reTest() and the verdicts on the owner's thread, or on one thread at a time.
+/// Reports arrive on the thread of the USB service, also at the same time. All other operations are thread-safe.
+/// Listeners are called on the thread of the operation or of the report.
 class UsbPortTestBiz
 {
 public:
@@ -20,35 +20,39 @@ public:
     UsbPortTestBiz(const UsbPortTestBiz &) = delete;
     UsbPortTestBiz &operator=(const UsbPortTestBiz &) = delete;
 
-    /// Back to idle, forgets links and failures, and tells the device which test is active.
+    /// Resets the state, the links and the failure count, and tells the device which test is active.
     void enter();
-    /// Subscribes to the service, from idle only. Without the service it warns and stays running with no data.
+    /// Starts the test and subscribes to the service. Does nothing unless the test is idle. Without the service, logs a
+    /// warning and runs without data.
     void startTest();
-    /// Verdict, 103 or 102, while running only; a failure counts.
+    /// Sets the verdict and announces 103 (pass) or 102 (not pass). Does nothing unless the test is running.
+    /// setNotPass() increments the failure count.
     void setPass();
     void setNotPass();
-    /// Back to idle and forgets the links; failures stay counted.
+    /// Resets the state and the links, but not the failure count.
     void reTest();
-    /// State code.
+    /// Returns the state code.
     int state() const;
-    /// Failures since enter().
+    /// Returns the number of failures since enter().
     int failCount() const;
-    /// Number of ports seen since the last reset.
+    /// Returns the number of ports that were reported since the last reset.
     int portCount() const;
-    /// Whether every place was linked at some time since the last reset. False when no port is known.
+    /// Returns true if every position was linked at some time since the last reset. Returns false if no port is known.
     bool isAllLinked() const;
-    /// Whether the report subscription is listened to; the changed subscription always is.
+    /// Sets whether reports are handled. Changed events are always handled.
     void setRecvReport(bool receive);
+    /// Returns true if reports are handled.
     bool isRecvReport() const;
 
-    /// Only the listeners registered under this name hear anything; at first nobody. Announces nothing.
+    /// Sets the current requester: the only one whose listeners are called. There is none at first. Calls no listener.
     void setCurRequester(const std::string &requester);
+    /// Returns the current requester.
     std::string getCurRequester() const;
-    /// Puts @p callback (state code) under @p requester in the place of an earlier one; an empty name or function
-    /// changes nothing.
+    /// Registers @p callback (state code) as the listener of @p requester and replaces an earlier one. An empty name or
+    /// function changes nothing.
     void registerStateCallback(const std::string &requester, const std::function<void(int)> &callback);
-    /// As registerStateCallback(); @p callback hears what the report itself showed, one entry for each known port in
-    /// ascending order of identifier.
+    /// Like registerStateCallback(). @p callback gets the links of the report itself: one entry per known port, in
+    /// ascending order of the identifiers.
     void registerLinkStatusCallback(const std::string &requester,
                                     const std::function<void(const std::vector<bool> &)> &callback);
 
