@@ -6,6 +6,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -81,6 +82,22 @@ public:
 
 private:
     Hold &m_hold;
+};
+
+/// Has no memory for the first call that comes on another thread than the test's.
+class ForgetfulFactoryBiz final : public LCD::FactoryMode::IFactoryModeBiz
+{
+public:
+    void setFactoryTestType(int) override
+    {
+        if (std::this_thread::get_id() != m_test && !std::exchange(m_thrown, true))
+            throw std::bad_alloc();
+    }
+    void setMachineTestKind(int) override {}
+
+private:
+    const std::thread::id m_test = std::this_thread::get_id();
+    bool m_thrown = false;
 };
 
 /// Hands everything on to the recording keyboard. Holds up the brightness of the keys, and does something once after
@@ -376,6 +393,23 @@ private Q_SLOTS:
         VirtualTime::advance(100000);
         QCOMPARE(bench.told(), QStringList());
         QCOMPARE(bench.biz->result(), 2);
+    }
+
+    void aReportWithoutMemoryForTheNextPhaseLeavesNone()
+    {
+        ForgetfulFactoryBiz service;
+        MachineBench bench;
+        bench.host.offer("lcdFactoryModeBiz", &service);
+        bench.make();
+        leaveNetPassed(bench);
+        bench.startAndPassTo(1);
+        elsewhere([&] { reportNet(bench); });
+        QCOMPARE(bench.biz->currentPhaseIndex(), 1);
+        bench.pass();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        VirtualTime::advance(20000);
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
     }
 
     void aHeldKeyDoesNotReachTheNextRun()
