@@ -6,6 +6,7 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleFactory>
 
+#include <csignal>
 #include <cstdio>
 
 namespace panelhost {
@@ -25,6 +26,8 @@ void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &contex
 
 void prepareProcess(bool needsDisplay)
 {
+    // A file that may not grow is an error of a write, which is reported with its reason.
+    std::signal(SIGXFSZ, SIG_IGN);
     if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <functional>
+#include <mutex>
+
+namespace panelhost {
+
+/// A text file that grows by whole lines: a journal or a recording. Each append() is handed to the system in one
+/// piece. When the system takes only a part, because the disk is full for instance, the file is cut back to its last
+/// whole line and never written again. A regular file is locked while it is open; the lock ends with the process.
+class LineFile
+{
+public:
+    enum class IfExists {
+        Overwrite,
+        Refuse
+    };
+
+    LineFile() = default;
+    ~LineFile();
+
+    /// Opens @p path for writing and locks it. Returns false, with a sentence in @p error, if that is impossible,
+    /// another process is writing the file, or a regular file is there and @p ifExists is Refuse. The previous content
+    /// is kept until the first append().
+    bool open(const QString &path, IfExists ifExists, QString *error);
+    /// Ends the file; one that was never appended to is empty then. See error(): some file systems tell only now that
+    /// the disk is full.
+    void close();
+    bool isOpen() const;
+    QString path() const { return m_path; }
+
+    /// Appends @p lines, each with its line end. Returns false if the file isn't open or failed before. Any thread.
+    bool append(const QByteArray &lines);
+    /// The first failure, with the path and the system's reason; empty while there is none. Any thread.
+    QString error() const;
+    /// Sets a function that is called once with error(), on the thread whose append() failed.
+    void setErrorHandler(std::function<void(const QString &error)> handler);
+
+private:
+    Q_DISABLE_COPY(LineFile)
+
+    bool lock(bool isNew, IfExists ifExists, QString *error);
+    bool truncate();
+
+    mutable std::mutex m_mutex;
+    QString m_path;
+    int m_descriptor = -1;
+    bool m_isRegular = false;
+    bool m_isTruncated = false;
+    qint64 m_length = 0; ///< bytes of whole lines
+    QString m_error;
+    std::function<void(const QString &)> m_errorHandler;
+};
+
+}

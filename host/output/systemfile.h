@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace panelhost {
+
+/// "path: reason", with the system's words for @p number, an errno value.
+QString fileError(const QString &path, int number);
+
+/// Writes all of @p content to @p descriptor. Returns 0, or the errno value of the failure; a part may have been
+/// written then.
+int writeAll(int descriptor, const QByteArray &content);
+
+}
