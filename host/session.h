@@ -42,6 +42,8 @@ public:
         /// A new subscriber to the changes of a link service hears the present value shortly after, as if it had
         /// just changed. Without it an aging test waits at its port steps until somebody plugs.
         bool changedOnSubscribe = true;
+        Journal::Sink journalSink;       ///< gets every entry of the journal, those of loading among them
+        int journalKept = Journal::Kept; ///< entries of the journal that are remembered
     };
 
     /// Loads the component and enters factory mode, at instant 0 of a clock that stands still. The LCD isn't shown

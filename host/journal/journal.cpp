@@ -71,28 +71,49 @@ void Journal::add(Kind kind, const QString &name, const QJsonObject &data)
 {
     const Timeline &timeline = Timeline::instance();
     Entry entry{0, timeline.now(), threadName(timeline.currentThread()), kind, name, data};
-    std::unique_lock lock(m_mutex);
-    entry.sequence = m_entries.size() + 1;
-    m_entries << entry;
-    const auto sink = m_sink;
-    lock.unlock();
-    if (sink)
-        sink(entry);
+    const std::lock_guard lock(m_mutex);
+    entry.sequence = ++m_count;
+    m_entries.push_back(entry);
+    if (m_entries.size() > static_cast<size_t>(m_kept))
+        m_entries.pop_front();
+    if (m_sink)
+        m_sink(entry);
+}
+
+qint64 Journal::count() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_count;
+}
+
+// With the lock held.
+QVector<Journal::Entry> Journal::range(qint64 first, qint64 count) const
+{
+    const auto size = static_cast<qint64>(m_entries.size());
+    const auto begin = m_entries.begin() + qBound<qint64>(0, first, size);
+    return {begin, begin + qBound<qint64>(0, count, m_entries.end() - begin)};
 }
 
 QVector<Journal::Entry> Journal::entries() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_entries;
+    return range(0, m_kept);
 }
 
 QVector<Journal::Entry> Journal::tail(int count) const
 {
     const std::lock_guard lock(m_mutex);
-    return m_entries.mid(qMax(0, m_entries.size() - count));
+    return range(static_cast<qint64>(m_entries.size()) - count, count);
 }
 
-void Journal::setSink(std::function<void(const Entry &)> sink)
+QVector<Journal::Entry> Journal::entriesFrom(qint64 sequence, int count) const
+{
+    const std::lock_guard lock(m_mutex);
+    const qint64 first = m_count - static_cast<qint64>(m_entries.size()) + 1;
+    return range(sequence - first, count);
+}
+
+void Journal::setSink(Sink sink)
 {
     const std::lock_guard lock(m_mutex);
     m_sink = std::move(sink);

@@ -4,8 +4,6 @@
 
 namespace panelhost {
 
-constexpr int ForgetChunk = JournalModel::Kept / 10;
-
 JournalModel::JournalModel(const Journal &journal, QObject *parent) : QAbstractListModel(parent), m_journal(journal)
 {
     for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Note); ++kind)
@@ -14,29 +12,35 @@ JournalModel::JournalModel(const Journal &journal, QObject *parent) : QAbstractL
 
 int JournalModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_visible.size();
+    return parent.isValid() ? 0 : static_cast<int>(m_visible.size());
+}
+
+const JournalModel::Line &JournalModel::lineAt(qint64 sequence) const
+{
+    return m_lines[static_cast<size_t>(sequence - forgotten() - 1)];
 }
 
 QVariant JournalModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || index.row() >= m_visible.size())
+    if (!index.isValid() || index.row() >= rowCount())
         return {};
-    const Line &line = m_lines[static_cast<int>(m_visible[index.row()] - m_forgotten)];
+    const Line &line = lineAt(m_visible[static_cast<size_t>(index.row())]);
     if (role == Qt::DisplayRole)
         return line.text;
     return role == KindRole ? QVariant(line.kind) : QVariant();
 }
 
+// The journal may have forgotten lines that were never seen here: those before them are no longer the newest.
 void JournalModel::poll()
 {
-    const auto newest = m_journal.tail(1);
-    if (newest.isEmpty())
+    const auto entries = m_journal.entriesFrom(m_nextSequence, PollBudget);
+    if (entries.isEmpty())
         return;
-    const qint64 missing = newest.first().sequence - m_nextSequence + 1;
-    if (m_nextSequence >= 0 && missing <= 0)
-        return;
-    const int wanted = m_nextSequence < 0 ? Kept : static_cast<int>(qMin<qint64>(missing, Kept));
-    append(m_journal.tail(wanted).mid(0, PollBudget));
+    const bool hasGap = entries.first().sequence > m_nextSequence;
+    const int surplus = total() + entries.size() - Kept;
+    forgetOldest(hasGap ? total() : qBound(0, surplus, total()));
+    m_nextSequence = entries.first().sequence;
+    append(entries);
 }
 
 bool JournalModel::matches(const Line &line) const
@@ -46,35 +50,29 @@ bool JournalModel::matches(const Line &line) const
 
 void JournalModel::append(const QVector<Journal::Entry> &entries)
 {
-    QVector<qint64> visible;
+    std::vector<qint64> visible;
     for (const Journal::Entry &entry : entries) {
-        if (entry.sequence < m_nextSequence)
-            continue;
         m_nextSequence = entry.sequence + 1;
-        m_lines.append({entry.toText(), int(entry.kind)});
-        if (matches(m_lines.last()))
-            visible.append(m_forgotten + m_lines.size() - 1);
+        m_lines.push_back({entry.toText(), int(entry.kind)});
+        if (matches(m_lines.back()))
+            visible.push_back(entry.sequence);
     }
-    if (!visible.isEmpty()) {
-        beginInsertRows({}, m_visible.size(), m_visible.size() + visible.size() - 1);
-        m_visible += visible;
-        endInsertRows();
-    }
-    if (m_lines.size() > Kept + ForgetChunk)
-        forgetOldest();
+    if (visible.empty())
+        return;
+    beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(visible.size()) - 1);
+    m_visible.insert(m_visible.end(), visible.begin(), visible.end());
+    endInsertRows();
 }
 
-void JournalModel::forgetOldest()
+void JournalModel::forgetOldest(int count)
 {
-    const int surplus = m_lines.size() - Kept;
-    const qint64 first = m_forgotten + surplus;
-    const auto end = std::lower_bound(m_visible.cbegin(), m_visible.cend(), first);
-    const int rows = static_cast<int>(end - m_visible.cbegin());
+    const qint64 firstKept = forgotten() + count + 1;
+    const auto end = std::lower_bound(m_visible.begin(), m_visible.end(), firstKept);
+    const int rows = static_cast<int>(end - m_visible.begin());
     if (rows > 0)
         beginRemoveRows({}, 0, rows - 1);
-    m_visible.remove(0, rows);
-    m_lines.remove(0, surplus);
-    m_forgotten = first;
+    m_visible.erase(m_visible.begin(), end);
+    m_lines.erase(m_lines.begin(), m_lines.begin() + count);
     if (rows > 0)
         endRemoveRows();
 }
@@ -83,9 +81,10 @@ void JournalModel::filterAgain()
 {
     beginResetModel();
     m_visible.clear();
-    for (int i = 0; i < m_lines.size(); ++i)
-        if (matches(m_lines[i]))
-            m_visible.append(m_forgotten + i);
+    for (qint64 sequence = forgotten() + 1; sequence < m_nextSequence; ++sequence) {
+        if (matches(lineAt(sequence)))
+            m_visible.push_back(sequence);
+    }
     endResetModel();
 }
 

@@ -5,6 +5,8 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QSet>
 
+#include <deque>
+
 namespace panelhost {
 
 /// The newest lines of a journal that pass a filter. It looks for new ones when poll() is called, a bounded number
@@ -14,8 +16,8 @@ class JournalModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    static constexpr int Kept = 100000;     ///< lines that are remembered
-    static constexpr int PollBudget = 4000; ///< lines taken in by one poll()
+    static constexpr int Kept = Journal::Kept; ///< lines that are remembered
+    static constexpr int PollBudget = 4000;    ///< lines taken in by one poll()
 
     enum Role {
         KindRole = Qt::UserRole
@@ -29,7 +31,12 @@ public:
     void poll();
     void setKinds(const QSet<int> &kinds);
     void setText(const QString &text);
-    int total() const { return m_lines.size(); }
+    /// Lines that are remembered, shown or not.
+    int total() const { return static_cast<int>(m_lines.size()); }
+    /// Lines that there ever were, as far as poll() has come.
+    qint64 everSeen() const { return m_nextSequence - 1; }
+    /// Lines that are older than those remembered.
+    qint64 forgotten() const { return everSeen() - total(); }
 
 private:
     struct Line
@@ -39,15 +46,15 @@ private:
     };
 
     bool matches(const Line &line) const;
+    const Line &lineAt(qint64 sequence) const;
     void append(const QVector<Journal::Entry> &entries);
-    void forgetOldest();
+    void forgetOldest(int count);
     void filterAgain();
 
     const Journal &m_journal;
-    qint64 m_nextSequence = -1;
-    QVector<Line> m_lines;
-    qint64 m_forgotten = 0;    ///< lines before m_lines
-    QVector<qint64> m_visible; ///< numbers of lines, counted from the first ever
+    qint64 m_nextSequence = 1;
+    std::deque<Line> m_lines;     ///< the last one has the sequence m_nextSequence - 1
+    std::deque<qint64> m_visible; ///< sequences of lines
     QSet<int> m_kinds;
     QString m_text;
 };

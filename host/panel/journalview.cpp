@@ -54,7 +54,7 @@ protected:
 
 JournalView::JournalView(const Journal &journal, QWidget *parent)
     : QDockWidget(QStringLiteral("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
-      m_count(new QLabel), m_list(makeList())
+      m_count(new QLabel), m_forgotten(new QLabel), m_list(makeList())
 {
     setObjectName(QStringLiteral("journal"));
     look::dress(this);
@@ -75,7 +75,12 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(look::Grid, look::Grid, look::Grid, look::Grid);
     column->setSpacing(look::Grid);
+    m_count->setObjectName(QStringLiteral("journal-count"));
+    m_forgotten->setObjectName(QStringLiteral("journal-forgotten"));
+    m_forgotten->setWordWrap(true);
+    m_forgotten->hide();
     column->addLayout(row);
+    column->addWidget(m_forgotten);
     column->addWidget(m_list);
     setWidget(content);
 }
@@ -131,7 +136,20 @@ void JournalView::poll()
     m_model->poll();
     if (isAtEnd)
         m_list->scrollToBottom();
-    m_count->setText(QStringLiteral("%1 of %2").arg(m_model->rowCount()).arg(m_model->total()));
+    updateCounts();
+}
+
+void JournalView::updateCounts()
+{
+    m_count->setText(QStringLiteral("%1 of %2").arg(m_model->rowCount()).arg(m_model->everSeen()));
+    const qint64 forgotten = m_model->forgotten();
+    m_forgotten->setVisible(forgotten > 0);
+    if (forgotten == 0)
+        return;
+    m_forgotten->setText(
+        m_file.isEmpty()
+            ? QStringLiteral("The oldest %1 lines are gone; --journal FILE keeps them.").arg(forgotten)
+            : QStringLiteral("The oldest %1 lines are only in %2.").arg(QString::number(forgotten), m_file));
 }
 
 }

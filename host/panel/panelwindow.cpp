@@ -11,7 +11,9 @@
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QStatusBar>
 
 namespace panelhost {
 
@@ -98,6 +100,21 @@ void PanelWindow::setSpeed(double factor)
 void PanelWindow::setRecording(const QString &fileName)
 {
     m_speed->setRecording(fileName);
+}
+
+void PanelWindow::setJournalFile(const QString &fileName)
+{
+    m_journal->setFile(fileName);
+}
+
+void PanelWindow::addFailure(const QString &text)
+{
+    auto *failure = new QLabel(text);
+    failure->setObjectName(QStringLiteral("failure"));
+    look::dress(statusBar());
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(failure);
+    statusBar()->show();
 }
 
 void PanelWindow::addMenus()

@@ -25,7 +25,12 @@ public:
     ~PanelWindow() override;
 
     void setSpeed(double factor);
+    /// Shows the recording light with @p fileName; puts it out if that is empty.
     void setRecording(const QString &fileName);
+    /// Names the file that gets the journal.
+    void setJournalFile(const QString &fileName);
+    /// Shows @p text below the panel from now on, beside earlier ones: a file could not be written.
+    void addFailure(const QString &text);
     /// Brings all that is shown up to date now.
     void refresh();
 

@@ -19,6 +19,7 @@ QList<QCommandLineOption> WindowOptions::declared()
         {QStringLiteral("journal"), QStringLiteral("Write the journal to FILE."), QStringLiteral("FILE")},
         {QStringLiteral("speed"), QStringLiteral("Speed of the device's time: pause, 1, 10 or max."),
          QStringLiteral("SPEED"), QStringLiteral("1")},
+        {QStringLiteral("force"), QStringLiteral("Overwrite a recording.")},
         hidden(QStringLiteral("screenshot")),
         hidden(QStringLiteral("layout")),
     };
@@ -32,6 +33,7 @@ bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
                                                  {QStringLiteral("max"), 0}};
     journal = parser.value(QStringLiteral("journal"));
     screenshot = parser.value(QStringLiteral("screenshot"));
+    force = parser.isSet(QStringLiteral("force"));
     layout = parser.value(QStringLiteral("layout"));
     const QString wanted = parser.value(QStringLiteral("speed"));
     if (!speeds.contains(wanted)) {

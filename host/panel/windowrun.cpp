@@ -1,27 +1,21 @@
 #include "panel/windowrun.h"
 
-#include "panel/journalfile.h"
+#include "output/replacefile.h"
 #include "panel/panellayout.h"
 #include "panel/panelwindow.h"
+#include "panel/windowfiles.h"
 #include "panel/windowoptions.h"
-#include "scenario/scenariowriter.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QSaveFile>
 #include <QtWidgets/QApplication>
 
 namespace panelhost {
 
 namespace {
 
-bool saveLayout(const PanelWindow &window, const QString &path)
+bool saveLayout(const PanelWindow &window, const QString &path, QString *error)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(QJsonDocument(layoutOf(window)).toJson());
-    return file.commit();
+    return replaceFile(path, QJsonDocument(layoutOf(window)).toJson(), error);
 }
 
 int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
@@ -32,18 +26,21 @@ int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
     return window.grab().save(path) ? 0 : refuse(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
-int show(Session &session, const WindowOptions &options, const QString &recording)
+int show(Session &session, const WindowOptions &options, WindowFiles &files)
 {
     PanelWindow window(session);
     window.setSpeed(options.speed);
-    window.setRecording(QFileInfo(recording).fileName());
+    files.showIn(window);
     window.show();
     if (!options.screenshot.isEmpty())
         return takeScreenshot(window, session, options.screenshot);
     QCoreApplication::processEvents();
-    if (!options.layout.isEmpty() && !saveLayout(window, options.layout))
-        return refuse(QStringLiteral("%1: the layout can't be written.").arg(options.layout));
-    return QApplication::exec();
+    QString error;
+    if (!options.layout.isEmpty() && !saveLayout(window, options.layout, &error))
+        return refuse(error);
+    const int status = QApplication::exec();
+    files.close(session);
+    return status;
 }
 
 }
@@ -51,21 +48,18 @@ int show(Session &session, const WindowOptions &options, const QString &recordin
 int runInWindow(const CommandLine &line, const QString &recording)
 {
     WindowOptions options;
+    WindowFiles files;
     QString error;
-    if (!options.read(line.parser, &error))
+    if (!options.read(line.parser, &error) || !files.open(line.session, options, recording, &error))
         return refuse(error);
-    const std::unique_ptr<Session> session = Session::open(line.session, &error);
-    if (!session)
+    Session::Options device = line.session;
+    device.journalSink = files.journalSink();
+    const std::unique_ptr<Session> session = Session::open(device, &error);
+    if (!session || !files.beginRecording(*session, &error))
         return refuse(error);
-    JournalFile journal(options.journal, session->journal());
-    if (!options.journal.isEmpty() && !journal.open(&error))
-        return refuse(error);
-    ScenarioWriter writer(recording, *session);
-    if (!recording.isEmpty() && !writer.open(&error))
-        return refuse(error);
-    const int status = show(*session, options, recording);
-    writer.close();
-    return writer.error().isEmpty() ? status : refuse(writer.error());
+    const int status = show(*session, options, files);
+    files.close(*session);
+    return files.hasFailed() ? 2 : status;
 }
 
 }

@@ -34,10 +34,10 @@ QString wallText(qint64 milliseconds)
 void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     html.begin("tr");
-    html.begin("td").badge(verdict(result.passed)).end();
+    html.begin("td").badge(result.verdict()).end();
     html.begin("td").link(QLatin1Char('#') + anchorOf(index), nameOf(result)).end();
     html.element("td", "file", result.file);
-    html.element("td", "number", QString::number(result.steps.size()));
+    html.element("td", "number", QString::number(result.stepsPlayed));
     html.element("td", "number", instantText(result.duration));
     html.element("td", "number", wallText(result.wallTime));
     html.end();
@@ -45,7 +45,8 @@ void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
 
 void writeSummary(HtmlWriter &html, const ScenarioResults &results)
 {
-    const auto passed = std::count_if(results.begin(), results.end(), [](const auto &r) { return r.passed; });
+    const auto passed = std::count_if(results.begin(), results.end(),
+                                      [](const auto &r) { return r.verdict() == QLatin1String("passed"); });
     html.element("h1", nullptr, QStringLiteral("Scenarios"));
     html.element("p", passed == results.size() ? "passed" : "failed",
                  QStringLiteral("%1 of %2 passed").arg(passed).arg(results.size()));
@@ -132,7 +133,7 @@ void writeSteps(HtmlWriter &html, const ScenarioResult &result)
 void writeJournal(HtmlWriter &html, const ScenarioResult &result)
 {
     html.begin("details");
-    html.element("summary", nullptr, QStringLiteral("Journal, %1 lines").arg(result.journal.count('\n')));
+    html.element("summary", nullptr, QStringLiteral("Journal, %1 lines").arg(result.journalLines));
     html.element("pre", nullptr, QString::fromUtf8(result.journal));
     html.end();
 }
@@ -140,7 +141,7 @@ void writeJournal(HtmlWriter &html, const ScenarioResult &result)
 void writeScenario(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     html.begin("section").attribute("id", anchorOf(index));
-    html.begin("h2").text(nameOf(result)).badge(verdict(result.passed)).end();
+    html.begin("h2").text(nameOf(result)).badge(result.verdict()).end();
     if (!result.passed)
         html.element("pre", "failure", result.failureText());
     writePages(html, result);

@@ -25,6 +25,7 @@ pre.failure { white-space: pre-wrap; background: #fdecea; }
 .badge { margin-left: 8px; padding: 1px 10px; border-radius: 10px; font-size: 13px; font-weight: 600; }
 td .badge { margin-left: 0; }
 .badge.passed { color: #0d6b2c; background: #dcf3e3; }
+.badge.running, .badge.interrupted { color: #7a4b00; background: #fdf0d5; }
 .badge.failed { color: #a3180e; background: #fbdcd9; }
 p.passed { color: #0d6b2c; }
 p.failed, .outcome.failed, .found { color: #a3180e; }

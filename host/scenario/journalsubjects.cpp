@@ -19,25 +19,12 @@ const QMap<QString, Journal::Kind> &kinds()
 
 bool hasArguments(const Journal::Entry &entry, const QVariantMap &arguments)
 {
-    const auto data = entry.data.toVariantMap();
     for (auto it = arguments.begin(); it != arguments.end(); ++it) {
-        if (!data.contains(it.key()) || textOf(data.value(it.key())) != textOf(it.value()))
+        const auto value = entry.data.constFind(it.key());
+        if (value == entry.data.constEnd() || textOf(value.value().toVariant()) != textOf(it.value()))
             return false;
     }
     return true;
-}
-
-bool matches(const Journal::Entry &entry, const Expectation &expectation)
-{
-    const auto &query = expectation.query;
-    if (entry.kind != kinds()[expectation.subject])
-        return false;
-    if (!query.name.isEmpty() && entry.name != query.name)
-        return false;
-    const auto text = entry.data.value(QLatin1String("text")).toString();
-    const auto holds = [&](const Condition &condition) { return condition.holds(text); };
-    return hasArguments(entry, query.arguments)
-        && std::all_of(expectation.conditions.begin(), expectation.conditions.end(), holds);
 }
 
 }
@@ -57,10 +44,22 @@ QString logLineSubject()
     return QStringLiteral("log-line");
 }
 
-int countMatches(const QVector<Journal::Entry> &entries, const Expectation &expectation)
+Journal::Kind journalKind(const QString &subject)
 {
-    const auto is = [&](const Journal::Entry &entry) { return matches(entry, expectation); };
-    return static_cast<int>(std::count_if(entries.begin(), entries.end(), is));
+    return kinds()[subject];
+}
+
+bool isAskedFor(const Journal::Entry &entry, const Expectation &expectation)
+{
+    const auto &query = expectation.query;
+    if (entry.kind != journalKind(expectation.subject))
+        return false;
+    if (!query.name.isEmpty() && entry.name != query.name)
+        return false;
+    const auto text = entry.data.value(QLatin1String("text")).toString();
+    const auto holds = [&](const Condition &condition) { return condition.holds(text); };
+    return hasArguments(entry, query.arguments)
+        && std::all_of(expectation.conditions.begin(), expectation.conditions.end(), holds);
 }
 
 }

@@ -10,7 +10,9 @@ QStringList journalSubjectNames();
 bool isJournalSubject(const QString &subject);
 QString logLineSubject();
 
-/// How many of @p entries are what @p expectation asks for.
-int countMatches(const QVector<Journal::Entry> &entries, const Expectation &expectation);
+/// The kind of entry that @p subject, one of these, asks for.
+Journal::Kind journalKind(const QString &subject);
+/// True if @p entry is what @p expectation, about one of these subjects, asks for.
+bool isAskedFor(const Journal::Entry &entry, const Expectation &expectation);
 
 }

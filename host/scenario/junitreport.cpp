@@ -15,10 +15,19 @@ QString seconds(qint64 milliseconds)
     return QString::number(static_cast<double>(milliseconds) / 1000, 'f', 3);
 }
 
-int failuresIn(const ScenarioResults &results)
+// One that isn't over is an error, so that nobody takes it for passed.
+const char *elementOf(const ScenarioResult &result)
 {
-    return static_cast<int>(
-        std::count_if(results.begin(), results.end(), [](const ScenarioResult &result) { return !result.passed; }));
+    if (result.state != ScenarioResult::State::Over)
+        return "error";
+    return result.passed ? nullptr : "failure";
+}
+
+QString countOf(const ScenarioResults &results, const char *element)
+{
+    return QString::number(std::count_if(results.begin(), results.end(), [element](const ScenarioResult &result) {
+        return qstrcmp(elementOf(result), element) == 0;
+    }));
 }
 
 void writeCase(QXmlStreamWriter &xml, const ScenarioResult &result)
@@ -27,9 +36,9 @@ void writeCase(QXmlStreamWriter &xml, const ScenarioResult &result)
     xml.writeAttribute(QStringLiteral("classname"), QStringLiteral("panelhost.scenario"));
     xml.writeAttribute(QStringLiteral("name"), xmlText(result.file));
     xml.writeAttribute(QStringLiteral("time"), seconds(result.wallTime));
-    if (!result.passed) {
-        const auto text = xmlText(result.failureText());
-        xml.writeStartElement(QStringLiteral("failure"));
+    if (const auto element = elementOf(result)) {
+        const auto text = xmlText(result.passed ? result.verdict() : result.failureText());
+        xml.writeStartElement(QLatin1String(element));
         xml.writeAttribute(QStringLiteral("message"), text.section(QLatin1Char('\n'), 0, 0));
         xml.writeCharacters(text);
         xml.writeEndElement();
@@ -52,8 +61,8 @@ QByteArray junitReport(const ScenarioResults &results)
     xml.writeStartElement(QStringLiteral("testsuite"));
     xml.writeAttribute(QStringLiteral("name"), QStringLiteral("panelhost scenarios"));
     xml.writeAttribute(QStringLiteral("tests"), QString::number(results.size()));
-    xml.writeAttribute(QStringLiteral("failures"), QString::number(failuresIn(results)));
-    xml.writeAttribute(QStringLiteral("errors"), QStringLiteral("0"));
+    xml.writeAttribute(QStringLiteral("failures"), countOf(results, "failure"));
+    xml.writeAttribute(QStringLiteral("errors"), countOf(results, "error"));
     xml.writeAttribute(QStringLiteral("time"), seconds(time));
     for (const auto &result : results)
         writeCase(xml, result);

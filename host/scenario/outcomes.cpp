@@ -2,6 +2,7 @@
 
 #include "lcd/screen.h"
 #include "scenario/journalsubjects.h"
+#include "scenario/journaltally.h"
 #include "scenario/subjects.h"
 #include "session.h"
 
@@ -22,9 +23,8 @@ Outcome ofSight(const Expectation &expectation, const Sight &sight)
     return {std::all_of(conditions.begin(), conditions.end(), holds), expectation.toText(), found};
 }
 
-Outcome ofJournal(const Expectation &expectation, const QVector<Journal::Entry> &entries)
+Outcome ofJournal(const Expectation &expectation, int count)
 {
-    const int count = countMatches(entries, expectation);
     const auto &times = expectation.query.times;
     return {times ? count == *times : count > 0, expectation.toText(),
             QStringLiteral("%1 such entries since the last mark").arg(count)};
@@ -32,13 +32,13 @@ Outcome ofJournal(const Expectation &expectation, const QVector<Journal::Entry> 
 
 }
 
-QVector<Outcome> outcomesOf(const Expectations &expectations, Session &session, int mark)
+QVector<Outcome> outcomesOf(const Expectations &expectations, Session &session, const JournalTally &tally)
 {
     const Sight sight{readScreen(session.lcd()), session.device().state()};
     QVector<Outcome> outcomes;
     for (const auto &expectation : expectations) {
         if (isJournalSubject(expectation.subject))
-            outcomes.append(ofJournal(expectation, session.journal().entries().mid(mark)));
+            outcomes.append(ofJournal(expectation, tally.count(expectation)));
         else
             outcomes.append(ofSight(expectation, sight));
     }

@@ -21,24 +21,31 @@ QString titleOf(const QVariantMap &screen)
 
 }
 
-QVector<PageSpan> pagesOf(const QVector<Journal::Entry> &entries, Instant end)
+void PageSpans::add(const Journal::Entry &entry)
 {
-    QVector<PageSpan> pages;
-    QVariantMap screen;
-    for (const auto &entry : entries) {
-        if (entry.kind != Journal::Kind::Screen)
-            continue;
-        const auto changed = entry.data.toVariantMap();
-        for (auto it = changed.begin(); it != changed.end(); ++it)
-            screen.insert(it.key(), it.value());
-        const auto title = titleOf(screen);
-        if (!pages.isEmpty() && pages.last().title == title)
-            continue;
-        if (!pages.isEmpty())
-            pages.last().until = entry.at;
-        pages.append({entry.at, end, title});
-    }
-    return pages;
+    if (entry.kind != Journal::Kind::Screen)
+        return;
+    for (auto it = entry.data.begin(); it != entry.data.end(); ++it)
+        m_screen.insert(it.key(), it.value().toVariant());
+    const auto title = titleOf(m_screen);
+    if (!m_spans.isEmpty() && m_spans.last().title == title)
+        return;
+    if (!m_spans.isEmpty())
+        m_spans.last().until = entry.at;
+    m_spans.append({entry.at, entry.at, title});
+}
+
+QVector<PageSpan> PageSpans::spans(Instant end) const
+{
+    QVector<PageSpan> spans(m_spans.head().begin(), m_spans.head().end());
+    if (m_spans.leftOut() > 0)
+        spans.append(
+            {spans.last().until, m_spans.tail().front().from, QStringLiteral("… %1 pages …").arg(m_spans.leftOut())});
+    for (const auto &span : m_spans.tail())
+        spans.append(span);
+    if (!spans.isEmpty())
+        spans.last().until = end;
+    return spans;
 }
 
 }

@@ -2,11 +2,10 @@
 
 #include "scenario/menuwalk.h"
 #include "scenario/outcomes.h"
-#include "scenario/pagespans.h"
+#include "scenario/roundfold.h"
 #include "scenario/wallpace.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QElapsedTimer>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QWidget>
 
@@ -22,17 +21,23 @@ constexpr int LinesOnFailure = 10;
 
 ScenarioResult Player::play()
 {
-    QElapsedTimer clock;
-    clock.start();
+    m_clock.start();
+    m_sinceSnapshot.start();
     m_result.file = m_scenario.file;
     m_result.title = m_scenario.title;
-    m_session = Session::open(m_scenario.device, &m_result.error);
+    m_result.state = ScenarioResult::State::Running;
+    auto device = m_scenario.device;
+    device.journalSink = [this](const Journal::Entry &entry) { take(entry); };
+    device.journalKept = LinesOnFailure;
+    m_session = Session::open(device, &m_result.error);
     if (m_session)
         playSession();
     else
         m_result.passed = false;
     m_session.reset();
-    m_result.wallTime = clock.elapsed();
+    m_result.wallTime = m_clock.elapsed();
+    if (m_result.state == ScenarioResult::State::Running)
+        m_result.state = ScenarioResult::State::Over;
     return m_result;
 }
 
@@ -55,28 +60,38 @@ bool Player::prepare()
 
 bool Player::playSteps(const QVector<Step> &steps)
 {
-    const auto play = [this](const Step &step) { return playStep(step); };
+    const auto play = [this](const Step &step) { return !isInterrupted() && playStep(step); };
     return std::all_of(steps.begin(), steps.end(), play);
 }
 
 bool Player::playStep(const Step &step)
 {
-    if (step.kind == Step::Kind::Repeat) {
-        for (int round = 0; round < step.times; ++round) {
-            if (!playSteps(step.steps))
-                return false;
-        }
-        return true;
-    }
+    if (step.kind == Step::Kind::Repeat)
+        return playRounds(step);
     StepResult result;
     result.file = step.file;
     result.where = step.where;
     result.text = step.text;
     doStep(step, result);
+    // A step that a signal has cut short has neither passed nor failed.
+    if (isInterrupted())
+        return false;
     result.at = m_session->timeline().now();
     m_result.steps.append(result);
-    m_observer(result, ++m_number);
+    m_observer(result, ++m_result.stepsPlayed);
+    takeSnapshot();
     return result.passed;
+}
+
+bool Player::playRounds(const Step &step)
+{
+    RoundFold fold(step, m_result);
+    for (int round = 0; round < step.times; ++round) {
+        fold.beginRound();
+        if (!playSteps(step.steps))
+            return false;
+    }
+    return true;
 }
 
 void Player::doStep(const Step &step, StepResult &result)
@@ -95,8 +110,7 @@ void Player::doStep(const Step &step, StepResult &result)
     case Step::Kind::Screenshot:
         return screenshot(step, result);
     case Step::Kind::Mark:
-        m_mark = m_session->journal().entries().size();
-        return;
+        return m_tally.restart();
     case Step::Kind::Note:
     case Step::Kind::Repeat:
         return;
@@ -154,7 +168,7 @@ void Player::walkKeys(const Step &step, StepResult &result)
 void Player::expect(const Step &step, StepResult &result)
 {
     const auto check = [&] {
-        result.outcomes = outcomesOf(step.expectations, *m_session, m_mark);
+        result.outcomes = outcomesOf(step.expectations, *m_session, m_tally);
         return allHold(result.outcomes);
     };
     result.passed = check() || (step.within && advanceUntil(*step.within, check));
@@ -178,20 +192,66 @@ void Player::advance(Instant duration)
 
 bool Player::advanceUntil(Instant duration, const std::function<bool()> &done)
 {
-    if (!m_options.isRealTime)
-        return m_session->timeline().advanceUntil(duration, done);
-    return advanceAtWallPace(m_session->timeline(), duration, done);
+    bool isDone = false;
+    const auto stops = [&] {
+        takeSnapshot();
+        isDone = done();
+        return isDone || isInterrupted();
+    };
+    if (m_options.isRealTime)
+        advanceAtWallPace(m_session->timeline(), duration, stops);
+    else
+        m_session->timeline().advanceUntil(duration, stops);
+    return isDone;
 }
 
+void Player::take(const Journal::Entry &entry)
+{
+    m_tally.add(entry);
+    if (m_options.journal)
+        m_options.journal(entry);
+    const std::lock_guard lock(m_taken);
+    m_lines.append(entry);
+    m_pages.add(entry);
+}
+
+void Player::takeSnapshot()
+{
+    if (!m_options.snapshot || m_sinceSnapshot.elapsed() < SnapshotInterval)
+        return;
+    bringUpToDate();
+    m_options.snapshot(m_result);
+    m_sinceSnapshot.start();
+}
+
+void Player::bringUpToDate()
+{
+    m_result.duration = m_session->timeline().now();
+    m_result.wallTime = m_clock.elapsed();
+    const std::lock_guard lock(m_taken);
+    m_result.pages = m_pages.spans(m_result.duration);
+    m_result.journalLines = m_lines.count();
+    m_result.journal.clear();
+    for (const auto &entry : m_lines.head())
+        m_result.journal += entry.toJsonLine() + '\n';
+    if (m_lines.leftOut() > 0)
+        m_result.journal += QStringLiteral("… %1 lines …\n").arg(m_lines.leftOut()).toUtf8();
+    for (const auto &entry : m_lines.tail())
+        m_result.journal += entry.toJsonLine() + '\n';
+}
+
+// What the component still does while the session ends isn't part of what was played.
 void Player::finish()
 {
-    const auto &journal = m_session->journal();
-    m_result.duration = m_session->timeline().now();
-    m_result.journal = journal.toJsonLines();
-    m_result.pages = pagesOf(journal.entries(), m_result.duration);
+    m_session->journal().setSink({});
+    bringUpToDate();
+    if (isInterrupted()) {
+        m_result.state = ScenarioResult::State::Interrupted;
+        m_result.passed = false;
+    }
     if (m_result.passed)
         return;
-    for (const auto &entry : journal.tail(LinesOnFailure))
+    for (const auto &entry : m_session->journal().tail(LinesOnFailure))
         m_result.lastLines.append(entry.toText());
 }
 

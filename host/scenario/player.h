@@ -1,38 +1,54 @@
 #pragma once
 
+#include "scenario/excerpt.h"
+#include "scenario/journaltally.h"
+#include "scenario/pagespans.h"
 #include "scenario/result.h"
 #include "scenario/scenario.h"
 
+#include <QtCore/QElapsedTimer>
+
 #include <functional>
 #include <memory>
+#include <mutex>
 
 namespace panelhost {
 
-/// Plays one scenario on a session of its own. GUI thread.
+/// Plays one scenario on a session of its own. Its memory doesn't grow with the length of the journal. GUI thread.
 class Player
 {
 public:
+    static constexpr int SnapshotInterval = 1000; ///< milliseconds of real time
+
     struct Options
     {
         bool isRealTime = false; ///< virtual time keeps to the wall clock
         bool takesScreenshots = false;
+        Journal::Sink journal; ///< gets every entry of the journal
+        /// Asked between two steps and while time passes; the player stops as soon as it returns true.
+        std::function<bool()> isInterrupted;
+        /// Called every SnapshotInterval or so with the result so far.
+        std::function<void(const ScenarioResult &)> snapshot;
     };
 
     /// Called after each step that was played, with its number from 1.
     using Observer = std::function<void(const StepResult &step, qint64 number)>;
 
     Player(const Scenario &scenario, const Options &options, const Observer &observer)
-        : m_scenario(scenario), m_options(options), m_observer(observer)
+        : m_scenario(scenario), m_options(options), m_observer(observer), m_tally(scenario.steps)
     {
     }
 
     ScenarioResult play();
 
 private:
+    static constexpr int LinesInReport = 1000; ///< of the journal, at either end
+
     void playSession();
     bool prepare();
     bool playSteps(const QVector<Step> &steps);
     bool playStep(const Step &step);
+    bool playRounds(const Step &step);
     void doStep(const Step &step, StepResult &result);
     bool perform(const Action &action, StepResult &result);
     void act(const Step &step, StepResult &result);
@@ -42,6 +58,10 @@ private:
     void screenshot(const Step &step, StepResult &result);
     void advance(Instant duration);
     bool advanceUntil(Instant duration, const std::function<bool()> &done);
+    void take(const Journal::Entry &entry);
+    bool isInterrupted() const { return m_options.isInterrupted && m_options.isInterrupted(); }
+    void takeSnapshot();
+    void bringUpToDate();
     void finish();
 
     const Scenario &m_scenario;
@@ -49,8 +69,12 @@ private:
     Observer m_observer;
     std::unique_ptr<Session> m_session;
     ScenarioResult m_result;
-    int m_mark = 0; ///< entries of the journal that stood there at the last mark
-    qint64 m_number = 0;
+    QElapsedTimer m_clock;
+    QElapsedTimer m_sinceSnapshot;
+    JournalTally m_tally;
+    std::mutex m_taken; ///< of the next two: entries come on any thread
+    Excerpt<Journal::Entry> m_lines{LinesInReport};
+    PageSpans m_pages;
     QMap<QString, int> m_screenshots;
 };
 

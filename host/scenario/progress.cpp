@@ -66,9 +66,11 @@ void Progress::end(const ScenarioResult &result)
 {
     if (m_isTerminal)
         m_out << ClearLine;
-    m_out << verdict(result.passed) << ' ' << result.file << ": " << result.steps.size() << " steps, "
-          << instantText(result.duration) << " of the device's time in " << result.wallTime << " ms\n";
-    if (!result.passed)
+    const bool isInterrupted = result.state == ScenarioResult::State::Interrupted;
+    m_out << (isInterrupted ? QStringLiteral("STOPPED") : verdict(result.passed)) << ' ' << result.file << ": "
+          << result.stepsPlayed << " steps, " << instantText(result.duration) << " of the device's time in "
+          << result.wallTime << " ms\n";
+    if (!result.passed && !isInterrupted)
         m_out << result.failureText() << '\n';
     flush();
 }

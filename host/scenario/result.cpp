@@ -19,9 +19,20 @@ const StepResult *ScenarioResult::failedStep() const
     return failed == steps.end() ? nullptr : &*failed;
 }
 
+QString ScenarioResult::verdict() const
+{
+    if (state == State::Running && passed)
+        return QStringLiteral("running");
+    if (state == State::Interrupted)
+        return QStringLiteral("interrupted");
+    return passed ? QStringLiteral("passed") : QStringLiteral("failed");
+}
+
 QString ScenarioResult::failureText() const
 {
     QStringList lines;
+    if (state == State::Interrupted)
+        lines.append(QStringLiteral("%1: interrupted at %2").arg(file, instantText(duration)));
     if (!error.isEmpty())
         lines.append(file + QStringLiteral(": ") + error);
     if (const auto step = failedStep()) {

@@ -55,6 +55,7 @@ struct Step
 struct Scenario
 {
     QString file;
+    QStringList files; ///< all that were read: the scenario's file and those that it uses
     QString title;
     Session::Options device;
     QVector<Action> preparation; ///< what is plugged before the operator comes

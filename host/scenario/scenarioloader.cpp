@@ -73,6 +73,7 @@ template <class Read>
 void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
 {
     Problems found(path);
+    m_scenario.files.append(path);
     m_chain.append({path, QFileInfo(path).canonicalFilePath()});
     const auto root = parseYaml(data, found);
     YamlReader reader(found);

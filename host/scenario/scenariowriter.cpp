@@ -1,5 +1,6 @@
 #include "scenario/scenariowriter.h"
 
+#include "output/recordingheader.h"
 #include "scenario/actiontext.h"
 #include "scenario/yamlreader.h"
 
@@ -7,8 +8,9 @@
 
 namespace panelhost {
 
-ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_file(path), m_session(session)
+ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_path(path), m_session(session)
 {
+    m_file.setErrorHandler([this](const QString &error) { Q_EMIT failed(error); });
 }
 
 ScenarioWriter::~ScenarioWriter()
@@ -16,10 +18,12 @@ ScenarioWriter::~ScenarioWriter()
     close();
 }
 
-bool ScenarioWriter::open(QString *error)
+bool ScenarioWriter::open(LineFile::IfExists ifExists, QString *error)
 {
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !write(header())) {
-        *error = QStringLiteral("%1: %2").arg(m_file.fileName(), m_file.errorString());
+    if (!m_file.open(m_path, ifExists, error))
+        return false;
+    if (!m_file.append(header())) {
+        *error = m_file.error();
         return false;
     }
     m_written = m_session.timeline().now();
@@ -32,15 +36,16 @@ void ScenarioWriter::close()
     if (!m_file.isOpen())
         return;
     disconnect(&m_session.op(), nullptr, this, nullptr);
-    write(waitUntil(m_session.timeline().now()));
+    const auto wait = waitUntil(m_session.timeline().now());
+    if (!wait.isEmpty())
+        m_file.append(wait);
     m_file.close();
 }
 
 QByteArray ScenarioWriter::header() const
 {
     const auto &options = m_session.options();
-    QByteArray text = "# Recorded with panelhost. Play it with: panelhost play FILE\n"
-                      "device:\n";
+    QByteArray text = recordingHeader() + "device:\n";
     const auto add = [&text](const char *name, const QByteArray &value) {
         text += QByteArray("  ") + name + ": " + value + '\n';
     };
@@ -63,7 +68,7 @@ QByteArray ScenarioWriter::header() const
 // One write for the time and the action: what is cut off is the whole of it or nothing.
 void ScenarioWriter::writeStep(const Action &action, Instant at)
 {
-    write(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
+    m_file.append(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
 }
 
 QByteArray ScenarioWriter::waitUntil(Instant at)
@@ -71,13 +76,6 @@ QByteArray ScenarioWriter::waitUntil(Instant at)
     const auto passed = at - m_written;
     m_written = at;
     return passed > 0 ? "  - wait: " + durationText(passed).toUtf8() + '\n' : QByteArray();
-}
-
-bool ScenarioWriter::write(const QByteArray &bytes)
-{
-    if (m_error.isEmpty() && m_file.write(bytes) != bytes.size())
-        m_error = QStringLiteral("%1: %2").arg(m_file.fileName(), m_file.errorString());
-    return m_error.isEmpty();
 }
 
 }

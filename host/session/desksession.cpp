@@ -29,7 +29,8 @@ bool DeskSession::s_isAlive = false;
 
 DeskSession::DeskSession(const Options &options)
     : m_options(options), m_share(shareDirectoryOf(options)), m_timeline(Timeline::instance()),
-      m_library(options.component.isEmpty() ? defaultComponentPath() : options.component), m_logTap(m_journal, m_share),
+      m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
+      m_journal(options.journalSink, options.journalKept), m_logTap(m_journal, m_share),
       m_device(shapeOf(options, m_share), m_timeline, m_faults),
       m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
       m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)

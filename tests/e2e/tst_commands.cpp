@@ -1,11 +1,20 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
 #include <QtTest/QtTest>
 
+#include <csignal>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 /// The commands play and check as a shell sees them: exit status, what they write, and where.
 class CommandsTest : public QObject
@@ -22,6 +31,19 @@ private Q_SLOTS:
     void playRefusesPlacesThatCanNotBeWritten();
     void playWritesIntoAPipeAndReplacesItNot();
     void playTellsOfAFullDisk();
+    void playLeavesWholeLinesOnAFullDisk();
+    void playNeverWritesOverAnInput_data();
+    void playNeverWritesOverAnInput();
+    void playWritesOverARecordingOnlyWhenForced();
+    void journalThatIsBeingWrittenIsRefused();
+    void recordNeverWritesOverAnInput();
+    void recordWritesOverAFileOnlyWhenForced();
+    void interruptedPlayLeavesWhatWasPlayed_data();
+    void interruptedPlayLeavesWhatWasPlayed();
+    void ignoredSignalStaysIgnored();
+    void killedPlayLeavesWholeFiles();
+    void memoryDoesNotGrowWithTime();
+    void reportFoldsRepeatedRounds();
     void playThatCanNotBeginIsNoFailedExpectation_data();
     void playThatCanNotBeginIsNoFailedExpectation();
     void shareWithErrorsIsRefused_data();
@@ -50,6 +72,10 @@ private:
     QByteArray read(const QString &name);
     /// Makes the directory "s" with the two files; an empty file is left out.
     void writeShare(const QByteArray &menu, const QByteArray &keys);
+    bool startAging(QProcess &process, const QStringList &options);
+    void checkJournalLines(const QByteArray &journal);
+    void checkWellFormed(const QByteArray &xml);
+    long mostMemory(int hours);
 
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -58,6 +84,10 @@ namespace {
 
 const QByteArray Passing = "steps:\n  - expect: {page: menu}\n  - screenshot: menu\n  - wait: 1s\n";
 const QByteArray Failing = "steps:\n  - expect: {page: aging}\n  - wait: 1s\n";
+/// An aging test with no end in sight.
+const QByteArray Aging = "device:\n  plugged: [net1, net2, net3, net4, usb1, usb2, usb3, usb4]\nsteps:\n"
+                         "  - open: Aging test\n  - screenshot: prepared\n  - soft: right\n"
+                         "  - repeat: {times: 100000, steps: [{wait: 24h}]}\n";
 const QByteArray GoodMenu = "<LCD><MenuBar><MenuItem Key=\"a.Net\"/></MenuBar></LCD>";
 const QByteArray GoodKeys = "<LCD><LcdKeys><LcdKey Value=\"1\" Name=\"CUT\"/></LcdKeys></LCD>";
 
@@ -225,6 +255,309 @@ void CommandsTest::playTellsOfAFullDisk()
     QCOMPARE(played.err, QStringLiteral("panelhost: %1: No space left on device\n").arg(full));
     QCOMPARE(played.status, 2);
     QVERIFY(!QFileInfo(full).isFile());
+}
+
+// A disk of its own that is too small, in a name space that ends with the shell.
+void CommandsTest::playLeavesWholeLinesOnAFullDisk()
+{
+    const auto shell = [this](const QString &script) {
+        QProcess process;
+        process.setWorkingDirectory(m_directory->path());
+        process.start(QStringLiteral("unshare"),
+                      {QStringLiteral("-m"), QStringLiteral("sh"), QStringLiteral("-c"), script});
+        process.waitForFinished();
+        return Run{process.error() == QProcess::FailedToStart ? 127 : process.exitCode(),
+                   {},
+                   QString::fromUtf8(process.readAllStandardError())};
+    };
+    const auto mount = QStringLiteral("mkdir -p disk && mount -t tmpfs -o size=16k tmpfs disk");
+    if (shell(mount).status != 0)
+        QSKIP("no file system can be mounted here");
+    write(QStringLiteral("a.yaml"), Passing);
+    const auto played = shell(mount
+                              + QStringLiteral(" && " PANELHOST " play a.yaml --journal disk/j --report disk >out\n"
+                                               "status=$?; cp disk/j j; ls disk >files; exit $status"));
+    QCOMPARE(played.status, 2);
+    QVERIFY2(played.err.startsWith(QStringLiteral("panelhost: disk/report.html: No space left on device\n"))
+                 || played.err.startsWith(QStringLiteral("panelhost: disk/j: No space left on device\n")),
+             qPrintable(played.err));
+    QCOMPARE(played.err.count(QStringLiteral("disk/j: No space left on device\n")), 1);
+    QCOMPARE(played.err.count(QStringLiteral("disk/report.html: No space left on device\n")), 1);
+    QVERIFY(!played.err.contains(QStringLiteral("Unknown error")));
+    const auto journal = read(QStringLiteral("j"));
+    QVERIFY(journal.size() > 1000);
+    checkJournalLines(journal);
+    QVERIFY(!read(QStringLiteral("files")).contains(".part"));
+    QVERIFY(read(QStringLiteral("out")).contains("ok     a.yaml: 3 steps"));
+}
+
+void CommandsTest::checkJournalLines(const QByteArray &journal)
+{
+    QVERIFY(journal.endsWith('\n'));
+    auto lines = journal.split('\n');
+    lines.removeLast();
+    for (int index = 0; index < lines.size(); ++index)
+        QCOMPARE(QJsonDocument::fromJson(lines.at(index)).object().value(QStringLiteral("seq")).toInt(), index + 1);
+}
+
+void CommandsTest::checkWellFormed(const QByteArray &xml)
+{
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+}
+
+void CommandsTest::playNeverWritesOverAnInput_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("victim");
+    const auto journal = [](const char *path) {
+        return QStringList{QStringLiteral("--journal"), QString::fromLatin1(path)};
+    };
+    const QStringList report{QStringLiteral("--report"), QStringLiteral("out")};
+    QTest::newRow("scenario") << journal("a.yaml") << QStringLiteral("a.yaml");
+    QTest::newRow("another spelling") << journal("./out/../a.yaml") << QStringLiteral("a.yaml");
+    QTest::newRow("link") << journal("link") << QStringLiteral("a.yaml");
+    QTest::newRow("hard link") << journal("hardlink") << QStringLiteral("a.yaml");
+    QTest::newRow("part") << journal("part.yaml") << QStringLiteral("part.yaml");
+    QTest::newRow("share") << QStringList{QStringLiteral("--share"), QStringLiteral("s"), QStringLiteral("--journal"),
+                                          QStringLiteral("s/factorymenu.xml")}
+                           << QStringLiteral("s/factorymenu.xml");
+    QTest::newRow("report") << report << QStringLiteral("a.yaml");
+    QTest::newRow("journal and report") << report + journal("out/report.xml") << QString();
+    QTest::newRow("screenshot") << QStringList{QStringLiteral("--screenshots"), QStringLiteral("out")}
+                                << QStringLiteral("part.yaml");
+}
+
+void CommandsTest::playNeverWritesOverAnInput()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, victim);
+    const auto path = [this](const char *name) {
+        return m_directory->filePath(QString::fromLatin1(name)).toLocal8Bit();
+    };
+    const QDir directory(m_directory->path());
+    QVERIFY(directory.mkdir(QStringLiteral("out")));
+    write(QStringLiteral("part.yaml"), "steps:\n  - screenshot: x\n");
+    write(QStringLiteral("a.yaml"), "steps:\n  - use: part.yaml\n");
+    writeShare(GoodMenu, GoodKeys);
+    QCOMPARE(::symlink("a.yaml", path("link").constData()), 0);
+    QCOMPARE(::link(path("a.yaml").constData(), path("hardlink").constData()), 0);
+    if (QTest::currentDataTag() == QByteArray("report"))
+        QCOMPARE(::symlink("../a.yaml", path("out/report.html").constData()), 0);
+    QCOMPARE(::symlink("../part.yaml", path("out/a-x.png").constData()), 0);
+    const auto before = read(victim);
+    const auto played = run(QStringList{QStringLiteral("play"), QStringLiteral("a.yaml")} + options);
+    QCOMPARE(played.status, 2);
+    QVERIFY2(played.err.contains(QStringLiteral(" would write \"")), qPrintable(played.err));
+    QCOMPARE(read(victim), before);
+}
+
+void CommandsTest::playWritesOverARecordingOnlyWhenForced()
+{
+    write(QStringLiteral("a.yaml"), Passing);
+    const QByteArray recording = "# Recorded with panelhost. Play it with: panelhost play FILE\ndevice:\n";
+    write(QStringLiteral("old.yaml"), recording);
+    const QStringList arguments{QStringLiteral("play"), QStringLiteral("a.yaml"), QStringLiteral("--journal"),
+                                QStringLiteral("old.yaml")};
+    const auto refused = run(arguments);
+    QCOMPARE(refused.status, 2);
+    QVERIFY2(refused.err.contains(QStringLiteral("--force")), qPrintable(refused.err));
+    QCOMPARE(read(QStringLiteral("old.yaml")), recording);
+    QCOMPARE(run(arguments + QStringList{QStringLiteral("--force")}).status, 0);
+    checkJournalLines(read(QStringLiteral("old.yaml")));
+}
+
+void CommandsTest::journalThatIsBeingWrittenIsRefused()
+{
+    write(QStringLiteral("a.yaml"), Passing);
+    write(QStringLiteral("j"), "of another\n");
+    const int other =
+        ::open(m_directory->filePath(QStringLiteral("j")).toLocal8Bit().constData(), O_WRONLY | O_CLOEXEC);
+    QCOMPARE(flock(other, LOCK_EX), 0);
+    const auto played =
+        run({QStringLiteral("play"), QStringLiteral("a.yaml"), QStringLiteral("--journal"), QStringLiteral("j")});
+    QCOMPARE(played.err, QStringLiteral("panelhost: j: another process is writing this file.\n"));
+    QCOMPARE(played.status, 2);
+    QCOMPARE(read(QStringLiteral("j")), QByteArray("of another\n"));
+    ::close(other);
+}
+
+void CommandsTest::recordNeverWritesOverAnInput()
+{
+    const QString f = QStringLiteral("f");
+    const auto both = run({QStringLiteral("record"), f, QStringLiteral("--journal"), QStringLiteral("./f")});
+    QCOMPARE(both.err, QStringLiteral("panelhost: --journal would write \"./f\" over \"f\", which record writes.\n"));
+    QCOMPARE(both.status, 2);
+    QVERIFY(!QFileInfo::exists(m_directory->filePath(f)));
+    writeShare(GoodMenu, GoodKeys);
+    const auto share = run({QStringLiteral("record"), QStringLiteral("s/factorymenu.xml"), QStringLiteral("--force"),
+                            QStringLiteral("--share"), QStringLiteral("s")});
+    QCOMPARE(share.status, 2);
+    QCOMPARE(read(QStringLiteral("s/factorymenu.xml")), GoodMenu);
+}
+
+// The picture of the window is taken at once, and the window closes.
+void CommandsTest::recordWritesOverAFileOnlyWhenForced()
+{
+    const QStringList arguments{QStringLiteral("record"), QStringLiteral("f"), QStringLiteral("--screenshot"),
+                                QStringLiteral("w.png")};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCOMPARE(run(arguments).status, 0);
+    QVERIFY(read(QStringLiteral("f")).startsWith("# Recorded with panelhost."));
+    write(QStringLiteral("f"), "precious\n");
+    const auto refused = run(arguments);
+    QCOMPARE(refused.status, 2);
+    QCOMPARE(refused.err, QStringLiteral("panelhost: f: the file exists; --force overwrites it.\n"));
+    QCOMPARE(read(QStringLiteral("f")), QByteArray("precious\n"));
+    QCOMPARE(run(arguments + QStringList{QStringLiteral("--force")}).status, 0);
+    QVERIFY(read(QStringLiteral("f")).startsWith("# Recorded with panelhost."));
+}
+
+// Waits until the aging test has left the first lines in the journal.
+bool CommandsTest::startAging(QProcess &process, const QStringList &options)
+{
+    write(QStringLiteral("aging.yaml"), Aging);
+    process.setWorkingDirectory(m_directory->path());
+    process.start(QStringLiteral(PANELHOST),
+                  QStringList{QStringLiteral("play"), QStringLiteral("aging.yaml"), QStringLiteral("--journal"),
+                              QStringLiteral("j")}
+                      + options);
+    QFileInfo journal(m_directory->filePath(QStringLiteral("j")));
+    return QTest::qWaitFor(
+        [&journal] {
+            journal.refresh();
+            return journal.size() > 1000000;
+        },
+        60000);
+}
+
+void CommandsTest::interruptedPlayLeavesWhatWasPlayed_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("SIGINT") << SIGINT << QStringLiteral("Interrupt");
+    QTest::newRow("SIGTERM") << SIGTERM << QStringLiteral("Terminated");
+    QTest::newRow("SIGHUP") << SIGHUP << QStringLiteral("Hangup");
+}
+
+void CommandsTest::interruptedPlayLeavesWhatWasPlayed()
+{
+    QFETCH(int, number);
+    QFETCH(QString, name);
+    QProcess player;
+    QVERIFY(startAging(
+        player,
+        {QStringLiteral("--report"), QStringLiteral("out"), QStringLiteral("--screenshots"), QStringLiteral("shots")}));
+    kill(static_cast<pid_t>(player.processId()), number);
+    QVERIFY(player.waitForFinished());
+    QCOMPARE(player.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(player.exitCode(), number);
+    QCOMPARE(
+        QString::fromUtf8(player.readAllStandardError()),
+        QStringLiteral("panelhost: Interrupted (%1); what was played is in j, out/report.html, shots.\n").arg(name));
+    QVERIFY(player.readAllStandardOutput().contains("STOPPED aging.yaml: "));
+    checkJournalLines(read(QStringLiteral("j")));
+    const auto html = read(QStringLiteral("out/report.html"));
+    checkWellFormed(html);
+    QVERIFY(html.contains("0 of 1 passed"));
+    QVERIFY(html.contains("<span class=\"badge interrupted\">"));
+    QVERIFY(html.contains("soft: right"));
+    const auto xml = read(QStringLiteral("out/report.xml"));
+    QVERIFY2(xml.contains("failures=\"0\" errors=\"1\"")
+                 && xml.contains("<error message=\"aging.yaml: interrupted at "),
+             xml.constData());
+    QVERIFY(read(QStringLiteral("shots/aging-prepared.png")).startsWith("\x89PNG"));
+}
+
+// As nohup does, and a shell for what it starts in the background.
+void CommandsTest::ignoredSignalStaysIgnored()
+{
+    std::signal(SIGHUP, SIG_IGN);
+    QProcess player;
+    const bool isStarted = startAging(player, {});
+    std::signal(SIGHUP, SIG_DFL);
+    QVERIFY(isStarted);
+    kill(static_cast<pid_t>(player.processId()), SIGHUP);
+    kill(static_cast<pid_t>(player.processId()), SIGTERM);
+    QVERIFY(player.waitForFinished());
+    QCOMPARE(player.exitCode(), SIGTERM);
+}
+
+void CommandsTest::killedPlayLeavesWholeFiles()
+{
+    QProcess player;
+    QVERIFY(startAging(player, {QStringLiteral("--report"), QStringLiteral("out")}));
+    kill(static_cast<pid_t>(player.processId()), SIGKILL);
+    QVERIFY(player.waitForFinished());
+    checkJournalLines(read(QStringLiteral("j")));
+    const auto html = read(QStringLiteral("out/report.html"));
+    checkWellFormed(html);
+    QVERIFY(html.contains("<span class=\"badge running\">"));
+    checkWellFormed(read(QStringLiteral("out/report.xml")));
+}
+
+/// The largest resident size, in KiB, of a process that plays that many hours of aging.
+long CommandsTest::mostMemory(int hours)
+{
+    const auto scenario = m_directory->filePath(QStringLiteral("hours.yaml"));
+    write(QStringLiteral("hours.yaml"),
+          QByteArray(Aging).replace("times: 100000", "times: " + QByteArray::number(hours)).replace("24h", "1h"));
+    const auto journal = m_directory->filePath(QStringLiteral("j"));
+    const auto report = m_directory->filePath(QStringLiteral("out"));
+    QList<QByteArray> arguments{
+        PANELHOST,           "play", scenario.toLocal8Bit(), "--journal", journal.toLocal8Bit(), "--report",
+        report.toLocal8Bit()};
+    QVector<char *> pointers;
+    for (auto &argument : arguments)
+        pointers.append(argument.data());
+    pointers.append(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t child = 0;
+    const int spawned = posix_spawn(&child, PANELHOST, &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = -1;
+    rusage usage = {};
+    if (spawned != 0 || wait4(child, &status, 0, &usage) != child || status != 0)
+        return -1;
+    return usage.ru_maxrss;
+}
+
+// Journal and report go to the disk: ten times as long takes the same memory.
+void CommandsTest::memoryDoesNotGrowWithTime()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer has a memory of its own");
+#endif
+    const long shorter = mostMemory(2);
+    QVERIFY(shorter > 0);
+    const auto linesOfShorter = read(QStringLiteral("j")).count('\n');
+    const long longer = mostMemory(20);
+    QVERIFY(read(QStringLiteral("j")).count('\n') > 9 * linesOfShorter);
+    QVERIFY2(longer < shorter + 8 * 1024, qPrintable(QStringLiteral("%1 KiB, then %2 KiB").arg(shorter).arg(longer)));
+    QVERIFY2(longer < 200 * 1024, qPrintable(QStringLiteral("%1 KiB").arg(longer)));
+    QVERIFY(read(QStringLiteral("out/report.html")).size() < 2000000);
+}
+
+void CommandsTest::reportFoldsRepeatedRounds()
+{
+    write(QStringLiteral("a.yaml"),
+          "steps:\n  - repeat: {times: 50, steps: [{wait: 1s}, {screenshot: again}, "
+          "{repeat: {times: 4, steps: [{expect: {page: menu}}]}}]}\n");
+    const auto played = run({QStringLiteral("play"), QStringLiteral("a.yaml"), QStringLiteral("--report"),
+                             QStringLiteral("out"), QStringLiteral("--screenshots"), QStringLiteral("shots")});
+    QCOMPARE(played.status, 0);
+    QVERIFY(played.out.contains(QStringLiteral("a.yaml: 300 steps, ")));
+    const auto html = read(QStringLiteral("out/report.html"));
+    checkWellFormed(html);
+    QCOMPARE(html.count("data:image/png;base64,"), 3);
+    QCOMPARE(html.count("… rounds 3 to 49 passed: 282 steps …"), 1);
+    QCOMPARE(html.count("… rounds 3 to 3 passed: 1 steps …"), 3);
+    QVERIFY(html.contains("again-50"));
+    QCOMPARE(QDir(m_directory->filePath(QStringLiteral("shots"))).entryList(QDir::Files).size(), 50);
 }
 
 void CommandsTest::playThatCanNotBeginIsNoFailedExpectation_data()

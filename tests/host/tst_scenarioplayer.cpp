@@ -13,6 +13,7 @@
 #include <QtWidgets/QApplication>
 
 #include <csignal>
+#include <sys/resource.h>
 
 using namespace panelhost;
 
@@ -32,6 +33,12 @@ private Q_SLOTS:
     void recordingIsReadableAfterEachStep();
     void killedRecorderLeavesAReadableScenario();
     void recordingIntoNowhereIsAnError();
+    void fullDiskEndsTheRecordingWithAWholeStep();
+    void roundsBetweenAreFolded();
+    void failingRoundIsShown();
+    void marksCountTheJournalFromThere();
+    void longJournalIsShortened();
+    void interruptedPlayerStops();
     void reportsAreWellFormed();
 
 private:
@@ -111,7 +118,7 @@ QByteArray record(const QString &path, Session &session)
     session.timeline().settle();
     ScenarioWriter writer(path, session);
     QString error;
-    if (!writer.open(&error))
+    if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return error.toUtf8();
     for (const auto &deed : deeds()) {
         session.timeline().advance(deed.wait);
@@ -257,7 +264,7 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
     auto session = Session::open(options(), &error);
     QVERIFY2(session, qPrintable(error));
     ScenarioWriter writer(path, *session);
-    QVERIFY2(writer.open(&error), qPrintable(error));
+    QVERIFY2(writer.open(LineFile::IfExists::Overwrite, &error), qPrintable(error));
     int steps = 1;
     for (const auto &deed : deeds().mid(0, 5)) {
         QStringList problems;
@@ -289,8 +296,123 @@ void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
     auto session = Session::open(options(), &error);
     QVERIFY2(session, qPrintable(error));
     ScenarioWriter writer(m_directory.filePath(QStringLiteral("no/such/place.yaml")), *session);
-    QVERIFY(!writer.open(&error));
+    QVERIFY(!writer.open(LineFile::IfExists::Overwrite, &error));
     QVERIFY2(error.contains(QStringLiteral("place.yaml: No such file or directory")), qPrintable(error));
+}
+
+// A limit of the file's size is a full disk that anybody can make.
+void ScenarioPlayerTest::fullDiskEndsTheRecordingWithAWholeStep()
+{
+    const auto path = m_directory.filePath(QStringLiteral("full.yaml"));
+    QString error;
+    auto session = Session::open(options(), &error);
+    QVERIFY2(session, qPrintable(error));
+    ScenarioWriter writer(path, *session);
+    QStringList told;
+    connect(&writer, &ScenarioWriter::failed, this, [&told](const QString &reason) { told << reason; });
+    QVERIFY2(writer.open(LineFile::IfExists::Overwrite, &error), qPrintable(error));
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{static_cast<rlim_t>(QFileInfo(path).size()) + 50, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    for (int press = 0; press < 5; ++press)
+        session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}, &error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("up")}}}, &error);
+    writer.close();
+    QCOMPARE(told, QStringList(path + QStringLiteral(": File too large")));
+    QCOMPARE(writer.error(), told.first());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().endsWith("steps:\n  - note: recorded\n  - navigate: down\n  - navigate: down\n"));
+}
+
+void ScenarioPlayerTest::roundsBetweenAreFolded()
+{
+    const auto result = play("steps:\n  - repeat: {times: 9, steps: [{wait: 1s}, {note: end}]}\n  - note: over\n");
+    QVERIFY2(result.passed, qPrintable(result.failureText()));
+    QStringList lines;
+    for (const auto &step : result.steps)
+        lines.append(instantText(step.at) + QLatin1Char(' ') + step.text);
+    QCOMPARE(
+        lines,
+        (QStringList{QStringLiteral("0:01.000 wait: 1s"), QStringLiteral("0:01.000 note: end"),
+                     QStringLiteral("0:02.000 wait: 1s"), QStringLiteral("0:02.000 note: end"),
+                     QStringLiteral("0:08.000 … rounds 3 to 8 passed: 12 steps …"), QStringLiteral("0:09.000 wait: 1s"),
+                     QStringLiteral("0:09.000 note: end"), QStringLiteral("0:09.000 note: over")}));
+    QCOMPARE(result.stepsPlayed, 19);
+    QCOMPARE(m_told, 19);
+}
+
+void ScenarioPlayerTest::failingRoundIsShown()
+{
+    const auto result =
+        play("steps:\n  - repeat: {times: 9, steps: [{navigate: down}, {expect: {menu.row: {not: 4}}}]}\n");
+    QVERIFY(!result.passed);
+    QCOMPARE(result.steps.size(), 7);
+    QVERIFY(result.failedStep() == &result.steps.last());
+    QVERIFY(result.failureText().contains(QStringLiteral("expected menu.row: not \"4\"")));
+}
+
+void ScenarioPlayerTest::marksCountTheJournalFromThere()
+{
+    const auto result =
+        play("steps:\n"
+             "  - expect: {log-line: {contains: Successfully loaded 42, times: 2}}\n"
+             "  - open: AgingMode\n"
+             "  - soft: right\n"
+             "  - mark: running\n"
+             "  - expect: {log-line: {contains: Successfully loaded 42, times: 0}}\n"
+             "  - expect: {call: {name: lcdKeyboardEvent.setScreenBrightness, times: 3}}\n"
+             "    within: 2s\n"
+             "  - expect: {call: {name: lcdKeyboardEvent.setScreenBrightness, arguments: {level: 30}}}\n"
+             "  - expect: {call: {name: lcdKeyboardEvent.setScreenBrightness, arguments: {level: 99}, times: 0}}\n"
+             "  - repeat: {times: 3, steps: [{mark: again}, {expect: {log-line: {contains: x, times: 0}}}]}\n"
+             "  - expect: {call: {name: lcdKeyboardEvent.setScreenBrightness, times: 0}}\n");
+    QVERIFY2(result.passed, qPrintable(result.failureText()));
+}
+
+void ScenarioPlayerTest::longJournalIsShortened()
+{
+    const auto result = play("steps:\n  - open: AgingMode\n  - soft: right\n  - wait: 1h\n");
+    QVERIFY2(result.passed, qPrintable(result.failureText()));
+    QVERIFY(result.journalLines > 2200);
+    auto lines = result.journal.split('\n');
+    lines.removeLast();
+    QCOMPARE(lines.size(), 2001);
+    QVERIFY(lines.at(999).startsWith("{\"seq\":1000,"));
+    QCOMPARE(QString::fromUtf8(lines.at(1000)), QStringLiteral("… %1 lines …").arg(result.journalLines - 2000));
+    QVERIFY(lines.last().startsWith("{\"seq\":" + QByteArray::number(result.journalLines) + ','));
+    QVERIFY(
+        QString::fromUtf8(htmlReport({result})).contains(QStringLiteral("Journal, %1 lines").arg(result.journalLines)));
+}
+
+void ScenarioPlayerTest::interruptedPlayerStops()
+{
+    const auto path = m_directory.filePath(QStringLiteral("long.yaml"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("steps:\n  - open: AgingMode\n  - soft: right\n  - wait: 24h\n  - note: never\n");
+    file.close();
+    QStringList problems;
+    const auto scenario = loadScenario(path, options(), &problems);
+    QCOMPARE(problems, QStringList());
+    qint64 lines = 0;
+    QByteArray journal;
+    Player::Options how;
+    how.journal = [&](const Journal::Entry &entry) {
+        ++lines;
+        journal += entry.toJsonLine() + '\n';
+    };
+    how.isInterrupted = [&lines] { return lines >= 300; };
+    const auto result = Player(*scenario, how, [](const StepResult &, qint64) {}).play();
+    QCOMPARE(result.verdict(), QStringLiteral("interrupted"));
+    QVERIFY(!result.passed);
+    QCOMPARE(result.steps.size(), 2);
+    QVERIFY(result.duration > 0 && result.duration < 3600000);
+    QCOMPARE(result.journalLines, lines);
+    QCOMPARE(result.journal, journal);
+    QVERIFY(junitReport({result}).contains("errors=\"1\""));
 }
 
 void ScenarioPlayerTest::reportsAreWellFormed()
@@ -322,7 +444,7 @@ int recordAndDie(const QString &path)
         return 1;
     session->lcd()->show();
     ScenarioWriter writer(path, *session);
-    if (!writer.open(&error))
+    if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return 1;
     for (const auto &deed : deeds().mid(0, DeedsBeforeDeath)) {
         session->timeline().advance(deed.wait);

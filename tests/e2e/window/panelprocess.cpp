@@ -18,12 +18,38 @@ PanelProcess::~PanelProcess()
 
 bool PanelProcess::start(const QStringList &arguments)
 {
+    return run(QStringLiteral(LCD_BUILD_DIR "/bin/panelhost"), arguments);
+}
+
+bool PanelProcess::startWithSmallDisk(const QStringList &arguments)
+{
+    const QString script = QStringLiteral("mkdir \"$0\" && mount -t tmpfs -o size=12k tmpfs \"$0\" && "
+                                          "exec " LCD_BUILD_DIR "/bin/panelhost \"$@\"");
+    return run(QStringLiteral("unshare"),
+               QStringList{QStringLiteral("-m"), QStringLiteral("sh"), QStringLiteral("-c"), script,
+                           path(QStringLiteral("disk"))}
+                   + arguments);
+}
+
+QString PanelProcess::diskPath(const QString &fileName)
+{
+    return QStringLiteral("/proc/%1/root%2/%3").arg(m_process.processId()).arg(path(QStringLiteral("disk")), fileName);
+}
+
+QByteArray PanelProcess::errors()
+{
+    m_errors += m_process.readAllStandardError();
+    return m_errors;
+}
+
+bool PanelProcess::run(const QString &program, const QStringList &arguments)
+{
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), m_desk.display());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     m_process.setProcessEnvironment(environment);
-    m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    m_process.start(QStringLiteral(LCD_BUILD_DIR "/bin/panelhost"),
+    m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
+    m_process.start(program,
                     arguments
                         + QStringList{QStringLiteral("--journal"), path(QStringLiteral("journal.jsonl")),
                                       QStringLiteral("--layout"), path(QStringLiteral("layout.json"))});

@@ -17,6 +17,12 @@ public:
 
     /// Starts it with @p arguments and waits until the window is there and has the keyboard.
     bool start(const QStringList &arguments);
+    /// Like start(), with a disk of 12 KiB of its own at path("disk") that only the process sees.
+    bool startWithSmallDisk(const QStringList &arguments);
+    /// Where a test sees a file of that disk.
+    QString diskPath(const QString &fileName);
+    /// What it has written to the standard error output.
+    QByteArray errors();
     QProcess &process() { return m_process; }
     QString path(const QString &fileName) const { return m_directory.filePath(fileName); }
     QByteArray journalBytes() const;
@@ -38,11 +44,13 @@ public:
     void touch(const QPoint &lcdPoint) const;
 
 private:
+    bool run(const QString &program, const QStringList &arguments);
     void take(const QJsonObject &entry);
 
     const XDesk &m_desk;
     QTemporaryDir m_directory;
     QProcess m_process;
+    QByteArray m_errors;
     QJsonObject m_layout;
     qint64 m_read = 0;
     QList<QJsonObject> m_entries;

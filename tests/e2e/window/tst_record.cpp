@@ -18,8 +18,12 @@ private Q_SLOTS:
     void playedAgainGivesTheSameJournal();
     void killLeavesAReadableScenario();
     void fileThatCannotBeWrittenIsRefused();
+    void secondRecorderIsRefused();
+    void recordingOfAKilledProcessIsNotLocked();
+    void fullDiskIsToldAtOnce();
 
 private:
+    QProcess &runOffscreen(QProcess &panel, const QStringList &arguments);
     void record();
     void useTheDevice();
     QByteArray play();
@@ -115,16 +119,84 @@ void TestRecord::killLeavesAReadableScenario()
         std::any_of(played.cbegin(), played.cend(), [&](const QByteArray &line) { return line.contains(lastStep); }));
 }
 
-void TestRecord::fileThatCannotBeWrittenIsRefused()
+QProcess &TestRecord::runOffscreen(QProcess &panel, const QStringList &arguments)
 {
-    QProcess panel;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(text("QT_QPA_PLATFORM"), text("offscreen"));
     panel.setProcessEnvironment(environment);
-    panel.start(text(LCD_BUILD_DIR "/bin/panelhost"), {text("record"), text("/nowhere/at/all.yaml")});
-    QVERIFY(panel.waitForFinished(30000));
+    panel.start(text(LCD_BUILD_DIR "/bin/panelhost"), arguments);
+    panel.waitForFinished(60000);
+    return panel;
+}
+
+void TestRecord::fileThatCannotBeWrittenIsRefused()
+{
+    QProcess panel;
+    runOffscreen(panel, {text("record"), text("/nowhere/at/all.yaml")});
     QCOMPARE(panel.exitCode(), 2);
     QVERIFY(panel.readAllStandardError().contains("/nowhere/at/all.yaml: "));
+}
+
+void TestRecord::secondRecorderIsRefused()
+{
+    record();
+    QProcess second;
+    const QString file = m_panel->path(text("session.yaml"));
+    runOffscreen(second, {text("record"), text("--force"), file});
+    QCOMPARE(second.exitCode(), 2);
+    QCOMPARE(QString::fromUtf8(second.readAllStandardError()),
+             QStringLiteral("panelhost: %1: another process is writing this file.\n").arg(file));
+    m_desk.type(text("Down"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 1);
+    QFile recording(file);
+    QVERIFY(recording.open(QIODevice::ReadOnly));
+    QVERIFY(recording.readAll().endsWith("  - navigate: down\n"));
+}
+
+void TestRecord::recordingOfAKilledProcessIsNotLocked()
+{
+    record();
+    const auto id = static_cast<pid_t>(m_panel->process().processId());
+    QVERIFY(id > 0);
+    kill(id, SIGKILL);
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QProcess next;
+    runOffscreen(next,
+                 {text("record"), text("--force"), m_panel->path(text("session.yaml")), text("--screenshot"),
+                  m_panel->path(text("w.png"))});
+    QCOMPARE(next.exitCode(), 0);
+}
+
+// The journal of the test is elsewhere: only the recording runs out of room.
+void TestRecord::fullDiskIsToldAtOnce()
+{
+    QProcess trial;
+    trial.start(text("unshare"),
+                {text("-m"), text("mount"), text("-t"), text("tmpfs"), text("tmpfs"), m_panel->path({})});
+    if (!trial.waitForFinished() || trial.exitCode() != 0)
+        QSKIP("no file system can be mounted here");
+    const QString file = m_panel->path(text("disk/session.yaml"));
+    QVERIFY(m_panel->startWithSmallDisk({text("record"), file}));
+    // Each of these leaves a step of the recording.
+    for (int presses = 0; presses < 600 && m_panel->errors().isEmpty(); ++presses) {
+        m_desk.xdotool({text("key"), text("--delay"), text("1"), text("Down"), text("Up"), text("Down"), text("Up")});
+        m_panel->poll();
+    }
+    QTRY_COMPARE(QString::fromUtf8(m_panel->errors()),
+                 QStringLiteral("panelhost: %1: No space left on device\n").arg(file));
+    QFile recording(m_panel->diskPath(text("session.yaml")));
+    QVERIFY(recording.open(QIODevice::ReadOnly));
+    const QByteArray content = recording.readAll();
+    QVERIFY(content.size() > 8000);
+    QVERIFY(content.endsWith("\n"));
+    QVERIFY(content.mid(content.lastIndexOf('\n', -2) + 1).startsWith("  - "));
+    QFile copy(m_panel->path(text("session.yaml")));
+    QVERIFY(copy.open(QIODevice::WriteOnly) && copy.write(content) == content.size());
+    copy.close();
+    m_desk.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitCode(), 2);
+    QVERIFY(!play().isEmpty());
 }
 
 int main(int argc, char **argv)

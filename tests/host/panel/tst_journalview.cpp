@@ -2,6 +2,7 @@
 #include "panel/journalview.h"
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
@@ -19,6 +20,10 @@ private Q_SLOTS:
     void showsLinesInOrder();
     void takesInABoundedNumber();
     void forgetsTheOldest();
+    void skipsWhatTheJournalForgot();
+    void counterTellsOfForgottenLines();
+    void journalRemembersTheNewest();
+    void sinkGetsEveryLine();
     void filtersByText();
     void filtersByKind();
     void newLinesPassTheFilter();
@@ -83,12 +88,80 @@ void TestJournalView::forgetsTheOldest()
     model.setText(QStringLiteral("call7"));
     fill(journal, JournalModel::Kept);
     pollAll(model, journal);
-    fill(journal, JournalModel::Kept);
-    for (int i = 0; i < JournalModel::Kept / JournalModel::PollBudget + 1; ++i)
-        model.poll();
-    QVERIFY(model.total() <= JournalModel::Kept + JournalModel::Kept / 10);
-    QVERIFY(textAt(model, 0).contains(QStringLiteral("call7")));
-    QVERIFY(textAt(model, model.rowCount() - 1).contains(QStringLiteral("call79999")));
+    QCOMPARE(model.total(), 100000);
+    QCOMPARE(model.forgotten(), 0);
+    fill(journal, JournalModel::PollBudget);
+    model.poll();
+    QCOMPARE(model.total(), 100000);
+    QCOMPARE(model.forgotten(), JournalModel::PollBudget);
+    QCOMPARE(model.everSeen(), 100000 + JournalModel::PollBudget);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call7000")));
+    QVERIFY(textAt(model, model.rowCount() - 1).contains(QStringLiteral("call799")));
+    model.setText({});
+    QCOMPARE(model.rowCount(), 100000);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call4000")));
+}
+
+// As after a long time with the dock closed.
+void TestJournalView::skipsWhatTheJournalForgot()
+{
+    Journal journal({}, 50);
+    JournalModel model(journal);
+    fill(journal, 30);
+    model.poll();
+    fill(journal, 100);
+    model.poll();
+    QCOMPARE(model.total(), 50);
+    QCOMPARE(model.everSeen(), 130);
+    QCOMPARE(model.forgotten(), 80);
+    QCOMPARE(model.rowCount(), 50);
+    QVERIFY(textAt(model, 0).contains(QStringLiteral("call50")));
+    QVERIFY(textAt(model, 49).contains(QStringLiteral("call99")));
+}
+
+void TestJournalView::counterTellsOfForgottenLines()
+{
+    Journal journal({}, 50);
+    JournalView view(journal, nullptr);
+    view.show();
+    fill(journal, 40);
+    view.poll();
+    const auto *count = view.findChild<QLabel *>(QStringLiteral("journal-count"));
+    const auto *forgotten = view.findChild<QLabel *>(QStringLiteral("journal-forgotten"));
+    QCOMPARE(count->text(), QStringLiteral("40 of 40"));
+    QVERIFY(!forgotten->isVisible());
+    fill(journal, 100);
+    view.poll();
+    QCOMPARE(count->text(), QStringLiteral("50 of 140"));
+    QVERIFY(forgotten->isVisible());
+    QCOMPARE(forgotten->text(), QStringLiteral("The oldest 90 lines are gone; --journal FILE keeps them."));
+    view.setFile(QStringLiteral("j.jsonl"));
+    view.poll();
+    QCOMPARE(forgotten->text(), QStringLiteral("The oldest 90 lines are only in j.jsonl."));
+}
+
+void TestJournalView::journalRemembersTheNewest()
+{
+    Journal journal;
+    fill(journal, 100010);
+    QCOMPARE(journal.count(), 100010);
+    QCOMPARE(journal.entries().size(), 100000);
+    QCOMPARE(journal.entries().first().sequence, 11);
+    QCOMPARE(journal.tail(2).first().sequence, 100009);
+    QCOMPARE(journal.entriesFrom(1, 3).first().sequence, 11);
+    QCOMPARE(journal.entriesFrom(100009, 3).size(), 2);
+    QCOMPARE(journal.entriesFrom(100011, 3).size(), 0);
+}
+
+void TestJournalView::sinkGetsEveryLine()
+{
+    QVector<qint64> sequences;
+    Journal journal([&sequences](const Journal::Entry &entry) { sequences << entry.sequence; }, 2);
+    fill(journal, 4);
+    QCOMPARE(sequences, (QVector<qint64>{1, 2, 3, 4}));
+    journal.setSink({});
+    fill(journal, 1);
+    QCOMPARE(sequences.size(), 4);
 }
 
 void TestJournalView::filtersByText()

@@ -7,9 +7,12 @@
 #include "panel/lcdoverlay.h"
 #include "panel/panelwindow.h"
 #include "panel/walltimer.h"
+#include "panel/windowfiles.h"
+#include "panel/windowoptions.h"
 #include "panelfixture.h"
 #include "session.h"
 
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
@@ -17,6 +20,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QToolButton>
+
+#include <sys/resource.h>
 
 using namespace panelhost;
 
@@ -42,6 +47,8 @@ private Q_SLOTS:
     void speedMovesTime();
     void pausedWindowStillActs();
     void recordingLightShowsTheFile();
+    void failuresAreShownAndStay();
+    void fullDiskPutsTheRecordingLightOut();
     void journalFollows();
     void closesWithADialogOpen();
     void lcdOutlivesTheWindow();
@@ -251,6 +258,60 @@ void TestPanelWindow::recordingLightShowsTheFile()
     m_window->setRecording(QStringLiteral("morning.yaml"));
     QVERIFY(light->isVisible());
     QVERIFY(light->text().contains(QStringLiteral("morning.yaml")));
+}
+
+void TestPanelWindow::failuresAreShownAndStay()
+{
+    QVERIFY(m_window->findChildren<QLabel *>(QStringLiteral("failure")).isEmpty());
+    const QStringList texts{QStringLiteral("Recording ended: morning.yaml: No space left on device"),
+                            QStringLiteral("Journal ended: j.jsonl: No space left on device")};
+    for (const QString &text : texts)
+        m_window->addFailure(text);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    m_window->refresh();
+    QStringList shown;
+    const auto labels = m_window->findChildren<QLabel *>(QStringLiteral("failure"));
+    for (const QLabel *label : labels) {
+        QTRY_VERIFY(label->isVisible() && label->width() >= label->sizeHint().width());
+        shown << label->text();
+    }
+    QCOMPARE(shown, texts);
+}
+
+// A limit of the file's size is a full disk that anybody can make.
+void TestPanelWindow::fullDiskPutsTheRecordingLightOut()
+{
+    const QTemporaryDir directory;
+    const auto *light = m_window->findChild<QLabel *>(QStringLiteral("recording"));
+    const QString recording = directory.filePath(QStringLiteral("morning.yaml"));
+    WindowOptions options;
+    options.journal = directory.filePath(QStringLiteral("j.jsonl"));
+    WindowFiles files;
+    QString error;
+    QVERIFY2(files.open(m_session->options(), options, recording, &error), qPrintable(error));
+    m_session->journal().setSink(files.journalSink());
+    QVERIFY2(files.beginRecording(*m_session, &error), qPrintable(error));
+    files.showIn(*m_window);
+    QVERIFY(light->isVisible());
+
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{static_cast<rlim_t>(QFileInfo(recording).size()) + 10, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    for (int presses = 0; presses < 3; ++presses)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    setrlimit(RLIMIT_FSIZE, &before);
+    QVERIFY(!light->isVisible());
+    QTRY_COMPARE(m_window->findChildren<QLabel *>(QStringLiteral("failure")).size(), 2);
+    QStringList shown;
+    const auto labels = m_window->findChildren<QLabel *>(QStringLiteral("failure"));
+    for (const QLabel *label : labels)
+        shown << label->text();
+    QCOMPARE(shown,
+             (QStringList{QStringLiteral("Recording ended: morning.yaml: File too large"),
+                          QStringLiteral("Journal ended: j.jsonl: File too large")}));
+    files.close(*m_session);
+    QVERIFY(files.hasFailed());
 }
 
 void TestPanelWindow::journalFollows()
