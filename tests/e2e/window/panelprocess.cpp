@@ -55,8 +55,10 @@ bool PanelProcess::run(const QString &program, const QStringList &arguments)
                                       QStringLiteral("--layout"), path(QStringLiteral("layout.json"))});
     const QString layout = path(QStringLiteral("layout.json"));
     const bool isThere = QTest::qWaitFor([&] { return QFile::exists(layout); }, 60000);
-    if (!isThere)
+    if (!isThere) {
+        qWarning("%s", errors().constData());
         return false;
+    }
     m_layout = QJsonDocument::fromJson(contentOf(layout)).object();
     m_desk.xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
                     QStringLiteral("--name"), QStringLiteral("^panelhost$"), QStringLiteral("windowfocus"),

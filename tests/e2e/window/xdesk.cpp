@@ -14,12 +14,15 @@ XDesk::~XDesk()
     m_server.waitForFinished();
 }
 
+// Without -noreset the server starts anew whenever its last client leaves, and refuses who comes just then: panelhost
+// connects once to see whether it can, and again to stay.
 bool XDesk::start(const QByteArray &screen)
 {
     m_server.setProcessChannelMode(QProcess::SeparateChannels);
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
-                    QString::fromLatin1(screen), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+                    QString::fromLatin1(screen), QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                    QStringLiteral("-noreset")});
     while (!m_server.canReadLine() && m_server.waitForReadyRead(20000)) {}
     const QString number = QString::fromLatin1(m_server.readLine()).trimmed();
     m_display = QStringLiteral(":") + number;
