@@ -151,7 +151,14 @@ void stepOnTwoThreads()
     const BareHost host;
     Biz biz;
     std::atomic<int> heard{0};
-    const auto work = [&biz, &heard](const std::string &name) {
+    std::atomic<int> arrived{0};
+    biz.startTest();
+    const auto work = [&](const std::string &name) {
+        // Together, and at first without a lock of the listeners, which would bring the steps into an order.
+        ++arrived;
+        while (arrived < 2)
+            std::this_thread::yield();
+        stepAll(biz);
         repeat(50, [&] {
             biz.registerStateCallback(name, [&heard](int) { ++heard; });
             biz.setCurRequester(name);
