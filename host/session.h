@@ -31,6 +31,7 @@ public:
     struct Options
     {
         QString component; ///< path of the library; empty: the one beside the program
+        QString pages;     ///< path of the repair mode's library, or noPages; empty: the one beside the program, if any
         QString share;     ///< directory with the XML files; empty: the component's default
         QString language = QStringLiteral("en");
         QSize lcdSize{800, 480};
@@ -46,9 +47,13 @@ public:
         int journalKept = Journal::Kept; ///< entries of the journal that are remembered
     };
 
+    /// As Options::pages: the containers show pages of the host.
+    static inline const QString noPages = QStringLiteral("none");
+
     /// Loads the component and enters factory mode, at instant 0 of a clock that stands still. The LCD isn't shown
     /// yet: show it, or put it into a window. nullptr, with one clear sentence in @p error, when the component can't
-    /// be loaded or an option is wrong; then @p reached, if given, has the steps of loading that were done.
+    /// be loaded or an option is wrong; then @p reached, if given, has the steps of loading that library which were
+    /// done.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
     virtual ~Session() = default;
 
@@ -56,6 +61,8 @@ public:
     /// The directory with the XML files, whichever it is.
     virtual QString shareDirectory() const = 0;
     virtual const ComponentLibrary &library() const = 0;
+    /// The library of the repair mode's pages, nullptr when there is none.
+    virtual const ComponentLibrary *pagesLibrary() const = 0;
     /// Names under which the component finds something.
     virtual QStringList serviceNames() const = 0;
 

@@ -61,6 +61,8 @@ void addCommonOptions(QCommandLineParser &parser)
     parser.addVersionOption();
     parser.addOptions({
         {QStringLiteral("component"), QStringLiteral("The component's library."), QStringLiteral("PATH")},
+        {QStringLiteral("pages"), QStringLiteral("The library of the repair mode's pages, or none."),
+         QStringLiteral("PATH")},
         {QStringLiteral("share"), QStringLiteral("Directory with the two XML files. Files with errors are refused."),
          QStringLiteral("DIR")},
         {QStringLiteral("share-unchecked"),
@@ -147,6 +149,7 @@ bool checkShare(const QString &directory, QString *error)
 bool readOptions(const QCommandLineParser &parser, Session::Options &options, QString *error)
 {
     options.component = parser.value(QStringLiteral("component"));
+    options.pages = parser.value(QStringLiteral("pages"));
     options.language = parser.value(QStringLiteral("language"));
     return checkValues(parser, error) && readShare(parser, options, error)
         && readTBar(parser.value(QStringLiteral("tbar")), options, error)

@@ -41,6 +41,12 @@ void printSteps(QTextStream &out, const QList<LoadStep> &steps)
         out << "  " << ComponentLibrary::stateName(step.state).leftJustified(18) << step.found << '\n';
 }
 
+void printLibrary(QTextStream &out, const ComponentLibrary &library)
+{
+    printSteps(out, library.steps());
+    printRecords(out, library);
+}
+
 }
 
 int runInfo(const CommandLine &line)
@@ -62,8 +68,9 @@ int runInfo(const CommandLine &line)
     session->lcd()->grab();
     const double loaded = static_cast<double>(elapsed.nsecsElapsed()) / 1e6;
 
-    printSteps(out, session->library().steps());
-    printRecords(out, session->library());
+    printLibrary(out, session->library());
+    if (session->pagesLibrary())
+        printLibrary(out, *session->pagesLibrary());
     out << "services\n";
     for (const QString &name : session->serviceNames())
         out << "  " << name << '\n';

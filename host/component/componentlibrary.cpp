@@ -1,10 +1,10 @@
 #include "component/componentlibrary.h"
 
 #include "component/elffile.h"
-#include "lcd/factorymode/ilcdfactorymode.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtWidgets/QWidget>
 
 #include <cstring>
 #include <dlfcn.h>
@@ -17,9 +17,6 @@ namespace panelhost {
 namespace {
 
 constexpr char interfaceVersion[] = "0.1";
-constexpr char componentName[] = "lcd.factory.mode";
-constexpr char interfaceClass[] = "LCD::FactoryMode::ILcdFactoryMode";
-constexpr char tableSymbol[] = "lcdfactorymodeimpl_mirel_componentInfoTable";
 
 QString text(const char *value)
 {
@@ -42,7 +39,14 @@ QString linkerError(const QString &path)
 
 }
 
-ComponentLibrary::ComponentLibrary(const QString &path) : m_path(QFileInfo(path).absoluteFilePath())
+const ComponentKind factoryModeComponent = {"liblcdfactorymodeimpl.so", "lcd.factory.mode",
+                                            "LCD::FactoryMode::ILcdFactoryMode",
+                                            "lcdfactorymodeimpl_mirel_componentInfoTable"};
+const ComponentKind repairModeComponent = {"librepairpages.so", "lcd.repair.mode", "LCD::RepairMode::ILcdRepairMode",
+                                           "repairpages_mirel_componentInfoTable"};
+
+ComponentLibrary::ComponentLibrary(const QString &path, const ComponentKind &kind)
+    : m_path(QFileInfo(path).absoluteFilePath()), m_kind(kind)
 {
 }
 
@@ -139,7 +143,7 @@ bool ComponentLibrary::check()
     void *initFunction = nullptr;
     void *table = nullptr;
     if (!resolveFunction("pluginfo", &infoFunction) || !resolveFunction("pluginit", &initFunction)
-        || !resolve(tableSymbol, &table))
+        || !resolve(m_kind.tableSymbol, &table))
         return false;
     m_init = reinterpret_cast<void (*)(void *)>(initFunction);
     const auto askInfo = [&] { m_info = reinterpret_cast<const mirel::PluginInfo *(*)()>(infoFunction)(); };
@@ -173,22 +177,22 @@ bool ComponentLibrary::findComponent(mirel::ComponentInfo *const *table)
     QStringList names;
     for (; *table; ++table) {
         const char *name = (*table)->componentName;
-        if (name && std::strcmp(name, componentName) == 0) {
+        if (name && std::strcmp(name, m_kind.componentName) == 0) {
             m_component = *table;
             return true;
         }
         names << shown(name);
     }
-    return fail(
-        QStringLiteral("has no component \"%1\", only %2.").arg(text(componentName), names.join(QStringLiteral(", "))));
+    return fail(QStringLiteral("has no component \"%1\", only %2.")
+                    .arg(text(m_kind.componentName), names.join(QStringLiteral(", "))));
 }
 
 bool ComponentLibrary::checkComponent()
 {
     if (!m_component->creator)
-        return fail(QStringLiteral("the component \"%1\" has no creator.").arg(text(componentName)));
+        return fail(QStringLiteral("the component \"%1\" has no creator.").arg(text(m_kind.componentName)));
     if (!m_component->deletor)
-        return fail(QStringLiteral("the component \"%1\" has no deletor.").arg(text(componentName)));
+        return fail(QStringLiteral("the component \"%1\" has no deletor.").arg(text(m_kind.componentName)));
     return true;
 }
 
@@ -202,26 +206,32 @@ bool ComponentLibrary::initialise(void *host)
 bool ComponentLibrary::create()
 {
     void *object = nullptr;
-    const QString creator = QStringLiteral("the creator of \"%1\"").arg(text(componentName));
+    const QString creator = QStringLiteral("the creator of \"%1\"").arg(text(m_kind.componentName));
     if (!guarded(creator, [&] { object = m_component->creator(); }))
         return false;
     if (!object)
         return fail(creator + QStringLiteral(" returned no object."));
-    // The record says nothing of the class; the object's own meta-object does.
-    auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(object);
+    // The record says nothing of the class; the object's own meta-object does. Each interface is a QWidget first.
+    auto *widget = static_cast<QWidget *>(object);
     const QString className = text(widget->metaObject()->className());
-    if (!widget->inherits(interfaceClass)) {
+    if (!widget->inherits(m_kind.interfaceClass)) {
         m_component->deletor(object);
-        return fail(QStringLiteral("%1 made a %2, which is no %3.").arg(creator, className, text(interfaceClass)));
+        return fail(
+            QStringLiteral("%1 made a %2, which is no %3.").arg(creator, className, text(m_kind.interfaceClass)));
     }
     m_widget = widget;
     return reach(LoadState::Created, className);
 }
 
-void ComponentLibrary::end()
+void ComponentLibrary::destroy()
 {
     if (m_widget)
         m_component->deletor(static_cast<void *>(std::exchange(m_widget, nullptr)));
+}
+
+void ComponentLibrary::end()
+{
+    destroy();
     if (m_state >= LoadState::Initialised)
         m_init(nullptr);
 }
@@ -232,10 +242,10 @@ QString ComponentLibrary::stateName(LoadState state)
     return QString::fromLatin1(names[static_cast<int>(state)]);
 }
 
-QString defaultComponentPath()
+QString defaultComponentPath(const ComponentKind &kind)
 {
     const QString program = QCoreApplication::applicationDirPath();
-    const QString name = QStringLiteral("liblcdfactorymodeimpl.so");
+    const QString name = QString::fromLatin1(kind.fileName);
     const QStringList places = {program, program + QStringLiteral("/../lib"),
                                 program + QStringLiteral("/../" PANELHOST_LIBDIR)};
     for (const QString &place : places) {

@@ -7,9 +7,7 @@
 
 #include <functional>
 
-namespace LCD::FactoryMode {
-class ILcdFactoryMode;
-}
+class QWidget;
 
 namespace panelhost {
 
@@ -37,14 +35,28 @@ struct LoadObserver
     std::function<void(const LoadStep &step)> reached;
 };
 
-/// The library of the component "lcd.factory.mode", climbed up state by state. Each step returns false, with one
+/// What a library must have to be loaded as one kind of component.
+struct ComponentKind
+{
+    const char *fileName;       ///< of the library beside the program
+    const char *componentName;  ///< in its record
+    const char *interfaceClass; ///< that the created widget inherits
+    const char *tableSymbol;    ///< the exported table of components
+};
+
+/// "lcd.factory.mode", with an LCD::FactoryMode::ILcdFactoryMode.
+extern const ComponentKind factoryModeComponent;
+/// "lcd.repair.mode", with an LCD::RepairMode::ILcdRepairMode.
+extern const ComponentKind repairModeComponent;
+
+/// The library of a component, climbed up state by state. Each step returns false, with one
 /// sentence in errorString() that names the file and what is wrong, and then no further step may be taken. What the
 /// library throws is such a sentence; a library that crashes, hangs or ends the process is met by probeLoading().
 /// A library that has been initialised stays mapped to the end of the process. GUI thread.
 class ComponentLibrary
 {
 public:
-    explicit ComponentLibrary(const QString &path);
+    explicit ComponentLibrary(const QString &path, const ComponentKind &kind = factoryModeComponent);
     ~ComponentLibrary();
     ComponentLibrary(const ComponentLibrary &) = delete;
     ComponentLibrary &operator=(const ComponentLibrary &) = delete;
@@ -58,7 +70,10 @@ public:
     bool check();
     bool initialise(void *host);
     bool create();
-    /// Ends the widget with the component's `deletor` and takes the host from the library.
+    /// Ends the widget with the component's `deletor`.
+    void destroy();
+    /// destroy(), and takes the host from the library. Libraries share their handle of the host: the others have none
+    /// then either.
     void end();
 
     LoadState state() const { return m_state; }
@@ -68,8 +83,8 @@ public:
     /// From Checked on.
     const mirel::PluginInfo *pluginInfo() const { return m_info; }
     const mirel::ComponentInfo *componentInfo() const { return m_component; }
-    /// From Created to end().
-    LCD::FactoryMode::ILcdFactoryMode *widget() const { return m_widget; }
+    /// From Created to destroy(). Inherits the interface of its kind.
+    QWidget *widget() const { return m_widget; }
 
     static QString stateName(LoadState state);
 
@@ -86,7 +101,8 @@ private:
     bool findComponent(mirel::ComponentInfo *const *table);
     bool checkComponent();
 
-    QString m_path;
+    const QString m_path;
+    const ComponentKind &m_kind;
     LoadState m_state = LoadState::None;
     QString m_error;
     QList<LoadStep> m_steps;
@@ -95,10 +111,11 @@ private:
     void (*m_init)(void *) = nullptr;
     const mirel::PluginInfo *m_info = nullptr;
     const mirel::ComponentInfo *m_component = nullptr;
-    LCD::FactoryMode::ILcdFactoryMode *m_widget = nullptr;
+    QWidget *m_widget = nullptr;
 };
 
-/// The library beside the program: in its directory, in "../lib", or where an installation puts it.
-QString defaultComponentPath();
+/// The library of @p kind beside the program: in its directory, in "../lib", or where an installation puts it. The
+/// place in "../lib" when there is none.
+QString defaultComponentPath(const ComponentKind &kind = factoryModeComponent);
 
 }

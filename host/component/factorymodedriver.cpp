@@ -4,6 +4,7 @@
 #include "journal/journal.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
 #include "lcd/lcd.h"
+#include "lcd/repairmode/ilcdrepairmode.h"
 
 namespace panelhost {
 
@@ -15,6 +16,13 @@ FactoryModeDriver::FactoryModeDriver(LCD::FactoryMode::ILcdFactoryMode &widget, 
     connect(&widget, SIGNAL(requestExitFactoryMode()), this, SLOT(onRequestExitFactoryMode()));
     connect(&lcd, &Lcd::containerLeft, this, [this] { m_lcd.showComponent(); });
     connect(&lcd, &Lcd::factoryModeWanted, this, &FactoryModeDriver::enter);
+}
+
+void FactoryModeDriver::setRepairMode(LCD::RepairMode::ILcdRepairMode *repairMode)
+{
+    m_repairMode = repairMode;
+    m_lcd.setRepairMode(repairMode);
+    connect(repairMode, SIGNAL(backRequested()), this, SLOT(onRepairBackRequested()));
 }
 
 void FactoryModeDriver::setUp(const QString &share, const QSize &size)
@@ -29,12 +37,14 @@ void FactoryModeDriver::setUp(const QString &share, const QSize &size)
 
 void FactoryModeDriver::enter()
 {
+    leaveRepairPage();
     m_lcd.showComponent();
     m_widget.enterFactoryMode();
 }
 
 void FactoryModeDriver::exit()
 {
+    leaveRepairPage();
     m_widget.exitFactoryMode();
     m_lcd.showHome();
 }
@@ -43,7 +53,23 @@ void FactoryModeDriver::onRequestShowContainer(const QString &containerKey)
 {
     m_journal.add(Journal::Kind::Signal, QStringLiteral("requestShowContainer"),
                   {{QStringLiteral("containerKey"), containerKey}});
-    m_lcd.showContainer(containerKey);
+    if (m_repairMode && m_repairMode->showPage(containerKey))
+        m_lcd.showRepairMode();
+    else
+        m_lcd.showContainer(containerKey);
+}
+
+void FactoryModeDriver::onRepairBackRequested()
+{
+    m_journal.add(Journal::Kind::Signal, QStringLiteral("backRequested"));
+    leaveRepairPage();
+    m_lcd.showComponent();
+}
+
+void FactoryModeDriver::leaveRepairPage()
+{
+    if (m_repairMode)
+        m_repairMode->leavePage();
 }
 
 void FactoryModeDriver::onRequestExitFactoryMode()

@@ -34,18 +34,31 @@ Lcd::Lcd(const QSize &size) : m_container(new ContainerPage(this)), m_home(new H
     showHome();
 }
 
-// The component's widget is ended by its own library, not as a child.
+// The widgets of components are ended by their own libraries, not as children.
 Lcd::~Lcd()
 {
     if (m_component)
         m_component->setParent(nullptr);
+    if (m_repairMode)
+        m_repairMode->setParent(nullptr);
 }
 
 void Lcd::setComponent(QWidget *component)
 {
     m_component = component;
-    component->setParent(this);
-    component->setGeometry(rect());
+    takeIn(component);
+}
+
+void Lcd::setRepairMode(QWidget *repairMode)
+{
+    m_repairMode = repairMode;
+    takeIn(repairMode);
+}
+
+void Lcd::takeIn(QWidget *widget)
+{
+    widget->setParent(this);
+    widget->setGeometry(rect());
 }
 
 void Lcd::showComponent()
@@ -54,6 +67,11 @@ void Lcd::showComponent()
     // The widget that had the focus when the component was left has it again.
     if (m_component && m_component->focusWidget())
         m_component->focusWidget()->setFocus(Qt::OtherFocusReason);
+}
+
+void Lcd::showRepairMode()
+{
+    showPage(m_repairMode);
 }
 
 void Lcd::showContainer(const QString &containerKey)
@@ -72,22 +90,25 @@ void Lcd::showHome()
 // The new page comes before the old ones go, so that the focus never falls on a page in between.
 void Lcd::showPage(QWidget *page)
 {
-    QWidget *const pages[] = {m_component, m_container, m_home};
     if (page) {
         page->setGeometry(rect());
         page->show();
         page->raise();
     }
-    for (QWidget *other : pages) {
+    for (QWidget *other : pages()) {
         if (other && other != page)
             other->hide();
     }
 }
 
+QList<QWidget *> Lcd::pages() const
+{
+    return {m_component, m_repairMode, m_container, m_home};
+}
+
 void Lcd::resizeEvent(QResizeEvent *)
 {
-    QWidget *const pages[] = {m_component, m_container, m_home};
-    for (QWidget *page : pages) {
+    for (QWidget *page : pages()) {
         if (page)
             page->setGeometry(rect());
     }

@@ -20,7 +20,10 @@ public:
 
     /// Takes the component's widget in; it still belongs to the component, which may end it at any time.
     void setComponent(QWidget *component);
+    /// Takes the widget of the repair mode in, on the same terms.
+    void setRepairMode(QWidget *repairMode);
     void showComponent();
+    void showRepairMode();
     void showContainer(const QString &containerKey);
     void showHome();
 
@@ -32,9 +35,12 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void takeIn(QWidget *widget);
     void showPage(QWidget *page);
+    QList<QWidget *> pages() const;
 
     QPointer<QWidget> m_component;
+    QPointer<QWidget> m_repairMode;
     ContainerPage *m_container;
     HomePage *m_home;
 };

@@ -9,6 +9,7 @@ namespace {
 // Classes of other libraries, known by name alone.
 constexpr char agingPageClass[] = "LCD::FactoryModeImpl::AgeTestWidget";
 constexpr char machinePageClass[] = "LCD::FactoryModeImpl::CompleteMachineTestWidget";
+constexpr char repairModeClass[] = "LCD::RepairMode::ILcdRepairMode";
 constexpr char frameClass[] = "LCD::Widget::FactoryTestFrame";
 constexpr char containerClass[] = "panelhost::ContainerPage";
 
@@ -19,7 +20,7 @@ QWidget *findVisible(QWidget *lcd, const char *className)
 {
     const QList<QWidget *> widgets = lcd->findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
-        if (qstrcmp(widget->metaObject()->className(), className) == 0 && widget->isVisibleTo(lcd))
+        if (widget->inherits(className) && widget->isVisibleTo(lcd))
             return widget;
     }
     return nullptr;
@@ -74,6 +75,7 @@ const QVector<std::pair<const char *, QString>> &pagesByClass()
         {containerClass, QStringLiteral("container")},
         {agingPageClass, QStringLiteral("aging")},
         {machinePageClass, QStringLiteral("machine")},
+        {repairModeClass, QStringLiteral("repair")},
     };
     return pages;
 }

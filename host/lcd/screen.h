@@ -9,11 +9,11 @@ namespace panelhost {
 
 /// What an operator sees on the LCD, read from the widgets that are visible on it, whether or not it is on a screen
 /// itself. Keys:
-///   page        "hidden", "menu", "aging", "machine" or "container"
+///   page        "hidden", "menu", "aging", "machine", "repair" or "container"
 ///   menu.level  1 or 2; menu.items (list of titles); menu.row (int); menu.current (title)
 ///   title, titleIcon, stepTitle (empty when not visible), steps (list of {text, color, mark}; mark is "pass",
 ///   "notpass" or "none"), statusIcon (empty when not visible), left, right (caption, empty when the button is
-///   hidden), leftEnabled, focus ("left", "right", "none"), log (list of lines)          on the two test pages
+///   hidden), leftEnabled, focus ("left", "right", "none"), log (list of lines)          on the test pages and "repair"
 ///   container   key of the container on "container"
 QVariantMap readScreen(QWidget *lcd);
 

@@ -2,6 +2,7 @@
 
 #include "device/keylist.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
+#include "lcd/repairmode/ilcdrepairmode.h"
 #include "lcd/translate/lcdfwtranslatemanager.h"
 #include "session/loadprobe.h"
 
@@ -16,6 +17,17 @@ QString shareDirectoryOf(const Session::Options &options)
 {
     return options.share.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/../share")
                                    : QFileInfo(options.share).absoluteFilePath();
+}
+
+// Empty when the session has no pages.
+QString pagesPathOf(const Session::Options &options)
+{
+    if (options.pages == Session::noPages)
+        return {};
+    if (!options.pages.isEmpty())
+        return options.pages;
+    const QString path = defaultComponentPath(repairModeComponent);
+    return QFileInfo::exists(path) ? path : QString();
 }
 
 SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &share)
@@ -36,15 +48,21 @@ DeskSession::DeskSession(const Options &options)
       m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
+    const QString pages = pagesPathOf(options);
+    if (!pages.isEmpty())
+        m_pages.emplace(pages, repairModeComponent);
     m_services.offerTo(m_host);
 }
 
-// The component first, while all that it may call is still there; then what it has left under way.
+// The pages and the component first, while all that they may call is still there; then what they have left under way.
 DeskSession::~DeskSession()
 {
     m_timeline.setObserver({});
     m_driver.reset();
+    if (m_pages)
+        m_pages->destroy();
     m_library.end();
+    m_pages.reset();
     m_timeline.restart();
     s_isAlive = false;
 }
@@ -62,31 +80,58 @@ bool DeskSession::applyOptions(QString *error)
     return false;
 }
 
-bool DeskSession::climb(const LoadObserver &observer)
+bool DeskSession::climb(ComponentLibrary &library, const LoadObserver &observer)
 {
-    m_library.setObserver(observer);
-    return m_library.locate() && m_library.open() && m_library.check()
-        && m_library.initialise(static_cast<mirel::IHost *>(&m_host)) && m_library.create();
+    library.setObserver(observer);
+    return library.locate() && library.open() && library.check()
+        && library.initialise(static_cast<mirel::IHost *>(&m_host)) && library.create();
 }
 
-bool DeskSession::probe()
+bool DeskSession::climb(const LoadObserver &observer)
 {
-    if (!QFileInfo(m_library.path()).isFile())
+    return climb(m_library, observer);
+}
+
+bool DeskSession::climbPages(const LoadObserver &observer)
+{
+    return m_pages && climb(*m_pages, observer);
+}
+
+bool DeskSession::probe(ComponentLibrary &library)
+{
+    if (!QFileInfo(library.path()).isFile())
         return true;
-    const LoadReport report = probeLoading(m_library.path());
-    return report.failure.isEmpty() || m_library.refuse(report.steps, report.failure);
+    const LoadReport report = probeLoading(m_library.path(), &library == &m_library ? QString() : library.path());
+    return report.failure.isEmpty() || library.refuse(report.steps, report.failure);
+}
+
+bool DeskSession::loadComponent(QString *error)
+{
+    const bool isLoaded = probe(m_library) && climb({});
+    *error = m_library.errorString();
+    return isLoaded;
+}
+
+// After the component, whose library the pages use: it is found by its name then, wherever its file is.
+bool DeskSession::loadPages(QString *error)
+{
+    m_hasLoadedComponent = true;
+    if (!m_pages)
+        return true;
+    const bool isLoaded = probe(*m_pages) && climbPages({});
+    *error = m_pages->errorString();
+    return isLoaded;
 }
 
 bool DeskSession::load(QString *error)
 {
-    if (!applyOptions(error))
+    if (!applyOptions(error) || !loadComponent(error) || !loadPages(error))
         return false;
-    if (!probe() || !climb({})) {
-        *error = m_library.errorString();
-        return false;
-    }
-    m_host.offer("lcdFactoryModeWidget", m_library.widget());
-    m_driver.emplace(*m_library.widget(), m_lcd, m_device, m_journal);
+    auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(m_library.widget());
+    m_host.offer("lcdFactoryModeWidget", widget);
+    m_driver.emplace(*widget, m_lcd, m_device, m_journal);
+    if (m_pages)
+        m_driver->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
     m_driver->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
     // The widget hides itself on the first turn of the loop: factory mode begins after that.
     m_timeline.settle();

@@ -24,12 +24,17 @@ public:
 
     /// The climb up the states of the library, and the entry into factory mode.
     bool load(QString *error);
-    /// The climb alone, in this process.
+    /// The climb of the component alone, in this process.
     bool climb(const LoadObserver &observer);
+    /// The climb of the repair mode's pages, after that of the component.
+    bool climbPages(const LoadObserver &observer);
+    /// The library whose loading went on last.
+    const ComponentLibrary &lastLoaded() const { return m_hasLoadedComponent && m_pages ? *m_pages : m_library; }
 
     const Options &options() const override { return m_options; }
     QString shareDirectory() const override { return m_share; }
     const ComponentLibrary &library() const override { return m_library; }
+    const ComponentLibrary *pagesLibrary() const override { return m_pages ? &*m_pages : nullptr; }
     QStringList serviceNames() const override;
     Timeline &timeline() override { return m_timeline; }
     Device &device() override { return m_device; }
@@ -45,7 +50,10 @@ public:
 
 private:
     bool applyOptions(QString *error);
-    bool probe();
+    bool climb(ComponentLibrary &library, const LoadObserver &observer);
+    bool probe(ComponentLibrary &library);
+    bool loadComponent(QString *error);
+    bool loadPages(QString *error);
 
     // The clock, the logger and the component's handle of its host are the process's.
     static bool s_isAlive;
@@ -54,6 +62,8 @@ private:
     const QString m_share;
     Timeline &m_timeline;
     ComponentLibrary m_library;
+    std::optional<ComponentLibrary> m_pages;
+    bool m_hasLoadedComponent = false;
     Faults m_faults;
     Journal m_journal;
     LogTap m_logTap;

@@ -17,7 +17,9 @@ namespace panelhost {
 
 namespace {
 
-constexpr char request[] = "PANELHOST_PROBE"; // the library's path, in the environment of the process
+// In the environment of the process: the paths of the component's library and, if they are asked for, of the pages'.
+constexpr char request[] = "PANELHOST_PROBE";
+constexpr char pagesRequest[] = "PANELHOST_PROBE_PAGES";
 constexpr char program[] = "/proc/self/exe";
 
 // What the process writes, one a line: a word and a text.
@@ -51,10 +53,11 @@ struct Account
     bool isDone = false;
 };
 
-QProcessEnvironment environmentFor(const QString &path)
+QProcessEnvironment environmentFor(const QString &component, const QString &pages)
 {
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QString::fromLatin1(request), path);
+    environment.insert(QString::fromLatin1(request), component);
+    environment.insert(QString::fromLatin1(pagesRequest), pages);
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     return environment;
 }
@@ -97,15 +100,21 @@ public:
         [[maybe_unused]] const ssize_t written = ::write(m_account, line.constData(), static_cast<size_t>(line.size()));
     }
 
-    void load(const QString &path) const
+    void load(const QString &component, const QString &pages) const
     {
+        const LoadObserver observer{[this](const QString &call) { tell(calling, call); },
+                                    [this](const LoadStep &step) {
+                                        tell(reached,
+                                             QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
+                                    }};
         Session::Options options;
-        options.component = path;
+        options.component = component;
+        options.pages = pages.isEmpty() ? Session::noPages : pages;
         DeskSession session(options);
-        session.climb({[this](const QString &call) { tell(calling, call); },
-                       [this](const LoadStep &step) {
-                           tell(reached, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
-                       }});
+        if (pages.isEmpty())
+            session.climb(observer);
+        else if (session.climb(LoadObserver()))
+            session.climbPages(observer);
         tell(done, {});
         _exit(0);
     }
@@ -126,14 +135,15 @@ void endBySignals()
 
 }
 
-LoadReport probeLoading(const QString &path, int longest)
+LoadReport probeLoading(const QString &component, const QString &pages, int longest)
 {
     static QSet<QString> harmless;
+    const QString path = pages.isEmpty() ? component : pages;
     // Within a probe there is none: it would go on for ever.
     if (harmless.contains(path) || qEnvironmentVariableIsSet(request))
         return {};
     QProcess process;
-    process.setProcessEnvironment(environmentFor(path));
+    process.setProcessEnvironment(environmentFor(component, pages));
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(QString::fromLatin1(program), QStringList());
     if (!process.waitForStarted())
@@ -155,7 +165,7 @@ void runAsProbe()
     char name[] = "panelhost";
     char *argv[] = {name, nullptr};
     const QApplication application(argc, argv);
-    probe.load(path);
+    probe.load(path, QString::fromLocal8Bit(qgetenv(pagesRequest)));
 }
 
 }

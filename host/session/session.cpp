@@ -19,7 +19,7 @@ std::unique_ptr<Session> Session::open(const Options &options, QString *error, Q
     if (error)
         *error = reason;
     if (reached)
-        *reached = session->library().steps();
+        *reached = session->lastLoaded().steps();
     return nullptr;
 }
 

@@ -47,6 +47,7 @@ private Q_SLOTS:
         row("info --size big", "--size is \"big\"; it is width and height in pixels, such as 800x480.");
         row("info --size 0x480", "--size is \"0x480\"; it is width and height in pixels, such as 800x480.");
         row("info --component /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
+        row("info --pages /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
         row("info --share /nowhere", "--share is \"/nowhere\"; it is the directory with the two XML files.");
         row("info --share-unchecked /nowhere",
             "--share-unchecked is \"/nowhere\"; it is the directory with the two XML files.");
@@ -123,6 +124,37 @@ private Q_SLOTS:
         for (const QString &line : qAsConst(lines))
             names << line.simplified().section(QLatin1Char(' '), 0, 0);
         QCOMPARE(names, states);
+    }
+
+    void infoListsBothLibraries()
+    {
+        const Outcome both = panelhost(words("info"));
+        QCOMPARE(both.status, 0);
+        QVERIFY2(both.out.contains(QStringLiteral("\"lcd.factory.mode\"")), qPrintable(both.out));
+        QVERIFY2(both.out.contains(QStringLiteral("\"lcd.repair.mode\"")), qPrintable(both.out));
+        QVERIFY2(both.out.contains(QStringLiteral("LCD::RepairPages::RepairMode")), qPrintable(both.out));
+        const Outcome one = panelhost(words("info --pages none"));
+        QCOMPARE(one.status, 0);
+        QVERIFY2(!one.out.contains(QStringLiteral("lcd.repair.mode")), qPrintable(one.out));
+    }
+
+    // The component's own library has no pages, and a library that crashes is met in a process of its own.
+    void wrongPagesAreRefused_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("sentence");
+        QTest::newRow("component") << QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so")
+                                   << QStringLiteral("has no symbol \"repairpages_mirel_componentInfoTable\".");
+        QTest::newRow("crash") << QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/constructor_exits.so")
+                               << QStringLiteral("opening it ended the process with status 0.");
+    }
+    void wrongPagesAreRefused()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, sentence);
+        const Outcome outcome = panelhost({QStringLiteral("info"), QStringLiteral("--pages"), path});
+        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
+        QCOMPARE(outcome.status, 2);
     }
 
     void playRefusesALibraryThatEndsTheProcess()

@@ -105,7 +105,7 @@ private Q_SLOTS:
         QFETCH(QString, failure);
         QFETCH(int, longest);
         QFETCH(QString, reached);
-        const LoadReport report = probeLoading(fixture(QTest::currentDataTag()), longest);
+        const LoadReport report = probeLoading(fixture(QTest::currentDataTag()), {}, longest);
         QCOMPARE(report.failure, failure);
         QStringList states;
         for (const LoadStep &step : report.steps)

@@ -38,6 +38,7 @@ private Q_SLOTS:
         QVERIFY(screen("menu.items").toStringList().size() >= 5);
         QCOMPARE(session->library().state(), LoadState::Created);
         QCOMPARE(session->serviceNames().size(), 8);
+        QVERIFY(session->pagesLibrary());
     }
 
     void navigatesTheMenu()

@@ -14,8 +14,8 @@ namespace {
 const QString Context = QStringLiteral("LCD::HomeWidgets");
 const QString Section = QStringLiteral("Global");
 
-/// Every key of the component, in the order in which the catalogues hold them.
-QStringList componentKeys()
+/// Every key of the component and of the repair pages, in the order in which the catalogues hold them.
+QStringList allKeys()
 {
     return QStringLiteral("FCAging|FCScreenLight|FCScreenBadPixel|FCBtnLight|FCNet|FCUSB|FCAgeNetNoPass|"
                           "FCAgeUSBNoPass|FCAgeMode|FCAgeModeTestPreparation|FCAgeModeStartTips|FCAgeModeStartTest|"
@@ -24,7 +24,8 @@ QStringList componentKeys()
                           "FCObserveScreenShowStep1|FCObserveScreenShowStep2|ButtonFunction|FCClickGreenFlashingBtn|"
                           "Push T-Bar to Top|Push T-Bar to Bottom|FCNetConnectPort1Port2|USBA|FCUSB30TestStep|"
                           "TypecCommuication|FCTypecCommStep1|FCTypecCommStep2|TypecPower|FCTypecPowerStep1|"
-                          "FCTypecPowerStep2|NET1POE|FCNetPort1PowerStep1|FCNetPort1PowerStep2")
+                          "FCTypecPowerStep2|NET1POE|FCNetPort1PowerStep1|FCNetPort1PowerStep2|"
+                          "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed")
         .split(QLatin1Char('|'));
 }
 
@@ -131,7 +132,7 @@ void TestCatalogues::everyCatalogueHoldsExactlyTheKeys()
         QVERIFY2(!entry.text.trimmed().isEmpty(), qPrintable(entry.key));
         QCOMPARE(entry.section, Section);
     }
-    QCOMPARE(keys, componentKeys());
+    QCOMPARE(keys, allKeys());
 }
 
 void TestCatalogues::everyKeyHasItsTextAtRunTime()
@@ -139,7 +140,7 @@ void TestCatalogues::everyKeyHasItsTextAtRunTime()
     QFETCH(QString, language);
     QVERIFY(languages().setLanguage(language));
     const QVector<Entry> entries = sourceEntries(language);
-    QCOMPARE(entries.size(), componentKeys().size());
+    QCOMPARE(entries.size(), allKeys().size());
     for (const Entry &entry : entries)
         QCOMPARE(translated(Context, Section, entry.key), entry.text);
 }

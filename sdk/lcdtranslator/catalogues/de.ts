@@ -227,5 +227,28 @@
         <comment>Global</comment>
         <translation>Prüfen, ob der Tester Spannung anzeigt.</translation>
     </message>
+    <message>
+        <source>RepairServiceMissing</source>
+        <comment>Global</comment>
+        <translation>Das Gerät bietet nicht, was dieser Test braucht.</translation>
+    </message>
+    <message>
+        <source>RepairSkipKey</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Taste auslassen</translation>
+    </message>
+    <message>
+        <source>RepairKeyUnderTest</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a key.</extracomment>
+        <translation>Geprüfte Taste: %1</translation>
+    </message>
+    <message>
+        <source>RepairKeysFailed</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a list of names of keys.</extracomment>
+        <translation>Fehlerhafte Tasten: %1</translation>
+    </message>
 </context>
 </TS>

@@ -227,5 +227,28 @@
         <comment>Global</comment>
         <translation>Check that the tester shows power.</translation>
     </message>
+    <message>
+        <source>RepairServiceMissing</source>
+        <comment>Global</comment>
+        <translation>The device doesn't offer what this test needs.</translation>
+    </message>
+    <message>
+        <source>RepairSkipKey</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Skip key</translation>
+    </message>
+    <message>
+        <source>RepairKeyUnderTest</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a key.</extracomment>
+        <translation>Key under test: %1</translation>
+    </message>
+    <message>
+        <source>RepairKeysFailed</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a list of names of keys.</extracomment>
+        <translation>Failed keys: %1</translation>
+    </message>
 </context>
 </TS>

@@ -227,5 +227,28 @@
         <comment>Global</comment>
         <translation>テスターに給電が表示されることを確認してください。</translation>
     </message>
+    <message>
+        <source>RepairServiceMissing</source>
+        <comment>Global</comment>
+        <translation>この試験に必要な機能がデバイスにありません。</translation>
+    </message>
+    <message>
+        <source>RepairSkipKey</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>キーをスキップ</translation>
+    </message>
+    <message>
+        <source>RepairKeyUnderTest</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a key.</extracomment>
+        <translation>試験中のキー：%1</translation>
+    </message>
+    <message>
+        <source>RepairKeysFailed</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a list of names of keys.</extracomment>
+        <translation>不合格のキー：%1</translation>
+    </message>
 </context>
 </TS>

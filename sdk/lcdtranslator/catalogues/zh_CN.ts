@@ -227,5 +227,28 @@
         <comment>Global</comment>
         <translation>请确认测试仪显示供电正常。</translation>
     </message>
+    <message>
+        <source>RepairServiceMissing</source>
+        <comment>Global</comment>
+        <translation>设备不提供此测试所需的功能。</translation>
+    </message>
+    <message>
+        <source>RepairSkipKey</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>跳过按键</translation>
+    </message>
+    <message>
+        <source>RepairKeyUnderTest</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a key.</extracomment>
+        <translation>当前按键：%1</translation>
+    </message>
+    <message>
+        <source>RepairKeysFailed</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a list of names of keys.</extracomment>
+        <translation>未通过的按键：%1</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,235 @@
+#include "repairpage.h"
+
+#include "lcd/factorymode/ikeyboardevent.h"
+#include "lcd/widget/factorytestframe.h"
+#include "mirel/api.h"
+#include "pagetable.h"
+#include "texts.h"
+
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
+
+namespace LCD::RepairPages {
+
+namespace {
+
+constexpr int panelModeOfMenu = 3;
+
+Widget::IconType iconOf(PageLine::Mark mark)
+{
+    switch (mark) {
+    case PageLine::Mark::Pass:
+        return Widget::IconPass;
+    case PageLine::Mark::NotPass:
+        return Widget::IconNotPass;
+    case PageLine::Mark::None:
+        break;
+    }
+    return Widget::IconNone;
+}
+
+}
+
+RepairPage::RepairPage(const PageInfo &info, QWidget *parent)
+    : QWidget(parent), m_info(info), m_frame(new Widget::FactoryTestFrame(this))
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_frame);
+    connect(m_frame, &Widget::FactoryTestFrame::signalBackPrevious, this, &RepairPage::backRequested);
+    connect(m_frame, &Widget::FactoryTestFrame::signalLeftBtnClicked, this, &RepairPage::onLeftButton);
+    connect(m_frame, &Widget::FactoryTestFrame::signalRightBtnClicked, this, &RepairPage::onRightButton);
+}
+
+RepairPage::~RepairPage()
+{
+    leave();
+}
+
+void RepairPage::enter()
+{
+    beginVisit();
+    m_isServiceMissing = !hasServices();
+    m_isNewState = true;
+    refresh();
+}
+
+// The test and the page keep the services that they find here.
+void RepairPage::beginVisit()
+{
+    m_keyboard = mirel::api::get().service<FactoryMode::IKeyboardEvent>("lcdKeyboardEvent");
+    m_test = m_info.makeTest();
+    connect(m_test.get(), &PageTest::changed, this, &RepairPage::onTestChanged);
+    m_test->enter();
+    setPanelMode(m_info.panelMode);
+}
+
+void RepairPage::leave()
+{
+    if (!m_test)
+        return;
+    m_test->restore();
+    m_test.reset();
+    setPanelMode(panelModeOfMenu);
+}
+
+void RepairPage::setPanelMode(int mode) const
+{
+    if (m_keyboard)
+        m_keyboard->setFactoryPanelMode(mode);
+}
+
+bool RepairPage::hasServices() const
+{
+    return std::all_of(m_info.services.begin(), m_info.services.end(),
+                       [](const char *name) { return mirel::api::get().service<void>(name) != nullptr; });
+}
+
+void RepairPage::start()
+{
+    const bool isReady = hasServices();
+    if (isReady && m_isServiceMissing)
+        beginVisit();
+    m_isServiceMissing = !isReady;
+    if (isReady)
+        m_test->start();
+}
+
+void RepairPage::onLeftButton()
+{
+    if (!m_test)
+        return;
+    if (m_test->state() == TestState::Running)
+        m_test->pressLeft();
+    else if (m_test->state() == TestState::AllStepsDone)
+        m_test->setNotPass();
+    onTestChanged();
+}
+
+void RepairPage::onRightButton()
+{
+    if (!m_test)
+        return;
+    switch (m_test->state()) {
+    case TestState::Running:
+        m_test->pressRight();
+        break;
+    case TestState::AllStepsDone:
+        m_test->setPass();
+        break;
+    case TestState::Passed:
+    case TestState::Failed:
+        m_test->reTest();
+        [[fallthrough]];
+    case TestState::Idle:
+        start();
+    }
+    onTestChanged();
+}
+
+void RepairPage::onTestChanged()
+{
+    if (!m_test)
+        return;
+    const TestState state = m_test->state();
+    const bool isVerdict = state == TestState::Passed || state == TestState::Failed;
+    if (isVerdict && state != m_shownState)
+        m_test->restore();
+    refresh();
+}
+
+void RepairPage::refresh()
+{
+    const TestState state = m_test->state();
+    m_isNewState = m_isNewState || state != m_shownState;
+    m_shownState = state;
+    const QString icon = m_test->titleIcon();
+    m_frame->setTitle(text(m_info.title) + m_test->titleSuffix());
+    m_frame->setTitleIcon(QStringLiteral("FactoryIconLabel"), icon.isEmpty() ? QLatin1String(m_info.icon) : icon);
+    m_frame->setIsReponseEvent(true);
+    m_frame->setStatusIconVisible(false);
+    showState();
+    m_isNewState = false;
+}
+
+void RepairPage::showState()
+{
+    switch (m_shownState) {
+    case TestState::Idle:
+        return showIdle();
+    case TestState::Running:
+        return showRunning();
+    case TestState::AllStepsDone:
+        return showJudging();
+    case TestState::Passed:
+        return showVerdict(true);
+    case TestState::Failed:
+        return showVerdict(false);
+    }
+}
+
+QVector<PageLine> RepairPage::steps() const
+{
+    QVector<PageLine> lines;
+    for (const char *key : m_info.steps)
+        lines << PageLine{text(key)};
+    return lines;
+}
+
+void RepairPage::showLines(const QVector<PageLine> &lines, const QString &heading)
+{
+    m_frame->setStepTitle(heading, QColor(Qt::white));
+    m_frame->setStepTitleVisible(true);
+    m_frame->clearAllSteps();
+    for (int index = 0; index < lines.size(); ++index) {
+        m_frame->addTestStep(lines.at(index).text, lines.at(index).color, false);
+        m_frame->setStepIcon(index, iconOf(lines.at(index).mark));
+    }
+}
+
+void RepairPage::showButtons(const QString &left, const QString &right)
+{
+    m_frame->setLeftBtnText(left);
+    m_frame->setRightBtnText(right);
+    m_frame->setLeftBtnVisible(!left.isEmpty());
+    m_frame->setRighttBtnVisible(!right.isEmpty());
+    m_frame->setKeyEventsEnabled(m_shownState != TestState::Running || !m_test->takesKeys());
+    // Within a state the focus stays where the operator has moved it.
+    if (m_isNewState)
+        m_frame->setControlFocus(right.isEmpty() ? Widget::FocusNone : Widget::FocusRightButton);
+}
+
+void RepairPage::showIdle()
+{
+    QVector<PageLine> lines = steps();
+    if (m_isServiceMissing)
+        lines << PageLine{text("RepairServiceMissing"), notPassColor()};
+    showLines(lines, text("TestStep"));
+    showButtons({}, text("FCAgeModeStartTest"));
+}
+
+void RepairPage::showRunning()
+{
+    const QVector<PageLine> lines = m_test->lines();
+    showLines(lines.isEmpty() ? steps() : lines, text("TestStep"));
+    showButtons(m_test->leftCaption(), m_test->rightCaption());
+}
+
+void RepairPage::showJudging()
+{
+    showLines(QVector<PageLine>{{text("FCPleaseJudgePass")}} + m_test->remarks(), text("FCTestComplete"));
+    showButtons(text("FCNoPass"), text("FCPass"));
+}
+
+void RepairPage::showVerdict(bool passed)
+{
+    const QString verdict =
+        passed ? text("FCTestPass") : QStringLiteral("%1 (%2)").arg(text("FCNoPass")).arg(m_test->failCount());
+    const PageLine line{verdict, passed ? passColor() : notPassColor(),
+                        passed ? PageLine::Mark::Pass : PageLine::Mark::NotPass};
+    showLines(QVector<PageLine>{line} + m_test->remarks(), text("FCTestComplete"));
+    showButtons({}, text("FCReTest"));
+}
+
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "pagetest.h"
+
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+namespace LCD::FactoryMode {
+class IKeyboardEvent;
+}
+
+namespace LCD::Widget {
+class FactoryTestFrame;
+}
+
+namespace LCD::RepairPages {
+
+struct PageInfo;
+
+/// A page of one frame and one test. It has a test between enter() and leave() only. GUI thread.
+class RepairPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    RepairPage(const PageInfo &info, QWidget *parent);
+    ~RepairPage() override;
+
+    void enter();
+    /// Restores the hardware and ends the test. Does nothing when the page isn't entered.
+    void leave();
+
+Q_SIGNALS:
+    void backRequested();
+
+private:
+    void onLeftButton();
+    void onRightButton();
+    void onTestChanged();
+    void beginVisit();
+    void start();
+    void setPanelMode(int mode) const;
+    bool hasServices() const;
+
+    void showLines(const QVector<PageLine> &lines, const QString &heading);
+    void showButtons(const QString &left, const QString &right);
+    void showIdle();
+    void showRunning();
+    void showJudging();
+    void showVerdict(bool passed);
+    void showState();
+    void refresh();
+    QVector<PageLine> steps() const;
+
+    const PageInfo &m_info;
+    Widget::FactoryTestFrame *m_frame;
+    FactoryMode::IKeyboardEvent *m_keyboard = nullptr; // as it was found when the page was entered
+    std::unique_ptr<PageTest> m_test;
+    TestState m_shownState = TestState::Idle;
+    bool m_isNewState = true;
+    bool m_isServiceMissing = false;
+};
+
+}

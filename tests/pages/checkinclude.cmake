@@ -1,0 +1,11 @@
+# Fails unless HEADER is in one of DIRECTORIES when EXPECTED is YES, and in none of them when it is NO.
+set(found NO)
+foreach(directory ${DIRECTORIES})
+    if(EXISTS "${directory}/${HEADER}")
+        set(found YES)
+        message(STATUS "${HEADER} is in ${directory}")
+    endif()
+endforeach()
+if(NOT found STREQUAL EXPECTED)
+    message(FATAL_ERROR "${HEADER} found: ${found}, expected ${EXPECTED}, in ${DIRECTORIES}")
+endif()

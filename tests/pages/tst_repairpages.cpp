@@ -1,0 +1,395 @@
+#include "device/device.h"
+#include "device/faults.h"
+#include "hosttest.h"
+#include "journal/journal.h"
+#include "lcd/screen.h"
+#include "session.h"
+
+#include <QtWidgets/QWidget>
+
+using namespace panelhost;
+
+namespace {
+
+// How far a visit goes before it is left.
+const QStringList visits = {q("idle"), q("running"), q("judging"), q("passed"), q("failed"), q("again")};
+
+// Values for the arguments of faults. The first key of the walk, so that it is hit in each run.
+QVariantMap faultArguments(const FaultInfo &info, const QString &value)
+{
+    QVariantMap arguments;
+    for (const QString &name : info.arguments)
+        arguments.insert(name, value);
+    return arguments;
+}
+
+QStringList faultValues(const FaultInfo &info)
+{
+    if (info.arguments.isEmpty())
+        return {QString()};
+    const QStringList allowed = Faults::allowedValues(info.arguments.first());
+    return allowed.isEmpty() ? QStringList{q("PGM 1")} : allowed;
+}
+
+}
+
+/// Each page on the whole device: entered and left in each state, with each fault and without each service.
+class tst_RepairPages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { open({}); }
+    void cleanup() { session.reset(); }
+
+    void everyKeyOpensItsPage_data() { eachPage(); }
+    void everyKeyOpensItsPage()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, title);
+        enter(key);
+        QCOMPARE(screen("page"), q("repair"));
+        QCOMPARE(screen("title"), title);
+        QCOMPARE(screen("right"), q("Start test"));
+        leave();
+        QCOMPARE(screen("page"), q("menu"));
+    }
+
+    void theHardwareIsRestoredFromEachState_data() { eachPage(); }
+    void theHardwareIsRestoredFromEachState()
+    {
+        QFETCH(QString, key);
+        for (const QString &visit : visits) {
+            enter(key);
+            const QString reached = go(visit);
+            QVERIFY2(reached == visit, qPrintable(visit + q(" -> ") + reached));
+            leave();
+            QCOMPARE(troubles(), QStringList());
+            QCOMPARE(afterLateEvents(), QStringList());
+        }
+    }
+
+    void noFaultKeepsTheHardware_data() { eachPage(); }
+    void noFaultKeepsTheHardware()
+    {
+        QFETCH(QString, key);
+        for (const FaultInfo &info : Faults::all()) {
+            for (const QString &value : faultValues(info)) {
+                // A LED that is stuck can't be put back.
+                if (info.name == q("led-stuck"))
+                    continue;
+                for (const QString &visit : {q("running"), q("failed"), q("again")})
+                    visitWithFault(key, info, value, visit);
+            }
+        }
+    }
+
+    // The service goes while the page is open: the hardware is restored all the same.
+    void aServiceMayGoDuringATest_data() { eachPage(); }
+    void aServiceMayGoDuringATest()
+    {
+        QFETCH(QString, key);
+        const FaultInfo &absent = *Faults::find(q("service-absent"));
+        for (const QString &service : Faults::allowedValues(q("service"))) {
+            for (const QString &visit : {q("running"), q("judging"), q("passed")}) {
+                enter(key);
+                go(visit);
+                setFault(absent, service, true);
+                leave();
+                setFault(absent, service, false);
+                QCOMPARE(troubles(), QStringList());
+            }
+        }
+    }
+
+    void withoutItsServicesATestDoesNotStart_data() { eachPage(); }
+    void withoutItsServicesATestDoesNotStart()
+    {
+        QFETCH(QString, key);
+        QFETCH(QStringList, services);
+        for (const QString &service : qAsConst(services)) {
+            setFault(*Faults::find(q("service-absent")), service, true);
+            enter(key);
+            soft("right");
+            QCOMPARE(screen("right"), q("Start test"));
+            QVERIFY2(steps().contains(q("The device doesn't offer what this test needs.")), qPrintable(service));
+            setFault(*Faults::find(q("service-absent")), service, false);
+            soft("right");
+            QVERIFY2(!steps().contains(q("The device doesn't offer what this test needs.")), qPrintable(service));
+            QVERIFY(screen("right") != q("Start test"));
+            leave();
+            QCOMPARE(troubles(), QStringList());
+        }
+    }
+
+    void theHostMayLeaveAtAnyTime_data() { eachPage(); }
+    void theHostMayLeaveAtAnyTime()
+    {
+        QFETCH(QString, key);
+        for (const QString &visit : visits) {
+            enter(key);
+            go(visit);
+            perform({Action::Kind::ExitFactoryMode, {}});
+            QCOMPARE(screen("page"), q("hidden"));
+            QCOMPARE(troubles(), QStringList());
+            perform({Action::Kind::EnterFactoryMode, {}});
+            QCOMPARE(screen("page"), q("menu"));
+        }
+    }
+
+    void theSessionMayEndAtAnyTime_data() { eachPage(); }
+    void theSessionMayEndAtAnyTime()
+    {
+        QFETCH(QString, key);
+        for (const QString &visit : visits) {
+            enter(key);
+            go(visit);
+            open({});
+        }
+    }
+
+    void anotherPageLeavesTheFirst()
+    {
+        enter(q("container.factorytest.repairmode.screenlight"));
+        soft("right");
+        QCOMPARE(session->device().state().screenBrightness[0], 10);
+        show(q("container.factorytest.repairmode.screenbadpixel"));
+        QCOMPARE(screen("titleIcon"), q("ScreenBadPixel"));
+        QCOMPARE(session->device().state().screenBrightness[0], 100);
+        session->timeline().advance(10000);
+        QCOMPARE(session->device().state().screenBrightness[0], 100);
+        leave();
+        QCOMPARE(troubles(), QStringList());
+    }
+
+    void theFocusStaysWithinAState()
+    {
+        enter(q("container.factorytest.repairmode.buttonlight"));
+        go(q("judging"));
+        QCOMPARE(screen("focus"), q("right"));
+        perform({Action::Kind::Navigate, {{q("key"), q("left")}}});
+        QCOMPARE(screen("focus"), q("left"));
+        perform({Action::Kind::Navigate, {{q("key"), q("enter")}}});
+        QCOMPARE(steps().first(), q("Fail (1)"));
+    }
+
+    void everyLanguageHasItsTexts_data() { eachPage(); }
+    void everyLanguageHasItsTexts()
+    {
+        QFETCH(QString, key);
+        QStringList seen;
+        for (const QString &language : session->languages()) {
+            perform({Action::Kind::Language, {{q("code"), language}}});
+            enter(key);
+            seen << steps().join(QLatin1Char('|')) + screen("right");
+            leave();
+        }
+        perform({Action::Kind::Language, {{q("code"), q("en")}}});
+        QCOMPARE(QSet<QString>(seen.begin(), seen.end()).size(), session->languages().size());
+    }
+
+    void withoutPagesTheHostShowsItsOwn()
+    {
+        Session::Options options;
+        options.pages = Session::noPages;
+        open(options);
+        QVERIFY(!session->pagesLibrary());
+        show(q("container.factorytest.repairmode.screenlight"));
+        QCOMPARE(screen("page"), q("container"));
+        QCOMPARE(screen("container"), q("container.factorytest.repairmode.screenlight"));
+        back();
+        QCOMPARE(screen("page"), q("menu"));
+    }
+
+    void aContainerWithoutAPageIsTheHosts()
+    {
+        show(q("container.factorytest.repairmode.genlock"));
+        QCOMPARE(screen("page"), q("container"));
+    }
+
+private:
+    void eachPage()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QStringList>("services");
+        const auto row = [](const char *tail, const char *title, const char *services) {
+            QTest::newRow(tail) << q("container.factorytest.repairmode.") + q(tail) << q(title)
+                                << q(services).split(QLatin1Char(' '));
+        };
+        row("screenlight", "Screen brightness", "lcdKeyboardEvent");
+        row("screenbadpixel", "Screen pixels", "lcdKeyboardEvent");
+        row("screenbadpixels", "Screen pixels", "lcdKeyboardEvent");
+        row("buttonlight", "Key lights", "lcdKeyboardEvent");
+        row("buttonfunction", "Key function", "lcdKeyboardEvent lcdFactoryModeWidget");
+    }
+
+    void open(const Session::Options &options)
+    {
+        session.reset();
+        QString error;
+        session = Session::open(options, &error);
+        QVERIFY2(session, qPrintable(error));
+        session->lcd()->show();
+        session->timeline().settle();
+    }
+
+    void perform(const Action &what)
+    {
+        QString error;
+        QVERIFY2(session->op().perform(what, &error), qPrintable(error));
+    }
+
+    // As if the menu had such an entry.
+    void show(const QString &key)
+    {
+        QVERIFY(QMetaObject::invokeMethod(session->library().widget(), "requestShowContainer", Q_ARG(QString, key)));
+        session->timeline().settle();
+    }
+
+    void enter(const QString &key)
+    {
+        show(key);
+        QCOMPARE(screen("page"), q("repair"));
+    }
+
+    QString screen(const char *key) const { return readScreen(session->lcd()).value(q(key)).toString(); }
+
+    QStringList steps() const
+    {
+        QStringList texts;
+        for (const QVariant &step : readScreen(session->lcd()).value(q("steps")).toList())
+            texts << step.toMap().value(q("text")).toString();
+        return texts;
+    }
+
+    void soft(const char *side)
+    {
+        if (!screen(side).isEmpty())
+            perform({Action::Kind::Soft, {{q("side"), q(side)}}});
+    }
+
+    void back() { perform({Action::Kind::Navigate, {{q("key"), q("back")}}}); }
+
+    // While the keys belong to the test, it is stopped first.
+    void leave()
+    {
+        if (screen("left") == q("Stop test"))
+            soft("left");
+        back();
+        QCOMPARE(screen("page"), q("menu"));
+    }
+
+    void setFault(const FaultInfo &info, const QString &value, bool on)
+    {
+        QVariantMap arguments = faultArguments(info, value);
+        arguments.insert(q("name"), info.name);
+        arguments.insert(q("on"), on);
+        perform({Action::Kind::Fault, arguments});
+    }
+
+    QString pageState() const
+    {
+        const QString right = screen("right");
+        if (right == q("Start test"))
+            return q("idle");
+        if (right == q("Pass"))
+            return q("judging");
+        if (right == q("Test again"))
+            return steps().value(0) == q("Test passed") ? q("passed") : q("failed");
+        return q("running");
+    }
+
+    // What the operator does until the test asks for the verdict.
+    void work()
+    {
+        for (int round = 0; round < 60 && pageState() == q("running"); ++round) {
+            pressBlinkingKey();
+            if (screen("right") == q("Next step"))
+                soft("right");
+            session->timeline().advance(2000);
+        }
+    }
+
+    void pressBlinkingKey()
+    {
+        for (const KeyState &key : session->device().state().keys) {
+            if (key.led.isBlinking())
+                return perform({Action::Kind::Press, {{q("key"), key.halKey}}});
+        }
+    }
+
+    // Goes on until @p visit is reached; returns where the page is.
+    QString go(const QString &visit)
+    {
+        if (visit == q("idle"))
+            return pageState();
+        soft("right");
+        session->timeline().advance(100);
+        if (visit == q("running"))
+            return pageState();
+        work();
+        if (visit == q("judging"))
+            return pageState();
+        soft(visit == q("failed") ? "left" : "right");
+        if (visit != q("again"))
+            return pageState();
+        soft("right");
+        return pageState() == q("running") ? visit : pageState();
+    }
+
+    void visitWithFault(const QString &key, const FaultInfo &info, const QString &value, const QString &visit)
+    {
+        setFault(info, value, true);
+        enter(key);
+        go(visit);
+        leave();
+        setFault(info, value, false);
+        const bool isKeyboardAway = value == q("lcdKeyboardEvent");
+        const QStringList left = isKeyboardAway ? hardwareTroubles() : troubles();
+        QVERIFY2(left.isEmpty(),
+                 qPrintable(info.name + q(" ") + value + q(" ") + visit + q(": ") + left.join(q(", "))));
+    }
+
+    QStringList hardwareTroubles() const
+    {
+        const DeviceState state = session->device().state();
+        QStringList found;
+        for (const int level : state.screenBrightness) {
+            if (level != 100)
+                found << q("a screen at %1").arg(level);
+        }
+        if (state.pattern.type != 0 || state.pattern.index != 0 || state.pattern.level != 0)
+            found << q("a pattern");
+        for (const KeyState &key : state.keys) {
+            if (key.led.brightness != 0 || key.led.isBlinking())
+                found << q("the LED of ") + key.name;
+        }
+        return found;
+    }
+
+    // What isn't as the menu needs it.
+    QStringList troubles() const
+    {
+        QStringList found = hardwareTroubles();
+        if (session->device().state().panelMode != 3)
+            found << q("panel mode %1").arg(session->device().state().panelMode);
+        return found;
+    }
+
+    QStringList afterLateEvents()
+    {
+        perform({Action::Kind::Press, {{q("key"), q("PGM 1")}}});
+        perform({Action::Kind::Plug, {{q("port"), q("net1")}}});
+        perform({Action::Kind::Unplug, {{q("port"), q("net1")}}});
+        perform({Action::Kind::Plug, {{q("port"), q("usb1")}}});
+        perform({Action::Kind::Unplug, {{q("port"), q("usb1")}}});
+        session->timeline().advance(4000);
+        return troubles();
+    }
+
+    std::unique_ptr<Session> session;
+};
+
+PANELHOST_TEST_MAIN(tst_RepairPages)
+#include "tst_repairpages.moc"
