@@ -5,7 +5,7 @@
 #include "device/faults.h"
 #include "journal/journal.h"
 #include "operator/operator.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QString>
@@ -66,7 +66,7 @@ public:
     /// Names under which the component finds something.
     virtual QStringList serviceNames() const = 0;
 
-    virtual Timeline &timeline() = 0;
+    virtual VirtualClock &clock() = 0;
     virtual Device &device() = 0;
     virtual Journal &journal() = 0;
     virtual Operator &op() = 0;

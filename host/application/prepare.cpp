@@ -31,7 +31,7 @@ void prepareProcess(bool needsDisplay)
     if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
-    Timeline::install();
+    VirtualClock::install();
     runAsProbe();
 }
 

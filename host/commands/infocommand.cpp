@@ -64,7 +64,7 @@ int runInfo(const CommandLine &line)
         return refuse(error);
     }
     session->lcd()->show();
-    session->timeline().settle();
+    session->clock().settle();
     session->lcd()->grab();
     const double loaded = static_cast<double>(elapsed.nsecsElapsed()) / 1e6;
 

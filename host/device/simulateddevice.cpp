@@ -3,7 +3,7 @@
 #include "device/calibrationsteps.h"
 #include "device/faults.h"
 #include "device/reports.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <algorithm>
 
@@ -36,8 +36,8 @@ public:
     SimulatedDevice &device;
 };
 
-SimulatedDevice::SimulatedDevice(const Shape &shape, Timeline &timeline, const Faults &faults)
-    : m_timeline(timeline), m_faults(faults), m_work(std::make_shared<Work>(*this))
+SimulatedDevice::SimulatedDevice(const Shape &shape, VirtualClock &clock, const Faults &faults)
+    : m_clock(clock), m_faults(faults), m_work(std::make_shared<Work>(*this))
 {
     m_state.keys = shape.keys;
     m_state.tbar.type = shape.tbarType;
@@ -57,7 +57,7 @@ auto SimulatedDevice::change(Change &&change)
 
 void SimulatedDevice::later(int delay, void (SimulatedDevice::*event)(int, int), int first, int second)
 {
-    m_timeline.schedule(delay, [work = std::weak_ptr(m_work), event, first, second] {
+    m_clock.schedule(delay, [work = std::weak_ptr(m_work), event, first, second] {
         if (const auto alive = work.lock())
             (alive->device.*event)(first, second);
     });
@@ -148,7 +148,7 @@ void SimulatedDevice::calibrate(int command, const std::function<void(bool, cons
     const int quarters = calibration.problem.isEmpty() ? 4 : 0;
     for (int quarter = 1; quarter <= quarters; ++quarter)
         later(quarter * calibrationQuarter, &SimulatedDevice::sendCalibration, command, quarter * 25);
-    m_timeline.schedule(quarters * calibrationQuarter, [work = std::weak_ptr(m_work), calibration] {
+    m_clock.schedule(quarters * calibrationQuarter, [work = std::weak_ptr(m_work), calibration] {
         if (const auto alive = work.lock())
             alive->device.finishCalibration(calibration);
     });

@@ -8,10 +8,10 @@
 namespace panelhost {
 
 class Faults;
-class Timeline;
+class VirtualClock;
 
-/// A device of keys, screens, T-Bar and ports that exists in memory alone. It lives on the timeline's device thread:
-/// all its events are work there. Ends on the GUI thread, and takes what it has put under way with it.
+/// A device of keys, screens, T-Bar and ports that exists in memory alone. It lives on the virtual clock's device
+/// thread: all its events are work there. Ends on the GUI thread, and takes what it has put under way with it.
 class SimulatedDevice final : public Device
 {
 public:
@@ -24,7 +24,7 @@ public:
         int usbPorts = 4;
     };
 
-    SimulatedDevice(const Shape &shape, Timeline &timeline, const Faults &faults);
+    SimulatedDevice(const Shape &shape, VirtualClock &clock, const Faults &faults);
     ~SimulatedDevice() override;
 
     DeviceState state() const override;
@@ -73,7 +73,7 @@ private:
     QString failureOf(const Calibration &calibration) const;
     void finishCalibration(const Calibration &calibration);
 
-    Timeline &m_timeline;
+    VirtualClock &m_clock;
     const Faults &m_faults;
     std::shared_ptr<Work> m_work;
     mutable std::mutex m_mutex;

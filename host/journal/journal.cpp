@@ -69,8 +69,8 @@ QString Journal::Entry::toText() const
 
 void Journal::add(Kind kind, const QString &name, const QJsonObject &data)
 {
-    const Timeline &timeline = Timeline::instance();
-    Entry entry{0, timeline.now(), threadName(timeline.currentThread()), kind, name, data};
+    const VirtualClock &clock = VirtualClock::instance();
+    Entry entry{0, clock.now(), threadName(clock.currentThread()), kind, name, data};
     const std::lock_guard lock(m_mutex);
     entry.sequence = ++m_count;
     m_entries.push_back(entry);

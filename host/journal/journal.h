@@ -1,6 +1,6 @@
 #pragma once
 
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QString>
@@ -35,7 +35,7 @@ public:
     struct Entry
     {
         qint64 sequence = 0;
-        Instant at = 0;
+        Milliseconds at = 0;
         QString thread;
         Kind kind = Kind::Note;
         QString name;                  ///< such as "lcdKeyboardEvent.setKeyLed"

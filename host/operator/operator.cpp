@@ -17,11 +17,11 @@ bool Operator::perform(const Action &action, QString *error)
             *error = deed.error;
         return false;
     }
-    const Instant at = m_session.timeline().now();
+    const Milliseconds at = m_session.clock().now();
     m_session.journal().add(Journal::Kind::Action, actionName(action.kind),
                             QJsonObject::fromVariantMap(deed.action.arguments));
     deed.run();
-    m_session.timeline().settle();
+    m_session.clock().settle();
     Q_EMIT performed(deed.action, at);
     return true;
 }

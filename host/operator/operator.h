@@ -1,7 +1,7 @@
 #pragma once
 
 #include "operator/action.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QObject>
 
@@ -23,7 +23,7 @@ public:
 
 Q_SIGNALS:
     /// @p action as it is in the journal: its arguments complete and each of its own type.
-    void performed(const panelhost::Action &action, panelhost::Instant at);
+    void performed(const panelhost::Action &action, panelhost::Milliseconds at);
 
 private:
     Session &m_session;

@@ -104,7 +104,7 @@ QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
     return area;
 }
 
-void FrontPanel::setState(const DeviceState &device, Instant now)
+void FrontPanel::setState(const DeviceState &device, Milliseconds now)
 {
     for (int i = 0; i < m_screens.size(); ++i)
         m_screens[i]->setState(device.screenBrightness[i], device.pattern);

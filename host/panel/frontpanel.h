@@ -2,7 +2,7 @@
 
 #include "device/device.h"
 #include "panel/socketwidget.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QVector>
 #include <QtWidgets/QWidget>
@@ -26,7 +26,7 @@ public:
     FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent);
 
     /// @p now is the time by which LEDs blink.
-    void setState(const DeviceState &device, Instant now);
+    void setState(const DeviceState &device, Milliseconds now);
 
 Q_SIGNALS:
     void acted(const panelhost::Action &action);

@@ -14,7 +14,7 @@ KeyButton::KeyButton(const KeyState &key, QWidget *parent)
       m_key(key)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(&m_holdTimer, &WallTimer::timeout, this, [this] {
+    connect(&m_holdTimer, &RealTimeTimer::timeout, this, [this] {
         m_isHolding = true;
         act(Action::Kind::Hold);
     });
@@ -25,7 +25,7 @@ QSize KeyButton::sizeHint() const
     return {6 * look::Grid, 5 * look::Grid};
 }
 
-void KeyButton::setState(const KeyState &key, Instant now)
+void KeyButton::setState(const KeyState &key, Milliseconds now)
 {
     const int level = ledLevel(key.led, now);
     const bool isSame = level == m_level && key.isDown == m_key.isDown && key.led.color == m_key.led.color;

@@ -2,8 +2,8 @@
 
 #include "device/device.h"
 #include "panel/control.h"
-#include "panel/walltimer.h"
-#include "time/timeline.h"
+#include "time/realtimetimer.h"
+#include "time/virtualclock.h"
 
 namespace panelhost {
 
@@ -18,7 +18,7 @@ public:
 
     KeyButton(const KeyState &key, QWidget *parent);
 
-    void setState(const KeyState &key, Instant now);
+    void setState(const KeyState &key, Milliseconds now);
     int halKey() const { return m_key.halKey; }
     /// What the LED shows now, in percent.
     int level() const { return m_level; }
@@ -40,7 +40,7 @@ private:
     int m_level = 0;
     bool m_isMouseDown = false;
     bool m_isHolding = false;
-    WallTimer m_holdTimer;
+    RealTimeTimer m_holdTimer;
 };
 
 }

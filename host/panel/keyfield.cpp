@@ -52,7 +52,7 @@ void KeyField::addGroup(const KeyGroup &keys)
     m_groups.append(group);
 }
 
-void KeyField::setState(const QList<KeyState> &keys, Instant now)
+void KeyField::setState(const QList<KeyState> &keys, Milliseconds now)
 {
     QHash<int, KeyState> byKey;
     for (const KeyState &key : keys)

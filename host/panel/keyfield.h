@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/device.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QVector>
 #include <QtWidgets/QWidget>
@@ -20,7 +20,7 @@ class KeyField : public QWidget
 public:
     KeyField(const QList<KeyState> &keys, QWidget *parent);
 
-    void setState(const QList<KeyState> &keys, Instant now);
+    void setState(const QList<KeyState> &keys, Milliseconds now);
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;

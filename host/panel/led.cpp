@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-int ledLevel(const KeyLed &led, Instant now)
+int ledLevel(const KeyLed &led, Milliseconds now)
 {
     const int level = qBound(0, led.brightness, 100);
     if (!led.isBlinking() || led.period <= 1)

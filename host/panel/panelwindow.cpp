@@ -32,7 +32,7 @@ PanelWindow::PanelWindow(Session &session)
     addJournal();
     connect(m_panel, &FrontPanel::acted, this, &PanelWindow::perform);
     connect(m_speed, &SpeedBar::chosen, this, &PanelWindow::setSpeed);
-    connect(&m_refresh, &WallTimer::timeout, this, &PanelWindow::refresh);
+    connect(&m_refresh, &RealTimeTimer::timeout, this, &PanelWindow::refresh);
     m_refresh.start(RefreshInterval);
     m_speed->choose(1);
     m_sinceOpened.start();
@@ -41,7 +41,7 @@ PanelWindow::PanelWindow(Session &session)
 
 PanelWindow::~PanelWindow()
 {
-    m_session.timeline().stop();
+    m_session.clock().stop();
 }
 
 void PanelWindow::perform(const Action &action)
@@ -65,7 +65,7 @@ void PanelWindow::refresh()
     const DeviceState device = m_session.device().state();
     m_panel->setState(device, m_sinceOpened.elapsed());
     showFailure(device.tbar.failure);
-    m_speed->setNow(m_session.timeline().now());
+    m_speed->setNow(m_session.clock().now());
     m_journal->poll();
 }
 
@@ -91,9 +91,9 @@ void PanelWindow::paintEvent(QPaintEvent *)
 void PanelWindow::setSpeed(double factor)
 {
     if (factor < 0)
-        m_session.timeline().stop();
+        m_session.clock().stop();
     else
-        m_session.timeline().run(factor);
+        m_session.clock().run(factor);
     m_speed->choose(factor);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "panel/walltimer.h"
-#include "time/timeline.h"
+#include "time/realtimetimer.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtWidgets/QMainWindow>
@@ -53,7 +53,7 @@ private:
     JournalView *m_journal;
     SpeedBar *m_speed;
     QString m_failure; ///< of the T-Bar's calibration, as shown last
-    WallTimer m_refresh;
+    RealTimeTimer m_refresh;
     QElapsedTimer m_sinceOpened; ///< LEDs blink for the eye, so on the wall clock at any speed
 };
 

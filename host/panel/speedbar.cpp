@@ -9,7 +9,7 @@
 
 namespace panelhost {
 
-static QString clockText(Instant now)
+static QString clockText(Milliseconds now)
 {
     const QChar zero = QLatin1Char('0');
     return QStringLiteral("%1:%2:%3.%4")
@@ -70,7 +70,7 @@ void SpeedBar::choose(double factor)
             button->setChecked(true);
 }
 
-void SpeedBar::setNow(Instant now)
+void SpeedBar::setNow(Milliseconds now)
 {
     m_clock->setText(clockText(now));
 }

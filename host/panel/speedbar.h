@@ -1,6 +1,6 @@
 #pragma once
 
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtWidgets/QWidget>
 
@@ -20,7 +20,7 @@ public:
 
     explicit SpeedBar(QWidget *parent);
 
-    void setNow(Instant now);
+    void setNow(Milliseconds now);
     /// Shows @p text, such as why an action was refused; an empty one clears it.
     void setMessage(const QString &text);
     /// Cuts the message off where the bar would be wider than @p width. Its tool tip stays whole.
@@ -29,7 +29,7 @@ public:
     void choose(double factor);
 
 Q_SIGNALS:
-    /// @p factor as Timeline::run() takes it, or Paused.
+    /// @p factor as VirtualClock::run() takes it, or Paused.
     void chosen(double factor);
     /// Emitted when a text has come or gone, so that the bar needs another width.
     void widthChanged();

@@ -12,7 +12,7 @@ struct WindowOptions
     QString screenshot; ///< file that gets a picture of the window, which then closes
     QString layout;     ///< file that gets the places of all controls on the screen
     bool force = false; ///< an existing recording is overwritten
-    double speed = 1;   ///< as Timeline::run() takes it
+    double speed = 1;   ///< as VirtualClock::run() takes it
 
     static QList<QCommandLineOption> declared();
     /// False, with a sentence in @p error, for a value that none has.

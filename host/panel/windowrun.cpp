@@ -20,7 +20,7 @@ bool saveLayout(const PanelWindow &window, const QString &path, QString *error)
 
 int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
 {
-    session.timeline().settle();
+    session.clock().settle();
     window.refresh();
     QCoreApplication::processEvents();
     return window.grab().save(path) ? 0 : refuse(QStringLiteral("%1: the picture can't be written.").arg(path));

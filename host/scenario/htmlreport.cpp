@@ -38,7 +38,7 @@ void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
     html.begin("td").link(QLatin1Char('#') + anchorOf(index), nameOf(result)).end();
     html.element("td", "file", result.file);
     html.element("td", "number", QString::number(result.stepsPlayed));
-    html.element("td", "number", instantText(result.duration));
+    html.element("td", "number", timeText(result.duration));
     html.element("td", "number", wallText(result.wallTime));
     html.end();
 }
@@ -67,7 +67,7 @@ void writePages(HtmlWriter &html, const ScenarioResult &result)
     html.begin("ol", "pages");
     for (const auto &page : result.pages) {
         html.begin("li").attribute("style", QStringLiteral("flex-grow: %1").arg((page.until - page.from) / 100 + 1));
-        html.element("span", "time", instantText(page.from));
+        html.element("span", "time", timeText(page.from));
         html.element("span", "page", page.title);
         html.element("span", "time", QStringLiteral("%1 s").arg(static_cast<double>(page.until - page.from) / 1000));
         html.end();
@@ -86,7 +86,7 @@ void writeScreenshots(HtmlWriter &html, const ScenarioResult &result)
         if (step.png.isEmpty())
             continue;
         html.begin("figure").image(step.png, step.screenshot);
-        html.element("figcaption", nullptr, QStringLiteral("%1, at %2").arg(step.screenshot, instantText(step.at)));
+        html.element("figcaption", nullptr, QStringLiteral("%1, at %2").arg(step.screenshot, timeText(step.at)));
         html.end();
     }
     html.end();
@@ -104,7 +104,7 @@ void writeOutcome(HtmlWriter &html, const Outcome &outcome)
 void writeStep(HtmlWriter &html, const StepResult &step)
 {
     html.begin("tr", step.passed ? nullptr : "failed");
-    html.element("td", "number", instantText(step.at));
+    html.element("td", "number", timeText(step.at));
     html.element("td", "number", QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
     html.begin("td");
     if (step.outcomes.isEmpty())

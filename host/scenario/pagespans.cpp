@@ -35,7 +35,7 @@ void PageSpans::add(const Journal::Entry &entry)
     m_spans.append({entry.at, entry.at, title});
 }
 
-QVector<PageSpan> PageSpans::spans(Instant end) const
+QVector<PageSpan> PageSpans::spans(Milliseconds end) const
 {
     QVector<PageSpan> spans(m_spans.head().begin(), m_spans.head().end());
     if (m_spans.leftOut() > 0)

@@ -12,7 +12,7 @@ class PageSpans
 public:
     void add(const Journal::Entry &entry);
     /// The spans up to @p end. Where there are very many, one in the middle stands for those that are left out.
-    QVector<PageSpan> spans(Instant end) const;
+    QVector<PageSpan> spans(Milliseconds end) const;
 
 private:
     Excerpt<PageSpan> m_spans{200};

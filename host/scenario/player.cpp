@@ -3,7 +3,7 @@
 #include "scenario/menuwalk.h"
 #include "scenario/outcomes.h"
 #include "scenario/roundfold.h"
-#include "scenario/wallpace.h"
+#include "time/realtimeadvance.h"
 
 #include <QtCore/QBuffer>
 #include <QtGui/QPixmap>
@@ -44,7 +44,7 @@ ScenarioResult Player::play()
 void Player::playSession()
 {
     m_session->lcd()->show();
-    m_session->timeline().settle();
+    m_session->clock().settle();
     m_result.passed = prepare() && playSteps(m_scenario.steps);
     finish();
 }
@@ -76,7 +76,7 @@ bool Player::playStep(const Step &step)
     // A step that a signal has cut short has neither passed nor failed.
     if (isInterrupted())
         return false;
-    result.at = m_session->timeline().now();
+    result.at = m_session->clock().now();
     m_result.steps.append(result);
     m_observer(result, ++m_result.stepsPlayed);
     takeSnapshot();
@@ -185,12 +185,12 @@ void Player::screenshot(const Step &step, StepResult &result)
     m_session->lcd()->grab().save(&buffer, "PNG");
 }
 
-void Player::advance(Instant duration)
+void Player::advance(Milliseconds duration)
 {
     advanceUntil(duration, [] { return false; });
 }
 
-bool Player::advanceUntil(Instant duration, const std::function<bool()> &done)
+bool Player::advanceUntil(Milliseconds duration, const std::function<bool()> &done)
 {
     bool isDone = false;
     const auto stops = [&] {
@@ -199,9 +199,9 @@ bool Player::advanceUntil(Instant duration, const std::function<bool()> &done)
         return isDone || isInterrupted();
     };
     if (m_options.isRealTime)
-        advanceAtWallPace(m_session->timeline(), duration, stops);
+        advanceInRealTime(m_session->clock(), duration, stops);
     else
-        m_session->timeline().advanceUntil(duration, stops);
+        m_session->clock().advanceUntil(duration, stops);
     return isDone;
 }
 
@@ -226,7 +226,7 @@ void Player::takeSnapshot()
 
 void Player::bringUpToDate()
 {
-    m_result.duration = m_session->timeline().now();
+    m_result.duration = m_session->clock().now();
     m_result.wallTime = m_clock.elapsed();
     const std::lock_guard lock(m_taken);
     m_result.pages = m_pages.spans(m_result.duration);

@@ -56,8 +56,8 @@ private:
     void walkKeys(const Step &step, StepResult &result);
     void expect(const Step &step, StepResult &result);
     void screenshot(const Step &step, StepResult &result);
-    void advance(Instant duration);
-    bool advanceUntil(Instant duration, const std::function<bool()> &done);
+    void advance(Milliseconds duration);
+    bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
     void take(const Journal::Entry &entry);
     bool isInterrupted() const { return m_options.isInterrupted && m_options.isInterrupted(); }
     void takeSnapshot();

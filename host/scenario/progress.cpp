@@ -53,12 +53,12 @@ void Progress::writeBar(const StepResult &step, qint64 number)
 {
     const auto done = static_cast<int>(number * BarWidth / qMax<qint64>(m_steps, 1));
     m_out << ClearLine << m_file << " [" << QString(done, QLatin1Char('#')).leftJustified(BarWidth, QLatin1Char('.'))
-          << "] " << instantText(step.at) << ' ' << step.text.left(TextWidth);
+          << "] " << timeText(step.at) << ' ' << step.text.left(TextWidth);
 }
 
 void Progress::writeLine(const StepResult &step)
 {
-    m_out << QFileInfo(step.file).fileName() << ':' << step.where.line << ' ' << instantText(step.at) << ' '
+    m_out << QFileInfo(step.file).fileName() << ':' << step.where.line << ' ' << timeText(step.at) << ' '
           << verdict(step.passed) << ' ' << step.text << '\n';
 }
 
@@ -68,7 +68,7 @@ void Progress::end(const ScenarioResult &result)
         m_out << ClearLine;
     const bool isInterrupted = result.state == ScenarioResult::State::Interrupted;
     m_out << (isInterrupted ? QStringLiteral("STOPPED") : verdict(result.passed)) << ' ' << result.file << ": "
-          << result.stepsPlayed << " steps, " << instantText(result.duration) << " of the device's time in "
+          << result.stepsPlayed << " steps, " << timeText(result.duration) << " of the device's time in "
           << result.wallTime << " ms\n";
     if (!result.passed && !isInterrupted)
         m_out << result.failureText() << '\n';

@@ -32,11 +32,11 @@ QString ScenarioResult::failureText() const
 {
     QStringList lines;
     if (state == State::Interrupted)
-        lines.append(QStringLiteral("%1: interrupted at %2").arg(file, instantText(duration)));
+        lines.append(QStringLiteral("%1: interrupted at %2").arg(file, timeText(duration)));
     if (!error.isEmpty())
         lines.append(file + QStringLiteral(": ") + error);
     if (const auto step = failedStep()) {
-        lines.append(placeText(*step) + QStringLiteral("failed at %1: ").arg(instantText(step->at)) + step->text);
+        lines.append(placeText(*step) + QStringLiteral("failed at %1: ").arg(timeText(step->at)) + step->text);
         if (!step->error.isEmpty())
             lines.append(QStringLiteral("  ") + step->error);
         for (const auto &outcome : step->outcomes) {
@@ -51,7 +51,7 @@ QString ScenarioResult::failureText() const
     return lines.join(QLatin1Char('\n'));
 }
 
-QString instantText(Instant at)
+QString timeText(Milliseconds at)
 {
     return QStringLiteral("%1:%2.%3")
         .arg(at / 60000)

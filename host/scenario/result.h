@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scenario/expectation.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -24,7 +24,7 @@ struct StepResult
     QString file;
     Place where;
     QString text;
-    Instant at = 0; ///< when it was over
+    Milliseconds at = 0; ///< when it was over
     bool passed = true;
     QString error; ///< why it could not be done
     QVector<Outcome> outcomes;
@@ -35,8 +35,8 @@ struct StepResult
 /// A time for which the LCD showed one page.
 struct PageSpan
 {
-    Instant from = 0;
-    Instant until = 0;
+    Milliseconds from = 0;
+    Milliseconds until = 0;
     QString title;
 };
 
@@ -59,11 +59,11 @@ struct ScenarioResult
     QVector<StepResult> steps;
     qint64 stepsPlayed = 0;
     QVector<PageSpan> pages;
-    Instant duration = 0;    ///< virtual milliseconds
-    qint64 wallTime = 0;     ///< real milliseconds
-    QByteArray journal;      ///< JSON lines; of a long one the first and the last lines
-    qint64 journalLines = 0; ///< how many there were
-    QStringList lastLines;   ///< of the journal, readable, when it failed
+    Milliseconds duration = 0; ///< virtual milliseconds
+    qint64 wallTime = 0;       ///< real milliseconds
+    QByteArray journal;        ///< JSON lines; of a long one the first and the last lines
+    qint64 journalLines = 0;   ///< how many there were
+    QStringList lastLines;     ///< of the journal, readable, when it failed
 
     /// "passed", "failed", "running" or "interrupted".
     QString verdict() const;
@@ -76,6 +76,6 @@ struct ScenarioResult
 using ScenarioResults = QVector<ScenarioResult>;
 
 /// "1:05.250" for minutes, seconds and milliseconds.
-QString instantText(Instant at);
+QString timeText(Milliseconds at);
 
 }

@@ -26,7 +26,7 @@ bool ScenarioWriter::open(LineFile::IfExists ifExists, QString *error)
         *error = m_file.error();
         return false;
     }
-    m_written = m_session.timeline().now();
+    m_written = m_session.clock().now();
     connect(&m_session.op(), &Operator::performed, this, &ScenarioWriter::writeStep);
     return true;
 }
@@ -36,7 +36,7 @@ void ScenarioWriter::close()
     if (!m_file.isOpen())
         return;
     disconnect(&m_session.op(), nullptr, this, nullptr);
-    const auto wait = waitUntil(m_session.timeline().now());
+    const auto wait = waitUntil(m_session.clock().now());
     if (!wait.isEmpty())
         m_file.append(wait);
     m_file.close();
@@ -66,12 +66,12 @@ QByteArray ScenarioWriter::header() const
 }
 
 // One write for the time and the action: what is cut off is the whole of it or nothing.
-void ScenarioWriter::writeStep(const Action &action, Instant at)
+void ScenarioWriter::writeStep(const Action &action, Milliseconds at)
 {
     m_file.append(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
 }
 
-QByteArray ScenarioWriter::waitUntil(Instant at)
+QByteArray ScenarioWriter::waitUntil(Milliseconds at)
 {
     const auto passed = at - m_written;
     m_written = at;

@@ -36,12 +36,12 @@ Q_SIGNALS:
 
 private:
     QByteArray header() const;
-    void writeStep(const Action &action, Instant at);
-    QByteArray waitUntil(Instant at);
+    void writeStep(const Action &action, Milliseconds at);
+    QByteArray waitUntil(Milliseconds at);
     LineFile m_file;
     const QString m_path;
     Session &m_session;
-    Instant m_written = 0;
+    Milliseconds m_written = 0;
 };
 
 }

@@ -41,7 +41,7 @@ void KeyboardService::registerKeyCallback(const LCD::FactoryMode::KeyListener &l
          {{QStringLiteral("listener"), listener ? QStringLiteral("set") : QStringLiteral("empty")}});
     if (m_faults.isOn(QStringLiteral("event-while-replacing"))) {
         const QList<KeyState> keys = m_device.state().keys;
-        Timeline::instance().runOnDevice([&] { send(keys.isEmpty() ? 0 : keys.first().halKey, 1.0F); });
+        VirtualClock::instance().runOnDevice([&] { send(keys.isEmpty() ? 0 : keys.first().halKey, 1.0F); });
     }
     const std::lock_guard lock(m_mutex);
     m_listener = listener;

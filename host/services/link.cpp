@@ -15,8 +15,8 @@ using LCD::ProtocolImpl::s_NodeUSB;
 namespace {
 
 // Virtual milliseconds from a subscription to its first report, and to its first change.
-constexpr Instant reportDelay = 50;
-constexpr Instant firstChangeDelay = 100;
+constexpr Milliseconds reportDelay = 50;
+constexpr Milliseconds firstChangeDelay = 100;
 
 QJsonObject describe(const s_NetworkPortLink &record)
 {
@@ -107,9 +107,9 @@ void LinkSubscriptions::subscribe(Table LinkSubscriptions::*table, const std::st
     (this->*table)[subscriber] = callback;
 }
 
-void LinkSubscriptions::tellLater(Instant delay, Table LinkSubscriptions::*table, const std::string &subscriber)
+void LinkSubscriptions::tellLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber)
 {
-    Timeline::instance().schedule(delay, [self = weak_from_this(), table, subscriber] {
+    VirtualClock::instance().schedule(delay, [self = weak_from_this(), table, subscriber] {
         if (const auto alive = self.lock())
             alive->tell(table, subscriber, alive->m_present());
     });

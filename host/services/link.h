@@ -44,7 +44,7 @@ private:
     void journalRegistration(const char *operation, const std::string &subscriber, int mode, const Callback &callback);
     void subscribe(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback);
     /// Tells @p subscriber, or everybody if that is empty, after @p delay virtual milliseconds.
-    void tellLater(Instant delay, Table LinkSubscriptions::*table, const std::string &subscriber);
+    void tellLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber);
     void tell(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload);
     void deliver(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback,
                  const std::any &payload);

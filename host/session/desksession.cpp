@@ -40,10 +40,10 @@ SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &s
 bool DeskSession::s_isAlive = false;
 
 DeskSession::DeskSession(const Options &options)
-    : m_options(options), m_share(shareDirectoryOf(options)), m_timeline(Timeline::instance()),
+    : m_options(options), m_share(shareDirectoryOf(options)), m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
       m_journal(options.journalSink, options.journalKept), m_logTap(m_journal, m_share),
-      m_device(shapeOf(options, m_share), m_timeline, m_faults),
+      m_device(shapeOf(options, m_share), m_clock, m_faults),
       m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
       m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)
 {
@@ -57,13 +57,13 @@ DeskSession::DeskSession(const Options &options)
 // The pages and the component first, while all that they may call is still there; then what they have left under way.
 DeskSession::~DeskSession()
 {
-    m_timeline.setObserver({});
+    m_clock.setObserver({});
     m_driver.reset();
     if (m_pages)
         m_pages->destroy();
     m_library.end();
     m_pages.reset();
-    m_timeline.restart();
+    m_clock.restart();
     s_isAlive = false;
 }
 
@@ -134,10 +134,10 @@ bool DeskSession::load(QString *error)
         m_driver->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
     m_driver->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
     // The widget hides itself on the first turn of the loop: factory mode begins after that.
-    m_timeline.settle();
+    m_clock.settle();
     m_driver->enter();
-    m_timeline.setObserver([this] { m_screenWatch.look(); });
-    m_timeline.settle();
+    m_clock.setObserver([this] { m_screenWatch.look(); });
+    m_clock.settle();
     return true;
 }
 

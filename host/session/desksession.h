@@ -36,7 +36,7 @@ public:
     const ComponentLibrary &library() const override { return m_library; }
     const ComponentLibrary *pagesLibrary() const override { return m_pages ? &*m_pages : nullptr; }
     QStringList serviceNames() const override;
-    Timeline &timeline() override { return m_timeline; }
+    VirtualClock &clock() override { return m_clock; }
     Device &device() override { return m_device; }
     Journal &journal() override { return m_journal; }
     Operator &op() override { return m_operator; }
@@ -60,7 +60,7 @@ private:
 
     const Options m_options;
     const QString m_share;
-    Timeline &m_timeline;
+    VirtualClock &m_clock;
     ComponentLibrary m_library;
     std::optional<ComponentLibrary> m_pages;
     bool m_hasLoadedComponent = false;

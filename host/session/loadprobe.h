@@ -21,7 +21,7 @@ constexpr int LongestLoad = 20000;
 LoadReport probeLoading(const QString &component, const QString &pages = {}, int longest = LongestLoad);
 
 /// Does what probeLoading() started this process for, and ends it; returns at once in any other process. Called before
-/// there is an application object, after Timeline::install().
+/// there is an application object, after VirtualClock::install().
 void runAsProbe();
 
 }

@@ -11,7 +11,7 @@ std::unique_ptr<Session> Session::open(const Options &options, QString *error, Q
             *error = QStringLiteral("There is a session in this process already.");
         return nullptr;
     }
-    Timeline::instance().restart();
+    VirtualClock::instance().restart();
     auto session = std::make_unique<DeskSession>(options);
     QString reason;
     if (session->load(&reason))

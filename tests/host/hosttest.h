@@ -1,7 +1,7 @@
 #pragma once
 
 #include "commands.h"
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>

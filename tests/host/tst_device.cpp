@@ -18,9 +18,9 @@ class tst_Device : public QObject
 private Q_SLOTS:
     void init()
     {
-        timeline.restart();
+        clock.restart();
         faults = std::make_unique<Faults>();
-        device = std::make_unique<SimulatedDevice>(smallDevice(), timeline, *faults);
+        device = std::make_unique<SimulatedDevice>(smallDevice(), clock, *faults);
         events.clear();
         device->setKeyListener([this](int key, bool down) { see(q("key %1 %2").arg(key).arg(down)); });
         device->setNetListener([this](const std::any &) { see(q("net")); });
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QVERIFY(device->setKeyDown(12, false));
         QVERIFY(!device->setKeyDown(99, true));
         QCOMPARE(events, QStringList());
-        timeline.settle();
+        clock.settle();
         QCOMPARE(events, (QStringList{q("0 device key 12 1"), q("0 device key 12 0")}));
     }
 
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(device->setBlocked(q("usb2"), true));
         QVERIFY(!device->setPlugged(q("net9"), true));
         QVERIFY(!device->setBlocked(q("net1"), true));
-        timeline.advance(100);
+        clock.advance(100);
         QCOMPARE(events, (QStringList{q("20 device net"), q("20 device usb")}));
     }
 
@@ -98,7 +98,7 @@ private Q_SLOTS:
     {
         calibrate(2);
         QCOMPARE(device->state().tbar.step, q("begin"));
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(
             events,
             (QStringList{q("75 device progress 2 25"), q("150 device progress 2 50"), q("225 device progress 2 75"),
@@ -112,7 +112,7 @@ private Q_SLOTS:
         for (const int command : {2, 1, 0, 1}) {
             device->setTBarPosition(command == 1 ? 1 : 0);
             calibrate(command);
-            timeline.advance(1000);
+            clock.advance(1000);
         }
         QCOMPARE(events.filter(q("result")),
                  (QStringList{q("300 device result 1 "), q("1300 device result 1 "),
@@ -152,7 +152,7 @@ private Q_SLOTS:
             fit(type, TBarState::DefaultTolerance);
             device->setTBarPosition(position);
             calibrate(command);
-            timeline.advance(1000);
+            clock.advance(1000);
             const QString result = message.isEmpty() ? q("300 device result 1 ") : q("0 device result 0 ") + message;
             QCOMPARE(events, QStringList(result));
             QCOMPARE(device->state().tbar.failure, message);
@@ -164,7 +164,7 @@ private Q_SLOTS:
     {
         calibrate(0);
         device->setTBarPosition(0.5);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events.last(), q("300 device result 1 "));
     }
 
@@ -175,7 +175,7 @@ private Q_SLOTS:
         calibrate(1);
         device->setTBarPosition(0.79);
         calibrate(1);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events,
                  (QStringList{q("0 device result 0 step 2 (top) failed: the T-Bar is at 79 %, it must be at the top "
                                 "(80 % to 100 %)"),
@@ -191,7 +191,7 @@ private Q_SLOTS:
             {0, TBarEnd::Top}, {1, TBarEnd::Bottom}, {4, std::nullopt}};
         for (const auto &[command, next] : steps) {
             calibrate(command);
-            timeline.advance(1000);
+            clock.advance(1000);
             QVERIFY(device->state().tbar.target == next);
         }
     }
@@ -200,11 +200,11 @@ private Q_SLOTS:
     {
         device->setPanelMode(12);
         calibrate(1);
-        timeline.advance(1000);
+        clock.advance(1000);
         const QString failure = device->state().tbar.failure;
         QVERIFY(failure.startsWith(q("step 1 (top) failed")));
         calibrate(0);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(device->state().tbar.failure, failure);
         device->setPanelMode(12);
         QCOMPARE(device->state().tbar.failure, failure);
@@ -216,14 +216,14 @@ private Q_SLOTS:
     {
         device->setPanelMode(12);
         calibrate(1);
-        timeline.advance(1000);
+        clock.advance(1000);
         QVERIFY(device->state().tbar.target);
         device->setPanelMode(9);
         QVERIFY(!device->state().tbar.target);
         QCOMPARE(device->state().tbar.failure, QString());
         calibrate(1);
         device->setPanelMode(13);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events.last(),
                  q("1000 device result 0 step 2 (top) failed: the T-Bar is at 0 %, it must be at the top "
                    "(95 % to 100 %)"));
@@ -234,7 +234,7 @@ private Q_SLOTS:
     {
         on("calibration-hangs");
         calibrate(1);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events, QStringList());
     }
 
@@ -242,7 +242,7 @@ private Q_SLOTS:
     {
         on("calibration-hangs");
         calibrate(2);
-        timeline.advance(10'000);
+        clock.advance(10'000);
         QCOMPARE(events.filter(q("result")), QStringList());
     }
 
@@ -251,7 +251,7 @@ private Q_SLOTS:
         calibrate(2);
         device->setKeyDown(12, true);
         device.reset();
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events, QStringList());
     }
 
@@ -260,7 +260,7 @@ private Q_SLOTS:
         on("key-dead", {{q("key"), 12}});
         device->setKeyDown(12, true);
         device->setKeyDown(33, true);
-        timeline.settle();
+        clock.settle();
         QCOMPARE(events, (QStringList{q("0 device key 33 1")}));
     }
 
@@ -268,7 +268,7 @@ private Q_SLOTS:
     {
         on("key-repeats", {{q("key"), 12}});
         device->setKeyDown(12, true);
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(events, (QStringList{q("0 device key 12 1"), q("40 device key 12 1"), q("80 device key 12 1")}));
     }
 
@@ -362,8 +362,8 @@ private Q_SLOTS:
 private:
     void see(const QString &what)
     {
-        const bool isDevice = timeline.currentThread() == ThreadKind::Device;
-        events << QString::number(timeline.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
+        const bool isDevice = clock.currentThread() == ThreadKind::Device;
+        events << QString::number(clock.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
     }
     // Another device, that tells of results alone.
     void fit(TBarType type, double tolerance)
@@ -371,8 +371,8 @@ private:
         SimulatedDevice::Shape shape = smallDevice();
         shape.tbarType = type;
         shape.tbarTolerance = tolerance;
-        timeline.restart();
-        device = std::make_unique<SimulatedDevice>(shape, timeline, *faults);
+        clock.restart();
+        device = std::make_unique<SimulatedDevice>(shape, clock, *faults);
     }
     void calibrate(int command)
     {
@@ -386,7 +386,7 @@ private:
     }
     void off(const char *name) { QVERIFY(faults->set(q(name), false, {}, nullptr)); }
 
-    Timeline &timeline = Timeline::instance();
+    VirtualClock &clock = VirtualClock::instance();
     std::unique_ptr<Faults> faults;
     std::unique_ptr<SimulatedDevice> device;
     QStringList events;

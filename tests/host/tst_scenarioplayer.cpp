@@ -70,7 +70,7 @@ constexpr int DeedsBeforeDeath = 8;
 /// What an operator does in the recorded session, with the time before each action.
 struct Deed
 {
-    Instant wait;
+    Milliseconds wait;
     Action action;
 };
 
@@ -115,17 +115,17 @@ QVector<Deed> deeds()
 QByteArray record(const QString &path, Session &session)
 {
     session.lcd()->show();
-    session.timeline().settle();
+    session.clock().settle();
     ScenarioWriter writer(path, session);
     QString error;
     if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return error.toUtf8();
     for (const auto &deed : deeds()) {
-        session.timeline().advance(deed.wait);
+        session.clock().advance(deed.wait);
         if (!session.op().perform(deed.action, &error))
             return error.toUtf8();
     }
-    session.timeline().advance(777);
+    session.clock().advance(777);
     writer.close();
     return session.journal().toJsonLines();
 }
@@ -271,7 +271,7 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
         const auto scenario = loadScenario(path, options(), &problems);
         QCOMPARE(problems, QStringList());
         QCOMPARE(scenario->steps.size(), steps);
-        session->timeline().advance(deed.wait);
+        session->clock().advance(deed.wait);
         QVERIFY2(session->op().perform(deed.action, &error), qPrintable(error));
         steps += deed.wait > 0 ? 2 : 1;
     }
@@ -333,7 +333,7 @@ void ScenarioPlayerTest::roundsBetweenAreFolded()
     QVERIFY2(result.passed, qPrintable(result.failureText()));
     QStringList lines;
     for (const auto &step : result.steps)
-        lines.append(instantText(step.at) + QLatin1Char(' ') + step.text);
+        lines.append(timeText(step.at) + QLatin1Char(' ') + step.text);
     QCOMPARE(
         lines,
         (QStringList{QStringLiteral("0:01.000 wait: 1s"), QStringLiteral("0:01.000 note: end"),
@@ -447,7 +447,7 @@ int recordAndDie(const QString &path)
     if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return 1;
     for (const auto &deed : deeds().mid(0, DeedsBeforeDeath)) {
-        session->timeline().advance(deed.wait);
+        session->clock().advance(deed.wait);
         session->op().perform(deed.action);
     }
     return std::raise(SIGKILL);

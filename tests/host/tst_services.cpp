@@ -53,7 +53,7 @@ private Q_SLOTS:
         services->keyboard.registerKeyCallback(keyListener("a"));
         device->setKeyDown(12, true);
         device->setKeyDown(12, false);
-        timeline.settle();
+        clock.settle();
         QCOMPARE(heard, (QStringList{q("0 device a 12 1")}));
         QCOMPARE(lines().last(), q("0 device lcdKeyboardEvent.key {\"halKey\":12,\"value\":1}"));
     }
@@ -63,7 +63,7 @@ private Q_SLOTS:
         on("key-releases");
         services->keyboard.registerKeyCallback(keyListener("a"));
         device->setKeyDown(12, false);
-        timeline.settle();
+        clock.settle();
         QCOMPARE(heard, (QStringList{q("0 device a 12 0")}));
     }
 
@@ -99,11 +99,11 @@ private Q_SLOTS:
         services->networkPort.registerReportCallback("me", 2, linkListener("report"));
         services->networkPort.registerChangedCallback("me", 2, linkListener("changed"));
         QCOMPARE(heard, QStringList());
-        timeline.advance(500);
+        clock.advance(500);
         QCOMPARE(heard, (QStringList{q("50 device report"), q("100 device changed")}));
         device->setPlugged(q("net1"), true);
         services->networkPort.requestReport();
-        timeline.advance(500);
+        clock.advance(500);
         QCOMPARE(heard.mid(2), (QStringList{q("520 device changed"), q("550 device report")}));
         QCOMPARE(lines().last(),
                  q("550 device lcdMemoryCacheNetworkPort.report "
@@ -114,10 +114,10 @@ private Q_SLOTS:
     {
         make({false});
         services->usb.registerChangedCallback("me", 2, linkListener("changed"));
-        timeline.advance(500);
+        clock.advance(500);
         QCOMPARE(heard, QStringList());
         device->setPlugged(q("usb1"), true);
-        timeline.advance(500);
+        clock.advance(500);
         QCOMPARE(heard, (QStringList{q("520 device changed")}));
     }
 
@@ -128,7 +128,7 @@ private Q_SLOTS:
         services->usb.registerChangedCallback("me", 2, linkListener("second"));
         services->usb.registerChangedCallback("you", 2, linkListener("other"));
         device->setPlugged(q("usb1"), true);
-        timeline.advance(100);
+        clock.advance(100);
         QCOMPARE(heard, (QStringList{q("20 device second"), q("20 device other")}));
     }
 
@@ -136,7 +136,7 @@ private Q_SLOTS:
     {
         on("duplicate-reports");
         services->usb.registerReportCallback("me", 2, linkListener("report"));
-        timeline.advance(100);
+        clock.advance(100);
         QCOMPARE(heard, (QStringList{q("50 device report"), q("50 device report")}));
     }
 
@@ -145,7 +145,7 @@ private Q_SLOTS:
         services->usb.registerReportCallback("me", 2, {});
         services->tbarCalibration.registerBarCalibrationCallback("me", {});
         services->tbarCalibration.setBarCalibration({0, 2, 0}, {});
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(lines().last(),
                  q("300 device lcdTBarCalibration.result {\"command\":2,\"message\":\"\",\"ok\":true}"));
     }
@@ -165,7 +165,7 @@ private Q_SLOTS:
         });
         services->tbarCalibration.setBarCalibration(
             {0, 0, 0}, [this](bool ok, const std::string &) { hear(q("result %1").arg(ok)); });
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(heard,
                  (QStringList{q("75 device report 0 25"), q("150 device report 0 50"), q("225 device report 0 75"),
                               q("300 device report 0 100"), q("300 device result 1")}));
@@ -180,7 +180,7 @@ private Q_SLOTS:
         services->tbarCalibration.setBarCalibration({0, 1, 0}, [this](bool ok, const std::string &message) {
             hear(q("result %1 %2").arg(ok).arg(QString::fromStdString(message)));
         });
-        timeline.advance(1000);
+        clock.advance(1000);
         QCOMPARE(heard, QStringList(q("0 device result 0 ") + q(sentence)));
         QCOMPARE(
             lines().last(),
@@ -217,7 +217,7 @@ private Q_SLOTS:
 private:
     void make(LinkBehaviour behaviour)
     {
-        timeline.restart();
+        clock.restart();
         heard.clear();
         services.reset();
         device.reset();
@@ -227,14 +227,14 @@ private:
         shape.netPorts = 2;
         shape.usbPorts = 1;
         shape.tbarType = TBarType::Fader;
-        device = std::make_unique<SimulatedDevice>(shape, timeline, *faults);
+        device = std::make_unique<SimulatedDevice>(shape, clock, *faults);
         services = std::make_unique<Services>(*device, *journal, *faults, behaviour);
     }
 
     void hear(const QString &what)
     {
-        const bool isDevice = timeline.currentThread() == ThreadKind::Device;
-        heard << QString::number(timeline.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
+        const bool isDevice = clock.currentThread() == ThreadKind::Device;
+        heard << QString::number(clock.now()) + (isDevice ? q(" device ") : q(" gui ")) + what;
     }
     LCD::FactoryMode::KeyListener keyListener(const char *name)
     {
@@ -249,7 +249,7 @@ private:
     void press(int key)
     {
         device->setKeyDown(key, true);
-        timeline.settle();
+        clock.settle();
     }
     void on(const char *name, const QVariantMap &arguments = {})
     {
@@ -265,7 +265,7 @@ private:
         return result;
     }
 
-    Timeline &timeline = Timeline::instance();
+    VirtualClock &clock = VirtualClock::instance();
     std::unique_ptr<Faults> faults;
     std::unique_ptr<Journal> journal;
     std::unique_ptr<SimulatedDevice> device;

@@ -158,13 +158,13 @@ private Q_SLOTS:
     {
         QVERIFY(openTestPage("machine"));
         for (int step = 0; step < 60 && session->device().state().tbar.step.isEmpty(); ++step) {
-            session->timeline().advance(30'000);
+            session->clock().advance(30'000);
             pressBlinkingKeys();
             perform(action(Action::Kind::Soft, "side", q("right")));
         }
         QCOMPARE(session->device().state().tbar.step, q("begin"));
         session.reset();
-        Timeline::instance().advance(10'000);
+        VirtualClock::instance().advance(10'000);
     }
 
     void logLinesAreTheSameOnEveryMachine()
@@ -182,7 +182,7 @@ private Q_SLOTS:
     {
         QVERIFY(openTestPage("aging"));
         perform(action(Action::Kind::Soft, "side", q("right")));
-        session->timeline().advance(1'000'000);
+        session->clock().advance(1'000'000);
         QVERIFY(countOf(Journal::Kind::Event, "lcdMemoryCacheNodeUSB.changed") >= 2);
         QCOMPARE(screen("page"), QVariant(q("aging")));
     }
@@ -194,10 +194,10 @@ private Q_SLOTS:
         open(options);
         QVERIFY(openTestPage("aging"));
         perform(action(Action::Kind::Soft, "side", q("right")));
-        session->timeline().advance(1'000'000);
+        session->clock().advance(1'000'000);
         QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 0);
         perform(action(Action::Kind::Plug, "port", q("net1")));
-        session->timeline().advance(1'000);
+        session->clock().advance(1'000);
         QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 1);
     }
 
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(screen("page"), QVariant(q("menu")));
         QVERIFY(openTestPage("aging"));
         perform(action(Action::Kind::Soft, "side", q("right")));
-        session->timeline().advance(100'000);
+        session->clock().advance(100'000);
     }
 
     void wrongOptionsGetASentence()
@@ -263,7 +263,7 @@ private:
         session = Session::open(options, &error);
         QVERIFY2(session, qPrintable(error));
         session->lcd()->show();
-        session->timeline().settle();
+        session->clock().settle();
     }
 
     void perform(const Action &what)
@@ -332,9 +332,9 @@ private:
     {
         QVERIFY(openTestPage("aging"));
         perform(action(Action::Kind::Soft, "side", q("right")));
-        session->timeline().advance(120'000);
+        session->clock().advance(120'000);
         perform(action(Action::Kind::Plug, "port", q("usb1")));
-        session->timeline().advance(1'000);
+        session->clock().advance(1'000);
         perform(action(Action::Kind::Soft, "side", q("right")));
         perform(navigate("back"));
         perform(action(Action::Kind::ExitFactoryMode));

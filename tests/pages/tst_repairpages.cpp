@@ -156,7 +156,7 @@ private Q_SLOTS:
         show(q("container.factorytest.repairmode.screenbadpixel"));
         QCOMPARE(screen("titleIcon"), q("ScreenBadPixel"));
         QCOMPARE(session->device().state().screenBrightness[0], 100);
-        session->timeline().advance(10000);
+        session->clock().advance(10000);
         QCOMPARE(session->device().state().screenBrightness[0], 100);
         leave();
         QCOMPARE(troubles(), QStringList());
@@ -231,7 +231,7 @@ private:
         session = Session::open(options, &error);
         QVERIFY2(session, qPrintable(error));
         session->lcd()->show();
-        session->timeline().settle();
+        session->clock().settle();
     }
 
     void perform(const Action &what)
@@ -244,7 +244,7 @@ private:
     void show(const QString &key)
     {
         QVERIFY(QMetaObject::invokeMethod(session->library().widget(), "requestShowContainer", Q_ARG(QString, key)));
-        session->timeline().settle();
+        session->clock().settle();
     }
 
     void enter(const QString &key)
@@ -307,7 +307,7 @@ private:
             pressBlinkingKey();
             if (screen("right") == q("Next step"))
                 soft("right");
-            session->timeline().advance(2000);
+            session->clock().advance(2000);
         }
     }
 
@@ -325,7 +325,7 @@ private:
         if (visit == q("idle"))
             return pageState();
         soft("right");
-        session->timeline().advance(100);
+        session->clock().advance(100);
         if (visit == q("running"))
             return pageState();
         work();
@@ -384,7 +384,7 @@ private:
         perform({Action::Kind::Unplug, {{q("port"), q("net1")}}});
         perform({Action::Kind::Plug, {{q("port"), q("usb1")}}});
         perform({Action::Kind::Unplug, {{q("port"), q("usb1")}}});
-        session->timeline().advance(4000);
+        session->clock().advance(4000);
         return troubles();
     }
 

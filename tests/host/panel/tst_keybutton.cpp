@@ -23,7 +23,7 @@ private Q_SLOTS:
     void unnamedKeyShowsItsNumber();
 };
 
-static QImage picture(KeyButton &button, const KeyState &key, Instant now = 0)
+static QImage picture(KeyButton &button, const KeyState &key, Milliseconds now = 0)
 {
     button.setState(key, now);
     button.resize(button.sizeHint());

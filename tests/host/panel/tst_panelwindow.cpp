@@ -6,11 +6,11 @@
 #include "panel/journalview.h"
 #include "panel/lcdoverlay.h"
 #include "panel/panelwindow.h"
-#include "panel/walltimer.h"
 #include "panel/windowfiles.h"
 #include "panel/windowoptions.h"
 #include "panelfixture.h"
 #include "session.h"
+#include "time/realtimetimer.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
@@ -109,17 +109,17 @@ QAction *TestPanelWindow::menuAction(const QString &menu, const QString &data) c
 void TestPanelWindow::redrawingLeavesNoTrace()
 {
     const int before = m_session->journal().entries().size();
-    const Instant at = m_session->timeline().now();
-    WallTimer wall;
+    const Milliseconds at = m_session->clock().now();
+    RealTimeTimer wall;
     int refreshes = 0;
-    connect(&wall, &WallTimer::timeout, this, [this, &refreshes] {
+    connect(&wall, &RealTimeTimer::timeout, this, [this, &refreshes] {
         m_window->refresh();
         ++refreshes;
     });
     wall.start(5);
     QTRY_VERIFY(refreshes >= 20);
     QCOMPARE(m_session->journal().entries().size(), before);
-    QCOMPARE(m_session->timeline().now(), at);
+    QCOMPARE(m_session->clock().now(), at);
 }
 
 void TestPanelWindow::keysGoThroughTheOperator()
@@ -152,7 +152,7 @@ void TestPanelWindow::messageHasRoom()
     m_window->show();
     m_window->setRecording(QStringLiteral("session.yaml"));
     m_session->device().calibrate(1, {});
-    m_session->timeline().settle();
+    m_session->clock().settle();
     m_window->refresh();
     const auto *bar = m_window->findChild<QWidget *>(QStringLiteral("speed-bar"));
     QVERIFY(bar->width() >= bar->sizeHint().width());
@@ -218,7 +218,7 @@ void TestPanelWindow::failedCalibrationIsShown()
 {
     const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
     m_session->device().calibrate(1, {});
-    m_session->timeline().settle();
+    m_session->clock().settle();
     m_window->refresh();
     QCOMPARE(message->toolTip(),
              QStringLiteral("step 1 (top) failed: the T-Bar is at 0 %, it must be at the top (95 % to 100 %)"));
@@ -233,18 +233,18 @@ void TestPanelWindow::failedCalibrationIsShown()
 
 void TestPanelWindow::speedMovesTime()
 {
-    const Instant before = m_session->timeline().now();
+    const Milliseconds before = m_session->clock().now();
     m_window->findChild<QToolButton *>(QStringLiteral("speed-10"))->click();
-    QTRY_VERIFY(m_session->timeline().now() > before + 500);
+    QTRY_VERIFY(m_session->clock().now() > before + 500);
     m_window->findChild<QToolButton *>(QStringLiteral("speed-pause"))->click();
-    const Instant paused = m_session->timeline().now();
+    const Milliseconds paused = m_session->clock().now();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-    QCOMPARE(m_session->timeline().now(), paused);
+    QCOMPARE(m_session->clock().now(), paused);
 }
 
 void TestPanelWindow::pausedWindowStillActs()
 {
-    m_session->timeline().stop();
+    m_session->clock().stop();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     const auto tail = m_session->journal().tail(1);
     QCOMPARE(tail.first().name, QStringLiteral("screen"));

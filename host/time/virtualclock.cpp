@@ -1,8 +1,8 @@
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
-#include "time/agenda.h"
 #include "time/devicethread.h"
-#include "time/virtualdispatcher.h"
+#include "time/eventqueue.h"
+#include "time/virtualeventdispatcher.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
@@ -20,14 +20,14 @@ namespace panelhost {
 namespace {
 
 // A turn that has so much to catch up lets input in after this many wall milliseconds.
-constexpr qint64 longestTurn = 50;
+constexpr qint64 MaxCatchUpTime = 50;
 
 // What an event posts is left for the next pass, and deletions that wait for a loop to end stay for ever.
-constexpr int mostPasses = 20;
+constexpr int MaxPasses = 20;
 
 void sendPosted()
 {
-    for (int pass = 0; pass < mostPasses && qGlobalPostedEventsCount() > 0; ++pass)
+    for (int pass = 0; pass < MaxPasses && qGlobalPostedEventsCount() > 0; ++pass)
         QCoreApplication::sendPostedEvents();
 }
 
@@ -43,7 +43,7 @@ void deliverPosted()
 
 }
 
-class Timeline::Impl final : public TurnClock
+class VirtualClock::Impl final : public EventClock
 {
 public:
     enum class Mode {
@@ -52,42 +52,42 @@ public:
         Paced
     };
 
-    bool turn() override;
-    std::optional<int> millisecondsToNext() const override;
-    Instant now() const override { return m_now; }
+    bool processDueEvents() override;
+    std::optional<int> millisecondsToNextEvent() const override;
+    Milliseconds now() const override { return m_now; }
 
     bool settle();
-    bool advanceTo(Instant target, const std::function<bool()> &done);
-    bool catchUp(Instant target);
+    bool advanceTo(Milliseconds target, const std::function<bool()> &done);
+    bool catchUp(Milliseconds target);
     void setMode(Mode mode, double factor);
     void restart();
 
-    Agenda agenda;
+    EventQueue queue;
     DeviceThread deviceThread;
-    VirtualDispatcher *dispatcher = nullptr; // the application's
+    VirtualEventDispatcher *dispatcher = nullptr; // the application's
     std::thread::id guiThread;
     std::function<void()> observer;
 
 private:
-    void stepTo(Instant instant) { m_now = std::max(m_now.load(), instant); }
+    void stepTo(Milliseconds instant) { m_now = std::max(m_now.load(), instant); }
     double pacedNow() const;
     void observe();
 
-    std::atomic<Instant> m_now = 0;
+    std::atomic<Milliseconds> m_now = 0;
     quint64 m_performed = 0;
     Mode m_mode = Mode::Stopped;
     double m_factor = 1;
     QElapsedTimer m_wall;
-    Instant m_wallStartsAt = 0;
+    Milliseconds m_wallStartsAt = 0;
     bool m_isObserving = false;
 };
 
 // Everything due at the present instant, in order, with what it posted delivered before the next.
-bool Timeline::Impl::settle()
+bool VirtualClock::Impl::settle()
 {
     const quint64 before = m_performed;
     deliverPosted();
-    while (std::optional<Agenda::Item> item = agenda.take(m_now)) {
+    while (std::optional<EventQueue::Item> item = queue.take(m_now)) {
         ++m_performed;
         if (item->timerId)
             dispatcher->fire(item->timerId);
@@ -99,7 +99,7 @@ bool Timeline::Impl::settle()
     return m_performed != before;
 }
 
-void Timeline::Impl::observe()
+void VirtualClock::Impl::observe()
 {
     if (!observer || m_isObserving)
         return;
@@ -108,12 +108,12 @@ void Timeline::Impl::observe()
     m_isObserving = false;
 }
 
-bool Timeline::Impl::advanceTo(Instant target, const std::function<bool()> &done)
+bool VirtualClock::Impl::advanceTo(Milliseconds target, const std::function<bool()> &done)
 {
     settle();
     if (done && done())
         return true;
-    for (std::optional<Instant> due = agenda.nextDue(); due && *due <= target; due = agenda.nextDue()) {
+    for (std::optional<Milliseconds> due = queue.nextDue(); due && *due <= target; due = queue.nextDue()) {
         stepTo(*due);
         settle();
         if (done && done())
@@ -123,39 +123,39 @@ bool Timeline::Impl::advanceTo(Instant target, const std::function<bool()> &done
     return false;
 }
 
-bool Timeline::Impl::catchUp(Instant target)
+bool VirtualClock::Impl::catchUp(Milliseconds target)
 {
     QElapsedTimer elapsed;
     elapsed.start();
     const quint64 before = m_performed;
-    if (advanceTo(target, [&elapsed] { return elapsed.elapsed() >= longestTurn; }))
+    if (advanceTo(target, [&elapsed] { return elapsed.elapsed() >= MaxCatchUpTime; }))
         setMode(m_mode, m_factor); // falls behind the wall clock rather than shut the operator out
     return m_performed != before;
 }
 
-bool Timeline::Impl::turn()
+bool VirtualClock::Impl::processDueEvents()
 {
     switch (m_mode) {
     case Mode::Stopped:
         return settle();
     case Mode::Paced:
-        return catchUp(static_cast<Instant>(pacedNow()));
+        return catchUp(static_cast<Milliseconds>(pacedNow()));
     case Mode::Fast:
-        if (const std::optional<Instant> due = agenda.nextDue())
+        if (const std::optional<Milliseconds> due = queue.nextDue())
             stepTo(*due);
         return settle();
     }
     return false;
 }
 
-double Timeline::Impl::pacedNow() const
+double VirtualClock::Impl::pacedNow() const
 {
     return static_cast<double>(m_wallStartsAt) + static_cast<double>(m_wall.nsecsElapsed()) / 1e6 * m_factor;
 }
 
-std::optional<int> Timeline::Impl::millisecondsToNext() const
+std::optional<int> VirtualClock::Impl::millisecondsToNextEvent() const
 {
-    const std::optional<Instant> due = agenda.nextDue();
+    const std::optional<Milliseconds> due = queue.nextDue();
     if (!due)
         return std::nullopt;
     if (m_mode == Mode::Fast || *due <= m_now)
@@ -166,7 +166,7 @@ std::optional<int> Timeline::Impl::millisecondsToNext() const
     return static_cast<int>(std::clamp(wait, 0.0, 1e9));
 }
 
-void Timeline::Impl::setMode(Mode mode, double factor)
+void VirtualClock::Impl::setMode(Mode mode, double factor)
 {
     m_mode = mode;
     m_factor = factor;
@@ -174,93 +174,93 @@ void Timeline::Impl::setMode(Mode mode, double factor)
     m_wall.start();
 }
 
-void Timeline::Impl::restart()
+void VirtualClock::Impl::restart()
 {
-    agenda.dropWork();
-    agenda.shiftBack(m_now);
+    queue.dropWork();
+    queue.shiftBack(m_now);
     m_now = 0;
     setMode(Mode::Stopped, 1);
 }
 
-Timeline::Timeline() : d(new Impl)
+VirtualClock::VirtualClock() : d(new Impl)
 {
 }
 
-Timeline::~Timeline() = default;
+VirtualClock::~VirtualClock() = default;
 
-Timeline &Timeline::instance()
+VirtualClock &VirtualClock::instance()
 {
-    static Timeline timeline;
-    return timeline;
+    static VirtualClock clock;
+    return clock;
 }
 
-void Timeline::install()
+void VirtualClock::install()
 {
     // A nested main loop of another library would fire timers of its own.
     qputenv("QT_NO_GLIB", "1");
     Impl &impl = *instance().d;
     impl.guiThread = std::this_thread::get_id();
-    impl.dispatcher = new VirtualDispatcher(impl.agenda, impl);
+    impl.dispatcher = new VirtualEventDispatcher(impl.queue, impl);
     QCoreApplication::setEventDispatcher(impl.dispatcher);
 }
 
-Instant Timeline::now() const
+Milliseconds VirtualClock::now() const
 {
     return d->now();
 }
 
-void Timeline::schedule(Instant delay, std::function<void()> work)
+void VirtualClock::schedule(Milliseconds delay, std::function<void()> work)
 {
-    d->agenda.addWork(d->now() + qMax<Instant>(0, delay), std::move(work));
+    d->queue.addWork(d->now() + qMax<Milliseconds>(0, delay), std::move(work));
     if (currentThread() == ThreadKind::Other && d->dispatcher)
         d->dispatcher->wakeUp();
 }
 
-void Timeline::runOnDevice(const std::function<void()> &work)
+void VirtualClock::runOnDevice(const std::function<void()> &work)
 {
     d->deviceThread.run(work);
 }
 
-ThreadKind Timeline::currentThread() const
+ThreadKind VirtualClock::currentThread() const
 {
     if (d->deviceThread.isCurrent())
         return ThreadKind::Device;
     return std::this_thread::get_id() == d->guiThread ? ThreadKind::Gui : ThreadKind::Other;
 }
 
-void Timeline::settle()
+void VirtualClock::settle()
 {
     d->settle();
 }
 
-void Timeline::advance(Instant duration)
+void VirtualClock::advance(Milliseconds duration)
 {
     d->advanceTo(d->now() + duration, {});
 }
 
-bool Timeline::advanceUntil(Instant duration, const std::function<bool()> &done)
+bool VirtualClock::advanceUntil(Milliseconds duration, const std::function<bool()> &done)
 {
     return d->advanceTo(d->now() + duration, done);
 }
 
-void Timeline::stop()
+void VirtualClock::stop()
 {
     d->setMode(Impl::Mode::Stopped, 1);
 }
 
-void Timeline::run(double factor)
+void VirtualClock::run(double factor)
 {
     d->setMode(factor > 0 ? Impl::Mode::Paced : Impl::Mode::Fast, factor);
     if (d->dispatcher)
         d->dispatcher->wakeUp();
 }
 
-void Timeline::setObserver(std::function<void()> observer)
+void VirtualClock::setObserver(std::function<void()> observer)
 {
     d->observer = std::move(observer);
 }
 
-void Timeline::restart()
+void VirtualClock::restart()
 {
     d->restart();
 }

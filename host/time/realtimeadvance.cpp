@@ -1,4 +1,4 @@
-#include "scenario/wallpace.h"
+#include "time/realtimeadvance.h"
 
 #include <chrono>
 #include <thread>
@@ -7,20 +7,20 @@ namespace panelhost {
 
 namespace {
 
-constexpr Instant Frame = 20;
+constexpr Milliseconds Frame = 20;
 
 }
 
 // Virtual time stands still between two steps, so no Qt timer could tell when the next one is due.
-bool advanceAtWallPace(Timeline &timeline, Instant duration, const std::function<bool()> &done)
+bool advanceInRealTime(VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done)
 {
     auto due = std::chrono::steady_clock::now();
-    const Instant end = timeline.now() + duration;
-    while (timeline.now() < end) {
-        const auto step = qMin(Frame, end - timeline.now());
+    const Milliseconds end = clock.now() + duration;
+    while (clock.now() < end) {
+        const auto step = qMin(Frame, end - clock.now());
         due += std::chrono::milliseconds(step);
         std::this_thread::sleep_until(due);
-        if (timeline.advanceUntil(step, done))
+        if (clock.advanceUntil(step, done))
             return true;
     }
     return false;

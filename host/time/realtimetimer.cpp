@@ -1,4 +1,4 @@
-#include "panel/walltimer.h"
+#include "time/realtimetimer.h"
 
 #include <QtCore/QSocketNotifier>
 
@@ -7,7 +7,7 @@
 
 namespace panelhost {
 
-WallTimer::WallTimer(QObject *parent)
+RealTimeTimer::RealTimeTimer(QObject *parent)
     : QObject(parent), m_descriptor(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
 {
     if (m_descriptor < 0) {
@@ -18,29 +18,29 @@ WallTimer::WallTimer(QObject *parent)
     connect(m_notifier, &QSocketNotifier::activated, this, [this] { drain(); });
 }
 
-WallTimer::~WallTimer()
+RealTimeTimer::~RealTimeTimer()
 {
     delete m_notifier;
     if (m_descriptor >= 0)
         close(m_descriptor);
 }
 
-void WallTimer::start(int milliseconds)
+void RealTimeTimer::start(int milliseconds)
 {
     arm(milliseconds, milliseconds);
 }
 
-void WallTimer::startOnce(int milliseconds)
+void RealTimeTimer::startOnce(int milliseconds)
 {
     arm(milliseconds, 0);
 }
 
-void WallTimer::stop()
+void RealTimeTimer::stop()
 {
     arm(0, 0);
 }
 
-void WallTimer::arm(int first, int next)
+void RealTimeTimer::arm(int first, int next)
 {
     const auto time = [](int ms) { return timespec{ms / 1000, (ms % 1000) * 1000000L}; };
     const itimerspec timing{time(next), time(first)};
@@ -48,7 +48,7 @@ void WallTimer::arm(int first, int next)
         timerfd_settime(m_descriptor, 0, &timing, nullptr);
 }
 
-void WallTimer::drain()
+void RealTimeTimer::drain()
 {
     quint64 expirations = 0;
     if (read(m_descriptor, &expirations, sizeof expirations) == sizeof expirations)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "time/timeline.h"
+#include "time/virtualclock.h"
 
 #include <functional>
 #include <map>
@@ -13,7 +13,7 @@ namespace panelhost {
 
 /// What is due and when: timers of the GUI thread by their identifier, and work of the device thread. One order for
 /// both, by instant and then by the order in which they were put in. Any thread.
-class Agenda
+class EventQueue
 {
 public:
     struct Item
@@ -22,26 +22,26 @@ public:
         std::function<void()> work;
     };
 
-    void addTimer(int timerId, Instant due);
+    void addTimer(int timerId, Milliseconds due);
     void removeTimer(int timerId);
     /// When the timer fires, if it is waiting.
-    std::optional<Instant> dueOf(int timerId) const;
-    void addWork(Instant due, std::function<void()> work);
+    std::optional<Milliseconds> dueTime(int timerId) const;
+    void addWork(Milliseconds due, std::function<void()> work);
     void dropWork();
 
-    std::optional<Instant> nextDue() const;
+    std::optional<Milliseconds> nextDue() const;
     /// Takes the first item out if it is due by @p now.
-    std::optional<Item> take(Instant now);
+    std::optional<Item> take(Milliseconds now);
     /// Moves all items to an earlier instant: the clock has been set back by @p span.
-    void shiftBack(Instant span);
+    void shiftBack(Milliseconds span);
 
 private:
-    using Place = std::pair<Instant, quint64>;
+    using Position = std::pair<Milliseconds, quint64>;
 
     mutable std::mutex m_mutex;
     quint64 m_sequence = 0;
-    std::map<Place, Item> m_items;
-    std::unordered_map<int, Place> m_timers;
+    std::map<Position, Item> m_items;
+    std::unordered_map<int, Position> m_timers;
 };
 
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "time/agenda.h"
+#include "time/eventqueue.h"
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QHash>
@@ -11,31 +11,31 @@
 
 namespace panelhost {
 
-/// What the dispatcher asks of the clock in each turn of the event loop.
-class TurnClock
+/// What the event dispatcher needs of the clock.
+class EventClock
 {
 public:
-    /// Fires what is due in this turn. True if there was anything.
-    virtual bool turn() = 0;
+    /// Fires what is due. Returns true if there was anything.
+    virtual bool processDueEvents() = 0;
     /// Wall milliseconds until the next item is due; nothing when none is to be waited for.
-    virtual std::optional<int> millisecondsToNext() const = 0;
-    virtual Instant now() const = 0;
+    virtual std::optional<int> millisecondsToNextEvent() const = 0;
+    virtual Milliseconds now() const = 0;
 
 protected:
-    ~TurnClock() = default;
+    ~EventClock() = default;
 };
 
 /// The event dispatcher of the GUI thread. Sockets, posted events, input and wake-ups are the native dispatcher's;
-/// the timers stand in the agenda and fire by the virtual clock.
-class VirtualDispatcher : public QAbstractEventDispatcher
+/// the timers stand in the queue and fire by the virtual clock.
+class VirtualEventDispatcher : public QAbstractEventDispatcher
 {
     Q_OBJECT
 
 public:
-    VirtualDispatcher(Agenda &agenda, TurnClock &clock);
-    ~VirtualDispatcher() override;
+    VirtualEventDispatcher(EventQueue &queue, EventClock &clock);
+    ~VirtualEventDispatcher() override;
 
-    /// Sends the event of a timer that was taken from the agenda, and puts it in again for its next turn.
+    /// Sends the event of a timer that was taken from the queue, and puts it in again for its next turn.
     void fire(int timerId);
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;
@@ -64,8 +64,8 @@ private:
     void makeNative();
     void waitForInput(QEventLoop::ProcessEventsFlags flags);
 
-    Agenda &m_agenda;
-    TurnClock &m_clock;
+    EventQueue &m_queue;
+    EventClock &m_clock;
     std::unique_ptr<QAbstractEventDispatcher> m_native;
     bool m_isPlatformNative = false;
     QList<QSocketNotifier *> m_notifiers;

@@ -1,4 +1,4 @@
-#include "time/virtualdispatcher.h"
+#include "time/virtualeventdispatcher.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimerEvent>
@@ -9,19 +9,19 @@
 
 namespace panelhost {
 
-VirtualDispatcher::VirtualDispatcher(Agenda &agenda, TurnClock &clock)
-    : m_agenda(agenda), m_clock(clock), m_wakerTimer(QAbstractEventDispatcherPrivate::allocateTimerId())
+VirtualEventDispatcher::VirtualEventDispatcher(EventQueue &queue, EventClock &clock)
+    : m_queue(queue), m_clock(clock), m_wakerTimer(QAbstractEventDispatcherPrivate::allocateTimerId())
 {
 }
 
-VirtualDispatcher::~VirtualDispatcher()
+VirtualEventDispatcher::~VirtualEventDispatcher()
 {
     QAbstractEventDispatcherPrivate::releaseTimerId(m_wakerTimer);
 }
 
 // The platform's own dispatcher brings its input in. There is none before the platform has been set up, and never
 // one without a GUI: until then the plain one of the system does.
-QAbstractEventDispatcher &VirtualDispatcher::native()
+QAbstractEventDispatcher &VirtualEventDispatcher::native()
 {
     const bool hasPlatform = QGuiApplicationPrivate::platformIntegration();
     if (!m_native || (hasPlatform && !m_isPlatformNative))
@@ -29,7 +29,7 @@ QAbstractEventDispatcher &VirtualDispatcher::native()
     return *m_native;
 }
 
-void VirtualDispatcher::makeNative()
+void VirtualEventDispatcher::makeNative()
 {
     const QList<QSocketNotifier *> notifiers = m_notifiers;
     for (QSocketNotifier *notifier : notifiers) {
@@ -44,13 +44,13 @@ void VirtualDispatcher::makeNative()
         m_native->registerSocketNotifier(notifier);
 }
 
-void VirtualDispatcher::fire(int timerId)
+void VirtualEventDispatcher::fire(int timerId)
 {
     const auto timer = m_timers.find(timerId);
     if (timer == m_timers.end())
         return;
     // A repeating timer of 0 ms would never let an instant pass: it comes again a millisecond later.
-    m_agenda.addTimer(timerId, m_clock.now() + qMax(1, timer->interval));
+    m_queue.addTimer(timerId, m_clock.now() + qMax(1, timer->interval));
     if (timer->isFiring)
         return;
     timer->isFiring = true;
@@ -61,11 +61,11 @@ void VirtualDispatcher::fire(int timerId)
         after->isFiring = false;
 }
 
-bool VirtualDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
+bool VirtualEventDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
 {
     m_interrupted = false;
     Q_EMIT awake();
-    bool didAnything = !flags.testFlag(QEventLoop::X11ExcludeTimers) && m_clock.turn();
+    bool didAnything = !flags.testFlag(QEventLoop::X11ExcludeTimers) && m_clock.processDueEvents();
     if (m_interrupted)
         return didAnything;
     auto notWaiting = flags;
@@ -78,10 +78,10 @@ bool VirtualDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
 }
 
 // Input that arrives while waiting stays in its queue for the next turn, when the clock shows its instant.
-void VirtualDispatcher::waitForInput(QEventLoop::ProcessEventsFlags flags)
+void VirtualEventDispatcher::waitForInput(QEventLoop::ProcessEventsFlags flags)
 {
     const std::optional<int> wait =
-        flags.testFlag(QEventLoop::X11ExcludeTimers) ? std::nullopt : m_clock.millisecondsToNext();
+        flags.testFlag(QEventLoop::X11ExcludeTimers) ? std::nullopt : m_clock.millisecondsToNextEvent();
     if (wait == 0)
         return;
     Q_EMIT aboutToBlock();
@@ -91,38 +91,38 @@ void VirtualDispatcher::waitForInput(QEventLoop::ProcessEventsFlags flags)
     native().unregisterTimer(m_wakerTimer);
 }
 
-bool VirtualDispatcher::hasPendingEvents()
+bool VirtualEventDispatcher::hasPendingEvents()
 {
-    const std::optional<Instant> due = m_agenda.nextDue();
+    const std::optional<Milliseconds> due = m_queue.nextDue();
     return (due && *due <= m_clock.now()) || native().hasPendingEvents();
 }
 
-void VirtualDispatcher::registerSocketNotifier(QSocketNotifier *notifier)
+void VirtualEventDispatcher::registerSocketNotifier(QSocketNotifier *notifier)
 {
     native().registerSocketNotifier(notifier);
     m_notifiers << notifier;
 }
 
-void VirtualDispatcher::unregisterSocketNotifier(QSocketNotifier *notifier)
+void VirtualEventDispatcher::unregisterSocketNotifier(QSocketNotifier *notifier)
 {
     m_notifiers.removeOne(notifier);
     native().unregisterSocketNotifier(notifier);
 }
 
-void VirtualDispatcher::registerTimer(int timerId, int interval, Qt::TimerType timerType, QObject *object)
+void VirtualEventDispatcher::registerTimer(int timerId, int interval, Qt::TimerType timerType, QObject *object)
 {
     m_timers.insert(timerId, {object, interval, timerType, false});
-    m_agenda.addTimer(timerId, m_clock.now() + interval);
+    m_queue.addTimer(timerId, m_clock.now() + interval);
     wakeUp();
 }
 
-bool VirtualDispatcher::unregisterTimer(int timerId)
+bool VirtualEventDispatcher::unregisterTimer(int timerId)
 {
-    m_agenda.removeTimer(timerId);
+    m_queue.removeTimer(timerId);
     return m_timers.remove(timerId) > 0;
 }
 
-bool VirtualDispatcher::unregisterTimers(QObject *object)
+bool VirtualEventDispatcher::unregisterTimers(QObject *object)
 {
     const QList<TimerInfo> timers = registeredTimers(object);
     for (const TimerInfo &timer : timers)
@@ -130,7 +130,7 @@ bool VirtualDispatcher::unregisterTimers(QObject *object)
     return !timers.isEmpty();
 }
 
-QList<QAbstractEventDispatcher::TimerInfo> VirtualDispatcher::registeredTimers(QObject *object) const
+QList<QAbstractEventDispatcher::TimerInfo> VirtualEventDispatcher::registeredTimers(QObject *object) const
 {
     QList<TimerInfo> result;
     for (auto timer = m_timers.begin(); timer != m_timers.end(); ++timer) {
@@ -140,25 +140,25 @@ QList<QAbstractEventDispatcher::TimerInfo> VirtualDispatcher::registeredTimers(Q
     return result;
 }
 
-int VirtualDispatcher::remainingTime(int timerId)
+int VirtualEventDispatcher::remainingTime(int timerId)
 {
-    const std::optional<Instant> due = m_agenda.dueOf(timerId);
-    return due ? static_cast<int>(qMax<Instant>(0, *due - m_clock.now())) : -1;
+    const std::optional<Milliseconds> due = m_queue.dueTime(timerId);
+    return due ? static_cast<int>(qMax<Milliseconds>(0, *due - m_clock.now())) : -1;
 }
 
-void VirtualDispatcher::wakeUp()
+void VirtualEventDispatcher::wakeUp()
 {
     if (m_native)
         m_native->wakeUp();
 }
 
-void VirtualDispatcher::interrupt()
+void VirtualEventDispatcher::interrupt()
 {
     m_interrupted = true;
     native().interrupt();
 }
 
-void VirtualDispatcher::flush()
+void VirtualEventDispatcher::flush()
 {
     native().flush();
 }

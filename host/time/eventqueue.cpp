@@ -1,16 +1,16 @@
-#include "time/agenda.h"
+#include "time/eventqueue.h"
 
 namespace panelhost {
 
-void Agenda::addTimer(int timerId, Instant due)
+void EventQueue::addTimer(int timerId, Milliseconds due)
 {
     const std::lock_guard lock(m_mutex);
-    const Place place(due, m_sequence++);
-    m_timers[timerId] = place;
-    m_items[place].timerId = timerId;
+    const Position position(due, m_sequence++);
+    m_timers[timerId] = position;
+    m_items[position].timerId = timerId;
 }
 
-void Agenda::removeTimer(int timerId)
+void EventQueue::removeTimer(int timerId)
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_timers.find(timerId);
@@ -20,22 +20,22 @@ void Agenda::removeTimer(int timerId)
     m_timers.erase(found);
 }
 
-std::optional<Instant> Agenda::dueOf(int timerId) const
+std::optional<Milliseconds> EventQueue::dueTime(int timerId) const
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_timers.find(timerId);
     return found == m_timers.end() ? std::nullopt : std::make_optional(found->second.first);
 }
 
-void Agenda::addWork(Instant due, std::function<void()> work)
+void EventQueue::addWork(Milliseconds due, std::function<void()> work)
 {
     const std::lock_guard lock(m_mutex);
-    m_items[Place(due, m_sequence++)].work = std::move(work);
+    m_items[Position(due, m_sequence++)].work = std::move(work);
 }
 
-void Agenda::dropWork()
+void EventQueue::dropWork()
 {
-    std::map<Place, Item> dropped; // ends outside the lock: work may hold objects that call back
+    std::map<Position, Item> dropped; // ends outside the lock: work may hold objects that call back
     const std::lock_guard lock(m_mutex);
     for (auto item = m_items.begin(); item != m_items.end();) {
         const auto next = std::next(item);
@@ -45,13 +45,13 @@ void Agenda::dropWork()
     }
 }
 
-std::optional<Instant> Agenda::nextDue() const
+std::optional<Milliseconds> EventQueue::nextDue() const
 {
     const std::lock_guard lock(m_mutex);
     return m_items.empty() ? std::nullopt : std::make_optional(m_items.begin()->first.first);
 }
 
-std::optional<Agenda::Item> Agenda::take(Instant now)
+std::optional<EventQueue::Item> EventQueue::take(Milliseconds now)
 {
     const std::lock_guard lock(m_mutex);
     if (m_items.empty() || m_items.begin()->first.first > now)
@@ -62,14 +62,14 @@ std::optional<Agenda::Item> Agenda::take(Instant now)
     return item;
 }
 
-void Agenda::shiftBack(Instant span)
+void EventQueue::shiftBack(Milliseconds span)
 {
     const std::lock_guard lock(m_mutex);
-    std::map<Place, Item> moved;
-    for (auto &[place, item] : m_items)
-        moved.emplace_hint(moved.end(), Place(place.first - span, place.second), std::move(item));
-    for (auto &[timerId, place] : m_timers)
-        place.first -= span;
+    std::map<Position, Item> moved;
+    for (auto &[position, item] : m_items)
+        moved.emplace_hint(moved.end(), Position(position.first - span, position.second), std::move(item));
+    for (auto &[timerId, position] : m_timers)
+        position.first -= span;
     m_items = std::move(moved);
 }
 

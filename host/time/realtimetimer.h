@@ -8,13 +8,13 @@ namespace panelhost {
 
 /// A timer that follows the wall clock while every QTimer of the process follows the virtual one. For redrawing and
 /// for telling a press from a hold, which must go on when virtual time is paused or races. GUI thread.
-class WallTimer : public QObject
+class RealTimeTimer : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit WallTimer(QObject *parent = nullptr);
-    ~WallTimer() override;
+    explicit RealTimeTimer(QObject *parent = nullptr);
+    ~RealTimeTimer() override;
 
     void start(int milliseconds);
     void startOnce(int milliseconds);

@@ -9,31 +9,31 @@
 using namespace panelhost;
 
 /// The clock: order, instants, the two threads, and how it runs by the wall clock.
-class tst_Timeline : public QObject
+class tst_VirtualClock : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        timeline.setObserver({});
-        timeline.restart();
+        clock.setObserver({});
+        clock.restart();
         seen.clear();
     }
 
     void timersAndDeviceWorkRunInOneOrder()
     {
         note(30, QStringLiteral("timer 30"));
-        timeline.schedule(10, [this] { see(QStringLiteral("device 10")); });
+        clock.schedule(10, [this] { see(QStringLiteral("device 10")); });
         note(10, QStringLiteral("timer 10"));
-        timeline.schedule(30, [this] { see(QStringLiteral("device 30")); });
+        clock.schedule(30, [this] { see(QStringLiteral("device 30")); });
 
-        timeline.advance(100);
+        clock.advance(100);
 
         QCOMPARE(seen,
                  (QStringList{QStringLiteral("10 device 10"), QStringLiteral("10 timer 10"),
                               QStringLiteral("30 timer 30"), QStringLiteral("30 device 30")}));
-        QCOMPARE(timeline.now(), Instant(100));
+        QCOMPARE(clock.now(), Milliseconds(100));
     }
 
     void aRepeatingTimerKeepsItsBeat()
@@ -42,7 +42,7 @@ private Q_SLOTS:
         connect(&timer, &QTimer::timeout, this, [this] { see(QStringLiteral("beat")); });
         timer.start(2000);
 
-        timeline.advance(7000);
+        clock.advance(7000);
 
         QCOMPARE(seen,
                  (QStringList{QStringLiteral("2000 beat"), QStringLiteral("4000 beat"), QStringLiteral("6000 beat")}));
@@ -55,24 +55,24 @@ private Q_SLOTS:
         connect(&repeating, &QTimer::timeout, this, [this] { see(QStringLiteral("repeat")); });
         repeating.start(0);
 
-        timeline.settle();
+        clock.settle();
         repeating.stop();
 
         QCOMPARE(seen, (QStringList{QStringLiteral("0 single shot"), QStringLiteral("0 repeat")}));
-        QCOMPARE(timeline.now(), Instant(0));
+        QCOMPARE(clock.now(), Milliseconds(0));
     }
 
     void settlingDeliversWhatOneThreadAsksOfTheOther()
     {
-        timeline.schedule(0, [this] {
+        clock.schedule(0, [this] {
             see(QStringLiteral("device"));
             QTimer::singleShot(0, this, [this] {
                 see(QStringLiteral("gui"));
-                timeline.schedule(0, [this] { see(QStringLiteral("device again")); });
+                clock.schedule(0, [this] { see(QStringLiteral("device again")); });
             });
         });
 
-        timeline.settle();
+        clock.settle();
 
         QCOMPARE(seen,
                  (QStringList{QStringLiteral("0 device"), QStringLiteral("0 gui"), QStringLiteral("0 device again")}));
@@ -80,21 +80,21 @@ private Q_SLOTS:
 
     void eachKindOfThreadKnowsItself()
     {
-        QCOMPARE(timeline.currentThread(), ThreadKind::Gui);
+        QCOMPARE(clock.currentThread(), ThreadKind::Gui);
         ThreadKind onDevice = ThreadKind::Gui;
-        timeline.runOnDevice([&] { onDevice = timeline.currentThread(); });
+        clock.runOnDevice([&] { onDevice = clock.currentThread(); });
         QCOMPARE(onDevice, ThreadKind::Device);
         ThreadKind elsewhere = ThreadKind::Gui;
-        std::thread([&] { elsewhere = timeline.currentThread(); }).join();
+        std::thread([&] { elsewhere = clock.currentThread(); }).join();
         QCOMPARE(elsewhere, ThreadKind::Other);
     }
 
     void workFromTheDeviceThreadInPlace()
     {
         QString order;
-        timeline.runOnDevice([&] {
+        clock.runOnDevice([&] {
             order += QLatin1Char('a');
-            timeline.runOnDevice([&] { order += QLatin1Char('b'); });
+            clock.runOnDevice([&] { order += QLatin1Char('b'); });
             order += QLatin1Char('c');
         });
         QCOMPARE(order, QStringLiteral("abc"));
@@ -107,10 +107,10 @@ private Q_SLOTS:
         connect(&timer, &QTimer::timeout, this, [&beats] { ++beats; });
         timer.start(100);
 
-        QVERIFY(timeline.advanceUntil(10'000, [&beats] { return beats == 3; }));
-        QCOMPARE(timeline.now(), Instant(300));
-        QVERIFY(!timeline.advanceUntil(1'000, [] { return false; }));
-        QCOMPARE(timeline.now(), Instant(1300));
+        QVERIFY(clock.advanceUntil(10'000, [&beats] { return beats == 3; }));
+        QCOMPARE(clock.now(), Milliseconds(300));
+        QVERIFY(!clock.advanceUntil(1'000, [] { return false; }));
+        QCOMPARE(clock.now(), Milliseconds(1300));
     }
 
     void theObserverLooksOnceForEachInstant()
@@ -119,10 +119,10 @@ private Q_SLOTS:
         note(10, QStringLiteral("second"));
         note(20, QStringLiteral("third"));
         QStringList looks;
-        timeline.setObserver(
-            [&] { looks << QString::number(timeline.now()) + QLatin1Char(':') + QString::number(seen.size()); });
+        clock.setObserver(
+            [&] { looks << QString::number(clock.now()) + QLatin1Char(':') + QString::number(seen.size()); });
 
-        timeline.advance(50);
+        clock.advance(50);
 
         QCOMPARE(looks, (QStringList{QStringLiteral("0:0"), QStringLiteral("10:2"), QStringLiteral("20:3")}));
     }
@@ -137,7 +137,7 @@ private Q_SLOTS:
         while (wall.elapsed() < 30)
             QCoreApplication::processEvents();
         QCOMPARE(fired.count(), 0);
-        QCOMPARE(timeline.now(), Instant(0));
+        QCOMPARE(clock.now(), Milliseconds(0));
     }
 
     void pacedTimeFollowsTheWallClock()
@@ -146,11 +146,11 @@ private Q_SLOTS:
         wall.start();
         QEventLoop loop;
         QTimer::singleShot(2000, &loop, &QEventLoop::quit);
-        timeline.run(20);
+        clock.run(20);
         loop.exec();
-        timeline.stop();
+        clock.stop();
         QVERIFY(wall.elapsed() >= 90);
-        QVERIFY(timeline.now() >= 2000);
+        QVERIFY(clock.now() >= 2000);
     }
 
     void fastTimeDoesNotWait()
@@ -159,23 +159,23 @@ private Q_SLOTS:
         wall.start();
         QEventLoop loop;
         QTimer::singleShot(3'600'000, &loop, &QEventLoop::quit);
-        timeline.run(0);
+        clock.run(0);
         loop.exec();
-        timeline.stop();
-        QCOMPARE(timeline.now(), Instant(3'600'000));
+        clock.stop();
+        QCOMPARE(clock.now(), Milliseconds(3'600'000));
         QVERIFY(wall.elapsed() < 10'000);
     }
 
     void workFromAnotherThreadWakesTheLoop()
     {
         QEventLoop loop;
-        timeline.run(1);
+        clock.run(1);
         std::thread other(
-            [&] { timeline.schedule(0, [&] { QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection); }); });
+            [&] { clock.schedule(0, [&] { QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection); }); });
         loop.exec();
         other.join();
-        timeline.stop();
-        QCOMPARE(timeline.currentThread(), ThreadKind::Gui);
+        clock.stop();
+        QCOMPARE(clock.currentThread(), ThreadKind::Gui);
     }
 
     void seventySixThousandSecondsInAWink()
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QElapsedTimer wall;
         wall.start();
 
-        timeline.advance(76'000'000);
+        clock.advance(76'000'000);
 
         QCOMPARE(beats, 38'000);
         qInfo("76,000 s of a 2 s timer in %lld ms", wall.elapsed());
@@ -202,33 +202,33 @@ private Q_SLOTS:
             timer->deleteLater();
         });
         timer->start(10);
-        timeline.advance(100);
+        clock.advance(100);
         QCOMPARE(seen, (QStringList{QStringLiteral("10 last")}));
     }
 
     void restartDropsTheDevicesWorkAndKeepsTimers()
     {
-        timeline.advance(1000);
+        clock.advance(1000);
         note(500, QStringLiteral("timer"));
-        timeline.schedule(100, [this] { see(QStringLiteral("dropped")); });
+        clock.schedule(100, [this] { see(QStringLiteral("dropped")); });
 
-        timeline.restart();
-        QCOMPARE(timeline.now(), Instant(0));
-        timeline.advance(1000);
+        clock.restart();
+        QCOMPARE(clock.now(), Milliseconds(0));
+        clock.advance(1000);
 
         QCOMPARE(seen, (QStringList{QStringLiteral("500 timer")}));
     }
 
 private:
-    void see(const QString &what) { seen << QString::number(timeline.now()) + QLatin1Char(' ') + what; }
+    void see(const QString &what) { seen << QString::number(clock.now()) + QLatin1Char(' ') + what; }
     void note(int delay, const QString &what)
     {
         QTimer::singleShot(delay, this, [this, what] { see(what); });
     }
 
-    Timeline &timeline = Timeline::instance();
+    VirtualClock &clock = VirtualClock::instance();
     QStringList seen;
 };
 
-PANELHOST_TEST_MAIN(tst_Timeline)
-#include "tst_timeline.moc"
+PANELHOST_TEST_MAIN(tst_VirtualClock)
+#include "tst_virtualclock.moc"

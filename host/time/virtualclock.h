@@ -7,8 +7,8 @@
 
 namespace panelhost {
 
-/// Virtual milliseconds since the process began its session.
-using Instant = qint64;
+/// Virtual time in milliseconds: a point in time, counted from the beginning of the session, or a duration.
+using Milliseconds = qint64;
 
 /// On which thread something happens, as the journal names it.
 enum class ThreadKind {
@@ -22,17 +22,17 @@ enum class ThreadKind {
 /// GUI thread and device thread never run at once: the GUI thread hands the baton over when it has come to rest and
 /// takes it back when the device thread has. So what happens depends on the operator's actions and their instants
 /// alone, not on the machine's speed. GUI thread only, but for now() and schedule().
-class Timeline
+class VirtualClock
 {
 public:
     /// Puts the event dispatcher in place. Before the application object is made; once in a process.
     static void install();
-    static Timeline &instance();
+    static VirtualClock &instance();
 
-    Instant now() const;
+    Milliseconds now() const;
 
     /// Runs @p work on the device thread at the instant now() + @p delay. Any thread.
-    void schedule(Instant delay, std::function<void()> work);
+    void schedule(Milliseconds delay, std::function<void()> work);
     /// Runs @p work on the device thread at once and waits for it; in place when called on the device thread. For
     /// what a device does in the middle of a call. GUI or device thread.
     void runOnDevice(const std::function<void()> &work);
@@ -41,9 +41,9 @@ public:
     /// Delivers all that is due at the present instant, on both threads, until nothing is left.
     void settle();
     /// Fires all that is due up to now() + @p duration, each at its own instant, settling in between.
-    void advance(Instant duration);
+    void advance(Milliseconds duration);
     /// Like advance(), but stops as soon as @p done says so. True if it did.
-    bool advanceUntil(Instant duration, const std::function<bool()> &done);
+    bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
 
     /// How virtual time runs while the event loop waits. Stopped: only advance() moves it (play). Otherwise it
     /// follows the wall clock times @p factor; 0 means as fast as it goes.
@@ -58,9 +58,9 @@ public:
     void restart();
 
 private:
-    Timeline();
-    ~Timeline();
-    Q_DISABLE_COPY(Timeline)
+    VirtualClock();
+    ~VirtualClock();
+    Q_DISABLE_COPY(VirtualClock)
 
     class Impl;
     std::unique_ptr<Impl> d;
