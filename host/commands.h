@@ -37,12 +37,4 @@ int runRecord(const CommandLine &line);
 int runCheck(const CommandLine &line);
 int runInfo(const CommandLine &line);
 
-/// Writes "panelhost: <sentence>" to the standard error output; returns the exit status 2.
-int refuse(const QString &sentence);
-
-/// Style, palette and the clock of panelhost: prepareProcess() before the application object is made, with the
-/// command's @p needsDisplay; prepareApplication() after.
-void prepareProcess(bool needsDisplay);
-void prepareApplication();
-
 }

@@ -2,7 +2,9 @@
 
 #include "application/display.h"
 #include "application/output.h"
+#include "application/prepare.h"
 #include "commandline.h"
+#include "diagnostics/reporterror.h"
 
 #include <QtWidgets/QApplication>
 
@@ -12,7 +14,7 @@ int main(int argc, char **argv)
     const bool needsDisplay = panelhost::needsDisplay(argc, argv);
     QString error;
     if (!panelhost::isDisplayReachable(needsDisplay, argc, argv, &error))
-        return panelhost::refuse(error);
+        return panelhost::reportError(error);
     panelhost::prepareProcess(needsDisplay);
     QApplication application(argc, argv);
     panelhost::prepareApplication();

@@ -1,6 +1,6 @@
 #include "application/output.h"
 
-#include "commands.h"
+#include "diagnostics/reporterror.h"
 
 #include <cerrno>
 #include <csignal>
@@ -52,7 +52,8 @@ int statusAfterOutput(int status)
         firstError = errno;
     if (firstError == 0)
         return status;
-    return refuse(QStringLiteral("The output was lost: %1.").arg(QString::fromLocal8Bit(std::strerror(firstError))));
+    return reportError(
+        QStringLiteral("The output was lost: %1.").arg(QString::fromLocal8Bit(std::strerror(firstError))));
 }
 
 }

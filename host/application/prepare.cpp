@@ -1,5 +1,7 @@
-#include "commands.h"
+#include "application/prepare.h"
+
 #include "session/loadprobe.h"
+#include "time/virtualclock.h"
 
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
@@ -7,7 +9,6 @@
 #include <QtWidgets/QStyleFactory>
 
 #include <csignal>
-#include <cstdio>
 
 namespace panelhost {
 
@@ -47,12 +48,6 @@ void prepareApplication()
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
     QApplication::setEffectEnabled(Qt::UI_AnimateTooltip, false);
-}
-
-int refuse(const QString &sentence)
-{
-    std::fprintf(stderr, "panelhost: %s\n", sentence.toLocal8Bit().constData());
-    return 2;
 }
 
 }

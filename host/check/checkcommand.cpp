@@ -1,6 +1,7 @@
 #include "application/output.h"
 #include "check/checker.h"
 #include "commands.h"
+#include "diagnostics/reporterror.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -32,12 +33,12 @@ int runCheck(const CommandLine &line)
 {
     const auto directory = directoryOf(line);
     if (!QFileInfo(directory).isDir())
-        return refuse(QStringLiteral("\"%1\" is no directory.").arg(directory));
-    const auto findings = checkDirectory(directory);
-    for (const auto &finding : findings)
-        print(finding.toLine() + QLatin1Char('\n'));
-    const int errors = countOf(findings, Finding::Severity::Error);
-    const int warnings = countOf(findings, Finding::Severity::Warning);
+        return reportError(QStringLiteral("\"%1\" is no directory.").arg(directory));
+    const auto diagnostics = checkDirectory(directory);
+    for (const auto &diagnostic : diagnostics)
+        print(diagnostic.toLine() + QLatin1Char('\n'));
+    const int errors = countOf(diagnostics, Diagnostic::Severity::Error);
+    const int warnings = countOf(diagnostics, Diagnostic::Severity::Warning);
     std::fprintf(stderr, "panelhost: %s: %d error%s, %d warning%s\n", qPrintable(directory), errors, plural(errors),
                  warnings, plural(warnings));
     const bool isRefused = errors > 0 || (warnings > 0 && line.parser.isSet(QStringLiteral("strict")));

@@ -5,11 +5,11 @@
 
 namespace panelhost {
 
-Findings checkDirectory(const QString &directory)
+Diagnostics checkDirectory(const QString &directory)
 {
     const auto path = QStringLiteral("%1/%2");
-    return sortedByPlace(checkMenu(path.arg(directory, QStringLiteral("factorymenu.xml"))))
-        + sortedByPlace(checkKeyList(path.arg(directory, QStringLiteral("factorykeychecklist.xml"))));
+    return sortedByLocation(checkMenu(path.arg(directory, QStringLiteral("factorymenu.xml"))))
+        + sortedByLocation(checkKeyList(path.arg(directory, QStringLiteral("factorykeychecklist.xml"))));
 }
 
 }

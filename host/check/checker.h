@@ -1,10 +1,10 @@
 #pragma once
 
-#include "check/finding.h"
+#include "diagnostics/diagnostic.h"
 
 namespace panelhost {
 
-/// The findings about both configuration files in @p directory, in the order of the files.
-Findings checkDirectory(const QString &directory);
+/// The diagnostics about both configuration files in @p directory, in the order of the files.
+Diagnostics checkDirectory(const QString &directory);
 
 }

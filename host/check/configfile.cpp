@@ -49,11 +49,12 @@ bool ConfigFile::read()
     QFile file(m_path);
     // A pipe in its place would block for ever.
     if (file.exists() && !QFileInfo(file).isFile()) {
-        add({}, Finding::Severity::Error, QStringLiteral("not a file"));
+        add({}, Diagnostic::Severity::Error, QStringLiteral("not a file"));
         return false;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        add({}, Finding::Severity::Error, logText("Failed to open config file:", m_path, "Error:", file.errorString()));
+        add({}, Diagnostic::Severity::Error,
+            logText("Failed to open config file:", m_path, "Error:", file.errorString()));
         return false;
     }
     m_data = file.read(MaxSize + 1);
@@ -66,7 +67,7 @@ bool ConfigFile::isWithinBounds()
 {
     if (m_data.size() <= MaxSize && depthBound(m_data) <= MaxTags)
         return true;
-    add({}, Finding::Severity::Error,
+    add({}, Diagnostic::Severity::Error,
         QStringLiteral("not read: larger than %1 bytes or %2 tags").arg(MaxSize).arg(MaxTags));
     return false;
 }
@@ -74,11 +75,12 @@ bool ConfigFile::isWithinBounds()
 bool ConfigFile::parse()
 {
     QString message;
-    Place place;
-    if (m_document.setContent(m_data, true, &message, &place.line, &place.column))
+    SourceLocation location;
+    if (m_document.setContent(m_data, true, &message, &location.line, &location.column))
         return true;
-    add(place, Finding::Severity::Error,
-        logText("Failed to parse XML:", m_path, "Error:", message, "at line", place.line, "column", place.column));
+    add(location, Diagnostic::Severity::Error,
+        logText("Failed to parse XML:", m_path, "Error:", message, "at line", location.line, "column",
+                location.column));
     return false;
 }
 
@@ -86,23 +88,23 @@ bool ConfigFile::checkRoot()
 {
     const auto root = m_document.documentElement();
     const auto version = root.attribute(QStringLiteral("version"));
-    const auto refuse = [&](const QString &text) {
+    const auto fail = [&](const QString &text) {
         error(root, text);
         return false;
     };
     if (root.isNull())
-        return refuse(logText("XML has no root element:", m_path));
+        return fail(logText("XML has no root element:", m_path));
     if (root.tagName() != QLatin1String("LCD"))
-        return refuse(logText("Root element is not LCD, got:", root.tagName(), "in file:", m_path));
+        return fail(logText("Root element is not LCD, got:", root.tagName(), "in file:", m_path));
     if (!root.hasAttribute(QStringLiteral("version")) || version == QLatin1String("1.0"))
         return true;
-    return refuse(m_versionMessageNamesValue ? logText("XML version is not 1.0, got:", version, "in file:", m_path)
-                                             : logText("XML version is not 1.0 in file:", m_path));
+    return fail(m_versionMessageNamesValue ? logText("XML version is not 1.0, got:", version, "in file:", m_path)
+                                           : logText("XML version is not 1.0 in file:", m_path));
 }
 
 void ConfigFile::validateAgainst(const QString &schemaName)
 {
-    m_findings += validate(m_data, m_path, schemaName);
+    m_diagnostics += validate(m_data, m_path, schemaName);
 }
 
 QDomElement ConfigFile::list(const QString &tag)
@@ -116,29 +118,29 @@ QDomElement ConfigFile::list(const QString &tag)
 
 void ConfigFile::error(const QDomElement &where, const QString &text)
 {
-    add(placeOf(where), Finding::Severity::Error, text);
+    add(locationOf(where), Diagnostic::Severity::Error, text);
 }
 
 void ConfigFile::warn(const QDomElement &where, const QString &text)
 {
-    add(placeOf(where), Finding::Severity::Warning, text);
+    add(locationOf(where), Diagnostic::Severity::Warning, text);
 }
 
 // The document knows where a start tag ends. Between there and its beginning no second '<' can stand.
-Place ConfigFile::placeOf(const QDomElement &element) const
+SourceLocation ConfigFile::locationOf(const QDomElement &element) const
 {
-    Place place{element.lineNumber(), element.columnNumber()};
-    if (place.line < 1 || place.line > m_lines.size())
+    SourceLocation location{element.lineNumber(), element.columnNumber()};
+    if (location.line < 1 || location.line > m_lines.size())
         return {};
-    int begin = m_lines.at(place.line - 1).lastIndexOf(QLatin1Char('<'), place.column - 1);
-    while (begin < 0 && place.line > 1)
-        begin = m_lines.at(--place.line - 1).lastIndexOf(QLatin1Char('<'));
-    return {place.line, qMax(begin, 0) + 1};
+    int begin = m_lines.at(location.line - 1).lastIndexOf(QLatin1Char('<'), location.column - 1);
+    while (begin < 0 && location.line > 1)
+        begin = m_lines.at(--location.line - 1).lastIndexOf(QLatin1Char('<'));
+    return {location.line, qMax(begin, 0) + 1};
 }
 
-void ConfigFile::add(Place place, Finding::Severity severity, const QString &text)
+void ConfigFile::add(SourceLocation location, Diagnostic::Severity severity, const QString &text)
 {
-    m_findings.append({m_path, place, severity, text});
+    m_diagnostics.append({m_path, location, severity, text});
 }
 
 QList<QDomElement> childrenOf(const QDomElement &parent, const QString &tag)

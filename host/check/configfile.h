@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/finding.h"
+#include "diagnostics/diagnostic.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QStringList>
@@ -8,7 +8,7 @@
 
 namespace panelhost {
 
-/// One of the two configuration files, read as the component reads it, with the findings made so far. What the
+/// One of the two configuration files, read as the component reads it, with the diagnostics made so far. What the
 /// component's parsers refuse is said in their words, so that a line of the component's log can be searched for.
 class ConfigFile
 {
@@ -25,9 +25,9 @@ public:
     void error(const QDomElement &where, const QString &text);
     void warn(const QDomElement &where, const QString &text);
     /// Where the start tag of @p element begins.
-    Place placeOf(const QDomElement &element) const;
+    SourceLocation locationOf(const QDomElement &element) const;
 
-    const Findings &findings() const { return m_findings; }
+    const Diagnostics &diagnostics() const { return m_diagnostics; }
     QString path() const { return m_path; }
 
     /// True if only this file's version message names the value found.
@@ -38,13 +38,13 @@ private:
     bool parse();
     bool checkRoot();
     bool isWithinBounds();
-    void add(Place place, Finding::Severity severity, const QString &text);
+    void add(SourceLocation location, Diagnostic::Severity severity, const QString &text);
 
     QString m_path;
     QByteArray m_data;
     QStringList m_lines;
     QDomDocument m_document;
-    Findings m_findings;
+    Diagnostics m_diagnostics;
     bool m_versionMessageNamesValue = false;
 };
 

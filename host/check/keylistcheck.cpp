@@ -13,7 +13,7 @@ class KeyListCheck
 public:
     explicit KeyListCheck(const QString &path) : m_file(path) {}
 
-    Findings run();
+    Diagnostics run();
 
 private:
     void checkKeys(const QDomElement &list);
@@ -26,15 +26,15 @@ QString nameOf(const QDomElement &key)
     return key.attribute(QStringLiteral("Name")).trimmed();
 }
 
-Findings KeyListCheck::run()
+Diagnostics KeyListCheck::run()
 {
     if (!m_file.load())
-        return m_file.findings();
+        return m_file.diagnostics();
     m_file.validateAgainst(QStringLiteral("factorykeychecklist.xsd"));
     const auto list = m_file.list(QStringLiteral("LcdKeys"));
     if (!list.isNull())
         checkKeys(list);
-    return m_file.findings();
+    return m_file.diagnostics();
 }
 
 void KeyListCheck::checkKeys(const QDomElement &list)
@@ -49,7 +49,7 @@ void KeyListCheck::checkKeys(const QDomElement &list)
 
 }
 
-Findings checkKeyList(const QString &path)
+Diagnostics checkKeyList(const QString &path)
 {
     return KeyListCheck(path).run();
 }

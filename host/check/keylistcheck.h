@@ -1,10 +1,10 @@
 #pragma once
 
-#include "check/finding.h"
+#include "diagnostics/diagnostic.h"
 
 namespace panelhost {
 
 /// What the component refuses in the key check list at @p path, and what it accepts but nobody means.
-Findings checkKeyList(const QString &path);
+Diagnostics checkKeyList(const QString &path);
 
 }

@@ -27,7 +27,7 @@ class MenuCheck
 public:
     explicit MenuCheck(const QString &path) : m_file(path) { m_file.setVersionMessageNamesValue(true); }
 
-    Findings run();
+    Diagnostics run();
 
 private:
     void checkItems(const QDomElement &parent, int level);
@@ -59,16 +59,16 @@ Item itemOf(const QDomElement &element, int level)
     return item;
 }
 
-Findings MenuCheck::run()
+Diagnostics MenuCheck::run()
 {
     if (!m_file.load())
-        return m_file.findings();
+        return m_file.diagnostics();
     m_file.validateAgainst(QStringLiteral("factorymenu.xsd"));
     const auto bar = m_file.list(QStringLiteral("MenuBar"));
     if (!bar.isNull() && bar.firstChildElement(ItemTag).isNull())
         m_file.warn(bar, QStringLiteral("No menu items found in MenuBar!"));
     checkItems(bar, 1);
-    return m_file.findings();
+    return m_file.diagnostics();
 }
 
 void MenuCheck::checkItems(const QDomElement &parent, int level)
@@ -108,12 +108,12 @@ void MenuCheck::checkContainer(const Item &item)
         m_file.warn(item.element,
                     QStringLiteral("opens \"%1\" as the item of line %2 does")
                         .arg(item.container)
-                        .arg(m_file.placeOf(first).line));
+                        .arg(m_file.locationOf(first).line));
 }
 
 }
 
-Findings checkMenu(const QString &path)
+Diagnostics checkMenu(const QString &path)
 {
     return MenuCheck(path).run();
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "check/finding.h"
+#include "diagnostics/diagnostic.h"
 
 namespace panelhost {
 
 /// What the component refuses in the menu file at @p path, and what it accepts but nobody means.
-Findings checkMenu(const QString &path);
+Diagnostics checkMenu(const QString &path);
 
 }

@@ -54,50 +54,50 @@ QString valuesOf(const QString &attribute)
     return values.value(attribute, QStringLiteral("another value"));
 }
 
-QString unexpectedElement(const xmlError &error, const SchemaSubject &subject)
+QString unexpectedElement(const xmlError &error, const SchemaElement &element)
 {
     const auto expected = captured(error, QStringLiteral("Expected is (?:one of )?\\( (.*) \\)"));
-    const auto found = QStringLiteral("found element %1, expected %2").arg(quoted(subject.name));
-    return found.arg(expected.isEmpty() ? QStringLiteral("the end of ") + subject.parent : expected);
+    const auto found = QStringLiteral("found element %1, expected %2").arg(quoted(element.name));
+    return found.arg(expected.isEmpty() ? QStringLiteral("the end of ") + element.parent : expected);
 }
 
-QString wrongNamespace(const SchemaSubject &subject)
+QString wrongNamespace(const SchemaElement &element)
 {
     return QStringLiteral("found %1 in the namespace %2, expected no namespace")
-        .arg(subject.name, quoted(subject.xmlNamespace));
+        .arg(element.name, quoted(element.xmlNamespace));
 }
 
-QString unknownAttribute(const xmlError &error, const SchemaSubject &subject)
+QString unknownAttribute(const xmlError &error, const SchemaElement &element)
 {
     return QStringLiteral("found attribute %1 of %2, expected %3")
-        .arg(quoted(attributeOf(error)), subject.name, attributesFor(subject.name));
+        .arg(quoted(attributeOf(error)), element.name, attributesFor(element.name));
 }
 
-QString missingAttribute(const xmlError &error, const SchemaSubject &subject)
+QString missingAttribute(const xmlError &error, const SchemaElement &element)
 {
     const auto attribute = captured(error, QStringLiteral("The attribute '([^']*)'"));
-    return QStringLiteral("found %1 without %2, expected %3").arg(subject.name, attribute, valuesOf(attribute));
+    return QStringLiteral("found %1 without %2, expected %3").arg(element.name, attribute, valuesOf(attribute));
 }
 
-QString wrongValue(const xmlError &error, const SchemaSubject &subject)
+QString wrongValue(const xmlError &error, const SchemaElement &element)
 {
     const auto attribute = attributeOf(error);
     return QStringLiteral("found %1 %2, expected %3")
-        .arg(attribute, quoted(subject.attributes.value(attribute)), valuesOf(attribute));
+        .arg(attribute, quoted(element.attributes.value(attribute)), valuesOf(attribute));
 }
 
-QString repeatedValue(const xmlError &error, const SchemaSubject &subject)
+QString repeatedValue(const xmlError &error, const SchemaElement &element)
 {
     const auto attribute = uniqueAttribute(error);
     const auto first =
-        subject.firstLine > 0 ? QStringLiteral(" (the first is in line %1)").arg(subject.firstLine) : QString();
+        element.firstLine > 0 ? QStringLiteral(" (the first is in line %1)").arg(element.firstLine) : QString();
     return QStringLiteral("found %1 %2 a second time%3, expected each %1 once")
-        .arg(attribute, quoted(subject.attributes.value(attribute)), first);
+        .arg(attribute, quoted(element.attributes.value(attribute)), first);
 }
 
-QString unexpectedText(const SchemaSubject &subject)
+QString unexpectedText(const SchemaElement &element)
 {
-    return QStringLiteral("found text %1 in %2, expected none").arg(quoted(subject.text), subject.name);
+    return QStringLiteral("found text %1 in %2, expected none").arg(quoted(element.text), element.name);
 }
 
 bool isMissingElement(const xmlError &error)
@@ -107,29 +107,29 @@ bool isMissingElement(const xmlError &error)
 
 }
 
-QString schemaMessage(const xmlError &error, const SchemaSubject &subject)
+QString schemaMessage(const xmlError &error, const SchemaElement &element)
 {
     switch (error.code) {
     case XML_SCHEMAV_ELEMENT_CONTENT:
         // A missing list is refused by the component already.
-        return isMissingElement(error) ? QString() : unexpectedElement(error, subject);
+        return isMissingElement(error) ? QString() : unexpectedElement(error, element);
     case XML_SCHEMAV_CVC_ELT_1:
-        return wrongNamespace(subject);
+        return wrongNamespace(element);
     case XML_SCHEMAV_CVC_COMPLEX_TYPE_3_2_1:
-        return unknownAttribute(error, subject);
+        return unknownAttribute(error, element);
     case XML_SCHEMAV_CVC_COMPLEX_TYPE_4:
-        return missingAttribute(error, subject);
+        return missingAttribute(error, element);
     case XML_SCHEMAV_CVC_COMPLEX_TYPE_2_1:
-        return isUnexpectedText(error) ? unexpectedText(subject) : unexpectedElement(error, subject);
+        return isUnexpectedText(error) ? unexpectedText(element) : unexpectedElement(error, element);
     case XML_SCHEMAV_CVC_COMPLEX_TYPE_2_3:
-        return unexpectedText(subject);
+        return unexpectedText(element);
     case XML_SCHEMAV_CVC_DATATYPE_VALID_1_2_1:
     case XML_SCHEMAV_CVC_PATTERN_VALID:
     case XML_SCHEMAV_CVC_MININCLUSIVE_VALID:
-        return wrongValue(error, subject);
+        return wrongValue(error, element);
     case XML_SCHEMAV_CVC_IDC:
         // Also raised for a value that isn't valid and so can't be compared.
-        return uniqueAttribute(error).isEmpty() ? QString() : repeatedValue(error, subject);
+        return uniqueAttribute(error).isEmpty() ? QString() : repeatedValue(error, element);
     default:
         return messageOf(error);
     }

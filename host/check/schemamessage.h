@@ -8,7 +8,7 @@
 namespace panelhost {
 
 /// The element that a schema error is about.
-struct SchemaSubject
+struct SchemaElement
 {
     QString name;
     QString parent;       ///< empty for the root
@@ -18,9 +18,9 @@ struct SchemaSubject
     int firstLine = 0; ///< where a value that must be unique stood first; 0 if unknown
 };
 
-/// Returns what was found and what was expected, in words for people. Empty if the error isn't worth a finding: its
+/// Returns what was found and what was expected, in words for people. Empty if the error isn't worth a diagnostic: its
 /// cause has one already.
-QString schemaMessage(const xmlError &error, const SchemaSubject &subject);
+QString schemaMessage(const xmlError &error, const SchemaElement &element);
 
 /// Returns what is wrong with a file that the XML parser refuses.
 QString parserMessage(const xmlError &error);

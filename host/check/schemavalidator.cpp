@@ -75,7 +75,7 @@ int characterCount(const xmlChar *begin, const xmlChar *end)
     return textOf(begin, end).size();
 }
 
-/// One pass over the file: hands the parser's events on to the validator and keeps the place of each open element.
+/// One pass over the file: hands the parser's events on to the validator and keeps the location of each open element.
 class ValidationPass
 {
 public:
@@ -87,9 +87,9 @@ public:
 
     void run(xmlSchema *schema);
 
-    /// All findings but those about unexpected elements.
-    const Findings &findings() const { return m_findings; }
-    const Findings &unexpectedFindings() const { return m_unexpectedFindings; }
+    /// All diagnostics but those about unexpected elements.
+    const Diagnostics &diagnostics() const { return m_diagnostics; }
+    const Diagnostics &unexpectedDiagnostics() const { return m_unexpectedDiagnostics; }
     /// The numbers of the elements that were not expected where they stand.
     const QSet<int> &unexpected() const { return m_unexpected; }
 
@@ -97,8 +97,8 @@ private:
     struct Element
     {
         int number = 0;
-        Place place;
-        SchemaSubject subject;
+        SourceLocation location;
+        SchemaElement details;
     };
 
     xmlSAXHandler handlers();
@@ -107,31 +107,31 @@ private:
     void endElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri);
     void text(const xmlChar *begin, int size);
     void validateText();
-    void refuseDoctype();
+    void rejectDoctype();
     void parserError(const xmlError &error);
     void validityError(const xmlError &error);
 
     Element elementAt(const xmlChar *name, const xmlChar *uri, int attributeCount, const xmlChar **attributes) const;
     /// Where @p position in the parser's buffer is. @p counted is how far the parser has counted lines and columns.
-    Place placeAt(const xmlChar *position, const xmlChar *counted) const;
+    SourceLocation locationAt(const xmlChar *position, const xmlChar *counted) const;
     void rememberValues(const Element &element);
-    Finding finding(Place place, const QString &text) const;
+    Diagnostic diagnostic(SourceLocation location, const QString &text) const;
 
     static ValidationPass &of(void *self) { return *static_cast<ValidationPass *>(self); }
 
     const QByteArray &m_data;
     const QString m_path;
     const QSet<int> &m_skipped;
-    Findings m_findings;
-    Findings m_unexpectedFindings;
+    Diagnostics m_diagnostics;
+    Diagnostics m_unexpectedDiagnostics;
     QSet<int> m_unexpected;
     QStack<Element> m_open;
     QHash<QStringList, int> m_lineOfValue;
     QByteArray m_text;
-    Place m_textPlace;
+    SourceLocation m_textLocation;
     int m_elementCount = 0;
     int m_skippedDepth = 0;
-    bool m_isRefused = false;
+    bool m_isRejected = false;
     xmlParserCtxt *m_parser = nullptr;
     xmlSAXHandler *m_validation = nullptr;
     void *m_validator = nullptr;
@@ -172,7 +172,7 @@ xmlSAXHandler ValidationPass::handlers()
     sax.ignorableWhitespace = sax.characters;
     sax.cdataBlock = sax.characters;
     sax.internalSubset = [](void *self, const xmlChar *, const xmlChar *, const xmlChar *) {
-        of(self).refuseDoctype();
+        of(self).rejectDoctype();
     };
     sax.serror = [](void *self, xmlErrorPtr error) { of(self).parserError(*error); };
     return sax;
@@ -216,7 +216,7 @@ void ValidationPass::text(const xmlChar *begin, int size)
     if (m_text.isEmpty()) {
         // The piece stands in the buffer, or it is a copy of what stands before the parser's position.
         const auto *counted = begin == m_parser->input->cur ? end : m_parser->input->cur;
-        m_textPlace = placeAt(counted - (end - first), counted);
+        m_textLocation = locationAt(counted - (end - first), counted);
     }
     m_text.append(reinterpret_cast<const char *>(begin), size);
 }
@@ -228,21 +228,21 @@ void ValidationPass::validateText()
     m_text.clear();
 }
 
-void ValidationPass::refuseDoctype()
+void ValidationPass::rejectDoctype()
 {
-    m_findings.append(
-        finding(placeAt(m_parser->input->cur, m_parser->input->cur),
-                QStringLiteral("found a document type declaration, expected none: the file isn't validated")));
-    m_isRefused = true;
+    m_diagnostics.append(
+        diagnostic(locationAt(m_parser->input->cur, m_parser->input->cur),
+                   QStringLiteral("found a document type declaration, expected none: the file isn't validated")));
+    m_isRejected = true;
     xmlStopParser(m_parser);
 }
 
 void ValidationPass::parserError(const xmlError &error)
 {
-    if (m_isRefused || error.level < XML_ERR_ERROR)
+    if (m_isRejected || error.level < XML_ERR_ERROR)
         return;
-    m_findings.append(finding({qMax(error.line, 1), qMax(error.int2, 1)}, parserMessage(error)));
-    m_isRefused = true;
+    m_diagnostics.append(diagnostic({qMax(error.line, 1), qMax(error.int2, 1)}, parserMessage(error)));
+    m_isRejected = true;
     xmlStopParser(m_parser);
 }
 
@@ -252,16 +252,16 @@ void ValidationPass::validityError(const xmlError &error)
         return;
     auto &element = m_open.top();
     const auto attribute = uniqueAttribute(error);
-    const QStringList value{element.subject.name, attribute, element.subject.attributes.value(attribute)};
+    const QStringList value{element.details.name, attribute, element.details.attributes.value(attribute)};
     const int line = m_lineOfValue.value(value);
-    element.subject.firstLine = line == element.place.line ? 0 : line;
-    element.subject.text = QString::fromUtf8(m_text).simplified();
-    const auto text = schemaMessage(error, element.subject);
+    element.details.firstLine = line == element.location.line ? 0 : line;
+    element.details.text = QString::fromUtf8(m_text).simplified();
+    const auto text = schemaMessage(error, element.details);
     if (isUnexpectedElement(error)) {
         m_unexpected.insert(element.number);
-        m_unexpectedFindings.append(finding(element.place, text));
+        m_unexpectedDiagnostics.append(diagnostic(element.location, text));
     } else if (!text.isEmpty()) {
-        m_findings.append(finding(isUnexpectedText(error) ? m_textPlace : element.place, text));
+        m_diagnostics.append(diagnostic(isUnexpectedText(error) ? m_textLocation : element.location, text));
     }
 }
 
@@ -273,19 +273,19 @@ ValidationPass::Element ValidationPass::elementAt(const xmlChar *name, const xml
         --begin;
     Element element;
     element.number = m_elementCount - 1;
-    element.place = placeAt(begin, m_parser->input->cur);
-    element.subject.name = textOf(name);
-    element.subject.parent = m_open.isEmpty() ? QString() : m_open.top().subject.name;
-    element.subject.xmlNamespace = textOf(uri);
+    element.location = locationAt(begin, m_parser->input->cur);
+    element.details.name = textOf(name);
+    element.details.parent = m_open.isEmpty() ? QString() : m_open.top().details.name;
+    element.details.xmlNamespace = textOf(uri);
     for (int i = 0; i < attributeCount; ++i) {
         const auto *attribute = attributes + i * FieldCount;
-        element.subject.attributes.insert(textOf(attribute[LocalName]),
+        element.details.attributes.insert(textOf(attribute[LocalName]),
                                           textOf(attribute[ValueBegin], attribute[ValueEnd]));
     }
     return element;
 }
 
-Place ValidationPass::placeAt(const xmlChar *position, const xmlChar *counted) const
+SourceLocation ValidationPass::locationAt(const xmlChar *position, const xmlChar *counted) const
 {
     const auto *input = m_parser->input;
     const int linesBehind = static_cast<int>(std::count(position, counted, xmlChar('\n')));
@@ -299,34 +299,34 @@ Place ValidationPass::placeAt(const xmlChar *position, const xmlChar *counted) c
 
 void ValidationPass::rememberValues(const Element &element)
 {
-    const auto &attributes = element.subject.attributes;
+    const auto &attributes = element.details.attributes;
     for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
-        const QStringList value{element.subject.name, attribute.key(), attribute.value()};
+        const QStringList value{element.details.name, attribute.key(), attribute.value()};
         if (!m_lineOfValue.contains(value))
-            m_lineOfValue.insert(value, element.place.line);
+            m_lineOfValue.insert(value, element.location.line);
     }
 }
 
-Finding ValidationPass::finding(Place place, const QString &text) const
+Diagnostic ValidationPass::diagnostic(SourceLocation location, const QString &text) const
 {
-    return {m_path, place, Finding::Severity::Warning, text};
+    return {m_path, location, Diagnostic::Severity::Warning, text};
 }
 
 }
 
-Findings validate(const QByteArray &data, const QString &path, const QString &schemaName)
+Diagnostics validate(const QByteArray &data, const QString &path, const QString &schemaName)
 {
     const auto schema = loadSchema(schemaName);
     if (!schema)
-        return {{path, {}, Finding::Severity::Error, QStringLiteral("the schema %1 can't be read").arg(schemaName)}};
-    Findings findings;
+        return {{path, {}, Diagnostic::Severity::Error, QStringLiteral("the schema %1 can't be read").arg(schemaName)}};
+    Diagnostics diagnostics;
     QSet<int> skipped;
     for (int pass = 1;; ++pass) {
         ValidationPass validation(data, path, skipped);
         validation.run(schema.get());
-        findings += validation.unexpectedFindings();
+        diagnostics += validation.unexpectedDiagnostics();
         if (validation.unexpected().isEmpty() || pass == MaxPasses)
-            return findings + validation.findings();
+            return diagnostics + validation.diagnostics();
         skipped += validation.unexpected();
     }
 }

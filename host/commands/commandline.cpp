@@ -2,6 +2,7 @@
 
 #include "application/output.h"
 #include "check/checker.h"
+#include "diagnostics/reporterror.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -133,12 +134,12 @@ bool readShare(const QCommandLineParser &parser, Session::Options &options, QStr
 // The component takes its default files in place of those that it refuses, and nobody would notice.
 bool checkShare(const QString &directory, QString *error)
 {
-    const Findings findings = checkDirectory(directory);
-    if (countOf(findings, Finding::Severity::Error) == 0)
+    const Diagnostics diagnostics = checkDirectory(directory);
+    if (countOf(diagnostics, Diagnostic::Severity::Error) == 0)
         return true;
-    for (const Finding &finding : findings) {
-        if (finding.severity == Finding::Severity::Error)
-            std::fprintf(stderr, "%s\n", qPrintable(finding.toLine()));
+    for (const Diagnostic &diagnostic : diagnostics) {
+        if (diagnostic.severity == Diagnostic::Severity::Error)
+            std::fprintf(stderr, "%s\n", qPrintable(diagnostic.toLine()));
     }
     *error = QStringLiteral("--share is \"%1\"; the files there have errors. To use them all the same, give "
                             "--share-unchecked.")
@@ -180,7 +181,7 @@ int runCommandLine(const QStringList &arguments)
     addCommonOptions(parser);
     parser.addOptions(command.options);
     if (!parser.parse(arguments))
-        return refuse(parser.errorText());
+        return reportError(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
         return printed(parser.helpText());
     if (parser.isSet(QStringLiteral("version")))
@@ -191,15 +192,16 @@ int runCommandLine(const QStringList &arguments)
         line.arguments.removeFirst();
     const int count = line.arguments.size();
     if (command.name.isEmpty() && count > 0)
-        return refuse(QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
+        return reportError(
+            QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
     if (count < command.leastArguments || count > command.mostArguments)
-        return refuse(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
+        return reportError(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
     QString error;
     if (!readOptions(parser, line.session, &error))
-        return refuse(error);
+        return reportError(error);
     // The command check tells of the errors itself.
     if (parser.isSet(QStringLiteral("share")) && command.run != runCheck && !checkShare(line.session.share, &error))
-        return refuse(error);
+        return reportError(error);
     return command.run(line);
 }
 

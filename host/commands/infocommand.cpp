@@ -1,5 +1,6 @@
 #include "application/output.h"
 #include "commands.h"
+#include "diagnostics/reporterror.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTextStream>
@@ -61,7 +62,7 @@ int runInfo(const CommandLine &line)
     if (!session) {
         printSteps(out, reached);
         print(reached.isEmpty() ? QString() : text);
-        return refuse(error);
+        return reportError(error);
     }
     session->lcd()->show();
     session->clock().settle();

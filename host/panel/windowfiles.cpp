@@ -1,6 +1,6 @@
 #include "panel/windowfiles.h"
 
-#include "commands.h"
+#include "diagnostics/reporterror.h"
 #include "output/outputcheck.h"
 #include "panel/panelwindow.h"
 #include "panel/windowoptions.h"
@@ -59,7 +59,7 @@ void WindowFiles::watchRecording(PanelWindow &window)
 {
     window.setRecording(QFileInfo(m_recording).fileName());
     QObject::connect(m_writer.get(), &ScenarioWriter::failed, &window, [this, &window](const QString &error) {
-        refuse(error);
+        reportError(error);
         window.setRecording({});
         window.addFailure(QStringLiteral("Recording ended: %1").arg(shortened(error, m_recording)));
     });
@@ -70,7 +70,7 @@ void WindowFiles::watchJournal(PanelWindow &window)
 {
     window.setJournalFile(QFileInfo(m_journal.path()).fileName());
     const auto tell = [this, &window](const QString &error) {
-        refuse(error);
+        reportError(error);
         QMetaObject::invokeMethod(
             &window,
             [this, &window, error] {

@@ -1,5 +1,6 @@
 #include "panel/windowrun.h"
 
+#include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
 #include "panel/panellayout.h"
 #include "panel/panelwindow.h"
@@ -23,7 +24,7 @@ int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
     session.clock().settle();
     window.refresh();
     QCoreApplication::processEvents();
-    return window.grab().save(path) ? 0 : refuse(QStringLiteral("%1: the picture can't be written.").arg(path));
+    return window.grab().save(path) ? 0 : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
 int show(Session &session, const WindowOptions &options, WindowFiles &files)
@@ -37,7 +38,7 @@ int show(Session &session, const WindowOptions &options, WindowFiles &files)
     QCoreApplication::processEvents();
     QString error;
     if (!options.layout.isEmpty() && !saveLayout(window, options.layout, &error))
-        return refuse(error);
+        return reportError(error);
     const int status = QApplication::exec();
     files.close(session);
     return status;
@@ -51,12 +52,12 @@ int runInWindow(const CommandLine &line, const QString &recording)
     WindowFiles files;
     QString error;
     if (!options.read(line.parser, &error) || !files.open(line.session, options, recording, &error))
-        return refuse(error);
+        return reportError(error);
     Session::Options device = line.session;
     device.journalSink = files.journalSink();
     const std::unique_ptr<Session> session = Session::open(device, &error);
     if (!session || !files.beginRecording(*session, &error))
-        return refuse(error);
+        return reportError(error);
     const int status = show(*session, options, files);
     files.close(*session);
     return files.hasFailed() ? 2 : status;

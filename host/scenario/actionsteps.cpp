@@ -27,9 +27,9 @@ std::optional<int> StepReader::key(const YamlNode &node)
 {
     const auto halKey = node.isScalar() ? m_vocabulary.halKey(YamlReader::scalar(node)) : std::nullopt;
     if (!halKey)
-        m_reader.problem(node,
-                         QStringLiteral("a key, by name or hal key: one of ")
-                             + QStringList(m_vocabulary.keys.keys()).join(QStringLiteral(", ")));
+        m_reader.errorExpected(node,
+                               QStringLiteral("a key, by name or hal key: one of ")
+                                   + QStringList(m_vocabulary.keys.keys()).join(QStringLiteral(", ")));
     return halKey;
 }
 
@@ -78,7 +78,7 @@ void StepReader::touch(const YamlNode &value, Step &step)
             arguments.insert(YamlReader::scalar(entry.first), *pixel);
     }
     if (value.isMap() && value.entries().size() < 2)
-        m_reader.complain(value, QStringLiteral("a touch needs x and y"));
+        m_reader.error(value, QStringLiteral("a touch needs x and y"));
     step.actions.append({Action::Kind::Touch, arguments});
 }
 

@@ -17,7 +17,7 @@ void StepReader::open(const YamlNode &value, Step &step)
         return;
     step.path = path->split(QLatin1Char('/'));
     if (step.path.size() > 2 || step.path.contains(QString()))
-        m_reader.problem(value, QStringLiteral("one or two menu entries, such as \"RepairMode/T-Bar\""));
+        m_reader.errorExpected(value, QStringLiteral("one or two menu entries, such as \"RepairMode/T-Bar\""));
 }
 
 void StepReader::walkKeys(const YamlNode &value, Step &step)
@@ -54,18 +54,17 @@ void StepReader::screenshot(const YamlNode &value, Step &step)
         return;
     step.name = *name;
     if (!form.match(*name).hasMatch())
-        m_reader.problem(value,
-                         QStringLiteral("a name of at most %1 letters, digits, - and _").arg(limits::NameLength));
+        m_reader.errorExpected(value,
+                               QStringLiteral("a name of at most %1 letters, digits, - and _").arg(limits::NameLength));
     if (m_screenshots.contains(*name))
-        m_reader.complain(value, QStringLiteral("a screenshot \"%1\" stands above already").arg(*name));
+        m_reader.error(value, QStringLiteral("a screenshot \"%1\" stands above already").arg(*name));
     m_screenshots.append(*name);
 }
 
 void StepReader::repeat(const YamlNode &value, Step &step)
 {
     if (m_depth >= limits::RepeatDepth)
-        return m_reader.complain(value,
-                                 QStringLiteral("more than %1 repeats inside each other").arg(limits::RepeatDepth));
+        return m_reader.error(value, QStringLiteral("more than %1 repeats inside each other").arg(limits::RepeatDepth));
     ++m_depth;
     bool hasSteps = false;
     for (const auto &entry : m_reader.map(value, {QStringLiteral("times"), QStringLiteral("steps")})) {
@@ -76,7 +75,7 @@ void StepReader::repeat(const YamlNode &value, Step &step)
             step.steps = steps(entry.second);
     }
     if (value.isMap() && !hasSteps)
-        m_reader.complain(value, QStringLiteral("repeat needs steps"));
+        m_reader.error(value, QStringLiteral("repeat needs steps"));
     step.text = QStringLiteral("repeat %1 times").arg(step.times);
     --m_depth;
 }

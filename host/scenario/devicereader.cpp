@@ -77,7 +77,7 @@ void DeviceReader::readPreparation(const YamlReader::Entry &entry)
         m_scenario.preparation += steps.portActions(value, Action::Kind::Block, vocabulary.usbPorts);
     } else if (name == "faults") {
         if (!value.isSequence())
-            return m_reader.problem(value, QStringLiteral("a list of faults"));
+            return m_reader.errorExpected(value, QStringLiteral("a list of faults"));
         for (const auto &node : value.items()) {
             if (const auto fault = steps.initialFault(node))
                 m_scenario.device.faults.append(*fault);
@@ -92,7 +92,7 @@ void DeviceReader::readSize(const YamlNode &node)
     if (match.hasMatch())
         m_scenario.device.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     else
-        m_reader.problem(node, QStringLiteral("a size in pixels such as 800x480"));
+        m_reader.errorExpected(node, QStringLiteral("a size in pixels such as 800x480"));
 }
 
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scenario/problems.h"
+#include "diagnostics/diagnosticcollector.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
@@ -40,7 +40,7 @@ struct JournalQuery
 /// A thing that can be seen, and what it must be like. All conditions must hold.
 struct Expectation
 {
-    Place where;
+    SourceLocation where;
     QString subject;
     QVector<Condition> conditions;
     JournalQuery query; ///< for the subjects that ask the journal

@@ -30,13 +30,13 @@ Expectations ExpectationReader::expectations(const YamlNode &node)
         else if (isSubject(expectation.subject, m_vocabulary))
             seen(entry.second, expectation);
         else
-            m_reader.problem(entry.first,
-                             QStringLiteral("one of ")
-                                 + (subjectNames() + journalSubjectNames()).join(QStringLiteral(", ")));
+            m_reader.errorExpected(entry.first,
+                                   QStringLiteral("one of ")
+                                       + (subjectNames() + journalSubjectNames()).join(QStringLiteral(", ")));
         all.append(expectation);
     }
     if (node.isMap() && node.entries().isEmpty())
-        m_reader.problem(node, QStringLiteral("something to expect"));
+        m_reader.errorExpected(node, QStringLiteral("something to expect"));
     return all;
 }
 
@@ -91,7 +91,7 @@ void ExpectationReader::conditions(const YamlNode &node, bool isNegated, QVector
     if (!node.isMap())
         return condition(node, Condition::Operator::Equals, isNegated, conditions);
     if (m_depth >= limits::NotDepth)
-        return m_reader.problem(node, QStringLiteral("not more than %1 negations").arg(limits::NotDepth));
+        return m_reader.errorExpected(node, QStringLiteral("not more than %1 negations").arg(limits::NotDepth));
     ++m_depth;
     const auto entries = m_reader.map(node, operators().keys() + QStringList{QStringLiteral("not")});
     for (const auto &entry : entries) {
@@ -102,7 +102,7 @@ void ExpectationReader::conditions(const YamlNode &node, bool isNegated, QVector
             condition(entry.second, operators()[word], isNegated, conditions);
     }
     if (entries.isEmpty() && node.entries().isEmpty())
-        m_reader.problem(node, QStringLiteral("a value, a list or a map with equals, contains, matches or not"));
+        m_reader.errorExpected(node, QStringLiteral("a value, a list or a map with equals, contains, matches or not"));
     --m_depth;
 }
 
@@ -124,10 +124,10 @@ void ExpectationReader::condition(const YamlNode &node, Condition::Operator op, 
         condition.expected = text;
         condition.pattern.setPattern(text);
         if (op == Condition::Operator::Matches && !condition.pattern.isValid())
-            m_reader.complain(node,
-                              QStringLiteral("bad regular expression \"%1\": %2, at character %3")
-                                  .arg(text, condition.pattern.errorString())
-                                  .arg(condition.pattern.patternErrorOffset()));
+            m_reader.error(node,
+                           QStringLiteral("bad regular expression \"%1\": %2, at character %3")
+                               .arg(text, condition.pattern.errorString())
+                               .arg(condition.pattern.patternErrorOffset()));
         else
             conditions.append(condition);
     }

@@ -29,8 +29,7 @@ std::optional<Action> StepReader::fault(const YamlNode &node)
 {
     const auto nameNode = node.isMap() ? entryOf(node, "name") : node;
     if (node.isMap() && !nameNode.isDefined()) {
-        m_reader.complain(node,
-                          QStringLiteral("a fault needs a name: one of ") + faultNames().join(QStringLiteral(", ")));
+        m_reader.error(node, QStringLiteral("a fault needs a name: one of ") + faultNames().join(QStringLiteral(", ")));
         return std::nullopt;
     }
     const auto name = m_reader.word(nameNode, faultNames());
@@ -44,7 +43,7 @@ std::optional<Action> StepReader::fault(const YamlNode &node)
     }
     for (const auto &needed : info.arguments) {
         if (arguments[QStringLiteral("on")].toBool() && !arguments.contains(needed))
-            m_reader.complain(node, QStringLiteral("the fault %1 needs %2").arg(info.name, needed));
+            m_reader.error(node, QStringLiteral("the fault %1 needs %2").arg(info.name, needed));
     }
     return Action{Action::Kind::Fault, arguments};
 }

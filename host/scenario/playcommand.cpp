@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "diagnostics/reporterror.h"
 #include "scenario/interruption.h"
 #include "scenario/player.h"
 #include "scenario/playoutputs.h"
@@ -20,17 +21,17 @@ constexpr int NotBegun = 2;
 // All of them, before any is played.
 bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
 {
-    QStringList problems;
+    QStringList errors;
     for (const auto &path : line.arguments) {
         QStringList found;
         const auto scenario = loadScenario(path, line.session, &found);
-        problems += found;
+        errors += found;
         if (scenario)
             scenarios->append(*scenario);
     }
-    for (const auto &problem : qAsConst(problems))
-        std::fprintf(stderr, "%s\n", qPrintable(problem));
-    return problems.isEmpty();
+    for (const auto &error : qAsConst(errors))
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+    return errors.isEmpty();
 }
 
 ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, bool isRealTime, PlayOutputs &outputs,
@@ -80,8 +81,8 @@ ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, Pla
 {
     const auto files = outputs.files().join(QStringLiteral(", "));
     const auto name = QString::fromLocal8Bit(strsignal(Interruption::signalNumber()));
-    refuse(files.isEmpty() ? QStringLiteral("Interrupted (%1).").arg(name)
-                           : QStringLiteral("Interrupted (%1); what was played is in %2.").arg(name, files));
+    reportError(files.isEmpty() ? QStringLiteral("Interrupted (%1).").arg(name)
+                                : QStringLiteral("Interrupted (%1); what was played is in %2.").arg(name, files));
     Interruption::endProcess();
 }
 
@@ -100,10 +101,10 @@ int runPlay(const CommandLine &line)
     QVector<Scenario> scenarios;
     QString error;
     if (!loadAll(line, &scenarios))
-        return refuse(QStringLiteral("Nothing was played."));
+        return reportError(QStringLiteral("Nothing was played."));
     PlayOutputs outputs(line, scenarios);
     if (!outputs.open(&error))
-        return refuse(error);
+        return reportError(error);
     const Interruption interruption;
     Progress progress;
     const auto results = playAll(scenarios, line.parser.isSet(QStringLiteral("realtime")), outputs, progress);

@@ -1,5 +1,6 @@
 #include "scenario/playoutputs.h"
 
+#include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
 #include "scenario/htmlreport.h"
 #include "scenario/junitreport.h"
@@ -107,7 +108,7 @@ void PlayOutputs::tell(const QString &error)
     if (m_errors.contains(error))
         return;
     m_errors.append(error);
-    refuse(error);
+    reportError(error);
 }
 
 bool PlayOutputs::hasFailed() const

@@ -6,7 +6,7 @@ namespace panelhost {
 
 namespace {
 
-QString placeText(const StepResult &step)
+QString locationText(const StepResult &step)
 {
     return QStringLiteral("%1:%2:%3: ").arg(step.file).arg(step.where.line).arg(step.where.column);
 }
@@ -36,7 +36,7 @@ QString ScenarioResult::failureText() const
     if (!error.isEmpty())
         lines.append(file + QStringLiteral(": ") + error);
     if (const auto step = failedStep()) {
-        lines.append(placeText(*step) + QStringLiteral("failed at %1: ").arg(timeText(step->at)) + step->text);
+        lines.append(locationText(*step) + QStringLiteral("failed at %1: ").arg(timeText(step->at)) + step->text);
         if (!step->error.isEmpty())
             lines.append(QStringLiteral("  ") + step->error);
         for (const auto &outcome : step->outcomes) {

@@ -22,7 +22,7 @@ struct Outcome
 struct StepResult
 {
     QString file;
-    Place where;
+    SourceLocation where;
     QString text;
     Milliseconds at = 0; ///< when it was over
     bool passed = true;

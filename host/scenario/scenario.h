@@ -1,8 +1,8 @@
 #pragma once
 
+#include "diagnostics/diagnosticcollector.h"
 #include "operator/action.h"
 #include "scenario/expectation.h"
-#include "scenario/problems.h"
 #include "session.h"
 
 #include <QtCore/QString>
@@ -38,7 +38,7 @@ struct Step
 
     Kind kind = Kind::Note;
     QString file; ///< where it stands: the scenario's file or one that it uses
-    Place where;
+    SourceLocation where;
     QString text;                 ///< the step as one line, for progress and reports
     QVector<Action> actions;      ///< Act
     QStringList path;             ///< Open

@@ -48,7 +48,7 @@ public:
     explicit Loader(Scenario &scenario) : m_scenario(scenario) {}
 
     void load();
-    QStringList problems() const { return m_problems; }
+    QStringList errors() const { return m_errors; }
 
 private:
     void readDevice(YamlReader &reader, const YamlReader::Entries &entries);
@@ -63,7 +63,7 @@ private:
 
     Scenario &m_scenario;
     Vocabulary m_vocabulary;
-    QStringList m_problems;
+    QStringList m_errors;
     QVector<Link> m_chain;
     int m_files = 0;
     int m_steps = 0;
@@ -72,7 +72,7 @@ private:
 template <class Read>
 void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
 {
-    Problems found(path);
+    DiagnosticCollector found(path);
     m_scenario.files.append(path);
     m_chain.append({path, QFileInfo(path).canonicalFilePath()});
     const auto root = parseYaml(data, found);
@@ -80,7 +80,7 @@ void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
     if (root)
         read(reader, *root);
     m_chain.removeLast();
-    m_problems = found.lines() + m_problems;
+    m_errors = found.lines() + m_errors;
 }
 
 // After the device: its ports and faults are what the steps may name.
@@ -89,9 +89,9 @@ void Loader::load()
     QString error;
     const auto data = contentOf(m_scenario.file, &error);
     if (!data) {
-        Problems found(m_scenario.file);
+        DiagnosticCollector found(m_scenario.file);
         found.add({}, error);
-        m_problems = found.lines();
+        m_errors = found.lines();
         return;
     }
     withFile(m_scenario.file, *data, [this](YamlReader &reader, const YamlNode &root) {
@@ -101,7 +101,7 @@ void Loader::load()
         m_vocabulary = vocabularyOf(m_scenario.device);
         m_scenario.steps = readSteps(reader, root, entries);
         if (playedSteps(m_scenario.steps) > limits::PlayedSteps)
-            reader.complain(root, QStringLiteral("more than %1 steps to play").arg(limits::PlayedSteps));
+            reader.error(root, QStringLiteral("more than %1 steps to play").arg(limits::PlayedSteps));
     });
 }
 
@@ -125,7 +125,7 @@ QVector<Step> Loader::readSteps(YamlReader &reader, const YamlNode &root, const 
             return StepReader(reader, m_vocabulary, loadPart, m_steps).steps(entry.second);
     }
     if (root.isMap())
-        reader.complain(root, QStringLiteral("a scenario needs steps"));
+        reader.error(root, QStringLiteral("a scenario needs steps"));
     return {};
 }
 
@@ -154,13 +154,13 @@ QVector<Step> Loader::use(YamlReader &reader, const QString &path, const YamlNod
     m_chain.last().useLine = where.aliases().isEmpty() ? where.definition().line : where.aliases().constLast().line;
     auto error = useError(path);
     if (!error.isEmpty()) {
-        reader.complain(where, error);
+        reader.error(where, error);
         return {};
     }
     const auto data = contentOf(path, &error);
     if (data)
         return loadPart(path, *data);
-    reader.complain(where, QStringLiteral("%1: %2").arg(path, error));
+    reader.error(where, QStringLiteral("%1: %2").arg(path, error));
     return {};
 }
 
@@ -175,16 +175,16 @@ QVector<Step> Loader::loadPart(const QString &path, const QByteArray &data)
 
 }
 
-std::optional<Scenario> loadScenario(const QString &path, const Session::Options &base, QStringList *problems)
+std::optional<Scenario> loadScenario(const QString &path, const Session::Options &base, QStringList *errors)
 {
     Scenario scenario;
     scenario.file = path;
     scenario.device = base;
     Loader loader(scenario);
     loader.load();
-    *problems = loader.problems();
-    problems->removeDuplicates();
-    return problems->isEmpty() ? std::optional<Scenario>(scenario) : std::nullopt;
+    *errors = loader.errors();
+    errors->removeDuplicates();
+    return errors->isEmpty() ? std::optional<Scenario>(scenario) : std::nullopt;
 }
 
 }

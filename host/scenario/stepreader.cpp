@@ -72,13 +72,13 @@ QVector<Step> StepReader::steps(const YamlNode &list)
 {
     QVector<Step> steps;
     if (!list.isSequence()) {
-        m_reader.problem(list, QStringLiteral("a list of steps"));
+        m_reader.errorExpected(list, QStringLiteral("a list of steps"));
         return steps;
     }
     for (const auto &node : list.items()) {
         if (++m_count > limits::Steps) {
             if (m_count == limits::Steps + 1)
-                m_reader.complain(node, QStringLiteral("more than %1 steps in all files").arg(limits::Steps));
+                m_reader.error(node, QStringLiteral("more than %1 steps in all files").arg(limits::Steps));
             return steps;
         }
         step(node, steps);
@@ -89,14 +89,14 @@ QVector<Step> StepReader::steps(const YamlNode &list)
 void StepReader::step(const YamlNode &node, QVector<Step> &steps)
 {
     if (!node.isMap())
-        return m_reader.problem(node, QStringLiteral("a step, such as \"soft: right\""));
+        return m_reader.errorExpected(node, QStringLiteral("a step, such as \"soft: right\""));
     const auto form = formOf(node);
     const auto entries = node.entries();
     if (!form && !entries.isEmpty())
-        return m_reader.problem(entries.constFirst().first,
-                                QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
+        return m_reader.errorExpected(entries.constFirst().first,
+                                      QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
     if (!form)
-        return m_reader.problem(node, QStringLiteral("a step"));
+        return m_reader.errorExpected(node, QStringLiteral("a step"));
     static const QRegularExpression braces(QStringLiteral("^\\{|(: ~)?\\}$"));
     Step step;
     step.kind = form->kind;

@@ -1,7 +1,7 @@
 #include "scenario/yamldocument.h"
 
+#include "diagnostics/diagnosticcollector.h"
 #include "scenario/limits.h"
-#include "scenario/problems.h"
 
 #include <QtCore/QTextCodec>
 
@@ -18,16 +18,16 @@ namespace {
 /// Why a document isn't read further.
 struct Refusal
 {
-    Place where;
+    SourceLocation where;
     QString text;
 };
 
-Place placeOf(const YAML::Mark &mark)
+SourceLocation locationOf(const YAML::Mark &mark)
 {
-    return mark.is_null() ? Place() : Place{mark.line + 1, mark.column + 1};
+    return mark.is_null() ? SourceLocation() : SourceLocation{mark.line + 1, mark.column + 1};
 }
 
-/// Makes values of the parser's events. An alias becomes a node that shares the value and knows its own place.
+/// Makes values of the parser's events. An alias becomes a node that shares the value and knows its own location.
 class Builder final : public YAML::EventHandler
 {
 public:
@@ -39,15 +39,15 @@ public:
     {
         begin(YamlNode::Kind::Null, mark, anchor);
         if (isValueOfMap())
-            m_open.back().value->place = m_open.at(m_open.size() - 2).value->children.constLast().definition();
+            m_open.back().value->location = m_open.at(m_open.size() - 2).value->children.constLast().definition();
         end();
     }
     void OnAlias(const YAML::Mark &mark, YAML::anchor_t anchor) override
     {
         const auto node = m_anchors.find(anchor);
         if (node == m_anchors.end())
-            throw Refusal{placeOf(mark), QStringLiteral("the alias stands within the value that it stands for")};
-        add(YamlNode(node->second.value(), {placeOf(mark)}), placeOf(mark));
+            throw Refusal{locationOf(mark), QStringLiteral("the alias stands within the value that it stands for")};
+        add(YamlNode(node->second.value(), {locationOf(mark)}), locationOf(mark));
     }
     void OnScalar(const YAML::Mark &mark, const std::string &, YAML::anchor_t anchor, const std::string &text) override
     {
@@ -87,7 +87,7 @@ private:
     {
         auto value = std::make_shared<YamlNode::Value>();
         value->kind = kind;
-        value->place = placeOf(mark);
+        value->location = locationOf(mark);
         m_open.push_back({std::move(value), anchor});
     }
 
@@ -98,10 +98,10 @@ private:
         const YamlNode node(done.value);
         if (done.anchor != YAML::NullAnchor)
             m_anchors[done.anchor] = node;
-        add(node, done.value->place);
+        add(node, done.value->location);
     }
 
-    void add(const YamlNode &node, Place where)
+    void add(const YamlNode &node, SourceLocation where)
     {
         if (m_open.empty()) {
             m_root = node;
@@ -206,17 +206,17 @@ void emitNode(YAML::Emitter &emitter, const YamlNode &node)
 
 }
 
-std::optional<YamlNode> parseYaml(const QByteArray &data, Problems &problems)
+std::optional<YamlNode> parseYaml(const QByteArray &data, DiagnosticCollector &diagnostics)
 {
     try {
         requireUtf8(data);
         return parsed(data);
     } catch (const Refusal &refusal) {
-        problems.add(refusal.where, refusal.text);
+        diagnostics.add(refusal.where, refusal.text);
     } catch (const YAML::DeepRecursion &e) {
-        problems.add(placeOf(e.mark), QStringLiteral("not read: nested too deep"));
+        diagnostics.add(locationOf(e.mark), QStringLiteral("not read: nested too deep"));
     } catch (const YAML::Exception &e) {
-        problems.add(placeOf(e.mark), QStringLiteral("not YAML: ") + QString::fromStdString(e.msg));
+        diagnostics.add(locationOf(e.mark), QStringLiteral("not YAML: ") + QString::fromStdString(e.msg));
     }
     return std::nullopt;
 }

@@ -2,7 +2,7 @@
 
 namespace panelhost {
 
-YamlNode::YamlNode(std::shared_ptr<const Value> value, const QVector<Place> &aliases)
+YamlNode::YamlNode(std::shared_ptr<const Value> value, const QVector<SourceLocation> &aliases)
     : m_value(std::move(value)), m_aliases(aliases)
 {
 }
@@ -41,9 +41,9 @@ YamlNode::Entries YamlNode::entries() const
     return entries;
 }
 
-Place YamlNode::definition() const
+SourceLocation YamlNode::definition() const
 {
-    return m_value ? m_value->place : Place();
+    return m_value ? m_value->location : SourceLocation();
 }
 
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/finding.h"
+#include "diagnostics/diagnostic.h"
 
 #include <QtCore/QString>
 #include <QtCore/QVector>
@@ -29,7 +29,7 @@ public:
     /// No value at all.
     YamlNode() = default;
     /// @p aliases as for aliases().
-    explicit YamlNode(std::shared_ptr<const Value> value, const QVector<Place> &aliases = {});
+    explicit YamlNode(std::shared_ptr<const Value> value, const QVector<SourceLocation> &aliases = {});
 
     bool isDefined() const { return m_value != nullptr; }
     Kind kind() const;
@@ -45,20 +45,20 @@ public:
     Entries entries() const;
 
     /// Where the value itself stands; where its key stands if it is null.
-    Place definition() const;
+    SourceLocation definition() const;
     /// The aliases through which it was reached, the one that stands for all others first.
-    const QVector<Place> &aliases() const { return m_aliases; }
+    const QVector<SourceLocation> &aliases() const { return m_aliases; }
     const std::shared_ptr<const Value> &value() const { return m_value; }
 
 private:
     std::shared_ptr<const Value> m_value;
-    QVector<Place> m_aliases;
+    QVector<SourceLocation> m_aliases;
 };
 
 struct YamlNode::Value
 {
     Kind kind = Kind::Null;
-    Place place;
+    SourceLocation location;
     QString text;
     QVector<YamlNode> children; ///< of a map: key and value by turns
     qint64 count = 1;           ///< values in it, with what aliases stand for

@@ -54,7 +54,7 @@ YamlReader::Entries YamlReader::map(const YamlNode &node, const QStringList &all
         if (allowed.contains(scalar(entry.first)))
             known.append(entry);
         else
-            problem(entry.first, listed(allowed));
+            errorExpected(entry.first, listed(allowed));
     }
     return known;
 }
@@ -63,7 +63,7 @@ YamlReader::Entries YamlReader::freeMap(const YamlNode &node)
 {
     Entries entries;
     if (!node.isMap()) {
-        problem(node, QStringLiteral("a map"));
+        errorExpected(node, QStringLiteral("a map"));
         return entries;
     }
     QStringList seen;
@@ -77,11 +77,11 @@ YamlReader::Entries YamlReader::freeMap(const YamlNode &node)
 bool YamlReader::isNew(const YamlNode &key, QStringList &seen)
 {
     if (!key.isScalar()) {
-        problem(key, QStringLiteral("a word"));
+        errorExpected(key, QStringLiteral("a word"));
         return false;
     }
     if (seen.contains(scalar(key))) {
-        complain(key, QStringLiteral("%1 stands here twice").arg(found(key)));
+        error(key, QStringLiteral("%1 stands here twice").arg(found(key)));
         return false;
     }
     seen.append(scalar(key));
@@ -92,7 +92,7 @@ std::optional<QString> YamlReader::text(const YamlNode &node, const QString &exp
 {
     if (node.isScalar())
         return scalar(node);
-    problem(node, expected);
+    errorExpected(node, expected);
     return std::nullopt;
 }
 
@@ -118,7 +118,7 @@ std::optional<int> YamlReader::integer(const YamlNode &node, int min, int max)
     const int value = node.isScalar() ? scalar(node).toInt(&isNumber) : 0;
     if (isNumber && value >= min && value <= max)
         return value;
-    problem(node, QStringLiteral("a whole number from %1 to %2").arg(min).arg(max));
+    errorExpected(node, QStringLiteral("a whole number from %1 to %2").arg(min).arg(max));
     return std::nullopt;
 }
 
@@ -128,7 +128,7 @@ std::optional<double> YamlReader::number(const YamlNode &node, double min, doubl
     const double value = node.isScalar() ? scalar(node).toDouble(&isNumber) : 0;
     if (isNumber && value >= min && value <= max)
         return value;
-    problem(node, QStringLiteral("a number from %1 to %2").arg(min).arg(max));
+    errorExpected(node, QStringLiteral("a number from %1 to %2").arg(min).arg(max));
     return std::nullopt;
 }
 
@@ -139,7 +139,7 @@ std::optional<bool> YamlReader::flag(const YamlNode &node)
         return true;
     if (value == QLatin1String("false") || value == QLatin1String("off"))
         return false;
-    problem(node, QStringLiteral("true or false"));
+    errorExpected(node, QStringLiteral("true or false"));
     return std::nullopt;
 }
 
@@ -152,9 +152,9 @@ std::optional<qint64> YamlReader::duration(const YamlNode &node)
         : -1;
     if (value >= 0 && value <= LongestDuration)
         return value;
-    problem(node,
-            value < 0 ? QStringLiteral("a duration such as 500ms, 20s, 2min or 1h")
-                      : QStringLiteral("a duration of at most %1h").arg(limits::DurationHours));
+    errorExpected(node,
+                  value < 0 ? QStringLiteral("a duration such as 500ms, 20s, 2min or 1h")
+                            : QStringLiteral("a duration of at most %1h").arg(limits::DurationHours));
     return std::nullopt;
 }
 
@@ -162,18 +162,18 @@ std::optional<QString> YamlReader::word(const YamlNode &node, const QStringList 
 {
     if (node.isScalar() && allowed.contains(scalar(node)))
         return scalar(node);
-    problem(node, listed(allowed));
+    errorExpected(node, listed(allowed));
     return std::nullopt;
 }
 
-void YamlReader::problem(const YamlNode &where, const QString &expected)
+void YamlReader::errorExpected(const YamlNode &where, const QString &expected)
 {
-    complain(where, QStringLiteral("found %1, expected %2").arg(found(where), expected));
+    error(where, QStringLiteral("found %1, expected %2").arg(found(where), expected));
 }
 
-void YamlReader::complain(const YamlNode &where, const QString &text)
+void YamlReader::error(const YamlNode &where, const QString &text)
 {
-    m_problems.add(where.definition(), where.aliases(), text);
+    m_diagnostics.add(where.definition(), where.aliases(), text);
 }
 
 QString durationText(qint64 milliseconds)

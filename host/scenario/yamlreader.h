@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scenario/problems.h"
+#include "diagnostics/diagnosticcollector.h"
 #include "scenario/yamlnode.h"
 
 #include <QtCore/QString>
@@ -15,10 +15,10 @@ namespace panelhost {
 class YamlReader
 {
 public:
-    explicit YamlReader(Problems &problems) : m_problems(problems) {}
+    explicit YamlReader(DiagnosticCollector &diagnostics) : m_diagnostics(diagnostics) {}
 
     /// The file that is being read.
-    QString file() const { return m_problems.file(); }
+    QString file() const { return m_diagnostics.file(); }
 
     using Entry = YamlNode::Entry;
     using Entries = YamlNode::Entries;
@@ -44,13 +44,13 @@ public:
     /// One of @p allowed.
     std::optional<QString> word(const YamlNode &node, const QStringList &allowed);
 
-    void problem(const YamlNode &where, const QString &expected);
-    void complain(const YamlNode &where, const QString &text);
+    void errorExpected(const YamlNode &where, const QString &expected);
+    void error(const YamlNode &where, const QString &text);
 
 private:
     bool isNew(const YamlNode &key, QStringList &seen);
 
-    Problems &m_problems;
+    DiagnosticCollector &m_diagnostics;
 };
 
 /// The duration as a scenario writes it.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands.h"
+#include "application/prepare.h"
 #include "time/virtualclock.h"
 
 #include <QtTest/QtTest>

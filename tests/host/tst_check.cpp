@@ -40,11 +40,11 @@ namespace {
 
 const auto DataDirectory = QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/check");
 
-QStringList linesOf(const Findings &findings)
+QStringList linesOf(const Diagnostics &diagnostics)
 {
     QStringList lines;
-    for (const auto &finding : findings)
-        lines.append(finding.toLine());
+    for (const auto &diagnostic : diagnostics)
+        lines.append(diagnostic.toLine());
     return lines;
 }
 
@@ -66,10 +66,10 @@ void CheckTest::initTestCase()
 void CheckTest::file_data()
 {
     QTest::addColumn<QStringList>("expected");
-    const auto row = [](const char *file, const QList<const char *> &findings) {
+    const auto row = [](const char *file, const QList<const char *> &diagnostics) {
         QStringList lines;
-        for (const auto finding : findings)
-            lines.append(tagOf(file) + QLatin1Char(':') + tagOf(finding));
+        for (const auto diagnostic : diagnostics)
+            lines.append(tagOf(file) + QLatin1Char(':') + tagOf(diagnostic));
         QTest::newRow(file) << lines;
     };
     row("keys01.xml", {});
@@ -181,8 +181,8 @@ void CheckTest::file()
 {
     QFETCH(QStringList, expected);
     const auto path = QString::fromUtf8(QTest::currentDataTag());
-    const auto findings = path.startsWith(QLatin1String("menu")) ? checkMenu(path) : checkKeyList(path);
-    QCOMPARE(linesOf(sortedByPlace(findings)), expected);
+    const auto diagnostics = path.startsWith(QLatin1String("menu")) ? checkMenu(path) : checkKeyList(path);
+    QCOMPARE(linesOf(sortedByLocation(diagnostics)), expected);
 }
 
 void CheckTest::missingFiles()
@@ -199,9 +199,9 @@ void CheckTest::directoryInPlaceOfAFile()
 {
     QTemporaryDir dir;
     QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("factorymenu.xml")));
-    const auto findings = checkMenu(dir.filePath(QStringLiteral("factorymenu.xml")));
-    QCOMPARE(findings.size(), 1);
-    QCOMPARE(findings.first().text, QStringLiteral("not a file"));
+    const auto diagnostics = checkMenu(dir.filePath(QStringLiteral("factorymenu.xml")));
+    QCOMPARE(diagnostics.size(), 1);
+    QCOMPARE(diagnostics.first().text, QStringLiteral("not a file"));
 }
 
 void CheckTest::bothFilesInOrder()
@@ -209,12 +209,12 @@ void CheckTest::bothFilesInOrder()
     QTemporaryDir dir;
     QVERIFY(QFile::copy(QStringLiteral("menu08.xml"), dir.filePath(QStringLiteral("factorymenu.xml"))));
     QVERIFY(QFile::copy(QStringLiteral("keys06.xml"), dir.filePath(QStringLiteral("factorykeychecklist.xml"))));
-    const auto findings = checkDirectory(dir.path());
-    QCOMPARE(findings.size(), 2);
-    QVERIFY(findings.at(0).file.endsWith(QLatin1String("factorymenu.xml")));
-    QVERIFY(findings.at(1).file.endsWith(QLatin1String("factorykeychecklist.xml")));
-    QCOMPARE(countOf(findings, Finding::Severity::Warning), 2);
-    QCOMPARE(countOf(findings, Finding::Severity::Error), 0);
+    const auto diagnostics = checkDirectory(dir.path());
+    QCOMPARE(diagnostics.size(), 2);
+    QVERIFY(diagnostics.at(0).file.endsWith(QLatin1String("factorymenu.xml")));
+    QVERIFY(diagnostics.at(1).file.endsWith(QLatin1String("factorykeychecklist.xml")));
+    QCOMPARE(countOf(diagnostics, Diagnostic::Severity::Warning), 2);
+    QCOMPARE(countOf(diagnostics, Diagnostic::Severity::Error), 0);
 }
 
 void CheckTest::shippedFilesHaveNoFinding()
@@ -261,7 +261,7 @@ void CheckTest::opensNoOtherFile()
 void CheckTest::hostileFileIsCheckedQuickly_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("finding");
+    QTest::addColumn<QString>("diagnostic");
     const QByteArray begin = "<LCD><MenuBar>";
     const QByteArray end = "</MenuBar></LCD>";
     const auto unexpected = QStringLiteral("found element \"x\", expected MenuItem");
@@ -285,18 +285,18 @@ void CheckTest::hostileFileIsCheckedQuickly_data()
 void CheckTest::hostileFileIsCheckedQuickly()
 {
     QFETCH(QByteArray, content);
-    QFETCH(QString, finding);
+    QFETCH(QString, diagnostic);
     QTemporaryDir dir;
     const auto path = dir.filePath(QStringLiteral("factorymenu.xml"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
     const auto before = std::clock();
-    const auto findings = checkMenu(path);
+    const auto diagnostics = checkMenu(path);
     const auto seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-    const auto isWanted = [&finding](const Finding &found) { return found.text == finding; };
-    QVERIFY2(std::any_of(findings.begin(), findings.end(), isWanted),
-             qPrintable(linesOf(findings.mid(0, 3)).join(QLatin1Char('\n'))));
+    const auto isWanted = [&diagnostic](const Diagnostic &found) { return found.text == diagnostic; };
+    QVERIFY2(std::any_of(diagnostics.begin(), diagnostics.end(), isWanted),
+             qPrintable(linesOf(diagnostics.mid(0, 3)).join(QLatin1Char('\n'))));
     QVERIFY2(seconds < MaxSeconds, qPrintable(QString::number(seconds)));
 }
 

@@ -76,11 +76,11 @@ void CheckWordsTest::sameWords()
 {
     QFETCH(QString, path);
     const auto verdict = verdictOf(path);
-    const auto findings = path.startsWith(QLatin1String("menu")) ? checkMenu(path) : checkKeyList(path);
-    QCOMPARE(countOf(findings, Finding::Severity::Error), verdict.accepted ? 0 : 1);
+    const auto diagnostics = path.startsWith(QLatin1String("menu")) ? checkMenu(path) : checkKeyList(path);
+    QCOMPARE(countOf(diagnostics, Diagnostic::Severity::Error), verdict.accepted ? 0 : 1);
     QStringList texts;
-    for (const auto &finding : findings)
-        texts.append(finding.text);
+    for (const auto &diagnostic : diagnostics)
+        texts.append(diagnostic.text);
     if (!verdict.words.isEmpty())
         QVERIFY2(texts.contains(verdict.words),
                  qPrintable(verdict.words + QLatin1Char('\n') + texts.join(QLatin1Char('\n'))));

@@ -62,9 +62,9 @@ QStringList offeredWords(const QByteArray &scenario)
     QTemporaryFile file;
     if (!file.open() || file.write(scenario) != scenario.size() || !file.flush())
         return {};
-    QStringList problems;
-    loadScenario(file.fileName(), {}, &problems);
-    const auto list = problems.value(0).section(QStringLiteral("expected "), 1).section(QStringLiteral("one of "), 1);
+    QStringList errors;
+    loadScenario(file.fileName(), {}, &errors);
+    const auto list = errors.value(0).section(QStringLiteral("expected "), 1).section(QStringLiteral("one of "), 1);
     return list.split(QStringLiteral(", "));
 }
 

@@ -37,7 +37,7 @@ private Q_SLOTS:
     void shipped();
 
 private:
-    std::optional<Scenario> load(const QString &path, QStringList *problems = nullptr);
+    std::optional<Scenario> load(const QString &path, QStringList *errors = nullptr);
     std::optional<Scenario> loadText(const QByteArray &text);
 
     Session::Options m_base;
@@ -64,12 +64,12 @@ void ScenarioLoaderTest::initTestCase()
     QVERIFY(QDir::setCurrent(QStringLiteral(LCD_SOURCE_DIR "/tests/host/data/scenarios")));
 }
 
-std::optional<Scenario> ScenarioLoaderTest::load(const QString &path, QStringList *problems)
+std::optional<Scenario> ScenarioLoaderTest::load(const QString &path, QStringList *errors)
 {
     QStringList found;
     const auto scenario = loadScenario(path, m_base, &found);
-    if (problems)
-        *problems = found;
+    if (errors)
+        *errors = found;
     else if (!found.isEmpty())
         qWarning("%s", qPrintable(found.join(QLatin1Char('\n'))));
     return scenario;
@@ -98,16 +98,16 @@ void ScenarioLoaderTest::wrong()
     QFile expected(QString(file).replace(QStringLiteral(".yaml"), QStringLiteral(".expected")));
     QVERIFY2(expected.open(QIODevice::ReadOnly), qPrintable(expected.fileName()));
     const auto lines = QString::fromUtf8(expected.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    QStringList problems;
-    QVERIFY(!load(file, &problems));
-    QCOMPARE(problems, lines);
+    QStringList errors;
+    QVERIFY(!load(file, &errors));
+    QCOMPARE(errors, lines);
 }
 
 void ScenarioLoaderTest::missingFile()
 {
-    QStringList problems;
-    QVERIFY(!load(QStringLiteral("nowhere.yaml"), &problems));
-    QCOMPARE(problems, QStringList{QStringLiteral("nowhere.yaml:1:1: error: No such file or directory")});
+    QStringList errors;
+    QVERIFY(!load(QStringLiteral("nowhere.yaml"), &errors));
+    QCOMPARE(errors, QStringList{QStringLiteral("nowhere.yaml:1:1: error: No such file or directory")});
 }
 
 void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
@@ -123,10 +123,10 @@ void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
               "steps:\n- repeat: &a\n    times: 1\n    steps:\n" + QByteArray("    - note: x\n").repeated(1000)
                   + QByteArray("- repeat: *a\n").repeated(39));
     const auto path = write("all.yaml", "steps:\n" + QByteArray("- use: part.yaml\n").repeated(5));
-    QStringList problems;
-    QVERIFY(!load(path, &problems));
+    QStringList errors;
+    QVERIFY(!load(path, &errors));
     // In the third part: 100000 = 2 * (1 + 40 * 1001) + 1 + 19 * 1001 + 1 + 897
-    QCOMPARE(problems,
+    QCOMPARE(errors,
              QStringList{part
                          + QStringLiteral(":1023:11: error: more than 100000 steps in all files; the alias "
                                           "stands for line 902")});
@@ -220,13 +220,13 @@ void ScenarioLoaderTest::valuesAreCountedWithAliases()
     }
     QTemporaryFile file;
     QVERIFY(file.open() && file.write(text) == text.size() && file.flush());
-    QStringList problems;
-    QVERIFY(!load(file.fileName(), &problems));
-    QCOMPARE(problems.size(), 1);
-    QVERIFY2(problems.constFirst().contains(QStringLiteral(":8:"))
-                 && problems.constFirst().endsWith(
+    QStringList errors;
+    QVERIFY(!load(file.fileName(), &errors));
+    QCOMPARE(errors.size(), 1);
+    QVERIFY2(errors.constFirst().contains(QStringLiteral(":8:"))
+                 && errors.constFirst().endsWith(
                      QStringLiteral(": error: more than 500000 values, what aliases stand for included")),
-             qPrintable(problems.constFirst()));
+             qPrintable(errors.constFirst()));
 }
 
 void ScenarioLoaderTest::limitsStandInTheManual()
@@ -299,9 +299,9 @@ void ScenarioLoaderTest::shipped_data()
 void ScenarioLoaderTest::shipped()
 {
     QFETCH(QString, path);
-    QStringList problems;
-    const auto scenario = load(path, &problems);
-    QCOMPARE(problems, QStringList());
+    QStringList errors;
+    const auto scenario = load(path, &errors);
+    QCOMPARE(errors, QStringList());
     QVERIFY(!scenario->title.isEmpty());
 }
 

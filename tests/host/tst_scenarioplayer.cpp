@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "application/prepare.h"
 #include "scenario/htmlreport.h"
 #include "scenario/junitreport.h"
 #include "scenario/player.h"
@@ -134,11 +134,11 @@ QByteArray record(const QString &path, Session &session)
 
 ScenarioResult ScenarioPlayerTest::playFile(const QString &path)
 {
-    QStringList problems;
-    const auto scenario = loadScenario(path, options(), &problems);
+    QStringList errors;
+    const auto scenario = loadScenario(path, options(), &errors);
     ScenarioResult result;
     result.passed = false;
-    result.error = problems.join(QLatin1Char('\n'));
+    result.error = errors.join(QLatin1Char('\n'));
     if (!scenario)
         return result;
     Player::Options how;
@@ -267,9 +267,9 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
     QVERIFY2(writer.open(LineFile::IfExists::Overwrite, &error), qPrintable(error));
     int steps = 1;
     for (const auto &deed : deeds().mid(0, 5)) {
-        QStringList problems;
-        const auto scenario = loadScenario(path, options(), &problems);
-        QCOMPARE(problems, QStringList());
+        QStringList errors;
+        const auto scenario = loadScenario(path, options(), &errors);
+        QCOMPARE(errors, QStringList());
         QCOMPARE(scenario->steps.size(), steps);
         session->clock().advance(deed.wait);
         QVERIFY2(session->op().perform(deed.action, &error), qPrintable(error));
@@ -394,9 +394,9 @@ void ScenarioPlayerTest::interruptedPlayerStops()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("steps:\n  - open: AgingMode\n  - soft: right\n  - wait: 24h\n  - note: never\n");
     file.close();
-    QStringList problems;
-    const auto scenario = loadScenario(path, options(), &problems);
-    QCOMPARE(problems, QStringList());
+    QStringList errors;
+    const auto scenario = loadScenario(path, options(), &errors);
+    QCOMPARE(errors, QStringList());
     qint64 lines = 0;
     QByteArray journal;
     Player::Options how;

@@ -88,8 +88,8 @@ bool ScenarioSchemaTest::loads(const QJsonObject &scenario)
     QTemporaryFile file;
     if (!file.open() || file.write(QJsonDocument(scenario).toJson()) < 0 || !file.flush())
         return false;
-    QStringList problems;
-    return loadScenario(file.fileName(), m_base, &problems).has_value();
+    QStringList errors;
+    return loadScenario(file.fileName(), m_base, &errors).has_value();
 }
 
 bool ScenarioSchemaTest::fitsSchema(const QJsonObject &scenario)

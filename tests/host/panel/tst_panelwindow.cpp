@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "application/prepare.h"
 #include "device/device.h"
 #include "device/faults.h"
 #include "panel/faultmenu.h"

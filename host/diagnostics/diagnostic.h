@@ -5,15 +5,15 @@
 
 namespace panelhost {
 
-/// A place in a text file, counted from 1.
-struct Place
+/// A location in a text file, counted from 1.
+struct SourceLocation
 {
     int line = 1;
     int column = 1;
 };
 
 /// One thing that `panelhost check` has to say about a configuration file.
-struct Finding
+struct Diagnostic
 {
     enum class Severity {
         Error,
@@ -21,7 +21,7 @@ struct Finding
     };
 
     QString file;
-    Place place;
+    SourceLocation location;
     Severity severity = Severity::Error;
     QString text;
 
@@ -29,11 +29,11 @@ struct Finding
     QString toLine() const;
 };
 
-using Findings = QVector<Finding>;
+using Diagnostics = QVector<Diagnostic>;
 
 /// In the order of their places.
-Findings sortedByPlace(Findings findings);
-/// Number of findings of @p severity.
-int countOf(const Findings &findings, Finding::Severity severity);
+Diagnostics sortedByLocation(Diagnostics diagnostics);
+/// Number of diagnostics of @p severity.
+int countOf(const Diagnostics &diagnostics, Diagnostic::Severity severity);
 
 }

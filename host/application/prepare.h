@@ -1,0 +1,12 @@
+#pragma once
+
+namespace panelhost {
+
+/// Prepares the process: platform, message handler and virtual clock. Call it before the application object is made.
+/// Without @p needsDisplay the offscreen platform is used unless another one is asked for.
+void prepareProcess(bool needsDisplay);
+
+/// Sets the style, the palette and the name of the application. Call it after the application object is made.
+void prepareApplication();
+
+}
