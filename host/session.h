@@ -69,7 +69,7 @@ public:
     virtual VirtualClock &clock() = 0;
     virtual Device &device() = 0;
     virtual Journal &journal() = 0;
-    virtual Operator &op() = 0;
+    virtual Operator &panelOperator() = 0;
     virtual Faults &faults() = 0;
     /// The LCD: a widget of the device's size with the component in it. Owned by the session.
     virtual QWidget *lcd() = 0;

@@ -1,6 +1,6 @@
 #include "operator/operator.h"
 
-#include "operator/deed.h"
+#include "operator/preparedaction.h"
 #include "session.h"
 
 namespace panelhost {
@@ -9,20 +9,20 @@ Operator::Operator(Session &session) : m_session(session)
 {
 }
 
-bool Operator::perform(const Action &action, QString *error)
+bool Operator::perform(const OperatorAction &action, QString *error)
 {
-    const Deed deed = prepareDeed(m_session, action);
-    if (!deed.run) {
+    const PreparedAction prepared = prepareAction(m_session, action);
+    if (!prepared.run) {
         if (error)
-            *error = deed.error;
+            *error = prepared.error;
         return false;
     }
     const Milliseconds at = m_session.clock().now();
     m_session.journal().add(Journal::Kind::Action, actionName(action.kind),
-                            QJsonObject::fromVariantMap(deed.action.arguments));
-    deed.run();
+                            QJsonObject::fromVariantMap(prepared.action.arguments));
+    prepared.run();
     m_session.clock().settle();
-    Q_EMIT performed(deed.action, at);
+    Q_EMIT performed(prepared.action, at);
     return true;
 }
 

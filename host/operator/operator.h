@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 #include "time/virtualclock.h"
 
 #include <QtCore/QObject>
@@ -19,11 +19,11 @@ public:
 
     /// Does @p action at the present instant and settles. False, with a sentence in @p error, if the device has no
     /// such key, port or fault, or the page no such button.
-    bool perform(const Action &action, QString *error = nullptr);
+    bool perform(const OperatorAction &action, QString *error = nullptr);
 
 Q_SIGNALS:
     /// @p action as it is in the journal: its arguments complete and each of its own type.
-    void performed(const panelhost::Action &action, panelhost::Milliseconds at);
+    void performed(const panelhost::OperatorAction &action, panelhost::Milliseconds at);
 
 private:
     Session &m_session;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 
 #include <QtWidgets/QWidget>
 
@@ -17,7 +17,7 @@ public:
     Control(const QString &name, const QString &description, QWidget *parent);
 
 Q_SIGNALS:
-    void acted(const panelhost::Action &action);
+    void actionTriggered(const panelhost::OperatorAction &action);
 };
 
 }

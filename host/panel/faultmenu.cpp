@@ -79,7 +79,8 @@ void FaultMenu::choose(const FaultInfo &fault, bool on)
 {
     if (on && !fault.arguments.isEmpty())
         return ask(fault);
-    Q_EMIT acted({Action::Kind::Fault, {{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), on}}});
+    Q_EMIT actionTriggered(
+        {OperatorAction::Kind::Fault, {{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), on}}});
 }
 
 QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
@@ -105,9 +106,9 @@ void FaultMenu::tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fi
     QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};
     for (auto field = fields.cbegin(); field != fields.cend(); ++field)
         arguments.insert(field.key(), valueOf(field.value()));
-    const Action action{Action::Kind::Fault, arguments};
+    const OperatorAction action{OperatorAction::Kind::Fault, arguments};
     QMetaObject::invokeMethod(
-        this, [this, action] { Q_EMIT acted(action); }, Qt::QueuedConnection);
+        this, [this, action] { Q_EMIT actionTriggered(action); }, Qt::QueuedConnection);
 }
 
 void FaultMenu::ask(const FaultInfo &fault)

@@ -2,7 +2,7 @@
 
 #include "device/device.h"
 #include "device/faults.h"
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 
 #include <QtCore/QHash>
 #include <QtWidgets/QMenu>
@@ -20,7 +20,7 @@ public:
     FaultMenu(const Faults &faults, const Device &device, QWidget *parent);
 
 Q_SIGNALS:
-    void acted(const panelhost::Action &action);
+    void actionTriggered(const panelhost::OperatorAction &action);
 
 private:
     void addFault(const FaultInfo &fault);

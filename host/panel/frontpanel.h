@@ -11,7 +11,7 @@ class QLayout;
 
 namespace panelhost {
 
-struct Action;
+struct OperatorAction;
 class KeyField;
 class ScreenView;
 class TBarWidget;
@@ -29,7 +29,7 @@ public:
     void setState(const DeviceState &device, Milliseconds now);
 
 Q_SIGNALS:
-    void acted(const panelhost::Action &action);
+    void actionTriggered(const panelhost::OperatorAction &action);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -38,7 +38,7 @@ private:
     template <class Part>
     Part *listen(Part *part)
     {
-        connect(part, &Part::acted, this, &FrontPanel::acted);
+        connect(part, &Part::actionTriggered, this, &FrontPanel::actionTriggered);
         return part;
     }
     QLayout *makeTop(const DeviceState &device, QWidget *lcd);

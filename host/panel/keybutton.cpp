@@ -16,7 +16,7 @@ KeyButton::KeyButton(const KeyState &key, QWidget *parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(&m_holdTimer, &RealTimeTimer::timeout, this, [this] {
         m_isHolding = true;
-        act(Action::Kind::Hold);
+        trigger(OperatorAction::Kind::Hold);
     });
 }
 
@@ -51,9 +51,9 @@ void KeyButton::paintEvent(QPaintEvent *)
     painter.drawText(rect().adjusted(3, 3, -3, -3), Qt::AlignCenter | Qt::TextWordWrap, label);
 }
 
-void KeyButton::act(Action::Kind kind)
+void KeyButton::trigger(OperatorAction::Kind kind)
 {
-    Q_EMIT acted({kind, {{QStringLiteral("key"), m_key.halKey}}});
+    Q_EMIT actionTriggered({kind, {{QStringLiteral("key"), m_key.halKey}}});
 }
 
 void KeyButton::setMouseDown(bool down)
@@ -65,11 +65,11 @@ void KeyButton::setMouseDown(bool down)
 void KeyButton::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::RightButton)
-        return act(m_key.isDown ? Action::Kind::Release : Action::Kind::Hold);
+        return trigger(m_key.isDown ? OperatorAction::Kind::Release : OperatorAction::Kind::Hold);
     if (event->button() != Qt::LeftButton)
         return;
     if (m_key.isDown)
-        return act(Action::Kind::Release);
+        return trigger(OperatorAction::Kind::Release);
     setMouseDown(true);
     m_holdTimer.startOnce(HoldAfter);
 }
@@ -81,7 +81,7 @@ void KeyButton::mouseReleaseEvent(QMouseEvent *event)
     m_holdTimer.stop();
     setMouseDown(false);
     const bool wasHolding = std::exchange(m_isHolding, false);
-    act(wasHolding ? Action::Kind::Release : Action::Kind::Press);
+    trigger(wasHolding ? OperatorAction::Kind::Release : OperatorAction::Kind::Press);
 }
 
 void KeyButton::hideEvent(QHideEvent *event)

@@ -32,7 +32,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    void act(Action::Kind kind);
+    void trigger(OperatorAction::Kind kind);
     void setMouseDown(bool down);
     QColor capColor() const;
 

@@ -46,7 +46,7 @@ void KeyField::addGroup(const KeyGroup &keys)
     Group group{keys.title, {}, {}};
     for (const KeyState &key : keys.keys) {
         auto *button = new KeyButton(key, this);
-        connect(button, &KeyButton::acted, this, &KeyField::acted);
+        connect(button, &KeyButton::actionTriggered, this, &KeyField::actionTriggered);
         group.buttons.append(button);
     }
     m_groups.append(group);

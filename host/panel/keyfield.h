@@ -8,7 +8,7 @@
 
 namespace panelhost {
 
-struct Action;
+struct OperatorAction;
 struct KeyGroup;
 class KeyButton;
 
@@ -27,7 +27,7 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    void acted(const panelhost::Action &action);
+    void actionTriggered(const panelhost::OperatorAction &action);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

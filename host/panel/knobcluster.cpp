@@ -40,7 +40,7 @@ KnobCluster::KnobCluster(QWidget *parent) : QWidget(parent)
 
 Control *KnobCluster::listen(Control *control)
 {
-    connect(control, &Control::acted, this, &KnobCluster::acted);
+    connect(control, &Control::actionTriggered, this, &KnobCluster::actionTriggered);
     return control;
 }
 

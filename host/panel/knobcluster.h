@@ -6,7 +6,7 @@ class QLayout;
 
 namespace panelhost {
 
-struct Action;
+struct OperatorAction;
 class Control;
 
 /// What the operator's right hand rests on: joystick, knob and the Back key.
@@ -18,7 +18,7 @@ public:
     explicit KnobCluster(QWidget *parent);
 
 Q_SIGNALS:
-    void acted(const panelhost::Action &action);
+    void actionTriggered(const panelhost::OperatorAction &action);
 
 private:
     Control *listen(Control *control);

@@ -26,7 +26,7 @@ void LcdOverlay::navigate(int key)
     };
     const auto found = keys.constFind(key);
     if (found != keys.constEnd())
-        Q_EMIT acted({Action::Kind::Navigate, {{QStringLiteral("key"), *found}}});
+        Q_EMIT actionTriggered({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), *found}}});
 }
 
 void LcdOverlay::mousePressEvent(QMouseEvent *event)
@@ -35,7 +35,8 @@ void LcdOverlay::mousePressEvent(QMouseEvent *event)
         return;
     focusLcd();
     const QPoint at = m_lcd->mapFromGlobal(mapToGlobal(event->pos()));
-    Q_EMIT acted({Action::Kind::Touch, {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}}});
+    Q_EMIT actionTriggered(
+        {OperatorAction::Kind::Touch, {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}}});
 }
 
 void LcdOverlay::wheelEvent(QWheelEvent *event)

@@ -9,9 +9,9 @@ namespace panelhost {
 
 using look::Grid;
 
-static Action navigation(const QString &key)
+static OperatorAction navigation(const QString &key)
 {
-    return {Action::Kind::Navigate, {{QStringLiteral("key"), key}}};
+    return {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), key}}};
 }
 
 NavButton::NavButton(const QString &key, const QString &sign, QWidget *parent)
@@ -41,7 +41,7 @@ void NavButton::mousePressEvent(QMouseEvent *event)
         return;
     m_isDown = true;
     update();
-    Q_EMIT acted(navigation(m_key));
+    Q_EMIT actionTriggered(navigation(m_key));
 }
 
 void NavButton::mouseReleaseEvent(QMouseEvent *)
@@ -88,7 +88,7 @@ void Knob::navigate(const QString &key, int turn)
 {
     m_turn = (m_turn + turn) % 360;
     update();
-    Q_EMIT acted(navigation(key));
+    Q_EMIT actionTriggered(navigation(key));
 }
 
 void Knob::mousePressEvent(QMouseEvent *event)

@@ -30,7 +30,7 @@ PanelWindow::PanelWindow(Session &session)
     look::dress(m_speed);
     addMenus();
     addJournal();
-    connect(m_panel, &FrontPanel::acted, this, &PanelWindow::perform);
+    connect(m_panel, &FrontPanel::actionTriggered, this, &PanelWindow::perform);
     connect(m_speed, &SpeedBar::chosen, this, &PanelWindow::setSpeed);
     connect(&m_refresh, &RealTimeTimer::timeout, this, &PanelWindow::refresh);
     m_refresh.start(RefreshInterval);
@@ -44,10 +44,10 @@ PanelWindow::~PanelWindow()
     m_session.clock().stop();
 }
 
-void PanelWindow::perform(const Action &action)
+void PanelWindow::perform(const OperatorAction &action)
 {
     QString error;
-    m_session.op().perform(action, &error);
+    m_session.panelOperator().perform(action, &error);
     m_speed->setMessage(error);
     refresh();
 }
@@ -121,7 +121,7 @@ void PanelWindow::addMenus()
 {
     addDeviceMenu();
     auto *faults = new FaultMenu(m_session.faults(), m_session.device(), this);
-    connect(faults, &FaultMenu::acted, this, &PanelWindow::perform);
+    connect(faults, &FaultMenu::actionTriggered, this, &PanelWindow::perform);
     look::dress(faults);
     menuBar()->addMenu(faults);
     addLanguageMenu();
@@ -134,10 +134,10 @@ void PanelWindow::addDeviceMenu()
 {
     QMenu *menu = menuBar()->addMenu(QStringLiteral("&Device"));
     menu->addAction(QStringLiteral("&Enter factory mode"), this, [this] {
-        perform({Action::Kind::EnterFactoryMode, {}});
+        perform({OperatorAction::Kind::EnterFactoryMode, {}});
     });
     menu->addAction(QStringLiteral("E&xit factory mode"), this, [this] {
-        perform({Action::Kind::ExitFactoryMode, {}});
+        perform({OperatorAction::Kind::ExitFactoryMode, {}});
     });
     menu->addSeparator();
     menu->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
@@ -149,10 +149,10 @@ void PanelWindow::addLanguageMenu()
     auto *group = new QActionGroup(menu);
     const auto codes = m_session.languages();
     for (const QString &code : codes) {
-        QAction *action = menu->addAction(QStringLiteral("%1 (%2)").arg(QLocale(code).nativeLanguageName(), code), this,
-                                          [this, code] {
-                                              perform({Action::Kind::Language, {{QStringLiteral("code"), code}}});
-                                          });
+        QAction *action = menu->addAction(
+            QStringLiteral("%1 (%2)").arg(QLocale(code).nativeLanguageName(), code), this, [this, code] {
+                perform({OperatorAction::Kind::Language, {{QStringLiteral("code"), code}}});
+            });
         action->setData(code);
         action->setCheckable(true);
         group->addAction(action);

@@ -8,7 +8,7 @@
 
 namespace panelhost {
 
-struct Action;
+struct OperatorAction;
 class FrontPanel;
 class JournalView;
 class Session;
@@ -39,7 +39,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void perform(const Action &action);
+    void perform(const OperatorAction &action);
     void showFailure(const QString &failure);
     void placeSpeedBar();
     void addMenus();

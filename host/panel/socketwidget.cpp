@@ -99,14 +99,14 @@ void SocketWidget::paintEvent(QPaintEvent *)
 
 void SocketWidget::togglePlug()
 {
-    const auto kind = m_port.isPlugged ? Action::Kind::Unplug : Action::Kind::Plug;
-    Q_EMIT acted({kind, {{QStringLiteral("port"), m_port.name}}});
+    const auto kind = m_port.isPlugged ? OperatorAction::Kind::Unplug : OperatorAction::Kind::Plug;
+    Q_EMIT actionTriggered({kind, {{QStringLiteral("port"), m_port.name}}});
 }
 
 void SocketWidget::toggleBlock()
 {
-    const auto kind = m_port.isBlocked ? Action::Kind::Unblock : Action::Kind::Block;
-    Q_EMIT acted({kind, {{QStringLiteral("port"), m_port.name}}});
+    const auto kind = m_port.isBlocked ? OperatorAction::Kind::Unblock : OperatorAction::Kind::Block;
+    Q_EMIT actionTriggered({kind, {{QStringLiteral("port"), m_port.name}}});
 }
 
 void SocketWidget::mousePressEvent(QMouseEvent *event)

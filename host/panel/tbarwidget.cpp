@@ -121,7 +121,7 @@ void TBarWidget::moveTo(double position)
 {
     const double rounded = std::round(qBound(0.0, position, 1.0) * 100) / 100;
     if (rounded != m_bar.position)
-        Q_EMIT acted({Action::Kind::TBar, {{QStringLiteral("position"), rounded}}});
+        Q_EMIT actionTriggered({OperatorAction::Kind::TBar, {{QStringLiteral("position"), rounded}}});
 }
 
 void TBarWidget::mousePressEvent(QMouseEvent *event)

@@ -37,17 +37,17 @@ void StepReader::navigate(const YamlNode &value, Step &step)
 {
     forEach(value, [&](const YamlNode &node) {
         if (const auto key = m_reader.word(node, NavigationKeys))
-            step.actions.append({Action::Kind::Navigate, {{QStringLiteral("key"), *key}}});
+            step.actions.append({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), *key}}});
     });
 }
 
 void StepReader::soft(const YamlNode &value, Step &step)
 {
     if (const auto side = m_reader.word(value, Sides))
-        step.actions.append({Action::Kind::Soft, {{QStringLiteral("side"), *side}}});
+        step.actions.append({OperatorAction::Kind::Soft, {{QStringLiteral("side"), *side}}});
 }
 
-void StepReader::keyActions(const YamlNode &value, Action::Kind kind, Step &step)
+void StepReader::keyActions(const YamlNode &value, OperatorAction::Kind kind, Step &step)
 {
     forEach(value, [&](const YamlNode &node) {
         if (const auto halKey = key(node))
@@ -57,17 +57,17 @@ void StepReader::keyActions(const YamlNode &value, Action::Kind kind, Step &step
 
 void StepReader::press(const YamlNode &value, Step &step)
 {
-    keyActions(value, Action::Kind::Press, step);
+    keyActions(value, OperatorAction::Kind::Press, step);
 }
 
 void StepReader::hold(const YamlNode &value, Step &step)
 {
-    keyActions(value, Action::Kind::Hold, step);
+    keyActions(value, OperatorAction::Kind::Hold, step);
 }
 
 void StepReader::release(const YamlNode &value, Step &step)
 {
-    keyActions(value, Action::Kind::Release, step);
+    keyActions(value, OperatorAction::Kind::Release, step);
 }
 
 void StepReader::touch(const YamlNode &value, Step &step)
@@ -79,7 +79,7 @@ void StepReader::touch(const YamlNode &value, Step &step)
     }
     if (value.isMap() && value.entries().size() < 2)
         m_reader.error(value, QStringLiteral("a touch needs x and y"));
-    step.actions.append({Action::Kind::Touch, arguments});
+    step.actions.append({OperatorAction::Kind::Touch, arguments});
 }
 
 void StepReader::tbar(const YamlNode &value, Step &step)
@@ -88,12 +88,13 @@ void StepReader::tbar(const YamlNode &value, Step &step)
     const auto end = value.isScalar() ? ends.constFind(YamlReader::scalar(value)) : ends.constEnd();
     const auto position = end != ends.constEnd() ? std::optional<double>(*end) : m_reader.number(value, 0, 1);
     if (position)
-        step.actions.append({Action::Kind::TBar, {{QStringLiteral("position"), *position}}});
+        step.actions.append({OperatorAction::Kind::TBar, {{QStringLiteral("position"), *position}}});
 }
 
-QVector<Action> StepReader::portActions(const YamlNode &node, Action::Kind kind, const QStringList &ports)
+QVector<OperatorAction> StepReader::portActions(const YamlNode &node, OperatorAction::Kind kind,
+                                                const QStringList &ports)
 {
-    QVector<Action> actions;
+    QVector<OperatorAction> actions;
     forEach(node, [&](const YamlNode &one) {
         if (const auto port = m_reader.word(one, ports))
             actions.append({kind, {{QStringLiteral("port"), *port}}});
@@ -103,36 +104,37 @@ QVector<Action> StepReader::portActions(const YamlNode &node, Action::Kind kind,
 
 void StepReader::plug(const YamlNode &value, Step &step)
 {
-    step.actions = portActions(value, Action::Kind::Plug, m_vocabulary.ports());
+    step.actions = portActions(value, OperatorAction::Kind::Plug, m_vocabulary.ports());
 }
 
 void StepReader::unplug(const YamlNode &value, Step &step)
 {
-    step.actions = portActions(value, Action::Kind::Unplug, m_vocabulary.ports());
+    step.actions = portActions(value, OperatorAction::Kind::Unplug, m_vocabulary.ports());
 }
 
 void StepReader::block(const YamlNode &value, Step &step)
 {
-    step.actions = portActions(value, Action::Kind::Block, m_vocabulary.usbPorts);
+    step.actions = portActions(value, OperatorAction::Kind::Block, m_vocabulary.usbPorts);
 }
 
 void StepReader::unblock(const YamlNode &value, Step &step)
 {
-    step.actions = portActions(value, Action::Kind::Unblock, m_vocabulary.usbPorts);
+    step.actions = portActions(value, OperatorAction::Kind::Unblock, m_vocabulary.usbPorts);
 }
 
 void StepReader::language(const YamlNode &value, Step &step)
 {
     if (const auto code = m_reader.word(value, m_vocabulary.languages))
-        step.actions.append({Action::Kind::Language, {{QStringLiteral("code"), *code}}});
+        step.actions.append({OperatorAction::Kind::Language, {{QStringLiteral("code"), *code}}});
 }
 
 void StepReader::factoryMode(const YamlNode &value, Step &step)
 {
     const auto way = m_reader.word(value, {QStringLiteral("enter"), QStringLiteral("exit")});
     if (way)
-        step.actions.append(
-            {*way == QLatin1String("enter") ? Action::Kind::EnterFactoryMode : Action::Kind::ExitFactoryMode, {}});
+        step.actions.append({*way == QLatin1String("enter") ? OperatorAction::Kind::EnterFactoryMode
+                                                            : OperatorAction::Kind::ExitFactoryMode,
+                             {}});
 }
 
 }

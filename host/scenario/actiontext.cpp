@@ -7,7 +7,7 @@ namespace panelhost {
 
 namespace {
 
-using Kind = Action::Kind;
+using Kind = OperatorAction::Kind;
 
 /// The one argument of the actions that have no more.
 QString argumentOf(Kind kind)
@@ -62,7 +62,7 @@ QString faultText(const QString &name, QVariantMap arguments)
     return mapText(arguments);
 }
 
-QString stepText(const Action &action)
+QString stepText(const OperatorAction &action)
 {
     switch (action.kind) {
     case Kind::EnterFactoryMode:

@@ -72,9 +72,9 @@ void DeviceReader::readPreparation(const YamlReader::Entry &entry)
     const std::string name = entry.first.text().toStdString();
     const auto &value = entry.second;
     if (name == "plugged") {
-        m_scenario.preparation += steps.portActions(value, Action::Kind::Plug, vocabulary.ports());
+        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Plug, vocabulary.ports());
     } else if (name == "blocked") {
-        m_scenario.preparation += steps.portActions(value, Action::Kind::Block, vocabulary.usbPorts);
+        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Block, vocabulary.usbPorts);
     } else if (name == "faults") {
         if (!value.isSequence())
             return m_reader.errorExpected(value, QStringLiteral("a list of faults"));

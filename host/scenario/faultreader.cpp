@@ -25,7 +25,7 @@ YamlNode entryOf(const YamlNode &map, const char *name)
 
 }
 
-std::optional<Action> StepReader::fault(const YamlNode &node)
+std::optional<OperatorAction> StepReader::fault(const YamlNode &node)
 {
     const auto nameNode = node.isMap() ? entryOf(node, "name") : node;
     if (node.isMap() && !nameNode.isDefined()) {
@@ -45,7 +45,7 @@ std::optional<Action> StepReader::fault(const YamlNode &node)
         if (arguments[QStringLiteral("on")].toBool() && !arguments.contains(needed))
             m_reader.error(node, QStringLiteral("the fault %1 needs %2").arg(info.name, needed));
     }
-    return Action{Action::Kind::Fault, arguments};
+    return OperatorAction{OperatorAction::Kind::Fault, arguments};
 }
 
 std::optional<Session::InitialFault> StepReader::initialFault(const YamlNode &node)

@@ -99,7 +99,7 @@ int MenuWalk::rowOf(const QString &name, const QStringList &titles) const
 void MenuWalk::navigate(const QString &key, int times)
 {
     for (int i = 0; i < times; ++i)
-        m_session.op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), key}}});
+        m_session.panelOperator().perform({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), key}}});
 }
 
 }

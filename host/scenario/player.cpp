@@ -52,7 +52,7 @@ void Player::playSession()
 bool Player::prepare()
 {
     for (const auto &action : m_scenario.preparation) {
-        if (!m_session->op().perform(action, &m_result.error))
+        if (!m_session->panelOperator().perform(action, &m_result.error))
             return false;
     }
     return true;
@@ -117,9 +117,9 @@ void Player::doStep(const Step &step, StepResult &result)
     }
 }
 
-bool Player::perform(const Action &action, StepResult &result)
+bool Player::perform(const OperatorAction &action, StepResult &result)
 {
-    result.passed = m_session->op().perform(action, &result.error);
+    result.passed = m_session->panelOperator().perform(action, &result.error);
     return result.passed;
 }
 
@@ -141,7 +141,7 @@ void Player::open(const Step &step, StepResult &result)
 void Player::walkKeys(const Step &step, StepResult &result)
 {
     const auto press = [&](int halKey) {
-        if (!perform({Action::Kind::Press, {{QStringLiteral("key"), halKey}}}, result))
+        if (!perform({OperatorAction::Kind::Press, {{QStringLiteral("key"), halKey}}}, result))
             return false;
         advance(step.walk.pace);
         return true;

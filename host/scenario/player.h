@@ -50,7 +50,7 @@ private:
     bool playStep(const Step &step);
     bool playRounds(const Step &step);
     void doStep(const Step &step, StepResult &result);
-    bool perform(const Action &action, StepResult &result);
+    bool perform(const OperatorAction &action, StepResult &result);
     void act(const Step &step, StepResult &result);
     void open(const Step &step, StepResult &result);
     void walkKeys(const Step &step, StepResult &result);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "diagnostics/diagnosticcollector.h"
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 #include "scenario/expectation.h"
 #include "session.h"
 
@@ -39,16 +39,16 @@ struct Step
     Kind kind = Kind::Note;
     QString file; ///< where it stands: the scenario's file or one that it uses
     SourceLocation where;
-    QString text;                 ///< the step as one line, for progress and reports
-    QVector<Action> actions;      ///< Act
-    QStringList path;             ///< Open
-    KeyWalk walk;                 ///< WalkKeys
-    qint64 duration = 0;          ///< Wait, in milliseconds
-    Expectations expectations;    ///< Expect
-    std::optional<qint64> within; ///< Expect: until when, in milliseconds; absent: now
-    QString name;                 ///< Screenshot, Note, Mark
-    int times = 1;                ///< Act, Repeat
-    QVector<Step> steps;          ///< Repeat
+    QString text;                    ///< the step as one line, for progress and reports
+    QVector<OperatorAction> actions; ///< Act
+    QStringList path;                ///< Open
+    KeyWalk walk;                    ///< WalkKeys
+    qint64 duration = 0;             ///< Wait, in milliseconds
+    Expectations expectations;       ///< Expect
+    std::optional<qint64> within;    ///< Expect: until when, in milliseconds; absent: now
+    QString name;                    ///< Screenshot, Note, Mark
+    int times = 1;                   ///< Act, Repeat
+    QVector<Step> steps;             ///< Repeat
 };
 
 /// A whole session as data: the device, and what the operator does and must see.
@@ -58,7 +58,7 @@ struct Scenario
     QStringList files; ///< all that were read: the scenario's file and those that it uses
     QString title;
     Session::Options device;
-    QVector<Action> preparation; ///< what is plugged before the operator comes
+    QVector<OperatorAction> preparation; ///< what is plugged before the operator comes
     QVector<Step> steps;
 };
 

@@ -27,7 +27,7 @@ bool ScenarioWriter::open(LineFile::IfExists ifExists, QString *error)
         return false;
     }
     m_written = m_session.clock().now();
-    connect(&m_session.op(), &Operator::performed, this, &ScenarioWriter::writeStep);
+    connect(&m_session.panelOperator(), &Operator::performed, this, &ScenarioWriter::writeStep);
     return true;
 }
 
@@ -35,7 +35,7 @@ void ScenarioWriter::close()
 {
     if (!m_file.isOpen())
         return;
-    disconnect(&m_session.op(), nullptr, this, nullptr);
+    disconnect(&m_session.panelOperator(), nullptr, this, nullptr);
     const auto wait = waitUntil(m_session.clock().now());
     if (!wait.isEmpty())
         m_file.append(wait);
@@ -66,7 +66,7 @@ QByteArray ScenarioWriter::header() const
 }
 
 // One write for the time and the action: what is cut off is the whole of it or nothing.
-void ScenarioWriter::writeStep(const Action &action, Milliseconds at)
+void ScenarioWriter::writeStep(const OperatorAction &action, Milliseconds at)
 {
     m_file.append(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
 }

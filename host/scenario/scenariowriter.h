@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 #include "output/linefile.h"
 #include "session.h"
 
@@ -36,7 +36,7 @@ Q_SIGNALS:
 
 private:
     QByteArray header() const;
-    void writeStep(const Action &action, Milliseconds at);
+    void writeStep(const OperatorAction &action, Milliseconds at);
     QByteArray waitUntil(Milliseconds at);
     LineFile m_file;
     const QString m_path;

@@ -26,11 +26,11 @@ public:
 
     QVector<Step> steps(const YamlNode &list);
     /// One fault to be switched, as a step or the device's description tells it.
-    std::optional<Action> fault(const YamlNode &node);
+    std::optional<OperatorAction> fault(const YamlNode &node);
     /// One fault that is on from the start.
     std::optional<Session::InitialFault> initialFault(const YamlNode &node);
     /// One action for each port named. @p ports is what may be named.
-    QVector<Action> portActions(const YamlNode &node, Action::Kind kind, const QStringList &ports);
+    QVector<OperatorAction> portActions(const YamlNode &node, OperatorAction::Kind kind, const QStringList &ports);
 
 private:
     struct Form;
@@ -64,7 +64,7 @@ private:
     void use(const YamlNode &value, Step &step);
     void note(const YamlNode &value, Step &step);
     void mark(const YamlNode &value, Step &step);
-    void keyActions(const YamlNode &value, Action::Kind kind, Step &step);
+    void keyActions(const YamlNode &value, OperatorAction::Kind kind, Step &step);
     void faultArgument(const FaultInfo &fault, const YamlReader::Entry &entry, QVariantMap &arguments);
 
     YamlReader &m_reader;

@@ -39,7 +39,7 @@ public:
     VirtualClock &clock() override { return m_clock; }
     Device &device() override { return m_device; }
     Journal &journal() override { return m_journal; }
-    Operator &op() override { return m_operator; }
+    Operator &panelOperator() override { return m_operator; }
     Faults &faults() override { return m_faults; }
     QWidget *lcd() override { return &m_lcd; }
     QStringList languages() const override;

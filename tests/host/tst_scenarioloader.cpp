@@ -162,9 +162,10 @@ void ScenarioLoaderTest::deviceDescription()
     QCOMPARE(device.faults.size(), 2);
     QCOMPARE(device.faults.at(1).name, QStringLiteral("key-dead"));
     QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 33}}));
-    const QVector<Action> preparation{{Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("net2")}}},
-                                      {Action::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("usb8")}}},
-                                      {Action::Kind::Block, {{QStringLiteral("port"), QStringLiteral("usb1")}}}};
+    const QVector<OperatorAction> preparation{
+        {OperatorAction::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("net2")}}},
+        {OperatorAction::Kind::Plug, {{QStringLiteral("port"), QStringLiteral("usb8")}}},
+        {OperatorAction::Kind::Block, {{QStringLiteral("port"), QStringLiteral("usb1")}}}};
     QVERIFY(scenario->preparation == preparation);
 }
 
@@ -182,8 +183,8 @@ void ScenarioLoaderTest::stepsInOrder()
     QVERIFY(scenario);
     const auto &steps = scenario->steps;
     QCOMPARE(steps.size(), 5);
-    const QVector<Action> presses{{Action::Kind::Press, {{QStringLiteral("key"), 33}}},
-                                  {Action::Kind::Press, {{QStringLiteral("key"), 1}}}};
+    const QVector<OperatorAction> presses{{OperatorAction::Kind::Press, {{QStringLiteral("key"), 33}}},
+                                          {OperatorAction::Kind::Press, {{QStringLiteral("key"), 1}}}};
     QVERIFY(steps.at(0).actions == presses);
     QCOMPARE(steps.at(1).times, 3);
     QCOMPARE(steps.at(1).where.line, 3);

@@ -65,26 +65,26 @@ QString shipped(const char *name)
 }
 
 const QString RecordAndDie = QStringLiteral("--record-and-die");
-constexpr int DeedsBeforeDeath = 8;
+constexpr int ActionsBeforeKill = 8;
 
 /// What an operator does in the recorded session, with the time before each action.
-struct Deed
+struct TimedAction
 {
     Milliseconds wait;
-    Action action;
+    OperatorAction action;
 };
 
-QVector<Deed> deeds()
+QVector<TimedAction> timedActions()
 {
-    using Kind = Action::Kind;
+    using Kind = OperatorAction::Kind;
     const auto with = [](Kind kind, const char *name, const QVariant &value) {
-        return Action{kind, {{QString::fromLatin1(name), value}}};
+        return OperatorAction{kind, {{QString::fromLatin1(name), value}}};
     };
     const auto fault = [](bool on) {
-        return Action{Kind::Fault,
-                      {{QStringLiteral("name"), QStringLiteral("key-dead")},
-                       {QStringLiteral("on"), on},
-                       {QStringLiteral("key"), 27}}};
+        return OperatorAction{Kind::Fault,
+                              {{QStringLiteral("name"), QStringLiteral("key-dead")},
+                               {QStringLiteral("on"), on},
+                               {QStringLiteral("key"), 27}}};
     };
     const auto down = with(Kind::Navigate, "key", QStringLiteral("down"));
     const auto enter = with(Kind::Navigate, "key", QStringLiteral("enter"));
@@ -105,13 +105,13 @@ QVector<Deed> deeds()
             {30, with(Kind::Block, "port", QStringLiteral("usb1"))},
             {0, with(Kind::Unblock, "port", QStringLiteral("usb1"))},
             {0, with(Kind::Unplug, "port", QStringLiteral("net1"))},
-            {500, Action{Kind::Touch, {{QStringLiteral("x"), 400}, {QStringLiteral("y"), 200}}}},
-            {500, Action{Kind::ExitFactoryMode, {}}},
-            {500, Action{Kind::EnterFactoryMode, {}}},
+            {500, OperatorAction{Kind::Touch, {{QStringLiteral("x"), 400}, {QStringLiteral("y"), 200}}}},
+            {500, OperatorAction{Kind::ExitFactoryMode, {}}},
+            {500, OperatorAction{Kind::EnterFactoryMode, {}}},
             {0, back}};
 }
 
-/// Does the deeds with a writer listening; the journal of it.
+/// Does the timedActions with a writer listening; the journal of it.
 QByteArray record(const QString &path, Session &session)
 {
     session.lcd()->show();
@@ -120,9 +120,9 @@ QByteArray record(const QString &path, Session &session)
     QString error;
     if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return error.toUtf8();
-    for (const auto &deed : deeds()) {
-        session.clock().advance(deed.wait);
-        if (!session.op().perform(deed.action, &error))
+    for (const auto &timed : timedActions()) {
+        session.clock().advance(timed.wait);
+        if (!session.panelOperator().perform(timed.action, &error))
             return error.toUtf8();
     }
     session.clock().advance(777);
@@ -254,7 +254,7 @@ void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
     QCOMPARE(played.journal, journal);
-    QVERIFY(journal.count("\"kind\":\"action\"") == deeds().size());
+    QVERIFY(journal.count("\"kind\":\"action\"") == timedActions().size());
 }
 
 void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
@@ -266,14 +266,14 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
     ScenarioWriter writer(path, *session);
     QVERIFY2(writer.open(LineFile::IfExists::Overwrite, &error), qPrintable(error));
     int steps = 1;
-    for (const auto &deed : deeds().mid(0, 5)) {
+    for (const auto &timed : timedActions().mid(0, 5)) {
         QStringList errors;
         const auto scenario = loadScenario(path, options(), &errors);
         QCOMPARE(errors, QStringList());
         QCOMPARE(scenario->steps.size(), steps);
-        session->clock().advance(deed.wait);
-        QVERIFY2(session->op().perform(deed.action, &error), qPrintable(error));
-        steps += deed.wait > 0 ? 2 : 1;
+        session->clock().advance(timed.wait);
+        QVERIFY2(session->panelOperator().perform(timed.action, &error), qPrintable(error));
+        steps += timed.wait > 0 ? 2 : 1;
     }
 }
 
@@ -287,7 +287,7 @@ void ScenarioPlayerTest::killedRecorderLeavesAReadableScenario()
     QCOMPARE(recorder.exitCode(), SIGKILL);
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
-    QCOMPARE(played.journal.count("\"kind\":\"action\""), DeedsBeforeDeath);
+    QCOMPARE(played.journal.count("\"kind\":\"action\""), ActionsBeforeKill);
 }
 
 void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
@@ -316,9 +316,11 @@ void ScenarioPlayerTest::fullDiskEndsTheRecordingWithAWholeStep()
     const rlimit limit{static_cast<rlim_t>(QFileInfo(path).size()) + 50, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
     for (int press = 0; press < 5; ++press)
-        session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}, &error);
+        session->panelOperator().perform(
+            {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}, &error);
     setrlimit(RLIMIT_FSIZE, &before);
-    session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("up")}}}, &error);
+    session->panelOperator().perform({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("up")}}},
+                                     &error);
     writer.close();
     QCOMPARE(told, QStringList(path + QStringLiteral(": File too large")));
     QCOMPARE(writer.error(), told.first());
@@ -446,9 +448,9 @@ int recordAndDie(const QString &path)
     ScenarioWriter writer(path, *session);
     if (!writer.open(LineFile::IfExists::Overwrite, &error))
         return 1;
-    for (const auto &deed : deeds().mid(0, DeedsBeforeDeath)) {
-        session->clock().advance(deed.wait);
-        session->op().perform(deed.action);
+    for (const auto &timed : timedActions().mid(0, ActionsBeforeKill)) {
+        session->clock().advance(timed.wait);
+        session->panelOperator().perform(timed.action);
     }
     return std::raise(SIGKILL);
 }

@@ -9,14 +9,14 @@ using namespace panelhost;
 
 namespace {
 
-Action action(Action::Kind kind, const char *name = nullptr, const QVariant &value = {})
+OperatorAction action(OperatorAction::Kind kind, const char *name = nullptr, const QVariant &value = {})
 {
     return {kind, name ? QVariantMap{{q(name), value}} : QVariantMap()};
 }
 
-Action navigate(const char *key)
+OperatorAction navigate(const char *key)
 {
-    return action(Action::Kind::Navigate, "key", q(key));
+    return action(OperatorAction::Kind::Navigate, "key", q(key));
 }
 
 }
@@ -72,9 +72,9 @@ private Q_SLOTS:
         QCOMPARE(screen("page"), QVariant(q("hidden")));
         perform(navigate("enter"));
         QCOMPARE(screen("page"), QVariant(q("menu")));
-        perform(action(Action::Kind::ExitFactoryMode));
+        perform(action(OperatorAction::Kind::ExitFactoryMode));
         QCOMPARE(screen("page"), QVariant(q("hidden")));
-        perform(action(Action::Kind::EnterFactoryMode));
+        perform(action(OperatorAction::Kind::EnterFactoryMode));
         QCOMPARE(screen("page"), QVariant(q("menu")));
     }
 
@@ -83,44 +83,48 @@ private Q_SLOTS:
         const auto *list = session->lcd()->findChild<QListWidget *>();
         const int row = screen("menu.items").toStringList().indexOf(q("Log Export"));
         const QPoint point = list->viewport()->mapTo(session->lcd(), list->visualItemRect(list->item(row)).center());
-        perform({Action::Kind::Touch, {{q("x"), point.x()}, {q("y"), point.y()}}});
+        perform({OperatorAction::Kind::Touch, {{q("x"), point.x()}, {q("y"), point.y()}}});
         QCOMPARE(screen("container"), QVariant(q("container.logexport")));
         const QWidget *back = session->lcd()->findChild<QWidget *>(q("hostPageControl"));
         const QPoint control = back->mapTo(session->lcd(), back->rect().center());
-        perform({Action::Kind::Touch, {{q("x"), control.x()}, {q("y"), control.y()}}});
+        perform({OperatorAction::Kind::Touch, {{q("x"), control.x()}, {q("y"), control.y()}}});
         QCOMPARE(screen("menu.row"), QVariant(row));
     }
 
     void refusesWhatTheDeviceHasNot_data()
     {
-        QTest::addColumn<Action>("wrong");
+        QTest::addColumn<OperatorAction>("wrong");
         QTest::addColumn<QString>("sentence");
         QTest::newRow("key") << navigate("sideways")
                              << q("There is no navigation key \"sideways\"; there are up, down, left, right, enter, "
                                   "back.");
-        QTest::newRow("panel key") << action(Action::Kind::Press, "key", 9999) << q("The panel has no key \"9999\".");
-        QTest::newRow("soft") << action(Action::Kind::Soft, "side", q("left")) << q("The page shows no left button.");
-        QTest::newRow("side") << action(Action::Kind::Soft, "side", q("top"))
+        QTest::newRow("panel key") << action(OperatorAction::Kind::Press, "key", 9999)
+                                   << q("The panel has no key \"9999\".");
+        QTest::newRow("soft") << action(OperatorAction::Kind::Soft, "side", q("left"))
+                              << q("The page shows no left button.");
+        QTest::newRow("side") << action(OperatorAction::Kind::Soft, "side", q("top"))
                               << q("There is no soft button \"top\"; there are left and right.");
-        QTest::newRow("port") << action(Action::Kind::Plug, "port", q("net9")) << q("The device has no port \"net9\".");
-        QTest::newRow("block") << action(Action::Kind::Block, "port", q("net1"))
+        QTest::newRow("port") << action(OperatorAction::Kind::Plug, "port", q("net9"))
+                              << q("The device has no port \"net9\".");
+        QTest::newRow("block") << action(OperatorAction::Kind::Block, "port", q("net1"))
                                << q("The port \"net1\" can't be blocked; USB ports can.");
-        QTest::newRow("tbar") << action(Action::Kind::TBar, "position", 2)
+        QTest::newRow("tbar") << action(OperatorAction::Kind::TBar, "position", 2)
                               << q("The T-Bar's position is a number from 0 to 1.");
-        QTest::newRow("touch") << Action{Action::Kind::Touch, {{q("x"), 800}, {q("y"), 0}}}
+        QTest::newRow("touch") << OperatorAction{OperatorAction::Kind::Touch, {{q("x"), 800}, {q("y"), 0}}}
                                << q("The point 800, 0 is outside the LCD of 800 x 480.");
-        QTest::newRow("faulty key") << Action{Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("key"), 9999}}}
+        QTest::newRow("faulty key") << OperatorAction{OperatorAction::Kind::Fault,
+                                                      {{q("name"), q("key-dead")}, {q("key"), 9999}}}
                                     << q("The panel has no key \"9999\".");
-        QTest::newRow("fault argument") << action(Action::Kind::Fault, "name", q("key-dead"))
+        QTest::newRow("fault argument") << action(OperatorAction::Kind::Fault, "name", q("key-dead"))
                                         << q("The fault \"key-dead\" needs \"key\".");
     }
     void refusesWhatTheDeviceHasNot()
     {
-        QFETCH(Action, wrong);
+        QFETCH(OperatorAction, wrong);
         QFETCH(QString, sentence);
         const int before = session->journal().entries().size();
         QString error;
-        QVERIFY(!session->op().perform(wrong, &error));
+        QVERIFY(!session->panelOperator().perform(wrong, &error));
         QCOMPARE(error, sentence);
         QCOMPARE(session->journal().entries().size(), before);
     }
@@ -160,7 +164,7 @@ private Q_SLOTS:
         for (int step = 0; step < 60 && session->device().state().tbar.step.isEmpty(); ++step) {
             session->clock().advance(30'000);
             pressBlinkingKeys();
-            perform(action(Action::Kind::Soft, "side", q("right")));
+            perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         }
         QCOMPARE(session->device().state().tbar.step, q("begin"));
         session.reset();
@@ -181,7 +185,7 @@ private Q_SLOTS:
     void theAgingLoopGoesOnByItself()
     {
         QVERIFY(openTestPage("aging"));
-        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         session->clock().advance(1'000'000);
         QVERIFY(countOf(Journal::Kind::Event, "lcdMemoryCacheNodeUSB.changed") >= 2);
         QCOMPARE(screen("page"), QVariant(q("aging")));
@@ -193,10 +197,10 @@ private Q_SLOTS:
         options.changedOnSubscribe = false;
         open(options);
         QVERIFY(openTestPage("aging"));
-        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         session->clock().advance(1'000'000);
         QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 0);
-        perform(action(Action::Kind::Plug, "port", q("net1")));
+        perform(action(OperatorAction::Kind::Plug, "port", q("net1")));
         session->clock().advance(1'000);
         QCOMPARE(countOf(Journal::Kind::Event, "lcdMemoryCacheNetworkPort.changed"), 1);
     }
@@ -209,7 +213,7 @@ private Q_SLOTS:
         open(options);
         QCOMPARE(screen("page"), QVariant(q("menu")));
         QVERIFY(openTestPage("aging"));
-        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         session->clock().advance(100'000);
     }
 
@@ -241,18 +245,18 @@ private Q_SLOTS:
     void faultsAreSwitchedByName()
     {
         const KeyState cut = keyNamed("CUT");
-        perform({Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("key"), q("CUT")}}});
+        perform({OperatorAction::Kind::Fault, {{q("name"), q("key-dead")}, {q("key"), q("CUT")}}});
         QVERIFY(session->faults().isOn(q("key-dead"), q("key"), cut.halKey));
         QCOMPARE(session->journal().entries().last().data.value(q("key")).toInt(), cut.halKey);
-        perform({Action::Kind::Fault, {{q("name"), q("key-dead")}, {q("on"), false}}});
+        perform({OperatorAction::Kind::Fault, {{q("name"), q("key-dead")}, {q("on"), false}}});
         QVERIFY(!session->faults().isOn(q("key-dead")));
     }
 
     void theLanguageChanges()
     {
-        perform(action(Action::Kind::Language, "code", q("zh_CN")));
+        perform(action(OperatorAction::Kind::Language, "code", q("zh_CN")));
         QCOMPARE(session->language(), q("zh_CN"));
-        perform(action(Action::Kind::Language, "code", q("en")));
+        perform(action(OperatorAction::Kind::Language, "code", q("en")));
     }
 
 private:
@@ -266,10 +270,10 @@ private:
         session->clock().settle();
     }
 
-    void perform(const Action &what)
+    void perform(const OperatorAction &what)
     {
         QString error;
-        QVERIFY2(session->op().perform(what, &error), qPrintable(error));
+        QVERIFY2(session->panelOperator().perform(what, &error), qPrintable(error));
     }
 
     QVariant screen(const char *key) const { return readScreen(session->lcd()).value(q(key)); }
@@ -323,7 +327,7 @@ private:
             }
             if (blinking < 0)
                 return;
-            perform(action(Action::Kind::Press, "key", blinking));
+            perform(action(OperatorAction::Kind::Press, "key", blinking));
         }
     }
 
@@ -331,14 +335,14 @@ private:
     void playEverything()
     {
         QVERIFY(openTestPage("aging"));
-        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         session->clock().advance(120'000);
-        perform(action(Action::Kind::Plug, "port", q("usb1")));
+        perform(action(OperatorAction::Kind::Plug, "port", q("usb1")));
         session->clock().advance(1'000);
-        perform(action(Action::Kind::Soft, "side", q("right")));
+        perform(action(OperatorAction::Kind::Soft, "side", q("right")));
         perform(navigate("back"));
-        perform(action(Action::Kind::ExitFactoryMode));
-        perform(action(Action::Kind::EnterFactoryMode));
+        perform(action(OperatorAction::Kind::ExitFactoryMode));
+        perform(action(OperatorAction::Kind::EnterFactoryMode));
     }
 
     std::unique_ptr<Session> session;

@@ -129,10 +129,10 @@ private Q_SLOTS:
         for (const QString &visit : visits) {
             enter(key);
             go(visit);
-            perform({Action::Kind::ExitFactoryMode, {}});
+            perform({OperatorAction::Kind::ExitFactoryMode, {}});
             QCOMPARE(screen("page"), q("hidden"));
             QCOMPARE(troubles(), QStringList());
-            perform({Action::Kind::EnterFactoryMode, {}});
+            perform({OperatorAction::Kind::EnterFactoryMode, {}});
             QCOMPARE(screen("page"), q("menu"));
         }
     }
@@ -167,9 +167,9 @@ private Q_SLOTS:
         enter(q("container.factorytest.repairmode.buttonlight"));
         go(q("judging"));
         QCOMPARE(screen("focus"), q("right"));
-        perform({Action::Kind::Navigate, {{q("key"), q("left")}}});
+        perform({OperatorAction::Kind::Navigate, {{q("key"), q("left")}}});
         QCOMPARE(screen("focus"), q("left"));
-        perform({Action::Kind::Navigate, {{q("key"), q("enter")}}});
+        perform({OperatorAction::Kind::Navigate, {{q("key"), q("enter")}}});
         QCOMPARE(steps().first(), q("Fail (1)"));
     }
 
@@ -179,12 +179,12 @@ private Q_SLOTS:
         QFETCH(QString, key);
         QStringList seen;
         for (const QString &language : session->languages()) {
-            perform({Action::Kind::Language, {{q("code"), language}}});
+            perform({OperatorAction::Kind::Language, {{q("code"), language}}});
             enter(key);
             seen << steps().join(QLatin1Char('|')) + screen("right");
             leave();
         }
-        perform({Action::Kind::Language, {{q("code"), q("en")}}});
+        perform({OperatorAction::Kind::Language, {{q("code"), q("en")}}});
         QCOMPARE(QSet<QString>(seen.begin(), seen.end()).size(), session->languages().size());
     }
 
@@ -234,10 +234,10 @@ private:
         session->clock().settle();
     }
 
-    void perform(const Action &what)
+    void perform(const OperatorAction &what)
     {
         QString error;
-        QVERIFY2(session->op().perform(what, &error), qPrintable(error));
+        QVERIFY2(session->panelOperator().perform(what, &error), qPrintable(error));
     }
 
     // As if the menu had such an entry.
@@ -266,10 +266,10 @@ private:
     void soft(const char *side)
     {
         if (!screen(side).isEmpty())
-            perform({Action::Kind::Soft, {{q("side"), q(side)}}});
+            perform({OperatorAction::Kind::Soft, {{q("side"), q(side)}}});
     }
 
-    void back() { perform({Action::Kind::Navigate, {{q("key"), q("back")}}}); }
+    void back() { perform({OperatorAction::Kind::Navigate, {{q("key"), q("back")}}}); }
 
     // While the keys belong to the test, it is stopped first.
     void leave()
@@ -285,7 +285,7 @@ private:
         QVariantMap arguments = faultArguments(info, value);
         arguments.insert(q("name"), info.name);
         arguments.insert(q("on"), on);
-        perform({Action::Kind::Fault, arguments});
+        perform({OperatorAction::Kind::Fault, arguments});
     }
 
     QString pageState() const
@@ -315,7 +315,7 @@ private:
     {
         for (const KeyState &key : session->device().state().keys) {
             if (key.led.isBlinking())
-                return perform({Action::Kind::Press, {{q("key"), key.halKey}}});
+                return perform({OperatorAction::Kind::Press, {{q("key"), key.halKey}}});
         }
     }
 
@@ -379,11 +379,11 @@ private:
 
     QStringList afterLateEvents()
     {
-        perform({Action::Kind::Press, {{q("key"), q("PGM 1")}}});
-        perform({Action::Kind::Plug, {{q("port"), q("net1")}}});
-        perform({Action::Kind::Unplug, {{q("port"), q("net1")}}});
-        perform({Action::Kind::Plug, {{q("port"), q("usb1")}}});
-        perform({Action::Kind::Unplug, {{q("port"), q("usb1")}}});
+        perform({OperatorAction::Kind::Press, {{q("key"), q("PGM 1")}}});
+        perform({OperatorAction::Kind::Plug, {{q("port"), q("net1")}}});
+        perform({OperatorAction::Kind::Unplug, {{q("port"), q("net1")}}});
+        perform({OperatorAction::Kind::Plug, {{q("port"), q("usb1")}}});
+        perform({OperatorAction::Kind::Unplug, {{q("port"), q("usb1")}}});
         session->clock().advance(4000);
         return troubles();
     }

@@ -2,7 +2,7 @@
 
 using namespace panelhost;
 
-QString lineOf(const Action &action)
+QString lineOf(const OperatorAction &action)
 {
     QString line = actionName(action.kind);
     for (auto it = action.arguments.cbegin(); it != action.arguments.cend(); ++it)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/device.h"
-#include "operator/action.h"
+#include "operator/operatoraction.h"
 #include "panel/control.h"
 
 #include <QtCore/QStringList>
@@ -11,9 +11,9 @@ panelhost::DeviceState sampleDevice(int keys = 4);
 panelhost::KeyState sampleKey(int halKey, const QString &name);
 
 /// An action as one line, such as "Press key=3".
-QString lineOf(const panelhost::Action &action);
+QString lineOf(const panelhost::OperatorAction &action);
 
-/// The actions that a widget with the signal acted() told of, as lines.
+/// The actions that a widget with the signal actionTriggered() told of, as lines.
 class ActionLog : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,8 @@ public:
     template <class Source>
     explicit ActionLog(Source &source)
     {
-        connect(&source, &Source::acted, this, [this](const panelhost::Action &action) { lines << lineOf(action); });
+        connect(&source, &Source::actionTriggered, this,
+                [this](const panelhost::OperatorAction &action) { lines << lineOf(action); });
     }
 
     QStringList lines;

@@ -139,7 +139,7 @@ void TestPanelWindow::refusalIsShownAndGoesAway()
 {
     auto *glass = m_window->findChild<LcdOverlay *>();
     const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
-    Q_EMIT glass->acted({Action::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
+    Q_EMIT glass->actionTriggered({OperatorAction::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
     QCOMPARE(message->text(), QStringLiteral("The page shows no left button."));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(message->text(), QString());
@@ -338,7 +338,8 @@ void TestPanelWindow::lcdOutlivesTheWindow()
     QWidget *lcd = m_session->lcd();
     m_window.reset();
     QVERIFY(!lcd->parentWidget());
-    QVERIFY(m_session->op().perform({Action::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}));
+    QVERIFY(m_session->panelOperator().perform(
+        {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}));
 }
 
 int main(int argc, char **argv)

@@ -1,4 +1,4 @@
-#include "operator/deed.h"
+#include "operator/preparedaction.h"
 
 #include "device/faults.h"
 #include "operator/input.h"
@@ -17,24 +17,24 @@ QString key()
     return QStringLiteral("key");
 }
 
-Deed refuse(const QString &sentence)
+PreparedAction rejected(const QString &sentence)
 {
     return {{}, {}, sentence};
 }
 
-Deed accept(const Action &action, const Arguments &arguments, std::function<void()> run)
+PreparedAction accepted(const OperatorAction &action, const Arguments &arguments, std::function<void()> run)
 {
     return {{action.kind, arguments}, std::move(run), {}};
 }
 
-Deed navigate(Session &session, const Action &action)
+PreparedAction navigate(Session &session, const OperatorAction &action)
 {
     const QString name = action.arguments.value(key()).toString();
     const std::optional<Qt::Key> code = navigationKey(name);
     if (!code)
-        return refuse(QStringLiteral("There is no navigation key \"%1\"; there are %2.")
-                          .arg(name, navigationKeys().join(QStringLiteral(", "))));
-    return accept(action, {{key(), name}}, [&session, code] { sendKey(*session.lcd(), *code); });
+        return rejected(QStringLiteral("There is no navigation key \"%1\"; there are %2.")
+                            .arg(name, navigationKeys().join(QStringLiteral(", "))));
+    return accepted(action, {{key(), name}}, [&session, code] { sendKey(*session.lcd(), *code); });
 }
 
 // By hal key or by name.
@@ -49,69 +49,69 @@ const KeyState *findKey(const DeviceState &state, const QVariant &wanted)
     return nullptr;
 }
 
-Deed panelKey(Session &session, const Action &action)
+PreparedAction panelKey(Session &session, const OperatorAction &action)
 {
     const QVariant wanted = action.arguments.value(key());
     const DeviceState state = session.device().state();
     const KeyState *found = findKey(state, wanted);
     if (!found)
-        return refuse(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
-    return accept(action, {{key(), found->halKey}}, [&session, kind = action.kind, halKey = found->halKey] {
-        if (kind != Action::Kind::Release)
+        return rejected(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+    return accepted(action, {{key(), found->halKey}}, [&session, kind = action.kind, halKey = found->halKey] {
+        if (kind != OperatorAction::Kind::Release)
             session.device().setKeyDown(halKey, true);
-        if (kind != Action::Kind::Hold)
+        if (kind != OperatorAction::Kind::Hold)
             session.device().setKeyDown(halKey, false);
     });
 }
 
-Deed soft(Session &session, const Action &action)
+PreparedAction soft(Session &session, const OperatorAction &action)
 {
     const QString side = action.arguments.value(QStringLiteral("side")).toString();
     if (side != QLatin1String("left") && side != QLatin1String("right"))
-        return refuse(QStringLiteral("There is no soft button \"%1\"; there are left and right.").arg(side));
+        return rejected(QStringLiteral("There is no soft button \"%1\"; there are left and right.").arg(side));
     QWidget *button = findSoftButton(*session.lcd(), side);
     if (!button)
-        return refuse(QStringLiteral("The page shows no %1 button.").arg(side));
-    return accept(action, {{QStringLiteral("side"), side}},
-                  [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
+        return rejected(QStringLiteral("The page shows no %1 button.").arg(side));
+    return accepted(action, {{QStringLiteral("side"), side}},
+                    [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
 }
 
-Deed touch(Session &session, const Action &action)
+PreparedAction touch(Session &session, const OperatorAction &action)
 {
     const QPoint point(action.arguments.value(QStringLiteral("x")).toInt(),
                        action.arguments.value(QStringLiteral("y")).toInt());
     QWidget *lcd = session.lcd();
     if (!lcd->rect().contains(point))
-        return refuse(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
-                          .arg(point.x())
-                          .arg(point.y())
-                          .arg(lcd->width())
-                          .arg(lcd->height()));
-    return accept(action, {{QStringLiteral("x"), point.x()}, {QStringLiteral("y"), point.y()}},
-                  [lcd, point] { sendTouch(*lcd, point); });
+        return rejected(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
+                            .arg(point.x())
+                            .arg(point.y())
+                            .arg(lcd->width())
+                            .arg(lcd->height()));
+    return accepted(action, {{QStringLiteral("x"), point.x()}, {QStringLiteral("y"), point.y()}},
+                    [lcd, point] { sendTouch(*lcd, point); });
 }
 
-Deed tbar(Session &session, const Action &action)
+PreparedAction tbar(Session &session, const OperatorAction &action)
 {
     bool isNumber = false;
     const double position = action.arguments.value(QStringLiteral("position")).toDouble(&isNumber);
     if (!isNumber || !(position >= 0 && position <= 1))
-        return refuse(QStringLiteral("The T-Bar's position is a number from 0 to 1."));
-    return accept(action, {{QStringLiteral("position"), position}},
-                  [&session, position] { session.device().setTBarPosition(position); });
+        return rejected(QStringLiteral("The T-Bar's position is a number from 0 to 1."));
+    return accepted(action, {{QStringLiteral("position"), position}},
+                    [&session, position] { session.device().setTBarPosition(position); });
 }
 
-Deed port(Session &session, const Action &action)
+PreparedAction port(Session &session, const OperatorAction &action)
 {
     const QString name = action.arguments.value(QStringLiteral("port")).toString();
     const DeviceState state = session.device().state();
     if (!findPort(state, name))
-        return refuse(QStringLiteral("The device has no port \"%1\".").arg(name));
-    const bool isBlock = action.kind == Action::Kind::Block || action.kind == Action::Kind::Unblock;
+        return rejected(QStringLiteral("The device has no port \"%1\".").arg(name));
+    const bool isBlock = action.kind == OperatorAction::Kind::Block || action.kind == OperatorAction::Kind::Unblock;
     if (isBlock && !name.startsWith(QLatin1String("usb")))
-        return refuse(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
-    const bool on = action.kind == Action::Kind::Plug || action.kind == Action::Kind::Block;
-    return accept(action, {{QStringLiteral("port"), name}}, [&session, name, isBlock, on] {
+        return rejected(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
+    const bool on = action.kind == OperatorAction::Kind::Plug || action.kind == OperatorAction::Kind::Block;
+    return accepted(action, {{QStringLiteral("port"), name}}, [&session, name, isBlock, on] {
         if (isBlock)
             session.device().setBlocked(name, on);
         else
@@ -132,52 +132,52 @@ Arguments faultArguments(const FaultInfo &info, const Arguments &given, const Ke
     return arguments;
 }
 
-Deed fault(Session &session, const Action &action)
+PreparedAction fault(Session &session, const OperatorAction &action)
 {
     const QString name = action.arguments.value(QStringLiteral("name")).toString();
     const bool on = action.arguments.value(QStringLiteral("on"), true).toBool();
     QString error;
     if (!Faults::check(name, on, action.arguments, &error))
-        return refuse(error);
+        return rejected(error);
     const FaultInfo &info = *Faults::find(name);
     const QVariant wanted = action.arguments.value(key());
     const DeviceState state = session.device().state();
     const bool isOfKey = info.arguments.contains(key()) && wanted.isValid();
     const KeyState *faultyKey = isOfKey ? findKey(state, wanted) : nullptr;
     if (isOfKey && !faultyKey)
-        return refuse(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+        return rejected(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
     const Arguments needed = faultArguments(info, action.arguments, faultyKey);
     Arguments shown = needed;
     shown.insert(QStringLiteral("name"), name);
     shown.insert(QStringLiteral("on"), on);
-    return accept(action, shown, [&session, name, on, needed] { session.faults().set(name, on, needed, nullptr); });
+    return accepted(action, shown, [&session, name, on, needed] { session.faults().set(name, on, needed, nullptr); });
 }
 
-Deed language(Session &session, const Action &action)
+PreparedAction language(Session &session, const OperatorAction &action)
 {
     const QString code = action.arguments.value(QStringLiteral("code")).toString();
     if (!session.languages().contains(code))
-        return refuse(QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
-                          .arg(code, session.languages().join(QStringLiteral(", "))));
-    return accept(action, {{QStringLiteral("code"), code}}, [&session, code] { session.setLanguage(code); });
+        return rejected(QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
+                            .arg(code, session.languages().join(QStringLiteral(", "))));
+    return accepted(action, {{QStringLiteral("code"), code}}, [&session, code] { session.setLanguage(code); });
 }
 
-Deed enterFactoryMode(Session &session, const Action &action)
+PreparedAction enterFactoryMode(Session &session, const OperatorAction &action)
 {
-    return accept(action, {}, [&session] { session.enterFactoryMode(); });
+    return accepted(action, {}, [&session] { session.enterFactoryMode(); });
 }
 
-Deed exitFactoryMode(Session &session, const Action &action)
+PreparedAction exitFactoryMode(Session &session, const OperatorAction &action)
 {
-    return accept(action, {}, [&session] { session.exitFactoryMode(); });
+    return accepted(action, {}, [&session] { session.exitFactoryMode(); });
 }
 
 }
 
-Deed prepareDeed(Session &session, const Action &action)
+PreparedAction prepareAction(Session &session, const OperatorAction &action)
 {
-    using Kind = Action::Kind;
-    static const QMap<Kind, Deed (*)(Session &, const Action &)> preparations = {
+    using Kind = OperatorAction::Kind;
+    static const QMap<Kind, PreparedAction (*)(Session &, const OperatorAction &)> preparations = {
         {Kind::Navigate, navigate},
         {Kind::Press, panelKey},
         {Kind::Hold, panelKey},

@@ -10,7 +10,7 @@ namespace panelhost {
 
 /// One thing that an operator does to the device, as data. What the window's controls do, what a scenario's steps do
 /// and what the recorder writes are all of these.
-struct Action
+struct OperatorAction
 {
     enum class Kind {
         Navigate, ///< knob or joystick: "key" is one of up, down, left, right, enter, back
@@ -33,13 +33,13 @@ struct Action
     Kind kind = Kind::Navigate;
     QVariantMap arguments;
 
-    bool operator==(const Action &other) const { return kind == other.kind && arguments == other.arguments; }
+    bool operator==(const OperatorAction &other) const { return kind == other.kind && arguments == other.arguments; }
 };
 
 /// The name of @p kind in journals: "navigate", "enter-factory-mode".
-QString actionName(Action::Kind kind);
-std::optional<Action::Kind> actionKind(const QString &name);
+QString actionName(OperatorAction::Kind kind);
+std::optional<OperatorAction::Kind> actionKind(const QString &name);
 
 }
 
-Q_DECLARE_METATYPE(panelhost::Action)
+Q_DECLARE_METATYPE(panelhost::OperatorAction)
