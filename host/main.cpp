@@ -3,7 +3,7 @@
 #include "application/display.h"
 #include "application/output.h"
 #include "application/prepare.h"
-#include "commandline.h"
+#include "commands/commandline.h"
 #include "diagnostics/reporterror.h"
 
 #include <QtWidgets/QApplication>

@@ -16,9 +16,9 @@ namespace panelhost {
 
 namespace {
 
-constexpr int LongestConnect = 20000; // ms; a display on another machine may take its time
+constexpr int MaxConnectTime = 20000; // ms; a display on another machine may take its time
 
-QString asked(const char *variable)
+QString environmentValue(const char *variable)
 {
     return QString::fromLocal8Bit(qgetenv(variable));
 }
@@ -29,7 +29,7 @@ QString platformIn(int argc, char **argv)
         if (qstrcmp(argv[index], "-platform") == 0)
             return QString::fromLocal8Bit(argv[index + 1]);
     }
-    return asked("QT_QPA_PLATFORM");
+    return environmentValue("QT_QPA_PLATFORM");
 }
 
 bool isWithoutDisplay(const QString &platform)
@@ -48,14 +48,14 @@ bool isWithoutDisplay(const QString &platform)
     _exit(0);
 }
 
-bool hasEndedWell(pid_t child, int lifeLine)
+bool hasEndedWell(pid_t child, int endPipe)
 {
-    pollfd ending{lifeLine, POLLIN, 0};
+    pollfd ending{endPipe, POLLIN, 0};
     int result = 0;
     QElapsedTimer elapsed;
     elapsed.start();
     do {
-        const auto left = LongestConnect - static_cast<int>(qMin<qint64>(elapsed.elapsed(), LongestConnect));
+        const auto left = MaxConnectTime - static_cast<int>(qMin<qint64>(elapsed.elapsed(), MaxConnectTime));
         result = poll(&ending, 1, left);
     } while (result < 0 && errno == EINTR);
     if (result == 0)
@@ -68,16 +68,16 @@ bool hasEndedWell(pid_t child, int lifeLine)
 // True also when no process can be made: then Qt itself has to find out.
 bool canConnect(int argc, char **argv)
 {
-    int lifeLine[2];
+    int endPipe[2];
     const int silence = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (silence < 0 || pipe2(lifeLine, O_CLOEXEC) != 0)
+    if (silence < 0 || pipe2(endPipe, O_CLOEXEC) != 0)
         return true;
     const pid_t child = fork();
     if (child == 0)
         connectAndEnd(argc, argv, silence);
-    close(lifeLine[1]);
-    const bool isReachable = child < 0 || hasEndedWell(child, lifeLine[0]);
-    close(lifeLine[0]);
+    close(endPipe[1]);
+    const bool isReachable = child < 0 || hasEndedWell(child, endPipe[0]);
+    close(endPipe[0]);
     close(silence);
     return isReachable;
 }
@@ -86,8 +86,9 @@ QString unreachable(const QString &platform)
 {
     if (!platform.isEmpty() && platform != QLatin1String("xcb") && !platform.startsWith(QLatin1String("wayland")))
         return QStringLiteral("The platform \"%1\" can't show a window here").arg(platform);
-    const bool isWayland = platform.startsWith(QLatin1String("wayland")) || asked("DISPLAY").isEmpty();
-    return QStringLiteral("The display \"%1\" can't be reached").arg(asked(isWayland ? "WAYLAND_DISPLAY" : "DISPLAY"));
+    const bool isWayland = platform.startsWith(QLatin1String("wayland")) || environmentValue("DISPLAY").isEmpty();
+    return QStringLiteral("The display \"%1\" can't be reached")
+        .arg(environmentValue(isWayland ? "WAYLAND_DISPLAY" : "DISPLAY"));
 }
 
 }
@@ -97,7 +98,7 @@ bool isDisplayReachable(bool needsDisplay, int argc, char **argv, QString *error
     const QString platform = platformIn(argc, argv);
     if (isWithoutDisplay(platform) || (platform.isEmpty() && !needsDisplay))
         return true;
-    if (platform.isEmpty() && asked("DISPLAY").isEmpty() && asked("WAYLAND_DISPLAY").isEmpty())
+    if (platform.isEmpty() && environmentValue("DISPLAY").isEmpty() && environmentValue("WAYLAND_DISPLAY").isEmpty())
         *error = QStringLiteral("There is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
     else if (!canConnect(argc, argv))
         *error = unreachable(platform);

@@ -1,6 +1,6 @@
 #include "application/output.h"
 #include "check/checker.h"
-#include "commands.h"
+#include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,4 +1,4 @@
-#include "commandline.h"
+#include "commands/commandline.h"
 
 #include "application/output.h"
 #include "check/checker.h"
@@ -194,7 +194,7 @@ int runCommandLine(const QStringList &arguments)
     if (command.name.isEmpty() && count > 0)
         return reportError(
             QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
-    if (count < command.leastArguments || count > command.mostArguments)
+    if (count < command.minArguments || count > command.maxArguments)
         return reportError(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
     QString error;
     if (!readOptions(parser, line.session, &error))

@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "commands/commands.h"
 
 #include "panel/windowoptions.h"
 
@@ -20,8 +20,8 @@ constexpr int any = std::numeric_limits<int>::max();
 const QList<Command> &commands()
 {
     static const QList<Command> table = {
-        {QString(), QStringLiteral("[options]"), QStringLiteral("opens the window"), WindowOptions::declared(), 0, 0,
-         true, runWindow},
+        {QString(), QStringLiteral("[options]"), QStringLiteral("opens the window"),
+         WindowOptions::commandLineOptions(), 0, 0, true, runWindow},
         {QStringLiteral("play"),
          QStringLiteral("play FILE..."),
          QStringLiteral("plays scenarios"),
@@ -34,8 +34,8 @@ const QList<Command> &commands()
          false,
          runPlay},
         {QStringLiteral("record"), QStringLiteral("record FILE"),
-         QStringLiteral("opens the window and writes what is done in it as a scenario"), WindowOptions::declared(), 1,
-         1, true, runRecord},
+         QStringLiteral("opens the window and writes what is done in it as a scenario"),
+         WindowOptions::commandLineOptions(), 1, 1, true, runRecord},
         {QStringLiteral("check"),
          QStringLiteral("check [DIR]"),
          QStringLiteral("checks the two XML files of a share directory"),

@@ -1,5 +1,5 @@
 #include "application/output.h"
-#include "commands.h"
+#include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 
 #include <QtCore/QElapsedTimer>

@@ -52,7 +52,7 @@ ComponentLibrary::ComponentLibrary(const QString &path, const ComponentKind &kin
 
 ComponentLibrary::~ComponentLibrary()
 {
-    end();
+    shutDown();
     if (m_handle && m_state < LoadState::Initialised)
         dlclose(m_handle);
 }
@@ -72,7 +72,7 @@ bool ComponentLibrary::reach(LoadState state, const QString &found)
     return true;
 }
 
-bool ComponentLibrary::refuse(const QList<LoadStep> &steps, const QString &failure)
+bool ComponentLibrary::setFailure(const QList<LoadStep> &steps, const QString &failure)
 {
     m_steps = steps;
     return fail(failure);
@@ -85,7 +85,7 @@ void ComponentLibrary::announce(const QString &call) const
 }
 
 template <class Call>
-bool ComponentLibrary::guarded(const QString &name, Call &&call)
+bool ComponentLibrary::callGuarded(const QString &name, Call &&call)
 {
     announce(name);
     try {
@@ -110,7 +110,7 @@ bool ComponentLibrary::locate()
 
 bool ComponentLibrary::open()
 {
-    if (isElfCutOff(m_path))
+    if (isElfTruncated(m_path))
         return fail(QStringLiteral("can't be opened as a library: its end is missing."));
     announce(QStringLiteral("opening it"));
     m_handle = dlopen(m_path.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
@@ -147,7 +147,7 @@ bool ComponentLibrary::check()
         return false;
     m_init = reinterpret_cast<void (*)(void *)>(initFunction);
     const auto askInfo = [&] { m_info = reinterpret_cast<const mirel::PluginInfo *(*)()>(infoFunction)(); };
-    if (!guarded(QStringLiteral("pluginfo()"), askInfo))
+    if (!callGuarded(QStringLiteral("pluginfo()"), askInfo))
         return false;
     announce(QStringLiteral("reading its records"));
     if (!checkInfo() || !findComponent(m_info->componentInfoTable) || !checkComponent())
@@ -198,7 +198,7 @@ bool ComponentLibrary::checkComponent()
 
 bool ComponentLibrary::initialise(void *host)
 {
-    if (!guarded(QStringLiteral("pluginit()"), [&] { m_init(host); }))
+    if (!callGuarded(QStringLiteral("pluginit()"), [&] { m_init(host); }))
         return false;
     return reach(LoadState::Initialised, QStringLiteral("pluginit() has the host"));
 }
@@ -207,7 +207,7 @@ bool ComponentLibrary::create()
 {
     void *object = nullptr;
     const QString creator = QStringLiteral("the creator of \"%1\"").arg(text(m_kind.componentName));
-    if (!guarded(creator, [&] { object = m_component->creator(); }))
+    if (!callGuarded(creator, [&] { object = m_component->creator(); }))
         return false;
     if (!object)
         return fail(creator + QStringLiteral(" returned no object."));
@@ -229,7 +229,7 @@ void ComponentLibrary::destroy()
         m_component->deletor(static_cast<void *>(std::exchange(m_widget, nullptr)));
 }
 
-void ComponentLibrary::end()
+void ComponentLibrary::shutDown()
 {
     destroy();
     if (m_state >= LoadState::Initialised)
@@ -246,14 +246,14 @@ QString defaultComponentPath(const ComponentKind &kind)
 {
     const QString program = QCoreApplication::applicationDirPath();
     const QString name = QString::fromLatin1(kind.fileName);
-    const QStringList places = {program, program + QStringLiteral("/../lib"),
+    const QStringList directories = {program, program + QStringLiteral("/../lib"),
                                 program + QStringLiteral("/../" PANELHOST_LIBDIR)};
-    for (const QString &place : places) {
-        const QFileInfo file(place + QLatin1Char('/') + name);
+    for (const QString &directory : directories) {
+        const QFileInfo file(directory + QLatin1Char('/') + name);
         if (file.exists())
             return QFileInfo(file.absoluteFilePath()).canonicalFilePath();
     }
-    return QFileInfo(places.at(1) + QLatin1Char('/') + name).absoluteFilePath();
+    return QFileInfo(directories.at(1) + QLatin1Char('/') + name).absoluteFilePath();
 }
 
 }

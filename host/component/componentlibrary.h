@@ -63,7 +63,7 @@ public:
 
     void setObserver(const LoadObserver &observer) { m_observer = observer; }
     /// Takes over how far the loading came in another process, and why it went no further.
-    bool refuse(const QList<LoadStep> &steps, const QString &failure);
+    bool setFailure(const QList<LoadStep> &steps, const QString &failure);
 
     bool locate();
     bool open();
@@ -74,7 +74,7 @@ public:
     void destroy();
     /// destroy(), and takes the host from the library. Libraries share their handle of the host: the others have none
     /// then either.
-    void end();
+    void shutDown();
 
     LoadState state() const { return m_state; }
     QString errorString() const { return m_error; }
@@ -94,7 +94,7 @@ private:
     void announce(const QString &call) const;
     /// Does @p call, which is named @p name in what is told of it and of its exceptions.
     template <class Call>
-    bool guarded(const QString &name, Call &&call);
+    bool callGuarded(const QString &name, Call &&call);
     bool resolve(const char *symbol, void **address);
     bool resolveFunction(const char *symbol, void **address);
     bool checkInfo();

@@ -23,7 +23,7 @@ bool isWithin(quint64 offset, quint64 length, quint64 size)
 
 }
 
-bool isElfCutOff(const QString &path)
+bool isElfTruncated(const QString &path)
 {
     QFile file(path);
     Elf64_Ehdr elf;
@@ -32,9 +32,9 @@ bool isElfCutOff(const QString &path)
         return false;
     const auto size = static_cast<quint64>(file.size());
     for (quint64 index = 0; index < elf.e_phnum; ++index) {
-        const quint64 place = index * sizeof(Elf64_Phdr);
+        const quint64 offset = index * sizeof(Elf64_Phdr);
         Elf64_Phdr segment;
-        if (!isWithin(elf.e_phoff, place + sizeof segment, size) || !read(file, elf.e_phoff + place, segment)
+        if (!isWithin(elf.e_phoff, offset + sizeof segment, size) || !read(file, elf.e_phoff + offset, segment)
             || !isWithin(segment.p_offset, segment.p_filesz, size))
             return true;
     }

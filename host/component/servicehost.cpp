@@ -12,28 +12,31 @@ void *ServiceHost::getComponent(const char *name)
     void *object = nullptr;
     if (!m_faults.isOn(QStringLiteral("service-absent"), QStringLiteral("service"), text)) {
         const std::lock_guard lock(m_mutex);
-        const auto found = m_objects.find(wanted);
-        object = found == m_objects.end() ? nullptr : found->second;
+        const auto found = m_services.find(wanted);
+        object = found == m_services.end() ? nullptr : found->second;
     }
     m_journal.add(Journal::Kind::Call, QStringLiteral("getComponent"),
                   {{QStringLiteral("name"), text}, {QStringLiteral("found"), object != nullptr}});
     return object;
 }
 
-void ServiceHost::offer(const std::string &name, void *object)
+void ServiceHost::addService(const std::string &name, void *object)
 {
     const std::lock_guard lock(m_mutex);
-    if (object)
-        m_objects[name] = object;
-    else
-        m_objects.erase(name);
+    m_services[name] = object;
 }
 
-std::vector<std::string> ServiceHost::names() const
+void ServiceHost::removeService(const std::string &name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_services.erase(name);
+}
+
+std::vector<std::string> ServiceHost::serviceNames() const
 {
     const std::lock_guard lock(m_mutex);
     std::vector<std::string> names;
-    for (const auto &[name, object] : m_objects)
+    for (const auto &[name, object] : m_services)
         names.push_back(name);
     return names;
 }

@@ -21,15 +21,16 @@ public:
 
     void *getComponent(const char *name) override;
 
-    /// A null @p object takes the name away.
-    void offer(const std::string &name, void *object);
-    std::vector<std::string> names() const;
+    /// Makes @p object, which must not be null, known by @p name. It must outlive the host or be removed.
+    void addService(const std::string &name, void *object);
+    void removeService(const std::string &name);
+    std::vector<std::string> serviceNames() const;
 
 private:
     Journal &m_journal;
     const Faults &m_faults;
     mutable std::mutex m_mutex;
-    std::map<std::string, void *> m_objects;
+    std::map<std::string, void *> m_services;
 };
 
 }

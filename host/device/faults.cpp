@@ -11,7 +11,7 @@ FaultInfo fault(const char *name, const char *description, const char *where, co
     return {QString::fromLatin1(name), QString::fromUtf8(description), QString::fromUtf8(where), arguments};
 }
 
-bool refuse(QString *error, const QString &sentence)
+bool fail(QString *error, const QString &sentence)
 {
     if (error)
         *error = sentence;
@@ -89,18 +89,18 @@ bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, Q
 {
     const FaultInfo *info = find(name);
     if (!info)
-        return refuse(error,
-                      QStringLiteral("There is no fault \"%1\"; there are %2.")
-                          .arg(name, faultNames().join(QStringLiteral(", "))));
+        return fail(error,
+                    QStringLiteral("There is no fault \"%1\"; there are %2.")
+                        .arg(name, faultNames().join(QStringLiteral(", "))));
     for (const QString &argument : info->arguments) {
         const QString value = arguments.value(argument).toString();
         if (on && value.isEmpty())
-            return refuse(error, QStringLiteral("The fault \"%1\" needs \"%2\".").arg(name, argument));
+            return fail(error, QStringLiteral("The fault \"%1\" needs \"%2\".").arg(name, argument));
         const QStringList allowed = allowedValues(argument);
         if (!value.isEmpty() && !allowed.isEmpty() && !allowed.contains(value))
-            return refuse(error,
-                          QStringLiteral("The fault \"%1\" has no \"%2\" %3; there are %4.")
-                              .arg(name, argument, value, allowed.join(QStringLiteral(", "))));
+            return fail(error,
+                        QStringLiteral("The fault \"%1\" has no \"%2\" %3; there are %4.")
+                            .arg(name, argument, value, allowed.join(QStringLiteral(", "))));
     }
     return true;
 }

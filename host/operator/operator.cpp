@@ -1,7 +1,7 @@
 #include "operator/operator.h"
 
 #include "operator/preparedaction.h"
-#include "session.h"
+#include "session/session.h"
 
 namespace panelhost {
 

@@ -2,7 +2,7 @@
 
 #include "device/faults.h"
 #include "operator/input.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtWidgets/QWidget>
 

@@ -13,15 +13,15 @@ namespace panelhost {
 
 namespace {
 
-constexpr int MostLinks = 40;
+constexpr int MaxLinks = 40;
 
 // A link that leads nowhere yet names the file that writing would make.
 QString withoutLinks(const QString &path)
 {
-    QFileInfo place(path);
-    for (int links = 0; links < MostLinks && place.isSymLink(); ++links)
-        place.setFile(place.symLinkTarget());
-    return place.absoluteFilePath();
+    QFileInfo target(path);
+    for (int links = 0; links < MaxLinks && target.isSymLink(); ++links)
+        target.setFile(target.symLinkTarget());
+    return target.absoluteFilePath();
 }
 
 bool statusOf(const QString &path, struct stat *status)
@@ -37,12 +37,12 @@ FileIdentity::FileIdentity(const QString &path)
     if (statusOf(path, &status)) {
         m_canBeOverwritten = S_ISREG(status.st_mode);
     } else {
-        QString place = QDir::cleanPath(withoutLinks(path));
-        while (!statusOf(place, &status) && place.contains(QLatin1Char('/'))) {
-            m_rest.prepend(place.mid(place.lastIndexOf(QLatin1Char('/'))));
-            place.truncate(place.lastIndexOf(QLatin1Char('/')));
+        QString target = QDir::cleanPath(withoutLinks(path));
+        while (!statusOf(target, &status) && target.contains(QLatin1Char('/'))) {
+            m_rest.prepend(target.mid(target.lastIndexOf(QLatin1Char('/'))));
+            target.truncate(target.lastIndexOf(QLatin1Char('/')));
         }
-        if (place.isEmpty())
+        if (target.isEmpty())
             statusOf(QStringLiteral("/"), &status);
     }
     m_device = status.st_dev;

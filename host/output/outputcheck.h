@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>

@@ -5,7 +5,7 @@
 #include "panel/journalview.h"
 #include "panel/look.h"
 #include "panel/speedbar.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QLocale>
 #include <QtGui/QPainter>

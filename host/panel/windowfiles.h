@@ -2,7 +2,7 @@
 
 #include "output/linefile.h"
 #include "scenario/scenariowriter.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <memory>
 

@@ -13,7 +13,7 @@ static QCommandLineOption hidden(const QString &name)
     return option;
 }
 
-QList<QCommandLineOption> WindowOptions::declared()
+QList<QCommandLineOption> WindowOptions::commandLineOptions()
 {
     return {
         {QStringLiteral("journal"), QStringLiteral("Write the journal to FILE."), QStringLiteral("FILE")},

@@ -14,7 +14,7 @@ struct WindowOptions
     bool force = false; ///< an existing recording is overwritten
     double speed = 1;   ///< as VirtualClock::run() takes it
 
-    static QList<QCommandLineOption> declared();
+    static QList<QCommandLineOption> commandLineOptions();
     /// False, with a sentence in @p error, for a value that none has.
     bool read(const QCommandLineParser &parser, QString *error);
 };

@@ -4,7 +4,7 @@
 #include "scenario/journalsubjects.h"
 #include "scenario/journaltally.h"
 #include "scenario/subjects.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <algorithm>
 

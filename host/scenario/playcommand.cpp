@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 #include "scenario/interruption.h"
 #include "scenario/player.h"

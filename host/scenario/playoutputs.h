@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commands.h"
+#include "commands/commands.h"
 #include "output/linefile.h"
 #include "output/outputcheck.h"
 #include "scenario/result.h"

@@ -3,7 +3,7 @@
 #include "diagnostics/diagnosticcollector.h"
 #include "operator/operatoraction.h"
 #include "scenario/expectation.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

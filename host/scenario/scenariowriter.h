@@ -2,7 +2,7 @@
 
 #include "operator/operatoraction.h"
 #include "output/linefile.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QObject>
 

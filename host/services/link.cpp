@@ -70,7 +70,7 @@ void LinkSubscriptions::registerReport(const std::string &subscriber, int mode, 
 {
     journalRegistration("registerReportCallback", subscriber, mode, callback);
     subscribe(&LinkSubscriptions::m_report, subscriber, callback);
-    tellLater(reportDelay, &LinkSubscriptions::m_report, subscriber);
+    deliverLater(reportDelay, &LinkSubscriptions::m_report, subscriber);
 }
 
 void LinkSubscriptions::registerChanged(const std::string &subscriber, int mode, const Callback &callback)
@@ -78,17 +78,17 @@ void LinkSubscriptions::registerChanged(const std::string &subscriber, int mode,
     journalRegistration("registerChangedCallback", subscriber, mode, callback);
     subscribe(&LinkSubscriptions::m_changed, subscriber, callback);
     if (m_behaviour.changedOnSubscribe)
-        tellLater(firstChangeDelay, &LinkSubscriptions::m_changed, subscriber);
+        deliverLater(firstChangeDelay, &LinkSubscriptions::m_changed, subscriber);
 }
 
 void LinkSubscriptions::requestReport()
 {
-    tellLater(reportDelay, &LinkSubscriptions::m_report, {});
+    deliverLater(reportDelay, &LinkSubscriptions::m_report, {});
 }
 
 void LinkSubscriptions::announceChange(const std::any &payload)
 {
-    tell(&LinkSubscriptions::m_changed, {}, payload);
+    deliverTo(&LinkSubscriptions::m_changed, {}, payload);
 }
 
 void LinkSubscriptions::journalRegistration(const char *operation, const std::string &subscriber, int mode,
@@ -107,15 +107,16 @@ void LinkSubscriptions::subscribe(Table LinkSubscriptions::*table, const std::st
     (this->*table)[subscriber] = callback;
 }
 
-void LinkSubscriptions::tellLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber)
+void LinkSubscriptions::deliverLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber)
 {
     VirtualClock::instance().schedule(delay, [self = weak_from_this(), table, subscriber] {
         if (const auto alive = self.lock())
-            alive->tell(table, subscriber, alive->m_present());
+            alive->deliverTo(table, subscriber, alive->m_present());
     });
 }
 
-void LinkSubscriptions::tell(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload)
+void LinkSubscriptions::deliverTo(Table LinkSubscriptions::*table, const std::string &subscriber,
+                                  const std::any &payload)
 {
     Table listeners;
     {

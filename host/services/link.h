@@ -13,7 +13,7 @@ namespace panelhost {
 
 class Faults;
 
-/// How the services of the memory cache tell of their values.
+/// How the services of the memory cache report their values.
 struct LinkBehaviour
 {
     /// A new subscriber to changes hears the present value at once, as if it had just changed.
@@ -44,8 +44,8 @@ private:
     void journalRegistration(const char *operation, const std::string &subscriber, int mode, const Callback &callback);
     void subscribe(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback);
     /// Tells @p subscriber, or everybody if that is empty, after @p delay virtual milliseconds.
-    void tellLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber);
-    void tell(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload);
+    void deliverLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber);
+    void deliverTo(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload);
     void deliver(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback,
                  const std::any &payload);
 

@@ -12,16 +12,16 @@ Services::Services(Device &device, Journal &journal, const Faults &faults, LinkB
 }
 
 // A component makes no type check: each name stands for exactly the interface.
-void Services::offerTo(ServiceHost &host)
+void Services::addTo(ServiceHost &host)
 {
     using namespace LCD::FactoryMode;
-    host.offer("lcdKeyboardEvent", static_cast<IKeyboardEvent *>(&keyboard));
-    host.offer("lcdFactoryModeBiz", static_cast<IFactoryModeBiz *>(&factoryModeBiz));
-    host.offer("lcdMemoryCacheNetworkPort", static_cast<INetworkPort *>(&networkPort));
-    host.offer("lcdMemoryCacheNodeUSB", static_cast<IUSB *>(&usb));
-    host.offer("lcdMemoryCacheScreenDetail", &screenDetail);
-    host.offer("lcdTBarCalibration", static_cast<ITBarCalibration *>(&tbarCalibration));
-    host.offer("lcdConfig", static_cast<IConfig *>(&config));
+    host.addService("lcdKeyboardEvent", static_cast<IKeyboardEvent *>(&keyboard));
+    host.addService("lcdFactoryModeBiz", static_cast<IFactoryModeBiz *>(&factoryModeBiz));
+    host.addService("lcdMemoryCacheNetworkPort", static_cast<INetworkPort *>(&networkPort));
+    host.addService("lcdMemoryCacheNodeUSB", static_cast<IUSB *>(&usb));
+    host.addService("lcdMemoryCacheScreenDetail", &screenDetail);
+    host.addService("lcdTBarCalibration", static_cast<ITBarCalibration *>(&tbarCalibration));
+    host.addService("lcdConfig", static_cast<IConfig *>(&config));
 }
 
 }

@@ -16,7 +16,7 @@ struct Services
 {
     Services(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
 
-    void offerTo(ServiceHost &host);
+    void addTo(ServiceHost &host);
 
     KeyboardService keyboard;
     FactoryModeBizService factoryModeBiz;

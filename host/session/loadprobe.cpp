@@ -1,6 +1,6 @@
 #include "session/loadprobe.h"
 
-#include "session/desksession.h"
+#include "session/simulatedsession.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QSet>
@@ -28,9 +28,9 @@ constexpr char reached[] = "reached "; // with the number of the state
 constexpr char done[] = "done ";
 
 /// What a process has written.
-struct Account
+struct ProbeOutput
 {
-    explicit Account(const QByteArray &text)
+    explicit ProbeOutput(const QByteArray &text)
     {
         for (const QByteArray &line : text.split('\n'))
             read(line);
@@ -69,58 +69,58 @@ QString endOf(const QProcess &process)
     return QStringLiteral("crashed the process: %1").arg(QString::fromLocal8Bit(strsignal(process.exitCode())));
 }
 
-LoadReport reportOf(QProcess &process, int longest)
+LoadReport reportOf(QProcess &process, int timeout)
 {
-    const bool hasEnded = process.waitForFinished(longest);
+    const bool hasEnded = process.waitForFinished(timeout);
     if (!hasEnded) {
         process.kill();
         process.waitForFinished();
     }
-    const Account account(process.readAllStandardOutput());
-    if (account.isDone)
-        return {account.steps, {}};
-    const QString end = hasEnded ? endOf(process) : QStringLiteral("didn't return within %1 ms").arg(longest);
-    return {account.steps, QStringLiteral("%1 %2.").arg(account.call, end)};
+    const ProbeOutput output(process.readAllStandardOutput());
+    if (output.isDone)
+        return {output.steps, {}};
+    const QString end = hasEnded ? endOf(process) : QStringLiteral("didn't return within %1 ms").arg(timeout);
+    return {output.steps, QStringLiteral("%1 %2.").arg(output.call, end)};
 }
 
-/// The side of the process: the account goes to a descriptor of its own, so that a library may write where it likes.
+/// The side of the process: the output goes to a descriptor of its own, so that a library may write where it likes.
 class Probe
 {
 public:
-    Probe() : m_account(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
+    Probe() : m_output(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
     {
         const int silence = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
         dup2(silence, STDOUT_FILENO);
         dup2(silence, STDERR_FILENO);
     }
 
-    void tell(const char *word, const QString &text) const
+    void write(const char *word, const QString &text) const
     {
         const QByteArray line = word + text.simplified().toUtf8() + '\n';
-        [[maybe_unused]] const ssize_t written = ::write(m_account, line.constData(), static_cast<size_t>(line.size()));
+        [[maybe_unused]] const ssize_t written = ::write(m_output, line.constData(), static_cast<size_t>(line.size()));
     }
 
     void load(const QString &component, const QString &pages) const
     {
-        const LoadObserver observer{[this](const QString &call) { tell(calling, call); },
+        const LoadObserver observer{[this](const QString &call) { write(calling, call); },
                                     [this](const LoadStep &step) {
-                                        tell(reached,
+                                        write(reached,
                                              QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
                                     }};
         Session::Options options;
         options.component = component;
         options.pages = pages.isEmpty() ? Session::noPages : pages;
-        DeskSession session(options);
+        SimulatedSession session(options);
         if (pages.isEmpty())
-            session.climb(observer);
-        else if (session.climb(LoadObserver()))
-            session.climbPages(observer);
-        tell(done, {});
+            session.loadLibrary(observer);
+        else if (session.loadLibrary(LoadObserver()))
+            session.loadPagesLibrary(observer);
+        write(done, {});
         _exit(0);
     }
 
 private:
-    int m_account;
+    int m_output;
 };
 
 // A crash has to end this process by its signal, at once and without a core file, and so has the end of its starter.
@@ -135,7 +135,7 @@ void endBySignals()
 
 }
 
-LoadReport probeLoading(const QString &component, const QString &pages, int longest)
+LoadReport probeLoading(const QString &component, const QString &pages, int timeout)
 {
     static QSet<QString> harmless;
     const QString path = pages.isEmpty() ? component : pages;
@@ -148,7 +148,7 @@ LoadReport probeLoading(const QString &component, const QString &pages, int long
     process.start(QString::fromLatin1(program), QStringList());
     if (!process.waitForStarted())
         return {};
-    const LoadReport report = reportOf(process, longest);
+    const LoadReport report = reportOf(process, timeout);
     if (report.failure.isEmpty())
         harmless.insert(path);
     return report;

@@ -1,18 +1,18 @@
-#include "session.h"
+#include "session/session.h"
 
-#include "session/desksession.h"
+#include "session/simulatedsession.h"
 
 namespace panelhost {
 
 std::unique_ptr<Session> Session::open(const Options &options, QString *error, QList<LoadStep> *reached)
 {
-    if (DeskSession::isAnyAlive()) {
+    if (SimulatedSession::isAnyAlive()) {
         if (error)
             *error = QStringLiteral("There is a session in this process already.");
         return nullptr;
     }
     VirtualClock::instance().restart();
-    auto session = std::make_unique<DeskSession>(options);
+    auto session = std::make_unique<SimulatedSession>(options);
     QString reason;
     if (session->load(&reason))
         return session;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "device/simulateddevice.h"
+#include "device/simulated/simulateddevice.h"
 
 /// A device of two keys, one of them "CUT", for tests that say what it does key by key.
-inline panelhost::SimulatedDevice::Shape smallDevice()
+inline panelhost::SimulatedDevice::Configuration smallDevice()
 {
-    panelhost::SimulatedDevice::Shape shape;
-    shape.keys = {{12, QStringLiteral("Alpha"), {}, false}, {33, QStringLiteral("CUT"), {}, false}};
-    return shape;
+    panelhost::SimulatedDevice::Configuration configuration;
+    configuration.keys = {{12, QStringLiteral("Alpha"), {}, false}, {33, QStringLiteral("CUT"), {}, false}};
+    return configuration;
 }

@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("failure");
         QTest::addColumn<int>("longest");
         QTest::addColumn<QString>("reached");
-        const auto row = [](const char *name, const char *failure, const char *reached, int longest = LongestLoad) {
+        const auto row = [](const char *name, const char *failure, const char *reached, int longest = MaxLoadTime) {
             QTest::newRow(name) << QString::fromUtf8(failure) << longest << QString::fromUtf8(reached);
         };
         row("constructor_exits", "opening it ended the process with status 0.", "located");
@@ -177,7 +177,7 @@ private Q_SLOTS:
         }
         QCOMPARE(states.join(QLatin1Char(' ')), QStringLiteral("located opened checked initialised created"));
         QVERIFY(library.widget());
-        library.end();
+        library.shutDown();
         QVERIFY(!library.widget());
     }
 };

@@ -368,11 +368,11 @@ private:
     // Another device, that tells of results alone.
     void fit(TBarType type, double tolerance)
     {
-        SimulatedDevice::Shape shape = smallDevice();
-        shape.tbarType = type;
-        shape.tbarTolerance = tolerance;
+        SimulatedDevice::Configuration configuration = smallDevice();
+        configuration.tbarType = type;
+        configuration.tbarTolerance = tolerance;
         clock.restart();
-        device = std::make_unique<SimulatedDevice>(shape, clock, *faults);
+        device = std::make_unique<SimulatedDevice>(configuration, clock, *faults);
     }
     void calibrate(int command)
     {

@@ -201,8 +201,8 @@ private Q_SLOTS:
     void theHostFindsServicesByName()
     {
         ServiceHost host(*journal, *faults);
-        services->offerTo(host);
-        QCOMPARE(host.names().size(), size_t(7));
+        services->addTo(host);
+        QCOMPARE(host.serviceNames().size(), size_t(7));
         auto *keyboard = static_cast<LCD::FactoryMode::IKeyboardEvent *>(host.getComponent("lcdKeyboardEvent"));
         QCOMPARE(keyboard->getTBarType(), 0);
         QVERIFY(!host.getComponent("lcdCoffee"));
@@ -210,7 +210,7 @@ private Q_SLOTS:
         on("service-absent", {{q("service"), q("lcdConfig")}});
         QVERIFY(!host.getComponent("lcdConfig"));
         QVERIFY(host.getComponent("lcdMemoryCacheScreenDetail"));
-        host.offer("lcdMemoryCacheScreenDetail", nullptr);
+        host.removeService("lcdMemoryCacheScreenDetail");
         QVERIFY(!host.getComponent("lcdMemoryCacheScreenDetail"));
     }
 
@@ -223,11 +223,11 @@ private:
         device.reset();
         faults = std::make_unique<Faults>();
         journal = std::make_unique<Journal>();
-        SimulatedDevice::Shape shape = smallDevice();
-        shape.netPorts = 2;
-        shape.usbPorts = 1;
-        shape.tbarType = TBarType::Fader;
-        device = std::make_unique<SimulatedDevice>(shape, clock, *faults);
+        SimulatedDevice::Configuration configuration = smallDevice();
+        configuration.netPorts = 2;
+        configuration.usbPorts = 1;
+        configuration.tbarType = TBarType::Fader;
+        device = std::make_unique<SimulatedDevice>(configuration, clock, *faults);
         services = std::make_unique<Services>(*device, *journal, *faults, behaviour);
     }
 

@@ -1,7 +1,7 @@
 #include "hosttest.h"
-#include "journal/logtap.h"
+#include "journal/logcapture.h"
 #include "lcd/screen.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtWidgets/QListWidget>
 
@@ -174,7 +174,7 @@ private Q_SLOTS:
     void logLinesAreTheSameOnEveryMachine()
     {
         Journal journal;
-        const LogTap tap(journal, q("/somewhere/share"));
+        const LogCapture tap(journal, q("/somewhere/share"));
         QCOMPARE(tap.normalised(q("at QListWidget(0x55aa01, name) of QRect(0,0 100x30)")),
                  q("at QListWidget(0x…, name) of QRect(0,0 100x30)"));
         QCOMPARE(tap.normalised(q("from \"/somewhere/share/factorymenu.xml\"")), q("from \"$SHARE/factorymenu.xml\""));

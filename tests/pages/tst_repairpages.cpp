@@ -3,7 +3,7 @@
 #include "hosttest.h"
 #include "journal/journal.h"
 #include "lcd/screen.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtWidgets/QWidget>
 

@@ -9,7 +9,7 @@
 #include "panel/windowfiles.h"
 #include "panel/windowoptions.h"
 #include "panelfixture.h"
-#include "session.h"
+#include "session/session.h"
 #include "time/realtimetimer.h"
 
 #include <QtCore/QTemporaryDir>

@@ -15,7 +15,7 @@ class VirtualClock;
 class SimulatedDevice final : public Device
 {
 public:
-    struct Shape
+    struct Configuration
     {
         QList<KeyState> keys;
         TBarType tbarType = TBarType::Slider;
@@ -24,7 +24,7 @@ public:
         int usbPorts = 4;
     };
 
-    SimulatedDevice(const Shape &shape, VirtualClock &clock, const Faults &faults);
+    SimulatedDevice(const Configuration &configuration, VirtualClock &clock, const Faults &faults);
     ~SimulatedDevice() override;
 
     DeviceState state() const override;

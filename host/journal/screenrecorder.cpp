@@ -1,11 +1,11 @@
-#include "journal/screenwatch.h"
+#include "journal/screenrecorder.h"
 
 #include "journal/journal.h"
 #include "lcd/screen.h"
 
 namespace panelhost {
 
-void ScreenWatch::look()
+void ScreenRecorder::recordChanges()
 {
     const QVariantMap screen = readScreen(&m_lcd);
     QVariantMap changes;

@@ -10,12 +10,12 @@ class Journal;
 
 /// Writes what has changed on the LCD since it last looked: the keys of readScreen() that have another value now,
 /// null for those that are gone. GUI thread.
-class ScreenWatch
+class ScreenRecorder
 {
 public:
-    ScreenWatch(Journal &journal, QWidget &lcd) : m_journal(journal), m_lcd(lcd) {}
+    ScreenRecorder(Journal &journal, QWidget &lcd) : m_journal(journal), m_lcd(lcd) {}
 
-    void look();
+    void recordChanges();
 
 private:
     Journal &m_journal;

@@ -11,13 +11,13 @@ class Journal;
 /// differs from one run or machine to the next is written by name: addresses as "0x…", the share directory as
 /// "$SHARE", the one beside the program as "$DEFAULT_SHARE" where it is another, the current one as "$CWD". Lines of Qt
 /// itself, of panelhost's own category, and fatal ones go on to where they went before. One at a time.
-class LogTap
+class LogCapture
 {
 public:
-    LogTap(Journal &journal, const QString &share);
-    ~LogTap();
-    LogTap(const LogTap &) = delete;
-    LogTap &operator=(const LogTap &) = delete;
+    LogCapture(Journal &journal, const QString &share);
+    ~LogCapture();
+    LogCapture(const LogCapture &) = delete;
+    LogCapture &operator=(const LogCapture &) = delete;
 
     QString normalised(const QString &line) const;
     void add(QtMsgType type, const QString &category, const QString &text);

@@ -1,4 +1,4 @@
-#include "device/reports.h"
+#include "device/simulated/portreports.h"
 
 #include "device/faults.h"
 #include "lcd/protocol/records.h"

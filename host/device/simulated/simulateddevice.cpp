@@ -1,8 +1,8 @@
-#include "device/simulateddevice.h"
+#include "device/simulated/simulateddevice.h"
 
 #include "device/calibrationsteps.h"
 #include "device/faults.h"
-#include "device/reports.h"
+#include "device/simulated/portreports.h"
 #include "time/virtualclock.h"
 
 #include <algorithm>
@@ -36,14 +36,14 @@ public:
     SimulatedDevice &device;
 };
 
-SimulatedDevice::SimulatedDevice(const Shape &shape, VirtualClock &clock, const Faults &faults)
+SimulatedDevice::SimulatedDevice(const Configuration &configuration, VirtualClock &clock, const Faults &faults)
     : m_clock(clock), m_faults(faults), m_work(std::make_shared<Work>(*this))
 {
-    m_state.keys = shape.keys;
-    m_state.tbar.type = shape.tbarType;
-    m_state.tbar.tolerance = shape.tbarTolerance;
-    m_state.netPorts = makePorts(QStringLiteral("net"), shape.netPorts);
-    m_state.usbPorts = makePorts(QStringLiteral("usb"), shape.usbPorts);
+    m_state.keys = configuration.keys;
+    m_state.tbar.type = configuration.tbarType;
+    m_state.tbar.tolerance = configuration.tbarTolerance;
+    m_state.netPorts = makePorts(QStringLiteral("net"), configuration.netPorts);
+    m_state.usbPorts = makePorts(QStringLiteral("usb"), configuration.usbPorts);
 }
 
 SimulatedDevice::~SimulatedDevice() = default;

@@ -1,4 +1,4 @@
-#include "session/desksession.h"
+#include "session/simulatedsession.h"
 
 #include "device/keylist.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
@@ -30,44 +30,44 @@ QString pagesPathOf(const Session::Options &options)
     return QFileInfo::exists(path) ? path : QString();
 }
 
-SimulatedDevice::Shape shapeOf(const Session::Options &options, const QString &share)
+SimulatedDevice::Configuration configurationOf(const Session::Options &options, const QString &share)
 {
     return {readKeyList(share), options.tbarType, options.tbarTolerance, options.netPorts, options.usbPorts};
 }
 
 }
 
-bool DeskSession::s_isAlive = false;
+bool SimulatedSession::s_isAlive = false;
 
-DeskSession::DeskSession(const Options &options)
+SimulatedSession::SimulatedSession(const Options &options)
     : m_options(options), m_share(shareDirectoryOf(options)), m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
-      m_journal(options.journalSink, options.journalKept), m_logTap(m_journal, m_share),
-      m_device(shapeOf(options, m_share), m_clock, m_faults),
+      m_journal(options.journalSink, options.journalKept), m_logCapture(m_journal, m_share),
+      m_device(configurationOf(options, m_share), m_clock, m_faults),
       m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
-      m_lcd(options.lcdSize), m_screenWatch(m_journal, m_lcd), m_operator(*this)
+      m_lcd(options.lcdSize), m_screenRecorder(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
     const QString pages = pagesPathOf(options);
     if (!pages.isEmpty())
         m_pages.emplace(pages, repairModeComponent);
-    m_services.offerTo(m_host);
+    m_services.addTo(m_host);
 }
 
 // The pages and the component first, while all that they may call is still there; then what they have left under way.
-DeskSession::~DeskSession()
+SimulatedSession::~SimulatedSession()
 {
     m_clock.setObserver({});
     m_driver.reset();
     if (m_pages)
         m_pages->destroy();
-    m_library.end();
+    m_library.shutDown();
     m_pages.reset();
     m_clock.restart();
     s_isAlive = false;
 }
 
-bool DeskSession::applyOptions(QString *error)
+bool SimulatedSession::applyOptions(QString *error)
 {
     for (const InitialFault &fault : m_options.faults) {
         if (!m_faults.set(fault.name, true, fault.arguments, error))
@@ -80,55 +80,55 @@ bool DeskSession::applyOptions(QString *error)
     return false;
 }
 
-bool DeskSession::climb(ComponentLibrary &library, const LoadObserver &observer)
+bool SimulatedSession::loadLibrary(ComponentLibrary &library, const LoadObserver &observer)
 {
     library.setObserver(observer);
     return library.locate() && library.open() && library.check()
         && library.initialise(static_cast<mirel::IHost *>(&m_host)) && library.create();
 }
 
-bool DeskSession::climb(const LoadObserver &observer)
+bool SimulatedSession::loadLibrary(const LoadObserver &observer)
 {
-    return climb(m_library, observer);
+    return loadLibrary(m_library, observer);
 }
 
-bool DeskSession::climbPages(const LoadObserver &observer)
+bool SimulatedSession::loadPagesLibrary(const LoadObserver &observer)
 {
-    return m_pages && climb(*m_pages, observer);
+    return m_pages && loadLibrary(*m_pages, observer);
 }
 
-bool DeskSession::probe(ComponentLibrary &library)
+bool SimulatedSession::probe(ComponentLibrary &library)
 {
     if (!QFileInfo(library.path()).isFile())
         return true;
     const LoadReport report = probeLoading(m_library.path(), &library == &m_library ? QString() : library.path());
-    return report.failure.isEmpty() || library.refuse(report.steps, report.failure);
+    return report.failure.isEmpty() || library.setFailure(report.steps, report.failure);
 }
 
-bool DeskSession::loadComponent(QString *error)
+bool SimulatedSession::loadComponent(QString *error)
 {
-    const bool isLoaded = probe(m_library) && climb({});
+    const bool isLoaded = probe(m_library) && loadLibrary({});
     *error = m_library.errorString();
     return isLoaded;
 }
 
 // After the component, whose library the pages use: it is found by its name then, wherever its file is.
-bool DeskSession::loadPages(QString *error)
+bool SimulatedSession::loadPages(QString *error)
 {
     m_hasLoadedComponent = true;
     if (!m_pages)
         return true;
-    const bool isLoaded = probe(*m_pages) && climbPages({});
+    const bool isLoaded = probe(*m_pages) && loadPagesLibrary({});
     *error = m_pages->errorString();
     return isLoaded;
 }
 
-bool DeskSession::load(QString *error)
+bool SimulatedSession::load(QString *error)
 {
     if (!applyOptions(error) || !loadComponent(error) || !loadPages(error))
         return false;
     auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(m_library.widget());
-    m_host.offer("lcdFactoryModeWidget", widget);
+    m_host.addService("lcdFactoryModeWidget", widget);
     m_driver.emplace(*widget, m_lcd, m_device, m_journal);
     if (m_pages)
         m_driver->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
@@ -136,40 +136,40 @@ bool DeskSession::load(QString *error)
     // The widget hides itself on the first turn of the loop: factory mode begins after that.
     m_clock.settle();
     m_driver->enter();
-    m_clock.setObserver([this] { m_screenWatch.look(); });
+    m_clock.setObserver([this] { m_screenRecorder.recordChanges(); });
     m_clock.settle();
     return true;
 }
 
-QStringList DeskSession::serviceNames() const
+QStringList SimulatedSession::serviceNames() const
 {
     QStringList names;
-    for (const std::string &name : m_host.names())
+    for (const std::string &name : m_host.serviceNames())
         names << QString::fromStdString(name);
     return names;
 }
 
-QStringList DeskSession::languages() const
+QStringList SimulatedSession::languages() const
 {
     return LCDFWTranslateManager::instance()->languages();
 }
 
-QString DeskSession::language() const
+QString SimulatedSession::language() const
 {
     return LCDFWTranslateManager::instance()->language();
 }
 
-bool DeskSession::setLanguage(const QString &code)
+bool SimulatedSession::setLanguage(const QString &code)
 {
     return LCDFWTranslateManager::instance()->setLanguage(code);
 }
 
-void DeskSession::enterFactoryMode()
+void SimulatedSession::enterFactoryMode()
 {
     m_driver->enter();
 }
 
-void DeskSession::exitFactoryMode()
+void SimulatedSession::exitFactoryMode()
 {
     m_driver->exit();
 }

@@ -1,4 +1,4 @@
-#include "journal/logtap.h"
+#include "journal/logcapture.h"
 
 #include "journal/journal.h"
 
@@ -14,7 +14,7 @@ namespace panelhost {
 
 namespace {
 
-std::atomic<LogTap *> activeTap = nullptr;
+std::atomic<LogCapture *> activeCapture = nullptr;
 QtMessageHandler previousHandler = nullptr;
 
 QString levelName(QtMsgType type)
@@ -54,31 +54,31 @@ bool isOfComponent(QtMsgType type, const QMessageLogContext &context)
 
 void handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    LogTap *tap = activeTap;
-    if (tap && isOfComponent(type, context))
-        tap->add(type, QString::fromUtf8(context.category), text);
+    LogCapture *capture = activeCapture;
+    if (capture && isOfComponent(type, context))
+        capture->add(type, QString::fromUtf8(context.category), text);
     else if (previousHandler)
         previousHandler(type, context, text);
 }
 
 }
 
-LogTap::LogTap(Journal &journal, const QString &share)
+LogCapture::LogCapture(Journal &journal, const QString &share)
     : m_journal(journal), m_shareForms(formsOf(share)),
       m_defaultShareForms(formsOf(QCoreApplication::applicationDirPath() + QStringLiteral("/../share"))),
       m_currentDirectory(QDir::currentPath())
 {
-    activeTap = this;
+    activeCapture = this;
     previousHandler = qInstallMessageHandler(handle);
 }
 
-LogTap::~LogTap()
+LogCapture::~LogCapture()
 {
     qInstallMessageHandler(previousHandler);
-    activeTap = nullptr;
+    activeCapture = nullptr;
 }
 
-QString LogTap::normalised(const QString &line) const
+QString LogCapture::normalised(const QString &line) const
 {
     static const QRegularExpression address(QStringLiteral("\\b0x[0-9a-fA-F]+"));
     QString text = line;
@@ -91,7 +91,7 @@ QString LogTap::normalised(const QString &line) const
     return text.replace(address, QStringLiteral("0x…"));
 }
 
-void LogTap::add(QtMsgType type, const QString &category, const QString &text)
+void LogCapture::add(QtMsgType type, const QString &category, const QString &text)
 {
     m_journal.add(Journal::Kind::Log, category,
                   {{QStringLiteral("level"), levelName(type)}, {QStringLiteral("text"), normalised(text)}});

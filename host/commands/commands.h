@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QCommandLineOption>
 #include <QtCore/QCommandLineParser>
@@ -23,8 +23,8 @@ struct Command
     QString syntax;
     QString description;
     QList<QCommandLineOption> options;
-    int leastArguments;
-    int mostArguments;
+    int minArguments;
+    int maxArguments;
     bool needsDisplay; ///< without it the offscreen platform does
     int (*run)(const CommandLine &);
 };

@@ -2,33 +2,33 @@
 
 #include "component/factorymodedriver.h"
 #include "component/servicehost.h"
-#include "device/simulateddevice.h"
-#include "journal/logtap.h"
-#include "journal/screenwatch.h"
+#include "device/simulated/simulateddevice.h"
+#include "journal/logcapture.h"
+#include "journal/screenrecorder.h"
 #include "lcd/lcd.h"
 #include "services/services.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <optional>
 
 namespace panelhost {
 
 /// The session with a simulated device. Its parts end in the reverse of their order here, after the component has.
-class DeskSession final : public Session
+class SimulatedSession final : public Session
 {
 public:
-    explicit DeskSession(const Options &options);
-    ~DeskSession() override;
+    explicit SimulatedSession(const Options &options);
+    ~SimulatedSession() override;
 
     static bool isAnyAlive() { return s_isAlive; }
 
-    /// The climb up the states of the library, and the entry into factory mode.
+    /// Loads the component and the pages, if any, and enters factory mode. Returns false and sets @p error on failure.
     bool load(QString *error);
-    /// The climb of the component alone, in this process.
-    bool climb(const LoadObserver &observer);
-    /// The climb of the repair mode's pages, after that of the component.
-    bool climbPages(const LoadObserver &observer);
-    /// The library whose loading went on last.
+    /// Only loads the component, in this process.
+    bool loadLibrary(const LoadObserver &observer);
+    /// Only loads the library of the repair mode's pages, in this process. Call it after loadLibrary().
+    bool loadPagesLibrary(const LoadObserver &observer);
+    /// Returns the library that was loaded last.
     const ComponentLibrary &lastLoaded() const { return m_hasLoadedComponent && m_pages ? *m_pages : m_library; }
 
     const Options &options() const override { return m_options; }
@@ -50,7 +50,7 @@ public:
 
 private:
     bool applyOptions(QString *error);
-    bool climb(ComponentLibrary &library, const LoadObserver &observer);
+    bool loadLibrary(ComponentLibrary &library, const LoadObserver &observer);
     bool probe(ComponentLibrary &library);
     bool loadComponent(QString *error);
     bool loadPages(QString *error);
@@ -66,12 +66,12 @@ private:
     bool m_hasLoadedComponent = false;
     Faults m_faults;
     Journal m_journal;
-    LogTap m_logTap;
+    LogCapture m_logCapture;
     SimulatedDevice m_device;
     Services m_services;
     ServiceHost m_host;
     Lcd m_lcd;
-    ScreenWatch m_screenWatch;
+    ScreenRecorder m_screenRecorder;
     std::optional<FactoryModeDriver> m_driver;
     Operator m_operator;
 };
