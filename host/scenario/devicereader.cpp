@@ -1,8 +1,8 @@
 #include "scenario/devicereader.h"
 
+#include "scenario/devicenames.h"
 #include "scenario/limits.h"
 #include "scenario/stepreader.h"
-#include "scenario/vocabulary.h"
 
 #include <QtCore/QRegularExpression>
 
@@ -55,7 +55,7 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
     } else if (name == "lcd") {
         readSize(value);
     } else if (name == "language") {
-        device.language = m_reader.word(value, vocabularyOf(device).languages).value_or(device.language);
+        device.language = m_reader.word(value, deviceNamesOf(device).languages).value_or(device.language);
     } else if (name == "changed-on-subscribe") {
         device.changedOnSubscribe = m_reader.flag(value).value_or(device.changedOnSubscribe);
     } else if (name == "net-ports") {
@@ -67,14 +67,14 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
 
 void DeviceReader::readPreparation(const YamlReader::Entry &entry)
 {
-    const auto vocabulary = vocabularyOf(m_scenario.device);
-    StepReader steps(m_reader, vocabulary);
+    const auto deviceNames = deviceNamesOf(m_scenario.device);
+    StepReader steps(m_reader, deviceNames);
     const std::string name = entry.first.text().toStdString();
     const auto &value = entry.second;
     if (name == "plugged") {
-        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Plug, vocabulary.ports());
+        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Plug, deviceNames.ports());
     } else if (name == "blocked") {
-        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Block, vocabulary.usbPorts);
+        m_scenario.preparation += steps.portActions(value, OperatorAction::Kind::Block, deviceNames.usbPorts);
     } else if (name == "faults") {
         if (!value.isSequence())
             return m_reader.errorExpected(value, QStringLiteral("a list of faults"));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scenario/scenario.h"
-#include "scenario/yamlreader.h"
+#include "yaml/yamlreader.h"
 
 namespace panelhost {
 

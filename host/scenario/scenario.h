@@ -1,8 +1,8 @@
 #pragma once
 
 #include "diagnostics/diagnosticcollector.h"
+#include "expectations/expectation.h"
 #include "operator/operatoraction.h"
-#include "scenario/expectation.h"
 #include "session/session.h"
 
 #include <QtCore/QString>

@@ -3,7 +3,7 @@
 #include "scenario/devicereader.h"
 #include "scenario/limits.h"
 #include "scenario/stepreader.h"
-#include "scenario/yamldocument.h"
+#include "yaml/yamldocument.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -62,7 +62,7 @@ private:
     void withFile(const QString &path, const QByteArray &data, Read &&read);
 
     Scenario &m_scenario;
-    Vocabulary m_vocabulary;
+    DeviceNames m_deviceNames;
     QStringList m_errors;
     QVector<Link> m_chain;
     int m_files = 0;
@@ -98,7 +98,7 @@ void Loader::load()
         const auto entries =
             reader.map(root, {QStringLiteral("title"), QStringLiteral("device"), QStringLiteral("steps")});
         readDevice(reader, entries);
-        m_vocabulary = vocabularyOf(m_scenario.device);
+        m_deviceNames = deviceNamesOf(m_scenario.device);
         m_scenario.steps = readSteps(reader, root, entries);
         if (playedSteps(m_scenario.steps) > limits::PlayedSteps)
             reader.error(root, QStringLiteral("more than %1 steps to play").arg(limits::PlayedSteps));
@@ -122,7 +122,7 @@ QVector<Step> Loader::readSteps(YamlReader &reader, const YamlNode &root, const 
     };
     for (const auto &entry : entries) {
         if (entry.first.text() == QLatin1String("steps"))
-            return StepReader(reader, m_vocabulary, loadPart, m_steps).steps(entry.second);
+            return StepReader(reader, m_deviceNames, loadPart, m_steps).steps(entry.second);
     }
     if (root.isMap())
         reader.error(root, QStringLiteral("a scenario needs steps"));

@@ -1,8 +1,8 @@
 #include "scenario/scenariowriter.h"
 
 #include "output/recordingheader.h"
-#include "scenario/actiontext.h"
-#include "scenario/yamlreader.h"
+#include "scenario/steptext.h"
+#include "yaml/yamlreader.h"
 
 #include <QtCore/QLocale>
 

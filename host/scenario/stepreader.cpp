@@ -1,7 +1,7 @@
 #include "scenario/stepreader.h"
 
 #include "scenario/limits.h"
-#include "scenario/yamldocument.h"
+#include "yaml/yamldocument.h"
 
 #include <QtCore/QRegularExpression>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "device/faults.h"
+#include "scenario/devicenames.h"
 #include "scenario/scenario.h"
-#include "scenario/vocabulary.h"
-#include "scenario/yamlreader.h"
+#include "yaml/yamlreader.h"
 
 namespace panelhost {
 
@@ -14,10 +14,10 @@ public:
     /// Reads the steps of another file, given by its path.
     using PartLoader = std::function<QVector<Step>(const QString &path, const YamlNode &where)>;
 
-    StepReader(YamlReader &reader, const Vocabulary &vocabulary) : StepReader(reader, vocabulary, {}, m_ownCount) {}
+    StepReader(YamlReader &reader, const DeviceNames &deviceNames) : StepReader(reader, deviceNames, {}, m_ownCount) {}
     /// @p count goes up with each step that is read: the readers of one scenario's files share it.
-    StepReader(YamlReader &reader, const Vocabulary &vocabulary, const PartLoader &loadPart, int &count)
-        : m_reader(reader), m_vocabulary(vocabulary), m_loadPart(loadPart), m_count(count)
+    StepReader(YamlReader &reader, const DeviceNames &deviceNames, const PartLoader &loadPart, int &count)
+        : m_reader(reader), m_deviceNames(deviceNames), m_loadPart(loadPart), m_count(count)
     {
     }
 
@@ -68,7 +68,7 @@ private:
     void faultArgument(const FaultInfo &fault, const YamlReader::Entry &entry, QVariantMap &arguments);
 
     YamlReader &m_reader;
-    const Vocabulary &m_vocabulary;
+    const DeviceNames &m_deviceNames;
     PartLoader m_loadPart;
     QStringList m_screenshots;
     int m_depth = 0;

@@ -3,14 +3,14 @@
 
 namespace {
 
-struct Outcome
+struct ProcessResult
 {
     int status = -1;
     QString out;
     QString err;
 };
 
-Outcome panelhost(const QStringList &arguments)
+ProcessResult panelhost(const QStringList &arguments)
 {
     QProcess process;
     process.start(QStringLiteral(LCD_BUILD_DIR "/bin/panelhost"), arguments);
@@ -61,35 +61,35 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, sentence);
-        const Outcome outcome = panelhost(arguments);
-        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1\n").arg(sentence));
-        QCOMPARE(outcome.status, 2);
-        QCOMPARE(outcome.out, QString());
+        const ProcessResult result = panelhost(arguments);
+        QCOMPARE(result.err, QStringLiteral("panelhost: %1\n").arg(sentence));
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.out, QString());
     }
 
     void anUnknownLanguage()
     {
-        const Outcome outcome = panelhost(words("info --language xx"));
-        QCOMPARE(outcome.status, 2);
-        QVERIFY2(outcome.err.startsWith(QStringLiteral("panelhost: There is no catalogue for the language \"xx\"")),
-                 qPrintable(outcome.err));
+        const ProcessResult result = panelhost(words("info --language xx"));
+        QCOMPARE(result.status, 2);
+        QVERIFY2(result.err.startsWith(QStringLiteral("panelhost: There is no catalogue for the language \"xx\"")),
+                 qPrintable(result.err));
     }
 
     void helpNamesEveryCommandWithItsOptions()
     {
-        const Outcome outcome = panelhost(words("--help"));
-        QCOMPARE(outcome.status, 0);
+        const ProcessResult result = panelhost(words("--help"));
+        QCOMPARE(result.status, 0);
         for (const char *text : {"play FILE...", "[--report DIR] [--journal FILE] [--screenshots DIR] [--realtime]",
                                  "record FILE", "[--speed SPEED]", "check [DIR]", "[--strict]", "info", "--component",
                                  "--share", "--share-unchecked", "--language", "--version", "--tbar", "--size"})
-            QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
+            QVERIFY2(result.out.contains(QString::fromUtf8(text)), text);
     }
 
     void version()
     {
-        const Outcome outcome = panelhost(words("--version"));
-        QCOMPARE(outcome.status, 0);
-        QCOMPARE(outcome.out, QStringLiteral("panelhost 1.0.0\n"));
+        const ProcessResult result = panelhost(words("--version"));
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.out, QStringLiteral("panelhost 1.0.0\n"));
     }
 
     void infoTellsHowFarLoadingGot_data()
@@ -115,10 +115,10 @@ private Q_SLOTS:
         QFETCH(QStringList, states);
         const QString path =
             QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/%1.so").arg(QString::fromLatin1(QTest::currentDataTag()));
-        const Outcome outcome = panelhost({QStringLiteral("info"), QStringLiteral("--component"), path});
-        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
-        QCOMPARE(outcome.status, 2);
-        QStringList lines = outcome.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        const ProcessResult result = panelhost({QStringLiteral("info"), QStringLiteral("--component"), path});
+        QCOMPARE(result.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
+        QCOMPARE(result.status, 2);
+        QStringList lines = result.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         QCOMPARE(lines.takeFirst(), QStringLiteral("loading"));
         QStringList names;
         for (const QString &line : qAsConst(lines))
@@ -128,12 +128,12 @@ private Q_SLOTS:
 
     void infoListsBothLibraries()
     {
-        const Outcome both = panelhost(words("info"));
+        const ProcessResult both = panelhost(words("info"));
         QCOMPARE(both.status, 0);
         QVERIFY2(both.out.contains(QStringLiteral("\"lcd.factory.mode\"")), qPrintable(both.out));
         QVERIFY2(both.out.contains(QStringLiteral("\"lcd.repair.mode\"")), qPrintable(both.out));
         QVERIFY2(both.out.contains(QStringLiteral("LCD::RepairPages::RepairMode")), qPrintable(both.out));
-        const Outcome one = panelhost(words("info --pages none"));
+        const ProcessResult one = panelhost(words("info --pages none"));
         QCOMPARE(one.status, 0);
         QVERIFY2(!one.out.contains(QStringLiteral("lcd.repair.mode")), qPrintable(one.out));
     }
@@ -152,32 +152,33 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         QFETCH(QString, sentence);
-        const Outcome outcome = panelhost({QStringLiteral("info"), QStringLiteral("--pages"), path});
-        QCOMPARE(outcome.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
-        QCOMPARE(outcome.status, 2);
+        const ProcessResult result = panelhost({QStringLiteral("info"), QStringLiteral("--pages"), path});
+        QCOMPARE(result.err, QStringLiteral("panelhost: %1: %2\n").arg(path, sentence));
+        QCOMPARE(result.status, 2);
     }
 
     void playRefusesALibraryThatEndsTheProcess()
     {
         const QString path = QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/info_exits.so");
-        const Outcome outcome =
+        const ProcessResult result =
             panelhost({QStringLiteral("play"), QStringLiteral(LCD_SOURCE_DIR "/scenarios/tour.yaml"),
                        QStringLiteral("--component"), path});
-        QCOMPARE(outcome.status, 2);
-        QVERIFY2(outcome.out.contains(path + QStringLiteral(": pluginfo() ended the process with status 0.")),
-                 qPrintable(outcome.out));
+        QCOMPARE(result.status, 2);
+        QVERIFY2(result.out.contains(path + QStringLiteral(": pluginfo() ended the process with status 0.")),
+                 qPrintable(result.out));
     }
 
     void infoTellsOfEachStep()
     {
-        const Outcome outcome = panelhost(words("info --tbar fader --size 640x480 --share " LCD_SOURCE_DIR "/share"));
-        QCOMPARE(outcome.err, QString());
-        QCOMPARE(outcome.status, 0);
+        const ProcessResult result =
+            panelhost(words("info --tbar fader --size 640x480 --share " LCD_SOURCE_DIR "/share"));
+        QCOMPARE(result.err, QString());
+        QCOMPARE(result.status, 0);
         for (const char *text : {"located", "opened", "checked", "initialised", "created", "interfaceVersion  0.1",
                                  "pluginName        lcdfactorymodeimpl", "componentName     lcd.factory.mode",
                                  "componentMeta     {\"end\":0 }\\r\\n", "lcdMemoryCacheNodeUSB",
                                  "lcdFactoryModeWidget", "menu on screen"})
-            QVERIFY2(outcome.out.contains(QString::fromUtf8(text)), text);
+            QVERIFY2(result.out.contains(QString::fromUtf8(text)), text);
     }
 };
 

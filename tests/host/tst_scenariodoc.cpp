@@ -1,8 +1,8 @@
+#include "expectations/properties.h"
 #include "lcd/screen.h"
 #include "lcd/widget/factorytestframe.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"
-#include "scenario/subjects.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
@@ -24,7 +24,7 @@ private Q_SLOTS:
     void navigation();
     void deviceOptions();
     void tbarTypes();
-    void subjects();
+    void properties();
     void ledProperties();
     void pages();
     void stepMarks();
@@ -76,14 +76,14 @@ QString markOf(LCD::Widget::IconType icon)
     frame.addTestSteps({QStringLiteral("step")});
     frame.setStepIcon(0, icon);
     QCoreApplication::processEvents();
-    return look({readScreen(&lcd), {}}, QStringLiteral("steps.marks")).toStringList().value(0);
+    return propertyValue({readScreen(&lcd), {}}, QStringLiteral("steps.marks")).toStringList().value(0);
 }
 
 QString stateOf(const PortState &port)
 {
     DeviceState device;
     device.usbPorts.append(port);
-    return look({{}, device}, QStringLiteral("port.") + port.name).toString();
+    return propertyValue({{}, device}, QStringLiteral("port.") + port.name).toString();
 }
 
 }
@@ -156,13 +156,13 @@ void ScenarioDocTest::tbarTypes()
 }
 
 // Of the screens and keys one stands for all.
-void ScenarioDocTest::subjects()
+void ScenarioDocTest::properties()
 {
     QStringList names;
     for (const auto &row : table(SubjectTable))
         names += row.names;
     QStringList known;
-    for (const auto &name : subjectNames()) {
+    for (const auto &name : propertyNames()) {
         if (name.startsWith(QLatin1String("led.")))
             known.append(QStringLiteral("led.CUT.color"));
         else if (name.startsWith(QLatin1String("port.")))
@@ -175,7 +175,7 @@ void ScenarioDocTest::subjects()
 
 void ScenarioDocTest::ledProperties()
 {
-    const auto names = subjectNames().filter(QStringLiteral("led."));
+    const auto names = propertyNames().filter(QStringLiteral("led."));
     QCOMPARE(names.size(), 1);
     const auto properties = names.first().section(QLatin1Char('.'), -1).split(QLatin1Char('|'));
     const auto documented = row(SubjectTable, QStringLiteral("led."));

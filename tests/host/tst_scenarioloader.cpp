@@ -1,9 +1,9 @@
 #include "device/faults.h"
-#include "scenario/journalsubjects.h"
+#include "expectations/journalproperties.h"
+#include "expectations/properties.h"
 #include "scenario/limits.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"
-#include "scenario/subjects.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -281,10 +281,11 @@ void ScenarioLoaderTest::schemaKnowsTheSameWords()
     const auto names = definitions[QLatin1String("faultName")].toObject()[QLatin1String("enum")].toArray();
     QCOMPARE(sorted(names.toVariantList()), sorted(faults));
 
-    const auto subjects = definitions[QLatin1String("expectations")].toObject()[QLatin1String("properties")].toObject();
-    auto known = subjectNames() + journalSubjectNames();
+    const auto properties =
+        definitions[QLatin1String("expectations")].toObject()[QLatin1String("properties")].toObject();
+    auto known = propertyNames() + journalPropertyNames();
     known = known.filter(QRegularExpression(QStringLiteral("^[^<]+$")));
-    QCOMPARE(sorted(subjects.keys()), sorted(known));
+    QCOMPARE(sorted(properties.keys()), sorted(known));
 }
 
 void ScenarioLoaderTest::shipped_data()

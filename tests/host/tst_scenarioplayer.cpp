@@ -1,7 +1,7 @@
 #include "application/prepare.h"
-#include "scenario/htmlreport.h"
-#include "scenario/junitreport.h"
-#include "scenario/player.h"
+#include "playing/player.h"
+#include "reports/htmlreport.h"
+#include "reports/junitreport.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/scenariowriter.h"
 

@@ -1,0 +1,118 @@
+#include "commands/commands.h"
+#include "commands/playoutputs.h"
+#include "commands/progress.h"
+#include "diagnostics/reporterror.h"
+#include "playing/interruption.h"
+#include "playing/player.h"
+#include "scenario/scenarioloader.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int Done = 0;
+constexpr int Failed = 1;
+constexpr int NotBegun = 2;
+
+// All of them, before any is played.
+bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
+{
+    QStringList errors;
+    for (const auto &path : line.arguments) {
+        QStringList found;
+        const auto scenario = loadScenario(path, line.session, &found);
+        errors += found;
+        if (scenario)
+            scenarios->append(*scenario);
+    }
+    for (const auto &error : qAsConst(errors))
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+    return errors.isEmpty();
+}
+
+ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, bool isRealTime, PlayOutputs &outputs,
+                       Progress &progress)
+{
+    Player::Options options;
+    options.isRealTime = isRealTime;
+    options.takesScreenshots = outputs.wantsScreenshots();
+    options.journal = [&outputs](const Journal::Entry &entry) { outputs.addEntry(entry); };
+    options.isInterrupted = [] { return Interruption::signalNumber() != 0; };
+    options.partialResult = [&](const ScenarioResult &result) {
+        outputs.writeReport(before + ScenarioResults{result});
+    };
+    const auto onStep = [&](const StepResult &step, qint64 number) {
+        progress.step(step, number);
+        outputs.writeScreenshot(scenario.file, step);
+    };
+    progress.begin(scenario.file, playedSteps(scenario.steps));
+    const auto result = Player(scenario, options, onStep).play();
+    progress.end(result);
+    return result;
+}
+
+ScenarioResult notBegun(const Scenario &scenario)
+{
+    ScenarioResult result;
+    result.file = scenario.file;
+    result.title = scenario.title;
+    result.state = ScenarioResult::State::Running;
+    return result;
+}
+
+ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, PlayOutputs &outputs, Progress &progress)
+{
+    ScenarioResults results;
+    for (const auto &scenario : scenarios) {
+        if (Interruption::signalNumber() != 0)
+            break;
+        outputs.writeReport(results + ScenarioResults{notBegun(scenario)});
+        results.append(playOne(scenario, results, isRealTime, outputs, progress));
+    }
+    outputs.writeReport(results);
+    outputs.close();
+    progress.summary(results);
+    return results;
+}
+
+[[noreturn]] void endInterrupted(const PlayOutputs &outputs)
+{
+    const auto files = outputs.files().join(QStringLiteral(", "));
+    const auto name = QString::fromLocal8Bit(strsignal(Interruption::signalNumber()));
+    reportError(files.isEmpty() ? QStringLiteral("Interrupted (%1).").arg(name)
+                                : QStringLiteral("Interrupted (%1); what was played is in %2.").arg(name, files));
+    Interruption::endProcess();
+}
+
+int statusOf(const ScenarioResults &results)
+{
+    const auto any = [&results](auto holds) { return std::any_of(results.begin(), results.end(), holds); };
+    if (any([](const ScenarioResult &result) { return !result.error.isEmpty(); }))
+        return NotBegun;
+    return any([](const ScenarioResult &result) { return !result.passed; }) ? Failed : Done;
+}
+
+}
+
+int runPlay(const CommandLine &line)
+{
+    QVector<Scenario> scenarios;
+    QString error;
+    if (!loadAll(line, &scenarios))
+        return reportError(QStringLiteral("Nothing was played."));
+    PlayOutputs outputs(line, scenarios);
+    if (!outputs.open(&error))
+        return reportError(error);
+    const Interruption interruption;
+    Progress progress;
+    const auto results = playAll(scenarios, line.parser.isSet(QStringLiteral("realtime")), outputs, progress);
+    if (Interruption::signalNumber() != 0)
+        endInterrupted(outputs);
+    return outputs.hasFailed() ? NotBegun : statusOf(results);
+}
+
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "commands/commands.h"
+#include "output/linefile.h"
+#include "output/outputcheck.h"
+#include "playing/result.h"
+#include "playing/screenshotnames.h"
+#include "scenario/scenario.h"
+
+#include <mutex>
+
+namespace panelhost {
+
+/// The files that `play` is asked for, written while it plays: the journal line by line, each screenshot as it is
+/// taken, the report anew every now and then. What can't be written is told on the standard error output, each
+/// failure once. GUI thread, but for addEntry().
+class PlayOutputs
+{
+public:
+    PlayOutputs(const CommandLine &line, const QVector<Scenario> &scenarios);
+
+    bool wantsScreenshots() const { return !m_report.isEmpty() || !m_screenshots.isEmpty(); }
+    /// Makes the directories and opens the journal. Returns false, with a sentence in @p error, if that is impossible
+    /// or a file would be written over one that is read.
+    bool open(QString *error);
+
+    void addEntry(const Journal::Entry &entry);
+    void writeScreenshot(const QString &scenarioFile, const StepResult &step);
+    void writeReport(const ScenarioResults &results);
+    void close();
+    /// True if any file could not be written.
+    bool hasFailed() const;
+    /// The files that hold something, for a message.
+    QStringList files() const;
+
+private:
+    bool check(QString *error);
+    void reportOnce(const QString &error);
+    QString reportFile(const char *name) const;
+    void replace(const QString &path, const QByteArray &content);
+
+    const QString m_report;
+    const QString m_journalPath;
+    const QString m_screenshots;
+    const bool m_force;
+    OutputCheck m_check;
+    ScreenshotNames m_names;
+    mutable std::mutex m_mutex;
+    QStringList m_errors;
+    LineFile m_journal;
+};
+
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "playing/result.h"
+
+#include <QtCore/QTextStream>
+
+namespace panelhost {
+
+/// Tells what is being played: one line that is written over in a terminal, one line a step elsewhere.
+class Progress
+{
+public:
+    Progress();
+
+    void begin(const QString &file, qint64 steps);
+    void step(const StepResult &step, qint64 number);
+    void end(const ScenarioResult &result);
+    void summary(const ScenarioResults &results);
+
+private:
+    void writeBar(const StepResult &step, qint64 number);
+    void writeLine(const StepResult &step);
+
+    void flush();
+
+    QString m_text; ///< not written yet
+    QTextStream m_out;
+    bool m_isTerminal;
+    QString m_file;
+    qint64 m_steps = 0;
+};
+
+}

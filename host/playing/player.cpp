@@ -1,0 +1,258 @@
+#include "playing/player.h"
+
+#include "expectations/expectationevaluator.h"
+#include "playing/menunavigator.h"
+#include "playing/repeatsummarizer.h"
+#include "time/realtimeadvance.h"
+
+#include <QtCore/QBuffer>
+#include <QtGui/QPixmap>
+#include <QtWidgets/QWidget>
+
+#include <algorithm>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int LinesOnFailure = 10;
+
+}
+
+ScenarioResult Player::play()
+{
+    m_clock.start();
+    m_sincePartialResult.start();
+    m_result.file = m_scenario.file;
+    m_result.title = m_scenario.title;
+    m_result.state = ScenarioResult::State::Running;
+    auto device = m_scenario.device;
+    device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
+    device.journalKept = LinesOnFailure;
+    m_session = Session::open(device, &m_result.error);
+    if (m_session)
+        playSession();
+    else
+        m_result.passed = false;
+    m_session.reset();
+    m_result.wallTime = m_clock.elapsed();
+    if (m_result.state == ScenarioResult::State::Running)
+        m_result.state = ScenarioResult::State::Over;
+    return m_result;
+}
+
+void Player::playSession()
+{
+    m_session->lcd()->show();
+    m_session->clock().settle();
+    m_result.passed = prepare() && playSteps(m_scenario.steps);
+    finish();
+}
+
+bool Player::prepare()
+{
+    for (const auto &action : m_scenario.preparation) {
+        if (!m_session->panelOperator().perform(action, &m_result.error))
+            return false;
+    }
+    return true;
+}
+
+bool Player::playSteps(const QVector<Step> &steps)
+{
+    const auto play = [this](const Step &step) { return !isInterrupted() && playStep(step); };
+    return std::all_of(steps.begin(), steps.end(), play);
+}
+
+bool Player::playStep(const Step &step)
+{
+    if (step.kind == Step::Kind::Repeat)
+        return playRounds(step);
+    StepResult result;
+    result.file = step.file;
+    result.where = step.where;
+    result.text = step.text;
+    doStep(step, result);
+    // A step that a signal has cut short has neither passed nor failed.
+    if (isInterrupted())
+        return false;
+    result.at = m_session->clock().now();
+    m_result.steps.append(result);
+    m_observer(result, ++m_result.stepsPlayed);
+    reportPartialResult();
+    return result.passed;
+}
+
+bool Player::playRounds(const Step &step)
+{
+    RepeatSummarizer summarizer(step, m_result);
+    for (int round = 0; round < step.times; ++round) {
+        summarizer.beginRound();
+        if (!playSteps(step.steps))
+            return false;
+    }
+    return true;
+}
+
+void Player::doStep(const Step &step, StepResult &result)
+{
+    switch (step.kind) {
+    case Step::Kind::Act:
+        return performActions(step, result);
+    case Step::Kind::Open:
+        return open(step, result);
+    case Step::Kind::WalkKeys:
+        return walkKeys(step, result);
+    case Step::Kind::Wait:
+        return advance(step.duration);
+    case Step::Kind::Expect:
+        return expect(step, result);
+    case Step::Kind::Screenshot:
+        return screenshot(step, result);
+    case Step::Kind::Mark:
+        return m_counter.restart();
+    case Step::Kind::Note:
+    case Step::Kind::Repeat:
+        return;
+    }
+}
+
+bool Player::perform(const OperatorAction &action, StepResult &result)
+{
+    result.passed = m_session->panelOperator().perform(action, &result.error);
+    return result.passed;
+}
+
+void Player::performActions(const Step &step, StepResult &result)
+{
+    for (int time = 0; time < step.times; ++time) {
+        for (const auto &action : step.actions) {
+            if (!perform(action, result))
+                return;
+        }
+    }
+}
+
+void Player::open(const Step &step, StepResult &result)
+{
+    result.passed = openMenuEntry(*m_session, step.path, &result.error);
+}
+
+void Player::walkKeys(const Step &step, StepResult &result)
+{
+    const auto press = [&](int halKey) {
+        if (!perform({OperatorAction::Kind::Press, {{QStringLiteral("key"), halKey}}}, result))
+            return false;
+        advance(step.walk.pace);
+        return true;
+    };
+    const auto blinking = [this] {
+        const auto keys = m_session->device().state().keys;
+        const auto key = std::find_if(keys.begin(), keys.end(), [](const KeyState &k) { return k.led.isBlinking(); });
+        return key == keys.end() ? std::optional<KeyState>() : std::optional<KeyState>(*key);
+    };
+    if (step.walk.wrongKey && !press(*step.walk.wrongKey))
+        return;
+    auto key = blinking();
+    for (int presses = 0; key && presses < step.walk.max; ++presses) {
+        if (!press(key->halKey))
+            return;
+        key = blinking();
+    }
+    if (key) {
+        result.passed = false;
+        result.error = QStringLiteral("key \"%1\" still blinks after %2 presses").arg(key->name).arg(step.walk.max);
+    }
+}
+
+void Player::expect(const Step &step, StepResult &result)
+{
+    const auto advanceTime = [this](Milliseconds duration, const std::function<bool()> &done) {
+        return advanceUntil(duration, done);
+    };
+    const ExpectationEvaluator evaluator(*m_session, m_counter);
+    result.passed = evaluator.evaluateWithin(step.expectations, step.within, advanceTime, &result.expectationResults);
+}
+
+void Player::screenshot(const Step &step, StepResult &result)
+{
+    const int taken = m_screenshots[step.name]++;
+    result.screenshot = taken == 0 ? step.name : QStringLiteral("%1-%2").arg(step.name).arg(taken + 1);
+    if (!m_options.takesScreenshots)
+        return;
+    QBuffer buffer(&result.png);
+    buffer.open(QIODevice::WriteOnly);
+    m_session->lcd()->grab().save(&buffer, "PNG");
+}
+
+void Player::advance(Milliseconds duration)
+{
+    advanceUntil(duration, [] { return false; });
+}
+
+bool Player::advanceUntil(Milliseconds duration, const std::function<bool()> &done)
+{
+    bool isDone = false;
+    const auto stops = [&] {
+        reportPartialResult();
+        isDone = done();
+        return isDone || isInterrupted();
+    };
+    if (m_options.isRealTime)
+        advanceInRealTime(m_session->clock(), duration, stops);
+    else
+        m_session->clock().advanceUntil(duration, stops);
+    return isDone;
+}
+
+void Player::addEntry(const Journal::Entry &entry)
+{
+    m_counter.add(entry);
+    if (m_options.journal)
+        m_options.journal(entry);
+    const std::lock_guard lock(m_entryMutex);
+    m_lines.append(entry);
+    m_pages.add(entry);
+}
+
+void Player::reportPartialResult()
+{
+    if (!m_options.partialResult || m_sincePartialResult.elapsed() < PartialResultInterval)
+        return;
+    updateResult();
+    m_options.partialResult(m_result);
+    m_sincePartialResult.start();
+}
+
+void Player::updateResult()
+{
+    m_result.duration = m_session->clock().now();
+    m_result.wallTime = m_clock.elapsed();
+    const std::lock_guard lock(m_entryMutex);
+    m_result.pages = m_pages.spans(m_result.duration);
+    m_result.journalLines = m_lines.count();
+    m_result.journal.clear();
+    for (const auto &entry : m_lines.head())
+        m_result.journal += entry.toJsonLine() + '\n';
+    if (m_lines.leftOut() > 0)
+        m_result.journal += QStringLiteral("… %1 lines …\n").arg(m_lines.leftOut()).toUtf8();
+    for (const auto &entry : m_lines.tail())
+        m_result.journal += entry.toJsonLine() + '\n';
+}
+
+// What the component still does while the session ends isn't part of what was played.
+void Player::finish()
+{
+    m_session->journal().setSink({});
+    updateResult();
+    if (isInterrupted()) {
+        m_result.state = ScenarioResult::State::Interrupted;
+        m_result.passed = false;
+    }
+    if (m_result.passed)
+        return;
+    for (const auto &entry : m_session->journal().tail(LinesOnFailure))
+        m_result.lastLines.append(entry.toText());
+}
+
+}

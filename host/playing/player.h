@@ -1,0 +1,81 @@
+#pragma once
+
+#include "expectations/journalquerycounter.h"
+#include "playing/excerpt.h"
+#include "playing/pagespans.h"
+#include "playing/result.h"
+#include "scenario/scenario.h"
+
+#include <QtCore/QElapsedTimer>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace panelhost {
+
+/// Plays one scenario on a session of its own. Its memory doesn't grow with the length of the journal. GUI thread.
+class Player
+{
+public:
+    static constexpr int PartialResultInterval = 1000; ///< milliseconds of real time
+
+    struct Options
+    {
+        bool isRealTime = false; ///< virtual time keeps to the wall clock
+        bool takesScreenshots = false;
+        Journal::Sink journal; ///< gets every entry of the journal
+        /// Asked between two steps and while time passes; the player stops as soon as it returns true.
+        std::function<bool()> isInterrupted;
+        /// Called every PartialResultInterval or so with the result so far.
+        std::function<void(const ScenarioResult &)> partialResult;
+    };
+
+    /// Called after each step that was played, with its number from 1.
+    using Observer = std::function<void(const StepResult &step, qint64 number)>;
+
+    Player(const Scenario &scenario, const Options &options, const Observer &observer)
+        : m_scenario(scenario), m_options(options), m_observer(observer), m_counter(scenario.steps)
+    {
+    }
+
+    ScenarioResult play();
+
+private:
+    static constexpr int LinesInReport = 1000; ///< of the journal, at either end
+
+    void playSession();
+    bool prepare();
+    bool playSteps(const QVector<Step> &steps);
+    bool playStep(const Step &step);
+    bool playRounds(const Step &step);
+    void doStep(const Step &step, StepResult &result);
+    bool perform(const OperatorAction &action, StepResult &result);
+    void performActions(const Step &step, StepResult &result);
+    void open(const Step &step, StepResult &result);
+    void walkKeys(const Step &step, StepResult &result);
+    void expect(const Step &step, StepResult &result);
+    void screenshot(const Step &step, StepResult &result);
+    void advance(Milliseconds duration);
+    bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
+    void addEntry(const Journal::Entry &entry);
+    bool isInterrupted() const { return m_options.isInterrupted && m_options.isInterrupted(); }
+    void reportPartialResult();
+    void updateResult();
+    void finish();
+
+    const Scenario &m_scenario;
+    Options m_options;
+    Observer m_observer;
+    std::unique_ptr<Session> m_session;
+    ScenarioResult m_result;
+    QElapsedTimer m_clock;
+    QElapsedTimer m_sincePartialResult;
+    JournalQueryCounter m_counter;
+    std::mutex m_entryMutex; ///< of the next two: entries come on any thread
+    Excerpt<Journal::Entry> m_lines{LinesInReport};
+    PageSpans m_pages;
+    QMap<QString, int> m_screenshots;
+};
+
+}

@@ -1,0 +1,32 @@
+#include "playing/repeatsummarizer.h"
+
+namespace panelhost {
+
+namespace {
+
+constexpr int RoundsAtBegin = 2;
+
+}
+
+void RepeatSummarizer::beginRound()
+{
+    auto &steps = m_result.steps;
+    if (m_round > RoundsAtBegin && steps.size() > m_begin) {
+        StepResult summary;
+        summary.file = m_repeat.file;
+        summary.where = m_repeat.where;
+        summary.at = steps.last().at;
+        steps.resize(m_summarizedSteps == 0 ? m_begin : m_begin - 1);
+        m_summarizedSteps += m_result.stepsPlayed - m_playedBefore;
+        summary.text = QStringLiteral("… rounds %1 to %2 passed: %3 steps …")
+                           .arg(RoundsAtBegin + 1)
+                           .arg(m_round)
+                           .arg(m_summarizedSteps);
+        steps.append(summary);
+    }
+    ++m_round;
+    m_begin = steps.size();
+    m_playedBefore = m_result.stepsPlayed;
+}
+
+}

@@ -1,0 +1,73 @@
+#include "reports/htmlwriter.h"
+
+#include "reports/xmltext.h"
+
+namespace panelhost {
+
+HtmlWriter::HtmlWriter(const QString &title, const QString &style) : m_xml(&m_page)
+{
+    m_xml.writeDTD(QStringLiteral("<!DOCTYPE html>"));
+    begin("html").attribute("lang", QStringLiteral("en"));
+    begin("head");
+    m_xml.writeEmptyElement(QStringLiteral("meta"));
+    attribute("charset", QStringLiteral("utf-8"));
+    element("title", nullptr, title);
+    element("style", nullptr, style);
+    end();
+    begin("body");
+}
+
+HtmlWriter &HtmlWriter::begin(const char *tag, const char *cssClass)
+{
+    m_xml.writeStartElement(QString::fromLatin1(tag));
+    return cssClass ? attribute("class", QString::fromLatin1(cssClass)) : *this;
+}
+
+HtmlWriter &HtmlWriter::attribute(const char *name, const QString &value)
+{
+    m_xml.writeAttribute(QString::fromLatin1(name), xmlText(value));
+    return *this;
+}
+
+HtmlWriter &HtmlWriter::text(const QString &text)
+{
+    m_xml.writeCharacters(xmlText(text));
+    return *this;
+}
+
+HtmlWriter &HtmlWriter::end()
+{
+    m_xml.writeEndElement();
+    return *this;
+}
+
+// Even no text at all ends the start tag, so that the element gets an end tag of its own.
+HtmlWriter &HtmlWriter::element(const char *tag, const char *cssClass, const QString &text)
+{
+    return begin(tag, cssClass).text(text).end();
+}
+
+HtmlWriter &HtmlWriter::link(const QString &target, const QString &text)
+{
+    return begin("a").attribute("href", target).text(text).end();
+}
+
+HtmlWriter &HtmlWriter::badge(const QString &word)
+{
+    return begin("span").attribute("class", QStringLiteral("badge ") + word).text(word).end();
+}
+
+HtmlWriter &HtmlWriter::image(const QByteArray &png, const QString &description)
+{
+    m_xml.writeEmptyElement(QStringLiteral("img"));
+    attribute("alt", description);
+    return attribute("src", QStringLiteral("data:image/png;base64,") + QString::fromLatin1(png.toBase64()));
+}
+
+QByteArray HtmlWriter::finish()
+{
+    m_xml.writeEndDocument();
+    return m_page;
+}
+
+}

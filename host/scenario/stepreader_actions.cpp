@@ -1,0 +1,140 @@
+// The steps that an operator does.
+
+#include "scenario/limits.h"
+#include "scenario/stepreader.h"
+
+namespace panelhost {
+
+namespace {
+
+const QStringList NavigationKeys{QStringLiteral("up"),    QStringLiteral("down"),  QStringLiteral("left"),
+                                 QStringLiteral("right"), QStringLiteral("enter"), QStringLiteral("back")};
+const QStringList Sides{QStringLiteral("left"), QStringLiteral("right")};
+
+/// Reads a single value, or each of a list.
+template <class Read>
+void forEach(const YamlNode &value, Read &&read)
+{
+    if (!value.isSequence())
+        return read(value);
+    for (const auto &node : value.items())
+        read(node);
+}
+
+}
+
+std::optional<int> StepReader::key(const YamlNode &node)
+{
+    const auto halKey = node.isScalar() ? m_deviceNames.halKey(YamlReader::scalar(node)) : std::nullopt;
+    if (!halKey)
+        m_reader.errorExpected(node,
+                               QStringLiteral("a key, by name or hal key: one of ")
+                                   + QStringList(m_deviceNames.keys.keys()).join(QStringLiteral(", ")));
+    return halKey;
+}
+
+void StepReader::navigate(const YamlNode &value, Step &step)
+{
+    forEach(value, [&](const YamlNode &node) {
+        if (const auto key = m_reader.word(node, NavigationKeys))
+            step.actions.append({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), *key}}});
+    });
+}
+
+void StepReader::soft(const YamlNode &value, Step &step)
+{
+    if (const auto side = m_reader.word(value, Sides))
+        step.actions.append({OperatorAction::Kind::Soft, {{QStringLiteral("side"), *side}}});
+}
+
+void StepReader::keyActions(const YamlNode &value, OperatorAction::Kind kind, Step &step)
+{
+    forEach(value, [&](const YamlNode &node) {
+        if (const auto halKey = key(node))
+            step.actions.append({kind, {{QStringLiteral("key"), *halKey}}});
+    });
+}
+
+void StepReader::press(const YamlNode &value, Step &step)
+{
+    keyActions(value, OperatorAction::Kind::Press, step);
+}
+
+void StepReader::hold(const YamlNode &value, Step &step)
+{
+    keyActions(value, OperatorAction::Kind::Hold, step);
+}
+
+void StepReader::release(const YamlNode &value, Step &step)
+{
+    keyActions(value, OperatorAction::Kind::Release, step);
+}
+
+void StepReader::touch(const YamlNode &value, Step &step)
+{
+    QVariantMap arguments;
+    for (const auto &entry : m_reader.map(value, {QStringLiteral("x"), QStringLiteral("y")})) {
+        if (const auto pixel = m_reader.integer(entry.second, 0, limits::TouchPixel))
+            arguments.insert(YamlReader::scalar(entry.first), *pixel);
+    }
+    if (value.isMap() && value.entries().size() < 2)
+        m_reader.error(value, QStringLiteral("a touch needs x and y"));
+    step.actions.append({OperatorAction::Kind::Touch, arguments});
+}
+
+void StepReader::tbar(const YamlNode &value, Step &step)
+{
+    static const QMap<QString, double> ends{{QStringLiteral("bottom"), 0.0}, {QStringLiteral("top"), 1.0}};
+    const auto end = value.isScalar() ? ends.constFind(YamlReader::scalar(value)) : ends.constEnd();
+    const auto position = end != ends.constEnd() ? std::optional<double>(*end) : m_reader.number(value, 0, 1);
+    if (position)
+        step.actions.append({OperatorAction::Kind::TBar, {{QStringLiteral("position"), *position}}});
+}
+
+QVector<OperatorAction> StepReader::portActions(const YamlNode &node, OperatorAction::Kind kind,
+                                                const QStringList &ports)
+{
+    QVector<OperatorAction> actions;
+    forEach(node, [&](const YamlNode &one) {
+        if (const auto port = m_reader.word(one, ports))
+            actions.append({kind, {{QStringLiteral("port"), *port}}});
+    });
+    return actions;
+}
+
+void StepReader::plug(const YamlNode &value, Step &step)
+{
+    step.actions = portActions(value, OperatorAction::Kind::Plug, m_deviceNames.ports());
+}
+
+void StepReader::unplug(const YamlNode &value, Step &step)
+{
+    step.actions = portActions(value, OperatorAction::Kind::Unplug, m_deviceNames.ports());
+}
+
+void StepReader::block(const YamlNode &value, Step &step)
+{
+    step.actions = portActions(value, OperatorAction::Kind::Block, m_deviceNames.usbPorts);
+}
+
+void StepReader::unblock(const YamlNode &value, Step &step)
+{
+    step.actions = portActions(value, OperatorAction::Kind::Unblock, m_deviceNames.usbPorts);
+}
+
+void StepReader::language(const YamlNode &value, Step &step)
+{
+    if (const auto code = m_reader.word(value, m_deviceNames.languages))
+        step.actions.append({OperatorAction::Kind::Language, {{QStringLiteral("code"), *code}}});
+}
+
+void StepReader::factoryMode(const YamlNode &value, Step &step)
+{
+    const auto way = m_reader.word(value, {QStringLiteral("enter"), QStringLiteral("exit")});
+    if (way)
+        step.actions.append({*way == QLatin1String("enter") ? OperatorAction::Kind::EnterFactoryMode
+                                                            : OperatorAction::Kind::ExitFactoryMode,
+                             {}});
+}
+
+}
