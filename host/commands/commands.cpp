@@ -1,6 +1,6 @@
 #include "commands/commands.h"
 
-#include "panel/windowoptions.h"
+#include "window/windowoptions.h"
 
 #include <limits>
 

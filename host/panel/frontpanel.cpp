@@ -1,12 +1,12 @@
 #include "panel/frontpanel.h"
 
-#include "panel/keyfield.h"
+#include "panel/keypanel.h"
 #include "panel/knobcluster.h"
-#include "panel/lcdbay.h"
+#include "panel/lcdbezel.h"
 #include "panel/lcdoverlay.h"
-#include "panel/look.h"
 #include "panel/screenview.h"
 #include "panel/tbarwidget.h"
+#include "panel/theme.h"
 
 #include <QtGui/QPainter>
 #include <QtWidgets/QBoxLayout>
@@ -16,10 +16,10 @@
 
 namespace panelhost {
 
-using look::Grid;
+using theme::Grid;
 
 constexpr int SideWidth = 47 * Grid;
-constexpr int LowestKeyArea = 22 * Grid;
+constexpr int MinKeyAreaHeight = 22 * Grid;
 
 FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent) : QWidget(parent)
 {
@@ -33,11 +33,11 @@ FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent)
 
 QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
 {
-    auto *bay = new LcdBay(lcd, this);
-    listen(bay->glass());
+    auto *bezel = new LcdBezel(lcd, this);
+    forwardActions(bezel->overlay());
     auto *row = new QHBoxLayout;
     row->setSpacing(2 * Grid);
-    row->addWidget(bay, 0, Qt::AlignTop);
+    row->addWidget(bezel, 0, Qt::AlignTop);
     row->addLayout(makeSide(device));
     row->addStretch();
     return row;
@@ -45,17 +45,17 @@ QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
 
 QLayout *FrontPanel::makeSide(const DeviceState &device)
 {
-    m_tbar = listen(new TBarWidget(this));
-    auto *hands = new QHBoxLayout;
-    hands->addWidget(listen(new KnobCluster(this)));
-    hands->addStretch();
-    hands->addWidget(m_tbar);
+    m_tbar = forwardActions(new TBarWidget(this));
+    auto *controls = new QHBoxLayout;
+    controls->addWidget(forwardActions(new KnobCluster(this)));
+    controls->addStretch();
+    controls->addWidget(m_tbar);
     auto *side = new QVBoxLayout;
     side->setSpacing(Grid);
     side->addLayout(makeScreens());
-    side->addLayout(hands, 1);
-    side->addLayout(makeSockets(device.netPorts, SocketWidget::Type::Net, m_netSockets));
-    side->addLayout(makeSockets(device.usbPorts, SocketWidget::Type::Usb, m_usbSockets));
+    side->addLayout(controls, 1);
+    side->addLayout(makePorts(device.netPorts, PortWidget::Type::Net, m_netPorts));
+    side->addLayout(makePorts(device.usbPorts, PortWidget::Type::Usb, m_usbPorts));
     return side;
 }
 
@@ -70,15 +70,14 @@ QLayout *FrontPanel::makeScreens()
     return row;
 }
 
-QLayout *FrontPanel::makeSockets(const QList<PortState> &ports, SocketWidget::Type type,
-                                 QVector<SocketWidget *> &sockets)
+QLayout *FrontPanel::makePorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets)
 {
     constexpr int Columns = 4;
     auto *grid = new QGridLayout;
     grid->setSpacing(Grid);
     for (int i = 0; i < ports.size(); ++i) {
-        sockets.append(listen(new SocketWidget(type, ports[i], this)));
-        grid->addWidget(sockets.last(), i / Columns, i % Columns);
+        portWidgets.append(forwardActions(new PortWidget(type, ports[i], this)));
+        grid->addWidget(portWidgets.last(), i / Columns, i % Columns);
     }
     grid->setColumnStretch(Columns, 1);
     return grid;
@@ -87,7 +86,7 @@ QLayout *FrontPanel::makeSockets(const QList<PortState> &ports, SocketWidget::Ty
 // Few keys never scroll; many do, in an area that leaves the window small.
 QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
 {
-    m_keys = listen(new KeyField(keys, this));
+    m_keys = forwardActions(new KeyPanel(keys, this));
     auto *area = new QScrollArea(this);
     area->setObjectName(QStringLiteral("key-area"));
     area->setFrameShape(QFrame::NoFrame);
@@ -98,9 +97,9 @@ QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
     area->viewport()->setAutoFillBackground(false);
     m_keys->setAutoFillBackground(false);
     const int height = m_keys->heightForWidth(width);
-    area->setMinimumHeight(qMin(height, LowestKeyArea));
-    area->setVerticalScrollBarPolicy(height <= LowestKeyArea ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
-    look::dress(area->verticalScrollBar());
+    area->setMinimumHeight(qMin(height, MinKeyAreaHeight));
+    area->setVerticalScrollBarPolicy(height <= MinKeyAreaHeight ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    theme::applyTo(area->verticalScrollBar());
     return area;
 }
 
@@ -108,10 +107,10 @@ void FrontPanel::setState(const DeviceState &device, Milliseconds now)
 {
     for (int i = 0; i < m_screens.size(); ++i)
         m_screens[i]->setState(device.screenBrightness[i], device.pattern);
-    for (int i = 0; i < qMin(m_netSockets.size(), device.netPorts.size()); ++i)
-        m_netSockets[i]->setState(device.netPorts[i]);
-    for (int i = 0; i < qMin(m_usbSockets.size(), device.usbPorts.size()); ++i)
-        m_usbSockets[i]->setState(device.usbPorts[i]);
+    for (int i = 0; i < qMin(m_netPorts.size(), device.netPorts.size()); ++i)
+        m_netPorts[i]->setState(device.netPorts[i]);
+    for (int i = 0; i < qMin(m_usbPorts.size(), device.usbPorts.size()); ++i)
+        m_usbPorts[i]->setState(device.usbPorts[i]);
     m_tbar->setState(device.tbar);
     m_keys->setState(device.keys, now);
 }
@@ -120,9 +119,9 @@ void FrontPanel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     QLinearGradient sheet(rect().topLeft(), rect().bottomLeft());
-    sheet.setColorAt(0, QColor(look::PanelEdge));
-    sheet.setColorAt(0.02, QColor(look::Panel));
-    sheet.setColorAt(1, QColor(look::Panel).darker(112));
+    sheet.setColorAt(0, QColor(theme::PanelEdge));
+    sheet.setColorAt(0.02, QColor(theme::Panel));
+    sheet.setColorAt(1, QColor(theme::Panel).darker(112));
     painter.fillRect(rect(), sheet);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/device.h"
-#include "panel/socketwidget.h"
+#include "panel/portwidget.h"
 #include "time/virtualclock.h"
 
 #include <QtCore/QVector>
@@ -12,7 +12,7 @@ class QLayout;
 namespace panelhost {
 
 struct OperatorAction;
-class KeyField;
+class KeyPanel;
 class ScreenView;
 class TBarWidget;
 
@@ -36,7 +36,7 @@ protected:
 
 private:
     template <class Part>
-    Part *listen(Part *part)
+    Part *forwardActions(Part *part)
     {
         connect(part, &Part::actionTriggered, this, &FrontPanel::actionTriggered);
         return part;
@@ -44,14 +44,14 @@ private:
     QLayout *makeTop(const DeviceState &device, QWidget *lcd);
     QLayout *makeSide(const DeviceState &device);
     QLayout *makeScreens();
-    QLayout *makeSockets(const QList<PortState> &ports, SocketWidget::Type type, QVector<SocketWidget *> &sockets);
+    QLayout *makePorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets);
     QWidget *makeKeyArea(const QList<KeyState> &keys, int width);
 
     QVector<ScreenView *> m_screens;
-    QVector<SocketWidget *> m_netSockets;
-    QVector<SocketWidget *> m_usbSockets;
+    QVector<PortWidget *> m_netPorts;
+    QVector<PortWidget *> m_usbPorts;
     TBarWidget *m_tbar = nullptr;
-    KeyField *m_keys = nullptr;
+    KeyPanel *m_keys = nullptr;
 };
 
 }

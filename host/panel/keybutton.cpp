@@ -1,7 +1,7 @@
 #include "panel/keybutton.h"
 
 #include "panel/led.h"
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -22,7 +22,7 @@ KeyButton::KeyButton(const KeyState &key, QWidget *parent)
 
 QSize KeyButton::sizeHint() const
 {
-    return {6 * look::Grid, 5 * look::Grid};
+    return {6 * theme::Grid, 5 * theme::Grid};
 }
 
 void KeyButton::setState(const KeyState &key, Milliseconds now)
@@ -37,17 +37,17 @@ void KeyButton::setState(const KeyState &key, Milliseconds now)
 
 QColor KeyButton::capColor() const
 {
-    return look::mix(look::Cap, ledLight(m_key.led.color), m_level == 0 ? 0 : 0.15 + 0.85 * m_level / 100.0);
+    return theme::mix(theme::Cap, ledLight(m_key.led.color), m_level == 0 ? 0 : 0.15 + 0.85 * m_level / 100.0);
 }
 
 void KeyButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    look::drawWell(painter, rect(), look::WellEdge);
-    look::drawCap(painter, rect(), capColor(), isDown());
-    painter.setPen(look::inkOn(capColor()));
+    theme::drawRecess(painter, rect(), theme::RecessEdge);
+    theme::drawCap(painter, rect(), capColor(), isDown());
+    painter.setPen(theme::textColorOn(capColor()));
     const QString label = m_key.name.isEmpty() ? QString::number(m_key.halKey) : m_key.name;
-    painter.setFont(look::font(label.size() > 5 ? 9 : label.size() > 4 ? 10 : 11, true));
+    painter.setFont(theme::font(label.size() > 5 ? 9 : label.size() > 4 ? 10 : 11, true));
     painter.drawText(rect().adjusted(3, 3, -3, -3), Qt::AlignCenter | Qt::TextWordWrap, label);
 }
 

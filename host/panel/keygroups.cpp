@@ -5,7 +5,7 @@
 
 namespace panelhost {
 
-constexpr int SmallestGroup = 3;
+constexpr int MinGroupSize = 3;
 
 static QString stem(const QString &name)
 {
@@ -19,19 +19,19 @@ QList<KeyGroup> groupKeys(const QList<KeyState> &keys)
     for (const KeyState &key : keys)
         ++counts[stem(key.name)];
     QList<KeyGroup> groups;
-    QHash<QString, int> places;
+    QHash<QString, int> indexes;
     KeyGroup others{QStringLiteral("FUNCTION"), {}};
     for (const KeyState &key : keys) {
         const QString title = stem(key.name);
-        if (title.isEmpty() || counts.value(title) < SmallestGroup) {
+        if (title.isEmpty() || counts.value(title) < MinGroupSize) {
             others.keys.append(key);
             continue;
         }
-        if (!places.contains(title)) {
-            places.insert(title, groups.size());
+        if (!indexes.contains(title)) {
+            indexes.insert(title, groups.size());
             groups.append({title, {}});
         }
-        groups[places.value(title)].keys.append(key);
+        groups[indexes.value(title)].keys.append(key);
     }
     if (!others.keys.isEmpty())
         groups.append(others);

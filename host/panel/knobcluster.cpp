@@ -1,7 +1,7 @@
 #include "panel/knobcluster.h"
 
-#include "panel/look.h"
 #include "panel/navbutton.h"
+#include "panel/theme.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QGridLayout>
@@ -10,7 +10,7 @@ namespace panelhost {
 
 namespace {
 
-struct Way
+struct Direction
 {
     QString key;
     QString sign;
@@ -18,7 +18,7 @@ struct Way
     int column;
 };
 
-QList<Way> joystickWays()
+QList<Direction> joystickDirections()
 {
     return {
         {QStringLiteral("up"), QStringLiteral("▲"), 0, 1},     {QStringLiteral("left"), QStringLiteral("◀"), 1, 0},
@@ -33,12 +33,12 @@ KnobCluster::KnobCluster(QWidget *parent) : QWidget(parent)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(look::Grid);
+    column->setSpacing(theme::Grid);
     column->addLayout(makeJoystick());
     column->addLayout(makeKnobRow());
 }
 
-Control *KnobCluster::listen(Control *control)
+Control *KnobCluster::forwardActions(Control *control)
 {
     connect(control, &Control::actionTriggered, this, &KnobCluster::actionTriggered);
     return control;
@@ -47,19 +47,20 @@ Control *KnobCluster::listen(Control *control)
 QLayout *KnobCluster::makeJoystick()
 {
     auto *grid = new QGridLayout;
-    grid->setSpacing(look::Grid);
-    const auto ways = joystickWays();
-    for (const Way &way : ways)
-        grid->addWidget(listen(new NavButton(way.key, way.sign, this)), way.row, way.column);
+    grid->setSpacing(theme::Grid);
+    const auto directions = joystickDirections();
+    for (const Direction &direction : directions)
+        grid->addWidget(forwardActions(new NavButton(direction.key, direction.sign, this)), direction.row,
+                        direction.column);
     return grid;
 }
 
 QLayout *KnobCluster::makeKnobRow()
 {
     auto *row = new QHBoxLayout;
-    row->setSpacing(2 * look::Grid);
-    row->addWidget(listen(new Knob(this)));
-    row->addWidget(listen(new NavButton(QStringLiteral("back"), QStringLiteral("BACK"), this)));
+    row->setSpacing(2 * theme::Grid);
+    row->addWidget(forwardActions(new Knob(this)));
+    row->addWidget(forwardActions(new NavButton(QStringLiteral("back"), QStringLiteral("BACK"), this)));
     row->addStretch();
     return row;
 }

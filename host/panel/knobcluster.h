@@ -21,7 +21,7 @@ Q_SIGNALS:
     void actionTriggered(const panelhost::OperatorAction &action);
 
 private:
-    Control *listen(Control *control);
+    Control *forwardActions(Control *control);
     QLayout *makeJoystick();
     QLayout *makeKnobRow();
 };

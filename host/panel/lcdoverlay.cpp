@@ -9,7 +9,7 @@
 namespace panelhost {
 
 LcdOverlay::LcdOverlay(QWidget *lcd, QWidget *parent)
-    : Control(QStringLiteral("lcd-glass"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
+    : Control(QStringLiteral("lcd-overlay"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
 {
     setToolTip({});
     setCursor(Qt::ArrowCursor);

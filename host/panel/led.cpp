@@ -1,6 +1,6 @@
 #include "panel/led.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 namespace panelhost {
 
@@ -14,8 +14,8 @@ int ledLevel(const KeyLed &led, Milliseconds now)
 
 QRgb ledLight(int color)
 {
-    constexpr QRgb lights[] = {look::Red, look::Blue, look::Green, look::White};
-    return color >= 0 && color < 4 ? lights[color] : look::Amber;
+    constexpr QRgb lights[] = {theme::Red, theme::Blue, theme::Green, theme::White};
+    return color >= 0 && color < 4 ? lights[color] : theme::Amber;
 }
 
 }

@@ -1,13 +1,13 @@
 #include "panel/navbutton.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
 namespace panelhost {
 
-using look::Grid;
+using theme::Grid;
 
 static OperatorAction navigation(const QString &key)
 {
@@ -28,10 +28,10 @@ QSize NavButton::sizeHint() const
 void NavButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    look::drawWell(painter, rect(), look::WellEdge);
-    look::drawCap(painter, rect(), QColor(look::Cap), m_isDown);
-    painter.setPen(QColor(look::Ink));
-    painter.setFont(look::font(m_sign.size() > 1 ? 11 : 14, true));
+    theme::drawRecess(painter, rect(), theme::RecessEdge);
+    theme::drawCap(painter, rect(), QColor(theme::Cap), m_isDown);
+    painter.setPen(QColor(theme::TextColor));
+    painter.setFont(theme::font(m_sign.size() > 1 ? 11 : 14, true));
     painter.drawText(rect(), Qt::AlignCenter, m_sign);
 }
 
@@ -70,17 +70,17 @@ void Knob::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(look::InkDim), 2));
+    painter.setPen(QPen(QColor(theme::DimTextColor), 2));
     painter.drawArc(QRectF(rect()).adjusted(2, 2, -2, -2), -60 * 16, 300 * 16);
     QLinearGradient metal(disc().topLeft(), disc().bottomRight());
-    metal.setColorAt(0, QColor(look::CapEdge));
-    metal.setColorAt(1, QColor(look::CapDown));
-    painter.setPen(QPen(QColor(look::WellEdge), 2));
+    metal.setColorAt(0, QColor(theme::CapEdge));
+    metal.setColorAt(1, QColor(theme::CapDown));
+    painter.setPen(QPen(QColor(theme::RecessEdge), 2));
     painter.setBrush(metal);
     painter.drawEllipse(disc());
     painter.translate(disc().center());
     painter.rotate(m_turn);
-    painter.setPen(QPen(QColor(look::Accent), 3, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(QColor(theme::Accent), 3, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(0, -disc().height() / 2 + 5), QPointF(0, -disc().height() / 2 + 13));
 }
 

@@ -1,6 +1,6 @@
 #include "panel/screenview.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtGui/QPainter>
 
@@ -15,18 +15,18 @@ static void drawSolid(QPainter &painter, const QRect &rect, int index)
 static void drawRamp(QPainter &painter, const QRect &rect, const QPoint &end, const QColor &light)
 {
     QLinearGradient ramp(rect.topLeft(), end);
-    ramp.setColorAt(0, QColor(look::Black));
+    ramp.setColorAt(0, QColor(theme::Black));
     ramp.setColorAt(1, light);
     painter.fillRect(rect, ramp);
 }
 
 static void drawGrid(QPainter &painter, const QRect &rect, const QColor &light)
 {
-    painter.fillRect(rect, QColor(look::Black));
+    painter.fillRect(rect, QColor(theme::Black));
     painter.setPen(light);
-    for (int x = rect.left(); x <= rect.right(); x += look::Grid)
+    for (int x = rect.left(); x <= rect.right(); x += theme::Grid)
         painter.drawLine(x, rect.top(), x, rect.bottom());
-    for (int y = rect.top(); y <= rect.bottom(); y += look::Grid)
+    for (int y = rect.top(); y <= rect.bottom(); y += theme::Grid)
         painter.drawLine(rect.left(), y, rect.right(), y);
 }
 
@@ -62,7 +62,7 @@ ScreenView::ScreenView(int index, QWidget *parent) : QWidget(parent), m_index(in
 
 QSize ScreenView::sizeHint() const
 {
-    return {15 * look::Grid, 12 * look::Grid};
+    return {15 * theme::Grid, 12 * theme::Grid};
 }
 
 void ScreenView::setState(int brightness, const TestPattern &pattern)
@@ -76,30 +76,30 @@ void ScreenView::setState(int brightness, const TestPattern &pattern)
         update();
 }
 
-void ScreenView::drawIdle(QPainter &painter, const QRect &glass) const
+void ScreenView::drawIdle(QPainter &painter, const QRect &screenRect) const
 {
-    painter.fillRect(glass, QColor(0xff1d4f7a));
-    painter.setPen(QColor(look::White));
-    painter.setFont(look::font(24, true));
-    painter.drawText(glass, Qt::AlignCenter, QString::number(m_index + 1));
+    painter.fillRect(screenRect, QColor(0xff1d4f7a));
+    painter.setPen(QColor(theme::White));
+    painter.setFont(theme::font(24, true));
+    painter.drawText(screenRect, Qt::AlignCenter, QString::number(m_index + 1));
 }
 
 void ScreenView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect frame = rect().adjusted(0, 0, 0, -2 * look::Grid);
-    const QRect glass = frame.adjusted(6, 6, -6, -6);
-    look::drawWell(painter, frame, look::Black);
+    const QRect frame = rect().adjusted(0, 0, 0, -2 * theme::Grid);
+    const QRect screenRect = frame.adjusted(6, 6, -6, -6);
+    theme::drawRecess(painter, frame, theme::Black);
     painter.setRenderHint(QPainter::Antialiasing, false);
     if (m_pattern.type == 1 || m_pattern.type == 3)
-        drawTestPattern(painter, glass, m_pattern);
+        drawTestPattern(painter, screenRect, m_pattern);
     else
-        drawIdle(painter, glass);
+        drawIdle(painter, screenRect);
     const int dark = 255 * (100 - qBound(0, m_brightness, 100)) / 100;
-    painter.fillRect(glass, QColor(0, 0, 0, dark));
-    const QRect caption(0, frame.bottom() + 1, width(), 2 * look::Grid);
-    look::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, QStringLiteral("SCREEN %1").arg(m_index + 1));
-    look::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, QStringLiteral("%1 %").arg(m_brightness));
+    painter.fillRect(screenRect, QColor(0, 0, 0, dark));
+    const QRect caption(0, frame.bottom() + 1, width(), 2 * theme::Grid);
+    theme::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, QStringLiteral("SCREEN %1").arg(m_index + 1));
+    theme::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, QStringLiteral("%1 %").arg(m_brightness));
 }
 
 }

@@ -26,7 +26,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void drawIdle(QPainter &painter, const QRect &glass) const;
+    void drawIdle(QPainter &painter, const QRect &screenRect) const;
 
     int m_index;
     int m_brightness = 100;

@@ -1,6 +1,6 @@
 #include "panel/tbarwidget.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -9,7 +9,7 @@
 
 namespace panelhost {
 
-using look::Grid;
+using theme::Grid;
 
 TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), QStringLiteral("T-Bar"), parent)
 {
@@ -42,8 +42,8 @@ int TBarWidget::yOf(double position) const
 
 void TBarWidget::drawScale(QPainter &painter) const
 {
-    look::drawWell(painter, track().adjusted(0, -Grid, 0, Grid), look::Black);
-    painter.setPen(QColor(look::InkDim));
+    theme::drawRecess(painter, track().adjusted(0, -Grid, 0, Grid), theme::Black);
+    painter.setPen(QColor(theme::DimTextColor));
     painter.setRenderHint(QPainter::Antialiasing, false);
     for (int tick = 0; tick <= 10; ++tick) {
         const int y = yOf(tick / 10.0);
@@ -62,23 +62,23 @@ void TBarWidget::drawTarget(QPainter &painter) const
     const int top = yOf(isTop ? 1 : m_bar.tolerance) - Grid;
     const int bottom = yOf(isTop ? 1 - m_bar.tolerance : 0) + Grid;
     const QRect stretch(track().left() - 2 * Grid, top, track().width() + 4 * Grid, bottom - top);
-    painter.fillRect(stretch, QColor(m_bar.isAt(*m_bar.target) ? look::Green : look::Amber));
+    painter.fillRect(stretch, QColor(m_bar.isAt(*m_bar.target) ? theme::Green : theme::Amber));
 }
 
 void TBarWidget::drawSlider(QPainter &painter, const QPoint &center) const
 {
     const QRect cap(center.x() - 2 * Grid, center.y() - 2 * Grid, 4 * Grid, 4 * Grid);
-    look::drawCap(painter, cap, QColor(look::CapEdge), false);
-    painter.fillRect(QRect(cap.left() + 4, center.y() - 1, cap.width() - 8, 2), QColor(look::Accent));
+    theme::drawCap(painter, cap, QColor(theme::CapEdge), false);
+    painter.fillRect(QRect(cap.left() + 4, center.y() - 1, cap.width() - 8, 2), QColor(theme::Accent));
 }
 
 void TBarWidget::drawFader(QPainter &painter, const QPoint &center) const
 {
     const QRect arm(center.x() - Grid / 2, center.y(), Grid, 2 * Grid);
     const QRect lever(center.x() - 6 * Grid, center.y() - Grid, 12 * Grid, 2 * Grid);
-    look::drawCap(painter, arm, QColor(look::Metal), false);
-    look::drawCap(painter, lever, QColor(look::CapEdge), false);
-    painter.fillRect(QRect(lever.left() + 8, center.y() - 1, lever.width() - 16, 2), QColor(look::Accent));
+    theme::drawCap(painter, arm, QColor(theme::Metal), false);
+    theme::drawCap(painter, lever, QColor(theme::CapEdge), false);
+    painter.fillRect(QRect(lever.left() + 8, center.y() - 1, lever.width() - 16, 2), QColor(theme::Accent));
 }
 
 static QString hintOf(const TBarState &bar)
@@ -95,12 +95,12 @@ static QString hintOf(const TBarState &bar)
 void TBarWidget::drawFoot(QPainter &painter) const
 {
     const QRect line(0, height() - 7 * Grid, width(), 2 * Grid);
-    look::drawCaption(painter, line, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_bar.position * 100)));
+    theme::drawCaption(painter, line, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_bar.position * 100)));
     const bool isReady = m_bar.step.isEmpty() && !m_bar.target;
     const bool isInPlace = m_bar.step.isEmpty() && m_bar.target && m_bar.isAt(*m_bar.target);
-    painter.setPen(QColor(isReady ? look::InkDim : isInPlace ? look::Green : look::Amber));
+    painter.setPen(QColor(isReady ? theme::DimTextColor : isInPlace ? theme::Green : theme::Amber));
     painter.drawText(line.translated(0, 2 * Grid), Qt::AlignCenter, hintOf(m_bar));
-    painter.setPen(QColor(look::Red));
+    painter.setPen(QColor(theme::Red));
     painter.drawText(line.translated(0, 4 * Grid), Qt::AlignCenter, m_bar.failure.section(QLatin1Char(':'), 0, 0));
 }
 
@@ -109,7 +109,7 @@ void TBarWidget::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const bool isFader = m_bar.type == TBarType::Fader;
     const QString kind = isFader ? QStringLiteral("T-BAR FADER") : QStringLiteral("T-BAR SLIDER");
-    look::drawCaption(painter, QRect(0, 0, width(), 2 * Grid), Qt::AlignCenter, kind);
+    theme::drawCaption(painter, QRect(0, 0, width(), 2 * Grid), Qt::AlignCenter, kind);
     drawScale(painter);
     drawTarget(painter);
     const QPoint center(width() / 2, yOf(m_bar.position));

@@ -3,7 +3,7 @@
 if(LCD_SANITIZE STREQUAL "thread")
     return()
 endif()
-add_library(window_e2e STATIC window/xdesk.cpp window/xdesk.h window/panelprocess.cpp window/panelprocess.h)
+add_library(window_e2e STATIC window/xserver.cpp window/xserver.h window/panelprocess.cpp window/panelprocess.h)
 lcd_target(window_e2e)
 target_include_directories(window_e2e PUBLIC window)
 target_compile_definitions(window_e2e PRIVATE "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")

@@ -45,7 +45,7 @@ QByteArray PanelProcess::errors()
 bool PanelProcess::run(const QString &program, const QStringList &arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), m_desk.display());
+    environment.insert(QStringLiteral("DISPLAY"), m_xServer.display());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedOutputChannel);
@@ -60,9 +60,9 @@ bool PanelProcess::run(const QString &program, const QStringList &arguments)
         return false;
     }
     m_layout = QJsonDocument::fromJson(contentOf(layout)).object();
-    m_desk.xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
-                    QStringLiteral("--name"), QStringLiteral("^panelhost$"), QStringLiteral("windowfocus"),
-                    QStringLiteral("--sync")});
+    m_xServer.xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                       QStringLiteral("--name"), QStringLiteral("^panelhost$"), QStringLiteral("windowfocus"),
+                       QStringLiteral("--sync")});
     return QTest::qWaitFor([this] { return poll() && !page().isEmpty(); }, 60000);
 }
 
@@ -116,13 +116,13 @@ QRect PanelProcess::place(const QString &control) const
     return {rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt()};
 }
 
-void PanelProcess::clickSocket(const QString &port) const
+void PanelProcess::clickPort(const QString &port) const
 {
-    const QRect socket = place(port);
-    m_desk.click({socket.center().x(), socket.top() + 24});
+    const QRect widget = place(port);
+    m_xServer.click({widget.center().x(), widget.top() + 24});
 }
 
 void PanelProcess::touch(const QPoint &lcdPoint) const
 {
-    m_desk.click(place(QStringLiteral("lcd-glass")).topLeft() + lcdPoint);
+    m_xServer.click(place(QStringLiteral("lcd-overlay")).topLeft() + lcdPoint);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xdesk.h"
+#include "xserver.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonObject>
@@ -12,7 +12,7 @@
 class PanelProcess
 {
 public:
-    explicit PanelProcess(const XDesk &desk) : m_desk(desk) {}
+    explicit PanelProcess(const XServer &xServer) : m_xServer(xServer) {}
     ~PanelProcess();
 
     /// Starts it with @p arguments and waits until the window is there and has the keyboard.
@@ -38,16 +38,16 @@ public:
     int count(const QString &kind, const QString &name) const;
 
     QRect place(const QString &control) const;
-    void click(const QString &control) const { m_desk.click(place(control).center()); }
+    void click(const QString &control) const { m_xServer.click(place(control).center()); }
     /// Plugs or unplugs.
-    void clickSocket(const QString &port) const;
+    void clickPort(const QString &port) const;
     void touch(const QPoint &lcdPoint) const;
 
 private:
     bool run(const QString &program, const QStringList &arguments);
     void take(const QJsonObject &entry);
 
-    const XDesk &m_desk;
+    const XServer &m_xServer;
     QTemporaryDir m_directory;
     QProcess m_process;
     QByteArray m_errors;

@@ -28,18 +28,18 @@ private:
     void useTheDevice();
     QByteArray play();
 
-    XDesk m_desk;
+    XServer m_xServer;
     std::unique_ptr<PanelProcess> m_panel;
 };
 
 void TestRecord::initTestCase()
 {
-    QVERIFY(m_desk.start("1400x1000x24"));
+    QVERIFY(m_xServer.start("1400x1000x24"));
 }
 
 void TestRecord::init()
 {
-    m_panel = std::make_unique<PanelProcess>(m_desk);
+    m_panel = std::make_unique<PanelProcess>(m_xServer);
 }
 
 void TestRecord::cleanup()
@@ -55,18 +55,18 @@ void TestRecord::record()
 // Menu, keys, ports, T-Bar and an aging test under way, while time passes.
 void TestRecord::useTheDevice()
 {
-    m_desk.type(text("Down"));
+    m_xServer.type(text("Down"));
     m_panel->click(text("key-27"));
-    m_panel->clickSocket(text("net1"));
+    m_panel->clickPort(text("net1"));
     const QRect bar = m_panel->place(text("tbar"));
-    m_desk.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
-    m_desk.type(text("Up"));
+    m_xServer.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
+    m_xServer.type(text("Up"));
     m_panel->touch({100, 20});
     QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     const auto steps = [this] { return m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness")); };
     QTRY_VERIFY_WITH_TIMEOUT((m_panel->poll(), steps() >= 6), 30000);
-    m_panel->clickSocket(text("usb2"));
+    m_panel->clickPort(text("usb2"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
 }
 
@@ -87,7 +87,7 @@ void TestRecord::playedAgainGivesTheSameJournal()
 {
     record();
     useTheDevice();
-    m_desk.type(text("ctrl+q"));
+    m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitCode(), 0);
     const auto recorded = m_panel->journalBytes().split('\n');
@@ -146,7 +146,7 @@ void TestRecord::secondRecorderIsRefused()
     QCOMPARE(second.exitCode(), 2);
     QCOMPARE(QString::fromUtf8(second.readAllStandardError()),
              QStringLiteral("panelhost: %1: another process is writing this file.\n").arg(file));
-    m_desk.type(text("Down"));
+    m_xServer.type(text("Down"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 1);
     QFile recording(file);
     QVERIFY(recording.open(QIODevice::ReadOnly));
@@ -179,7 +179,8 @@ void TestRecord::fullDiskIsToldAtOnce()
     QVERIFY(m_panel->startWithSmallDisk({text("record"), file}));
     // Each of these leaves a step of the recording.
     for (int presses = 0; presses < 600 && m_panel->errors().isEmpty(); ++presses) {
-        m_desk.xdotool({text("key"), text("--delay"), text("1"), text("Down"), text("Up"), text("Down"), text("Up")});
+        m_xServer.xdotool(
+            {text("key"), text("--delay"), text("1"), text("Down"), text("Up"), text("Down"), text("Up")});
         m_panel->poll();
     }
     QTRY_COMPARE(QString::fromUtf8(m_panel->errors()),
@@ -193,7 +194,7 @@ void TestRecord::fullDiskIsToldAtOnce()
     QFile copy(m_panel->path(text("session.yaml")));
     QVERIFY(copy.open(QIODevice::WriteOnly) && copy.write(content) == content.size());
     copy.close();
-    m_desk.type(text("ctrl+q"));
+    m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitCode(), 2);
     QVERIFY(!play().isEmpty());
@@ -202,7 +203,7 @@ void TestRecord::fullDiskIsToldAtOnce()
 int main(int argc, char **argv)
 {
     TestRecord test;
-    return runOnDesk(test, argc, argv);
+    return runOnXServer(test, argc, argv);
 }
 
 #include "tst_record.moc"

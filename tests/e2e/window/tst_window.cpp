@@ -31,18 +31,18 @@ private:
     bool act();
     void calibrate();
 
-    XDesk m_desk;
+    XServer m_xServer;
     std::unique_ptr<PanelProcess> m_panel;
 };
 
 void TestWindow::initTestCase()
 {
-    QVERIFY(m_desk.start("1400x1000x24"));
+    QVERIFY(m_xServer.start("1400x1000x24"));
 }
 
 void TestWindow::init()
 {
-    m_panel = std::make_unique<PanelProcess>(m_desk);
+    m_panel = std::make_unique<PanelProcess>(m_xServer);
 }
 
 void TestWindow::cleanup()
@@ -65,13 +65,13 @@ void TestWindow::keysMoveThroughTheMenu()
 {
     open();
     waitFor("menu.row", 0);
-    m_desk.type(text("Down"));
+    m_xServer.type(text("Down"));
     waitFor("menu.row", 1);
-    m_desk.type(text("Up"));
+    m_xServer.type(text("Up"));
     waitFor("menu.row", 0);
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     waitFor("page", text("aging"));
-    m_desk.type(text("Escape"));
+    m_xServer.type(text("Escape"));
     waitFor("page", text("menu"));
     QCOMPARE(m_panel->count(text("action"), text("navigate")), 4);
 }
@@ -102,7 +102,7 @@ void TestWindow::panelKeyIsPressedAndHeld()
     open();
     m_panel->click(text("key-27"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("press"))), 1);
-    m_desk.click(m_panel->place(text("key-5")).center(), 3);
+    m_xServer.click(m_panel->place(text("key-5")).center(), 3);
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("hold"))), 1);
     m_panel->click(text("key-5"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("release"))), 1);
@@ -112,12 +112,12 @@ void TestWindow::portsArePluggedByClick()
 {
     open();
     for (const char *port : {"net1", "usb2"}) {
-        m_panel->clickSocket(text(port));
+        m_panel->clickPort(text(port));
     }
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
-    m_desk.click(m_panel->place(text("usb3")).center() + QPoint(0, 34));
+    m_xServer.click(m_panel->place(text("usb3")).center() + QPoint(0, 34));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("block"))), 1);
-    m_panel->clickSocket(text("net1"));
+    m_panel->clickPort(text("net1"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("unplug"))), 1);
 }
 
@@ -125,7 +125,7 @@ void TestWindow::tbarIsDragged()
 {
     open({text("--tbar"), text("fader")});
     const QRect bar = m_panel->place(text("tbar"));
-    m_desk.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
+    m_xServer.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
     QTRY_VERIFY(m_panel->journalBytes().contains("\"name\":\"tbar\",\"data\":{\"position\":1}"));
     QVERIFY(m_panel->poll());
     QVERIFY(m_panel->count(text("action"), text("tbar")) >= 2);
@@ -135,9 +135,9 @@ void TestWindow::tbarIsDragged()
 void TestWindow::speedIsChosen()
 {
     open({text("--speed"), text("pause")});
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     waitFor("page", text("aging"));
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 2);
     const int before = m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness"));
     m_panel->click(text("speed-max"));
@@ -153,7 +153,7 @@ bool TestWindow::act()
     if (m_panel->screen().value(text("titleIcon")).toString() == text("ButtonFunction") && key >= 0)
         m_panel->click(QStringLiteral("key-%1").arg(key));
     else if (!m_panel->caption("right").isEmpty())
-        m_desk.type(text("Return"));
+        m_xServer.type(text("Return"));
     else
         return false;
     return true;
@@ -165,10 +165,10 @@ void TestWindow::calibrate()
     const int top = bar.top() + 10;
     const int bottom = bar.bottom() - 60;
     for (const int y : {top, bottom, top, bottom, top, bottom}) {
-        m_desk.type(text("Return"));
-        m_desk.click({bar.center().x(), y});
+        m_xServer.type(text("Return"));
+        m_xServer.click({bar.center().x(), y});
     }
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
 }
 
 void TestWindow::finishPhases()
@@ -189,38 +189,38 @@ void TestWindow::completeMachinePassesByHand()
 {
     open({text("--speed"), text("max")});
     for (const char *port : {"net1", "net2", "usb1", "usb2", "usb3", "usb4"})
-        m_panel->clickSocket(text(port));
-    m_desk.type(text("Down"));
-    m_desk.type(text("Return"));
+        m_panel->clickPort(text(port));
+    m_xServer.type(text("Down"));
+    m_xServer.type(text("Return"));
     waitFor("page", text("machine"));
     finishPhases();
     QCOMPARE(m_panel->caption("left"), text("Test again"));
     QVERIFY(m_panel->journalBytes().contains("Test passed"));
     QCOMPARE(m_panel->count(text("event"), text("lcdTBarCalibration.result")), 7);
     QVERIFY(!m_panel->journalBytes().contains("\"ok\":false"));
-    m_desk.type(text("Escape"));
+    m_xServer.type(text("Escape"));
     waitFor("page", text("menu"));
 }
 
 void TestWindow::closesInTheMiddleOfARun()
 {
     open({text("--speed"), text("max")});
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     waitFor("page", text("aging"));
-    m_desk.type(text("Return"));
+    m_xServer.type(text("Return"));
     waitFor("left", text("Recount"));
-    m_desk.xdotool({text("mousemove"), text("600"), text("780"), text("mousedown"), text("1")});
-    m_desk.type(text("ctrl+q"));
+    m_xServer.xdotool({text("mousemove"), text("600"), text("780"), text("mousedown"), text("1")});
+    m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_panel->process().exitCode(), 0);
-    m_desk.xdotool({text("mouseup"), text("1")});
+    m_xServer.xdotool({text("mouseup"), text("1")});
 }
 
 int main(int argc, char **argv)
 {
     TestWindow test;
-    return runOnDesk(test, argc, argv);
+    return runOnXServer(test, argc, argv);
 }
 
 #include "tst_window.moc"

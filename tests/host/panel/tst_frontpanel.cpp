@@ -1,7 +1,7 @@
 #include "panel/frontpanel.h"
 #include "panel/keybutton.h"
-#include "panel/keyfield.h"
 #include "panel/keygroups.h"
+#include "panel/keypanel.h"
 #include "panel/lcdoverlay.h"
 #include "panelfixture.h"
 
@@ -69,10 +69,10 @@ QRect rectIn(const QWidget &panel, const QWidget &widget)
     return {widget.mapTo(&panel, QPoint()), widget.size()};
 }
 
-/// The parts that an operator sees: controls, screens, the bezel. The glass lies over the LCD on purpose.
+/// The parts that an operator sees: controls, screens, the bezel. The overlay lies over the LCD on purpose.
 QList<QWidget *> partsOf(FrontPanel &panel)
 {
-    QList<QWidget *> parts{panel.findChild<QWidget *>(QStringLiteral("lcd-bay"))};
+    QList<QWidget *> parts{panel.findChild<QWidget *>(QStringLiteral("lcd-bezel"))};
     for (int i = 0; i < 3; ++i)
         parts << panel.findChild<QWidget *>(QStringLiteral("screen%1").arg(i));
     const auto controls = panel.findChildren<Control *>();
@@ -151,10 +151,10 @@ void TestFrontPanel::touchHasLcdPixels()
 {
     Bench bench(sampleDevice());
     bench.show();
-    auto *glass = bench.panel->findChild<LcdOverlay *>();
-    QCOMPARE(glass->size(), bench.lcd.size());
-    QTest::mouseClick(glass, Qt::LeftButton, {}, {123, 45});
-    QTest::mouseClick(glass, Qt::RightButton, {}, {1, 1});
+    auto *overlay = bench.panel->findChild<LcdOverlay *>();
+    QCOMPARE(overlay->size(), bench.lcd.size());
+    QTest::mouseClick(overlay, Qt::LeftButton, {}, {123, 45});
+    QTest::mouseClick(overlay, Qt::RightButton, {}, {1, 1});
     QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=123 y=45")));
 }
 

@@ -1,5 +1,5 @@
-#include "panel/journalmodel.h"
-#include "panel/journalview.h"
+#include "window/journalmodel.h"
+#include "window/journalview.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>

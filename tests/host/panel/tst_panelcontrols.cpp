@@ -1,9 +1,9 @@
 #include "panel/knobcluster.h"
-#include "panel/look.h"
 #include "panel/navbutton.h"
+#include "panel/portwidget.h"
 #include "panel/screenview.h"
-#include "panel/socketwidget.h"
 #include "panel/tbarwidget.h"
+#include "panel/theme.h"
 #include "panelfixture.h"
 
 #include <QtGui/QPainter>
@@ -27,10 +27,10 @@ private Q_SLOTS:
     void tbarShowsWhereToMove_data();
     void tbarShowsWhereToMove();
     void tbarShowsWhatFailed();
-    void socketPlugsAndUnplugs_data();
-    void socketPlugsAndUnplugs();
+    void portPlugsAndUnplugs_data();
+    void portPlugsAndUnplugs();
     void usbSwitchBlocksAndUnblocks();
-    void netSocketHasNoSwitch();
+    void netPortHasNoSwitch();
     void joystickNavigates_data();
     void joystickNavigates();
     void knobTurnsAndEnters();
@@ -159,24 +159,24 @@ void TestPanelControls::tbarShowsWhereToMove()
     TBarState bar = barAt(0.5);
     tbar.setState(bar);
     const QImage idle = tbar.grab().toImage();
-    QVERIFY(!holds(idle, look::Amber) && !holds(idle, look::Green));
+    QVERIFY(!holds(idle, theme::Amber) && !holds(idle, theme::Green));
     bar.target = end;
     tbar.setState(bar);
     const QImage asked = tbar.grab().toImage();
     const int middle = tbar.yOf(0.5);
     const QRect upper(0, 0, asked.width(), middle);
     const QRect lower(0, middle, asked.width(), asked.height() - 56 - middle);
-    QCOMPARE(holds(asked.copy(upper), look::Amber), end == TBarEnd::Top);
-    QCOMPARE(holds(asked.copy(lower), look::Amber), end == TBarEnd::Bottom);
+    QCOMPARE(holds(asked.copy(upper), theme::Amber), end == TBarEnd::Top);
+    QCOMPARE(holds(asked.copy(lower), theme::Amber), end == TBarEnd::Bottom);
     QVERIFY(footLine(asked, 1) != footLine(idle, 1));
 
     bar.position = away;
     tbar.setState(bar);
-    QVERIFY(!holds(tbar.grab().toImage(), look::Green));
+    QVERIFY(!holds(tbar.grab().toImage(), theme::Green));
     bar.position = there;
     tbar.setState(bar);
     const QImage inPlace = tbar.grab().toImage();
-    QVERIFY(holds(inPlace, look::Green) && !holds(inPlace, look::Amber));
+    QVERIFY(holds(inPlace, theme::Green) && !holds(inPlace, theme::Amber));
 }
 
 void TestPanelControls::tbarShowsWhatFailed()
@@ -197,51 +197,51 @@ void TestPanelControls::tbarShowsWhatFailed()
     QCOMPARE(tbar.toolTip(), QStringLiteral("T-Bar"));
 }
 
-void TestPanelControls::socketPlugsAndUnplugs_data()
+void TestPanelControls::portPlugsAndUnplugs_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("type");
-    QTest::newRow("net") << QStringLiteral("net2") << int(SocketWidget::Type::Net);
-    QTest::newRow("usb") << QStringLiteral("usb3") << int(SocketWidget::Type::Usb);
+    QTest::newRow("net") << QStringLiteral("net2") << int(PortWidget::Type::Net);
+    QTest::newRow("usb") << QStringLiteral("usb3") << int(PortWidget::Type::Usb);
 }
 
-void TestPanelControls::socketPlugsAndUnplugs()
+void TestPanelControls::portPlugsAndUnplugs()
 {
     QFETCH(QString, name);
     QFETCH(int, type);
     PortState port{name, 2, false, false};
-    SocketWidget socket(SocketWidget::Type(type), port, nullptr);
-    socket.resize(socket.sizeHint());
-    ActionLog log(socket);
-    const QImage empty = socket.grab().toImage();
-    QTest::mouseClick(&socket, Qt::LeftButton, {}, {30, 20});
+    PortWidget widget(PortWidget::Type(type), port, nullptr);
+    widget.resize(widget.sizeHint());
+    ActionLog log(widget);
+    const QImage empty = widget.grab().toImage();
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, {30, 20});
     port.isPlugged = true;
-    socket.setState(port);
-    QVERIFY(socket.grab().toImage() != empty);
-    QTest::mouseClick(&socket, Qt::LeftButton, {}, {30, 20});
+    widget.setState(port);
+    QVERIFY(widget.grab().toImage() != empty);
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, {30, 20});
     QCOMPARE(log.lines, (QStringList{QStringLiteral("plug port=") + name, QStringLiteral("unplug port=") + name}));
 }
 
 void TestPanelControls::usbSwitchBlocksAndUnblocks()
 {
     PortState port{QStringLiteral("usb1"), 1, false, false};
-    SocketWidget socket(SocketWidget::Type::Usb, port, nullptr);
-    socket.resize(socket.sizeHint());
-    ActionLog log(socket);
-    QTest::mouseClick(&socket, Qt::LeftButton, {}, socket.blockSwitch().center());
+    PortWidget widget(PortWidget::Type::Usb, port, nullptr);
+    widget.resize(widget.sizeHint());
+    ActionLog log(widget);
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, widget.blockSwitch().center());
     port.isBlocked = true;
-    socket.setState(port);
-    QTest::mouseClick(&socket, Qt::LeftButton, {}, socket.blockSwitch().center());
+    widget.setState(port);
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, widget.blockSwitch().center());
     QCOMPARE(log.lines, (QStringList{QStringLiteral("block port=usb1"), QStringLiteral("unblock port=usb1")}));
 }
 
-void TestPanelControls::netSocketHasNoSwitch()
+void TestPanelControls::netPortHasNoSwitch()
 {
-    SocketWidget socket(SocketWidget::Type::Net, {QStringLiteral("net1"), 1, false, false}, nullptr);
-    socket.resize(socket.sizeHint());
-    QVERIFY(socket.blockSwitch().isEmpty());
-    ActionLog log(socket);
-    QTest::mouseClick(&socket, Qt::LeftButton, {}, {socket.width() / 2, socket.height() - 4});
+    PortWidget widget(PortWidget::Type::Net, {QStringLiteral("net1"), 1, false, false}, nullptr);
+    widget.resize(widget.sizeHint());
+    QVERIFY(widget.blockSwitch().isEmpty());
+    ActionLog log(widget);
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, {widget.width() / 2, widget.height() - 4});
     QCOMPARE(log.lines, QStringList(QStringLiteral("plug port=net1")));
 }
 

@@ -1,16 +1,16 @@
 #include "application/prepare.h"
 #include "device/device.h"
 #include "device/faults.h"
-#include "panel/faultmenu.h"
-#include "panel/journalmodel.h"
-#include "panel/journalview.h"
 #include "panel/lcdoverlay.h"
-#include "panel/panelwindow.h"
-#include "panel/windowfiles.h"
-#include "panel/windowoptions.h"
 #include "panelfixture.h"
 #include "session/session.h"
 #include "time/realtimetimer.h"
+#include "window/faultmenu.h"
+#include "window/journalmodel.h"
+#include "window/journalview.h"
+#include "window/panelwindow.h"
+#include "window/windowfiles.h"
+#include "window/windowoptions.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
@@ -137,9 +137,9 @@ void TestPanelWindow::touchGoesThroughTheOperator()
 
 void TestPanelWindow::refusalIsShownAndGoesAway()
 {
-    auto *glass = m_window->findChild<LcdOverlay *>();
+    auto *overlay = m_window->findChild<LcdOverlay *>();
     const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
-    Q_EMIT glass->actionTriggered({OperatorAction::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
+    Q_EMIT overlay->actionTriggered({OperatorAction::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
     QCOMPARE(message->text(), QStringLiteral("The page shows no left button."));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(message->text(), QString());

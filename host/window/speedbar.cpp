@@ -1,6 +1,6 @@
-#include "panel/speedbar.h"
+#include "window/speedbar.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtCore/QVariant>
 #include <QtWidgets/QBoxLayout>
@@ -34,11 +34,11 @@ SpeedBar::SpeedBar(QWidget *parent)
     m_recording->hide();
     m_clock->setToolTip(QStringLiteral("Time on the device since it started"));
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(look::Grid, look::Grid / 2, 2 * look::Grid, look::Grid / 2);
-    row->setSpacing(look::Grid / 2);
+    row->setContentsMargins(theme::Grid, theme::Grid / 2, 2 * theme::Grid, theme::Grid / 2);
+    row->setSpacing(theme::Grid / 2);
     for (QLabel *label : {m_message, m_recording, m_clock}) {
         row->addWidget(label);
-        row->addSpacing(look::Grid);
+        row->addSpacing(theme::Grid);
     }
     addSpeed(row, QStringLiteral("speed-pause"), QStringLiteral("Pause"), Paused);
     addSpeed(row, QStringLiteral("speed-1"), QStringLiteral("Real time"), 1);
@@ -57,13 +57,13 @@ void SpeedBar::addSpeed(QHBoxLayout *row, const QString &name, const QString &te
     button->setProperty("factor", factor);
     connect(button, &QToolButton::toggled, this, [this, factor](bool on) {
         if (on)
-            Q_EMIT chosen(factor);
+            Q_EMIT speedSelected(factor);
     });
     m_speeds.append(button);
     row->addWidget(button);
 }
 
-void SpeedBar::choose(double factor)
+void SpeedBar::setSpeed(double factor)
 {
     for (QToolButton *button : qAsConst(m_speeds))
         if (button->property("factor").toDouble() == factor)
@@ -82,13 +82,13 @@ void SpeedBar::setMessage(const QString &text)
     Q_EMIT widthChanged();
 }
 
-void SpeedBar::fit(int width)
+void SpeedBar::fitToWidth(int width)
 {
-    constexpr int LeastRoom = 32 * look::Grid;
+    constexpr int MinMessageWidth = 32 * theme::Grid;
     const QString text = m_message->toolTip();
     m_message->setText(text);
     const int room = width - (sizeHint().width() - m_message->sizeHint().width());
-    m_message->setText(m_message->fontMetrics().elidedText(text, Qt::ElideRight, qMax(room, LeastRoom)));
+    m_message->setText(m_message->fontMetrics().elidedText(text, Qt::ElideRight, qMax(room, MinMessageWidth)));
 }
 
 void SpeedBar::setRecording(const QString &fileName)

@@ -10,7 +10,7 @@ struct WindowOptions
 {
     QString journal;    ///< file that gets the journal, line by line
     QString screenshot; ///< file that gets a picture of the window, which then closes
-    QString layout;     ///< file that gets the places of all controls on the screen
+    QString layout;     ///< file that gets the geometry of all controls on the screen
     bool force = false; ///< an existing recording is overwritten
     double speed = 1;   ///< as VirtualClock::run() takes it
 

@@ -1,4 +1,4 @@
-#include "panel/journalmodel.h"
+#include "window/journalmodel.h"
 
 #include <algorithm>
 

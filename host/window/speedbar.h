@@ -24,13 +24,13 @@ public:
     /// Shows @p text, such as why an action was refused; an empty one clears it.
     void setMessage(const QString &text);
     /// Cuts the message off where the bar would be wider than @p width. Its tool tip stays whole.
-    void fit(int width);
+    void fitToWidth(int width);
     void setRecording(const QString &fileName);
-    void choose(double factor);
+    void setSpeed(double factor);
 
 Q_SIGNALS:
     /// @p factor as VirtualClock::run() takes it, or Paused.
-    void chosen(double factor);
+    void speedSelected(double factor);
     /// Emitted when a text has come or gone, so that the bar needs another width.
     void widthChanged();
 

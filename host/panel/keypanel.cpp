@@ -1,15 +1,15 @@
-#include "panel/keyfield.h"
+#include "panel/keypanel.h"
 
 #include "panel/keybutton.h"
 #include "panel/keygroups.h"
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtCore/QHash>
 #include <QtGui/QPainter>
 
 namespace panelhost {
 
-using look::Grid;
+using theme::Grid;
 
 constexpr int CapWidth = 6 * Grid;
 constexpr int CapHeight = 5 * Grid;
@@ -30,7 +30,7 @@ static QSize groupSize(int keys, int width)
     return {columns * Pitch - Grid, TitleHeight + rows * RowPitch - Grid};
 }
 
-KeyField::KeyField(const QList<KeyState> &keys, QWidget *parent) : QWidget(parent)
+KeyPanel::KeyPanel(const QList<KeyState> &keys, QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("keys"));
     const auto groups = groupKeys(keys);
@@ -41,18 +41,18 @@ KeyField::KeyField(const QList<KeyState> &keys, QWidget *parent) : QWidget(paren
     setSizePolicy(policy);
 }
 
-void KeyField::addGroup(const KeyGroup &keys)
+void KeyPanel::addGroup(const KeyGroup &keys)
 {
     Group group{keys.title, {}, {}};
     for (const KeyState &key : keys.keys) {
         auto *button = new KeyButton(key, this);
-        connect(button, &KeyButton::actionTriggered, this, &KeyField::actionTriggered);
+        connect(button, &KeyButton::actionTriggered, this, &KeyPanel::actionTriggered);
         group.buttons.append(button);
     }
     m_groups.append(group);
 }
 
-void KeyField::setState(const QList<KeyState> &keys, Milliseconds now)
+void KeyPanel::setState(const QList<KeyState> &keys, Milliseconds now)
 {
     QHash<int, KeyState> byKey;
     for (const KeyState &key : keys)
@@ -62,7 +62,7 @@ void KeyField::setState(const QList<KeyState> &keys, Milliseconds now)
             button->setState(byKey.value(button->halKey()), now);
 }
 
-QVector<QRect> KeyField::arrange(int width) const
+QVector<QRect> KeyPanel::arrange(int width) const
 {
     QVector<QRect> rects;
     QPoint next(0, 0);
@@ -80,7 +80,7 @@ QVector<QRect> KeyField::arrange(int width) const
     return rects;
 }
 
-int KeyField::heightForWidth(int width) const
+int KeyPanel::heightForWidth(int width) const
 {
     int height = 0;
     for (const QRect &rect : arrange(width))
@@ -88,18 +88,18 @@ int KeyField::heightForWidth(int width) const
     return height;
 }
 
-QSize KeyField::sizeHint() const
+QSize KeyPanel::sizeHint() const
 {
     const int width = 22 * Pitch - Grid;
     return {width, heightForWidth(width)};
 }
 
-QSize KeyField::minimumSizeHint() const
+QSize KeyPanel::minimumSizeHint() const
 {
     return {Pitch, TitleHeight + CapHeight};
 }
 
-void KeyField::placeButtons(const Group &group) const
+void KeyPanel::placeButtons(const Group &group) const
 {
     const int columns = columnsIn(group.rect.width());
     for (int i = 0; i < group.buttons.size(); ++i) {
@@ -108,7 +108,7 @@ void KeyField::placeButtons(const Group &group) const
     }
 }
 
-void KeyField::resizeEvent(QResizeEvent *event)
+void KeyPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     const QVector<QRect> rects = arrange(width());
@@ -118,12 +118,12 @@ void KeyField::resizeEvent(QResizeEvent *event)
     }
 }
 
-void KeyField::paintEvent(QPaintEvent *)
+void KeyPanel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     for (const Group &group : qAsConst(m_groups)) {
         const QRect title(group.rect.topLeft(), QSize(group.rect.width(), TitleHeight - 2));
-        look::drawCaption(painter, title, Qt::AlignLeft | Qt::AlignVCenter, group.title);
+        theme::drawCaption(painter, title, Qt::AlignLeft | Qt::AlignVCenter, group.title);
     }
 }
 

@@ -1,6 +1,6 @@
-#include "panel/windowoptions.h"
+#include "window/windowoptions.h"
 
-#include "panel/speedbar.h"
+#include "window/speedbar.h"
 
 #include <QtCore/QMap>
 

@@ -1,4 +1,4 @@
-#include "panel/panellayout.h"
+#include "window/layoutdump.h"
 
 #include "panel/control.h"
 
@@ -7,24 +7,24 @@
 
 namespace panelhost {
 
-static void addPlace(QJsonObject &places, const QWidget &widget)
+static void addGeometry(QJsonObject &geometries, const QWidget &widget)
 {
     const QPoint at = widget.mapToGlobal(QPoint());
     if (widget.isVisible() && !widget.objectName().isEmpty())
-        places.insert(widget.objectName(), QJsonArray{at.x(), at.y(), widget.width(), widget.height()});
+        geometries.insert(widget.objectName(), QJsonArray{at.x(), at.y(), widget.width(), widget.height()});
 }
 
-QJsonObject layoutOf(const QWidget &window)
+QJsonObject dumpLayout(const QWidget &window)
 {
-    QJsonObject places;
-    addPlace(places, window);
+    QJsonObject geometries;
+    addGeometry(geometries, window);
     const auto controls = window.findChildren<Control *>();
     for (const Control *control : controls)
-        addPlace(places, *control);
+        addGeometry(geometries, *control);
     const auto buttons = window.findChildren<QToolButton *>();
     for (const QToolButton *button : buttons)
-        addPlace(places, *button);
-    return places;
+        addGeometry(geometries, *button);
+    return geometries;
 }
 
 }

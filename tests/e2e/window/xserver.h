@@ -5,10 +5,10 @@
 #include <QtCore/QStringList>
 
 /// An X server of its own, with nothing but what the test starts on it, and the hands of an operator there.
-class XDesk
+class XServer
 {
 public:
-    ~XDesk();
+    ~XServer();
     bool start(const QByteArray &screen);
     QString display() const { return m_display; }
 
@@ -24,6 +24,6 @@ private:
 };
 
 /// Runs the slots of @p test. Without Xvfb or xdotool it says so and gives 77, which counts as skipped.
-int runOnDesk(QObject &test, int argc, char **argv);
+int runOnXServer(QObject &test, int argc, char **argv);
 
 QString text(const char *latin1);

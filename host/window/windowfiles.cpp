@@ -1,9 +1,9 @@
-#include "panel/windowfiles.h"
+#include "window/windowfiles.h"
 
 #include "diagnostics/reporterror.h"
 #include "output/outputcheck.h"
-#include "panel/panelwindow.h"
-#include "panel/windowoptions.h"
+#include "window/panelwindow.h"
+#include "window/windowoptions.h"
 
 #include <QtCore/QFileInfo>
 
@@ -69,7 +69,7 @@ void WindowFiles::watchRecording(PanelWindow &window)
 void WindowFiles::watchJournal(PanelWindow &window)
 {
     window.setJournalFile(QFileInfo(m_journal.path()).fileName());
-    const auto tell = [this, &window](const QString &error) {
+    const auto report = [this, &window](const QString &error) {
         reportError(error);
         QMetaObject::invokeMethod(
             &window,
@@ -79,9 +79,9 @@ void WindowFiles::watchJournal(PanelWindow &window)
             Qt::QueuedConnection);
     };
     if (m_journal.error().isEmpty())
-        m_journal.setErrorHandler(tell);
+        m_journal.setErrorHandler(report);
     else
-        tell(m_journal.error());
+        report(m_journal.error());
 }
 
 void WindowFiles::showIn(PanelWindow &window)

@@ -1,6 +1,6 @@
-#include "panel/faultmenu.h"
+#include "window/faultmenu.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
@@ -65,7 +65,7 @@ void FaultMenu::addFault(const FaultInfo &fault)
     action->setData(fault.name);
     action->setToolTip(QStringLiteral("%1: %2").arg(fault.name, fault.where));
     action->setCheckable(true);
-    connect(action, &QAction::triggered, this, [this, fault](bool on) { choose(fault, on); });
+    connect(action, &QAction::triggered, this, [this, fault](bool on) { switchFault(fault, on); });
 }
 
 void FaultMenu::updateTicks()
@@ -75,10 +75,10 @@ void FaultMenu::updateTicks()
         action->setChecked(m_faults.isOn(action->data().toString()));
 }
 
-void FaultMenu::choose(const FaultInfo &fault, bool on)
+void FaultMenu::switchFault(const FaultInfo &fault, bool on)
 {
     if (on && !fault.arguments.isEmpty())
-        return ask(fault);
+        return openArgumentDialog(fault);
     Q_EMIT actionTriggered(
         {OperatorAction::Kind::Fault, {{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), on}}});
 }
@@ -101,7 +101,7 @@ QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
 }
 
 // Told once the dialog has done with itself: what follows may deliver its own deletion.
-void FaultMenu::tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fields)
+void FaultMenu::triggerWithArguments(const FaultInfo &fault, const QHash<QString, QWidget *> &fields)
 {
     QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};
     for (auto field = fields.cbegin(); field != fields.cend(); ++field)
@@ -111,13 +111,13 @@ void FaultMenu::tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fi
         this, [this, action] { Q_EMIT actionTriggered(action); }, Qt::QueuedConnection);
 }
 
-void FaultMenu::ask(const FaultInfo &fault)
+void FaultMenu::openArgumentDialog(const FaultInfo &fault)
 {
     auto *dialog = new QDialog(parentWidget());
     dialog->setObjectName(QStringLiteral("fault-dialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(fault.description);
-    look::dress(dialog);
+    theme::applyTo(dialog);
     auto *form = new QFormLayout(dialog);
     QHash<QString, QWidget *> fields;
     for (const QString &argument : fault.arguments)
@@ -126,7 +126,7 @@ void FaultMenu::ask(const FaultInfo &fault)
     form->addRow(buttons);
     connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
-    connect(dialog, &QDialog::accepted, this, [this, fault, fields] { tell(fault, fields); });
+    connect(dialog, &QDialog::accepted, this, [this, fault, fields] { triggerWithArguments(fault, fields); });
     dialog->open();
 }
 

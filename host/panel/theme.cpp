@@ -1,4 +1,4 @@
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QPainter>
@@ -11,7 +11,7 @@ static void initPanelResources()
     Q_INIT_RESOURCE(panel);
 }
 
-namespace panelhost::look {
+namespace panelhost::theme {
 
 QFont font(int pixels, bool bold)
 {
@@ -27,15 +27,15 @@ QColor mix(QRgb a, QRgb b, double share)
     return QColor(blend(qRed(a), qRed(b)), blend(qGreen(a), qGreen(b)), blend(qBlue(a), qBlue(b)));
 }
 
-QColor inkOn(const QColor &ground)
+QColor textColorOn(const QColor &ground)
 {
-    return qGray(ground.rgb()) > 128 ? QColor(InkDark) : QColor(Ink);
+    return qGray(ground.rgb()) > 128 ? QColor(DarkTextColor) : QColor(TextColor);
 }
 
-void drawWell(QPainter &painter, const QRectF &rect, QRgb ground)
+void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(WellEdge), 1));
+    painter.setPen(QPen(QColor(RecessEdge), 1));
     painter.setBrush(QColor(ground));
     painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
 }
@@ -55,7 +55,7 @@ void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool i
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text)
 {
     painter.setFont(font(11));
-    painter.setPen(QColor(InkDim));
+    painter.setPen(QColor(DimTextColor));
     painter.drawText(rect, flags, text);
 }
 
@@ -65,35 +65,42 @@ static QPalette palette()
     for (const auto role : {QPalette::Window, QPalette::Button, QPalette::AlternateBase, QPalette::ToolTipBase})
         result.setColor(role, QColor(Panel));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        result.setColor(role, QColor(Ink));
+        result.setColor(role, QColor(TextColor));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        result.setColor(QPalette::Disabled, role, QColor(InkDim));
-    result.setColor(QPalette::Base, QColor(Well));
-    result.setColor(QPalette::PlaceholderText, QColor(InkDim));
+        result.setColor(QPalette::Disabled, role, QColor(DimTextColor));
+    result.setColor(QPalette::Base, QColor(Recess));
+    result.setColor(QPalette::PlaceholderText, QColor(DimTextColor));
     result.setColor(QPalette::Highlight, QColor(Accent));
-    result.setColor(QPalette::HighlightedText, QColor(InkDark));
+    result.setColor(QPalette::HighlightedText, QColor(DarkTextColor));
     return result;
 }
 
 static QString styleSheet()
 {
     initPanelResources();
-    QFile file(QStringLiteral(":/panel/look.qss"));
+    QFile file(QStringLiteral(":/panel/theme.qss"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QString sheet = QString::fromUtf8(file.readAll());
-    const QPair<QLatin1String, QRgb> inks[] = {
-        {QLatin1String("@desk"), Desk},   {QLatin1String("@panel"), Panel},     {QLatin1String("@edge"), PanelEdge},
-        {QLatin1String("@well"), Well},   {QLatin1String("@inkdark"), InkDark}, {QLatin1String("@inkdim"), InkDim},
-        {QLatin1String("@ink"), Ink},     {QLatin1String("@accent"), Accent},   {QLatin1String("@cap"), Cap},
-        {QLatin1String("@amber"), Amber}, {QLatin1String("@red"), Red},
+    const QPair<QLatin1String, QRgb> colors[] = {
+        {QLatin1String("@window"), WindowBackground},
+        {QLatin1String("@panel"), Panel},
+        {QLatin1String("@edge"), PanelEdge},
+        {QLatin1String("@recess"), Recess},
+        {QLatin1String("@darktext"), DarkTextColor},
+        {QLatin1String("@dimtext"), DimTextColor},
+        {QLatin1String("@text"), TextColor},
+        {QLatin1String("@accent"), Accent},
+        {QLatin1String("@cap"), Cap},
+        {QLatin1String("@amber"), Amber},
+        {QLatin1String("@red"), Red},
     };
-    for (const auto &ink : inks)
-        sheet.replace(ink.first, QColor(ink.second).name());
+    for (const auto &color : colors)
+        sheet.replace(color.first, QColor(color.second).name());
     return sheet;
 }
 
-void dress(QWidget *widget)
+void applyTo(QWidget *widget)
 {
     widget->setPalette(palette());
     widget->setFont(font(12));

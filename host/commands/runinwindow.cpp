@@ -1,11 +1,11 @@
-#include "panel/windowrun.h"
+#include "commands/runinwindow.h"
 
 #include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
-#include "panel/panellayout.h"
-#include "panel/panelwindow.h"
-#include "panel/windowfiles.h"
-#include "panel/windowoptions.h"
+#include "window/layoutdump.h"
+#include "window/panelwindow.h"
+#include "window/windowfiles.h"
+#include "window/windowoptions.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtWidgets/QApplication>
@@ -16,7 +16,7 @@ namespace {
 
 bool saveLayout(const PanelWindow &window, const QString &path, QString *error)
 {
-    return replaceFile(path, QJsonDocument(layoutOf(window)).toJson(), error);
+    return replaceFile(path, QJsonDocument(dumpLayout(window)).toJson(), error);
 }
 
 int takeScreenshot(PanelWindow &window, Session &session, const QString &path)

@@ -1,4 +1,4 @@
-#include "panel/windowrun.h"
+#include "commands/runinwindow.h"
 
 namespace panelhost {
 

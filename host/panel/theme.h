@@ -8,22 +8,22 @@ class QPainter;
 class QWidget;
 
 /// How the window looks: its one palette, its grid and its letters. Everything that is drawn takes them from here.
-namespace panelhost::look {
+namespace panelhost::theme {
 
 constexpr int Grid = 8; ///< all distances are multiples of it, or its half
 constexpr int Radius = 4;
 
-constexpr QRgb Desk = 0xff14171b;
+constexpr QRgb WindowBackground = 0xff14171b;
 constexpr QRgb Panel = 0xff24292f;
 constexpr QRgb PanelEdge = 0xff343b43;
-constexpr QRgb Well = 0xff1a1e23;
-constexpr QRgb WellEdge = 0xff0e1114;
+constexpr QRgb Recess = 0xff1a1e23;
+constexpr QRgb RecessEdge = 0xff0e1114;
 constexpr QRgb Cap = 0xff3a424b;
 constexpr QRgb CapEdge = 0xff4d5761;
 constexpr QRgb CapDown = 0xff2c333a;
-constexpr QRgb Ink = 0xffe8ecef;
-constexpr QRgb InkDim = 0xff98a3ae;
-constexpr QRgb InkDark = 0xff14171b;
+constexpr QRgb TextColor = 0xffe8ecef;
+constexpr QRgb DimTextColor = 0xff98a3ae;
+constexpr QRgb DarkTextColor = 0xff14171b;
 constexpr QRgb Accent = 0xff4fb3ff;
 constexpr QRgb Metal = 0xffaab4bd;
 constexpr QRgb Black = 0xff000000;
@@ -38,16 +38,16 @@ QFont font(int pixels, bool bold = false);
 /// @p a at @p share 0, @p b at 1.
 QColor mix(QRgb a, QRgb b, double share);
 /// The darker or the lighter ink, whichever is readable on @p ground.
-QColor inkOn(const QColor &ground);
+QColor textColorOn(const QColor &ground);
 
 /// A hollow in the panel in which something sits.
-void drawWell(QPainter &painter, const QRectF &rect, QRgb ground = Well);
+void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground = Recess);
 /// A cap of @p ground that stands out, or is pressed in.
 void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool isDown);
 /// A small caption in dim ink.
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text);
 
 /// The palette and style sheet for menus, docks and dialogs. Never for the LCD, which has a look of its own.
-void dress(QWidget *widget);
+void applyTo(QWidget *widget);
 
 }

@@ -1,6 +1,6 @@
-#include "panel/socketwidget.h"
+#include "panel/portwidget.h"
 
-#include "panel/look.h"
+#include "panel/theme.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QMouseEvent>
@@ -9,7 +9,7 @@
 
 namespace panelhost {
 
-using look::Grid;
+using theme::Grid;
 
 static QString caption(const PortState &port)
 {
@@ -18,18 +18,18 @@ static QString caption(const PortState &port)
     return digits > 0 ? text.insert(digits, QLatin1Char(' ')) : text;
 }
 
-SocketWidget::SocketWidget(Type type, const PortState &port, QWidget *parent)
+PortWidget::PortWidget(Type type, const PortState &port, QWidget *parent)
     : Control(port.name, caption(port), parent), m_type(type), m_port(port)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize SocketWidget::sizeHint() const
+QSize PortWidget::sizeHint() const
 {
     return {11 * Grid, (m_type == Type::Usb ? 10 : 8) * Grid};
 }
 
-void SocketWidget::setState(const PortState &port)
+void PortWidget::setState(const PortState &port)
 {
     if (port.isPlugged == m_port.isPlugged && port.isBlocked == m_port.isBlocked)
         return;
@@ -37,95 +37,95 @@ void SocketWidget::setState(const PortState &port)
     update();
 }
 
-QRect SocketWidget::shell() const
+QRect PortWidget::shell() const
 {
     return {2 * Grid, 0, width() - 4 * Grid, 6 * Grid};
 }
 
-QRect SocketWidget::blockSwitch() const
+QRect PortWidget::blockSwitch() const
 {
     return m_type == Type::Usb ? QRect(0, height() - 2 * Grid, width(), 2 * Grid) : QRect();
 }
 
-void SocketWidget::drawNet(QPainter &painter) const
+void PortWidget::drawNet(QPainter &painter) const
 {
     const QRect jack = shell().adjusted(6, 10, -6, -4);
-    painter.fillRect(jack, QColor(look::Black));
-    painter.fillRect(QRect(jack.center().x() - Grid, jack.top() - 4, 2 * Grid, 4), QColor(look::Black));
+    painter.fillRect(jack, QColor(theme::Black));
+    painter.fillRect(QRect(jack.center().x() - Grid, jack.top() - 4, 2 * Grid, 4), QColor(theme::Black));
     for (int pin = 0; pin < 8; ++pin)
-        painter.fillRect(QRect(jack.left() + 5 + pin * 4, jack.bottom() - 7, 2, 6), QColor(look::Amber).darker(130));
-    const QRgb link = m_port.isPlugged ? look::Green : look::CapDown;
+        painter.fillRect(QRect(jack.left() + 5 + pin * 4, jack.bottom() - 7, 2, 6), QColor(theme::Amber).darker(130));
+    const QRgb link = m_port.isPlugged ? theme::Green : theme::CapDown;
     painter.fillRect(QRect(shell().left() + 4, 4, Grid, 4), QColor(link));
     painter.fillRect(QRect(shell().right() - 3 - Grid, 4, Grid, 4),
-                     QColor(m_port.isPlugged ? look::Amber : look::CapDown));
+                     QColor(m_port.isPlugged ? theme::Amber : theme::CapDown));
     if (m_port.isPlugged)
-        look::drawCap(painter, jack.adjusted(4, 2, -4, 4), QColor(look::Metal), false);
+        theme::drawCap(painter, jack.adjusted(4, 2, -4, 4), QColor(theme::Metal), false);
 }
 
-void SocketWidget::drawUsb(QPainter &painter) const
+void PortWidget::drawUsb(QPainter &painter) const
 {
     const QRect jack = shell().adjusted(6, 14, -6, -14);
-    painter.fillRect(jack, QColor(look::Black));
-    painter.fillRect(jack.adjusted(4, 4, -4, -10), QColor(look::Blue).darker(120));
+    painter.fillRect(jack, QColor(theme::Black));
+    painter.fillRect(jack.adjusted(4, 4, -4, -10), QColor(theme::Blue).darker(120));
     if (m_port.isPlugged)
-        look::drawCap(painter, jack.adjusted(2, -4, -2, 6), QColor(look::Metal), false);
-    const QRgb light = m_port.isBlocked ? look::Red : m_port.isPlugged ? look::Green : look::CapDown;
+        theme::drawCap(painter, jack.adjusted(2, -4, -2, 6), QColor(theme::Metal), false);
+    const QRgb light = m_port.isBlocked ? theme::Red : m_port.isPlugged ? theme::Green : theme::CapDown;
     painter.fillRect(QRect(shell().center().x() - 3, 4, Grid, 4), QColor(light));
 }
 
-void SocketWidget::drawBlockSwitch(QPainter &painter) const
+void PortWidget::drawBlockSwitch(QPainter &painter) const
 {
     const QRect box(blockSwitch().left() + 2 * Grid, blockSwitch().top() + 3, 2 * Grid + 2, 10);
-    painter.setPen(QPen(QColor(look::CapEdge), 1));
-    painter.setBrush(QColor(m_port.isBlocked ? look::Red : look::Well));
+    painter.setPen(QPen(QColor(theme::CapEdge), 1));
+    painter.setBrush(QColor(m_port.isBlocked ? theme::Red : theme::Recess));
     painter.drawRoundedRect(box, 5, 5);
-    painter.setBrush(QColor(look::Ink));
+    painter.setBrush(QColor(theme::TextColor));
     painter.drawEllipse(QPoint(m_port.isBlocked ? box.right() - 4 : box.left() + 5, box.center().y()), 4, 4);
     const QRect text = blockSwitch().adjusted(5 * Grid - 2, 0, 0, 0);
-    look::drawCaption(painter, text, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("block"));
+    theme::drawCaption(painter, text, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("block"));
 }
 
-void SocketWidget::paintEvent(QPaintEvent *)
+void PortWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    look::drawWell(painter, shell(), look::PanelEdge);
+    theme::drawRecess(painter, shell(), theme::PanelEdge);
     painter.setPen(Qt::NoPen);
     m_type == Type::Net ? drawNet(painter) : drawUsb(painter);
     const QRect name(0, shell().bottom() + 1, width(), 2 * Grid);
-    look::drawCaption(painter, name, Qt::AlignCenter, caption(m_port));
+    theme::drawCaption(painter, name, Qt::AlignCenter, caption(m_port));
     if (m_type == Type::Usb)
         drawBlockSwitch(painter);
 }
 
-void SocketWidget::togglePlug()
+void PortWidget::togglePlug()
 {
     const auto kind = m_port.isPlugged ? OperatorAction::Kind::Unplug : OperatorAction::Kind::Plug;
     Q_EMIT actionTriggered({kind, {{QStringLiteral("port"), m_port.name}}});
 }
 
-void SocketWidget::toggleBlock()
+void PortWidget::toggleBlock()
 {
     const auto kind = m_port.isBlocked ? OperatorAction::Kind::Unblock : OperatorAction::Kind::Block;
     Q_EMIT actionTriggered({kind, {{QStringLiteral("port"), m_port.name}}});
 }
 
-void SocketWidget::mousePressEvent(QMouseEvent *event)
+void PortWidget::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     blockSwitch().contains(event->pos()) ? toggleBlock() : togglePlug();
 }
 
-void SocketWidget::contextMenuEvent(QContextMenuEvent *event)
+void PortWidget::contextMenuEvent(QContextMenuEvent *event)
 {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    look::dress(menu);
+    theme::applyTo(menu);
     menu->addAction(m_port.isPlugged ? QStringLiteral("Unplug") : QStringLiteral("Plug"), this,
-                    &SocketWidget::togglePlug);
+                    &PortWidget::togglePlug);
     if (m_type == Type::Usb)
         menu->addAction(m_port.isBlocked ? QStringLiteral("Unblock") : QStringLiteral("Block"), this,
-                        &SocketWidget::toggleBlock);
+                        &PortWidget::toggleBlock);
     menu->popup(event->globalPos());
 }
 

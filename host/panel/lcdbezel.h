@@ -7,22 +7,22 @@ namespace panelhost {
 class LcdOverlay;
 
 /// The bezel with the LCD in it and the touch glass over it. It borrows the LCD and gives it back when it goes.
-class LcdBay : public QWidget
+class LcdBezel : public QWidget
 {
     Q_OBJECT
 
 public:
-    LcdBay(QWidget *lcd, QWidget *parent);
-    ~LcdBay() override;
+    LcdBezel(QWidget *lcd, QWidget *parent);
+    ~LcdBezel() override;
 
-    LcdOverlay *glass() const { return m_glass; }
+    LcdOverlay *overlay() const { return m_overlay; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QWidget *m_lcd;
-    LcdOverlay *m_glass;
+    LcdOverlay *m_overlay;
 };
 
 }

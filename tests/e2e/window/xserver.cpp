@@ -1,4 +1,4 @@
-#include "xdesk.h"
+#include "xserver.h"
 
 #include <QtCore/QStandardPaths>
 #include <QtTest/QtTest>
@@ -8,7 +8,7 @@ static QStringList at(const QPoint &point)
     return {QString::number(point.x()), QString::number(point.y())};
 }
 
-XDesk::~XDesk()
+XServer::~XServer()
 {
     m_server.terminate();
     m_server.waitForFinished();
@@ -16,7 +16,7 @@ XDesk::~XDesk()
 
 // Without -noreset the server starts anew whenever its last client leaves, and refuses who comes just then: panelhost
 // connects once to see whether it can, and again to stay.
-bool XDesk::start(const QByteArray &screen)
+bool XServer::start(const QByteArray &screen)
 {
     m_server.setProcessChannelMode(QProcess::SeparateChannels);
     m_server.start(QStringLiteral("Xvfb"),
@@ -29,7 +29,7 @@ bool XDesk::start(const QByteArray &screen)
     return !number.isEmpty();
 }
 
-QString XDesk::xdotool(const QStringList &arguments) const
+QString XServer::xdotool(const QStringList &arguments) const
 {
     QProcess tool;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -44,13 +44,13 @@ QString XDesk::xdotool(const QStringList &arguments) const
     return QString::fromLocal8Bit(tool.readAllStandardOutput()).trimmed();
 }
 
-void XDesk::click(const QPoint &point, int button) const
+void XServer::click(const QPoint &point, int button) const
 {
     xdotool(QStringList{QStringLiteral("mousemove")} + at(point)
             + QStringList{QStringLiteral("click"), QString::number(button)});
 }
 
-void XDesk::drag(const QPoint &from, const QPoint &to) const
+void XServer::drag(const QPoint &from, const QPoint &to) const
 {
     const QString move = QStringLiteral("mousemove");
     const QString one = QStringLiteral("1");
@@ -58,7 +58,7 @@ void XDesk::drag(const QPoint &from, const QPoint &to) const
             + QStringList{move} + at(to) + QStringList{QStringLiteral("mouseup"), one});
 }
 
-void XDesk::type(const QString &key) const
+void XServer::type(const QString &key) const
 {
     xdotool({QStringLiteral("key"), key});
 }
@@ -72,7 +72,7 @@ static QStringList missingPrograms()
     return missing;
 }
 
-int runOnDesk(QObject &test, int argc, char **argv)
+int runOnXServer(QObject &test, int argc, char **argv)
 {
     const QStringList missing = missingPrograms();
     if (!missing.isEmpty()) {

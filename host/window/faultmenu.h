@@ -25,9 +25,9 @@ Q_SIGNALS:
 private:
     void addFault(const FaultInfo &fault);
     void updateTicks();
-    void choose(const FaultInfo &fault, bool on);
-    void ask(const FaultInfo &fault);
-    void tell(const FaultInfo &fault, const QHash<QString, QWidget *> &fields);
+    void switchFault(const FaultInfo &fault, bool on);
+    void openArgumentDialog(const FaultInfo &fault);
+    void triggerWithArguments(const FaultInfo &fault, const QHash<QString, QWidget *> &fields);
     QWidget *addField(QFormLayout *form, const QString &argument) const;
 
     const Faults &m_faults;

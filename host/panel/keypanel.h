@@ -13,12 +13,12 @@ struct KeyGroup;
 class KeyButton;
 
 /// All keys of the panel, group beside group in as many rows as its width asks for.
-class KeyField : public QWidget
+class KeyPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    KeyField(const QList<KeyState> &keys, QWidget *parent);
+    KeyPanel(const QList<KeyState> &keys, QWidget *parent);
 
     void setState(const QList<KeyState> &keys, Milliseconds now);
     bool hasHeightForWidth() const override { return true; }

@@ -6,7 +6,7 @@
 namespace panelhost {
 
 /// A net or USB port. A click plugs and unplugs it; a USB port has a switch below that blocks it.
-class SocketWidget : public Control
+class PortWidget : public Control
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ public:
         Usb
     };
 
-    SocketWidget(Type type, const PortState &port, QWidget *parent);
+    PortWidget(Type type, const PortState &port, QWidget *parent);
 
     void setState(const PortState &port);
     QSize sizeHint() const override;

@@ -1,7 +1,7 @@
-#include "panel/journalview.h"
+#include "window/journalview.h"
 
-#include "panel/journalmodel.h"
-#include "panel/look.h"
+#include "panel/theme.h"
+#include "window/journalmodel.h"
 
 #include <QtGui/QPainter>
 #include <QtWidgets/QAction>
@@ -17,24 +17,25 @@ namespace panelhost {
 
 namespace {
 
-struct KindLook
+struct KindColor
 {
     Journal::Kind kind;
-    QRgb ink;
+    QRgb color;
 };
 
-const KindLook Kinds[] = {
-    {Journal::Kind::Call, look::Ink},   {Journal::Kind::Event, look::Amber},  {Journal::Kind::Signal, look::Blue},
-    {Journal::Kind::Log, look::InkDim}, {Journal::Kind::Screen, look::Green}, {Journal::Kind::Action, look::Accent},
-    {Journal::Kind::Note, look::Red},
+const KindColor Kinds[] = {
+    {Journal::Kind::Call, theme::TextColor}, {Journal::Kind::Event, theme::Amber},
+    {Journal::Kind::Signal, theme::Blue},    {Journal::Kind::Log, theme::DimTextColor},
+    {Journal::Kind::Screen, theme::Green},   {Journal::Kind::Action, theme::Accent},
+    {Journal::Kind::Note, theme::Red},
 };
 
-QRgb inkOf(int kind)
+QRgb colorOf(int kind)
 {
-    for (const KindLook &look : Kinds)
-        if (int(look.kind) == kind)
-            return look.ink;
-    return look::Ink;
+    for (const KindColor &entry : Kinds)
+        if (int(entry.kind) == kind)
+            return entry.color;
+    return theme::TextColor;
 }
 
 class LineDelegate : public QStyledItemDelegate
@@ -46,7 +47,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        option->palette.setColor(QPalette::Text, QColor(inkOf(index.data(JournalModel::KindRole).toInt())));
+        option->palette.setColor(QPalette::Text, QColor(colorOf(index.data(JournalModel::KindRole).toInt())));
     }
 };
 
@@ -57,7 +58,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
       m_count(new QLabel), m_forgotten(new QLabel), m_list(makeList())
 {
     setObjectName(QStringLiteral("journal"));
-    look::dress(this);
+    theme::applyTo(this);
     m_text->setObjectName(QStringLiteral("journal-text"));
     m_text->setPlaceholderText(QStringLiteral("Filter"));
     m_text->setClearButtonEnabled(true);
@@ -65,7 +66,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     m_text->setMinimumWidth(120);
     connect(m_text, &QLineEdit::textChanged, m_model, &JournalModel::setText);
     auto *row = new QHBoxLayout;
-    row->setSpacing(look::Grid / 2);
+    row->setSpacing(theme::Grid / 2);
     addKinds(row);
     row->addWidget(m_text, 1);
     row->addWidget(m_count);
@@ -73,8 +74,8 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     content->setObjectName(QStringLiteral("journal-content"));
     content->setAttribute(Qt::WA_StyledBackground);
     auto *column = new QVBoxLayout(content);
-    column->setContentsMargins(look::Grid, look::Grid, look::Grid, look::Grid);
-    column->setSpacing(look::Grid);
+    column->setContentsMargins(theme::Grid, theme::Grid, theme::Grid, theme::Grid);
+    column->setSpacing(theme::Grid);
     m_count->setObjectName(QStringLiteral("journal-count"));
     m_forgotten->setObjectName(QStringLiteral("journal-forgotten"));
     m_forgotten->setWordWrap(true);
@@ -103,7 +104,7 @@ QListView *JournalView::makeList()
 
 void JournalView::addKinds(QHBoxLayout *row)
 {
-    for (const KindLook &kind : Kinds) {
+    for (const KindColor &kind : Kinds) {
         auto *action = new QAction(Journal::kindName(kind.kind), this);
         action->setCheckable(true);
         action->setChecked(true);

@@ -1,11 +1,11 @@
-#include "panel/panelwindow.h"
+#include "window/panelwindow.h"
 
-#include "panel/faultmenu.h"
 #include "panel/frontpanel.h"
-#include "panel/journalview.h"
-#include "panel/look.h"
-#include "panel/speedbar.h"
+#include "panel/theme.h"
 #include "session/session.h"
+#include "window/faultmenu.h"
+#include "window/journalview.h"
+#include "window/speedbar.h"
 
 #include <QtCore/QLocale>
 #include <QtGui/QPainter>
@@ -26,15 +26,15 @@ PanelWindow::PanelWindow(Session &session)
     setObjectName(QStringLiteral("window"));
     setWindowTitle(QStringLiteral("panelhost"));
     setCentralWidget(m_panel);
-    look::dress(menuBar());
-    look::dress(m_speed);
+    theme::applyTo(menuBar());
+    theme::applyTo(m_speed);
     addMenus();
     addJournal();
     connect(m_panel, &FrontPanel::actionTriggered, this, &PanelWindow::perform);
-    connect(m_speed, &SpeedBar::chosen, this, &PanelWindow::setSpeed);
+    connect(m_speed, &SpeedBar::speedSelected, this, &PanelWindow::setSpeed);
     connect(&m_refresh, &RealTimeTimer::timeout, this, &PanelWindow::refresh);
     m_refresh.start(RefreshInterval);
-    m_speed->choose(1);
+    m_speed->setSpeed(1);
     m_sinceOpened.start();
     refresh();
 }
@@ -73,7 +73,7 @@ void PanelWindow::refresh()
 void PanelWindow::placeSpeedBar()
 {
     const QRect lastMenu = menuBar()->actionGeometry(menuBar()->actions().constLast());
-    m_speed->fit(menuBar()->width() - lastMenu.right() - 2 * look::Grid);
+    m_speed->fitToWidth(menuBar()->width() - lastMenu.right() - 2 * theme::Grid);
     menuBar()->setCornerWidget(m_speed);
 }
 
@@ -85,7 +85,7 @@ void PanelWindow::resizeEvent(QResizeEvent *event)
 
 void PanelWindow::paintEvent(QPaintEvent *)
 {
-    QPainter(this).fillRect(rect(), QColor(look::Desk));
+    QPainter(this).fillRect(rect(), QColor(theme::WindowBackground));
 }
 
 void PanelWindow::setSpeed(double factor)
@@ -94,7 +94,7 @@ void PanelWindow::setSpeed(double factor)
         m_session.clock().stop();
     else
         m_session.clock().run(factor);
-    m_speed->choose(factor);
+    m_speed->setSpeed(factor);
 }
 
 void PanelWindow::setRecording(const QString &fileName)
@@ -111,7 +111,7 @@ void PanelWindow::addFailure(const QString &text)
 {
     auto *failure = new QLabel(text);
     failure->setObjectName(QStringLiteral("failure"));
-    look::dress(statusBar());
+    theme::applyTo(statusBar());
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addWidget(failure);
     statusBar()->show();
@@ -122,7 +122,7 @@ void PanelWindow::addMenus()
     addDeviceMenu();
     auto *faults = new FaultMenu(m_session.faults(), m_session.device(), this);
     connect(faults, &FaultMenu::actionTriggered, this, &PanelWindow::perform);
-    look::dress(faults);
+    theme::applyTo(faults);
     menuBar()->addMenu(faults);
     addLanguageMenu();
     addViewMenu();
@@ -175,7 +175,7 @@ void PanelWindow::addViewMenu()
 // Beside the panel where the screen is wide enough, below it where it is high enough, else to be asked for.
 void PanelWindow::addJournal()
 {
-    constexpr int Room = 25 * look::Grid;
+    constexpr int Room = 25 * theme::Grid;
     const QSize free = screen() ? screen()->availableSize() : QSize();
     const QSize panel = sizeHint();
     const bool isWide = free.width() >= panel.width() + 2 * Room;
