@@ -42,7 +42,7 @@ QString valueText(const QJsonValue &value)
 
 QString Journal::kindName(Kind kind)
 {
-    static const char *const names[] = {"call", "event", "signal", "log", "screen", "action", "note"};
+    static const char *const names[] = {"call", "event", "signal", "log", "screen", "action"};
     return QString::fromLatin1(names[static_cast<int>(kind)]);
 }
 

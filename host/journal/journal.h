@@ -13,7 +13,7 @@
 namespace panelhost {
 
 /// Everything that crosses the component's boundary, in order. One JSON object a line, keys in this order:
-/// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action|note","name":"...",
+/// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action","name":"...",
 ///  "data":{...}}
 /// `t` is in virtual milliseconds. What `data` holds depends on kind and name; it is left out when empty, and its
 /// keys stand in alphabetical order. Any thread may add. Only the newest entries are remembered: a sink takes them all.
@@ -28,8 +28,7 @@ public:
         Signal,
         Log,
         Screen,
-        Action,
-        Note
+        Action
     };
 
     struct Entry
@@ -37,7 +36,7 @@ public:
         qint64 sequence = 0;
         Milliseconds at = 0;
         QString thread;
-        Kind kind = Kind::Note;
+        Kind kind = Kind::Call;
         QString name;                  ///< such as "lcdKeyboardEvent.setKeyLed"
         QJsonObject data;              ///< arguments, text, or what changed
         QByteArray toJsonLine() const; ///< without line end

@@ -6,7 +6,7 @@ namespace panelhost {
 
 JournalModel::JournalModel(const Journal &journal, QObject *parent) : QAbstractListModel(parent), m_journal(journal)
 {
-    for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Note); ++kind)
+    for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Action); ++kind)
         m_kinds.insert(kind);
 }
 

@@ -27,7 +27,6 @@ const KindColor Kinds[] = {
     {Journal::Kind::Call, theme::TextColor}, {Journal::Kind::Event, theme::Amber},
     {Journal::Kind::Signal, theme::Blue},    {Journal::Kind::Log, theme::DimTextColor},
     {Journal::Kind::Screen, theme::Green},   {Journal::Kind::Action, theme::Accent},
-    {Journal::Kind::Note, theme::Red},
 };
 
 QRgb colorOf(int kind)

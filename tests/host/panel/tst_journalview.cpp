@@ -60,13 +60,13 @@ void TestJournalView::showsLinesInOrder()
     QCOMPARE(model.rowCount(), 0);
     fill(journal, 2);
     model.poll();
-    journal.add(Journal::Kind::Note, QStringLiteral("third"));
+    journal.add(Journal::Kind::Log, QStringLiteral("third"));
     model.poll();
     QCOMPARE(model.rowCount(), 3);
     QVERIFY(textAt(model, 0).contains(QStringLiteral("service.call0")));
     QVERIFY(textAt(model, 1).contains(QStringLiteral("service.call1")));
     QVERIFY(textAt(model, 2).contains(QStringLiteral("third")));
-    QCOMPARE(model.index(2).data(JournalModel::KindRole).toInt(), int(Journal::Kind::Note));
+    QCOMPARE(model.index(2).data(JournalModel::KindRole).toInt(), int(Journal::Kind::Log));
 }
 
 void TestJournalView::takesInABoundedNumber()
@@ -201,8 +201,8 @@ void TestJournalView::newLinesPassTheFilter()
     JournalView view(journal, nullptr);
     view.show();
     QTest::keyClicks(view.findChild<QLineEdit *>(), QStringLiteral("wanted"));
-    journal.add(Journal::Kind::Note, QStringLiteral("other"));
-    journal.add(Journal::Kind::Note, QStringLiteral("wanted"));
+    journal.add(Journal::Kind::Log, QStringLiteral("other"));
+    journal.add(Journal::Kind::Log, QStringLiteral("wanted"));
     view.poll();
     QCOMPARE(view.model().rowCount(), 1);
     QCOMPARE(view.model().total(), 2);
