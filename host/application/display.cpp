@@ -37,7 +37,7 @@ bool isWithoutDisplay(const QString &platform)
     return platform.startsWith(QLatin1String("offscreen")) || platform.startsWith(QLatin1String("minimal"));
 }
 
-// A process without threads may be copied: the copy tries what this one is about to do.
+// Runs in a child process, which tries to connect. Forking is safe as long as there is only one thread.
 [[noreturn]] void connectAndEnd(int argc, char **argv, int silence)
 {
     const rlimit noCore{0, 0};
@@ -65,7 +65,7 @@ bool hasEndedWell(pid_t child, int endPipe)
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// True also when no process can be made: then Qt itself has to find out.
+// Returns true if no process can be started: Qt has to find out then.
 bool canConnect(int argc, char **argv)
 {
     int endPipe[2];

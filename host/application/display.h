@@ -4,9 +4,9 @@
 
 namespace panelhost {
 
-/// Whether Qt can connect to the display that the process asks for. Call it before the application object is made and
-/// before there is a second thread: Qt ends a process whose display it can't reach. False, with one sentence in
-/// @p error, if it can't, or if the command opens a window, @p needsDisplay, and no display is named at all.
+/// Returns true if Qt can connect to the display. Qt ends a process whose display it can't reach, so call this before
+/// the application object is made and before there is a second thread. Returns false and sets @p error to a sentence if
+/// the display can't be reached, or if @p needsDisplay is true and there is no display in the environment.
 bool isDisplayReachable(bool needsDisplay, int argc, char **argv, QString *error);
 
 }

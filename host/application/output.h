@@ -4,15 +4,15 @@
 
 namespace panelhost {
 
-/// Makes sure that the descriptors 0 to 2 are taken and that a closed pipe is an error of the write instead of the
-/// process's end. Called first of all: a file that is opened later must not become the standard output.
+/// Opens the descriptors 0 to 2 if they are closed, so that a file that is opened later doesn't become the standard
+/// output, and makes writing to a closed pipe an error instead of a signal. Call it first in the process.
 void prepareOutput();
 
-/// Writes @p text to the standard output at once. A failure is remembered for statusAfterOutput(). GUI thread.
+/// Writes @p text to the standard output immediately. statusAfterOutput() reports failures. GUI thread.
 void print(const QString &text);
 
-/// The exit status of a command that ended with @p status: 2, after one sentence on the standard error output, if
-/// some of what it printed was lost.
+/// Returns the exit status of a command that returned @p status. If some of its output was lost, writes a sentence to
+/// the standard error output and returns 2.
 int statusAfterOutput(int status);
 
 }

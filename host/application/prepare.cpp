@@ -16,7 +16,7 @@ namespace {
 
 QtMessageHandler defaultHandler = nullptr;
 
-// A process without a session of its own has no such directory, and panelhost keeps nothing there.
+// Processes outside of a login session have no such directory, and panelhost doesn't use it.
 void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (!text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
@@ -27,7 +27,7 @@ void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &contex
 
 void prepareProcess(bool needsDisplay)
 {
-    // A file that may not grow is an error of a write, which is reported with its reason.
+    // Writing beyond the file size limit is an error with a reason instead of a signal.
     std::signal(SIGXFSZ, SIG_IGN);
     if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -36,14 +36,14 @@ void prepareProcess(bool needsDisplay)
     runAsProbe();
 }
 
-// The same look on every desktop.
+// The same style on every desktop.
 void prepareApplication()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
     QApplication::setApplicationName(QStringLiteral("panelhost"));
     QApplication::setApplicationVersion(QStringLiteral(PANELHOST_VERSION));
-    // Blinking of a text cursor or of an animation has no place in virtual time.
+    // A blinking text cursor and animations would run in virtual time.
     QApplication::setCursorFlashTime(0);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// The diagnostics about both configuration files in @p directory, in the order of the files.
+/// Returns the diagnostics about both configuration files in @p directory, in the order of the files.
 Diagnostics checkDirectory(const QString &directory);
 
 }

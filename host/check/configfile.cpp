@@ -15,7 +15,7 @@ constexpr int MaxTags = 5000;
 /// An entity may stand for this many tags: the XML reader cuts its text off at 4096 characters.
 constexpr int MaxTagsOfEntity = 4096 / 3;
 
-/// Words and values as the message logger puts them: a blank between, texts in quotes.
+/// Formats text as QMessageLogger does: values separated by blanks, strings in quotes.
 template <class... Parts>
 QString logText(const Parts &...parts)
 {
@@ -25,7 +25,7 @@ QString logText(const Parts &...parts)
     return text.trimmed();
 }
 
-/// No more elements than this can be open at once, in whatever encoding the file is.
+/// Returns an upper limit of the depth of the elements, whatever the encoding of the file.
 qint64 depthBound(QByteArray data)
 {
     data.replace(QByteArray(1, '\0'), QByteArray());
@@ -62,7 +62,7 @@ bool ConfigFile::read()
     return true;
 }
 
-// The document tree is taken down by recursion: a file of nothing but open tags would overflow the stack.
+// The document tree is destroyed recursively: a file of nothing but start tags would overflow the stack.
 bool ConfigFile::isWithinBounds()
 {
     if (m_data.size() <= MaxSize && depthBound(m_data) <= MaxTags)
@@ -126,7 +126,7 @@ void ConfigFile::warn(const QDomElement &where, const QString &text)
     add(locationOf(where), Diagnostic::Severity::Warning, text);
 }
 
-// The document knows where a start tag ends. Between there and its beginning no second '<' can stand.
+// QDomElement gives the end of the start tag. There is no other '<' between its beginning and its end.
 SourceLocation ConfigFile::locationOf(const QDomElement &element) const
 {
     SourceLocation location{element.lineNumber(), element.columnNumber()};

@@ -8,29 +8,29 @@
 
 namespace panelhost {
 
-/// One of the two configuration files, read as the component reads it, with the diagnostics made so far. What the
-/// component's parsers refuse is said in their words, so that a line of the component's log can be searched for.
+/// One of the two configuration files, read as the component reads it, and the diagnostics about it so far. Errors have
+/// the same wording as in the component's log, so that a line of the log can be searched for.
 class ConfigFile
 {
 public:
     explicit ConfigFile(const QString &path);
 
-    /// Opens and parses the file and looks at its root. False if the component would refuse it.
+    /// Opens and parses the file and checks its root element. Returns false if the component would reject the file.
     bool load();
-    /// Adds what the schema by that name doesn't allow.
+    /// Adds a warning for everything that the schema @p schemaName doesn't allow.
     void validateAgainst(const QString &schemaName);
-    /// The first child of the root by that name; null, with an error, if there is none.
+    /// Returns the first child of the root element named @p tag. Adds an error and returns null if there is none.
     QDomElement list(const QString &tag);
 
     void error(const QDomElement &where, const QString &text);
     void warn(const QDomElement &where, const QString &text);
-    /// Where the start tag of @p element begins.
+    /// Returns where the start tag of @p element begins.
     SourceLocation locationOf(const QDomElement &element) const;
 
     const Diagnostics &diagnostics() const { return m_diagnostics; }
     QString path() const { return m_path; }
 
-    /// True if only this file's version message names the value found.
+    /// Sets whether the message about a wrong version contains the version that was found.
     void setVersionMessageNamesValue(bool names) { m_versionMessageNamesValue = names; }
 
 private:

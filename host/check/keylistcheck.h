@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// What the component refuses in the key check list at @p path, and what it accepts but nobody means.
+/// Checks the key check list at @p path. Errors are what the component rejects, warnings what is probably a mistake.
 Diagnostics checkKeyList(const QString &path);
 
 }

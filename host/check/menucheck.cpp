@@ -12,7 +12,7 @@ namespace {
 const QString ItemTag = QStringLiteral("MenuItem");
 const QString KeyAttribute = QStringLiteral("Key");
 
-/// What the component makes of one MenuItem.
+/// A MenuItem as the component understands it.
 struct Item
 {
     QDomElement element;
@@ -96,7 +96,7 @@ void MenuCheck::checkKey(const Item &item)
         m_file.warn(element, QStringLiteral("no title is known for \"%1\": it shows as it stands").arg(item.tail));
 }
 
-// The same key twice is the schema's affair.
+// A repeated key is reported by the schema.
 void MenuCheck::checkContainer(const Item &item)
 {
     if (item.container.isEmpty())

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// What the component refuses in the menu file at @p path, and what it accepts but nobody means.
+/// Checks the menu file at @p path. Errors are what the component rejects, warnings what is probably a mistake.
 Diagnostics checkMenu(const QString &path);
 
 }

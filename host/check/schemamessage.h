@@ -18,8 +18,8 @@ struct SchemaElement
     int firstLine = 0; ///< where a value that must be unique stood first; 0 if unknown
 };
 
-/// Returns what was found and what was expected, in words for people. Empty if the error isn't worth a diagnostic: its
-/// cause has one already.
+/// Returns a message that says what was found and what was expected. Empty if the cause of the error is reported
+/// already.
 QString schemaMessage(const xmlError &error, const SchemaElement &element);
 
 /// Returns what is wrong with a file that the XML parser refuses.

@@ -44,7 +44,7 @@ const Command *findCommand(const QString &name)
     return found == commands().end() ? nullptr : &*found;
 }
 
-// The command stands before the options that only it has: it is the first argument that is one's name.
+// The command is the first argument that is the name of a command. Its own options come after it.
 const Command *commandIn(const QStringList &arguments)
 {
     for (const QString &argument : arguments.mid(1)) {
@@ -99,7 +99,7 @@ bool readSize(const QString &value, Session::Options &options, QString *error)
     return true;
 }
 
-// A script's empty variable must not pass for the default.
+// An empty variable of a script must not be taken for the default.
 bool checkValues(const QCommandLineParser &parser, QString *error)
 {
     for (const QString &name : parser.optionNames()) {
@@ -131,7 +131,7 @@ bool readShare(const QCommandLineParser &parser, Session::Options &options, QStr
     return true;
 }
 
-// The component takes its default files in place of those that it refuses, and nobody would notice.
+// Instead of files that it rejects, the component silently uses its default files.
 bool checkShare(const QString &directory, QString *error)
 {
     const Diagnostics diagnostics = checkDirectory(directory);
@@ -199,7 +199,7 @@ int runCommandLine(const QStringList &arguments)
     QString error;
     if (!readOptions(parser, line.session, &error))
         return reportError(error);
-    // The command check tells of the errors itself.
+    // The command check reports the errors itself.
     if (parser.isSet(QStringLiteral("share")) && command.run != runCheck && !checkShare(line.session.share, &error))
         return reportError(error);
     return command.run(line);

@@ -4,10 +4,10 @@
 
 namespace panelhost {
 
-/// Whether the command that was typed opens a window; asked before there is an application.
+/// Returns true if the command opens a window. Call it before the application object is made.
 bool needsDisplay(int argc, const char *const *argv);
 
-/// Reads @p arguments, the program's name first, and runs the command. The exit status.
+/// Reads @p arguments, of which the first is the name of the program, and runs the command. Returns the exit status.
 int runCommandLine(const QStringList &arguments);
 
 }

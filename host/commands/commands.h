@@ -7,7 +7,7 @@
 
 namespace panelhost {
 
-/// What was typed, read and checked as far as all commands have it in common.
+/// The arguments of a command. The options that all commands have are read and checked.
 struct CommandLine
 {
     Session::Options session;         ///< from the common options
@@ -15,8 +15,8 @@ struct CommandLine
     const QCommandLineParser &parser; ///< for the command's own options
 };
 
-/// One command: each in a file of its own. Returns the exit status: 0 done, 1 an expectation or a check failed,
-/// 2 usage, unreadable input or a component that can't be loaded.
+/// A command of panelhost. Each is implemented in a file of its own. The exit status is 0 for success, 1 if an
+/// expectation or a check failed, and 2 for wrong usage, unreadable input or a component that can't be loaded.
 struct Command
 {
     QString name; ///< empty: the window
@@ -25,7 +25,7 @@ struct Command
     QList<QCommandLineOption> options;
     int minArguments;
     int maxArguments;
-    bool needsDisplay; ///< without it the offscreen platform does
+    bool needsDisplay; ///< if not, the offscreen platform is used
     int (*run)(const CommandLine &);
 };
 

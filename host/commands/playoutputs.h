@@ -11,9 +11,9 @@
 
 namespace panelhost {
 
-/// The files that `play` is asked for, written while it plays: the journal line by line, each screenshot as it is
-/// taken, the report anew every now and then. What can't be written is told on the standard error output, each
-/// failure once. GUI thread, but for addEntry().
+/// The output files of `play`, written during playing: the journal line by line, each screenshot when it is taken, the
+/// report from time to time. Failures are written to the standard error output, each once. GUI thread, except for
+/// addEntry(), which is thread-safe.
 class PlayOutputs
 {
 public:
@@ -30,7 +30,7 @@ public:
     void close();
     /// True if any file could not be written.
     bool hasFailed() const;
-    /// The files that hold something, for a message.
+    /// Returns the paths of the files that were written, for a message.
     QStringList files() const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace panelhost {
 
-/// Tells what is being played: one line that is written over in a terminal, one line a step elsewhere.
+/// Prints the progress of playing scenarios: one line that is updated on a terminal, one line per step otherwise.
 class Progress
 {
 public:

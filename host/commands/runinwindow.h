@@ -4,8 +4,8 @@
 
 namespace panelhost {
 
-/// Opens the window on a new session and stays until it is closed. @p recording is the file that what is done in it
-/// is written to as a scenario; empty: none. The exit status.
+/// Opens the window on a new session and returns the exit status after it is closed. What is done in the window is
+/// recorded as a scenario in the file @p recording, unless that is empty.
 int runInWindow(const CommandLine &line, const QString &recording);
 
 }

@@ -11,27 +11,27 @@ class QWidget;
 
 namespace panelhost {
 
-/// How far the loading of a component has come. Each state includes the ones before it.
+/// The states of loading a component. Each state includes the previous ones.
 enum class LoadState {
     None,
-    Located,     ///< the file is there
-    Opened,      ///< it is a library, mapped and linked
-    Checked,     ///< its records are as they should be and hold the component
-    Initialised, ///< it knows its host
-    Created,     ///< the component's widget is there
+    Located,     ///< the file exists
+    Opened,      ///< it is a library and is mapped and linked
+    Checked,     ///< its records are valid and contain the component
+    Initialised, ///< it has its host
+    Created,     ///< the component's widget exists
 };
 
-/// One step of loading and what it found, for people to read.
+/// A step of loading and what was found in it, as text.
 struct LoadStep
 {
     LoadState state;
     QString found;
 };
 
-/// Hears how the loading goes on. Each may be empty.
+/// Functions that are called while a component is loaded. Each can be empty.
 struct LoadObserver
 {
-    std::function<void(const QString &call)> calling; ///< what is about to be called, such as "pluginfo()"
+    std::function<void(const QString &call)> calling; ///< before a call into the library, such as "pluginfo()"
     std::function<void(const LoadStep &step)> reached;
 };
 
@@ -62,7 +62,7 @@ public:
     ComponentLibrary &operator=(const ComponentLibrary &) = delete;
 
     void setObserver(const LoadObserver &observer) { m_observer = observer; }
-    /// Takes over how far the loading came in another process, and why it went no further.
+    /// Sets the steps and the failure of loading the library in another process. Returns false.
     bool setFailure(const QList<LoadStep> &steps, const QString &failure);
 
     bool locate();
@@ -80,7 +80,7 @@ public:
     QString errorString() const { return m_error; }
     QString path() const { return m_path; }
     QList<LoadStep> steps() const { return m_steps; }
-    /// From Checked on.
+    /// Valid from the state Checked on.
     const mirel::PluginInfo *pluginInfo() const { return m_info; }
     const mirel::ComponentInfo *componentInfo() const { return m_component; }
     /// From Created to destroy(). Inherits the interface of its kind.
@@ -92,7 +92,7 @@ private:
     bool fail(const QString &what);
     bool reach(LoadState state, const QString &found);
     void announce(const QString &call) const;
-    /// Does @p call, which is named @p name in what is told of it and of its exceptions.
+    /// Calls @p call. @p name is its name for the observer and in messages about its exceptions.
     template <class Call>
     bool callGuarded(const QString &name, Call &&call);
     bool resolve(const char *symbol, void **address);

@@ -4,9 +4,9 @@
 
 namespace panelhost {
 
-/// Whether the library at @p path ends before what its own headers say is in it, as after a broken copy. The linker
-/// maps such a file without a word, and the process dies on a signal when it reads there. False for a file that is no
-/// 64-bit ELF file or can't be read: the linker has a sentence for those. Any thread.
+/// Returns true if the library at @p path is shorter than its headers say, as after an incomplete copy. The dynamic
+/// linker maps such a file without an error, and the process crashes when it reads the missing part. Returns false for
+/// a file that isn't a 64-bit ELF file or can't be read, because the linker reports these. Thread-safe.
 bool isElfTruncated(const QString &path);
 
 }

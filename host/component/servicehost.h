@@ -12,8 +12,8 @@ namespace panelhost {
 class Faults;
 class Journal;
 
-/// The host as a component sees it: services and components by name. Lookups on any thread; a service whose fault
-/// "service-absent" is on isn't found.
+/// The host's side of the contract: the component looks services up by name. A service isn't found while the fault
+/// "service-absent" is on for it. Thread-safe.
 class ServiceHost final : public mirel::IHost
 {
 public:

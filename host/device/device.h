@@ -11,13 +11,13 @@
 
 namespace panelhost {
 
-/// What the LED of one key shows. `color` and `mode` as the component sets them (mode 1 blinks).
+/// The state of a key's LED. `color` and `mode` are as the component sets them; mode 1 blinks.
 struct KeyLed
 {
     int color = 2;
     int mode = 0;
     int brightness = 0; ///< percent
-    int period = 800;   ///< milliseconds of one blink
+    int period = 800;   ///< of one blink, in milliseconds
     bool isBlinking() const { return mode == 1 && brightness > 0; }
     bool operator==(const KeyLed &o) const
     {
@@ -46,13 +46,13 @@ enum class TBarType {
     Slider = 1
 };
 
-/// An end of the T-Bar's travel. Both kinds of bar have the same two.
+/// An end of the T-Bar's travel. Both types of T-Bar have the same two ends.
 enum class TBarEnd {
     Bottom,
     Top
 };
 
-/// "bottom" or "top".
+/// Returns "bottom" or "top".
 QString tbarEndName(TBarEnd end);
 
 /// The T-Bar and its calibration.
@@ -61,11 +61,12 @@ struct TBarState
     static constexpr double DefaultTolerance = 0.05;
 
     TBarType type = TBarType::Slider;
-    double position = 0;                 ///< from 0 (bottom) to 1 (top)
-    double tolerance = DefaultTolerance; ///< how far from an end the bar still counts as there, in units of position
-    QString step;                        ///< the calibration step under way, empty when there is none
-    std::optional<TBarEnd> target;       ///< where the next calibration step needs the bar
-    QString failure;                     ///< message of the last step that failed since the calibration began
+    double position = 0; ///< from 0 (bottom) to 1 (top)
+    double tolerance =
+        DefaultTolerance; ///< distance from an end at which the bar still counts as there, in units of position
+    QString step;         ///< the running calibration step; empty if there is none
+    std::optional<TBarEnd> target; ///< where the bar must be for the next calibration step
+    QString failure;               ///< message of the last step that failed since the calibration began
 
     bool isAt(TBarEnd end) const;
     bool operator==(const TBarState &o) const
@@ -82,7 +83,7 @@ struct TestPattern
     int level = 0;
 };
 
-/// A device's state as a value: what the panel draws and what scenarios ask for.
+/// The state of a device as a value. The panel shows it and the expectations of scenarios are about it.
 struct DeviceState
 {
     QList<KeyState> keys;
@@ -96,8 +97,8 @@ struct DeviceState
     int machineTestKind = -1;
 };
 
-/// What a device is to the services and to the panel. The simulated one stands behind it now; one on the real
-/// interfaces of a board fits in beside it. Operations may be called on any thread. Events come on the device's thread.
+/// The interface of a device for the services and the panel. Operations can be called on any thread. Listeners are
+/// called on the device's thread.
 class Device
 {
 public:
@@ -105,7 +106,7 @@ public:
 
     virtual DeviceState state() const = 0;
 
-    // what the component asks for
+    // operations of the component
     virtual void setKeyLed(int halKey, const KeyLed &led) = 0;
     virtual void setAllKeyBrightness(int level) = 0;
     virtual void setScreenBrightness(int screen, int level) = 0;
@@ -114,17 +115,17 @@ public:
     virtual void setPanelMode(int mode) = 0;
     virtual void setTestType(int type) = 0;
     virtual void setMachineTestKind(int kind) = 0;
-    /// Answers on the device's thread once the step is done, or has failed: the T-Bar must be where the step needs it
-    /// when the command comes.
+    /// Runs the calibration step @p command. @p result is called on the device's thread when the step is done or has
+    /// failed. The T-Bar must be in the position of the step when this is called.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
 
-    // what an operator does
+    // operations of an operator
     virtual bool setKeyDown(int halKey, bool down) = 0;
     virtual void setTBarPosition(double position) = 0;
     virtual bool setPlugged(const QString &port, bool plugged) = 0;
     virtual bool setBlocked(const QString &port, bool blocked) = 0;
 
-    // events, all on the device's thread
+    // listeners, all called on the device's thread
     using KeyListener = std::function<void(int halKey, bool down)>;
     using LinkListener = std::function<void(const std::any &payload)>;
     using CalibrationListener = std::function<void(int command, int value)>;
@@ -132,12 +133,12 @@ public:
     virtual void setNetListener(LinkListener changed) = 0;
     virtual void setUsbListener(LinkListener changed) = 0;
     virtual void setCalibrationListener(CalibrationListener listener) = 0;
-    /// The records of a report as the ports stand now, faults included.
+    /// Returns the payload of a report on the current state of the ports, faults included.
     virtual std::any netReport() const = 0;
     virtual std::any usbReport() const = 0;
 };
 
-/// The key or port of @p state, nullptr when it has none such. Valid as long as @p state.
+/// Return the key or port of @p state; nullptr if there is none. Valid as long as @p state.
 const KeyState *findKey(const DeviceState &state, int halKey);
 const PortState *findPort(const DeviceState &state, const QString &name);
 

@@ -26,7 +26,7 @@ QStringList faultNames()
     return names;
 }
 
-// "27" and 27 are one key, whoever wrote it.
+// "27" and 27 are the same key.
 bool isSame(const QVariant &left, const QVariant &right)
 {
     return left.toString() == right.toString();

@@ -10,37 +10,37 @@
 
 namespace panelhost {
 
-/// One thing that can go wrong, by name.
+/// A fault that can be switched on.
 struct FaultInfo
 {
     QString name;          ///< such as "key-dead"
-    QString description;   ///< one line for the menu
-    QString where;         ///< the part of the device that it breaks, such as "T-Bar calibration"
-    QStringList arguments; ///< names of what it needs, such as "key"
+    QString description;   ///< one line, for the menu
+    QString where;         ///< what it affects, such as "T-Bar calibration"
+    QStringList arguments; ///< names of its arguments, such as "key"
 };
 
-/// The faults that can be switched on and off on the simulated device and its services. One that takes an argument
-/// can be on for several values at once: two dead keys. Any thread.
+/// The faults of the simulated device and its services, which can be switched on and off. A fault with an argument can
+/// be on for several values at the same time, such as two dead keys. Thread-safe.
 class Faults
 {
 public:
     static const QList<FaultInfo> &all();
-    /// nullptr when there is no such fault.
+    /// Returns the fault @p name; nullptr if there is none.
     static const FaultInfo *find(const QString &name);
 
-    /// The values that the argument of a fault takes. Empty when they are the device's: "key" takes the keys it has.
+    /// Returns the values that are allowed for @p argument. Empty if they depend on the device, as for "key".
     static QStringList allowedValues(const QString &argument);
 
-    /// What set() would answer, without doing it.
+    /// Checks the arguments of set() without switching the fault. Returns what set() would return.
     static bool check(const QString &name, bool on, const QVariantMap &arguments, QString *error);
 
-    /// Off without arguments switches the fault off for all its values.
-    /// False, with a sentence in @p error, for an unknown name, and for an argument that is missing or not allowed.
+    /// Switches a fault on or off. Off without arguments switches it off for all values. Returns false and sets
+    /// @p error if the name is unknown or an argument is missing or not allowed.
     bool set(const QString &name, bool on, const QVariantMap &arguments, QString *error);
     bool isOn(const QString &name) const;
-    /// Whether the fault is on for this value of its argument, such as the key 27.
+    /// Returns true if the fault is on for @p value of @p argument, such as the key 27.
     bool isOn(const QString &name, const QString &argument, const QVariant &value) const;
-    /// The value that was switched on last.
+    /// Returns the value that was switched on last.
     QVariant argument(const QString &name, const QString &argument) const;
 
 private:

@@ -4,8 +4,8 @@
 
 namespace panelhost {
 
-/// The keys of the panel, from "factorykeychecklist.xml" in @p directory, in its order and each once. Tolerant: what
-/// can be read is taken, up to the first error in the file; a file that can't be opened gives no keys.
+/// Returns the keys of the panel from "factorykeychecklist.xml" in @p directory, in the order of the file, each once.
+/// Reads up to the first error in the file. Returns no keys if the file can't be opened.
 QList<KeyState> readKeyList(const QString &directory);
 
 }

@@ -5,14 +5,14 @@
 
 namespace panelhost {
 
-/// A location in a text file, counted from 1.
+/// A line and column in a text file, counted from 1.
 struct SourceLocation
 {
     int line = 1;
     int column = 1;
 };
 
-/// One thing that `panelhost check` has to say about a configuration file.
+/// An error or a warning about a file that was read.
 struct Diagnostic
 {
     enum class Severity {
@@ -31,9 +31,9 @@ struct Diagnostic
 
 using Diagnostics = QVector<Diagnostic>;
 
-/// In the order of their places.
+/// Returns @p diagnostics in the order of their locations.
 Diagnostics sortedByLocation(Diagnostics diagnostics);
-/// Number of diagnostics of @p severity.
+/// Returns the number of @p diagnostics with @p severity.
 int countOf(const Diagnostics &diagnostics, Diagnostic::Severity severity);
 
 }

@@ -11,7 +11,7 @@ void DiagnosticCollector::add(SourceLocation definition, const QVector<SourceLoc
     m_entries.append({definition, aliases, text});
 }
 
-// What @p entry is with the last @p aliases of its aliases alone.
+// Identifies @p entry by its definition, its text and the last @p aliases of its aliases.
 QString DiagnosticCollector::keyOf(const Entry &entry, int aliases)
 {
     QString key = QStringLiteral("%1:%2").arg(entry.definition.line).arg(entry.definition.column);

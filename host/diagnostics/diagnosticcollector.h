@@ -6,19 +6,20 @@
 
 namespace panelhost {
 
-/// Everything that is wrong with one scenario file, so that its author sees all of it at once.
+/// Collects the errors in one scenario file, so that its author sees all of them at once.
 class DiagnosticCollector
 {
 public:
     explicit DiagnosticCollector(const QString &file) : m_file(file) {}
 
     void add(SourceLocation where, const QString &text) { add(where, {}, text); }
-    /// What was reached through @p aliases is told at the last of them, and only if it isn't wrong without them, too.
+    /// Adds an error in a value that was reached through @p aliases. It is reported at the last alias, and only if the
+    /// value isn't wrong without the aliases as well.
     void add(SourceLocation definition, const QVector<SourceLocation> &aliases, const QString &text);
 
     QString file() const { return m_file; }
     bool isEmpty() const { return m_entries.isEmpty(); }
-    /// "file:line:column: error: text", one line each, in the order of the file.
+    /// Returns the errors as "file:line:column: error: text", in the order of the file.
     QStringList lines() const;
 
 private:

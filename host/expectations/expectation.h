@@ -11,13 +11,13 @@
 
 namespace panelhost {
 
-/// What a value must be like.
+/// A condition for a value.
 struct Condition
 {
     enum class Comparison {
         Equals,
-        Contains, ///< a text that holds it, or a list with an element that holds it
-        Matches   ///< a regular expression, anywhere in the text or in an element of the list
+        Contains, ///< a text that contains it, or a list with such an element
+        Matches   ///< a regular expression that matches anywhere in the text or in an element of the list
     };
 
     Comparison comparison = Comparison::Equals;
@@ -29,7 +29,7 @@ struct Condition
     QString toText() const;
 };
 
-/// Entries of the journal since the last mark that have a name and, among their data, the arguments.
+/// Selects entries of the journal since the last mark by their name and arguments.
 struct JournalQuery
 {
     QString name; ///< empty: any
@@ -37,21 +37,21 @@ struct JournalQuery
     std::optional<int> times; ///< absent: at least once
 };
 
-/// A thing that can be seen, and what it must be like. All conditions must hold.
+/// A property and the conditions for its value. All conditions must hold.
 struct Expectation
 {
     SourceLocation where;
     QString property;
     QVector<Condition> conditions;
-    JournalQuery query; ///< for the properties that ask the journal
+    JournalQuery query; ///< for journal properties
 
-    /// The expectation as one line.
+    /// Returns the expectation as one line.
     QString toText() const;
 };
 
 using Expectations = QVector<Expectation>;
 
-/// A value in quotes, or a list of such values in brackets.
+/// Returns a value in quotes, or a list of values in brackets.
 QString textOf(const QVariant &value);
 
 }

@@ -6,7 +6,7 @@
 
 namespace panelhost {
 
-/// Reads what an expect step asks for.
+/// Reads the expectations of an expect step.
 class ExpectationReader
 {
 public:

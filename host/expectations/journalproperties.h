@@ -5,14 +5,14 @@
 
 namespace panelhost {
 
-/// The properties that ask what crossed the boundary: call, event, signal, log-line.
+/// Returns the properties that are about the journal: call, event, signal and log-line.
 QStringList journalPropertyNames();
 bool isJournalProperty(const QString &property);
 QString logLineProperty();
 
-/// The kind of entry that @p property, one of these, asks for.
+/// Returns the kind of entries that @p property is about. It must be a journal property.
 Journal::Kind journalKind(const QString &property);
-/// True if @p entry is what @p expectation, about one of these properties, asks for.
+/// Returns true if @p entry matches @p expectation, whose property is a journal property.
 bool matches(const Journal::Entry &entry, const Expectation &expectation);
 
 }

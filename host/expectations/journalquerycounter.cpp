@@ -14,7 +14,7 @@ QJsonArray keyOf(const Condition &condition)
     return {static_cast<int>(condition.comparison), condition.isNegated, QJsonValue::fromVariant(condition.expected)};
 }
 
-// What an expectation counts, without how often it wants it.
+// Identifies the entries that an expectation is about, regardless of their number.
 QByteArray keyOf(const Expectation &expectation)
 {
     QJsonArray conditions;

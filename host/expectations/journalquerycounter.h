@@ -10,22 +10,22 @@
 
 namespace panelhost {
 
-/// Counts the entries of a journal that the expectations of a scenario ask for, so that the entries themselves needn't
-/// be kept. Any thread.
+/// Counts the journal entries that match the expectations of a scenario, so that the entries needn't be kept.
+/// Thread-safe.
 class JournalQueryCounter
 {
 public:
-    /// Counts for all expectations in @p steps and in the steps that they repeat.
+    /// Counts for the expectations in @p steps, including those in repeats.
     explicit JournalQueryCounter(const QVector<Step> &steps);
 
     void add(const Journal::Entry &entry);
-    /// Counts from here: what a mark does.
+    /// Resets all counts, for a mark.
     void restart();
-    /// Number of entries since the last restart() that are what @p expectation, one of the scenario's, asks for.
+    /// Returns the number of entries since the last restart() that match @p expectation of the scenario.
     int count(const Expectation &expectation) const;
 
 private:
-    /// Expectations that differ in nothing but the number of times share one count.
+    /// Expectations that differ only in the number of times share a count.
     struct Query
     {
         Expectation expectation;

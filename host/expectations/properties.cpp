@@ -70,7 +70,7 @@ const QMap<QString, LedGetter> &ledProperties()
     return getters;
 }
 
-/// "led.CUT.color" taken apart.
+/// The parts of a property such as "led.CUT.color".
 struct LedProperty
 {
     explicit LedProperty(const QString &name)

@@ -7,18 +7,19 @@
 
 namespace panelhost {
 
-/// What can be seen of a session at one instant.
+/// What a session shows at one time.
 struct Snapshot
 {
-    QVariantMap screen; ///< as readScreen() gives it
+    QVariantMap screen; ///< as readScreen() returns it
     DeviceState device;
 };
 
-/// The names that an expectation may ask for, for a message. Parts in angle brackets stand for names of the device.
+/// Returns the names of all properties, for a message. Parts in angle brackets are placeholders for names of the
+/// device.
 QStringList propertyNames();
-/// True if a device with @p deviceNames has something to see by that name.
+/// Returns true if @p name is a property of a device with @p deviceNames.
 bool isProperty(const QString &name, const DeviceNames &deviceNames);
-/// What is to be seen there: a text, or a list of texts. Invalid if the present page shows no such thing.
+/// Returns the value of @p property, a text or a list of texts. Invalid if the current page doesn't have the property.
 QVariant propertyValue(const Snapshot &snapshot, const QString &property);
 
 }

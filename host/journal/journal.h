@@ -12,15 +12,17 @@
 
 namespace panelhost {
 
-/// Everything that crosses the component's boundary, in order. One JSON object a line, keys in this order:
+/// Records everything that crosses the component's boundary, in order. Written as one JSON object per line, with the
+/// keys in this order:
 /// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action","name":"...",
 ///  "data":{...}}
-/// `t` is in virtual milliseconds. What `data` holds depends on kind and name; it is left out when empty, and its
-/// keys stand in alphabetical order. Any thread may add. Only the newest entries are remembered: a sink takes them all.
+/// `t` is the virtual time in milliseconds. The content of `data` depends on kind and name. It is left out if it is
+/// empty; its keys are in alphabetical order. Only the newest entries are kept in memory; a sink gets all of them.
+/// Thread-safe.
 class Journal
 {
 public:
-    static constexpr int Kept = 100000; ///< entries that are remembered unless told otherwise
+    static constexpr int Kept = 100000; ///< default number of entries that are kept
 
     enum class Kind {
         Call,
@@ -45,24 +47,24 @@ public:
 
     static QString kindName(Kind kind);
 
-    /// Called for each new entry on the thread that adds it, in the order of their numbers and never twice at once. It
-    /// must not use the journal.
+    /// Called for each new entry on the thread that adds it. Calls come in the order of the sequence numbers and never
+    /// at the same time. The function must not use the journal.
     using Sink = std::function<void(const Entry &)>;
 
     explicit Journal(Sink sink = {}, int kept = Kept) : m_kept(kept), m_sink(std::move(sink)) {}
 
     void add(Kind kind, const QString &name, const QJsonObject &data = {});
-    /// Number of entries that were ever added.
+    /// Returns the number of entries that were added since the journal was created.
     qint64 count() const;
-    /// The entries that are remembered.
+    /// Returns the entries that are kept.
     QVector<Entry> entries() const;
-    /// The newest @p count of them.
+    /// Returns the newest @p count entries that are kept.
     QVector<Entry> tail(int count) const;
-    /// The first @p count remembered entries whose number is @p sequence or more.
+    /// Returns the first @p count kept entries whose sequence number is @p sequence or higher.
     QVector<Entry> entriesFrom(qint64 sequence, int count) const;
-    /// Replaces the sink; it isn't called any more when this returns.
+    /// Replaces the sink. The previous one isn't called any more after this returns.
     void setSink(Sink sink);
-    /// The remembered entries, one JSON object a line.
+    /// Returns the entries that are kept, one JSON object per line.
     QByteArray toJsonLines() const;
 
 private:

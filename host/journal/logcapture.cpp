@@ -34,7 +34,7 @@ QString levelName(QtMsgType type)
     return QStringLiteral("fatal");
 }
 
-// A directory in the forms that lines have it in, the longest first.
+// Returns the ways in which messages can contain the directory, the longest first.
 QStringList formsOf(const QString &directory)
 {
     QStringList forms = {directory, QDir::cleanPath(directory), QDir(directory).canonicalPath()};

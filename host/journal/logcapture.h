@@ -7,10 +7,10 @@ namespace panelhost {
 
 class Journal;
 
-/// While it lives, the lines that the component writes to Qt's logger go into the journal, with level and text. What
-/// differs from one run or machine to the next is written by name: addresses as "0x…", the share directory as
-/// "$SHARE", the one beside the program as "$DEFAULT_SHARE" where it is another, the current one as "$CWD". Lines of Qt
-/// itself, of panelhost's own category, and fatal ones go on to where they went before. One at a time.
+/// Adds the component's log messages to the journal, with level and text, as long as the object exists. Parts that
+/// differ from one run or machine to another are replaced: addresses by "0x…", the share directory by "$SHARE", the one
+/// next to the program by "$DEFAULT_SHARE" if it is a different one, the current directory by "$CWD". Messages of Qt
+/// and of panelhost and fatal messages go to the previous message handler. Only one object can exist at a time.
 class LogCapture
 {
 public:

@@ -8,13 +8,14 @@ namespace panelhost {
 
 class Journal;
 
-/// Writes what has changed on the LCD since it last looked: the keys of readScreen() that have another value now,
-/// null for those that are gone. GUI thread.
+/// Adds the changes of the LCD's content to the journal. GUI thread.
 class ScreenRecorder
 {
 public:
     ScreenRecorder(Journal &journal, QWidget &lcd) : m_journal(journal), m_lcd(lcd) {}
 
+    /// Adds an entry with the keys of readScreen() whose value has changed since the last call, and null for those that
+    /// are gone. Adds nothing if there is no change.
     void recordChanges();
 
 private:

@@ -64,7 +64,7 @@ void Lcd::takeIn(QWidget *widget)
 void Lcd::showComponent()
 {
     showPage(m_component);
-    // The widget that had the focus when the component was left has it again.
+    // Restores the focus in the component.
     if (m_component && m_component->focusWidget())
         m_component->focusWidget()->setFocus(Qt::OtherFocusReason);
 }
@@ -87,7 +87,7 @@ void Lcd::showHome()
     m_home->setFocus(Qt::OtherFocusReason);
 }
 
-// The new page comes before the old ones go, so that the focus never falls on a page in between.
+// Shows the new page before it hides the others, so that no other page gets the focus in between.
 void Lcd::showPage(QWidget *page)
 {
     if (page) {

@@ -8,8 +8,8 @@ namespace panelhost {
 class ContainerPage;
 class HomePage;
 
-/// The screen of the device that the component shows itself on, at the device's size and in its look. Beside the
-/// component it holds two pages of the host: a container's, and the one outside factory mode.
+/// The LCD of the device, with its size and style. It shows the component or one of two pages of the host: the page of
+/// a container and the page outside factory mode.
 class Lcd : public QWidget
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     explicit Lcd(const QSize &size);
     ~Lcd() override;
 
-    /// Takes the component's widget in; it still belongs to the component, which may end it at any time.
+    /// Adds the component's widget. The component still owns it and can delete it at any time.
     void setComponent(QWidget *component);
     /// Takes the widget of the repair mode in, on the same terms.
     void setRepairMode(QWidget *repairMode);

@@ -9,7 +9,7 @@ namespace panelhost {
 
 namespace {
 
-// What a device shows in the containers that the shipped menu names.
+// The titles and texts of the containers in the shipped menu.
 struct ContainerText
 {
     const char *tail;

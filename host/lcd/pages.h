@@ -6,7 +6,7 @@ class QLabel;
 
 namespace panelhost {
 
-/// A page of the host with a title, a text and one control; Escape does the same as the control of a page to leave.
+/// A page of the host with a title, a text and one button.
 class HostPage : public QWidget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ private:
     QLabel *m_text;
 };
 
-/// Stands for a container of the device: a page outside the component that it only names.
+/// The page of a container: a page of the device that the component only requests by name.
 class ContainerPage : public HostPage
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ private:
     QString m_containerKey;
 };
 
-/// What the LCD shows outside factory mode.
+/// The page that the LCD shows outside factory mode.
 class HomePage : public HostPage
 {
     Q_OBJECT

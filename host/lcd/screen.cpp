@@ -6,7 +6,7 @@ namespace panelhost {
 
 namespace {
 
-// Classes of other libraries, known by name alone.
+// Classes of other libraries, known only by name.
 constexpr char agingPageClass[] = "LCD::FactoryModeImpl::AgeTestWidget";
 constexpr char machinePageClass[] = "LCD::FactoryModeImpl::CompleteMachineTestWidget";
 constexpr char repairModeClass[] = "LCD::RepairMode::ILcdRepairMode";
@@ -39,7 +39,7 @@ void readMenu(const QList<QListWidget *> &lists, int level, QVariantMap &screen)
     screen.insert(QStringLiteral("menu.current"), current ? current->text() : QString());
 }
 
-// The lists stand in the order of their levels.
+// The lists are in the order of their levels.
 bool readVisibleMenu(QWidget *lcd, QVariantMap &screen)
 {
     const QList<QListWidget *> lists = lcd->findChildren<QListWidget *>();

@@ -17,10 +17,10 @@ namespace panelhost {
 ///   container   key of the container on "container"
 QVariantMap readScreen(QWidget *lcd);
 
-/// All values that "page" can have.
+/// Returns all values that "page" can have.
 QStringList pageNames();
 
-/// The frame of the test page that is visible, nullptr when there is none.
+/// Returns the frame of the visible test page; nullptr if there is none.
 QWidget *findTestFrame(QWidget *lcd);
 
 }

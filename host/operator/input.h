@@ -10,17 +10,17 @@ class QWidget;
 
 namespace panelhost {
 
-/// The names of the knob's and joystick's moves, and the key events that they are to the LCD.
+/// Returns the names of the movements of knob and joystick.
 QStringList navigationKeys();
 std::optional<Qt::Key> navigationKey(const QString &name);
 
-/// Key down and up, to the widget of the LCD that has the focus, or else to its visible page.
+/// Sends a key press and a key release to the focus widget of the LCD, or to its visible page if there is none.
 void sendKey(QWidget &lcd, Qt::Key key);
 
-/// Down and up with the first mouse button at @p point of @p widget, to the innermost widget there.
+/// Sends a press and a release of the left mouse button at @p point of @p widget to the innermost widget there.
 void sendTouch(QWidget &widget, const QPoint &point);
 
-/// The visible soft button of the page on the side "left" or "right", nullptr when there is none.
+/// Returns the visible soft button of the page on @p side, "left" or "right"; nullptr if there is none.
 QWidget *findSoftButton(QWidget &lcd, const QString &side);
 
 }

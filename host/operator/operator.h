@@ -9,7 +9,7 @@ namespace panelhost {
 
 class Session;
 
-/// Does actions to the device and tells of each that was done. GUI thread.
+/// Performs operator actions on the device of a session. GUI thread.
 class Operator : public QObject
 {
     Q_OBJECT
@@ -17,12 +17,12 @@ class Operator : public QObject
 public:
     explicit Operator(Session &session);
 
-    /// Does @p action at the present instant and settles. False, with a sentence in @p error, if the device has no
-    /// such key, port or fault, or the page no such button.
+    /// Performs @p action now and processes what is due after it. Returns false and sets @p error if the device has no
+    /// such key, port or fault, or the page has no such button.
     bool perform(const OperatorAction &action, QString *error = nullptr);
 
 Q_SIGNALS:
-    /// @p action as it is in the journal: its arguments complete and each of its own type.
+    /// Emitted when @p action was performed at the time @p at. Its arguments are complete and typed as in the journal.
     void performed(const panelhost::OperatorAction &action, panelhost::Milliseconds at);
 
 private:

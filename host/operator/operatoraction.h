@@ -8,8 +8,8 @@
 
 namespace panelhost {
 
-/// One thing that an operator does to the device, as data. What the window's controls do, what a scenario's steps do
-/// and what the recorder writes are all of these.
+/// Something that an operator does to the device, as data. The controls of the window and the steps of a scenario
+/// perform operator actions, and a recording consists of them.
 struct OperatorAction
 {
     enum class Kind {
@@ -36,7 +36,7 @@ struct OperatorAction
     bool operator==(const OperatorAction &other) const { return kind == other.kind && arguments == other.arguments; }
 };
 
-/// The name of @p kind in journals: "navigate", "enter-factory-mode".
+/// Returns the name of @p kind in journals, such as "navigate" or "enter-factory-mode".
 QString actionName(OperatorAction::Kind kind);
 std::optional<OperatorAction::Kind> actionKind(const QString &name);
 

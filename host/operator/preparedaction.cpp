@@ -37,7 +37,7 @@ PreparedAction navigate(Session &session, const OperatorAction &action)
     return accepted(action, {{key(), name}}, [&session, code] { sendKey(*session.lcd(), *code); });
 }
 
-// By hal key or by name.
+// Finds a key by its hal key or by its name.
 const KeyState *findKey(const DeviceState &state, const QVariant &wanted)
 {
     bool isNumber = false;
@@ -119,7 +119,7 @@ PreparedAction port(Session &session, const OperatorAction &action)
     });
 }
 
-// Only what the fault needs, and a key by its hal key, whatever it was called by.
+// Returns the arguments that the fault needs. A key is given by its hal key, also if @p given has its name.
 Arguments faultArguments(const FaultInfo &info, const Arguments &given, const KeyState *faultyKey)
 {
     Arguments arguments;

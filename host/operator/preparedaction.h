@@ -8,15 +8,16 @@ namespace panelhost {
 
 class Session;
 
-/// An action made ready: checked against the device and the page as they are, its arguments complete and of their
-/// own types, so that it reads the same whoever asked for it.
+/// An operator action that was checked against the current state of the device and the page. Its arguments are complete
+/// and typed, so that it looks the same in the journal wherever it came from.
 struct PreparedAction
 {
     OperatorAction action;
-    std::function<void()> run; ///< empty when it can't be done
-    QString error;             ///< why not, in one sentence
+    std::function<void()> run; ///< performs the action; empty if it isn't possible
+    QString error;             ///< why it isn't possible, in one sentence
 };
 
+/// Checks @p action and prepares it. GUI thread.
 PreparedAction prepareAction(Session &session, const OperatorAction &action);
 
 }

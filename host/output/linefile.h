@@ -8,9 +8,9 @@
 
 namespace panelhost {
 
-/// A text file that grows by whole lines: a journal or a recording. Each append() is handed to the system in one
-/// piece. When the system takes only a part, because the disk is full for instance, the file is cut back to its last
-/// whole line and never written again. A regular file is locked while it is open; the lock ends with the process.
+/// A text file to which whole lines are appended, such as a journal or a recording. Each append() is one write. If only
+/// a part can be written, for example because the disk is full, the file is truncated after its last complete line and
+/// not written again. A regular file is locked while it is open; the lock ends with the process.
 class LineFile
 {
 public:
@@ -26,15 +26,15 @@ public:
     /// another process is writing the file, or a regular file is there and @p ifExists is Refuse. The previous content
     /// is kept until the first append().
     bool open(const QString &path, IfExists ifExists, QString *error);
-    /// Ends the file; one that was never appended to is empty then. See error(): some file systems tell only now that
-    /// the disk is full.
+    /// Closes the file. It is empty then if nothing was appended. Some file systems report a full disk only now; see
+    /// error().
     void close();
     bool isOpen() const;
     QString path() const { return m_path; }
 
     /// Appends @p lines, each with its line end. Returns false if the file isn't open or failed before. Any thread.
     bool append(const QByteArray &lines);
-    /// The first failure, with the path and the system's reason; empty while there is none. Any thread.
+    /// Returns the first failure, with the path and the system's reason; empty if there is none. Thread-safe.
     QString error() const;
     /// Sets a function that is called once with error(), on the thread whose append() failed.
     void setErrorHandler(std::function<void(const QString &error)> handler);

@@ -7,21 +7,21 @@
 
 namespace panelhost {
 
-/// Which file a path leads to, through links and however it is spelled; for one that isn't there yet, where it would
-/// come to be.
+/// Identifies the file of a path, whatever its spelling and links. A file that doesn't exist yet is identified by where
+/// it would be created.
 class FileIdentity
 {
 public:
     explicit FileIdentity(const QString &path);
 
-    /// True for a regular file and for one that isn't there yet; a device or a pipe has no content to lose.
+    /// Returns true for a regular file and for one that doesn't exist. A device or a pipe has no content to lose.
     bool canBeOverwritten() const { return m_canBeOverwritten; }
     bool operator==(const FileIdentity &other) const;
 
 private:
     quint64 m_device = 0;
     quint64 m_inode = 0;
-    QString m_rest; ///< below that directory; empty for a file that is there
+    QString m_rest; ///< path below that directory; empty for a file that exists
     bool m_canBeOverwritten = true;
 };
 
@@ -29,7 +29,7 @@ private:
 class OutputCheck
 {
 public:
-    /// The component and the files of its share directory are inputs of every session.
+    /// Adds the component and the files of its share directory, which every session reads, as inputs.
     explicit OutputCheck(const Session::Options &options);
 
     void addInput(const QString &path);

@@ -5,9 +5,9 @@
 
 namespace panelhost {
 
-/// The first line of every recording.
+/// Returns the first line of every recording.
 QByteArray recordingHeader();
-/// True if @p path is a regular file that begins like a recording.
+/// Returns true if @p path is a regular file that begins like a recording.
 bool isRecording(const QString &path);
 
 }

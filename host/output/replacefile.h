@@ -5,12 +5,12 @@
 
 namespace panelhost {
 
-/// Gives the file at @p path @p content, all of it or nothing: it is written beside the file, as partialPath(), and
-/// renamed. A device or a pipe is written to instead and never replaced. Returns false, with the path and the
-/// system's reason in @p error, if it can't be written; an existing file keeps its content then.
+/// Replaces the content of the file at @p path by @p content. The content is written to partialPath() and the file is
+/// renamed, so that an existing file is never half-written. A device or a pipe is written directly. Returns false and
+/// sets @p error to the path and the system's reason on failure; an existing file keeps its content then.
 bool replaceFile(const QString &path, const QByteArray &content, QString *error);
 
-/// Where replaceFile() writes before it renames.
+/// Returns the path to which replaceFile() writes before it renames the file.
 QString partialPath(const QString &path);
 
 }

@@ -5,7 +5,7 @@
 
 namespace panelhost {
 
-/// "path: reason", with the system's words for @p number, an errno value.
+/// Returns "path: reason" with the system's text for @p number, an errno value.
 QString fileError(const QString &path, int number);
 
 /// Writes all of @p content to @p descriptor. Returns 0, or the errno value of the failure; a part may have been

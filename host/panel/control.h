@@ -6,17 +6,18 @@
 
 namespace panelhost {
 
-/// A part of the drawn device that an operator touches. It tells what was done and does nothing by itself: the
-/// window hands the action to the operator, and the device's answer comes back as a new state. GUI thread.
+/// A control of the front panel. It emits actionTriggered() and has no effect itself: the window performs the action,
+/// and the control is updated with the new state of the device. GUI thread.
 class Control : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// @p name is what tests and assistive tools find the control by, such as "key-33" or "net1".
+    /// @p name is the object name, such as "key-33" or "net1". @p description is the accessible name and the tool tip.
     Control(const QString &name, const QString &description, QWidget *parent);
 
 Q_SIGNALS:
+    /// Emitted when the operator uses the control.
     void actionTriggered(const panelhost::OperatorAction &action);
 };
 

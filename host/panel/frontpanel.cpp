@@ -83,7 +83,7 @@ QLayout *FrontPanel::makePorts(const QList<PortState> &ports, PortWidget::Type t
     return grid;
 }
 
-// Few keys never scroll; many do, in an area that leaves the window small.
+// A few keys are shown without scrolling. Many keys scroll, so that the window stays small.
 QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
 {
     m_keys = forwardActions(new KeyPanel(keys, this));

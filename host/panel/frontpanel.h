@@ -16,19 +16,20 @@ class KeyPanel;
 class ScreenView;
 class TBarWidget;
 
-/// The drawn front panel with the LCD in it. Shows a device's state and tells what the operator touches.
+/// The front panel with the LCD in it. Shows the state of a device.
 class FrontPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// @p lcd is borrowed: it must outlive the panel.
+    /// @p lcd isn't owned and must outlive the panel.
     FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent);
 
-    /// @p now is the time by which LEDs blink.
+    /// Shows @p device. LEDs blink by the time @p now.
     void setState(const DeviceState &device, Milliseconds now);
 
 Q_SIGNALS:
+    /// Emitted when the operator uses a control of the panel.
     void actionTriggered(const panelhost::OperatorAction &action);
 
 protected:

@@ -7,20 +7,20 @@
 
 namespace panelhost {
 
-/// One key of the panel with its LED under the cap. A click presses it, a longer one holds it as long as the mouse
-/// does, and the right mouse button holds it until the next click.
+/// A key of the panel with its LED. A click presses the key, a long press holds it until the mouse button is released,
+/// and the right mouse button holds it until the next click.
 class KeyButton : public Control
 {
     Q_OBJECT
 
 public:
-    static constexpr int HoldAfter = 400; ///< milliseconds of wall time
+    static constexpr int HoldAfter = 400; ///< real milliseconds
 
     KeyButton(const KeyState &key, QWidget *parent);
 
     void setState(const KeyState &key, Milliseconds now);
     int halKey() const { return m_key.halKey; }
-    /// What the LED shows now, in percent.
+    /// Returns the level that the LED shows, in percent.
     int level() const { return m_level; }
     bool isDown() const { return m_key.isDown || m_isMouseDown; }
     QSize sizeHint() const override;

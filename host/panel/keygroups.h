@@ -4,15 +4,15 @@
 
 namespace panelhost {
 
-/// Keys that belong together, as their names say: PGM1 … PGM10 are one group.
+/// Keys that belong together according to their names, such as PGM1 … PGM10.
 struct KeyGroup
 {
     QString title;
     QList<KeyState> keys;
 };
 
-/// Groups @p keys by the letters of their names before the number, in the order of the list. Keys that have fewer
-/// than three of their kind stand in one group of their own, at the end.
+/// Groups @p keys by the part of their names before the number, in the order of the list. Keys of groups with fewer
+/// than three keys form one group at the end.
 QList<KeyGroup> groupKeys(const QList<KeyState> &keys);
 
 }

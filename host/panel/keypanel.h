@@ -12,7 +12,7 @@ struct OperatorAction;
 struct KeyGroup;
 class KeyButton;
 
-/// All keys of the panel, group beside group in as many rows as its width asks for.
+/// The keys of the panel, arranged in groups. The number of rows depends on the width.
 class KeyPanel : public QWidget
 {
     Q_OBJECT
@@ -27,6 +27,7 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
+    /// Emitted when the operator uses a key.
     void actionTriggered(const panelhost::OperatorAction &action);
 
 protected:

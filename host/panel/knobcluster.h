@@ -9,7 +9,7 @@ namespace panelhost {
 struct OperatorAction;
 class Control;
 
-/// What the operator's right hand rests on: joystick, knob and the Back key.
+/// The navigation controls: joystick, knob and the Back key.
 class KnobCluster : public QWidget
 {
     Q_OBJECT
@@ -18,6 +18,7 @@ public:
     explicit KnobCluster(QWidget *parent);
 
 Q_SIGNALS:
+    /// Emitted when the operator uses one of the controls.
     void actionTriggered(const panelhost::OperatorAction &action);
 
 private:

@@ -6,7 +6,8 @@ namespace panelhost {
 
 class LcdOverlay;
 
-/// The bezel with the LCD in it and the touch glass over it. It borrows the LCD and gives it back when it goes.
+/// The bezel with the LCD and the overlay for input. It doesn't own the LCD and removes it from itself when it is
+/// deleted.
 class LcdBezel : public QWidget
 {
     Q_OBJECT

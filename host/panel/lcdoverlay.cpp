@@ -45,7 +45,7 @@ void LcdOverlay::wheelEvent(QWheelEvent *event)
         navigate(event->angleDelta().y() > 0 ? Qt::Key_Up : Qt::Key_Down);
 }
 
-// Takes the focus back from the journal's filter.
+// Returns the focus from the journal's filter to the LCD.
 void LcdOverlay::focusLcd()
 {
     QWidget *inner = m_lcd->focusWidget();
@@ -64,8 +64,8 @@ bool LcdOverlay::isForOperator(const QWidget *widget) const
     return widget && widget->window() == window() && !isOther;
 }
 
-// Keys that come from the window system go round by the operator wherever the focus is; those that the operator sends
-// to the component aren't spontaneous and pass.
+// Key events of the window system become actions, whichever widget has the focus. The events that the operator sends to
+// the component aren't spontaneous and are passed on.
 bool LcdOverlay::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;

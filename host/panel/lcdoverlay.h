@@ -4,9 +4,9 @@
 
 namespace panelhost {
 
-/// The glass over the LCD: turns the mouse into touches at LCD pixels and the window's keyboard into navigation, so
-/// that nothing reaches the component but what the operator is known to have done. It never has the focus: that stays
-/// on the LCD, where it would be without a window around it.
+/// A transparent overlay of the LCD. It converts mouse events to touch actions and key events of the window to
+/// navigation actions, so that all input of the component is in the journal. It never takes the focus, which stays on
+/// the LCD.
 class LcdOverlay : public Control
 {
     Q_OBJECT

@@ -7,9 +7,9 @@
 
 namespace panelhost {
 
-/// How brightly @p led shines at @p now, in percent: a blinking one is lit in the first half of its period.
+/// Returns the brightness of @p led at @p now, in percent. A blinking LED is on in the first half of its period.
 int ledLevel(const KeyLed &led, Milliseconds now);
-/// The light of a colour number: red, blue, green, white; amber for a number that no key has.
+/// Returns the colour of a colour number: red, blue, green or white; amber for other numbers.
 QRgb ledLight(int color);
 
 }

@@ -4,13 +4,13 @@
 
 namespace panelhost {
 
-/// One way of the joystick, Enter or Back: a cap with a sign that navigates the page.
+/// A navigation button: a direction of the joystick, Enter or Back.
 class NavButton : public Control
 {
     Q_OBJECT
 
 public:
-    /// @p key is what Navigate takes: up, down, left, right, enter or back.
+    /// @p key is the argument of the action Navigate: up, down, left, right, enter or back.
     NavButton(const QString &key, const QString &sign, QWidget *parent);
 
     QSize sizeHint() const override;
@@ -26,7 +26,7 @@ private:
     bool m_isDown = false;
 };
 
-/// The knob: turned by the wheel or a click on its side it goes up and down the page, pressed in the middle it enters.
+/// The knob. The mouse wheel or a click on a side turns it, which navigates up or down. A click in the middle is Enter.
 class Knob : public Control
 {
     Q_OBJECT

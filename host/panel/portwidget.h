@@ -5,7 +5,7 @@
 
 namespace panelhost {
 
-/// A net or USB port. A click plugs and unplugs it; a USB port has a switch below that blocks it.
+/// A net or USB port. A click plugs or unplugs it. A USB port has a switch that blocks it.
 class PortWidget : public Control
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
 
     void setState(const PortState &port);
     QSize sizeHint() const override;
-    /// Where the switch is, empty for a port that has none.
+    /// Returns the rectangle of the switch; empty for a port without one.
     QRect blockSwitch() const;
 
 protected:

@@ -8,10 +8,10 @@ class QPainter;
 
 namespace panelhost {
 
-/// Draws what a screen shows for @p pattern: type 1 one colour, type 3 greys up to the level, else nothing special.
+/// Draws the test pattern @p pattern: one colour for type 1, greys up to the level for type 3, none otherwise.
 void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pattern);
 
-/// One of the panel's three screens, as bright as the device has made it.
+/// One of the three screens of the panel, with its brightness and test pattern.
 class ScreenView : public QWidget
 {
     Q_OBJECT

@@ -5,8 +5,8 @@
 
 namespace panelhost {
 
-/// The T-Bar, drawn as the cap of a slider or as the lever of a fader, with what its calibration is doing below
-/// it and the end at which the next calibration step needs it.
+/// The T-Bar, drawn as a slider or a fader. Shows the state of its calibration and the end to which it must be moved
+/// for the next calibration step.
 class TBarWidget : public Control
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
 
     void setState(const TBarState &bar);
     double position() const { return m_bar.position; }
-    /// Where the bar's middle stands for @p position, in pixels from the widget's top.
+    /// Returns the y coordinate of the bar's middle for @p position.
     int yOf(double position) const;
     QSize sizeHint() const override;
 

@@ -7,10 +7,10 @@ class QRectF;
 class QPainter;
 class QWidget;
 
-/// How the window looks: its one palette, its grid and its letters. Everything that is drawn takes them from here.
+/// The colours, distances and fonts of the window. All widgets of the window use them.
 namespace panelhost::theme {
 
-constexpr int Grid = 8; ///< all distances are multiples of it, or its half
+constexpr int Grid = 8; ///< all distances are multiples of it or of its half
 constexpr int Radius = 4;
 
 constexpr QRgb WindowBackground = 0xff14171b;
@@ -35,19 +35,19 @@ constexpr QRgb White = 0xfff4f7fa;
 constexpr QRgb Amber = 0xffffb02e;
 
 QFont font(int pixels, bool bold = false);
-/// @p a at @p share 0, @p b at 1.
+/// Mixes @p a and @p b. Returns @p a if @p share is 0 and @p b if it is 1.
 QColor mix(QRgb a, QRgb b, double share);
-/// The darker or the lighter ink, whichever is readable on @p ground.
+/// Returns the dark or the light text colour, whichever is readable on @p ground.
 QColor textColorOn(const QColor &ground);
 
-/// A hollow in the panel in which something sits.
+/// Draws a recess of the panel.
 void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground = Recess);
-/// A cap of @p ground that stands out, or is pressed in.
+/// Draws a cap with the colour @p ground, raised or pressed.
 void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool isDown);
-/// A small caption in dim ink.
+/// Draws a small caption.
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text);
 
-/// The palette and style sheet for menus, docks and dialogs. Never for the LCD, which has a look of its own.
+/// Sets palette, font and style sheet of a menu, dock or dialog. Not for the LCD, which has its own style.
 void applyTo(QWidget *widget);
 
 }

@@ -7,12 +7,12 @@
 
 namespace panelhost {
 
-/// The first and the newest elements of a sequence that grows without end, and how many were left out between them.
+/// Keeps the first and the newest elements of a growing sequence, and the number of elements between them.
 template <class T>
 class Excerpt
 {
 public:
-    /// Keeps @p each elements of either end.
+    /// Keeps @p each first and @p each newest elements.
     explicit Excerpt(int each) : m_each(static_cast<size_t>(each)) {}
 
     void append(const T &element)
@@ -29,7 +29,7 @@ public:
     qint64 count() const { return m_count; }
     qint64 leftOut() const { return m_count - static_cast<qint64>(m_head.size() + m_tail.size()); }
     bool isEmpty() const { return m_count == 0; }
-    /// The newest element; there must be one.
+    /// Returns the newest element. The sequence must not be empty.
     T &last() { return m_tail.empty() ? m_head.back() : m_tail.back(); }
     const std::vector<T> &head() const { return m_head; }
     const std::deque<T> &tail() const { return m_tail; }

@@ -4,17 +4,17 @@
 
 namespace panelhost {
 
-/// While it lives, SIGINT, SIGTERM and SIGHUP are remembered instead of ending the process. A second signal of the
-/// same kind ends it at once. A signal that the process was started to ignore stays ignored. One at a time.
+/// Catches SIGINT, SIGTERM and SIGHUP as long as the object exists. A second signal of the same kind ends the process.
+/// A signal that is ignored when the object is created stays ignored. Only one object can exist at a time.
 class Interruption
 {
 public:
     Interruption();
     ~Interruption();
 
-    /// The signal that came; 0 if none has. Any thread.
+    /// Returns the signal that was caught; 0 if there was none. Thread-safe.
     static int signalNumber();
-    /// Ends the process as the signal that came would have, so that its parent sees why.
+    /// Ends the process by the signal that was caught, so that its parent sees the reason.
     [[noreturn]] static void endProcess();
 
 private:

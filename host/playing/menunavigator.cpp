@@ -40,7 +40,7 @@ private:
 
     Session &m_session;
     ConfigFile m_file;
-    QDomElement m_parent; ///< the entry whose children show, as the menu file has it
+    QDomElement m_parent; ///< the element in the menu file whose children are shown
 };
 
 bool MenuNavigator::open(const QStringList &path, QString *error)

@@ -6,7 +6,7 @@ namespace panelhost {
 
 namespace {
 
-/// What the operator would call the page: its title without a level, or what it is when it has none.
+/// Returns a name for the page: its title without a level, or its kind if it has no title.
 QString titleOf(const QVariantMap &screen)
 {
     const auto page = screen.value(QStringLiteral("page")).toString();

@@ -6,12 +6,12 @@
 
 namespace panelhost {
 
-/// Which page the LCD showed when, from the changes of the screen in the journal.
+/// Determines when the LCD showed which page, from the screen entries of the journal.
 class PageSpans
 {
 public:
     void add(const Journal::Entry &entry);
-    /// The spans up to @p end. Where there are very many, one in the middle stands for those that are left out.
+    /// Returns the spans up to @p end. If there are very many, one span stands for those in the middle.
     QVector<PageSpan> spans(Milliseconds end) const;
 
 private:

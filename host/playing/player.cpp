@@ -73,7 +73,7 @@ bool Player::playStep(const Step &step)
     result.where = step.where;
     result.text = step.text;
     doStep(step, result);
-    // A step that a signal has cut short has neither passed nor failed.
+    // A step that was interrupted by a signal has neither passed nor failed.
     if (isInterrupted())
         return false;
     result.at = m_session->clock().now();
@@ -240,7 +240,7 @@ void Player::updateResult()
         m_result.journal += entry.toJsonLine() + '\n';
 }
 
-// What the component still does while the session ends isn't part of what was played.
+// What the component does while the session ends isn't part of the result.
 void Player::finish()
 {
     m_session->journal().setSink({});

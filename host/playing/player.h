@@ -14,7 +14,7 @@
 
 namespace panelhost {
 
-/// Plays one scenario on a session of its own. Its memory doesn't grow with the length of the journal. GUI thread.
+/// Plays a scenario in a new session. Memory use doesn't depend on the length of the journal. GUI thread.
 class Player
 {
 public:
@@ -22,16 +22,16 @@ public:
 
     struct Options
     {
-        bool isRealTime = false; ///< virtual time keeps to the wall clock
+        bool isRealTime = false; ///< virtual time follows the wall clock
         bool takesScreenshots = false;
-        Journal::Sink journal; ///< gets every entry of the journal
-        /// Asked between two steps and while time passes; the player stops as soon as it returns true.
+        Journal::Sink journal; ///< gets all entries of the journal
+        /// Called between steps and while time passes. The player stops as soon as it returns true.
         std::function<bool()> isInterrupted;
-        /// Called every PartialResultInterval or so with the result so far.
+        /// Called about every PartialResultInterval with the result so far.
         std::function<void(const ScenarioResult &)> partialResult;
     };
 
-    /// Called after each step that was played, with its number from 1.
+    /// Called after each step with its number, starting at 1.
     using Observer = std::function<void(const StepResult &step, qint64 number)>;
 
     Player(const Scenario &scenario, const Options &options, const Observer &observer)
@@ -42,7 +42,7 @@ public:
     ScenarioResult play();
 
 private:
-    static constexpr int LinesInReport = 1000; ///< of the journal, at either end
+    static constexpr int LinesInReport = 1000; ///< first and last lines of the journal
 
     void playSession();
     bool prepare();
@@ -72,7 +72,7 @@ private:
     QElapsedTimer m_clock;
     QElapsedTimer m_sincePartialResult;
     JournalQueryCounter m_counter;
-    std::mutex m_entryMutex; ///< of the next two: entries come on any thread
+    std::mutex m_entryMutex; ///< guards the next two members; entries come on any thread
     Excerpt<Journal::Entry> m_lines{LinesInReport};
     PageSpans m_pages;
     QMap<QString, int> m_screenshots;

@@ -5,8 +5,8 @@
 
 namespace panelhost {
 
-/// Keeps the results of a repeating step short: the first two rounds and the newest one stay; one line stands for the
-/// rounds between. So the results don't grow with the number of rounds.
+/// Shortens the results of a repeat: the first two rounds and the newest one are kept, one element stands for the
+/// rounds between them. So the size of the results doesn't depend on the number of rounds.
 class RepeatSummarizer
 {
 public:
@@ -18,10 +18,10 @@ public:
 private:
     const Step &m_repeat;
     ScenarioResult &m_result;
-    int m_round = 0;              ///< the one that is played now, from 1
-    int m_begin = 0;              ///< where its results begin
-    qint64 m_playedBefore = 0;    ///< steps when it began
-    qint64 m_summarizedSteps = 0; ///< steps
+    int m_round = 0;              ///< number of the current round, starting at 1
+    int m_begin = 0;              ///< index of its first result
+    qint64 m_playedBefore = 0;    ///< number of steps before it
+    qint64 m_summarizedSteps = 0; ///< number of steps that were left out
 };
 
 }

@@ -10,21 +10,21 @@
 
 namespace panelhost {
 
-/// What became of one step.
+/// The result of a step.
 struct StepResult
 {
     QString file;
     SourceLocation where;
     QString text;
-    Milliseconds at = 0; ///< when it was over
+    Milliseconds at = 0; ///< virtual time at the end of the step
     bool passed = true;
-    QString error; ///< why it could not be done
+    QString error; ///< why it could not be performed
     ExpectationResults expectationResults;
     QString screenshot; ///< its name
     QByteArray png;
 };
 
-/// A time for which the LCD showed one page.
+/// A span of virtual time in which the LCD showed a page.
 struct PageSpan
 {
     Milliseconds from = 0;
@@ -32,7 +32,7 @@ struct PageSpan
     QString title;
 };
 
-/// What became of one scenario.
+/// The result of a scenario.
 struct ScenarioResult
 {
     enum class State {
@@ -44,30 +44,30 @@ struct ScenarioResult
     QString file;
     QString title;
     State state = State::Over;
-    bool passed = true; ///< so far; never if it was interrupted
-    QString error;      ///< why it could not be begun
-    /// The steps that were played. Of a step that repeats others, the first two rounds and the last one are kept; one
-    /// element stands for the rounds between.
+    bool passed = true; ///< so far; false if it was interrupted
+    QString error;      ///< why it could not be started
+    /// The steps that were played. Of a repeat, the first two rounds and the last one are kept; one element stands for
+    /// the rounds between them.
     QVector<StepResult> steps;
     qint64 stepsPlayed = 0;
     QVector<PageSpan> pages;
     Milliseconds duration = 0; ///< virtual milliseconds
     qint64 wallTime = 0;       ///< real milliseconds
-    QByteArray journal;        ///< JSON lines; of a long one the first and the last lines
-    qint64 journalLines = 0;   ///< how many there were
-    QStringList lastLines;     ///< of the journal, readable, when it failed
+    QByteArray journal;        ///< JSON lines; if there are many, the first and the last ones
+    qint64 journalLines = 0;   ///< number of all lines
+    QStringList lastLines;     ///< last lines of the journal as text, if it failed
 
-    /// "passed", "failed", "running" or "interrupted".
+    /// Returns "passed", "failed", "running" or "interrupted".
     QString verdict() const;
 
     const StepResult *failedStep() const;
-    /// What failed in a few lines: the place, what was expected and found, the last lines of the journal.
+    /// Returns what failed: the location, what was expected and found, and the last lines of the journal.
     QString failureText() const;
 };
 
 using ScenarioResults = QVector<ScenarioResult>;
 
-/// "1:05.250" for minutes, seconds and milliseconds.
+/// Returns minutes, seconds and milliseconds as "1:05.250".
 QString timeText(Milliseconds at);
 
 }

@@ -5,12 +5,12 @@
 
 namespace panelhost {
 
-/// Names the files of screenshots, so that those of two scenarios with the same file name don't replace each other.
+/// Gives file names to screenshots. Screenshots of scenarios with the same file name get different names.
 class ScreenshotNames
 {
 public:
-    /// "<scenario>-<name>.png". A number is added to the scenario if another file has its name, and to the whole if
-    /// another screenshot has it. The same @p scenarioFile and @p name always give the same.
+    /// Returns "<scenario>-<name>.png". A number is added to the scenario if another file has the same name, and to the
+    /// whole name if another screenshot has it. The result for the same arguments is always the same.
     QString fileName(const QString &scenarioFile, const QString &name);
 
 private:

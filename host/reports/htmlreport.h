@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// One page that tells what was played, with everything in it: no file beside it, no script.
+/// Returns a report on @p results as one HTML page that needs no other file and has no script.
 QByteArray htmlReport(const ScenarioResults &results);
 
 }

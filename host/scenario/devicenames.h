@@ -9,7 +9,7 @@
 
 namespace panelhost {
 
-/// The names that a scenario may use: what the device of a session has.
+/// The names of the keys, ports and languages of a device, which a scenario can use.
 struct DeviceNames
 {
     QMap<QString, int> keys; ///< hal key by name
@@ -17,12 +17,12 @@ struct DeviceNames
     QStringList usbPorts;
     QStringList languages;
 
-    /// The hal key of a key given by its name or by its hal key.
+    /// Returns the hal key of @p key, which is a name or a hal key.
     std::optional<int> halKey(const QString &key) const;
     QStringList ports() const { return netPorts + usbPorts; }
 };
 
-/// What a device made with @p options will have.
+/// Returns the names of a device with @p options.
 DeviceNames deviceNamesOf(const Session::Options &options);
 
 }

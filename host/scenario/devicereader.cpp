@@ -10,7 +10,7 @@ namespace panelhost {
 
 namespace {
 
-constexpr double MaxTolerance = 0.5; // half of the way: every position is at one of the ends
+constexpr double MaxTolerance = 0.5; // half of the travel: each position is at an end
 
 QStringList optionNames()
 {
@@ -30,7 +30,7 @@ QStringList preparationNames()
 
 }
 
-// The ports are counted first: what is plugged must be one of them.
+// The numbers of ports are read first, because plugged ports must exist.
 void DeviceReader::read(const YamlNode &node)
 {
     if (!node.isDefined() || node.isNull())

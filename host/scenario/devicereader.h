@@ -5,13 +5,13 @@
 
 namespace panelhost {
 
-/// Reads the description of the device that a scenario is played on.
+/// Reads the description of the device in a scenario.
 class DeviceReader
 {
 public:
     DeviceReader(YamlReader &reader, Scenario &scenario) : m_reader(reader), m_scenario(scenario) {}
 
-    /// @p node may be undefined: the device is as it comes.
+    /// Reads @p node. The device isn't changed if that is undefined.
     void read(const YamlNode &node);
 
 private:

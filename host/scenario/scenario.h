@@ -13,15 +13,15 @@
 
 namespace panelhost {
 
-/// How the blinking keys are walked.
+/// The arguments of a step walk-keys.
 struct KeyWalk
 {
-    int max = 100;               ///< presses after which the walk has failed
-    std::optional<int> wrongKey; ///< hal key that is pressed once before the first blinking one
-    qint64 pace = 300;           ///< milliseconds from one press to the next
+    int max = 100;               ///< number of presses after which the step fails
+    std::optional<int> wrongKey; ///< hal key that is pressed once before the first blinking key
+    qint64 pace = 300;           ///< milliseconds between two presses
 };
 
-/// One step of a scenario. Which members count depends on the kind.
+/// A step of a scenario. The members that are used depend on the kind.
 struct Step
 {
     enum class Kind {
@@ -37,7 +37,7 @@ struct Step
     };
 
     Kind kind = Kind::Note;
-    QString file; ///< where it stands: the scenario's file or one that it uses
+    QString file; ///< the file of the step: the scenario or a file that it uses
     SourceLocation where;
     QString text;                    ///< the step as one line, for progress and reports
     QVector<OperatorAction> actions; ///< Act
@@ -45,24 +45,24 @@ struct Step
     KeyWalk walk;                    ///< WalkKeys
     qint64 duration = 0;             ///< Wait, in milliseconds
     Expectations expectations;       ///< Expect
-    std::optional<qint64> within;    ///< Expect: until when, in milliseconds; absent: now
+    std::optional<qint64> within;    ///< Expect: for how long to wait, in milliseconds; absent: not at all
     QString name;                    ///< Screenshot, Note, Mark
     int times = 1;                   ///< Act, Repeat
     QVector<Step> steps;             ///< Repeat
 };
 
-/// A whole session as data: the device, and what the operator does and must see.
+/// A session as data: the device and the steps of the operator.
 struct Scenario
 {
     QString file;
-    QStringList files; ///< all that were read: the scenario's file and those that it uses
+    QStringList files; ///< all files that were read: the scenario and the files that it uses
     QString title;
     Session::Options device;
-    QVector<OperatorAction> preparation; ///< what is plugged before the operator comes
+    QVector<OperatorAction> preparation; ///< performed before the steps, such as plugging
     QVector<Step> steps;
 };
 
-/// Number of steps that will be played, repeats counted each time.
+/// Returns the number of steps to play. The steps of a repeat count each time.
 qint64 playedSteps(const QVector<Step> &steps);
 
 }

@@ -34,12 +34,12 @@ std::optional<QByteArray> contentOf(const QString &path, QString *error)
     return file.read(limits::FileSize);
 }
 
-/// One file on the way from the scenario to the file that is being read.
+/// A file in the chain of used files, from the scenario to the file that is being read.
 struct Link
 {
     QString file;
-    QString canonical; ///< the same file has the same
-    int useLine = 0;   ///< of the `use` in it that leads on
+    QString canonical; ///< canonical path
+    int useLine = 0;   ///< line of the `use` of the next file
 };
 
 class Loader
@@ -54,7 +54,7 @@ private:
     void readDevice(YamlReader &reader, const YamlReader::Entries &entries);
     QVector<Step> readSteps(YamlReader &reader, const YamlNode &root, const YamlReader::Entries &entries);
     QVector<Step> use(YamlReader &reader, const QString &path, const YamlNode &where);
-    /// Why the file @p path can't be used; empty if it can.
+    /// Returns why the file @p path can't be used; empty if it can.
     QString useError(const QString &path);
     QVector<Step> loadPart(const QString &path, const QByteArray &data);
     /// Parses @p data, the content of the file at @p path, and reads it with @p read.
@@ -83,7 +83,7 @@ void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
     m_errors = found.lines() + m_errors;
 }
 
-// After the device: its ports and faults are what the steps may name.
+// The device is read first, because the steps refer to its ports and faults.
 void Loader::load()
 {
     QString error;

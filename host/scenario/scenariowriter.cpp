@@ -65,7 +65,7 @@ QByteArray ScenarioWriter::header() const
           "  - note: recorded\n";
 }
 
-// One write for the time and the action: what is cut off is the whole of it or nothing.
+// The time and the action are appended together, so that both or none are in the file.
 void ScenarioWriter::writeStep(const OperatorAction &action, Milliseconds at)
 {
     m_file.append(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');

@@ -8,9 +8,9 @@
 
 namespace panelhost {
 
-/// Writes what an operator does as a scenario that plays again: each action, and the time that passed before it.
-/// Each step is handed to the system whole as soon as it is done, so that the file is a readable scenario whatever
-/// becomes of the process. On a full disk it ends with the last whole step. GUI thread.
+/// Records what an operator does as a scenario: each action, and the time before it. Each step is written as soon as it
+/// is performed, so that the file is a valid scenario even if the process is killed. On a full disk it ends with the
+/// last complete step. GUI thread.
 class ScenarioWriter : public QObject
 {
     Q_OBJECT
@@ -18,20 +18,20 @@ class ScenarioWriter : public QObject
 public:
     /// The session must outlive the writer.
     ScenarioWriter(const QString &path, Session &session);
-    /// Closes.
+    /// Closes the file.
     ~ScenarioWriter() override;
 
-    /// Writes the device's description and begins to listen. False, with a sentence in @p error, if the file can't
-    /// be written, is being written by another process, or is there and @p ifExists is Refuse.
+    /// Writes the description of the device and starts recording. Returns false and sets @p error to a sentence if the
+    /// file can't be written, is being written by another process, or exists and @p ifExists is Refuse.
     bool open(LineFile::IfExists ifExists, QString *error);
-    /// Writes the time that passed since the last action and ends the recording.
+    /// Writes the time since the last action and ends the recording.
     void close();
-    /// Empty as long as every step could be written.
+    /// Returns why a step could not be written; empty if all were written.
     QString error() const { return m_file.error(); }
 
 Q_SIGNALS:
-    /// Emitted once, with the file's path and the system's reason, when a step could not be written. The recording has
-    /// ended with the step before.
+    /// Emitted once when a step could not be written. @p error has the path of the file and the system's reason. The
+    /// recording ends with the previous step.
     void failed(const QString &error);
 
 private:

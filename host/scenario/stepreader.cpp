@@ -7,13 +7,13 @@
 
 namespace panelhost {
 
-/// How one kind of step is written.
+/// The syntax of a step.
 struct StepReader::Form
 {
     QString name;
     Step::Kind kind;
     void (StepReader::*read)(const YamlNode &value, Step &step);
-    QStringList options; ///< keys that may stand beside the step's own
+    QStringList options; ///< further keys that are allowed
 };
 
 const QVector<StepReader::Form> &StepReader::forms()

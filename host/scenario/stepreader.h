@@ -11,25 +11,25 @@ namespace panelhost {
 class StepReader
 {
 public:
-    /// Reads the steps of another file, given by its path.
+    /// Reads the steps of the file at @p path, which the value @p where uses.
     using PartLoader = std::function<QVector<Step>(const QString &path, const YamlNode &where)>;
 
     StepReader(YamlReader &reader, const DeviceNames &deviceNames) : StepReader(reader, deviceNames, {}, m_ownCount) {}
-    /// @p count goes up with each step that is read: the readers of one scenario's files share it.
+    /// @p count is incremented for each step that is read. The readers of all files of a scenario share it.
     StepReader(YamlReader &reader, const DeviceNames &deviceNames, const PartLoader &loadPart, int &count)
         : m_reader(reader), m_deviceNames(deviceNames), m_loadPart(loadPart), m_count(count)
     {
     }
 
-    /// The names of all steps, in the order in which messages list them.
+    /// Returns the names of all steps in the order of messages.
     static QStringList stepNames();
 
     QVector<Step> steps(const YamlNode &list);
-    /// One fault to be switched, as a step or the device's description tells it.
+    /// Reads a fault to switch, in a step or in the description of the device.
     std::optional<OperatorAction> fault(const YamlNode &node);
-    /// One fault that is on from the start.
+    /// Reads a fault that is on from the beginning.
     std::optional<Session::InitialFault> initialFault(const YamlNode &node);
-    /// One action for each port named. @p ports is what may be named.
+    /// Returns one action for each port in @p node. @p ports has the names that are allowed.
     QVector<OperatorAction> portActions(const YamlNode &node, OperatorAction::Kind kind, const QStringList &ports);
 
 private:

@@ -1,4 +1,4 @@
-// The steps that an operator does.
+// The steps of StepReader that perform operator actions.
 
 #include "scenario/limits.h"
 #include "scenario/stepreader.h"

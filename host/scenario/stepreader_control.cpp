@@ -1,4 +1,4 @@
-// The steps around what an operator does.
+// All other steps of StepReader.
 
 #include "expectations/expectationreader.h"
 #include "scenario/limits.h"

@@ -1,3 +1,5 @@
+// The faults in steps and in the description of the device.
+
 #include "device/faults.h"
 #include "scenario/stepreader.h"
 #include "scenario/steptext.h"

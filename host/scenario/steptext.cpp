@@ -9,7 +9,7 @@ namespace {
 
 using Kind = OperatorAction::Kind;
 
-/// The one argument of the actions that have no more.
+/// Returns the name of the argument of an action that has only one.
 QString argumentOf(Kind kind)
 {
     static const QString port = QStringLiteral("port");
@@ -28,7 +28,7 @@ QString argumentOf(Kind kind)
     return names.value(kind);
 }
 
-// As few digits as bring the same number back.
+// The shortest text that gives the same number again.
 QString valueText(const QVariant &value)
 {
     return value.type() == QVariant::Double ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)

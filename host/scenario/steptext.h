@@ -4,11 +4,11 @@
 
 namespace panelhost {
 
-/// How a scenario says whether a fault is on: "on" itself is the word for true in older YAML.
+/// Returns the key for whether a fault is on. It isn't "on", which means true in YAML 1.1.
 QString activeWord();
-/// @p action as a scenario writes it: "press: 27", "fault: {active: true, key: 27, name: key-dead}".
+/// Returns @p action as a step, such as "press: 27" or "fault: {active: true, key: 27, name: key-dead}".
 QString stepText(const OperatorAction &action);
-/// A fault that is on, as the description of a device has it: "{key: 27, name: key-dead}".
+/// Returns a fault in the description of a device, such as "{key: 27, name: key-dead}".
 QString faultText(const QString &name, QVariantMap arguments);
 
 }

@@ -7,7 +7,7 @@ namespace panelhost {
 
 class Device;
 
-/// Service "lcdFactoryModeBiz": tells the device which test is under way.
+/// Service "lcdFactoryModeBiz": tells the device which test is running.
 class FactoryModeBizService final : public LCD::FactoryMode::IFactoryModeBiz
 {
 public:

@@ -10,9 +10,8 @@ namespace panelhost {
 class Device;
 class Faults;
 
-/// Service "lcdKeyboardEvent" over the keys, screens and T-Bar of a device. The listener hears keys going down, with
-/// value 1; a key going up is an event only while the fault "key-releases" is on, since a listener that takes any
-/// event for a press is led astray by it.
+/// Service "lcdKeyboardEvent" for the keys, screens and T-Bar of a device. The listener is called when a key goes down,
+/// with value 1. It is called when a key goes up only if the fault "key-releases" is on.
 class KeyboardService final : public LCD::FactoryMode::IKeyboardEvent
 {
 public:

@@ -16,26 +16,26 @@ class Faults;
 /// How the services of the memory cache report their values.
 struct LinkBehaviour
 {
-    /// A new subscriber to changes hears the present value at once, as if it had just changed.
+    /// A new subscriber to changes gets the current value shortly after, as if it had just changed.
     bool changedOnSubscribe = true;
 };
 
-/// Who hears of one family of ports: two tables of subscribers, to reports and to changes. A report comes at
-/// subscription and when one is asked for; a change when a link has changed. Everybody hears on the device's thread.
+/// The subscribers to the reports and to the changes of the net ports or the USB ports. A report is sent after a
+/// subscription and on request, a change when a link has changed. Callbacks are called on the device's thread.
 class LinkSubscriptions : public std::enable_shared_from_this<LinkSubscriptions>
 {
 public:
     using Callback = std::function<void(std::any)>;
 
-    /// @p service is its name in the journal, @p present gives the payload as the ports stand.
+    /// @p service is the name in the journal. @p present returns the payload for the current state of the ports.
     LinkSubscriptions(const QString &service, Journal &journal, const Faults &faults, LinkBehaviour behaviour,
                       std::function<std::any()> present);
 
     void registerReport(const std::string &subscriber, int mode, const Callback &callback);
     void registerChanged(const std::string &subscriber, int mode, const Callback &callback);
-    /// Asks for a report to all who subscribed to them.
+    /// Requests a report to all subscribers.
     void requestReport();
-    /// A link has changed: on the device's thread.
+    /// Reports a change to all subscribers. Device thread.
     void announceChange(const std::any &payload);
 
 private:
@@ -43,7 +43,7 @@ private:
 
     void journalRegistration(const char *operation, const std::string &subscriber, int mode, const Callback &callback);
     void subscribe(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback);
-    /// Tells @p subscriber, or everybody if that is empty, after @p delay virtual milliseconds.
+    /// Calls @p subscriber, or all subscribers if that is empty, after @p delay virtual milliseconds.
     void deliverLater(Milliseconds delay, Table LinkSubscriptions::*table, const std::string &subscriber);
     void deliverTo(Table LinkSubscriptions::*table, const std::string &subscriber, const std::any &payload);
     void deliver(Table LinkSubscriptions::*table, const std::string &subscriber, const Callback &callback,

@@ -11,7 +11,7 @@ Services::Services(Device &device, Journal &journal, const Faults &faults, LinkB
 {
 }
 
-// A component makes no type check: each name stands for exactly the interface.
+// The component casts the pointer without a check, so it must be a pointer to exactly this interface.
 void Services::addTo(ServiceHost &host)
 {
     using namespace LCD::FactoryMode;

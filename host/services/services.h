@@ -11,11 +11,12 @@ namespace panelhost {
 
 class ServiceHost;
 
-/// The services of a device, one of each, and the names under which a component finds them. They outlive it.
+/// All services of a device. They must outlive the component.
 struct Services
 {
     Services(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
 
+    /// Adds the services to @p host under the names of the contract.
     void addTo(ServiceHost &host);
 
     KeyboardService keyboard;
@@ -24,7 +25,7 @@ struct Services
     UsbService usb;
     TBarCalibrationService tbarCalibration;
     ConfigService config;
-    /// Service "lcdMemoryCacheScreenDetail": looked up, and nothing is ever called on it.
+    /// Service "lcdMemoryCacheScreenDetail". It is looked up, but none of its functions is called.
     struct
     {
     } screenDetail;

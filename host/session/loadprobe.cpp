@@ -22,12 +22,12 @@ constexpr char request[] = "PANELHOST_PROBE";
 constexpr char pagesRequest[] = "PANELHOST_PROBE_PAGES";
 constexpr char program[] = "/proc/self/exe";
 
-// What the process writes, one a line: a word and a text.
+// The process writes lines of a word and a text.
 constexpr char calling[] = "calling ";
 constexpr char reached[] = "reached "; // with the number of the state
 constexpr char done[] = "done ";
 
-/// What a process has written.
+/// The output of the process.
 struct ProbeOutput
 {
     explicit ProbeOutput(const QByteArray &text)
@@ -83,7 +83,7 @@ LoadReport reportOf(QProcess &process, int timeout)
     return {output.steps, QStringLiteral("%1 %2.").arg(output.call, end)};
 }
 
-/// The side of the process: the output goes to a descriptor of its own, so that a library may write where it likes.
+/// Runs in the separate process. It writes to a duplicate of stdout, so that output of the library doesn't interfere.
 class Probe
 {
 public:
@@ -123,7 +123,7 @@ private:
     int m_output;
 };
 
-// A crash has to end this process by its signal, at once and without a core file, and so has the end of its starter.
+// A crash ends this process by its signal, immediately and without a core file. It also ends with its parent.
 void endBySignals()
 {
     for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})

@@ -4,14 +4,14 @@
 
 namespace panelhost {
 
-/// What became of a component that was loaded in a process of its own.
+/// The result of loading a component in a separate process.
 struct LoadReport
 {
     QList<LoadStep> steps;
-    QString failure; ///< empty if the process came to its end, whether or not the component was as it should be
+    QString failure; ///< empty if the process ended normally, even if the component isn't valid
 };
 
-/// How long a component may take to be loaded, in milliseconds of the wall clock.
+/// How long loading a component may take, in real milliseconds.
 constexpr int MaxLoadTime = 20000;
 
 /// Loads the component at @p component in a process of its own first, with services and all, and after it the repair
@@ -20,8 +20,8 @@ constexpr int MaxLoadTime = 20000;
 /// that way. The report is empty, too, if no process can be started. GUI thread.
 LoadReport probeLoading(const QString &component, const QString &pages = {}, int timeout = MaxLoadTime);
 
-/// Does what probeLoading() started this process for, and ends it; returns at once in any other process. Called before
-/// there is an application object, after VirtualClock::install().
+/// Loads the library and ends the process if probeLoading() has started it; does nothing in any other process. Call it
+/// before the application object is made and after VirtualClock::install().
 void runAsProbe();
 
 }

@@ -16,12 +16,12 @@ class QWidget;
 
 namespace panelhost {
 
-/// One device with the component loaded on it: what the window, `play` and `record` share. One at a time in a
-/// process. GUI thread.
+/// A device with the component loaded on it, for the window, `play` and `record`. There can be only one session at a
+/// time in a process. GUI thread.
 class Session
 {
 public:
-    /// A fault that is on from the start, before the component is made.
+    /// A fault that is on before the component is created.
     struct InitialFault
     {
         QString name;
@@ -36,15 +36,15 @@ public:
         QString language = QStringLiteral("en");
         QSize lcdSize{800, 480};
         TBarType tbarType = TBarType::Slider;
-        double tbarTolerance = TBarState::DefaultTolerance; ///< of the ends in the calibration, 0 to 0.5
+        double tbarTolerance = TBarState::DefaultTolerance; ///< tolerance of the end positions, 0 to 0.5
         int netPorts = 4;
         int usbPorts = 4;
         QList<InitialFault> faults;
-        /// A new subscriber to the changes of a link service hears the present value shortly after, as if it had
-        /// just changed. Without it an aging test waits at its port steps until somebody plugs.
+        /// A new subscriber to the changes of a link service gets the current value shortly after, as if it had just
+        /// changed. Without this an aging test waits at its port steps until a port changes.
         bool changedOnSubscribe = true;
-        Journal::Sink journalSink;       ///< gets every entry of the journal, those of loading among them
-        int journalKept = Journal::Kept; ///< entries of the journal that are remembered
+        Journal::Sink journalSink;       ///< gets all entries of the journal, including those of loading
+        int journalKept = Journal::Kept; ///< number of journal entries that are kept
     };
 
     /// As Options::pages: the containers show pages of the host.
@@ -58,7 +58,7 @@ public:
     virtual ~Session() = default;
 
     virtual const Options &options() const = 0;
-    /// The directory with the XML files, whichever it is.
+    /// Returns the directory with the XML files, also if it is the default.
     virtual QString shareDirectory() const = 0;
     virtual const ComponentLibrary &library() const = 0;
     /// The library of the repair mode's pages, nullptr when there is none.
@@ -71,7 +71,8 @@ public:
     virtual Journal &journal() = 0;
     virtual Operator &panelOperator() = 0;
     virtual Faults &faults() = 0;
-    /// The LCD: a widget of the device's size with the component in it. Owned by the session.
+    /// Returns the LCD, a widget with the size of the device's screen that contains the component. Owned by the
+    /// session.
     virtual QWidget *lcd() = 0;
 
     virtual QStringList languages() const = 0;

@@ -133,7 +133,7 @@ bool SimulatedSession::load(QString *error)
     if (m_pages)
         m_driver->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
     m_driver->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
-    // The widget hides itself on the first turn of the loop: factory mode begins after that.
+    // The widget hides itself in the first iteration of the event loop. Factory mode is entered after that.
     m_clock.settle();
     m_driver->enter();
     m_clock.setObserver([this] { m_screenRecorder.recordChanges(); });

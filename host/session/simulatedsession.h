@@ -13,7 +13,8 @@
 
 namespace panelhost {
 
-/// The session with a simulated device. Its parts end in the reverse of their order here, after the component has.
+/// A session with a simulated device. The order of the members matters: the component is destroyed first, then the
+/// members in reverse order.
 class SimulatedSession final : public Session
 {
 public:
@@ -55,7 +56,7 @@ private:
     bool loadComponent(QString *error);
     bool loadPages(QString *error);
 
-    // The clock, the logger and the component's handle of its host are the process's.
+    // The clock, the message handler and the component's pointer to its host exist once in a process.
     static bool s_isAlive;
 
     const Options m_options;

@@ -7,8 +7,8 @@
 
 namespace panelhost {
 
-/// The thread on which the device lives, as a baton: whoever runs work on it waits until it rests again, so that the
-/// two threads never run at once. Starts with the first work and ends with the object.
+/// The device's thread. Whoever runs work on it waits until the work is done, so that two threads never run at the same
+/// time. The thread starts with the first work and ends with the object.
 class DeviceThread
 {
 public:
@@ -17,7 +17,7 @@ public:
     DeviceThread(const DeviceThread &) = delete;
     DeviceThread &operator=(const DeviceThread &) = delete;
 
-    /// Runs @p work there and returns when it is done; at once when called on the device thread itself.
+    /// Runs @p work on the thread and returns when it is done. On the thread itself it calls @p work directly.
     void run(const std::function<void()> &work);
     bool isCurrent() const;
 

@@ -11,28 +11,28 @@
 
 namespace panelhost {
 
-/// What is due and when: timers of the GUI thread by their identifier, and work of the device thread. One order for
-/// both, by instant and then by the order in which they were put in. Any thread.
+/// The timers of the GUI thread and the work of the device thread, ordered by due time and then by the order in which
+/// they were added. Thread-safe.
 class EventQueue
 {
 public:
     struct Item
     {
-        int timerId = 0; ///< 0: this is work of the device thread
+        int timerId = 0; ///< 0 for work of the device thread
         std::function<void()> work;
     };
 
     void addTimer(int timerId, Milliseconds due);
     void removeTimer(int timerId);
-    /// When the timer fires, if it is waiting.
+    /// Returns when the timer fires; nothing if it isn't active.
     std::optional<Milliseconds> dueTime(int timerId) const;
     void addWork(Milliseconds due, std::function<void()> work);
     void dropWork();
 
     std::optional<Milliseconds> nextDue() const;
-    /// Takes the first item out if it is due by @p now.
+    /// Removes and returns the first item if it is due at @p now.
     std::optional<Item> take(Milliseconds now);
-    /// Moves all items to an earlier instant: the clock has been set back by @p span.
+    /// Makes all items due earlier by @p span, because the clock was set back.
     void shiftBack(Milliseconds span);
 
 private:

@@ -11,7 +11,7 @@ constexpr Milliseconds Frame = 20;
 
 }
 
-// Virtual time stands still between two steps, so no Qt timer could tell when the next one is due.
+// Qt timers can't be used here: they run by the virtual clock, which stands still between two steps.
 bool advanceInRealTime(VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done)
 {
     auto due = std::chrono::steady_clock::now();

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// VirtualClock::advanceUntil() in small steps, none of them ahead of the wall clock, for an operator who watches.
+/// Does the same as VirtualClock::advanceUntil(), but not faster than the wall clock, for a user who watches.
 bool advanceInRealTime(VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done);
 
 }

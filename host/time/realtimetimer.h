@@ -6,8 +6,8 @@ class QSocketNotifier;
 
 namespace panelhost {
 
-/// A timer that follows the wall clock while every QTimer of the process follows the virtual one. For redrawing and
-/// for telling a press from a hold, which must go on when virtual time is paused or races. GUI thread.
+/// A timer that runs by the wall clock, while every QTimer of the process runs by the virtual clock. For what must not
+/// depend on the speed of virtual time: repainting, and telling a press of a key from a hold. GUI thread.
 class RealTimeTimer : public QObject
 {
     Q_OBJECT

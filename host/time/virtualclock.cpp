@@ -19,10 +19,10 @@ namespace panelhost {
 
 namespace {
 
-// A turn that has so much to catch up lets input in after this many wall milliseconds.
+// When the clock is far behind, input is processed after this many real milliseconds.
 constexpr qint64 MaxCatchUpTime = 50;
 
-// What an event posts is left for the next pass, and deletions that wait for a loop to end stay for ever.
+// Events posted by events are left for the next pass. Deletions that wait for a loop to end are never delivered.
 constexpr int MaxPasses = 20;
 
 void sendPosted()
@@ -34,7 +34,7 @@ void sendPosted()
 void deliverPosted()
 {
     sendPosted();
-    // Outside any loop nothing else would ever delete what has asked for it.
+    // Outside an event loop nothing else handles deleteLater().
     if (QThread::currentThread()->loopLevel() == 0)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::ExcludeUserInputEvents))
@@ -82,7 +82,7 @@ private:
     bool m_isObserving = false;
 };
 
-// Everything due at the present instant, in order, with what it posted delivered before the next.
+// Processes everything that is due now, in order. Events posted by one item are delivered before the next item.
 bool VirtualClock::Impl::settle()
 {
     const quint64 before = m_performed;
@@ -129,7 +129,7 @@ bool VirtualClock::Impl::catchUp(Milliseconds target)
     elapsed.start();
     const quint64 before = m_performed;
     if (advanceTo(target, [&elapsed] { return elapsed.elapsed() >= MaxCatchUpTime; }))
-        setMode(m_mode, m_factor); // falls behind the wall clock rather than shut the operator out
+        setMode(m_mode, m_factor); // input has priority: the clock falls behind the wall clock
     return m_performed != before;
 }
 
@@ -196,7 +196,7 @@ VirtualClock &VirtualClock::instance()
 
 void VirtualClock::install()
 {
-    // A nested main loop of another library would fire timers of its own.
+    // GLib's main loop would fire its own timers.
     qputenv("QT_NO_GLIB", "1");
     Impl &impl = *instance().d;
     impl.guiThread = std::this_thread::get_id();

@@ -17,44 +17,45 @@ enum class ThreadKind {
     Other
 };
 
-/// The one clock of panelhost. Every QTimer of the GUI thread, the component's among them, and every piece of work
-/// that the device has put under way is due at an instant, and they run strictly in the order (instant, sequence).
-/// GUI thread and device thread never run at once: the GUI thread hands the baton over when it has come to rest and
-/// takes it back when the device thread has. So what happens depends on the operator's actions and their instants
-/// alone, not on the machine's speed. GUI thread only, but for now() and schedule().
+/// The virtual clock of the process. All timers of the GUI thread, including those of the component, and all work that
+/// the device has scheduled run by it, ordered by due time and then by the order in which they were added. The GUI
+/// thread and the device thread never run at the same time: one runs until it has nothing left to do, then the other.
+/// So a session depends only on the operator's actions and their times, not on the speed of the machine.
+/// GUI thread only, except for now(), schedule() and currentThread().
 class VirtualClock
 {
 public:
-    /// Puts the event dispatcher in place. Before the application object is made; once in a process.
+    /// Installs the event dispatcher. Call it once in a process, before the application object is made.
     static void install();
     static VirtualClock &instance();
 
     Milliseconds now() const;
 
-    /// Runs @p work on the device thread at the instant now() + @p delay. Any thread.
+    /// Runs @p work on the device thread at now() + @p delay. Thread-safe.
     void schedule(Milliseconds delay, std::function<void()> work);
-    /// Runs @p work on the device thread at once and waits for it; in place when called on the device thread. For
-    /// what a device does in the middle of a call. GUI or device thread.
+    /// Runs @p work on the device thread now and waits for it. On the device thread itself it calls @p work directly.
+    /// For what a device does in the middle of a call. GUI or device thread.
     void runOnDevice(const std::function<void()> &work);
     ThreadKind currentThread() const;
 
-    /// Delivers all that is due at the present instant, on both threads, until nothing is left.
+    /// Processes everything that is due now, on both threads, until nothing is left.
     void settle();
-    /// Fires all that is due up to now() + @p duration, each at its own instant, settling in between.
+    /// Advances the clock by @p duration. Everything that becomes due on the way is processed at its own time.
     void advance(Milliseconds duration);
-    /// Like advance(), but stops as soon as @p done says so. True if it did.
+    /// Like advance(), but stops as soon as @p done returns true. Returns true in that case.
     bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
 
-    /// How virtual time runs while the event loop waits. Stopped: only advance() moves it (play). Otherwise it
-    /// follows the wall clock times @p factor; 0 means as fast as it goes.
+    /// Stops the clock: only advance() moves it.
     void stop();
+    /// Starts the clock: it runs while the event loop waits, @p factor times as fast as the wall clock. With 0 it runs
+    /// as fast as possible.
     void run(double factor);
 
-    /// Called after each step (a timer, a piece of device work, an action) once everything has settled: the place to
-    /// look at the screen.
+    /// Sets a function that is called after each timer, each scheduled work and each action, when nothing that is due
+    /// is left: the screen can be read then.
     void setObserver(std::function<void()> observer);
 
-    /// Sets the clock back to 0, stopped, and drops all work of the device: a new session begins.
+    /// Stops the clock, sets it to 0 and discards all scheduled work, for a new session.
     void restart();
 
 private:

@@ -19,8 +19,8 @@ VirtualEventDispatcher::~VirtualEventDispatcher()
     QAbstractEventDispatcherPrivate::releaseTimerId(m_wakerTimer);
 }
 
-// The platform's own dispatcher brings its input in. There is none before the platform has been set up, and never
-// one without a GUI: until then the plain one of the system does.
+// The dispatcher of the platform plugin delivers its input. Before the platform plugin is loaded, and without a GUI,
+// the plain UNIX dispatcher is used.
 QAbstractEventDispatcher &VirtualEventDispatcher::native()
 {
     const bool hasPlatform = QGuiApplicationPrivate::platformIntegration();
@@ -49,7 +49,7 @@ void VirtualEventDispatcher::fire(int timerId)
     const auto timer = m_timers.find(timerId);
     if (timer == m_timers.end())
         return;
-    // A repeating timer of 0 ms would never let an instant pass: it comes again a millisecond later.
+    // A repeating timer of 0 ms would keep the clock from advancing, so it fires again after a millisecond.
     m_queue.addTimer(timerId, m_clock.now() + qMax(1, timer->interval));
     if (timer->isFiring)
         return;
@@ -77,7 +77,7 @@ bool VirtualEventDispatcher::processEvents(QEventLoop::ProcessEventsFlags flags)
     return true;
 }
 
-// Input that arrives while waiting stays in its queue for the next turn, when the clock shows its instant.
+// Input that arrives while waiting stays queued until the next turn, when the clock has reached its time.
 void VirtualEventDispatcher::waitForInput(QEventLoop::ProcessEventsFlags flags)
 {
     const std::optional<int> wait =

@@ -17,7 +17,7 @@ class EventClock
 public:
     /// Fires what is due. Returns true if there was anything.
     virtual bool processDueEvents() = 0;
-    /// Wall milliseconds until the next item is due; nothing when none is to be waited for.
+    /// Returns the real milliseconds until the next item is due; nothing if there is no item to wait for.
     virtual std::optional<int> millisecondsToNextEvent() const = 0;
     virtual Milliseconds now() const = 0;
 
@@ -25,8 +25,8 @@ protected:
     ~EventClock() = default;
 };
 
-/// The event dispatcher of the GUI thread. Sockets, posted events, input and wake-ups are the native dispatcher's;
-/// the timers stand in the queue and fire by the virtual clock.
+/// The event dispatcher of the GUI thread. The native dispatcher handles sockets, posted events, input and wake-ups;
+/// timers are kept in the event queue and fire by the virtual clock.
 class VirtualEventDispatcher : public QAbstractEventDispatcher
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     VirtualEventDispatcher(EventQueue &queue, EventClock &clock);
     ~VirtualEventDispatcher() override;
 
-    /// Sends the event of a timer that was taken from the queue, and puts it in again for its next turn.
+    /// Sends the event of a timer that was taken from the queue, and adds the timer for the next time.
     void fire(int timerId);
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;

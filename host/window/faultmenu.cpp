@@ -100,7 +100,7 @@ QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
     return field;
 }
 
-// Told once the dialog has done with itself: what follows may deliver its own deletion.
+// Emits the signal after the dialog has finished, because performing the action can delete the dialog.
 void FaultMenu::triggerWithArguments(const FaultInfo &fault, const QHash<QString, QWidget *> &fields)
 {
     QVariantMap arguments{{QStringLiteral("name"), fault.name}, {QStringLiteral("on"), true}};

@@ -11,7 +11,7 @@ class QFormLayout;
 
 namespace panelhost {
 
-/// All faults, each with a tick when it is on. One that needs to know more asks for it in a dialog.
+/// A menu of all faults. A fault that is on is checked. A fault with arguments opens a dialog for them.
 class FaultMenu : public QMenu
 {
     Q_OBJECT
@@ -20,6 +20,7 @@ public:
     FaultMenu(const Faults &faults, const Device &device, QWidget *parent);
 
 Q_SIGNALS:
+    /// Emitted when a fault was switched.
     void actionTriggered(const panelhost::OperatorAction &action);
 
 private:

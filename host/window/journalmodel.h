@@ -9,15 +9,15 @@
 
 namespace panelhost {
 
-/// The newest lines of a journal that pass a filter. It looks for new ones when poll() is called, a bounded number
-/// each time, so that a journal that grows fast never blocks the window. GUI thread.
+/// A model of the newest lines of a journal that pass a filter. poll() adds new lines, a limited number each time, so
+/// that a fast growing journal doesn't block the window. GUI thread.
 class JournalModel : public QAbstractListModel
 {
     Q_OBJECT
 
 public:
-    static constexpr int Kept = Journal::Kept; ///< lines that are remembered
-    static constexpr int PollBudget = 4000;    ///< lines taken in by one poll()
+    static constexpr int Kept = Journal::Kept; ///< number of lines that are kept
+    static constexpr int PollBudget = 4000;    ///< number of lines added by one poll()
 
     enum Role {
         KindRole = Qt::UserRole
@@ -31,11 +31,11 @@ public:
     void poll();
     void setKinds(const QSet<int> &kinds);
     void setText(const QString &text);
-    /// Lines that are remembered, shown or not.
+    /// Returns the number of lines that are kept, visible or not.
     int total() const { return static_cast<int>(m_lines.size()); }
-    /// Lines that there ever were, as far as poll() has come.
+    /// Returns the number of all lines of the journal up to the last poll().
     qint64 everSeen() const { return m_nextSequence - 1; }
-    /// Lines that are older than those remembered.
+    /// Returns the number of lines that are no longer kept.
     qint64 forgotten() const { return everSeen() - total(); }
 
 private:

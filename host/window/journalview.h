@@ -13,7 +13,8 @@ namespace panelhost {
 class Journal;
 class JournalModel;
 
-/// The live journal: its lines, a box for each kind and a text to look for. Follows the end while it shows the end.
+/// A dock with the lines of the journal, a button for each kind and a text filter. It scrolls with new lines while it
+/// shows the end.
 class JournalView : public QDockWidget
 {
     Q_OBJECT
@@ -21,10 +22,10 @@ class JournalView : public QDockWidget
 public:
     JournalView(const Journal &journal, QWidget *parent);
 
-    /// Takes in what is new; costs little when hidden.
+    /// Adds new lines. Costs little while the dock is hidden.
     void poll();
     JournalModel &model() { return *m_model; }
-    /// Names the file that gets all lines, for a remark on those that are no longer shown.
+    /// Sets the name of the file that gets all lines, for the note about lines that are no longer shown.
     void setFile(const QString &fileName) { m_file = fileName; }
 
 private:

@@ -17,7 +17,7 @@
 
 namespace panelhost {
 
-constexpr int RefreshInterval = 33; ///< milliseconds of wall time
+constexpr int RefreshInterval = 33; ///< real milliseconds
 
 PanelWindow::PanelWindow(Session &session)
     : m_session(session), m_panel(new FrontPanel(session.device().state(), session.lcd(), this)),
@@ -52,7 +52,7 @@ void PanelWindow::perform(const OperatorAction &action)
     refresh();
 }
 
-// A change only: an action that comes after it may have something to say itself.
+// Only if it has changed, so that it doesn't replace the message of a later action.
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
@@ -69,7 +69,7 @@ void PanelWindow::refresh()
     m_journal->poll();
 }
 
-// A menu bar asks for the width of its corner only when it is given one.
+// QMenuBar reads the width of its corner widget only when that is set.
 void PanelWindow::placeSpeedBar()
 {
     const QRect lastMenu = menuBar()->actionGeometry(menuBar()->actions().constLast());
@@ -172,7 +172,7 @@ void PanelWindow::addViewMenu()
     menu->addAction(journal);
 }
 
-// Beside the panel where the screen is wide enough, below it where it is high enough, else to be asked for.
+// To the right of the panel if the screen is wide enough, below it if the screen is high enough, otherwise hidden.
 void PanelWindow::addJournal()
 {
     constexpr int Room = 25 * theme::Grid;

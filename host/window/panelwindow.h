@@ -14,8 +14,8 @@ class JournalView;
 class Session;
 class SpeedBar;
 
-/// The window: the front panel with the LCD, menus, speed and the journal. All that is done in it goes through the
-/// session's operator. It redraws on the wall clock and leaves no trace in the journal by itself. GUI thread.
+/// The window with front panel, LCD, menus, speed bar and journal. All actions are performed by the operator of the
+/// session. It is updated by the wall clock and adds nothing to the journal itself. GUI thread.
 class PanelWindow : public QMainWindow
 {
     Q_OBJECT
@@ -24,14 +24,15 @@ public:
     explicit PanelWindow(Session &session);
     ~PanelWindow() override;
 
+    /// Sets the speed as VirtualClock::run() takes it; a negative @p factor pauses.
     void setSpeed(double factor);
-    /// Shows the recording light with @p fileName; puts it out if that is empty.
+    /// Shows that @p fileName is being recorded; shows nothing if it is empty.
     void setRecording(const QString &fileName);
-    /// Names the file that gets the journal.
+    /// Sets the name of the file that gets the journal.
     void setJournalFile(const QString &fileName);
-    /// Shows @p text below the panel from now on, beside earlier ones: a file could not be written.
+    /// Adds @p text to the status bar permanently: a file could not be written.
     void addFailure(const QString &text);
-    /// Brings all that is shown up to date now.
+    /// Updates everything that is shown.
     void refresh();
 
 protected:
@@ -52,9 +53,9 @@ private:
     FrontPanel *m_panel;
     JournalView *m_journal;
     SpeedBar *m_speed;
-    QString m_failure; ///< of the T-Bar's calibration, as shown last
+    QString m_failure; ///< of the T-Bar's calibration, last shown
     RealTimeTimer m_refresh;
-    QElapsedTimer m_sinceOpened; ///< LEDs blink for the eye, so on the wall clock at any speed
+    QElapsedTimer m_sinceOpened; ///< LEDs blink by the wall clock at any speed
 };
 
 }

@@ -10,7 +10,7 @@ class QToolButton;
 
 namespace panelhost {
 
-/// The clock of the device and how fast it goes; in the corner of the window's menu bar.
+/// Shows the virtual clock, a message and buttons for the speed, in the corner of the menu bar.
 class SpeedBar : public QWidget
 {
     Q_OBJECT
@@ -21,17 +21,17 @@ public:
     explicit SpeedBar(QWidget *parent);
 
     void setNow(Milliseconds now);
-    /// Shows @p text, such as why an action was refused; an empty one clears it.
+    /// Shows @p text, such as why an action wasn't possible. An empty text removes the message.
     void setMessage(const QString &text);
-    /// Cuts the message off where the bar would be wider than @p width. Its tool tip stays whole.
+    /// Elides the message if the bar would be wider than @p width. The tool tip has the whole message.
     void fitToWidth(int width);
     void setRecording(const QString &fileName);
     void setSpeed(double factor);
 
 Q_SIGNALS:
-    /// @p factor as VirtualClock::run() takes it, or Paused.
+    /// Emitted when a speed was selected. @p factor is as for VirtualClock::run(), or Paused.
     void speedSelected(double factor);
-    /// Emitted when a text has come or gone, so that the bar needs another width.
+    /// Emitted when the preferred width of the bar has changed.
     void widthChanged();
 
 private:

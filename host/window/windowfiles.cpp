@@ -65,7 +65,7 @@ void WindowFiles::watchRecording(PanelWindow &window)
     });
 }
 
-// The line that could not be written may come from any thread.
+// A failure can occur on any thread.
 void WindowFiles::watchJournal(PanelWindow &window)
 {
     window.setJournalFile(QFileInfo(m_journal.path()).fileName());
@@ -92,7 +92,7 @@ void WindowFiles::showIn(PanelWindow &window)
         watchJournal(window);
 }
 
-// What the component still does while the session ends isn't part of what was done in the window.
+// What the component does while the session ends isn't recorded.
 void WindowFiles::close(Session &session)
 {
     session.journal().setSink({});

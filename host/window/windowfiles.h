@@ -11,21 +11,21 @@ namespace panelhost {
 class PanelWindow;
 struct WindowOptions;
 
-/// The two files that grow while the window is open. What can't be written is told at once, in the window and on the
-/// standard error output. GUI thread.
+/// The journal and the recording that are written while the window is open. Failures are shown in the window and
+/// written to the standard error output immediately. GUI thread.
 class WindowFiles
 {
 public:
-    /// Opens the journal. Returns false, with a sentence in @p error, if that is impossible or a file would be written
-    /// over one that is read.
+    /// Opens the journal. Returns false and sets @p error to a sentence if that is impossible or an input file would be
+    /// overwritten.
     bool open(const Session::Options &device, const WindowOptions &options, const QString &recording, QString *error);
-    /// Opens the recording, if one is wanted, and begins to listen to @p session, which must outlive the recording.
+    /// Starts recording @p session if a recording was requested. The session must outlive the recording.
     bool beginRecording(Session &session, QString *error);
-    /// Shows in @p window what is recorded, and from then on what could not be written.
+    /// Shows the recording and failures in @p window from now on.
     void showIn(PanelWindow &window);
-    /// Ends both files.
+    /// Closes both files.
     void close(Session &session);
-    /// What takes the entries of the session's journal.
+    /// Returns the sink for the journal of the session; empty if no journal was requested.
     Journal::Sink journalSink();
     bool hasFailed() const;
 

@@ -5,17 +5,18 @@
 
 namespace panelhost {
 
-/// What the two commands with a window have beside the common options.
+/// The options of the two commands that open a window.
 struct WindowOptions
 {
     QString journal;    ///< file that gets the journal, line by line
-    QString screenshot; ///< file that gets a picture of the window, which then closes
+    QString screenshot; ///< file for a screenshot of the window, which then closes
     QString layout;     ///< file that gets the geometry of all controls on the screen
     bool force = false; ///< an existing recording is overwritten
     double speed = 1;   ///< as VirtualClock::run() takes it
 
+    /// Returns the options for the parser.
     static QList<QCommandLineOption> commandLineOptions();
-    /// False, with a sentence in @p error, for a value that none has.
+    /// Reads the values. Returns false and sets @p error to a sentence if a value isn't allowed.
     bool read(const QCommandLineParser &parser, QString *error);
 };
 

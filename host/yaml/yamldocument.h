@@ -10,11 +10,11 @@ namespace panelhost {
 
 class DiagnosticCollector;
 
-/// The one document in @p data; a null value if there is none. Nothing, after the problem was told, for text that isn't
-/// UTF-8 or YAML, for a second document, and beyond the limits.
+/// Parses the document in @p data. Returns a null value if it is empty. Adds an error and returns nothing if the text
+/// isn't UTF-8 or YAML, if there is a second document, or if a limit is exceeded.
 std::optional<YamlNode> parseYaml(const QByteArray &data, DiagnosticCollector &diagnostics);
 
-/// The value in one line of YAML.
+/// Returns the value as one line of YAML.
 QString yamlLine(const YamlNode &node);
 
 }

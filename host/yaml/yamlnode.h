@@ -10,8 +10,7 @@
 
 namespace panelhost {
 
-/// A value in a YAML file that knows where it stands, also when it was reached through an alias. Copies share the
-/// value.
+/// A value in a YAML file with its location, also if it was reached through an alias. Implicitly shared.
 class YamlNode
 {
 public:
@@ -26,7 +25,7 @@ public:
     using Entry = std::pair<YamlNode, YamlNode>;
     using Entries = QVector<Entry>;
 
-    /// No value at all.
+    /// Creates an undefined node.
     YamlNode() = default;
     /// @p aliases as for aliases().
     explicit YamlNode(std::shared_ptr<const Value> value, const QVector<SourceLocation> &aliases = {});
@@ -37,14 +36,14 @@ public:
     bool isScalar() const { return kind() == Kind::Scalar; }
     bool isSequence() const { return kind() == Kind::Sequence; }
     bool isMap() const { return kind() == Kind::Map; }
-    /// The text of a scalar, empty for anything else.
+    /// Returns the text of a scalar; empty for other kinds.
     QString text() const;
-    /// The elements of a sequence, none for anything else.
+    /// Returns the elements of a sequence; none for other kinds.
     QVector<YamlNode> items() const;
-    /// The entries of a map in the order of the file, none for anything else.
+    /// Returns the entries of a map in the order of the file; none for other kinds.
     Entries entries() const;
 
-    /// Where the value itself stands; where its key stands if it is null.
+    /// Returns the location of the value; of its key if it is null.
     SourceLocation definition() const;
     /// The aliases through which it was reached, the one that stands for all others first.
     const QVector<SourceLocation> &aliases() const { return m_aliases; }
@@ -60,8 +59,8 @@ struct YamlNode::Value
     Kind kind = Kind::Null;
     SourceLocation location;
     QString text;
-    QVector<YamlNode> children; ///< of a map: key and value by turns
-    qint64 count = 1;           ///< values in it, with what aliases stand for
+    QVector<YamlNode> children; ///< of a map: keys and values alternating
+    qint64 count = 1;           ///< number of values in it, including those of aliases
     int depth = 1;
 };
 

@@ -10,40 +10,41 @@
 
 namespace panelhost {
 
-/// Reads values of known types out of a YAML document and collects what is wrong with it. Each reader returns nothing
-/// after it has told the problem.
+/// Reads values of known types from a YAML document and collects its errors. Each function adds an error and returns
+/// nothing if the value isn't as expected.
 class YamlReader
 {
 public:
     explicit YamlReader(DiagnosticCollector &diagnostics) : m_diagnostics(diagnostics) {}
 
-    /// The file that is being read.
+    /// Returns the path of the file that is being read.
     QString file() const { return m_diagnostics.file(); }
 
     using Entry = YamlNode::Entry;
     using Entries = YamlNode::Entries;
 
-    /// The text of a scalar, empty for anything else.
+    /// Returns the text of a scalar; empty for other kinds.
     static QString scalar(const YamlNode &node);
-    /// What stands there, short and in words: "a list", "the text \"12x\"".
+    /// Returns a short description of @p node, such as "a list" or "the text \"12x\"".
     static QString found(const YamlNode &node);
 
-    /// The entries of a map. Tells of a node that is none, of keys that are not @p allowed and of keys that stand
-    /// twice; those are left out.
+    /// Returns the entries of a map. Adds an error if @p node isn't a map and for keys that are not @p allowed or are
+    /// repeated; these are left out.
     Entries map(const YamlNode &node, const QStringList &allowed);
-    /// The entries of a map whose keys are free.
+    /// Returns the entries of a map with any keys.
     Entries freeMap(const YamlNode &node);
     std::optional<QString> text(const YamlNode &node, const QString &expected);
-    /// A text, or a list of texts.
+    /// Returns a text or a list of texts.
     std::optional<QStringList> texts(const YamlNode &node, const QString &expected);
     std::optional<int> integer(const YamlNode &node, int min, int max);
     std::optional<double> number(const YamlNode &node, double min, double max);
     std::optional<bool> flag(const YamlNode &node);
-    /// Milliseconds, from "500ms", "20s", "1.5s" or "2min".
+    /// Returns milliseconds, from a text such as "500ms", "20s", "1.5s" or "2min".
     std::optional<qint64> duration(const YamlNode &node);
-    /// One of @p allowed.
+    /// Returns a text that is one of @p allowed.
     std::optional<QString> word(const YamlNode &node, const QStringList &allowed);
 
+    /// Adds the error "found ..., expected @p expected".
     void errorExpected(const YamlNode &where, const QString &expected);
     void error(const YamlNode &where, const QString &text);
 
@@ -53,7 +54,7 @@ private:
     DiagnosticCollector &m_diagnostics;
 };
 
-/// The duration as a scenario writes it.
+/// Returns the duration as in a scenario.
 QString durationText(qint64 milliseconds);
 
 }

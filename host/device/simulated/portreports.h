@@ -6,7 +6,7 @@ namespace panelhost {
 
 class Faults;
 
-/// The payload of a net or USB report as the ports stand, or what a fault makes of it.
+/// Return the payload of a net or USB report on the state of @p ports, changed by the faults that are on.
 std::any makeNetReport(const QList<PortState> &ports, const Faults &faults);
 std::any makeUsbReport(const QList<PortState> &ports, const Faults &faults);
 

@@ -11,12 +11,12 @@ namespace panelhost {
 
 namespace {
 
-// Virtual milliseconds that things take.
+// In virtual milliseconds.
 constexpr int linkDelay = 20;          // from the plug to the changed link
 constexpr int repeatDelay = 40;        // between the events of a key that repeats
 constexpr int calibrationQuarter = 75; // four of these make one step of the calibration
 
-constexpr int tbarPanelMode = 12; // what the component tells the panel in its T-Bar phase
+constexpr int tbarPanelMode = 12; // set by the component in its T-Bar phase
 
 QList<PortState> makePorts(const QString &prefix, int count)
 {
@@ -28,7 +28,7 @@ QList<PortState> makePorts(const QString &prefix, int count)
 
 }
 
-// What scheduled work holds of the device: nothing once that has gone.
+// Scheduled work refers to the device by a weak pointer to this, which is null when the device is gone.
 class SimulatedDevice::Work
 {
 public:
@@ -144,7 +144,7 @@ void SimulatedDevice::calibrate(int command, const std::function<void(bool, cons
         startStep(state.tbar, command);
         return Calibration{command, m_calibrationStep, m_calibrationRun, problem, result};
     });
-    // A bar that isn't where it must be is noticed at once: nothing is measured, so there is no progress.
+    // A wrong position is detected immediately: nothing is measured, so no progress is reported.
     const int quarters = calibration.problem.isEmpty() ? 4 : 0;
     for (int quarter = 1; quarter <= quarters; ++quarter)
         later(quarter * calibrationQuarter, &SimulatedDevice::sendCalibration, command, quarter * 25);
@@ -154,7 +154,7 @@ void SimulatedDevice::calibrate(int command, const std::function<void(bool, cons
     });
 }
 
-// A failure stays to be read until the next calibration: the component goes on after a failed step.
+// A failure is kept until the next calibration, because the component goes on after a failed step.
 void SimulatedDevice::startStep(TBarState &bar, int command)
 {
     bar.step = calibrationStepName(command);
@@ -168,7 +168,7 @@ void SimulatedDevice::startStep(TBarState &bar, int command)
     bar.failure.clear();
 }
 
-// Empty when the step has worked.
+// Returns an empty string if the step was successful.
 QString SimulatedDevice::failureOf(const Calibration &calibration) const
 {
     const bool isBroken = m_faults.isOn(QStringLiteral("calibration-fails"), QStringLiteral("step"), calibration.step);
@@ -217,7 +217,7 @@ void SimulatedDevice::setTBarPosition(double position)
     change([position](DeviceState &state) { state.tbar.position = qBound(0.0, position, 1.0); });
 }
 
-// Nothing happens, and nobody hears of it, when the port already is as asked.
+// Listeners are only called if the state of the port changes.
 bool SimulatedDevice::changePort(const QString &name, bool PortState::*field, bool value)
 {
     const bool isNet = name.startsWith(QLatin1String("net"));

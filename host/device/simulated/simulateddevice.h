@@ -10,8 +10,8 @@ namespace panelhost {
 class Faults;
 class VirtualClock;
 
-/// A device of keys, screens, T-Bar and ports that exists in memory alone. It lives on the virtual clock's device
-/// thread: all its events are work there. Ends on the GUI thread, and takes what it has put under way with it.
+/// A simulated device with keys, screens, T-Bar and ports. Its listeners are called on the device thread of the virtual
+/// clock. It must be destroyed on the GUI thread; what it has scheduled does nothing after that.
 class SimulatedDevice final : public Device
 {
 public:
@@ -56,8 +56,8 @@ private:
     {
         int command;
         int step;        // counted from 1, the one that begins
-        int run;         // which calibration it belongs to
-        QString problem; // why it fails whatever the faults say
+        int run;         // number of the calibration that it belongs to
+        QString problem; // why it fails even without a fault
         std::function<void(bool ok, const std::string &message)> result;
     };
 
