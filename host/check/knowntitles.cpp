@@ -1,11 +1,10 @@
 #include "check/knowntitles.h"
 
-#include <QtCore/QSet>
 #include <QtCore/QString>
 
 namespace panelhost {
 
-bool isKnownTitle(const QString &tail)
+const QSet<QString> &knownTitles()
 {
     static const QSet<QString> titles{QStringLiteral("agingmode"),
                                       QStringLiteral("completemachine"),
@@ -36,7 +35,12 @@ bool isKnownTitle(const QString &tail)
                                       QStringLiteral("typecpowersupply"),
                                       QStringLiteral("poe"),
                                       QStringLiteral("madi")};
-    return titles.contains(tail.toLower());
+    return titles;
+}
+
+bool isKnownTitle(const QString &tail)
+{
+    return knownTitles().contains(tail.toLower());
 }
 
 }

@@ -1,10 +1,15 @@
 #pragma once
 
-class QString;
+#include <QtCore/QSet>
+#include <QtCore/QString>
 
 namespace panelhost {
 
-/// True if the factory menu has a title for an item whose key ends in @p tail, in whatever case.
+/// Returns the last parts of the keys for which the factory menu has a title, in lower case. The component doesn't
+/// export them, so this is a copy; a test compares it with the component's table.
+const QSet<QString> &knownTitles();
+
+/// Returns true if the factory menu has a title for an item whose key ends in @p tail, ignoring case.
 bool isKnownTitle(const QString &tail);
 
 }

@@ -1,4 +1,5 @@
 #include "check/keylistcheck.h"
+#include "check/knowntitles.h"
 #include "check/menucheck.h"
 #include "factorykeychecklistconfigparser.h"
 #include "factorymenuconfigparser.h"
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void initTestCase();
     void sameWords_data();
     void sameWords();
+    void sameTitles();
 };
 
 namespace {
@@ -53,6 +55,26 @@ Verdict verdictOf(const QString &path)
     return {accepted, warnings.value(0).section(QStringLiteral("] "), 1)};
 }
 
+/// The keys in the component's table of titles, in lower case.
+QSet<QString> titlesOfComponent()
+{
+    const QDir sources(QStringLiteral(LCD_SOURCE_DIR "/framework/src/libs/lcdfactorymodeimpl"));
+    static const QRegularExpression table(QStringLiteral("TitleRow titles\\[\\] = \\{(.*?)\\n\\};"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression row(QStringLiteral("\\n *\\{\"(\\w+)\", "));
+    QSet<QString> titles;
+    const auto files = sources.entryList({QStringLiteral("*.cpp")});
+    for (const auto &name : files) {
+        QFile file(sources.filePath(name));
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        auto rows = row.globalMatch(table.match(QString::fromUtf8(file.readAll())).captured(1));
+        while (rows.hasNext())
+            titles.insert(rows.next().captured(1).toLower());
+    }
+    return titles;
+}
+
 }
 
 void CheckWordsTest::initTestCase()
@@ -84,6 +106,14 @@ void CheckWordsTest::sameWords()
     if (!verdict.words.isEmpty())
         QVERIFY2(texts.contains(verdict.words),
                  qPrintable(verdict.words + QLatin1Char('\n') + texts.join(QLatin1Char('\n'))));
+}
+
+void CheckWordsTest::sameTitles()
+{
+    const auto titles = titlesOfComponent();
+    QVERIFY(!titles.isEmpty());
+    QCOMPARE(QStringList((knownTitles() - titles).values()), QStringList());
+    QCOMPARE(QStringList((titles - knownTitles()).values()), QStringList());
 }
 
 QTEST_GUILESS_MAIN(CheckWordsTest)
