@@ -12,7 +12,7 @@ namespace {
 
 constexpr qint64 MaxSize = 1 << 20;
 constexpr int MaxTags = 5000;
-/// An entity may stand for this many tags: the XML reader cuts its text off at 4096 characters.
+/// The number of tags that an entity can contain: the XML reader truncates its text to 4096 characters.
 constexpr int MaxTagsOfEntity = 4096 / 3;
 
 /// Formats text as QMessageLogger does: values separated by blanks, strings in quotes.

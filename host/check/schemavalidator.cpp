@@ -75,7 +75,8 @@ int characterCount(const xmlChar *begin, const xmlChar *end)
     return textOf(begin, end).size();
 }
 
-/// One pass over the file: hands the parser's events on to the validator and keeps the location of each open element.
+/// A pass over the file: forwards the events of the parser to the validator and keeps the location of each open
+/// element.
 class ValidationPass
 {
 public:
@@ -87,10 +88,10 @@ public:
 
     void run(xmlSchema *schema);
 
-    /// All diagnostics but those about unexpected elements.
+    /// Returns all diagnostics except those about unexpected elements.
     const Diagnostics &diagnostics() const { return m_diagnostics; }
     const Diagnostics &unexpectedDiagnostics() const { return m_unexpectedDiagnostics; }
-    /// The numbers of the elements that were not expected where they stand.
+    /// Returns the numbers of the unexpected elements.
     const QSet<int> &unexpected() const { return m_unexpected; }
 
 private:
@@ -112,7 +113,8 @@ private:
     void validityError(const xmlError &error);
 
     Element elementAt(const xmlChar *name, const xmlChar *uri, int attributeCount, const xmlChar **attributes) const;
-    /// Where @p position in the parser's buffer is. @p counted is how far the parser has counted lines and columns.
+    /// Returns the location of @p position in the buffer of the parser, which has counted lines and columns up to
+    /// @p counted.
     SourceLocation locationAt(const xmlChar *position, const xmlChar *counted) const;
     void rememberValues(const Element &element);
     Diagnostic diagnostic(SourceLocation location, const QString &text) const;
@@ -204,7 +206,7 @@ void ValidationPass::endElement(const xmlChar *name, const xmlChar *prefix, cons
     m_open.pop();
 }
 
-// One text may come in several pieces.
+// A text can be reported in several pieces.
 void ValidationPass::text(const xmlChar *begin, int size)
 {
     if (m_skippedDepth > 0)
@@ -214,7 +216,7 @@ void ValidationPass::text(const xmlChar *begin, int size)
     if (m_text.isEmpty() && first == end)
         return;
     if (m_text.isEmpty()) {
-        // The piece stands in the buffer, or it is a copy of what stands before the parser's position.
+        // The piece is in the buffer, or it is a copy of the text before the position of the parser.
         const auto *counted = begin == m_parser->input->cur ? end : m_parser->input->cur;
         m_textLocation = locationAt(counted - (end - first), counted);
     }

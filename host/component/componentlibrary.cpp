@@ -125,7 +125,7 @@ bool ComponentLibrary::resolve(const char *symbol, void **address)
     return *address || fail(QStringLiteral("has no symbol \"%1\".").arg(text(symbol)));
 }
 
-// The linker's table says what a symbol stands for.
+// The symbol table of the library has the type of each symbol.
 bool ComponentLibrary::resolveFunction(const char *symbol, void **address)
 {
     if (!resolve(symbol, address))

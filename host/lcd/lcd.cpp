@@ -4,7 +4,7 @@
 
 #include <QtCore/QFile>
 
-// Resources of a static library come in by name, outside any namespace.
+// The macro for resources of a static library must be used outside of any namespace.
 static void initLcdResources()
 {
     Q_INIT_RESOURCE(lcd);

@@ -10,7 +10,7 @@ QString fileError(const QString &path, int number)
     return QStringLiteral("%1: %2").arg(path, qt_error_string(number));
 }
 
-// A full disk takes what still fits; only the next call tells why the rest wasn't taken.
+// On a full disk a part is written; only the next call returns the error.
 int writeAll(int descriptor, const QByteArray &content)
 {
     const char *next = content.constData();

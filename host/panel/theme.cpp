@@ -5,7 +5,7 @@
 #include <QtGui/QPalette>
 #include <QtWidgets/QWidget>
 
-// Resources of a static library come in by name, outside any namespace.
+// The macro for resources of a static library must be used outside of any namespace.
 static void initPanelResources()
 {
     Q_INIT_RESOURCE(panel);

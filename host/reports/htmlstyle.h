@@ -4,7 +4,7 @@ class QString;
 
 namespace panelhost {
 
-/// The style sheet of the report.
+/// Returns the style sheet of the report.
 QString htmlStyle();
 
 }

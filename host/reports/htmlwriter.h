@@ -6,12 +6,11 @@
 
 namespace panelhost {
 
-/// Writes an HTML page that is well-formed XML as well. No element is left without content: HTML knows no empty ones
-/// but images.
+/// Writes an HTML page that is also well-formed XML. Only images are written as empty elements, as HTML requires.
 class HtmlWriter
 {
 public:
-    /// @p style must be free of quotes and angle brackets.
+    /// Begins the page. @p style must not contain quotes or angle brackets.
     HtmlWriter(const QString &title, const QString &style);
 
     HtmlWriter &begin(const char *tag, const char *cssClass = nullptr);

@@ -15,7 +15,7 @@ QString seconds(qint64 milliseconds)
     return QString::number(static_cast<double>(milliseconds) / 1000, 'f', 3);
 }
 
-// One that isn't over is an error, so that nobody takes it for passed.
+// An unfinished scenario is reported as an error, so that it isn't taken for passed.
 const char *elementOf(const ScenarioResult &result)
 {
     if (result.state != ScenarioResult::State::Over)

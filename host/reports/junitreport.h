@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// The results in the XML form that continuous integration systems read.
+/// Returns a report on @p results as JUnit XML, which continuous integration systems read.
 QByteArray junitReport(const ScenarioResults &results);
 
 }

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// @p text without the characters that XML can't hold, each replaced.
+/// Returns @p text with the characters that XML doesn't allow replaced.
 QString xmlText(QString text);
 
 }

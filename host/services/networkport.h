@@ -7,7 +7,7 @@ namespace panelhost {
 
 class Device;
 
-/// Service "lcdMemoryCacheNetworkPort" over the net ports of a device.
+/// Service "lcdMemoryCacheNetworkPort" for the net ports of a device.
 class NetworkPortService final : public LCD::FactoryMode::INetworkPort
 {
 public:

@@ -11,8 +11,8 @@ namespace panelhost {
 
 class Device;
 
-/// Service "lcdTBarCalibration": one command, one step of the device's calibration. Results and reports of progress
-/// (value in percent) come on the device's thread.
+/// Service "lcdTBarCalibration". Each command is a step of the device's calibration. Callbacks for results and progress
+/// (in percent) are called on the device's thread.
 class TBarCalibrationService final : public LCD::FactoryMode::ITBarCalibration
 {
 public:

@@ -7,7 +7,7 @@ namespace panelhost {
 
 class Device;
 
-/// Service "lcdMemoryCacheNodeUSB" over the USB ports of a device.
+/// Service "lcdMemoryCacheNodeUSB" for the USB ports of a device.
 class UsbService final : public LCD::FactoryMode::IUSB
 {
 public:

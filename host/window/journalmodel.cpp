@@ -30,7 +30,7 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
     return role == KindRole ? QVariant(line.kind) : QVariant();
 }
 
-// The journal may have forgotten lines that were never seen here: those before them are no longer the newest.
+// The journal may have discarded lines that were not read yet. Lines before those are not the newest any more.
 void JournalModel::poll()
 {
     const auto entries = m_journal.entriesFrom(m_nextSequence, PollBudget);

@@ -15,7 +15,7 @@ namespace panelhost {
 
 namespace {
 
-/// Why a document isn't read further.
+/// Thrown if a document can't be read further.
 struct Refusal
 {
     SourceLocation where;
@@ -27,7 +27,8 @@ SourceLocation locationOf(const YAML::Mark &mark)
     return mark.is_null() ? SourceLocation() : SourceLocation{mark.line + 1, mark.column + 1};
 }
 
-/// Makes values of the parser's events. An alias becomes a node that shares the value and knows its own location.
+/// Creates values from the events of the parser. An alias becomes a node that shares the value and has its own
+/// location.
 class Builder final : public YAML::EventHandler
 {
 public:
@@ -156,7 +157,7 @@ bool isUtf8(const QByteArray &line)
     return !reader.hasFailed() && !reader.isWithinCharacter();
 }
 
-// Characters before the first that isn't UTF-8.
+// Returns the number of characters before the first one that isn't UTF-8.
 int charactersBeforeFailure(const QByteArray &line)
 {
     Utf8Reader reader;

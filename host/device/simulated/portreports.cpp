@@ -39,7 +39,7 @@ s_NodeUSB usbRecord(int port, int type, bool active, bool blocked)
 // A huge number that a receiver can still hold an array for; the highest 32-bit one would ask for 2 Gi entries.
 constexpr int hugePort = 1'000'000;
 
-// What faults put in the place of the list, or the list.
+// Returns the payload: the list, or what a fault replaces it by.
 template <class Record>
 std::any payload(std::vector<Record> records, const Faults &faults)
 {
