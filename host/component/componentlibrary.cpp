@@ -211,7 +211,8 @@ bool ComponentLibrary::create()
         return false;
     if (!object)
         return fail(creator + QStringLiteral(" returned no object."));
-    // The record says nothing of the class; the object's own meta-object does. Each interface is a QWidget first.
+    // The record doesn't contain the class; the meta-object of the widget does. The first base of each interface is
+    // QWidget.
     auto *widget = static_cast<QWidget *>(object);
     const QString className = text(widget->metaObject()->className());
     if (!widget->inherits(m_kind.interfaceClass)) {
@@ -247,7 +248,7 @@ QString defaultComponentPath(const ComponentKind &kind)
     const QString program = QCoreApplication::applicationDirPath();
     const QString name = QString::fromLatin1(kind.fileName);
     const QStringList directories = {program, program + QStringLiteral("/../lib"),
-                                program + QStringLiteral("/../" PANELHOST_LIBDIR)};
+                                     program + QStringLiteral("/../" PANELHOST_LIBDIR)};
     for (const QString &directory : directories) {
         const QFileInfo file(directory + QLatin1Char('/') + name);
         if (file.exists())

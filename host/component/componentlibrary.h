@@ -35,10 +35,10 @@ struct LoadObserver
     std::function<void(const LoadStep &step)> reached;
 };
 
-/// What a library must have to be loaded as one kind of component.
+/// A kind of component: what its library must contain.
 struct ComponentKind
 {
-    const char *fileName;       ///< of the library beside the program
+    const char *fileName;       ///< of the library next to the program
     const char *componentName;  ///< in its record
     const char *interfaceClass; ///< that the created widget inherits
     const char *tableSymbol;    ///< the exported table of components
@@ -49,10 +49,10 @@ extern const ComponentKind factoryModeComponent;
 /// "lcd.repair.mode", with an LCD::RepairMode::ILcdRepairMode.
 extern const ComponentKind repairModeComponent;
 
-/// The library of a component, climbed up state by state. Each step returns false, with one
-/// sentence in errorString() that names the file and what is wrong, and then no further step may be taken. What the
-/// library throws is such a sentence; a library that crashes, hangs or ends the process is met by probeLoading().
-/// A library that has been initialised stays mapped to the end of the process. GUI thread.
+/// The library of a component, loaded state by state. A step that fails returns false and sets errorString() to a
+/// sentence that names the file and what is wrong; no further step can be taken then. Exceptions of the library are
+/// such errors. Use probeLoading() first for a library that could crash, hang or end the process. A library that was
+/// initialised stays mapped until the process ends. GUI thread.
 class ComponentLibrary
 {
 public:
@@ -70,10 +70,10 @@ public:
     bool check();
     bool initialise(void *host);
     bool create();
-    /// Ends the widget with the component's `deletor`.
+    /// Deletes the widget with the component's `deletor`.
     void destroy();
-    /// destroy(), and takes the host from the library. Libraries share their handle of the host: the others have none
-    /// then either.
+    /// Calls destroy() and removes the host from the library. Libraries share their pointer to the host, so the others
+    /// have none either after that.
     void shutDown();
 
     LoadState state() const { return m_state; }
@@ -83,7 +83,7 @@ public:
     /// Valid from the state Checked on.
     const mirel::PluginInfo *pluginInfo() const { return m_info; }
     const mirel::ComponentInfo *componentInfo() const { return m_component; }
-    /// From Created to destroy(). Inherits the interface of its kind.
+    /// Valid in the state Created until destroy(); nullptr otherwise. Inherits the interface of its kind.
     QWidget *widget() const { return m_widget; }
 
     static QString stateName(LoadState state);
@@ -114,8 +114,8 @@ private:
     QWidget *m_widget = nullptr;
 };
 
-/// The library of @p kind beside the program: in its directory, in "../lib", or where an installation puts it. The
-/// place in "../lib" when there is none.
+/// Returns the library of @p kind next to the program: in its directory, in "../lib" or in the directory of an
+/// installation. Returns the path in "../lib" if there is none.
 QString defaultComponentPath(const ComponentKind &kind = factoryModeComponent);
 
 }

@@ -18,9 +18,9 @@ class Device;
 class Journal;
 class Lcd;
 
-/// Does for the component's widget what lies with its host: gives it size and configuration, enters and leaves
-/// factory mode, and answers its two requests with pages of the repair mode or of the LCD. Signals are connected by
-/// name, since the widget's meta-object is the component's. GUI thread.
+/// Does what the component's widget needs from its host: sets size and configuration, enters and leaves factory mode,
+/// and shows pages of the repair mode or of the LCD when the widget requests it. Signals are connected by name, because
+/// the meta-object of the widget belongs to the component. GUI thread.
 class FactoryModeDriver : public QObject
 {
     Q_OBJECT
@@ -28,10 +28,11 @@ class FactoryModeDriver : public QObject
 public:
     FactoryModeDriver(LCD::FactoryMode::ILcdFactoryMode &widget, Lcd &lcd, Device &device, Journal &journal);
 
-    /// The pages that answer containers; a container without a page, and each one without this, gets a page of the LCD.
-    /// Before setUp().
+    /// Sets the pages of the containers. A container without a page is shown by a page of the LCD. Call it before
+    /// setUp().
     void setRepairMode(LCD::RepairMode::ILcdRepairMode *repairMode);
-    /// Configuration and size, once, before the first enter(). An empty @p share leaves the component's default.
+    /// Sets configuration and size. Call it once, before enter(). With an empty @p share the component uses its
+    /// default.
     void setUp(const QString &share, const QSize &size);
     void enter();
     void exit();

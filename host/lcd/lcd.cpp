@@ -34,7 +34,7 @@ Lcd::Lcd(const QSize &size) : m_container(new ContainerPage(this)), m_home(new H
     showHome();
 }
 
-// The widgets of components are ended by their own libraries, not as children.
+// The widgets of components are deleted by their libraries, not by their parent.
 Lcd::~Lcd()
 {
     if (m_component)

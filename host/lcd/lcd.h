@@ -20,7 +20,7 @@ public:
 
     /// Adds the component's widget. The component still owns it and can delete it at any time.
     void setComponent(QWidget *component);
-    /// Takes the widget of the repair mode in, on the same terms.
+    /// Adds the widget of the repair mode, which isn't owned either.
     void setRepairMode(QWidget *repairMode);
     void showComponent();
     void showRepairMode();

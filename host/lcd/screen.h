@@ -7,8 +7,7 @@ class QWidget;
 
 namespace panelhost {
 
-/// What an operator sees on the LCD, read from the widgets that are visible on it, whether or not it is on a screen
-/// itself. Keys:
+/// Returns what an operator sees on the LCD, read from its visible widgets. The LCD itself needn't be visible. Keys:
 ///   page        "hidden", "menu", "aging", "machine", "repair" or "container"
 ///   menu.level  1 or 2; menu.items (list of titles); menu.row (int); menu.current (title)
 ///   title, titleIcon, stepTitle (empty when not visible), steps (list of {text, color, mark}; mark is "pass",

@@ -17,7 +17,7 @@ namespace panelhost {
 
 namespace {
 
-// In the environment of the process: the paths of the component's library and, if they are asked for, of the pages'.
+// Environment variables with the paths of the component's library and of the pages' library, if that is to be loaded.
 constexpr char request[] = "PANELHOST_PROBE";
 constexpr char pagesRequest[] = "PANELHOST_PROBE_PAGES";
 constexpr char program[] = "/proc/self/exe";
@@ -102,11 +102,11 @@ public:
 
     void load(const QString &component, const QString &pages) const
     {
-        const LoadObserver observer{[this](const QString &call) { write(calling, call); },
-                                    [this](const LoadStep &step) {
-                                        write(reached,
-                                             QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
-                                    }};
+        const LoadObserver observer{
+            [this](const QString &call) { write(calling, call); },
+            [this](const LoadStep &step) {
+                write(reached, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
+            }};
         Session::Options options;
         options.component = component;
         options.pages = pages.isEmpty() ? Session::noPages : pages;
@@ -139,7 +139,7 @@ LoadReport probeLoading(const QString &component, const QString &pages, int time
 {
     static QSet<QString> harmless;
     const QString path = pages.isEmpty() ? component : pages;
-    // Within a probe there is none: it would go on for ever.
+    // The separate process must not start another one.
     if (harmless.contains(path) || qEnvironmentVariableIsSet(request))
         return {};
     QProcess process;

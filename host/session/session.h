@@ -31,8 +31,8 @@ public:
     struct Options
     {
         QString component; ///< path of the library; empty: the one beside the program
-        QString pages;     ///< path of the repair mode's library, or noPages; empty: the one beside the program, if any
-        QString share;     ///< directory with the XML files; empty: the component's default
+        QString pages; ///< path of the repair mode's library, or noPages; empty: the one next to the program, if any
+        QString share; ///< directory with the XML files; empty: the component's default
         QString language = QStringLiteral("en");
         QSize lcdSize{800, 480};
         TBarType tbarType = TBarType::Slider;
@@ -47,13 +47,12 @@ public:
         int journalKept = Journal::Kept; ///< number of journal entries that are kept
     };
 
-    /// As Options::pages: the containers show pages of the host.
+    /// Value of Options::pages for no library: the containers are shown by pages of the host.
     static inline const QString noPages = QStringLiteral("none");
 
-    /// Loads the component and enters factory mode, at instant 0 of a clock that stands still. The LCD isn't shown
-    /// yet: show it, or put it into a window. nullptr, with one clear sentence in @p error, when the component can't
-    /// be loaded or an option is wrong; then @p reached, if given, has the steps of loading that library which were
-    /// done.
+    /// Loads the component and enters factory mode at virtual time 0. The clock is stopped. The LCD isn't visible: show
+    /// it or add it to a window. Returns nullptr and sets @p error to a sentence if a library can't be loaded or an
+    /// option is wrong. @p reached, if given, is then set to the steps of loading that library which were done.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
     virtual ~Session() = default;
 
@@ -61,7 +60,7 @@ public:
     /// Returns the directory with the XML files, also if it is the default.
     virtual QString shareDirectory() const = 0;
     virtual const ComponentLibrary &library() const = 0;
-    /// The library of the repair mode's pages, nullptr when there is none.
+    /// Returns the library of the repair mode's pages; nullptr if there is none.
     virtual const ComponentLibrary *pagesLibrary() const = 0;
     /// Names under which the component finds something.
     virtual QStringList serviceNames() const = 0;

@@ -19,7 +19,7 @@ QString shareDirectoryOf(const Session::Options &options)
                                    : QFileInfo(options.share).absoluteFilePath();
 }
 
-// Empty when the session has no pages.
+// Returns an empty string if the session has no pages.
 QString pagesPathOf(const Session::Options &options)
 {
     if (options.pages == Session::noPages)
@@ -54,7 +54,7 @@ SimulatedSession::SimulatedSession(const Options &options)
     m_services.addTo(m_host);
 }
 
-// The pages and the component first, while all that they may call is still there; then what they have left under way.
+// The pages and the component first, as long as everything that they can call still exists; then what they scheduled.
 SimulatedSession::~SimulatedSession()
 {
     m_clock.setObserver({});
@@ -112,7 +112,7 @@ bool SimulatedSession::loadComponent(QString *error)
     return isLoaded;
 }
 
-// After the component, whose library the pages use: it is found by its name then, wherever its file is.
+// After the component, because the pages use its library, which the linker then finds by its name.
 bool SimulatedSession::loadPages(QString *error)
 {
     m_hasLoadedComponent = true;
