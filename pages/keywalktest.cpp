@@ -18,8 +18,8 @@ namespace {
 
 const std::string requester = "RepairKeyWalk";
 
-/// The test announces no state while it walks, so the page's state is kept here. Keys are told on the thread of the
-/// keyboard service.
+/// The test announces no state while it walks, so the page's state is kept
+/// here. Keys are told on the thread of the keyboard service.
 class KeyWalkTest : public PageTest
 {
 public:
@@ -152,11 +152,11 @@ QVector<PageLine> KeyWalkTest::remarks() const
     return {{text("RepairKeysFailed").arg(m_failedKeys.join(QStringLiteral(", "))), notPassColor()}};
 }
 
-}
+} // namespace
 
 std::unique_ptr<PageTest> makeKeyWalkTest()
 {
     return std::make_unique<KeyWalkTest>();
 }
 
-}
+} // namespace LCD::RepairPages

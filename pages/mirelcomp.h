@@ -19,7 +19,7 @@ IMessageHandler *ComponentTmpl<LCD::RepairPages::RepairMode>::getMessageHandler(
 template <>
 ComponentInfo ComponentTmpl<LCD::RepairPages::RepairMode>::componentInfo;
 
-}
+} // namespace mirel
 
 extern "C" {
 
@@ -29,6 +29,7 @@ extern mirel::ComponentInfo *const repairpages_mirel_componentInfoTable[2];
 /// What this library is and offers. May be called at any time after loading.
 const mirel::PluginInfo *pluginfo();
 
-/// Hands over the host, a mirel::IHost that outlives every component. Before this no service is found.
+/// Hands over the host, a mirel::IHost that outlives every component. Before
+/// this no service is found.
 void pluginit(void *host);
 }

@@ -1,7 +1,9 @@
 #include "pagetable.h"
 
 #include "keywalktest.h"
+#include "linktests.h"
 #include "pagetest.h"
+#include "tbartest.h"
 #include "visualtests.h"
 
 #include <algorithm>
@@ -12,11 +14,14 @@ namespace {
 
 constexpr char keyboard[] = "lcdKeyboardEvent";
 constexpr char factoryMode[] = "lcdFactoryModeWidget";
+constexpr char calibration[] = "lcdTBarCalibration";
+constexpr char netPorts[] = "lcdMemoryCacheNetworkPort";
+constexpr char usbPorts[] = "lcdMemoryCacheNodeUSB";
 
 // The container keys of the second menu level.
 #define REPAIR(tail) "container.factorytest.repairmode." tail
 
-}
+} // namespace
 
 const std::vector<PageInfo> &pageTable()
 {
@@ -28,6 +33,9 @@ const std::vector<PageInfo> &pageTable()
           REPAIR("screenbadpixels")},    "FCScreenBadPixel", "ScreenBadPixel", {"FCObserveScreenShowStep1", "FCObserveScreenShowStep2"},  {keyboard},              14,   makeScreenBadPixelTest},
         {{REPAIR("buttonlight")},        "FCBtnLight",       "ButtonLight",    {"FCBtnBrightnessStep"},                                   {keyboard},              15,   makeButtonLightTest},
         {{REPAIR("buttonfunction")},     "ButtonFunction",   "ButtonFunction", {"FCClickGreenFlashingBtn"},                               {keyboard, factoryMode}, 10,   makeKeyWalkTest},
+        {{REPAIR("tbar")},               "RepairTBar",       "fc_tbar_slider", {"RepairTBarStart"},                                       {keyboard, calibration}, 12,   makeTBarTest},
+        {{REPAIR("net")},                "FCNet",            "NetTest",        {"RepairNetStep"},                                         {netPorts},              13,   makeNetTest},
+        {{REPAIR("usb")},                "FCUSB",            "UsbTest",        {"RepairUSBStep"},                                         {usbPorts},              9,    makeUsbTest},
     };
     // clang-format on
     return table;
@@ -43,4 +51,4 @@ const PageInfo *findPage(const QString &containerKey)
     return found == table.end() ? nullptr : &*found;
 }
 
-}
+} // namespace LCD::RepairPages

@@ -9,7 +9,8 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-/// One page: what it shows, what it needs, and the test behind it. Texts are keys of the catalogues.
+/// One page: what it shows, what it needs, and the test behind it. Texts are
+/// keys of the catalogues.
 struct PageInfo
 {
     std::vector<const char *> containerKeys;
@@ -27,4 +28,4 @@ const std::vector<PageInfo> &pageTable();
 /// nullptr when no page has this container key.
 const PageInfo *findPage(const QString &containerKey);
 
-}
+} // namespace LCD::RepairPages

@@ -32,8 +32,9 @@ struct PageLine
     Mark mark = Mark::None;
 };
 
-/// The test behind one page, for one visit: made when the page is entered and ended when it is left. It has no widget:
-/// what the page shows is read from it after each changed(). GUI thread.
+/// The test behind one page, for one visit: made when the page is entered and
+/// ended when it is left. It has no widget: what the page shows is read from it
+/// after each changed(). GUI thread.
 class PageTest : public QObject
 {
     Q_OBJECT
@@ -41,7 +42,8 @@ class PageTest : public QObject
 public:
     using QObject::QObject;
 
-    /// The idle state, and the device knows which test is active. Called once, before anything else.
+    /// The idle state, and the device knows which test is active. Called once,
+    /// before anything else.
     virtual void enter() = 0;
     /// Begins a run, from idle.
     virtual void start() = 0;
@@ -49,8 +51,8 @@ public:
     virtual void reTest() = 0;
     virtual void setPass() = 0;
     virtual void setNotPass() = 0;
-    /// Puts the hardware back to how it was before the run. Called after each verdict and when the page is left, in
-    /// any state.
+    /// Puts the hardware back to how it was before the run. Called after each
+    /// verdict and when the page is left, in any state.
     virtual void restore() {}
 
     virtual TestState state() const = 0;
@@ -61,7 +63,10 @@ public:
     virtual QString titleSuffix() const { return {}; }
     /// Empty: the icon of the table.
     virtual QString titleIcon() const { return {}; }
-    /// Lines of the running test in the place of the table's steps; none: these stay.
+    /// Heading of the running test; empty: the usual one.
+    virtual QString heading() const { return {}; }
+    /// Lines of the running test in the place of the table's steps; none: these
+    /// stay.
     virtual QVector<PageLine> lines() const { return {}; }
     /// Lines below the verdict, such as what failed.
     virtual QVector<PageLine> remarks() const { return {}; }
@@ -71,7 +76,8 @@ public:
     virtual QString rightCaption() const { return {}; }
     virtual void pressLeft() {}
     virtual void pressRight() {}
-    /// Whether the keys of the panel belong to the running test. Back is a key, too.
+    /// Whether the keys of the panel belong to the running test. Back is a key,
+    /// too.
     virtual bool takesKeys() const { return false; }
 
 Q_SIGNALS:
@@ -79,7 +85,8 @@ Q_SIGNALS:
     void changed();
 
 protected:
-    /// Emits changed() when the event loop comes round. Any thread, one that Qt has never seen too.
+    /// Emits changed() when the event loop comes round. Any thread, one that Qt
+    /// has never seen too.
     void announceChange()
     {
         QMetaObject::invokeMethod(
@@ -87,4 +94,4 @@ protected:
     }
 };
 
-}
+} // namespace LCD::RepairPages

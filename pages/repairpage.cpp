@@ -29,7 +29,7 @@ Widget::IconType iconOf(PageLine::Mark mark)
     return Widget::IconNone;
 }
 
-}
+} // namespace
 
 RepairPage::RepairPage(const PageInfo &info, QWidget *parent)
     : QWidget(parent), m_info(info), m_frame(new Widget::FactoryTestFrame(this))
@@ -195,9 +195,9 @@ void RepairPage::showButtons(const QString &left, const QString &right)
     m_frame->setLeftBtnVisible(!left.isEmpty());
     m_frame->setRighttBtnVisible(!right.isEmpty());
     m_frame->setKeyEventsEnabled(m_shownState != TestState::Running || !m_test->takesKeys());
-    // Within a state the focus stays where the operator has moved it.
+    // Within a state the focus stays where the operator has moved it. A button that is hidden has it when it shows.
     if (m_isNewState)
-        m_frame->setControlFocus(right.isEmpty() ? Widget::FocusNone : Widget::FocusRightButton);
+        m_frame->setControlFocus(Widget::FocusRightButton);
 }
 
 void RepairPage::showIdle()
@@ -212,7 +212,8 @@ void RepairPage::showIdle()
 void RepairPage::showRunning()
 {
     const QVector<PageLine> lines = m_test->lines();
-    showLines(lines.isEmpty() ? steps() : lines, text("TestStep"));
+    const QString heading = m_test->heading();
+    showLines(lines.isEmpty() ? steps() : lines, heading.isEmpty() ? text("TestStep") : heading);
     showButtons(m_test->leftCaption(), m_test->rightCaption());
 }
 
@@ -232,4 +233,4 @@ void RepairPage::showVerdict(bool passed)
     showButtons({}, text("FCReTest"));
 }
 
-}
+} // namespace LCD::RepairPages

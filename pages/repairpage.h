@@ -18,7 +18,8 @@ namespace LCD::RepairPages {
 
 struct PageInfo;
 
-/// A page of one frame and one test. It has a test between enter() and leave() only. GUI thread.
+/// A page of one frame and one test. It has a test between enter() and leave()
+/// only. GUI thread.
 class RepairPage : public QWidget
 {
     Q_OBJECT
@@ -28,7 +29,8 @@ public:
     ~RepairPage() override;
 
     void enter();
-    /// Restores the hardware and ends the test. Does nothing when the page isn't entered.
+    /// Restores the hardware and ends the test. Does nothing when the page isn't
+    /// entered.
     void leave();
 
 Q_SIGNALS:
@@ -62,4 +64,4 @@ private:
     bool m_isServiceMissing = false;
 };
 
-}
+} // namespace LCD::RepairPages

@@ -25,4 +25,4 @@ inline QColor notPassColor()
     return {255, 72, 60};
 }
 
-}
+} // namespace LCD::RepairPages

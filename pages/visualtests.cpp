@@ -38,13 +38,13 @@ public:
     /// The code of a running test is the level in percent.
     QString titleSuffix() const override
     {
-        return this->state() == TestState::Running ? QStringLiteral(" %1%").arg(this->biz.state()) : QString();
+        return this->state() == TestState::Running ? QStringLiteral(" %1%").arg(this->biz->state()) : QString();
     }
 
 private:
     void next()
     {
-        this->biz.nextStep();
+        this->biz->nextStep();
         if (this->state() != TestState::Running)
             m_timer.stop();
         Q_EMIT this->changed();
@@ -59,7 +59,7 @@ public:
     void restore() override
     {
         LevelTest::restore();
-        biz.restoreBrightnessToNormal();
+        biz->restoreBrightnessToNormal();
     }
 };
 
@@ -83,17 +83,17 @@ class ScreenBadPixelTest : public SingleTest<FactoryModeImpl::ScreenBadPixelBiz>
 {
 public:
     QString rightCaption() const override { return text("FCNextStep"); }
-    void pressRight() override { biz.nextStep(); }
+    void pressRight() override { biz->nextStep(); }
 
     // A verdict has cleared the screens.
     void restore() override
     {
         if (state() == TestState::Running)
-            biz.reTest();
+            biz->reTest();
     }
 };
 
-}
+} // namespace
 
 std::unique_ptr<PageTest> makeScreenLightTest()
 {
@@ -110,4 +110,4 @@ std::unique_ptr<PageTest> makeButtonLightTest()
     return std::make_unique<ButtonLightTest>();
 }
 
-}
+} // namespace LCD::RepairPages

@@ -11,4 +11,4 @@ std::unique_ptr<PageTest> makeScreenLightTest();
 std::unique_ptr<PageTest> makeScreenBadPixelTest();
 std::unique_ptr<PageTest> makeButtonLightTest();
 
-}
+} // namespace LCD::RepairPages

@@ -117,6 +117,9 @@ private Q_SLOTS:
         QCOMPARE(events.filter(q("result")),
                  (QStringList{q("300 device result 1 "), q("1300 device result 1 "),
                               q("2300 device result 0 step 3 (bottom) failed"), q("3300 device result 1 ")}));
+        // A step that fails gets as far as the third quarter.
+        QCOMPARE(events.filter(q("2225 device progress")), (QStringList{q("2225 device progress 0 75")}));
+        QCOMPARE(events.filter(q("2300 device progress")), QStringList());
     }
 
     void eachCommandNeedsTheBarInItsPlace_data()

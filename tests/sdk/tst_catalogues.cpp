@@ -25,7 +25,10 @@ QStringList allKeys()
                           "Push T-Bar to Top|Push T-Bar to Bottom|FCNetConnectPort1Port2|USBA|FCUSB30TestStep|"
                           "TypecCommuication|FCTypecCommStep1|FCTypecCommStep2|TypecPower|FCTypecPowerStep1|"
                           "FCTypecPowerStep2|NET1POE|FCNetPort1PowerStep1|FCNetPort1PowerStep2|"
-                          "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed")
+                          "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed|"
+                          "RepairNetStep|RepairUSBStep|RepairNetPort|RepairUSBPort|RepairLinked|RepairNotLinked|"
+                          "RepairMorePorts|RepairTBar|RepairTBarStart|RepairTBarMeasuring|RepairTBarNotTop|"
+                          "RepairTBarNotBottom|RepairTBarNoAnswer")
         .split(QLatin1Char('|'));
 }
 

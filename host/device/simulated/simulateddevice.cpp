@@ -15,6 +15,7 @@ namespace {
 constexpr int linkDelay = 20;          // from the plug to the changed link
 constexpr int repeatDelay = 40;        // between the events of a key that repeats
 constexpr int calibrationQuarter = 75; // four of these make one step of the calibration
+constexpr int calibrationDone = 100;   // percent; reported by a step that has worked, and by no other
 
 constexpr int tbarPanelMode = 12; // set by the component in its T-Bar phase
 
@@ -146,7 +147,7 @@ void SimulatedDevice::calibrate(int command, const std::function<void(bool, cons
     });
     // A wrong position is detected immediately: nothing is measured, so no progress is reported.
     const int quarters = calibration.problem.isEmpty() ? 4 : 0;
-    for (int quarter = 1; quarter <= quarters; ++quarter)
+    for (int quarter = 1; quarter < quarters; ++quarter)
         later(quarter * calibrationQuarter, &SimulatedDevice::sendCalibration, command, quarter * 25);
     m_clock.schedule(quarters * calibrationQuarter, [work = std::weak_ptr(m_work), calibration] {
         if (const auto alive = work.lock())
@@ -184,6 +185,8 @@ void SimulatedDevice::finishCalibration(const Calibration &calibration)
     if (m_faults.isOn(QStringLiteral("calibration-hangs")))
         return;
     const QString message = failureOf(calibration);
+    if (message.isEmpty())
+        sendCalibration(calibration.command, calibrationDone);
     change([&](DeviceState &state) {
         if (calibration.step == m_calibrationStep)
             state.tbar.step.clear();

@@ -250,5 +250,77 @@
         <extracomment>%1 is a list of names of keys.</extracomment>
         <translation>Fehlerhafte Tasten: %1</translation>
     </message>
+    <message>
+        <source>RepairNetStep</source>
+        <comment>Global</comment>
+        <translation>Alle Netzwerkanschlüsse paarweise mit Netzwerkkabeln verbinden.</translation>
+    </message>
+    <message>
+        <source>RepairUSBStep</source>
+        <comment>Global</comment>
+        <translation>An jeden USB-Anschluss ein USB-Gerät stecken.</translation>
+    </message>
+    <message>
+        <source>RepairNetPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>Netzwerkanschluss %1</translation>
+    </message>
+    <message>
+        <source>RepairUSBPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>USB-Anschluss %1</translation>
+    </message>
+    <message>
+        <source>RepairLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>verbunden</translation>
+    </message>
+    <message>
+        <source>RepairNotLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>nicht verbunden</translation>
+    </message>
+    <message>
+        <source>RepairMorePorts</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number of ports that the page has no room for.</extracomment>
+        <translation>%1 weitere Anschlüsse</translation>
+    </message>
+    <message>
+        <source>RepairTBar</source>
+        <comment>Global</comment>
+        <extracomment>Page title.</extracomment>
+        <translation>T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarStart</source>
+        <comment>Global</comment>
+        <translation>Kalibrierung starten, dann den T-Bar wie in jeder Zeile angegeben schieben.</translation>
+    </message>
+    <message>
+        <source>RepairTBarMeasuring</source>
+        <comment>Global</comment>
+        <extracomment>In the place of the heading while a calibration step runs.</extracomment>
+        <translation>Kalibrierung läuft: T-Bar nicht bewegen</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotTop</source>
+        <comment>Global</comment>
+        <translation>Der Schritt ist fehlgeschlagen. Der T-Bar muss ganz oben stehen, bevor es weitergeht.</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotBottom</source>
+        <comment>Global</comment>
+        <translation>Der Schritt ist fehlgeschlagen. Der T-Bar muss ganz unten stehen, bevor es weitergeht.</translation>
+    </message>
+    <message>
+        <source>RepairTBarNoAnswer</source>
+        <comment>Global</comment>
+        <translation>Die Kalibrierung hat den Schritt nicht beendet. Anschluss des T-Bars prüfen.</translation>
+    </message>
 </context>
 </TS>

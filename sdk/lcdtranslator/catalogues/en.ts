@@ -250,5 +250,77 @@
         <extracomment>%1 is a list of names of keys.</extracomment>
         <translation>Failed keys: %1</translation>
     </message>
+    <message>
+        <source>RepairNetStep</source>
+        <comment>Global</comment>
+        <translation>Connect all net ports in pairs with network cables.</translation>
+    </message>
+    <message>
+        <source>RepairUSBStep</source>
+        <comment>Global</comment>
+        <translation>Plug a USB device into each USB port.</translation>
+    </message>
+    <message>
+        <source>RepairNetPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>Net port %1</translation>
+    </message>
+    <message>
+        <source>RepairUSBPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>USB port %1</translation>
+    </message>
+    <message>
+        <source>RepairLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>linked</translation>
+    </message>
+    <message>
+        <source>RepairNotLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>not linked</translation>
+    </message>
+    <message>
+        <source>RepairMorePorts</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number of ports that the page has no room for.</extracomment>
+        <translation>%1 more ports</translation>
+    </message>
+    <message>
+        <source>RepairTBar</source>
+        <comment>Global</comment>
+        <extracomment>Page title.</extracomment>
+        <translation>T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarStart</source>
+        <comment>Global</comment>
+        <translation>Start the calibration, then push the T-Bar as each line says.</translation>
+    </message>
+    <message>
+        <source>RepairTBarMeasuring</source>
+        <comment>Global</comment>
+        <extracomment>In the place of the heading while a calibration step runs.</extracomment>
+        <translation>Calibrating: don't move the T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotTop</source>
+        <comment>Global</comment>
+        <translation>The step failed. The T-Bar must be at the very top before the next step.</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotBottom</source>
+        <comment>Global</comment>
+        <translation>The step failed. The T-Bar must be at the very bottom before the next step.</translation>
+    </message>
+    <message>
+        <source>RepairTBarNoAnswer</source>
+        <comment>Global</comment>
+        <translation>The calibration didn't finish the step. Check how the T-Bar is connected.</translation>
+    </message>
 </context>
 </TS>

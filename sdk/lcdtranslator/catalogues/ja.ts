@@ -250,5 +250,77 @@
         <extracomment>%1 is a list of names of keys.</extracomment>
         <translation>不合格のキー：%1</translation>
     </message>
+    <message>
+        <source>RepairNetStep</source>
+        <comment>Global</comment>
+        <translation>すべてのネットポートを LAN ケーブルで 2 つずつ接続してください。</translation>
+    </message>
+    <message>
+        <source>RepairUSBStep</source>
+        <comment>Global</comment>
+        <translation>すべての USB ポートに USB 機器を接続してください。</translation>
+    </message>
+    <message>
+        <source>RepairNetPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>ネットポート %1</translation>
+    </message>
+    <message>
+        <source>RepairUSBPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>USB ポート %1</translation>
+    </message>
+    <message>
+        <source>RepairLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>接続</translation>
+    </message>
+    <message>
+        <source>RepairNotLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>未接続</translation>
+    </message>
+    <message>
+        <source>RepairMorePorts</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number of ports that the page has no room for.</extracomment>
+        <translation>ほか %1 ポート</translation>
+    </message>
+    <message>
+        <source>RepairTBar</source>
+        <comment>Global</comment>
+        <extracomment>Page title.</extracomment>
+        <translation>T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarStart</source>
+        <comment>Global</comment>
+        <translation>校正を開始し、各行の指示どおりに T-Bar を動かしてください。</translation>
+    </message>
+    <message>
+        <source>RepairTBarMeasuring</source>
+        <comment>Global</comment>
+        <extracomment>In the place of the heading while a calibration step runs.</extracomment>
+        <translation>校正中：T-Bar を動かさないでください</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotTop</source>
+        <comment>Global</comment>
+        <translation>この手順は失敗しました。次へ進む前に T-Bar をいちばん上にしてください。</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotBottom</source>
+        <comment>Global</comment>
+        <translation>この手順は失敗しました。次へ進む前に T-Bar をいちばん下にしてください。</translation>
+    </message>
+    <message>
+        <source>RepairTBarNoAnswer</source>
+        <comment>Global</comment>
+        <translation>校正がこの手順を完了しませんでした。T-Bar の接続を確認してください。</translation>
+    </message>
 </context>
 </TS>

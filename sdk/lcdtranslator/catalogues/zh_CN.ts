@@ -250,5 +250,77 @@
         <extracomment>%1 is a list of names of keys.</extracomment>
         <translation>未通过的按键：%1</translation>
     </message>
+    <message>
+        <source>RepairNetStep</source>
+        <comment>Global</comment>
+        <translation>用网线将所有网口两两相连。</translation>
+    </message>
+    <message>
+        <source>RepairUSBStep</source>
+        <comment>Global</comment>
+        <translation>在每个 USB 接口插入一个 USB 设备。</translation>
+    </message>
+    <message>
+        <source>RepairNetPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>网口 %1</translation>
+    </message>
+    <message>
+        <source>RepairUSBPort</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number.</extracomment>
+        <translation>USB 接口 %1</translation>
+    </message>
+    <message>
+        <source>RepairLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>已连接</translation>
+    </message>
+    <message>
+        <source>RepairNotLinked</source>
+        <comment>Global</comment>
+        <extracomment>Follows the name of a port and a colon.</extracomment>
+        <translation>未连接</translation>
+    </message>
+    <message>
+        <source>RepairMorePorts</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number of ports that the page has no room for.</extracomment>
+        <translation>另有 %1 个接口</translation>
+    </message>
+    <message>
+        <source>RepairTBar</source>
+        <comment>Global</comment>
+        <extracomment>Page title.</extracomment>
+        <translation>T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarStart</source>
+        <comment>Global</comment>
+        <translation>开始校准，然后按每行提示推动 T-Bar。</translation>
+    </message>
+    <message>
+        <source>RepairTBarMeasuring</source>
+        <comment>Global</comment>
+        <extracomment>In the place of the heading while a calibration step runs.</extracomment>
+        <translation>校准中：请勿移动 T-Bar</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotTop</source>
+        <comment>Global</comment>
+        <translation>该步骤失败。进入下一步前 T-Bar 必须位于最上端。</translation>
+    </message>
+    <message>
+        <source>RepairTBarNotBottom</source>
+        <comment>Global</comment>
+        <translation>该步骤失败。进入下一步前 T-Bar 必须位于最下端。</translation>
+    </message>
+    <message>
+        <source>RepairTBarNoAnswer</source>
+        <comment>Global</comment>
+        <translation>校准未完成该步骤。请检查 T-Bar 的连接。</translation>
+    </message>
 </context>
 </TS>

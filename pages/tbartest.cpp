@@ -1,0 +1,233 @@
+#include "tbartest.h"
+
+#include "lcd/factorymode/ikeyboardevent.h"
+#include "lcd/factorymode/itbarcalibration.h"
+#include "lcdfactorymodeimpl/tbartestbiz.h"
+#include "mirel/api.h"
+#include "singletest.h"
+#include "texts.h"
+
+#include <QtCore/QTimer>
+
+#include <iterator>
+#include <mutex>
+#include <string>
+
+namespace LCD::RepairPages {
+
+namespace {
+
+const std::string subscriber = "RepairTBarTest";
+
+constexpr int answerTime = 2000; // milliseconds that a step may take
+constexpr int done = 100;        // percent of a step, in reports
+constexpr int slider = 1;
+
+/// What each press sends, and what the operator did before it.
+struct Step
+{
+    int command;
+    const char *movement; ///< text key; the first press needs none
+    const char *hint;     ///< text key: what may have been wrong when nothing was measured
+};
+
+constexpr Step steps[] = {
+    {2, nullptr, "RepairTBarNoAnswer"},
+    {1, "Push T-Bar to Top", "RepairTBarNotTop"},
+    {0, "Push T-Bar to Bottom", "RepairTBarNotBottom"},
+    {1, "Push T-Bar to Top", "RepairTBarNotTop"},
+    {0, "Push T-Bar to Bottom", "RepairTBarNotBottom"},
+    {1, "Push T-Bar to Top", "RepairTBarNotTop"},
+    {4, "Push T-Bar to Bottom", "RepairTBarNotBottom"},
+};
+constexpr int stepCount = std::size(steps);
+
+/// The single test goes on after a failed step. The page waits for the report
+/// that a step is done, and fails the test when it doesn't come.
+class TBarTest : public SingleTest<FactoryModeImpl::TbarTestBiz>
+{
+public:
+    TBarTest();
+    ~TBarTest() override;
+
+    void start() override;
+    void reTest() override;
+    void setNotPass() override;
+    void restore() override { m_timer.stop(); }
+
+    TestState state() const override { return m_state; }
+    QString titleIcon() const override;
+    QString heading() const override;
+    QVector<PageLine> lines() const override;
+    QVector<PageLine> remarks() const override;
+    QString leftCaption() const override { return text("FCNoPass"); }
+    QString rightCaption() const override;
+    void pressLeft() override { setNotPass(); }
+    void pressRight() override;
+
+private:
+    /// What the service holds: reports find the test here as long as there is
+    /// one.
+    struct Reports
+    {
+        std::mutex mutex;
+        TBarTest *test;
+    };
+
+    void listen();
+    void onReport(int command, int percent);
+    void onNoAnswer();
+    bool isMeasuring() const { return m_timer.isActive(); }
+    PageLine lineOf(int step) const;
+
+    FactoryMode::IKeyboardEvent *m_keyboard =
+        mirel::api::get().service<FactoryMode::IKeyboardEvent>("lcdKeyboardEvent");
+    FactoryMode::ITBarCalibration *m_calibration =
+        mirel::api::get().service<FactoryMode::ITBarCalibration>("lcdTBarCalibration");
+    std::shared_ptr<Reports> m_reports = std::make_shared<Reports>();
+    QTimer m_timer;
+    TestState m_state = TestState::Idle;
+    int m_step = 0; // the one that the next press carries out, or that is under way
+    bool m_hasProgress = false;
+    bool m_isLastPress = false;
+    const char *m_hint = nullptr;
+};
+
+TBarTest::TBarTest()
+{
+    m_reports->test = this;
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(answerTime);
+    connect(&m_timer, &QTimer::timeout, this, [this] { onNoAnswer(); });
+    biz->registerRightBtnTextCallback(subscriber, [this](bool isLast) { m_isLastPress = isLast; });
+}
+
+// A report that comes later finds no test.
+TBarTest::~TBarTest()
+{
+    const std::lock_guard locker(m_reports->mutex);
+    m_reports->test = nullptr;
+}
+
+// Reports come on a thread of the service's own.
+void TBarTest::listen()
+{
+    if (!m_calibration)
+        return;
+    const auto listener = [weak = std::weak_ptr(m_reports)](const ProtocolImpl::s_BarCalibration &report) {
+        const auto reports = weak.lock();
+        if (!reports)
+            return;
+        const std::lock_guard locker(reports->mutex);
+        TBarTest *test = reports->test;
+        if (!test)
+            return;
+        QMetaObject::invokeMethod(
+            test, [test, report] { test->onReport(report.command, report.value); }, Qt::QueuedConnection);
+    };
+    m_calibration->registerBarCalibrationCallback(subscriber, listener);
+}
+
+void TBarTest::start()
+{
+    m_state = TestState::Running;
+    m_step = 0;
+    m_hint = nullptr;
+    listen();
+    biz->startTest();
+    pressRight();
+}
+
+void TBarTest::reTest()
+{
+    m_state = TestState::Idle;
+    biz->reTest();
+}
+
+void TBarTest::setNotPass()
+{
+    m_timer.stop();
+    m_state = TestState::Failed;
+    SingleTest::setNotPass();
+}
+
+void TBarTest::pressRight()
+{
+    if (isMeasuring())
+        return;
+    m_hasProgress = false;
+    m_timer.start();
+    biz->requestNextStep();
+}
+
+void TBarTest::onReport(int command, int percent)
+{
+    if (m_state != TestState::Running || !isMeasuring() || command != steps[m_step].command)
+        return;
+    m_hasProgress = true;
+    if (percent < done)
+        return;
+    m_timer.stop();
+    if (++m_step == stepCount)
+        m_state = TestState::Passed;
+    Q_EMIT changed();
+}
+
+void TBarTest::onNoAnswer()
+{
+    m_hint = m_hasProgress ? "RepairTBarNoAnswer" : steps[m_step].hint;
+    setNotPass();
+    Q_EMIT changed();
+}
+
+QString TBarTest::titleIcon() const
+{
+    const bool isSlider = m_keyboard && m_keyboard->getTBarType() == slider;
+    return isSlider ? QStringLiteral("fc_tbar_slider") : QStringLiteral("fc_tbar_fader");
+}
+
+QString TBarTest::heading() const
+{
+    return isMeasuring() ? text("RepairTBarMeasuring") : QString();
+}
+
+QString TBarTest::rightCaption() const
+{
+    return isMeasuring() ? QString() : text(m_isLastPress ? "FCTestComplete" : "FCNextStep");
+}
+
+PageLine TBarTest::lineOf(int step) const
+{
+    const bool hasFailed = m_state == TestState::Failed && step == m_step;
+    const auto mark = step < m_step ? PageLine::Mark::Pass : PageLine::Mark::None;
+    return {QStringLiteral("%1.%2").arg(step).arg(text(steps[step].movement)), Qt::white,
+            hasFailed ? PageLine::Mark::NotPass : mark};
+}
+
+QVector<PageLine> TBarTest::lines() const
+{
+    QVector<PageLine> lines;
+    for (int step = 1; step < stepCount; ++step)
+        lines << lineOf(step);
+    return lines;
+}
+
+// Where it failed and why.
+QVector<PageLine> TBarTest::remarks() const
+{
+    QVector<PageLine> lines;
+    if (m_state == TestState::Failed && m_step > 0)
+        lines << lineOf(m_step);
+    if (m_hint)
+        lines << PageLine{text(m_hint), notPassColor()};
+    return lines;
+}
+
+} // namespace
+
+std::unique_ptr<PageTest> makeTBarTest()
+{
+    return std::make_unique<TBarTest>();
+}
+
+} // namespace LCD::RepairPages
