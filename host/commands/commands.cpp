@@ -52,6 +52,15 @@ const QList<Command> &commands()
          0,
          false,
          runInfo},
+        {QStringLiteral("runs"),
+         QStringLiteral("runs"),
+         QStringLiteral("prints the runs of a journal"),
+         {option("from", "The journal to derive the runs from.", "JOURNAL"),
+          option("json", "Print one JSON object a line."), option("csv", "Print comma-separated values.")},
+         0,
+         0,
+         false,
+         runRuns},
     };
     return table;
 }

@@ -36,5 +36,6 @@ int runPlay(const CommandLine &line);
 int runRecord(const CommandLine &line);
 int runCheck(const CommandLine &line);
 int runInfo(const CommandLine &line);
+int runRuns(const CommandLine &line);
 
 }

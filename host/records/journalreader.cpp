@@ -1,0 +1,93 @@
+#include "records/journalreader.h"
+
+#include <QtCore/QIODevice>
+#include <QtCore/QJsonDocument>
+
+#include <cmath>
+
+namespace panelhost {
+
+namespace {
+
+constexpr qint64 MaxLine = 64 * 1024 * 1024;
+
+std::optional<Journal::Kind> kindFromName(const QString &name)
+{
+    for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Note); ++kind) {
+        if (Journal::kindName(static_cast<Journal::Kind>(kind)) == name)
+            return static_cast<Journal::Kind>(kind);
+    }
+    return std::nullopt;
+}
+
+std::optional<qint64> wholeNumber(const QJsonValue &value, qint64 least)
+{
+    const double number = value.toDouble(-1);
+    if (number < static_cast<double>(least) || number > 9.007e15 || number != std::floor(number))
+        return std::nullopt;
+    return static_cast<qint64>(number);
+}
+
+std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *error)
+{
+    const auto sequence = wholeNumber(line.value(QLatin1String("seq")), 1);
+    const auto at = wholeNumber(line.value(QLatin1String("t")), 0);
+    const auto kind = kindFromName(line.value(QLatin1String("kind")).toString());
+    const QJsonValue name = line.value(QLatin1String("name"));
+    const QJsonValue data = line.value(QLatin1String("data"));
+    if (!sequence)
+        *error = QStringLiteral("expected a whole number from 1 on as \"seq\"");
+    else if (!at)
+        *error = QStringLiteral("expected milliseconds as \"t\"");
+    else if (!kind)
+        *error = QStringLiteral("expected one of call, event, signal, log, screen, action, note as \"kind\"");
+    else if (!name.isString())
+        *error = QStringLiteral("expected a text as \"name\"");
+    else if (!data.isUndefined() && !data.isObject())
+        *error = QStringLiteral("expected an object as \"data\"");
+    else
+        return Journal::Entry{
+            *sequence, *at, line.value(QLatin1String("thread")).toString(), *kind, name.toString(), data.toObject()};
+    return std::nullopt;
+}
+
+bool readLine(const QByteArray &text, RunDeriver &deriver, QString *error)
+{
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &parseError);
+    if (!document.isObject()) {
+        *error = QStringLiteral("expected a JSON object");
+        if (parseError.error != QJsonParseError::NoError)
+            *error += QStringLiteral(" (%1)").arg(parseError.errorString());
+        return false;
+    }
+    const QJsonObject line = document.object();
+    if (line.contains(QLatin1String("session"))) {
+        const auto info = SessionInfo::fromJson(line, error);
+        if (info)
+            deriver.beginSession(*info);
+        return info.has_value();
+    }
+    const auto entry = entryFromJson(line, error);
+    if (entry)
+        deriver.add(*entry);
+    return entry.has_value();
+}
+
+}
+
+bool readJournal(QIODevice &device, const QString &name, RunDeriver &deriver, QString *error)
+{
+    for (qint64 number = 1;; ++number) {
+        const QByteArray text = device.readLine(MaxLine);
+        if (text.isEmpty())
+            return true;
+        QString problem;
+        if (!readLine(text, deriver, &problem)) {
+            *error = QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(problem);
+            return false;
+        }
+    }
+}
+
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "records/derivedsession.h"
+
+#include <optional>
+
+namespace panelhost {
+
+/// Follows the complete machine tests of a session by the screens and the log of their page.
+class MachineRuns
+{
+public:
+    explicit MachineRuns(DerivedSession &session) : m_session(session) {}
+
+    /// After the session has taken @p entry over.
+    void add(const Journal::Entry &entry);
+    void endSession();
+
+private:
+    enum class Screen {
+        Other,
+        Entry,
+        Passed,
+        Failed
+    };
+
+    void readScreen(const QJsonObject &changes);
+    void readLogLine(const QString &line);
+    void readPhaseScreen(const QString &icon);
+    Screen shownScreen() const;
+    void start();
+    void beginPhase();
+    void endPhase(RunOutcome outcome, VerdictSource source);
+    void advanceTo(int phase);
+    void finish(RunOutcome outcome);
+    VerdictSource passSource() const;
+    void readKeys(const Journal::Entry &entry);
+    void countKeys(const Journal::Entry &entry, int key);
+
+    DerivedSession &m_session;
+    std::optional<Run> m_run;
+    int m_phase = 0;
+    QStringList m_log; ///< of the page, which keeps it while it isn't shown
+    Screen m_screen = Screen::Other;
+    bool m_hasStarted = false; ///< the first test was begun since the last screen line
+    int m_awaitedKey = -1;
+};
+
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QtCore/QDateTime>
+#include <QtCore/QJsonObject>
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QUuid>
+#include <QtCore/QVector>
+
+#include <optional>
+
+namespace panelhost {
+
+/// What was tested.
+enum class RunKind {
+    Machine, ///< the complete machine test
+    Aging,   ///< an aging session, from its start to its stop
+    Repair   ///< a visit of one repair page
+};
+
+enum class RunOutcome {
+    Passed,
+    Failed,
+    Aborted ///< ended without a verdict
+};
+
+/// Who or what decided a phase.
+enum class VerdictSource {
+    None,
+    Operator,
+    Test,  ///< the phase ended by itself
+    Report ///< a link report of the device
+};
+
+QString toText(RunKind kind);
+QString toText(RunOutcome outcome);
+QString toText(VerdictSource source);
+std::optional<RunKind> runKindFromText(const QString &text);
+std::optional<RunOutcome> runOutcomeFromText(const QString &text);
+std::optional<VerdictSource> verdictSourceFromText(const QString &text);
+
+/// Who is tested by whom, on what. The journal of a session begins with it if it is known. All texts may be empty.
+struct SessionInfo
+{
+    QUuid id;
+    QDateTime begin; ///< UTC
+    QString unit;    ///< serial number
+    QString station;
+    QString operatorName;
+    QString language;
+    QString panelhostVersion;
+    QString componentVersion;
+    QString configuration; ///< SHA-256 of the two configuration files, hexadecimal
+
+    bool isNull() const { return id.isNull(); }
+    /// The line of the journal, without line end.
+    QByteArray toJsonLine() const;
+    /// Reads the object of such a line. Returns nullopt, with what was expected in @p error, if it isn't one.
+    static std::optional<SessionInfo> fromJson(const QJsonObject &line, QString *error);
+};
+
+/// One phase of a machine test, or the page of a visit.
+struct RunPhase
+{
+    QString name;
+    RunOutcome outcome = RunOutcome::Aborted;
+    qint64 begin = 0;    ///< device time in milliseconds
+    qint64 duration = 0; ///< milliseconds
+    VerdictSource source = VerdictSource::None;
+};
+
+/// A link change of an aging session that had ports down.
+struct AgingFailure
+{
+    qint64 at = 0; ///< device time in milliseconds
+    QStringList ports;
+};
+
+/// One test of one unit: a value that is derived from the journal.
+struct Run
+{
+    /// At most so many failures and wrong keys are listed; all are counted.
+    static constexpr int MaxListed = 1000;
+
+    QUuid id;
+    SessionInfo session; ///< with the unit and the language at the begin of the run
+    RunKind kind = RunKind::Machine;
+    RunOutcome outcome = RunOutcome::Aborted;
+    qint64 begin = 0; ///< device time in milliseconds
+    qint64 end = 0;
+    QVector<RunPhase> phases;
+    int rounds = 0; ///< complete ones of an aging session
+    int failureCount = 0;
+    QVector<AgingFailure> failures;
+    int wrongKeyCount = 0;
+    QVector<int> wrongKeys; ///< hal keys that were pressed while another key was awaited
+    QVector<int> skippedKeys;
+    QMap<QString, QString> ports; ///< "net1" to "plugged", "unplugged" or "blocked", as last reported
+    int position = 0;             ///< in its session, from 1, in the order of their begins
+    qint64 firstLine = 0;         ///< sequence numbers of its part of the journal
+    qint64 lastLine = 0;
+    int attempt = 0; ///< of the unit in the store, from 1; 0: not in a store, or the unit is unknown
+
+    /// In UTC; invalid if the journal doesn't tell when the session began.
+    QDateTime beginUtc() const;
+    QDateTime endUtc() const;
+    /// The phase that failed; empty if none did.
+    QString failedPhase() const;
+    QJsonObject toJson() const;
+};
+
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "journal/journal.h"
+#include "records/run.h"
+
+#include <functional>
+#include <memory>
+
+namespace panelhost {
+
+/// Derives runs from the lines of journals, one by one. The runs depend on the lines alone, and of the lines nothing
+/// is kept but what the open runs need. In one thread at a time.
+class RunDeriver
+{
+public:
+    using Listener = std::function<void(const Run &run)>;
+
+    /// @p listener is called with each run when it ends.
+    explicit RunDeriver(const Listener &listener);
+    ~RunDeriver();
+    RunDeriver(const RunDeriver &) = delete;
+    RunDeriver &operator=(const RunDeriver &) = delete;
+
+    /// A session begins; open runs of the one before are aborted.
+    void beginSession(const SessionInfo &info);
+    /// A line whose sequence number is 1 begins a session, too, unless one has just begun.
+    void add(const Journal::Entry &entry);
+    /// The session ends; open runs are aborted.
+    void endSession();
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> d;
+};
+
+}
