@@ -62,7 +62,7 @@ QTimer *AgeTestBiz::Impl::makeTimer(void (Impl::*slot)())
 void AgeTestBiz::Impl::registerStateCallbacks()
 {
     const auto hear = [this](void (Impl::*listener)(int)) {
-        return m_lifeline.guarded([this, listener](int state) { (this->*listener)(state); });
+        return m_callbackGuard.wrap([this, listener](int state) { (this->*listener)(state); });
     };
     screenBrightnessBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBrightStateChanged));
     screenBadPixelBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBadPixelStateChanged));
@@ -73,10 +73,10 @@ void AgeTestBiz::Impl::registerLinkCallbacks()
 {
     netPortTestBiz.registerLinkStatusCallback(
         AgeTestBizRequester,
-        m_lifeline.guarded([this](const std::vector<bool> &ports, bool) { onNetPortStateChanged(ports); }));
+        m_callbackGuard.wrap([this](const std::vector<bool> &ports, bool) { onNetPortStateChanged(ports); }));
     usbPortTestBiz.registerLinkStatusCallback(
         AgeTestBizRequester,
-        m_lifeline.guarded([this](const std::vector<bool> &ports) { onUsbPortStateChanged(ports); }));
+        m_callbackGuard.wrap([this](const std::vector<bool> &ports) { onUsbPortStateChanged(ports); }));
 }
 
 void AgeTestBiz::Impl::startTestAge()

@@ -2,7 +2,7 @@
 
 #include "agetestbiz.h"
 #include "buttonlightbiz.h"
-#include "lifeline.h"
+#include "callbackguard.h"
 #include "listeners.h"
 #include "netporttestbiz.h"
 #include "screenbadpixelbiz.h"
@@ -124,7 +124,7 @@ private:
     std::mutex m_resultMutex;
     /// Around each access to `failedSteps`, and never held across a call.
     mutable std::mutex m_failedStepsMutex;
-    Lifeline m_lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 }

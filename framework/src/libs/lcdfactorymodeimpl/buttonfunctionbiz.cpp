@@ -1,7 +1,7 @@
 #include "buttonfunctionbiz.h"
 
+#include "callbackguard.h"
 #include "factorymodewidget.h"
-#include "lifeline.h"
 #include "listeners.h"
 #include "log.h"
 #include "services.h"
@@ -83,7 +83,7 @@ public:
     std::string keyUnderTestRequester;
     Listener<unsigned int, const std::string &> keyUnderTestCallback;
     mutable std::mutex keyMutex;
-    Lifeline lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 ButtonFunctionBiz::Impl::~Impl()
@@ -217,7 +217,7 @@ void ButtonFunctionBiz::Impl::listenToKeys()
 {
     if (!keyboardService)
         return;
-    keyboardService->registerKeyCallback(lifeline.guardedReport(
+    keyboardService->registerKeyCallback(m_callbackGuard.wrapReport(
         "[ButtonFunctionBiz]",
         [this](uint32_t halKey, float value, uint32_t extra, const auto &joystick, const auto &touch,
                const auto &tbar) { onKeyPressed(halKey, value, extra, joystick, touch, tbar); }));

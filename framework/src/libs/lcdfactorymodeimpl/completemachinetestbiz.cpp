@@ -31,7 +31,7 @@ CompleteMachineTestBiz::Impl::Impl(CompleteMachineTestBiz *owner) : ownerBiz(own
 
 void CompleteMachineTestBiz::Impl::registerCallbacks()
 {
-    const auto subState = m_lifeline.guarded([this](int state) { onSubStateChanged(state); });
+    const auto subState = m_callbackGuard.wrap([this](int state) { onSubStateChanged(state); });
     screenBrightnessBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     screenBadPixelBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     buttonLightBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
@@ -43,28 +43,28 @@ void CompleteMachineTestBiz::Impl::registerWalkCallbacks()
 {
     buttonFunctionBiz.registerStateCallback(
         CompleteMachineTestBizRequester,
-        m_lifeline.guarded([this](int state, int failCount) { onSubStateChangedBtnFunc(state, failCount); }));
+        m_callbackGuard.wrap([this](int state, int failCount) { onSubStateChangedBtnFunc(state, failCount); }));
     buttonFunctionBiz.registerCurrentKeyUnderTestCallback(
         CompleteMachineTestBizRequester,
-        m_lifeline.guarded([this](unsigned key, const std::string &) { onCurrentKey(key); }));
+        m_callbackGuard.wrap([this](unsigned key, const std::string &) { onCurrentKey(key); }));
     tbarTestBiz.registerStateCallback(CompleteMachineTestBizRequester,
-                                      m_lifeline.guarded([this](int state) { onSubStateChanged(state); }));
+                                      m_callbackGuard.wrap([this](int state) { onSubStateChanged(state); }));
     tbarTestBiz.registerRightBtnTextCallback(CompleteMachineTestBizRequester,
-                                             m_lifeline.guarded([this](bool lastSteps) { onTBarStep(lastSteps); }));
+                                             m_callbackGuard.wrap([this](bool lastSteps) { onTBarStep(lastSteps); }));
 }
 
 void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
 {
-    const auto subState = m_lifeline.guarded([this](int state) { onSubStateChanged(state); });
+    const auto subState = m_callbackGuard.wrap([this](int state) { onSubStateChanged(state); });
     netPortTestBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     netPortTestBiz.registerLinkStatusCallback(
-        CompleteMachineTestBizRequester, m_lifeline.guarded([this](const std::vector<bool> &links, bool linkValid) {
+        CompleteMachineTestBizRequester, m_callbackGuard.wrap([this](const std::vector<bool> &links, bool linkValid) {
             onNetLinkStatus(links, linkValid);
         }));
     usbPortTestBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     usbPortTestBiz.registerLinkStatusCallback(
         CompleteMachineTestBizRequester,
-        m_lifeline.guarded([this](const std::vector<bool> &links) { onUsbLinkStatus(links); }));
+        m_callbackGuard.wrap([this](const std::vector<bool> &links) { onUsbLinkStatus(links); }));
 }
 
 // The requester is set only after the first phase has started: what that phase reports on a fresh object goes unheard.

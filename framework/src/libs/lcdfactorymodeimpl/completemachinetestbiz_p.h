@@ -2,8 +2,8 @@
 
 #include "buttonfunctionbiz.h"
 #include "buttonlightbiz.h"
+#include "callbackguard.h"
 #include "completemachinetestbiz.h"
-#include "lifeline.h"
 #include "listeners.h"
 #include "machinerun.h"
 #include "netporttestbiz.h"
@@ -111,7 +111,7 @@ public:
     FactoryMode::IKeyboardEvent *keyboardService = nullptr;
 
 private:
-    Lifeline m_lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 }

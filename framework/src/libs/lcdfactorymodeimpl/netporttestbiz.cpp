@@ -1,6 +1,6 @@
 #include "netporttestbiz.h"
 
-#include "lifeline.h"
+#include "callbackguard.h"
 #include "linkpayload.h"
 #include "linktest.h"
 #include "listeners.h"
@@ -88,7 +88,7 @@ public:
     Listeners<int> stateCallbacks;
     std::string curRequester;
     std::atomic<bool> recvReport = true;
-    Lifeline lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 void NetPortTestBiz::Impl::onReportLinkChanged(std::any payload)
@@ -180,8 +180,8 @@ void NetPortTestBiz::startTest()
     const auto report = [impl = d](std::any payload) { impl->onReportLinkChanged(std::move(payload)); };
     const auto changed = [impl = d](std::any payload) { impl->onLinkChanged(std::move(payload)); };
     subscribeToLinks(*d->networkPortService, NetPortTestBizRequester,
-                     d->lifeline.guardedReport("NetPortTestBiz", report),
-                     d->lifeline.guardedReport("NetPortTestBiz", changed));
+                     d->m_callbackGuard.wrapReport("NetPortTestBiz", report),
+                     d->m_callbackGuard.wrapReport("NetPortTestBiz", changed));
 }
 
 void NetPortTestBiz::setPass()

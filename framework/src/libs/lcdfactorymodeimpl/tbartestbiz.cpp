@@ -1,6 +1,6 @@
 #include "tbartestbiz.h"
 
-#include "lifeline.h"
+#include "callbackguard.h"
 #include "listeners.h"
 #include "log.h"
 #include "recordfield.h"
@@ -59,7 +59,7 @@ public:
     std::atomic<int> failCount = 0;
     Listeners<int> stateCallbacks;
     Listeners<bool> rightBtnTextCallbacks;
-    Lifeline lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 void TbarTestBiz::Impl::requestNextStep()
@@ -93,7 +93,7 @@ void TbarTestBiz::Impl::send(int command, bool last)
     s_BarCalibration record{};
     setField<4>(record, command);
     tbarCalibrationService->setBarCalibration(
-        record, lifeline.guardedReport("[TbarTestBiz]", [last](bool ok, const std::string &) {
+        record, m_callbackGuard.wrapReport("[TbarTestBiz]", [last](bool ok, const std::string &) {
             if (!last)
                 return;
             if (ok)
@@ -133,7 +133,7 @@ void TbarTestBiz::Impl::listenToCalibration()
         QMetaObject::invokeMethod(this, atHome, Qt::QueuedConnection);
     };
     tbarCalibrationService->registerBarCalibrationCallback(TbarTestBizRequester,
-                                                           lifeline.guardedReport("[TbarTestBiz]", bringHome));
+                                                           m_callbackGuard.wrapReport("[TbarTestBiz]", bringHome));
 }
 
 void TbarTestBiz::Impl::notifyStateChanged(int code) const

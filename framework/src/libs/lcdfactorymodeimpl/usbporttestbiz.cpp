@@ -1,6 +1,6 @@
 #include "usbporttestbiz.h"
 
-#include "lifeline.h"
+#include "callbackguard.h"
 #include "linkpayload.h"
 #include "linktest.h"
 #include "listeners.h"
@@ -102,7 +102,7 @@ public:
     Listeners<int> stateCallbacks;
     std::string curRequester;
     std::atomic<bool> recvReport = true;
-    Lifeline lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 void UsbPortTestBiz::Impl::onReportUsbChanged(std::any payload)
@@ -197,8 +197,9 @@ void UsbPortTestBiz::startTest()
     }
     const auto report = [impl = d](std::any payload) { impl->onReportUsbChanged(std::move(payload)); };
     const auto changed = [impl = d](std::any payload) { impl->onUsbChanged(std::move(payload)); };
-    subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester, d->lifeline.guardedReport("UsbPortTestBiz", report),
-                     d->lifeline.guardedReport("UsbPortTestBiz", changed));
+    subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester,
+                     d->m_callbackGuard.wrapReport("UsbPortTestBiz", report),
+                     d->m_callbackGuard.wrapReport("UsbPortTestBiz", changed));
 }
 
 void UsbPortTestBiz::setPass()

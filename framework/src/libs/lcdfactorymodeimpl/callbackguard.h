@@ -13,27 +13,30 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Keeps the callbacks that an object has given to services from touching it once it is gone. Services never forget a
-/// callback and call on any thread, so guarded() wraps each: from cut() on it does nothing. Callbacks never wait for
-/// one another; cut() alone waits, for those that run on other threads. Make it the last member of its owner.
+/// Makes listeners harmless when the object that registered them is deleted. Services never forget a listener and call
+/// it on any thread. Therefore the object registers only functions that wrap() returns. After invalidate(), which the
+/// destructor calls, these functions do nothing.
 ///
-/// Threads: cut() and the guarded functions may be called on any thread.
-class Lifeline
+/// Wrapped functions never wait for each other. Only invalidate() waits, for calls that run on other threads. Make the
+/// guard the last member of its owner, so that it is destroyed first.
+///
+/// Threads: invalidate() and the wrapped functions may be called on any thread.
+class CallbackGuard
 {
 public:
-    Lifeline() : m_calls(std::make_shared<Calls>()) {}
-    ~Lifeline() { cut(); }
-    Lifeline(const Lifeline &) = delete;
-    Lifeline &operator=(const Lifeline &) = delete;
+    CallbackGuard() : m_calls(std::make_shared<Calls>()) {}
+    ~CallbackGuard() { invalidate(); }
+    CallbackGuard(const CallbackGuard &) = delete;
+    CallbackGuard &operator=(const CallbackGuard &) = delete;
 
-    /// A function that hands its arguments to @p call while the owner lives. It may be copied, called on any thread,
-    /// and dropped by its holder while it runs; its copies share @p call. A call that has destroyed the owner must not
-    /// touch it again.
+    /// Returns a function that passes its arguments to @p call, or does nothing after invalidate(). The function may be
+    /// copied and called on any thread; its copies share @p call. Its holder may delete it while it runs. If @p call
+    /// deletes the owner of the guard, it must not use the owner afterwards.
     template <class Call>
-    auto guarded(Call call) const
+    auto wrap(Call call) const
     {
         return [calls = m_calls, call = std::make_shared<Call>(std::move(call))](auto &&...args) {
-            // A copy: what is captured may be dropped meanwhile.
+            // A copy, because the captured values may be deleted during the call.
             const std::shared_ptr<Call> running = call; // NOLINT(performance-unnecessary-copy-initialization)
             const Entry entry(calls);
             if (entry.admitted)
@@ -41,13 +44,13 @@ public:
         };
     }
 
-    /// guarded() for a callback that a service calls. A service must see no exception, so a report for which there is
-    /// no memory is dropped, with a warning in the name of @p listener.
+    /// As wrap(), for a function that a service calls. No exception may reach the service: if there is no memory for a
+    /// report, the report is dropped. The warning begins with @p listener.
     template <class Call>
-    auto guardedReport(const char *listener, Call call) const
+    auto wrapReport(const char *listener, Call call) const
     {
-        return [listener, admitted = guarded(std::move(call))](auto &&...args) {
-            const char *const name = listener; // what is captured may be dropped meanwhile
+        return [listener, admitted = wrap(std::move(call))](auto &&...args) {
+            const char *const name = listener; // the captured value may be deleted during the call
             try {
                 admitted(std::forward<decltype(args)>(args)...);
             } catch (const std::bad_alloc &) {
@@ -56,16 +59,16 @@ public:
         };
     }
 
-    /// Refuses all further calls and waits for those under way on other threads. A call under way on this thread may
-    /// cut the line too. Whoever cuts must hold no lock that a listener takes.
-    void cut() { m_calls->cut(); }
+    /// Refuses all further calls and waits for the calls that are running on other threads. May be called from within
+    /// a wrapped function. The caller must not hold a lock that a listener takes.
+    void invalidate() { m_calls->invalidate(); }
 
 private:
     static void warnOfDroppedReport(const char *listener)
     {
         try {
             qCWarning(componentLog).nospace() << listener << ": no memory for a report, dropped";
-        } catch (const std::bad_alloc &) { // not even for the warning
+        } catch (const std::bad_alloc &) { // no memory for the warning either
         }
     }
 
@@ -75,7 +78,7 @@ private:
         bool enter()
         {
             const std::lock_guard locker(m_mutex);
-            if (m_cut)
+            if (m_invalid)
                 return false;
             m_running.push_back(std::this_thread::get_id());
             return true;
@@ -88,10 +91,10 @@ private:
             m_left.notify_all();
         }
 
-        void cut()
+        void invalidate()
         {
             std::unique_lock locker(m_mutex);
-            m_cut = true;
+            m_invalid = true;
             m_left.wait(locker, [this, self = std::this_thread::get_id()] {
                 return std::all_of(m_running.begin(), m_running.end(), [self](auto thread) { return thread == self; });
             });
@@ -101,7 +104,7 @@ private:
         std::mutex m_mutex;
         std::condition_variable m_left;
         std::vector<std::thread::id> m_running;
-        bool m_cut = false;
+        bool m_invalid = false;
     };
 
     struct Entry

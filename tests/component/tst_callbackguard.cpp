@@ -1,4 +1,4 @@
-#include "lifeline.h"
+#include "callbackguard.h"
 
 #include <QtTest/QtTest>
 
@@ -12,36 +12,36 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// An object that gives a callback out, as the test objects do.
+/// An object that registers a listener somewhere, as the single tests do.
 class Owner
 {
 public:
     explicit Owner(std::function<void()> event) : m_event(std::move(event)) {}
     std::function<void()> callback()
     {
-        return m_lifeline.guarded([this] { m_event(); });
+        return m_callbackGuard.wrap([this] { m_event(); });
     }
 
 private:
     std::function<void()> m_event;
-    Lifeline m_lifeline;
+    CallbackGuard m_callbackGuard;
 };
 
 constexpr auto Patience = std::chrono::seconds(60);
 
 }
 
-class LifelineTest : public QObject
+class CallbackGuardTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void handsItsArgumentsOn()
     {
-        const Lifeline lifeline;
+        const CallbackGuard guard;
         QString heard;
         const std::function<void(int, const QString &, std::unique_ptr<int>)> call =
-            lifeline.guarded([&heard](int number, const QString &text, std::unique_ptr<int> moved) {
+            guard.wrap([&heard](int number, const QString &text, std::unique_ptr<int> moved) {
                 heard = QStringLiteral("%1 %2 %3").arg(number).arg(text).arg(*moved);
             });
         call(1, QStringLiteral("two"), std::make_unique<int>(3));
@@ -50,9 +50,9 @@ private Q_SLOTS:
 
     void theCallKeepsItsState()
     {
-        const Lifeline lifeline;
+        const CallbackGuard guard;
         int seen = 0;
-        const std::function<void()> call = lifeline.guarded([&seen, n = 0]() mutable { seen = ++n; });
+        const std::function<void()> call = guard.wrap([&seen, n = 0]() mutable { seen = ++n; });
         for (int expected = 1; expected <= 3; ++expected) {
             call();
             QCOMPARE(seen, expected);
@@ -71,33 +71,33 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    void cuttingWaitsForACallOnAnotherThread()
+    void invalidateWaitsForACallOnAnotherThread()
     {
         std::promise<void> entered;
         std::promise<void> release;
         std::atomic<bool> finished = false;
-        Lifeline lifeline;
-        std::thread service(lifeline.guarded([&] {
+        CallbackGuard guard;
+        std::thread service(guard.wrap([&] {
             entered.set_value();
             release.get_future().wait();
             finished = true;
         }));
         entered.get_future().wait();
 
-        auto cut = std::async(std::launch::async, [&] {
-            lifeline.cut();
+        auto invalidated = std::async(std::launch::async, [&] {
+            guard.invalidate();
             return finished.load();
         });
-        // New calls are refused from the moment the line is cut, while the one under way goes on.
+        // From now on new calls are refused. The call that is already running continues.
         bool admitted = true;
-        const auto probe = lifeline.guarded([&admitted] { admitted = true; });
+        const auto probe = guard.wrap([&admitted] { admitted = true; });
         while (std::exchange(admitted, false)) {
             std::this_thread::yield();
             probe();
         }
-        QCOMPARE(cut.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
+        QCOMPARE(invalidated.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
         release.set_value();
-        QVERIFY(cut.get());
+        QVERIFY(invalidated.get());
         service.join();
     }
 
@@ -149,8 +149,8 @@ private Q_SLOTS:
     {
         std::function<void()> held;
         std::string seen;
-        const Lifeline lifeline;
-        held = lifeline.guarded([&held, &seen, text = std::string(100, 'x')] {
+        const CallbackGuard guard;
+        held = guard.wrap([&held, &seen, text = std::string(100, 'x')] {
             held = nullptr;
             seen = text;
         });
@@ -160,17 +160,17 @@ private Q_SLOTS:
 
     void callThatThrowsHasLeft()
     {
-        auto lifeline = std::make_unique<Lifeline>();
-        const auto throwing = lifeline->guarded([] { throw 1; });
+        auto guard = std::make_unique<CallbackGuard>();
+        const auto throwing = guard->wrap([] { throw 1; });
         std::thread([&] {
             try {
                 throwing();
             } catch (int) {
             }
         }).join();
-        lifeline.reset(); // would wait for ever for a call that never left
+        guard.reset(); // would wait for ever for a call that never left
     }
 };
 
-QTEST_APPLESS_MAIN(LifelineTest)
-#include "tst_lifeline.moc"
+QTEST_APPLESS_MAIN(CallbackGuardTest)
+#include "tst_callbackguard.moc"
