@@ -1,9 +1,9 @@
 #include "agetestbiz.h"
 
 #include "agetestbiz_p.h"
+#include "rollback.h"
 #include "statecodes.h"
 #include "testdriver.h"
-#include "undo.h"
 
 #include <algorithm>
 #include <string>
@@ -231,7 +231,7 @@ void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bo
     if (QThread::currentThread() != thread())
         locker.lock();
     std::set<int> before = noteResult(step, passed);
-    callOrUndo([this] { Q_EMIT signalNextStep(); }, [&] { putBack(step, std::move(before)); });
+    callOrRollBack([this] { Q_EMIT signalNextStep(); }, [&] { rollBackResult(step, std::move(before)); });
 }
 
 /// Gives the failures that stood before.
@@ -247,7 +247,7 @@ std::set<int> AgeTestBiz::Impl::noteResult(AgeTestStep step, bool passed)
 }
 
 // Moves the one entry, since others may have changed meanwhile.
-void AgeTestBiz::Impl::putBack(AgeTestStep step, std::set<int> before)
+void AgeTestBiz::Impl::rollBackResult(AgeTestStep step, std::set<int> before)
 {
     const std::lock_guard locker(m_failedStepsMutex);
     failedSteps.erase(step);

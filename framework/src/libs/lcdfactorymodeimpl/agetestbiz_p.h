@@ -89,7 +89,7 @@ private:
     void onUsbPortStateChanged(const std::vector<bool> &ports);
     void onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports);
     std::set<int> noteResult(AgeTestStep step, bool passed);
-    void putBack(AgeTestStep step, std::set<int> before);
+    void rollBackResult(AgeTestStep step, std::set<int> before);
 
     void stopTimers();
     void stopBadPixelTimer();

@@ -4,9 +4,9 @@
 #include "factorymodewidget.h"
 #include "listeners.h"
 #include "log.h"
+#include "rollback.h"
 #include "services.h"
 #include "statecodes.h"
-#include "undo.h"
 
 #include <QtCore/QList>
 #include <QtCore/QPair>
@@ -61,7 +61,7 @@ public:
     };
     Walk walk() const;
     void answerKey(const Walk &key, int pressedKey);
-    void putBack(const Walk &key, QList<QPair<int, QString>> &keys);
+    void rollBackKey(const Walk &key, QList<QPair<int, QString>> &keys);
     void clearKey();
     std::optional<QPair<int, QString>> takeNextKey();
     void leaveKey();
@@ -105,7 +105,7 @@ void ButtonFunctionBiz::Impl::clearKey()
     currentKeyName.clear();
 }
 
-void ButtonFunctionBiz::Impl::putBack(const Walk &key, QList<QPair<int, QString>> &keys)
+void ButtonFunctionBiz::Impl::rollBackKey(const Walk &key, QList<QPair<int, QString>> &keys)
 {
     const std::lock_guard locker(keyMutex);
     currentHalKey = key.halKey;
@@ -189,11 +189,11 @@ void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, con
     QList<QPair<int, QString>> keys = keyList;
     locker.unlock();
     const int stateBefore = state;
-    callOrUndo([&] { answerKey(key, static_cast<int>(halKey)); },
-               [&] {
-                   state = stateBefore;
-                   putBack(key, keys);
-               });
+    callOrRollBack([&] { answerKey(key, static_cast<int>(halKey)); },
+                   [&] {
+                       state = stateBefore;
+                       rollBackKey(key, keys);
+                   });
 }
 
 void ButtonFunctionBiz::Impl::answerKey(const Walk &key, int pressedKey)

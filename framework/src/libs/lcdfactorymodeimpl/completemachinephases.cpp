@@ -1,9 +1,9 @@
 #include "completemachinetestbiz_p.h"
 #include "levelsuffix.h"
 #include "phasescreens.h"
+#include "rollback.h"
 #include "statecodes.h"
 #include "translation.h"
-#include "undo.h"
 
 #include <array>
 #include <utility>
@@ -131,7 +131,7 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
             state.startingElsewhere = !action.isOnOwnersThread();
         });
         if (advanced)
-            callOrUndo([&] { startCurrentPhase(action); }, [&] { takeBack(action, before); });
+            callOrRollBack([&] { startCurrentPhase(action); }, [&] { rollBackPhase(action, before); });
         return;
     }
     const bool finished = action.change([](RunState &state) {
@@ -143,7 +143,7 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
 }
 
 // A report on another thread is dropped when there is no memory for the phase that it leads to.
-void CompleteMachineTestBiz::Impl::takeBack(RunAction &action, const RunState &before)
+void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before)
 {
     if (!action.isOnOwnersThread())
         action.change([&before](RunState &state) { state = before; });
@@ -185,7 +185,7 @@ void CompleteMachineTestBiz::Impl::sendFailure(RunAction &action, const Complete
         notifyLog(QStringLiteral("Test failed"));
         show(action, screen);
     };
-    callOrUndo(send, [&] { action.changeSameRun([before](RunState &state) { state.testResult = before; }); });
+    callOrRollBack(send, [&] { action.changeSameRun([before](RunState &state) { state.testResult = before; }); });
 }
 
 // The report is taken by the row of the present phase, whichever test it comes from. One that a press has led to is too
@@ -253,8 +253,8 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
         };
         if (!action.change(awaitJudge))
             return;
-        callOrUndo([&] { notifyPhase(screen); },
-                   [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
+        callOrRollBack([&] { notifyPhase(screen); },
+                       [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
     } else if (state == StateNotPass) {
         darkenButtons();
         failRun(action);

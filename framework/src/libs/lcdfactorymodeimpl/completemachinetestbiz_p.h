@@ -64,7 +64,7 @@ private:
     void failRun(RunAction &action);
     bool stopTimer(RunAction &action);
     bool stopTimerForFailure(RunAction &action);
-    static void takeBack(RunAction &action, const RunState &before);
+    static void rollBackPhase(RunAction &action, const RunState &before);
     void sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen);
     std::unique_ptr<QEvent> makeTimerUpdate() const;
     void applyTimer(std::unique_ptr<QEvent> event);

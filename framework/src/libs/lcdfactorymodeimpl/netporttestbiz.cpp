@@ -5,8 +5,8 @@
 #include "linktest.h"
 #include "listeners.h"
 #include "recordfield.h"
+#include "rollback.h"
 #include "services.h"
-#include "undo.h"
 
 #include "lcd/protocol/records.h"
 
@@ -73,7 +73,7 @@ public:
         std::vector<bool> before;
     };
     std::optional<TakenLinks> takeLinks(const Records &records);
-    void putBack(TakenLinks &taken);
+    void rollBackLinks(TakenLinks &taken);
     void reset();
 
     NetPortTestBiz *q;
@@ -110,7 +110,7 @@ void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
         notifyStateChanged(state);
         notifyLinkStatus(taken->links, linkValid);
     };
-    callOrUndo(notify, [&] { putBack(*taken); });
+    callOrRollBack(notify, [&] { rollBackLinks(*taken); });
 }
 
 /// Stores the links of a report and gives them with those that were stored before. Nothing, and the stored ones stay,
@@ -130,7 +130,7 @@ std::optional<NetPortTestBiz::Impl::TakenLinks> NetPortTestBiz::Impl::takeLinks(
 }
 
 // Unless another report has come meanwhile.
-void NetPortTestBiz::Impl::putBack(TakenLinks &taken)
+void NetPortTestBiz::Impl::rollBackLinks(TakenLinks &taken)
 {
     const QMutexLocker locker(&linkMutex);
     if (portLinks == taken.links)

@@ -5,8 +5,8 @@
 #include "linktest.h"
 #include "listeners.h"
 #include "recordfield.h"
+#include "rollback.h"
 #include "services.h"
-#include "undo.h"
 
 #include "lcd/protocol/records.h"
 
@@ -87,7 +87,7 @@ public:
         std::vector<bool> links;
     };
     Latched latch(const std::vector<int> &ports, const std::vector<bool> &links);
-    void putBack(const std::vector<int> &ports, Latched &before);
+    void rollBackLinks(const std::vector<int> &ports, Latched &before);
     void reset();
 
     UsbPortTestBiz *q;
@@ -120,7 +120,7 @@ void UsbPortTestBiz::Impl::onUsbChanged(std::any payload)
     const std::vector<int> ports = portsWith(*records);
     const std::vector<bool> links = linksByPosition(ports, *records);
     Latched before = latch(ports, links);
-    callOrUndo([&] { notifyLinkStatus(links); }, [&] { putBack(ports, before); });
+    callOrRollBack([&] { notifyLinkStatus(links); }, [&] { rollBackLinks(ports, before); });
 }
 
 std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
@@ -146,7 +146,7 @@ UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int>
 }
 
 // Unless another report has come meanwhile.
-void UsbPortTestBiz::Impl::putBack(const std::vector<int> &ports, Latched &before)
+void UsbPortTestBiz::Impl::rollBackLinks(const std::vector<int> &ports, Latched &before)
 {
     const QMutexLocker locker(&linkMutex);
     if (knownPorts != ports)
