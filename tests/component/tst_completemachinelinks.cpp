@@ -1,4 +1,3 @@
-#include "calls.h"
 #include "machinebench.h"
 #include "virtualtime.h"
 
@@ -20,32 +19,6 @@ QString usbResult(const QString &icon)
         .arg(icon);
 }
 
-QString tbarStep(const QString &caption)
-{
-    return QStringLiteral("phase title=T-Bar; icon=fc_tbar_slider; stepTitle=[TestStep]; "
-                          "steps=1.[Push T-Bar to Top] | 2.[Push T-Bar to Bottom] | 3.[Push T-Bar to Top] | "
-                          "4.[Push T-Bar to Bottom] | 5.[Push T-Bar to Top] | 6.[Push T-Bar to Bottom]; "
-                          "rightText=%1; noStepTitle; keepSteps; mode=12")
-        .arg(caption);
-}
-
-/// Has no keyboard service for whoever asks last while a complete machine test is made: the driver itself.
-class HostThatLosesTheKeyboard final : public mirel::IHost
-{
-public:
-    explicit HostThatLosesTheKeyboard(RecordingHost &behind) : m_behind(behind) { mirel::api::get().setHost(this); }
-    ~HostThatLosesTheKeyboard() { mirel::api::get().setHost(&m_behind); }
-    void *getComponent(const char *name) override
-    {
-        const bool keyboard = std::string(name) == "lcdKeyboardEvent";
-        return keyboard && ++m_asked == 6 ? nullptr : m_behind.getComponent(name);
-    }
-
-private:
-    RecordingHost &m_behind;
-    int m_asked = 0;
-};
-
 using Ports = std::vector<std::pair<int, bool>>;
 using Nodes = std::vector<RecordingUsb::Node>;
 
@@ -54,7 +27,7 @@ using Nodes = std::vector<RecordingUsb::Node>;
 Q_DECLARE_METATYPE(Ports)
 Q_DECLARE_METATYPE(Nodes)
 
-/// The phases whose screen changes while they run: net ports, USB ports, T-Bar.
+/// The screens that follow a report of the net ports or the USB ports.
 class CompleteMachineLinksTest : public QObject
 {
     Q_OBJECT
@@ -196,46 +169,6 @@ private Q_SLOTS:
         bench.startAndPassTo(6);
         bench.host.usb.changed.fire(RecordingUsb::payload({{1}}));
         QCOMPARE(bench.take(), QStringList{usbResult(QStringLiteral("UsbPass"))});
-    }
-
-    void theTBarPressByPress()
-    {
-        MachineBench bench;
-        bench.startAndPassTo(4);
-        const QString next = tbarStep(QStringLiteral("[FCNextStep]"));
-        const QString complete = tbarStep(QStringLiteral("[FCTestComplete]"));
-        const QList<QPair<QStringList, int>> presses = {
-            {{next}, 2},
-            {{next, QStringLiteral("icon 0")}, 1},
-            {{next, QStringLiteral("icon 1")}, 0},
-            {{next, QStringLiteral("icon 2")}, 1},
-            {{next, QStringLiteral("icon 3")}, 0},
-            {{complete, QStringLiteral("icon 4")}, 1},
-            {{complete, QStringLiteral("icon 5")}, 4},
-        };
-        for (const auto &[told, command] : presses) {
-            bench.right();
-            QCOMPARE(bench.take(),
-                     (calls({"keyboard.getTBarType()"}) + told
-                      << QStringLiteral("tbar.setBarCalibration(0, %1, 0)").arg(command)));
-        }
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
-        QCOMPARE(bench.told().filter(QStringLiteral("log ")), QStringList());
-    }
-
-    void aDriverWithoutAKeyboardServiceTakesTheBarForAFader()
-    {
-        MachineBench bench;
-        HostThatLosesTheKeyboard host(bench.host);
-        bench.make();
-        bench.startAndPassTo(3);
-        bench.pressKeys();
-        QVERIFY(!bench.take().contains(QStringLiteral("keyboard.setAllButtonBrightness(0)")));
-        bench.right();
-        const QStringList made = bench.take();
-        QCOMPARE(made.filter(QStringLiteral("getTBarType")), QStringList());
-        QVERIFY(made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_fader;")));
     }
 };
 

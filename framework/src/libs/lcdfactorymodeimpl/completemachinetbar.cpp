@@ -1,0 +1,45 @@
+#include "completemachinetestbiz_p.h"
+#include "phasescreens.h"
+#include "translation.h"
+
+// The T-Bar phase of the complete machine test: its screen, its step lines and their marks.
+
+namespace LCD::FactoryModeImpl {
+
+namespace {
+
+constexpr int TBarSlider = 1;
+constexpr int TBarLines = 6;
+
+}
+
+void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const
+{
+    const bool slider = keyboardService && keyboardService->getTBarType() == TBarSlider;
+    info.title = QLatin1String(phaseRow(PhaseTBar).titleKey);
+    info.titleIcon = slider ? QStringLiteral("fc_tbar_slider") : QStringLiteral("fc_tbar_fader");
+    info.stepTitle = translated(QLatin1String("TestStep"));
+    info.stepTitleVisible = false;
+    for (int line = 1; line <= TBarLines; ++line) {
+        const char *key = line % 2 == 1 ? "Push T-Bar to Top" : "Push T-Bar to Bottom";
+        info.steps << QStringLiteral("%1.%2").arg(line).arg(translated(QLatin1String(key)));
+    }
+    setButtons(info, phaseRow(PhaseTBar).buttons, rightBtnText);
+    info.panelMode = phaseRow(PhaseTBar).panelMode;
+}
+
+// The press that starts the phase marks no line; each later one marks the line that was asked for before it.
+void CompleteMachineTestBiz::Impl::onTBarStep(bool lastSteps)
+{
+    if (run.state().phaseIndex != PhaseTBar)
+        return;
+    CompleteMachinePhaseInfo info;
+    fillPhase4TBarInfo(info, translated(QLatin1String(lastSteps ? "FCTestComplete" : "FCNextStep")));
+    info.keepSteps = true;
+    notifyPhase(info);
+    const int passedLine = tbarTestBiz.currentStepIndex() - 2;
+    if (passedLine >= 0)
+        notifyStepIcon(passedLine);
+}
+
+}

@@ -1,0 +1,85 @@
+#include "calls.h"
+#include "machinebench.h"
+#include "virtualtime.h"
+
+#include <QtTest/QtTest>
+
+namespace {
+
+QString tbarStep(const QString &caption)
+{
+    return QStringLiteral("phase title=T-Bar; icon=fc_tbar_slider; stepTitle=[TestStep]; "
+                          "steps=1.[Push T-Bar to Top] | 2.[Push T-Bar to Bottom] | 3.[Push T-Bar to Top] | "
+                          "4.[Push T-Bar to Bottom] | 5.[Push T-Bar to Top] | 6.[Push T-Bar to Bottom]; "
+                          "rightText=%1; noStepTitle; keepSteps; mode=12")
+        .arg(caption);
+}
+
+/// Has no keyboard service for whoever asks last while a complete machine test is made: the driver itself.
+class HostThatLosesTheKeyboard final : public mirel::IHost
+{
+public:
+    explicit HostThatLosesTheKeyboard(RecordingHost &behind) : m_behind(behind) { mirel::api::get().setHost(this); }
+    ~HostThatLosesTheKeyboard() { mirel::api::get().setHost(&m_behind); }
+    void *getComponent(const char *name) override
+    {
+        const bool keyboard = std::string(name) == "lcdKeyboardEvent";
+        return keyboard && ++m_asked == 6 ? nullptr : m_behind.getComponent(name);
+    }
+
+private:
+    RecordingHost &m_behind;
+    int m_asked = 0;
+};
+
+}
+
+/// The T-Bar phase: its screen, its step lines and their marks.
+class CompleteMachineTBarTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theTBarPressByPress()
+    {
+        MachineBench bench;
+        bench.startAndPassTo(4);
+        const QString next = tbarStep(QStringLiteral("[FCNextStep]"));
+        const QString complete = tbarStep(QStringLiteral("[FCTestComplete]"));
+        const QList<QPair<QStringList, int>> presses = {
+            {{next}, 2},
+            {{next, QStringLiteral("icon 0")}, 1},
+            {{next, QStringLiteral("icon 1")}, 0},
+            {{next, QStringLiteral("icon 2")}, 1},
+            {{next, QStringLiteral("icon 3")}, 0},
+            {{complete, QStringLiteral("icon 4")}, 1},
+            {{complete, QStringLiteral("icon 5")}, 4},
+        };
+        for (const auto &[told, command] : presses) {
+            bench.right();
+            QCOMPARE(bench.take(),
+                     (calls({"keyboard.getTBarType()"}) + told
+                      << QStringLiteral("tbar.setBarCalibration(0, %1, 0)").arg(command)));
+        }
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
+        QCOMPARE(bench.told().filter(QStringLiteral("log ")), QStringList());
+    }
+
+    void aDriverWithoutAKeyboardServiceTakesTheBarForAFader()
+    {
+        MachineBench bench;
+        HostThatLosesTheKeyboard host(bench.host);
+        bench.make();
+        bench.startAndPassTo(3);
+        bench.pressKeys();
+        QVERIFY(!bench.take().contains(QStringLiteral("keyboard.setAllButtonBrightness(0)")));
+        bench.right();
+        const QStringList made = bench.take();
+        QCOMPARE(made.filter(QStringLiteral("getTBarType")), QStringList());
+        QVERIFY(made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_fader;")));
+    }
+};
+
+VIRTUAL_TIME_TEST_MAIN(CompleteMachineTBarTest)
+#include "tst_completemachinetbar.moc"
