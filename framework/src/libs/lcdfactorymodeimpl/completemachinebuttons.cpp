@@ -11,6 +11,9 @@ namespace LCD::FactoryModeImpl {
 
 namespace {
 
+// The hal key that also operates the left button, which means "not passed".
+constexpr unsigned NotPassButtonKey = 27;
+
 // Both buttons while the test runs, and again once it is set back.
 CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 {
@@ -66,6 +69,17 @@ void CompleteMachineTestBiz::Impl::failButtonFunction(RunAction &action)
     });
     if (!wasAwaitingJudge)
         buttonFunctionBiz.setNotPass();
+}
+
+// Called for each key of the key walk. While the walk waits for NotPassButtonKey, the left button is disabled: the
+// operator is asked to press this key, and the press must not fail the phase.
+void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned halKey)
+{
+    if (run.state().phaseIndex != PhaseButtonFunction)
+        return;
+    CompleteMachinePhaseInfo info;
+    info.noPassBtnClickable = halKey != NotPassButtonKey;
+    notifyPhase(info);
 }
 
 // A press that finds the phase being started on another thread is too early: the test isn't ready.

@@ -14,12 +14,6 @@
 
 namespace LCD::FactoryModeImpl {
 
-namespace {
-
-constexpr unsigned NoPassKey = 27;
-
-}
-
 template <class Biz>
 void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phase phase)
 {
@@ -259,16 +253,6 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
         darkenButtons();
         failRun(action);
     }
-}
-
-// While the device waits for the key that is the no-pass button itself, a press must not fail the phase.
-void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned key)
-{
-    if (run.state().phaseIndex != PhaseButtonFunction)
-        return;
-    CompleteMachinePhaseInfo info;
-    info.noPassBtnClickable = key != NoPassKey;
-    notifyPhase(info);
 }
 
 // A tick that was due when a report on another thread stopped the timer comes all the same.

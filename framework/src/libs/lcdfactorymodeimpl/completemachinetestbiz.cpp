@@ -46,7 +46,7 @@ void CompleteMachineTestBiz::Impl::registerWalkCallbacks()
         m_callbackGuard.wrap([this](int state, int failCount) { onSubStateChangedBtnFunc(state, failCount); }));
     buttonFunctionBiz.registerCurrentKeyUnderTestCallback(
         CompleteMachineTestBizRequester,
-        m_callbackGuard.wrap([this](unsigned key, const std::string &) { onCurrentKey(key); }));
+        m_callbackGuard.wrap([this](unsigned halKey, const std::string &) { onCurrentKey(halKey); }));
     tbarTestBiz.registerStateCallback(CompleteMachineTestBizRequester,
                                       m_callbackGuard.wrap([this](int state) { onSubStateChanged(state); }));
     tbarTestBiz.registerRightBtnTextCallback(CompleteMachineTestBizRequester,

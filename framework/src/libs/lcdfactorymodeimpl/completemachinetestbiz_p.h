@@ -71,7 +71,6 @@ private:
 
     void onSubStateChanged(int subState);
     void onSubStateChangedBtnFunc(int state, int failCount);
-    void onCurrentKey(unsigned key);
     void onTBarStep(bool lastSteps);
     void onNetLinkStatus(const std::vector<bool> &links, bool linkValid);
     void onUsbLinkStatus(const std::vector<bool> &links) const;
@@ -80,6 +79,7 @@ private:
     void fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const;
     void darkenButtons();
 
+    void onCurrentKey(unsigned halKey);
     void failSubTest(RunAction &action, Phase phase);
     void failButtonFunction(RunAction &action);
     template <class Biz>
