@@ -5,9 +5,9 @@ target_include_directories(single_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DI
 target_link_libraries(single_test_support PUBLIC lcdfactorymodeimpl test_support)
 
 foreach(name
-        tst_listeners tst_machinerun tst_levelwalk tst_callbackguard tst_linkpayload
+        tst_listeners tst_machinerun tst_levelstep tst_callbackguard tst_linkpayload
         tst_screenbadpixelbiz tst_screenbrightnessbiz tst_buttonlightbiz tst_buttonfunctionbiz
         tst_tbartestbiz tst_netporttestbiz tst_usbporttestbiz
-        tst_testobjects tst_lateevents tst_netportmemory)
+        tst_singletests tst_lateevents tst_netportmemory)
     lcd_add_component_test(${name} LIBRARIES single_test_support)
 endforeach()

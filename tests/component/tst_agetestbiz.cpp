@@ -28,7 +28,7 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
     }
 
-    void servicesAreLookedUpInTheOrderOfTheTestObjects()
+    void servicesAreLookedUpInTheOrderOfTheSingleTests()
     {
         const AgeBench bench;
         QCOMPARE(

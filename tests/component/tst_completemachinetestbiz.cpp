@@ -35,7 +35,7 @@ private Q_SLOTS:
         QCOMPARE(bench.take(), QStringList());
     }
 
-    void servicesAreLookedUpInTheOrderOfTheTestObjects()
+    void servicesAreLookedUpInTheOrderOfTheSingleTests()
     {
         RecordingHost host;
         const CompleteMachineTestBiz biz;

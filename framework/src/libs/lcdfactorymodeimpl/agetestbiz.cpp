@@ -1,9 +1,9 @@
 #include "agetestbiz.h"
 
 #include "agetestbiz_p.h"
+#include "driverhelpers.h"
 #include "rollback.h"
 #include "statecodes.h"
-#include "testdriver.h"
 
 #include <algorithm>
 #include <string>
@@ -84,9 +84,9 @@ void AgeTestBiz::Impl::startTestAge()
     currentStepIndex = 0;
     forgetResults();
     stopTimers();
-    listenAs(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
-             usbPortTestBiz);
-    hearReports(false, netPortTestBiz, usbPortTestBiz);
+    setCurrentRequester(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
+                        usbPortTestBiz);
+    setReportsReceived(false, netPortTestBiz, usbPortTestBiz);
     startCurrentStep();
 }
 

@@ -2,7 +2,7 @@
 
 #include "agetestbiz.h"
 #include "services.h"
-#include "testpage.h"
+#include "testpagehelpers.h"
 #include "translation.h"
 
 #include <memory>

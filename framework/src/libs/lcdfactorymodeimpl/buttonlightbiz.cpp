@@ -1,6 +1,6 @@
 #include "buttonlightbiz.h"
 
-#include "leveltest.h"
+#include "leveltesthelpers.h"
 #include "listeners.h"
 #include "log.h"
 #include "services.h"
@@ -82,13 +82,13 @@ void ButtonLightBiz::nextStep()
 void ButtonLightBiz::setPass()
 {
     if (d)
-        announceAs(*d, StatePass);
+        setStateAndNotify(*d, StatePass);
 }
 
 void ButtonLightBiz::setNotPass()
 {
     if (d)
-        announceAs(*d, StateNotPass);
+        setStateAndNotify(*d, StateNotPass);
 }
 
 void ButtonLightBiz::reTest()

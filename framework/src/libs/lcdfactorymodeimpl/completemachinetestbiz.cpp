@@ -1,8 +1,8 @@
 #include "completemachinetestbiz.h"
 
 #include "completemachinetestbiz_p.h"
+#include "driverhelpers.h"
 #include "services.h"
-#include "testdriver.h"
 
 #include <string>
 
@@ -74,9 +74,9 @@ void CompleteMachineTestBiz::Impl::start()
     action.beginRun();
     applyTimer({});
     startCurrentPhase(action);
-    listenAs(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
-             usbPortTestBiz);
-    hearReports(true, netPortTestBiz, usbPortTestBiz);
+    setCurrentRequester(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz,
+                        netPortTestBiz, usbPortTestBiz);
+    setReportsReceived(true, netPortTestBiz, usbPortTestBiz);
 }
 
 // Made before the state changes, so that nothing has changed when there is no memory for it. None on the own thread.

@@ -2,7 +2,7 @@
 
 #include "completemachinetestbiz.h"
 #include "services.h"
-#include "testpage.h"
+#include "testpagehelpers.h"
 #include "translation.h"
 
 #include <memory>

@@ -6,7 +6,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// " 30%" for a brightness level of 30, with the leading blank; empty for a number that is none of the five levels.
+/// Returns " 30%" for the level 30, with a leading blank. Returns an empty string if @p level isn't one of the five
+/// levels.
 inline QString levelSuffix(int level)
 {
     switch (level) {
@@ -21,7 +22,7 @@ inline QString levelSuffix(int level)
     }
 }
 
-/// The percentage of the level that shows, or that is about to show while the test is idle.
+/// Returns levelSuffix(@p level). While a level test is idle, returns the suffix of the level that it will show first.
 inline QString brightnessPercentSuffix(int level)
 {
     return levelSuffix(level == StateIdle ? StateLevel10 : level);

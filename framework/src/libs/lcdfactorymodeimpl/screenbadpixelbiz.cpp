@@ -2,8 +2,8 @@
 
 #include "listeners.h"
 #include "services.h"
+#include "singletesthelpers.h"
 #include "statecodes.h"
-#include "testobject.h"
 
 #include "lcd/factorymode/ilcdfactorymode.h"
 

@@ -1,6 +1,6 @@
 #include "screenbrightnessbiz.h"
 
-#include "leveltest.h"
+#include "leveltesthelpers.h"
 #include "listeners.h"
 #include "services.h"
 
@@ -85,13 +85,13 @@ void ScreenBrightnessBiz::restoreBrightnessToNormal()
 void ScreenBrightnessBiz::setPass()
 {
     if (d)
-        announceAs(*d, StatePass);
+        setStateAndNotify(*d, StatePass);
 }
 
 void ScreenBrightnessBiz::setNotPass()
 {
     if (d)
-        announceAs(*d, StateNotPass);
+        setStateAndNotify(*d, StateNotPass);
 }
 
 void ScreenBrightnessBiz::reTest()

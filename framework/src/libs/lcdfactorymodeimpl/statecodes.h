@@ -2,8 +2,10 @@
 
 namespace LCD::FactoryModeImpl {
 
-// What a test object says of itself. Plain numbers, the same for all test objects; in the brightness and the light
-// test the code is the level itself.
+// The states of the single tests, as plain numbers.
+//
+// In the two level tests (screen brightness and key LEDs) the state is also the level: while such a test runs, its
+// state is the brightness in percent. These tests never have the state StateRunning.
 constexpr int StateIdle = 0;
 constexpr int StateRunning = 1;
 constexpr int StateLevel10 = 10;
@@ -11,7 +13,7 @@ constexpr int StateLevel30 = 30;
 constexpr int StateLevel50 = 50;
 constexpr int StateLevel70 = 70;
 constexpr int StateLevel100 = 100;
-/// Nothing more to show; the verdict is the driver's.
+/// All steps have been shown. The operator or the driver gives the verdict.
 constexpr int StateAllStepsDone = 101;
 constexpr int StateNotPass = 102;
 constexpr int StatePass = 103;

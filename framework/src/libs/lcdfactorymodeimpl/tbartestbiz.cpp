@@ -5,8 +5,8 @@
 #include "log.h"
 #include "recordfield.h"
 #include "services.h"
+#include "singletesthelpers.h"
 #include "statecodes.h"
-#include "testobject.h"
 
 #include <QtCore/QObject>
 
@@ -112,7 +112,7 @@ void TbarTestBiz::Impl::onStepComplete(int stepIndex, int)
         completedStep = next;
     if (next < LastStep)
         return;
-    announceAs(*this, StateAllStepsDone);
+    setStateAndNotify(*this, StateAllStepsDone);
 }
 
 // The operator's presses drive the test, not what the service reports.
@@ -175,7 +175,7 @@ void TbarTestBiz::startTest()
     d->completedStep = 0;
     d->currentStep = 0;
     d->failCount = 0;
-    announceAs(*d, StateRunning);
+    setStateAndNotify(*d, StateRunning);
     d->notifyRightBtnText(false);
     d->listenToCalibration();
 }
@@ -189,13 +189,13 @@ void TbarTestBiz::requestNextStep()
 void TbarTestBiz::setPass()
 {
     if (d)
-        announceAs(*d, StatePass);
+        setStateAndNotify(*d, StatePass);
 }
 
 void TbarTestBiz::setNotPass()
 {
     if (d)
-        announceAs(*d, StateNotPass);
+        setStateAndNotify(*d, StateNotPass);
 }
 
 void TbarTestBiz::reTest()
@@ -204,7 +204,7 @@ void TbarTestBiz::reTest()
         return;
     d->currentStep = 0;
     d->failCount = 0;
-    announceAs(*d, StateIdle);
+    setStateAndNotify(*d, StateIdle);
 }
 
 int TbarTestBiz::state() const

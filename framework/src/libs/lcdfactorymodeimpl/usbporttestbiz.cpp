@@ -2,7 +2,7 @@
 
 #include "callbackguard.h"
 #include "linkpayload.h"
-#include "linktest.h"
+#include "linktesthelpers.h"
 #include "listeners.h"
 #include "recordfield.h"
 #include "rollback.h"

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "levelwalk.h"
-#include "testobject.h"
+#include "levelstep.h"
+#include "singletesthelpers.h"
 
 namespace LCD::FactoryModeImpl {
 
-// The operations of both tests that walk the levels. `show` sets a brightness in percent.
+// Functions that the two level tests share: screen brightness and key LEDs. `show` sets a brightness in percent.
 
 template <class Test>
 void resetLevelTest(Test &test)
 {
     test.cycleCount = 0;
-    announceAs(test, StateIdle);
+    setStateAndNotify(test, StateIdle);
 }
 
 template <class Test, class Show>
@@ -22,7 +22,7 @@ void startLevelTest(Test &test, const Show &show)
     test.notifyStateChanged(test.state);
 }
 
-/// Goes one level on. @p atEnd runs when the walk is over, before that is announced.
+/// Shows the next level. After the last one, calls @p atEnd and then notifies the listeners that all steps are done.
 template <class Test, class Show, class AtEnd>
 void nextLevelTestStep(Test &test, const Show &show, const AtEnd &atEnd)
 {

@@ -1,10 +1,10 @@
-#include "levelwalk.h"
+#include "levelstep.h"
 
 #include <QtTest/QtTest>
 
 using namespace LCD::FactoryModeImpl;
 
-class LevelWalkTest : public QObject
+class LevelStepTest : public QObject
 {
     Q_OBJECT
 
@@ -46,5 +46,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(LevelWalkTest)
-#include "tst_levelwalk.moc"
+QTEST_APPLESS_MAIN(LevelStepTest)
+#include "tst_levelstep.moc"

@@ -4,17 +4,17 @@
 
 namespace LCD::FactoryModeImpl {
 
-// What the test objects do alike, on the members as each of them has them.
+// Functions that several single tests share. They work on the members of the test.
 
-/// Sets the state of @p test and announces it.
+/// Sets the state of @p test and notifies its listeners.
 template <class Test>
-void announceAs(Test &test, int code)
+void setStateAndNotify(Test &test, int code)
 {
     test.state = code;
     test.notifyStateChanged(test.state);
 }
 
-/// Tells the device which test is active. @p service may be missing.
+/// Tells the device which single test is active. Does nothing if @p service is null.
 inline void setTestType(FactoryMode::IFactoryModeBiz *service, int testType)
 {
     if (service)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "singletesthelpers.h"
 #include "statecodes.h"
-#include "testobject.h"
 
 #include <algorithm>
 #include <any>
@@ -13,15 +13,15 @@
 
 namespace LCD::FactoryModeImpl {
 
-// What both link tests do, on the members as each of them has them.
+// Functions that the two link tests share: net ports and USB ports. They work on the members of the test.
 
-/// Goes from @p from to @p to; false, and no change, in any other state.
+/// Changes @p state from @p from to @p to. Returns false, and changes nothing, if the state is another one.
 inline bool moveState(std::atomic<int> &state, int from, int to)
 {
     return state.compare_exchange_strong(from, to);
 }
 
-/// Forgets links and failures.
+/// Returns the test to idle, without links and failures.
 template <class Test>
 void enterLinkTest(Test &test, int testType)
 {
@@ -31,7 +31,7 @@ void enterLinkTest(Test &test, int testType)
     test.notifyStateChanged(test.state);
 }
 
-/// Starts an idle test; false when it is in another state.
+/// Starts an idle test. Returns false if it isn't idle.
 template <class Test>
 bool startLinkTest(Test &test)
 {
@@ -41,7 +41,7 @@ bool startLinkTest(Test &test)
     return started;
 }
 
-/// The verdicts of a running test. In any other state nothing happens.
+/// Gives a running test its verdict. Does nothing in any other state.
 template <class Test>
 void passLinkTest(Test &test)
 {
@@ -58,7 +58,7 @@ void failLinkTest(Test &test)
     test.notifyStateChanged(test.state);
 }
 
-/// Both subscriptions of a link service, the reports first. Neither ever ends.
+/// Registers both listeners with the service of the ports, that for reports first. They are never removed.
 template <class Service>
 void subscribeToLinks(Service &service, const std::string &subscriber, const std::function<void(std::any)> &report,
                       const std::function<void(std::any)> &changed)
@@ -68,14 +68,14 @@ void subscribeToLinks(Service &service, const std::string &subscriber, const std
     service.registerChangedCallback(subscriber, Mode, changed);
 }
 
-/// The number of entries of @p ports; the highest int when there are more.
+/// Returns the number of entries of @p ports, or the highest int if there are more.
 template <class Value>
 int countOf(const std::vector<Value> &ports)
 {
     return static_cast<int>(std::min<std::size_t>(ports.size(), std::numeric_limits<int>::max()));
 }
 
-/// Whether there are links and each of them is up.
+/// Returns whether @p links has entries and all of them are true.
 inline bool allLinked(const std::vector<bool> &links)
 {
     return !links.empty() && std::find(links.begin(), links.end(), false) == links.end();

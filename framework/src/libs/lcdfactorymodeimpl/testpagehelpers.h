@@ -7,12 +7,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-// What the two test pages share. The frame's enumerators are known here by their values alone.
+// Functions and constants that the two test pages share. Only the values of the frame's enumerators are known here.
 constexpr auto FocusOnLeftButton = static_cast<Widget::FocusType>(0);
 constexpr auto FocusOnRightButton = static_cast<Widget::FocusType>(1);
 constexpr auto FocusOnNoButton = static_cast<Widget::FocusType>(2);
 
-/// What setFactoryPanelMode() is told when either page leaves to the factory menu.
+/// The panel mode when a test page returns to the factory menu.
 constexpr int PanelModeMenu = 3;
 
 inline QString titleIconLabel()
@@ -20,7 +20,7 @@ inline QString titleIconLabel()
     return QStringLiteral("FactoryIconLabel");
 }
 
-/// Lets @p frame fill @p page to its edges.
+/// Lays out @p frame so that it fills @p page.
 inline void fillPage(QWidget *page, QWidget *frame)
 {
     auto *layout = new QVBoxLayout(page);
@@ -34,7 +34,8 @@ inline void setPanelMode(FactoryMode::IKeyboardEvent *keyboardService, int mode)
         keyboardService->setFactoryPanelMode(mode);
 }
 
-/// Leaves @p page to the factory menu. The page may be gone when this returns: whoever hears of it may delete it.
+/// Returns from @p page to the factory menu. A receiver of the signal may delete the page, so it may not exist any more
+/// when this function returns.
 template <class Page>
 void goBackToMenu(Page &page, FactoryMode::IKeyboardEvent *keyboardService)
 {

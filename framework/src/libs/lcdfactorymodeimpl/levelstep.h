@@ -6,18 +6,21 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// What a light test does on its next tick. `state` and `cycleCount` are what the test goes on with, `show` is the
-/// brightness in percent to set, and `announce` says that the walk is over.
+/// What a level test does next.
 struct LevelStep
 {
+    /// The new state of the test.
     int state = StateIdle;
+    /// The new number of completed cycles.
     int cycleCount = 0;
+    /// The brightness to set, in percent.
     std::optional<int> show;
+    /// Whether the test has ended and its listeners must be notified.
     bool announce = false;
 };
 
-/// The next step from the level that shows and the trips already made. Two trips make a walk; a state that is no
-/// level stays as it is.
+/// Returns the step that follows the level @p state after @p cycleCount completed cycles. A cycle shows each level
+/// once; a level test takes two cycles. A state that isn't a level doesn't change.
 inline LevelStep nextLevelStep(int state, int cycleCount)
 {
     switch (state) {

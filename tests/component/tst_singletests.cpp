@@ -193,7 +193,7 @@ const char *const Services[] = {"lcdKeyboardEvent",           "lcdFactoryModeBiz
 
 }
 
-class TestObjectsTest : public QObject
+class SingleTestsTest : public QObject
 {
     Q_OBJECT
 
@@ -293,5 +293,5 @@ private:
     }
 };
 
-QTEST_MAIN(TestObjectsTest)
-#include "tst_testobjects.moc"
+QTEST_MAIN(SingleTestsTest)
+#include "tst_singletests.moc"
