@@ -39,7 +39,7 @@ private Q_SLOTS:
         const MachineRun run;
         QCOMPARE(run.state().phaseIndex, -1);
         QCOMPARE(run.state().testResult, 0);
-        QVERIFY(!run.state().timerWanted);
+        QVERIFY(!run.state().shouldTimerRun);
     }
 
     void eachRunHasANumberOfItsOwn()
@@ -51,15 +51,15 @@ private Q_SLOTS:
         QCOMPARE(first.phaseIndex, 0);
         QVERIFY(action.change([](RunState &state) {
             state.testResult = 2;
-            state.timerWanted = true;
-            state.startingElsewhere = true;
+            state.shouldTimerRun = true;
+            state.isStartingOnOtherThread = true;
             state.btnFuncAwaitingJudge = true;
         }));
         action.beginRun();
         QVERIFY(run.state().run != first.run);
         QCOMPARE(run.state().testResult, 0);
-        QVERIFY(!run.state().timerWanted);
-        QVERIFY(!run.state().startingElsewhere);
+        QVERIFY(!run.state().shouldTimerRun);
+        QVERIFY(!run.state().isStartingOnOtherThread);
         QVERIFY(run.state().btnFuncAwaitingJudge);
     }
 
@@ -103,7 +103,7 @@ private Q_SLOTS:
         MachineRun run;
         elsewhere([&run] {
             RunAction action(run);
-            QVERIFY(!action.isOnOwnersThread());
+            QVERIFY(!action.isOnOwnThread());
             QVERIFY(RunAction(run).change([](RunState &state) { goTo(state, 5); }));
             QVERIFY(!action.change([](RunState &state) { goTo(state, 6); }));
         });

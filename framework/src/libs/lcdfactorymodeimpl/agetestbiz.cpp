@@ -61,12 +61,12 @@ QTimer *AgeTestBiz::Impl::makeTimer(void (Impl::*slot)())
 
 void AgeTestBiz::Impl::registerStateCallbacks()
 {
-    const auto hear = [this](void (Impl::*listener)(int)) {
-        return m_callbackGuard.wrap([this, listener](int state) { (this->*listener)(state); });
+    const auto listenerFor = [this](void (Impl::*handler)(int)) {
+        return m_callbackGuard.wrap([this, handler](int state) { (this->*handler)(state); });
     };
-    screenBrightnessBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBrightStateChanged));
-    screenBadPixelBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onScreenBadPixelStateChanged));
-    buttonLightBiz.registerStateCallback(AgeTestBizRequester, hear(&Impl::onButtonLightStateChanged));
+    screenBrightnessBiz.registerStateCallback(AgeTestBizRequester, listenerFor(&Impl::onScreenBrightStateChanged));
+    screenBadPixelBiz.registerStateCallback(AgeTestBizRequester, listenerFor(&Impl::onScreenBadPixelStateChanged));
+    buttonLightBiz.registerStateCallback(AgeTestBizRequester, listenerFor(&Impl::onButtonLightStateChanged));
 }
 
 void AgeTestBiz::Impl::registerLinkCallbacks()
@@ -82,7 +82,7 @@ void AgeTestBiz::Impl::registerLinkCallbacks()
 void AgeTestBiz::Impl::startTestAge()
 {
     currentStepIndex = 0;
-    forgetResults();
+    clearResults();
     stopTimers();
     setCurrentRequester(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
                         usbPortTestBiz);
@@ -96,7 +96,7 @@ void AgeTestBiz::Impl::stopTestAge()
 {
     updateUIText(false);
     currentStepIndex = 0;
-    forgetResults();
+    clearResults();
     if (badPixelTimer->isActive()) {
         badPixelTimer->stop();
         screenBadPixelBiz.reTest();
@@ -230,12 +230,12 @@ void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bo
     std::unique_lock locker(m_resultMutex, std::defer_lock);
     if (QThread::currentThread() != thread())
         locker.lock();
-    std::set<int> before = noteResult(step, passed);
+    std::set<int> before = recordResult(step, passed);
     callOrRollBack([this] { Q_EMIT signalNextStep(); }, [&] { rollBackResult(step, std::move(before)); });
 }
 
 /// Gives the failures that stood before.
-std::set<int> AgeTestBiz::Impl::noteResult(AgeTestStep step, bool passed)
+std::set<int> AgeTestBiz::Impl::recordResult(AgeTestStep step, bool passed)
 {
     const std::lock_guard locker(m_failedStepsMutex);
     std::set<int> before = failedSteps;
@@ -277,14 +277,14 @@ void AgeTestBiz::Impl::stopBtnLightTimer()
 }
 
 // Also those that are on their way from another thread: a result of one run must not end a step of the next.
-void AgeTestBiz::Impl::forgetResults()
+void AgeTestBiz::Impl::clearResults()
 {
     const std::lock_guard locker(m_resultMutex);
-    forgetFailures();
+    clearFailures();
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
-void AgeTestBiz::Impl::forgetFailures()
+void AgeTestBiz::Impl::clearFailures()
 {
     const std::lock_guard locker(m_failedStepsMutex);
     failedSteps.clear();

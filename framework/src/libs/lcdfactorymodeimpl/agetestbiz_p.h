@@ -88,7 +88,7 @@ private:
     void onNetPortStateChanged(const std::vector<bool> &ports);
     void onUsbPortStateChanged(const std::vector<bool> &ports);
     void onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports);
-    std::set<int> noteResult(AgeTestStep step, bool passed);
+    std::set<int> recordResult(AgeTestStep step, bool passed);
     void rollBackResult(AgeTestStep step, std::set<int> before);
 
     void stopTimers();
@@ -96,8 +96,8 @@ private:
     void stopScreenLightTimer();
     void stopBtnLightTimer();
 
-    void forgetResults();
-    void forgetFailures();
+    void clearResults();
+    void clearFailures();
     void writeText(const QString &text, const QColor &color) const;
     QString getTextByStep() const;
     QString failureText() const;

@@ -12,7 +12,7 @@ void AgeTestBiz::Impl::updateUIText(bool recount)
     writeText(QString(), QColor(Qt::white));
     writeText(getTextByStep(), QColor(Qt::white));
     if (recount)
-        forgetFailures();
+        clearFailures();
     else
         writeText(failureText(), QColor(Qt::red));
 }

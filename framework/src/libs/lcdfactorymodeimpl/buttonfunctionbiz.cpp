@@ -29,7 +29,7 @@ constexpr auto KeyColor = static_cast<KeyLEDColor>(2);
 constexpr int Steady = 0;
 constexpr int Blinking = 1;
 constexpr int LedBrightness = 100;
-constexpr int LedPeriod = 800;
+constexpr int BlinkPeriod = 800;
 
 bool isCut(const QString &keyName)
 {
@@ -38,7 +38,7 @@ bool isCut(const QString &keyName)
 
 }
 
-// The walk belongs to two threads, the owner's and that of the key events. keyMutex makes each access to it whole; it
+// The walk belongs to two threads, the owner's and that of the key events. m_keyMutex makes each access to it whole; it
 // is never held while a listener or a service is called.
 class ButtonFunctionBiz::Impl
 {
@@ -51,24 +51,24 @@ public:
     void onKeyPressed(uint32_t halKey, float value, uint32_t extra, const LCD::KeyboardProxy::KeyButtonJoystick &,
                       const LCD::KeyboardProxy::KeyTouchScreen &, const LCD::KeyboardProxy::KeyButtonTBar &);
 
-    struct Walk
+    struct KeyWalkState
     {
         int halKey;
         QString keyName;
         int cutKey;
         int lastKey;
-        bool noneLeft;
+        bool isListEmpty;
     };
-    Walk walk() const;
-    void answerKey(const Walk &key, int pressedKey);
-    void rollBackKey(const Walk &key, QList<QPair<int, QString>> &keys);
-    void clearKey();
+    KeyWalkState keyWalkState() const;
+    void handleKey(const KeyWalkState &key, int pressedKey);
+    void rollBackKey(const KeyWalkState &key, QList<QPair<int, QString>> &keys);
+    void clearCurrentKeyLocked();
     std::optional<QPair<int, QString>> takeNextKey();
-    void leaveKey();
-    void forgetKeys();
-    void takeKeys(const QList<QPair<int, QString>> &keys);
-    void listenToKeys();
-    void giveVerdict(int code);
+    void clearCurrentKey();
+    void clearKeyWalk();
+    void setKeys(const QList<QPair<int, QString>> &keys);
+    void registerKeyListener();
+    void setVerdict(int code);
 
     ButtonFunctionBiz *q;
     FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
@@ -82,7 +82,7 @@ public:
     Listeners<int, int> stateCallbacks;
     std::string keyUnderTestRequester;
     Listener<unsigned int, const std::string &> keyUnderTestCallback;
-    mutable std::mutex keyMutex;
+    mutable std::mutex m_keyMutex;
     CallbackGuard m_callbackGuard;
 };
 
@@ -92,22 +92,22 @@ ButtonFunctionBiz::Impl::~Impl()
         keyboardService->registerKeyCallback({});
 }
 
-ButtonFunctionBiz::Impl::Walk ButtonFunctionBiz::Impl::walk() const
+ButtonFunctionBiz::Impl::KeyWalkState ButtonFunctionBiz::Impl::keyWalkState() const
 {
-    const std::lock_guard locker(keyMutex);
+    const std::lock_guard locker(m_keyMutex);
     return {currentHalKey, currentKeyName, cutHalKey, lastHalKey, keyList.isEmpty()};
 }
 
-// With keyMutex held.
-void ButtonFunctionBiz::Impl::clearKey()
+// With m_keyMutex held.
+void ButtonFunctionBiz::Impl::clearCurrentKeyLocked()
 {
     currentHalKey = NoKey;
     currentKeyName.clear();
 }
 
-void ButtonFunctionBiz::Impl::rollBackKey(const Walk &key, QList<QPair<int, QString>> &keys)
+void ButtonFunctionBiz::Impl::rollBackKey(const KeyWalkState &key, QList<QPair<int, QString>> &keys)
 {
-    const std::lock_guard locker(keyMutex);
+    const std::lock_guard locker(m_keyMutex);
     currentHalKey = key.halKey;
     currentKeyName = key.keyName;
     keyList.swap(keys);
@@ -115,9 +115,9 @@ void ButtonFunctionBiz::Impl::rollBackKey(const Walk &key, QList<QPair<int, QStr
 
 std::optional<QPair<int, QString>> ButtonFunctionBiz::Impl::takeNextKey()
 {
-    const std::lock_guard locker(keyMutex);
+    const std::lock_guard locker(m_keyMutex);
     if (keyList.isEmpty()) {
-        clearKey();
+        clearCurrentKeyLocked();
         return std::nullopt;
     }
     const auto next = keyList.takeFirst();
@@ -126,23 +126,23 @@ std::optional<QPair<int, QString>> ButtonFunctionBiz::Impl::takeNextKey()
     return next;
 }
 
-void ButtonFunctionBiz::Impl::leaveKey()
+void ButtonFunctionBiz::Impl::clearCurrentKey()
 {
-    const std::lock_guard locker(keyMutex);
-    clearKey();
+    const std::lock_guard locker(m_keyMutex);
+    clearCurrentKeyLocked();
 }
 
-void ButtonFunctionBiz::Impl::forgetKeys()
+void ButtonFunctionBiz::Impl::clearKeyWalk()
 {
-    const std::lock_guard locker(keyMutex);
+    const std::lock_guard locker(m_keyMutex);
     keyList.clear();
-    clearKey();
+    clearCurrentKeyLocked();
 }
 
-void ButtonFunctionBiz::Impl::takeKeys(const QList<QPair<int, QString>> &keys)
+void ButtonFunctionBiz::Impl::setKeys(const QList<QPair<int, QString>> &keys)
 {
     const auto cut = std::find_if(keys.begin(), keys.end(), [](const auto &key) { return isCut(key.second); });
-    const std::lock_guard locker(keyMutex);
+    const std::lock_guard locker(m_keyMutex);
     currentHalKey = NoKey;
     keyList = keys;
     if (cut != keys.end())
@@ -159,11 +159,11 @@ void ButtonFunctionBiz::Impl::notifyStateChanged(int code, int failures)
 
 void ButtonFunctionBiz::Impl::updateButtonColor(int brightness, int mode, KeyLEDColor color)
 {
-    const int halKey = walk().halKey;
+    const int halKey = keyWalkState().halKey;
     if (!keyboardService || halKey == NoKey)
         return;
     keyboardService->setKeyLedUpdating(true);
-    keyboardService->setKeyLed(halKey, {color, mode, brightness, LedPeriod});
+    keyboardService->setKeyLed(halKey, {color, mode, brightness, BlinkPeriod});
     keyboardService->setKeyLedUpdating(false);
 }
 
@@ -175,33 +175,33 @@ void ButtonFunctionBiz::Impl::nextButtonFunction()
     qCDebug(componentLog) << "[ButtonFunctionBiz] Blinking light: halKey=" << key->first << "name=" << key->second;
     if (const auto callback = currentListener(keyUnderTestCallback))
         callback(static_cast<unsigned int>(key->first), key->second.toStdString());
-    updateButtonColor(LedBrightness, Blinking, isCut(walk().keyName) ? CutColor : KeyColor);
+    updateButtonColor(LedBrightness, Blinking, isCut(keyWalkState().keyName) ? CutColor : KeyColor);
 }
 
 // Runs on the thread of the keyboard service. A press for whose answer there is no memory leaves the walk where it is.
 void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, const KeyboardProxy::KeyButtonJoystick &,
                                            const KeyboardProxy::KeyTouchScreen &, const KeyboardProxy::KeyButtonTBar &)
 {
-    const Walk key = walk();
+    const KeyWalkState key = keyWalkState();
     if (key.halKey == NoKey)
         return;
-    std::unique_lock locker(keyMutex);
+    std::unique_lock locker(m_keyMutex);
     QList<QPair<int, QString>> keys = keyList;
     locker.unlock();
     const int stateBefore = state;
-    callOrRollBack([&] { answerKey(key, static_cast<int>(halKey)); },
+    callOrRollBack([&] { handleKey(key, static_cast<int>(halKey)); },
                    [&] {
                        state = stateBefore;
                        rollBackKey(key, keys);
                    });
 }
 
-void ButtonFunctionBiz::Impl::answerKey(const Walk &key, int pressedKey)
+void ButtonFunctionBiz::Impl::handleKey(const KeyWalkState &key, int pressedKey)
 {
     // The last key is answered by any event: it must come before the comparison of keys.
-    if (key.halKey == key.lastKey && key.noneLeft) {
+    if (key.halKey == key.lastKey && key.isListEmpty) {
         updateButtonColor(LedBrightness, Steady, KeyColor);
-        leaveKey();
+        clearCurrentKey();
         notifyStateChanged(StateAllStepsDone, failCount);
         return;
     }
@@ -213,7 +213,7 @@ void ButtonFunctionBiz::Impl::answerKey(const Walk &key, int pressedKey)
     nextButtonFunction();
 }
 
-void ButtonFunctionBiz::Impl::listenToKeys()
+void ButtonFunctionBiz::Impl::registerKeyListener()
 {
     if (!keyboardService)
         return;
@@ -223,7 +223,7 @@ void ButtonFunctionBiz::Impl::listenToKeys()
                const auto &tbar) { onKeyPressed(halKey, value, extra, joystick, touch, tbar); }));
 }
 
-void ButtonFunctionBiz::Impl::giveVerdict(int code)
+void ButtonFunctionBiz::Impl::setVerdict(int code)
 {
     state = code;
     notifyStateChanged(state, failCount);
@@ -246,8 +246,8 @@ void ButtonFunctionBiz::enter()
         return;
     d->state = StateIdle;
     d->failCount = 0;
-    d->forgetKeys();
-    d->listenToKeys();
+    d->clearKeyWalk();
+    d->registerKeyListener();
 }
 
 void ButtonFunctionBiz::startTest()
@@ -262,7 +262,7 @@ void ButtonFunctionBiz::startTest()
     const QList<QPair<int, QString>> keys = widget->getFactoryKeyCheckList();
     d->failCount = 0;
     d->keyboardService->setAllButtonBrightness(0);
-    d->takeKeys(keys);
+    d->setKeys(keys);
     d->nextButtonFunction();
 }
 
@@ -271,10 +271,10 @@ void ButtonFunctionBiz::skipCurrentStep()
     if (!d)
         return;
     ++d->failCount;
-    const Impl::Walk key = d->walk();
+    const Impl::KeyWalkState key = d->keyWalkState();
     qCDebug(componentLog) << "[ButtonFunctionBiz] Skipped key: halKey=" << key.halKey << "name=" << key.keyName;
-    if (key.noneLeft) {
-        d->leaveKey();
+    if (key.isListEmpty) {
+        d->clearCurrentKey();
         d->notifyStateChanged(d->failCount <= 0 ? StatePass : StateNotPass, d->failCount);
         return;
     }
@@ -285,13 +285,13 @@ void ButtonFunctionBiz::skipCurrentStep()
 void ButtonFunctionBiz::setPass()
 {
     if (d)
-        d->giveVerdict(StatePass);
+        d->setVerdict(StatePass);
 }
 
 void ButtonFunctionBiz::setNotPass()
 {
     if (d)
-        d->giveVerdict(StateNotPass);
+        d->setVerdict(StateNotPass);
 }
 
 int ButtonFunctionBiz::state() const

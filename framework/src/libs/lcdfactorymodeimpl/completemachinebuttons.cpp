@@ -28,7 +28,7 @@ CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 // A test that takes the failure reports it, and so the run fails twice over: once inside that report, once here.
 void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
 {
-    RunAction action(run);
+    RunAction action(m_run);
     const auto phase = static_cast<Phase>(action.state().phaseIndex);
     if (!isInRun(phase))
         return;
@@ -75,7 +75,7 @@ void CompleteMachineTestBiz::Impl::failButtonFunction(RunAction &action)
 // operator is asked to press this key, and the press must not fail the phase.
 void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned halKey)
 {
-    if (run.state().phaseIndex != PhaseButtonFunction)
+    if (m_run.state().phaseIndex != PhaseButtonFunction)
         return;
     CompleteMachinePhaseInfo info;
     info.noPassBtnClickable = halKey != NotPassButtonKey;
@@ -85,8 +85,8 @@ void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned halKey)
 // A press that finds the phase being started on another thread is too early: the test isn't ready.
 void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 {
-    RunAction action(run);
-    if (action.state().startingElsewhere)
+    RunAction action(m_run);
+    if (action.state().isStartingOnOtherThread)
         return;
     const auto phase = static_cast<Phase>(action.state().phaseIndex);
     switch (phase) {

@@ -26,7 +26,7 @@ CompleteMachinePhaseInfo linkResultScreen(Phase phase, const char *stepTitleKey,
 // Runs on the thread of the network service. The first two ports count; a report of one port never passes.
 void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &links, bool)
 {
-    if (run.state().phaseIndex != PhaseNetPort || links.empty())
+    if (m_run.state().phaseIndex != PhaseNetPort || links.empty())
         return;
     const bool passed = links.size() >= 2 && links[0] && links[1];
     notifyPhase(linkResultScreen(PhaseNetPort, "FCTestComplete", passed ? "NetPass" : "NetNoPass"));
@@ -35,7 +35,7 @@ void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &link
 // Runs on the thread of the USB service. All ports count, and the instruction stays on the screen.
 void CompleteMachineTestBiz::Impl::onUsbLinkStatus(const std::vector<bool> &links) const
 {
-    if (run.state().phaseIndex != PhaseUsbPort || links.empty())
+    if (m_run.state().phaseIndex != PhaseUsbPort || links.empty())
         return;
     const bool passed = std::all_of(links.begin(), links.end(), [](bool linked) { return linked; });
     CompleteMachinePhaseInfo info = linkResultScreen(PhaseUsbPort, "TestStep", passed ? "UsbPass" : "UsbNoPass");

@@ -21,7 +21,7 @@ void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phas
     biz.startTest();
     const CompleteMachinePhaseInfo info = phaseScreen(phase, levelSuffix(biz.state()));
     auto event = makeTimerUpdate();
-    if (!action.change([](RunState &state) { state.timerWanted = true; }))
+    if (!action.change([](RunState &state) { state.shouldTimerRun = true; }))
         return;
     applyTimer(std::move(event));
     showStarted(action, info);
@@ -110,7 +110,7 @@ void CompleteMachineTestBiz::Impl::startUsbPort(RunAction &action)
 // The first screen of a phase. From now on the operator may press.
 void CompleteMachineTestBiz::Impl::showStarted(RunAction &action, const CompleteMachinePhaseInfo &info)
 {
-    if (action.change([](RunState &state) { state.startingElsewhere = false; }))
+    if (action.change([](RunState &state) { state.isStartingOnOtherThread = false; }))
         notifyPhase(info);
 }
 
@@ -122,7 +122,7 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
     if (next <= PhaseNet1Poe) {
         const bool advanced = action.change([next, &action](RunState &state) {
             state.phaseIndex = next;
-            state.startingElsewhere = !action.isOnOwnersThread();
+            state.isStartingOnOtherThread = !action.isOnOwnThread();
         });
         if (advanced)
             callOrRollBack([&] { startCurrentPhase(action); }, [&] { rollBackPhase(action, before); });
@@ -139,7 +139,7 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
 // A report on another thread is dropped when there is no memory for the phase that it leads to.
 void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before)
 {
-    if (!action.isOnOwnersThread())
+    if (!action.isOnOwnThread())
         action.change([&before](RunState &state) { state = before; });
 }
 
@@ -155,7 +155,7 @@ void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
 bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
 {
     auto event = makeTimerUpdate();
-    const bool stopped = action.change([](RunState &state) { state.timerWanted = false; });
+    const bool stopped = action.change([](RunState &state) { state.shouldTimerRun = false; });
     if (stopped)
         applyTimer(std::move(event));
     return stopped;
@@ -164,7 +164,7 @@ bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
 bool CompleteMachineTestBiz::Impl::stopTimerForFailure(RunAction &action)
 {
     auto event = makeTimerUpdate();
-    const bool stopped = action.changeSameRun([](RunState &state) { state.timerWanted = false; });
+    const bool stopped = action.changeSameRun([](RunState &state) { state.shouldTimerRun = false; });
     if (stopped)
         applyTimer(std::move(event));
     return stopped;
@@ -211,7 +211,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
         {PhaseUsbPort,          StatePass,         false, true,  Then::Advance},
     }};
     // clang-format on
-    RunAction action(run);
+    RunAction action(m_run);
     if (!action.isCurrent())
         return;
     const int phase = action.state().phaseIndex;
@@ -235,12 +235,12 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 // Runs on the thread of the keyboard service after a key event.
 void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
 {
-    RunAction action(run);
+    RunAction action(m_run);
     if (action.state().phaseIndex != PhaseButtonFunction)
         return;
     if (state == StateAllStepsDone || state == StatePass) {
         const CompleteMachinePhaseInfo screen = judgeScreen(PhaseButtonFunction);
-        darkenButtons();
+        turnOffKeyLeds();
         const auto awaitJudge = [](RunState &changed) {
             changed.btnFuncRetestArmed = false;
             changed.btnFuncAwaitingJudge = true;
@@ -250,7 +250,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
         callOrRollBack([&] { notifyPhase(screen); },
                        [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
     } else if (state == StateNotPass) {
-        darkenButtons();
+        turnOffKeyLeds();
         failRun(action);
     }
 }
@@ -258,8 +258,8 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
 // A tick that was due when a report on another thread stopped the timer comes all the same.
 void CompleteMachineTestBiz::Impl::onTimer()
 {
-    RunAction action(run);
-    if (!action.state().timerWanted)
+    RunAction action(m_run);
+    if (!action.state().shouldTimerRun)
         return;
     const int phase = action.state().phaseIndex;
     if (phase == PhaseScreenBrightness)
@@ -268,7 +268,7 @@ void CompleteMachineTestBiz::Impl::onTimer()
         showNextLevel(action, buttonLightBiz, PhaseButtonLight);
 }
 
-void CompleteMachineTestBiz::Impl::darkenButtons()
+void CompleteMachineTestBiz::Impl::turnOffKeyLeds()
 {
     if (keyboardService)
         keyboardService->setAllButtonBrightness(0);

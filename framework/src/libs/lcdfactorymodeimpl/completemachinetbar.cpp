@@ -31,7 +31,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
 // The press that starts the phase marks no line; each later one marks the line that was asked for before it.
 void CompleteMachineTestBiz::Impl::onTBarStep(bool lastSteps)
 {
-    if (run.state().phaseIndex != PhaseTBar)
+    if (m_run.state().phaseIndex != PhaseTBar)
         return;
     CompleteMachinePhaseInfo info;
     fillPhase4TBarInfo(info, translated(QLatin1String(lastSteps ? "FCTestComplete" : "FCNextStep")));

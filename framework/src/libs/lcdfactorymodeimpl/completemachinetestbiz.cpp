@@ -35,11 +35,11 @@ void CompleteMachineTestBiz::Impl::registerCallbacks()
     screenBrightnessBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     screenBadPixelBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
     buttonLightBiz.registerStateCallback(CompleteMachineTestBizRequester, subState);
-    registerWalkCallbacks();
+    registerKeyAndTBarCallbacks();
     registerLinkCallbacks();
 }
 
-void CompleteMachineTestBiz::Impl::registerWalkCallbacks()
+void CompleteMachineTestBiz::Impl::registerKeyAndTBarCallbacks()
 {
     buttonFunctionBiz.registerStateCallback(
         CompleteMachineTestBizRequester,
@@ -70,7 +70,7 @@ void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
 // The requester is set only after the first phase has started: what that phase reports on a fresh object goes unheard.
 void CompleteMachineTestBiz::Impl::start()
 {
-    RunAction action(run);
+    RunAction action(m_run);
     action.beginRun();
     applyTimer({});
     startCurrentPhase(action);
@@ -91,7 +91,7 @@ void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
 {
     if (event)
         QCoreApplication::postEvent(this, event.release());
-    else if (run.state().timerWanted)
+    else if (m_run.state().shouldTimerRun)
         phaseTimer->start(PhaseTimerInterval);
     else
         phaseTimer->stop();
@@ -99,7 +99,7 @@ void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
 
 void CompleteMachineTestBiz::Impl::customEvent(QEvent *)
 {
-    if (run.state().timerWanted != phaseTimer->isActive())
+    if (m_run.state().shouldTimerRun != phaseTimer->isActive())
         applyTimer({});
 }
 
@@ -146,17 +146,17 @@ void CompleteMachineTestBiz::start()
 
 int CompleteMachineTestBiz::currentPhaseIndex() const
 {
-    return d->run.state().phaseIndex;
+    return d->m_run.state().phaseIndex;
 }
 
 bool CompleteMachineTestBiz::isRunning() const
 {
-    return isInRun(d->run.state().phaseIndex);
+    return isInRun(d->m_run.state().phaseIndex);
 }
 
 int CompleteMachineTestBiz::result() const
 {
-    return d->run.state().testResult;
+    return d->m_run.state().testResult;
 }
 
 void CompleteMachineTestBiz::onLeftBtnClicked()

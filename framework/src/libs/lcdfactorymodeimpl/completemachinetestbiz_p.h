@@ -26,7 +26,7 @@ namespace LCD::FactoryModeImpl {
 // Buttons and timer act on the thread that made the object; reports of the single tests act on the thread that they
 // come on, which for links and keys is that of a host service. Each of them is one RunAction.
 //
-// Threads: `run`, the single tests and the listeners may be used on any thread; the timer on the object's own thread
+// Threads: `m_run`, the single tests and the listeners may be used on any thread; the timer on the object's own thread
 // only. Everything else is set by the constructor and only read afterwards.
 class CompleteMachineTestBiz::Impl : public QObject
 {
@@ -47,7 +47,7 @@ protected:
 
 private:
     void registerCallbacks();
-    void registerWalkCallbacks();
+    void registerKeyAndTBarCallbacks();
     void registerLinkCallbacks();
 
     void startCurrentPhase(RunAction &action);
@@ -77,7 +77,7 @@ private:
     template <class Biz>
     void showNextLevel(const RunAction &action, Biz &biz, Phase phase);
     void fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const;
-    void darkenButtons();
+    void turnOffKeyLeds();
 
     void onCurrentKey(unsigned halKey);
     void failSubTest(RunAction &action, Phase phase);
@@ -96,7 +96,7 @@ private:
 
 public:
     CompleteMachineTestBiz *ownerBiz;
-    MachineRun run;
+    MachineRun m_run;
     QTimer *phaseTimer = nullptr;
     ScreenBrightnessBiz screenBrightnessBiz;
     ScreenBadPixelBiz screenBadPixelBiz;

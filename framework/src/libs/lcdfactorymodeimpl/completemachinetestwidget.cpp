@@ -57,7 +57,7 @@ protected:
 
 private:
     void registerCallbacks();
-    void bringToPage(const CompleteMachinePhaseInfo &info);
+    void queuePhaseInfo(const CompleteMachinePhaseInfo &info);
     void onPhaseChanged(const CompleteMachinePhaseInfo &info);
     void onLog(const QString &text) const;
     void markStepPassed(int step) const;
@@ -95,7 +95,7 @@ CompleteMachineTestWidget::Impl::~Impl()
 void CompleteMachineTestWidget::Impl::registerCallbacks()
 {
     completeMachineBiz->registerPhaseCallback(RequestName,
-                                              [this](const CompleteMachinePhaseInfo &info) { bringToPage(info); });
+                                              [this](const CompleteMachinePhaseInfo &info) { queuePhaseInfo(info); });
     completeMachineBiz->registerLogCallback(RequestName, [this](const QString &text) { onLog(text); });
     completeMachineBiz->registerStepIconCallback(RequestName, [this](int step) { markStepPassed(step); });
 }
@@ -186,7 +186,7 @@ void CompleteMachineTestWidget::Impl::goBack()
 // loop: a timer would never fire there, a posted event needs nothing of it. Each record travels in an event of its own,
 // so that without memory for it nothing else has changed. Events keep their order; those that still wait when the page
 // goes are dropped with it.
-void CompleteMachineTestWidget::Impl::bringToPage(const CompleteMachinePhaseInfo &info)
+void CompleteMachineTestWidget::Impl::queuePhaseInfo(const CompleteMachinePhaseInfo &info)
 {
     if (QThread::currentThread() == ownerWidget->thread())
         return onPhaseChanged(info);

@@ -46,7 +46,7 @@ bool FactoryKeyCheckListConfigParser::parseDocument(const QByteArray &data, cons
     if (document.isNull())
         return false;
     const QDomElement root = document.documentElement();
-    if (!XmlFile::isServedVersion(root)) {
+    if (!XmlFile::isSupportedVersion(root)) {
         qCWarning(componentLog) << "[FactoryKeyCheckListConfigParser] XML version is not 1.0 in file:" << path;
         return false;
     }

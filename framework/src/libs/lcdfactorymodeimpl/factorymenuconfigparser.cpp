@@ -85,7 +85,7 @@ bool FactoryMenuConfigParser::parseDocument(const QByteArray &data, const QStrin
     if (document.isNull())
         return false;
     const QDomElement root = document.documentElement();
-    if (!XmlFile::isServedVersion(root)) {
+    if (!XmlFile::isSupportedVersion(root)) {
         qCWarning(componentLog) << "[FactoryMenuConfigParser] XML version is not 1.0, got:"
                                 << root.attribute(QStringLiteral("version")) << "in file:" << path;
         return false;

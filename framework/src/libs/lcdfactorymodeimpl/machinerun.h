@@ -21,9 +21,9 @@ struct RunState
     int phaseIndex = PhaseNone;
     int testResult = ResultNone;
     /// Whether the timer shall run. A tick counts only while it shall.
-    bool timerWanted = false;
+    bool shouldTimerRun = false;
     /// A report on another thread is starting the phase, whose test may still stand as an earlier run left it.
-    bool startingElsewhere = false;
+    bool isStartingOnOtherThread = false;
     bool btnFuncRetestArmed = false;
     /// The button function phase shows its verdict screen.
     bool btnFuncAwaitingJudge = false;
@@ -32,7 +32,7 @@ struct RunState
 inline bool operator==(const RunState &a, const RunState &b)
 {
     return a.run == b.run && a.phaseIndex == b.phaseIndex && a.testResult == b.testResult
-        && a.timerWanted == b.timerWanted && a.startingElsewhere == b.startingElsewhere
+        && a.shouldTimerRun == b.shouldTimerRun && a.isStartingOnOtherThread == b.isStartingOnOtherThread
         && a.btnFuncRetestArmed == b.btnFuncRetestArmed && a.btnFuncAwaitingJudge == b.btnFuncAwaitingJudge;
 }
 
@@ -55,9 +55,9 @@ private:
     RunState m_state;
 
     // Used on the owner's thread only.
-    const std::thread::id m_ownersThread = std::this_thread::get_id();
-    RunState m_ownersView;
-    int m_ownersActions = 0;
+    const std::thread::id m_ownThread = std::this_thread::get_id();
+    RunState m_ownThreadState;
+    int m_nestedActions = 0;
 };
 
 /// One thing that happens to the run: a press, a tick, the report of a test. An action knows the state in which it
@@ -70,21 +70,21 @@ class RunAction
 {
 public:
     explicit RunAction(MachineRun &run)
-        : m_run(run), m_onOwnersThread(std::this_thread::get_id() == run.m_ownersThread),
-          m_known(m_onOwnersThread ? run.m_ownersView : m_ownView)
+        : m_run(run), m_onOwnThread(std::this_thread::get_id() == run.m_ownThread),
+          m_known(m_onOwnThread ? run.m_ownThreadState : m_ownView)
     {
-        if (!m_onOwnersThread || m_run.m_ownersActions++ == 0)
+        if (!m_onOwnThread || m_run.m_nestedActions++ == 0)
             m_known = m_run.state();
     }
     ~RunAction()
     {
-        if (m_onOwnersThread)
-            --m_run.m_ownersActions;
+        if (m_onOwnThread)
+            --m_run.m_nestedActions;
     }
     RunAction(const RunAction &) = delete;
     RunAction &operator=(const RunAction &) = delete;
 
-    bool isOnOwnersThread() const { return m_onOwnersThread; }
+    bool isOnOwnThread() const { return m_onOwnThread; }
 
     /// The run as this action knows it.
     const RunState &state() const { return m_known; }
@@ -116,8 +116,8 @@ public:
             ++state.run;
             state.phaseIndex = PhaseScreenBrightness;
             state.testResult = ResultNone;
-            state.timerWanted = false;
-            state.startingElsewhere = false;
+            state.shouldTimerRun = false;
+            state.isStartingOnOtherThread = false;
         });
     }
 
@@ -131,7 +131,7 @@ private:
     }
 
     MachineRun &m_run;
-    const bool m_onOwnersThread;
+    const bool m_onOwnThread;
     RunState m_ownView;
     RunState &m_known;
 };

@@ -46,7 +46,7 @@ public:
     ScreenBadPixelBiz *q;
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
     FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
-    void *screenDetail = screenDetailService();
+    void *m_screenDetail = screenDetailService();
     std::atomic<int> state = StateIdle;
     std::atomic<int> stepIndex = 0;
     std::atomic<int> patternActive = 0;

@@ -47,7 +47,7 @@ public:
     void notifyRightBtnText(bool lastPress) const;
     void passSilently();
     void send(int command, bool last);
-    void listenToCalibration();
+    void registerCalibrationListener();
 
     TbarTestBiz *q;
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
@@ -121,19 +121,19 @@ void TbarTestBiz::Impl::onBarCalibrationChanged(const s_BarCalibration &)
 }
 
 // The service reports on a thread of its own choosing, which need not be one of Qt's.
-void TbarTestBiz::Impl::listenToCalibration()
+void TbarTestBiz::Impl::registerCalibrationListener()
 {
     if (!tbarCalibrationService)
         return;
-    const auto bringHome = [this](const s_BarCalibration &record) {
-        const auto atHome = [this, record] {
+    const auto queueReport = [this](const s_BarCalibration &record) {
+        const auto handleReport = [this, record] {
             if (q->d)
                 q->d->onBarCalibrationChanged(record);
         };
-        QMetaObject::invokeMethod(this, atHome, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, handleReport, Qt::QueuedConnection);
     };
     tbarCalibrationService->registerBarCalibrationCallback(TbarTestBizRequester,
-                                                           m_callbackGuard.wrapReport("[TbarTestBiz]", bringHome));
+                                                           m_callbackGuard.wrapReport("[TbarTestBiz]", queueReport));
 }
 
 void TbarTestBiz::Impl::notifyStateChanged(int code) const
@@ -177,7 +177,7 @@ void TbarTestBiz::startTest()
     d->failCount = 0;
     setStateAndNotify(*d, StateRunning);
     d->notifyRightBtnText(false);
-    d->listenToCalibration();
+    d->registerCalibrationListener();
 }
 
 void TbarTestBiz::requestNextStep()

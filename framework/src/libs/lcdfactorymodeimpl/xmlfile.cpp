@@ -112,7 +112,7 @@ void XmlFile::reportParseError(const QString &path, const QString &error, int li
                             << "column" << column;
 }
 
-bool XmlFile::isServedVersion(const QDomElement &root)
+bool XmlFile::isSupportedVersion(const QDomElement &root)
 {
     const QString name = QStringLiteral("version");
     return !root.hasAttribute(name) || root.attribute(name) == QLatin1String("1.0");

@@ -23,7 +23,7 @@ public:
     QDomDocument document(const QByteArray &data, const QString &path) const;
 
     /// A root may say no version; if it says one it must be "1.0".
-    static bool isServedVersion(const QDomElement &root);
+    static bool isSupportedVersion(const QDomElement &root);
 
 private:
     void reportParseError(const QString &path, const QString &error, int line, int column) const;
