@@ -90,8 +90,8 @@ void AgeTestBiz::Impl::startTestAge()
     startCurrentStep();
 }
 
-// The text comes first, while the state of the run is still there to be told. The bad pixel test is reset only if it
-// was under way, the two others always, the port tests never.
+// The text is written first, because it shows the state of the run. The bad pixel test is reset only if it is running,
+// the two level tests are always reset, and the port tests never are.
 void AgeTestBiz::Impl::stopTestAge()
 {
     updateUIText(false);
@@ -222,11 +222,11 @@ void AgeTestBiz::Impl::onUsbPortStateChanged(const std::vector<bool> &ports)
     onPortStateChanged(UsbPortStep, ports);
 }
 
-// Runs on the thread of the port service. Whatever the current step is, it ends, also if the test was stopped.
+// Runs on the thread of the port service. Ends the current step, whichever it is, even if the test has been stopped.
 void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports)
 {
     const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
-    // On another thread the signal is only queued, and the lock keeps it together with the result.
+    // On another thread the signal is queued. The lock makes sure that the result and the signal stay together.
     std::unique_lock locker(m_resultMutex, std::defer_lock);
     if (QThread::currentThread() != thread())
         locker.lock();
@@ -234,7 +234,7 @@ void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bo
     callOrRollBack([this] { Q_EMIT signalNextStep(); }, [&] { rollBackResult(step, std::move(before)); });
 }
 
-/// Gives the failures that stood before.
+/// Returns the failures that were recorded before.
 std::set<int> AgeTestBiz::Impl::recordResult(AgeTestStep step, bool passed)
 {
     const std::lock_guard locker(m_failedStepsMutex);
@@ -246,7 +246,7 @@ std::set<int> AgeTestBiz::Impl::recordResult(AgeTestStep step, bool passed)
     return before;
 }
 
-// Moves the one entry, since others may have changed meanwhile.
+// Restores only the entry of @p step, because the other entries may have changed in the meantime.
 void AgeTestBiz::Impl::rollBackResult(AgeTestStep step, std::set<int> before)
 {
     const std::lock_guard locker(m_failedStepsMutex);
@@ -276,7 +276,7 @@ void AgeTestBiz::Impl::stopBtnLightTimer()
     btnLightTimer->stop();
 }
 
-// Also those that are on their way from another thread: a result of one run must not end a step of the next.
+// Also drops results that another thread has queued: a result of one run must not end a step of the next run.
 void AgeTestBiz::Impl::clearResults()
 {
     const std::lock_guard locker(m_resultMutex);

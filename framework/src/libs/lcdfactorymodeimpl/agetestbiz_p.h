@@ -20,7 +20,7 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The steps of a round. The numbers are this sequence's own, not the test types of the device.
+/// The steps of a round. These numbers are not the test types of the device.
 enum AgeTestStep : int {
     ScreenBrightnessStep = 0,
     ScreenBadPixelStep = 1,
@@ -29,10 +29,11 @@ enum AgeTestStep : int {
     UsbPortStep = 4,
 };
 
-// Link results come on other threads: they note the failure, and the signal carries the sequence back.
+// Link results arrive on other threads. They record the failure there; the signal then continues the sequence on the
+// thread of the object.
 //
-// Threads: `failedSteps` and the listeners may be used on any thread, everything else on the thread that made the
-// object.
+// Threads: `failedSteps` and the listeners may be used on any thread, everything else only on the thread that created
+// the object.
 class AgeTestBiz::Impl : public QObject
 {
     Q_OBJECT
@@ -120,9 +121,9 @@ public:
     QTimer *btnLightTimer = nullptr;
 
 private:
-    /// Keeps a result and the step that it queues together. Taken before m_failedStepsMutex.
+    /// Held while a result is recorded and the next step is queued. Locked before m_failedStepsMutex.
     std::mutex m_resultMutex;
-    /// Around each access to `failedSteps`, and never held across a call.
+    /// Protects `failedSteps`. Never held while a function outside this class is called.
     mutable std::mutex m_failedStepsMutex;
     CallbackGuard m_callbackGuard;
 };

@@ -2,11 +2,11 @@
 #include "levelsuffix.h"
 #include "translation.h"
 
-// The lines that the aging test writes.
+// The text lines of the aging test.
 
 namespace LCD::FactoryModeImpl {
 
-// An ordinary update always ends with a red line, if only with a blank one; a recount writes none.
+// A normal update always ends with a red line, which is blank if there is no failure. A recount writes no red line.
 void AgeTestBiz::Impl::updateUIText(bool recount)
 {
     writeText(QString(), QColor(Qt::white));

@@ -14,7 +14,8 @@ namespace {
 
 [[maybe_unused]] const std::string RequestName = "AgeTestWidget";
 
-/// Prepared and stopped are one value: a right click starts the test from either.
+/// A page on which the test is prepared and one on which it was stopped are both idle: the right button starts the
+/// test.
 enum AgePageState : int {
     AgePageIdle = 0,
     AgePageRunning = 1,

@@ -29,7 +29,7 @@ constexpr auto KeyColor = static_cast<KeyLEDColor>(2);
 constexpr int Steady = 0;
 constexpr int Blinking = 1;
 constexpr int LedBrightness = 100;
-constexpr int BlinkPeriod = 800;
+constexpr int BlinkPeriod = 800; // ms
 
 bool isCut(const QString &keyName)
 {
@@ -38,8 +38,10 @@ bool isCut(const QString &keyName)
 
 }
 
-// The walk belongs to two threads, the owner's and that of the key events. m_keyMutex makes each access to it whole; it
-// is never held while a listener or a service is called.
+// The key walk: lights up one key after another and waits until it is pressed. A blinking key has BlinkPeriod.
+//
+// Two threads use the state of the walk: the thread of the owner and the one on which key events arrive. m_keyMutex
+// protects it. It is never held while a listener or a service is called.
 class ButtonFunctionBiz::Impl
 {
 public:
@@ -51,6 +53,7 @@ public:
     void onKeyPressed(uint32_t halKey, float value, uint32_t extra, const LCD::KeyboardProxy::KeyButtonJoystick &,
                       const LCD::KeyboardProxy::KeyTouchScreen &, const LCD::KeyboardProxy::KeyButtonTBar &);
 
+    /// A copy of the state of the walk.
     struct KeyWalkState
     {
         int halKey;
@@ -98,7 +101,7 @@ ButtonFunctionBiz::Impl::KeyWalkState ButtonFunctionBiz::Impl::keyWalkState() co
     return {currentHalKey, currentKeyName, cutHalKey, lastHalKey, keyList.isEmpty()};
 }
 
-// With m_keyMutex held.
+// The caller holds m_keyMutex.
 void ButtonFunctionBiz::Impl::clearCurrentKeyLocked()
 {
     currentHalKey = NoKey;
@@ -178,7 +181,7 @@ void ButtonFunctionBiz::Impl::nextButtonFunction()
     updateButtonColor(LedBrightness, Blinking, isCut(keyWalkState().keyName) ? CutColor : KeyColor);
 }
 
-// Runs on the thread of the keyboard service. A press for whose answer there is no memory leaves the walk where it is.
+// Runs on the thread of the keyboard service. If memory runs out while the key is handled, the walk doesn't change.
 void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, const KeyboardProxy::KeyButtonJoystick &,
                                            const KeyboardProxy::KeyTouchScreen &, const KeyboardProxy::KeyButtonTBar &)
 {
@@ -198,7 +201,7 @@ void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, con
 
 void ButtonFunctionBiz::Impl::handleKey(const KeyWalkState &key, int pressedKey)
 {
-    // The last key is answered by any event: it must come before the comparison of keys.
+    // Any event ends the walk at its last key, so this comes before the comparison of the hal keys.
     if (key.halKey == key.lastKey && key.isListEmpty) {
         updateButtonColor(LedBrightness, Steady, KeyColor);
         clearCurrentKey();

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-// What the two soft buttons mean in each phase of the complete machine test.
+// What the left and the right button do in each phase of the complete machine test.
 
 namespace LCD::FactoryModeImpl {
 
@@ -14,7 +14,7 @@ namespace {
 // The hal key that also operates the left button, which means "not passed".
 constexpr unsigned NotPassButtonKey = 27;
 
-// Both buttons while the test runs, and again once it is set back.
+// The screen with both buttons, shown while the test runs and again after it was reset.
 CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 {
     CompleteMachinePhaseInfo info = phaseInstructions(PhaseNetPort);
@@ -25,7 +25,8 @@ CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 
 }
 
-// A test that takes the failure reports it, and so the run fails twice over: once inside that report, once here.
+// A single test that accepts the failure notifies this driver. In this case the run fails twice: in the notification
+// and here.
 void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
 {
     RunAction action(m_run);
@@ -82,7 +83,7 @@ void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned halKey)
     notifyPhase(info);
 }
 
-// A press that finds the phase being started on another thread is too early: the test isn't ready.
+// A press is ignored while another thread starts the phase, because the single test isn't ready yet.
 void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 {
     RunAction action(m_run);
@@ -115,7 +116,7 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
     }
 }
 
-// Passed without a word to the test, which stays where it is.
+// The phase has passed. The single test isn't told and keeps its state.
 template <class Biz>
 void CompleteMachineTestBiz::Impl::judgeLevels(RunAction &action, Biz &biz)
 {

@@ -10,7 +10,7 @@ namespace LCD::FactoryModeImpl {
 
 namespace {
 
-// A link result is advice: the verdict stays with the operator, who has both buttons.
+// A link result is only information for the operator, who gives the verdict with the two buttons.
 CompleteMachinePhaseInfo linkResultScreen(Phase phase, const char *stepTitleKey, const char *statusIcon)
 {
     CompleteMachinePhaseInfo info = phaseHeading(phase);
@@ -23,7 +23,7 @@ CompleteMachinePhaseInfo linkResultScreen(Phase phase, const char *stepTitleKey,
 
 }
 
-// Runs on the thread of the network service. The first two ports count; a report of one port never passes.
+// Runs on the thread of the network service. Only the first two ports count; a report with one port never passes.
 void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &links, bool)
 {
     if (m_run.state().phaseIndex != PhaseNetPort || links.empty())
@@ -32,7 +32,7 @@ void CompleteMachineTestBiz::Impl::onNetLinkStatus(const std::vector<bool> &link
     notifyPhase(linkResultScreen(PhaseNetPort, "FCTestComplete", passed ? "NetPass" : "NetNoPass"));
 }
 
-// Runs on the thread of the USB service. All ports count, and the instruction stays on the screen.
+// Runs on the thread of the USB service. All ports count. The screen keeps its instruction.
 void CompleteMachineTestBiz::Impl::onUsbLinkStatus(const std::vector<bool> &links) const
 {
     if (m_run.state().phaseIndex != PhaseUsbPort || links.empty())

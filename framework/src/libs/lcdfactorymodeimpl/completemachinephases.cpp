@@ -10,7 +10,7 @@
 
 #include <QtCore/QEvent>
 
-// How the complete machine test goes from phase to phase.
+// How a phase of the complete machine test starts and ends, and which phase follows.
 
 namespace LCD::FactoryModeImpl {
 
@@ -32,7 +32,7 @@ void CompleteMachineTestBiz::Impl::showNextLevel(const RunAction &action, Biz &b
 {
     biz.nextStep();
     const QString suffix = levelSuffix(biz.state());
-    // None on the last tick: the judge screen is up by then.
+    // There is no suffix at the last tick, because the verdict screen is already shown.
     if (!suffix.isEmpty())
         show(action, phaseScreen(phase, suffix));
 }
@@ -59,7 +59,7 @@ void CompleteMachineTestBiz::Impl::startCurrentPhase(RunAction &action)
     case PhaseTypecPower:
     case PhaseNet1Poe:
         return showStarted(action, phaseScreen(phase));
-    case PhaseDcAdapter: // taken out of the run
+    case PhaseDcAdapter: // always skipped
         return advancePhase(action);
     case PhaseNone:
     case PhaseFinished:
@@ -74,7 +74,7 @@ void CompleteMachineTestBiz::Impl::startScreenBadPixel(RunAction &action)
     showStarted(action, phaseScreen(PhaseScreenBadPixel));
 }
 
-// The one phase whose screen comes before its test: the first key reports itself while the test starts.
+// Shows the screen before the test starts, unlike the other phases: the test announces its first key while it starts.
 void CompleteMachineTestBiz::Impl::startButtonFunction(RunAction &action)
 {
     if (!action.change([](RunState &state) { state.btnFuncRetestArmed = false; }))
@@ -93,7 +93,7 @@ void CompleteMachineTestBiz::Impl::startTBar(RunAction &action)
     showStarted(action, info);
 }
 
-// The test itself waits for the right button.
+// The right button starts the test itself.
 void CompleteMachineTestBiz::Impl::startNetPort(RunAction &action)
 {
     netPortTestBiz.enter();
@@ -107,14 +107,14 @@ void CompleteMachineTestBiz::Impl::startUsbPort(RunAction &action)
     showStarted(action, firstPortScreen(PhaseUsbPort));
 }
 
-// The first screen of a phase. From now on the operator may press.
+// Shows the first screen of a phase. From now on the buttons respond.
 void CompleteMachineTestBiz::Impl::showStarted(RunAction &action, const CompleteMachinePhaseInfo &info)
 {
     if (action.change([](RunState &state) { state.isStartingOnOtherThread = false; }))
         notifyPhase(info);
 }
 
-// An action leaves only the phase in which it began: when another thread has left it first, nothing more happens.
+// An action ends only the phase in which it began. It does nothing if another thread has already ended this phase.
 void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
 {
     const RunState before = action.state();
@@ -136,17 +136,17 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
         notifyPhase(passScreen());
 }
 
-// A report on another thread is dropped when there is no memory for the phase that it leads to.
+// If there is no memory to start the next phase, a report on another thread is dropped and the run doesn't change.
 void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before)
 {
     if (!action.isOnOwnThread())
         action.change([&before](RunState &state) { state = before; });
 }
 
-// A failure concerns the run, whichever phase it has come to, but no later run.
+// A failure concerns the whole run, even if another phase has begun in the meantime, but not a later run.
 void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
 {
-    // The screen first, so that nothing has changed when there is no memory for it.
+    // Creates the screen first: nothing has changed yet if there is no memory for it.
     const CompleteMachinePhaseInfo screen = failScreen();
     if (stopTimerForFailure(action))
         sendFailure(action, screen);
@@ -182,8 +182,9 @@ void CompleteMachineTestBiz::Impl::sendFailure(RunAction &action, const Complete
     callOrRollBack(send, [&] { action.changeSameRun([before](RunState &state) { state.testResult = before; }); });
 }
 
-// The report is taken by the row of the present phase, whichever test it comes from. One that a press has led to is too
-// late when another thread has changed the run since the press.
+// Handles a new state of a single test by the row of the current phase, whichever test has the state. If a button press
+// has caused the new state and another thread has changed the run since the press, the state is too late and is
+// ignored.
 void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 {
     enum class Then {
@@ -255,7 +256,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
     }
 }
 
-// A tick that was due when a report on another thread stopped the timer comes all the same.
+// A tick may still arrive after a report on another thread has stopped the timer.
 void CompleteMachineTestBiz::Impl::onTimer()
 {
     RunAction action(m_run);

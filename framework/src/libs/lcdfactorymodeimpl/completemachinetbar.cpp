@@ -28,7 +28,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
     info.panelMode = phaseRow(PhaseTBar).panelMode;
 }
 
-// The press that starts the phase marks no line; each later one marks the line that was asked for before it.
+// Marks the step line that the operator has just carried out. The first press starts the calibration and marks no line.
 void CompleteMachineTestBiz::Impl::onTBarStep(bool lastSteps)
 {
     if (m_run.state().phaseIndex != PhaseTBar)

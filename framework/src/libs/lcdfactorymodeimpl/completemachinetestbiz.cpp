@@ -67,7 +67,7 @@ void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
         m_callbackGuard.wrap([this](const std::vector<bool> &links) { onUsbLinkStatus(links); }));
 }
 
-// The requester is set only after the first phase has started: what that phase reports on a fresh object goes unheard.
+// The current requester is set after the first phase has started. So the first state of a new object isn't announced.
 void CompleteMachineTestBiz::Impl::start()
 {
     RunAction action(m_run);
@@ -85,8 +85,8 @@ std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::makeTimerUpdate() const
     return QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);
 }
 
-// A report can ask for the timer or stop it on the thread of a host service, where no QTimer may be touched. An event
-// then brings it into line with what was asked for last.
+// A report on the thread of a host service may start or stop the timer, but must not use the QTimer there. A posted
+// event then starts or stops it as requested last.
 void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
 {
     if (event)
@@ -103,7 +103,7 @@ void CompleteMachineTestBiz::Impl::customEvent(QEvent *)
         applyTimer({});
 }
 
-// A screen that is late must not cover what another thread has shown since.
+// A screen is dropped if another thread has changed the run in the meantime: it must not replace a newer screen.
 void CompleteMachineTestBiz::Impl::show(const RunAction &action, const CompleteMachinePhaseInfo &info) const
 {
     if (action.isCurrent())

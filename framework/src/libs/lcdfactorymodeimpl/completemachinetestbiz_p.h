@@ -23,11 +23,12 @@
 
 namespace LCD::FactoryModeImpl {
 
-// Buttons and timer act on the thread that made the object; reports of the single tests act on the thread that they
-// come on, which for links and keys is that of a host service. Each of them is one RunAction.
+// Button presses and timer ticks are handled on the thread that created the object. Notifications of the single tests
+// are handled on the thread on which they arrive; for links and keys, this is the thread of a host service. Each of
+// these events is one RunAction.
 //
-// Threads: `m_run`, the single tests and the listeners may be used on any thread; the timer on the object's own thread
-// only. Everything else is set by the constructor and only read afterwards.
+// Threads: `m_run`, the single tests and the listeners may be used on any thread, the timer only on the object's own
+// thread. Everything else is set by the constructor and doesn't change.
 class CompleteMachineTestBiz::Impl : public QObject
 {
     Q_OBJECT

@@ -24,7 +24,7 @@ constexpr auto LogOfTest = static_cast<Widget::FactoryTestRightFrame::FactoryTes
 constexpr auto LogLevelOfTest = static_cast<Widget::FactoryTestRightFrame::FactoryTestLogLevel>(2);
 constexpr auto PassIcon = static_cast<Widget::IconType>(0);
 
-/// Brings a record to the page's thread.
+/// Carries a screen to the thread of the page.
 class PhaseEvent : public QEvent
 {
 public:
@@ -86,7 +86,7 @@ CompleteMachineTestWidget::Impl::Impl(CompleteMachineTestWidget *page) : QObject
     registerCallbacks();
 }
 
-// The driver first: until it is gone, its callbacks use what stands below it.
+// Deletes the driver first, because its listeners use the other members.
 CompleteMachineTestWidget::Impl::~Impl()
 {
     completeMachineBiz.reset();
@@ -182,10 +182,10 @@ void CompleteMachineTestWidget::Impl::goBack()
     goBackToMenu(*ownerWidget, keyboardService);
 }
 
-// Runs on the thread of the host service whose report led to the record, which may be a plain thread without an event
-// loop: a timer would never fire there, a posted event needs nothing of it. Each record travels in an event of its own,
-// so that without memory for it nothing else has changed. Events keep their order; those that still wait when the page
-// goes are dropped with it.
+// Runs on the thread on which the screen was created. This may be the thread of a host service without an event loop,
+// where a timer would never fire; a posted event needs no event loop there. Each event carries one screen: if there is
+// no memory for it, nothing else has changed. Events keep their order. Events that are pending when the page is deleted
+// are dropped.
 void CompleteMachineTestWidget::Impl::queuePhaseInfo(const CompleteMachinePhaseInfo &info)
 {
     if (QThread::currentThread() == ownerWidget->thread())
@@ -204,7 +204,7 @@ void CompleteMachineTestWidget::Impl::onPhaseChanged(const CompleteMachinePhaseI
     applyPhaseInfo(info);
 }
 
-// This and the step mark come on any thread: the frame brings them to its own.
+// Log lines and step marks may arrive on any thread. The frame moves them to its own thread.
 void CompleteMachineTestWidget::Impl::onLog(const QString &text) const
 {
     if (testFrame)

@@ -12,7 +12,7 @@ constexpr XmlFile xmlFile("[FactoryKeyCheckListConfigParser]");
 const QString keysTag = QStringLiteral("LcdKeys");
 const QString keyTag = QStringLiteral("LcdKey");
 
-// A value that is no decimal integer counts as 0.
+// A value that isn't a decimal integer is read as 0.
 QPair<int, QString> readKey(const QDomElement &element)
 {
     return {element.attribute(QStringLiteral("Value"), QStringLiteral("0")).toInt(nullptr, 10),

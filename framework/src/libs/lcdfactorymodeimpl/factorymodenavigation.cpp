@@ -9,7 +9,7 @@
 
 #include <memory>
 
-// What keys and clicks do to the menu: between its two levels, into the test pages and back, and out to the host.
+// What keys and clicks do in the menu: they switch between its two levels, open the test pages and leave to the host.
 
 namespace LCD::FactoryModeImpl {
 
@@ -42,7 +42,8 @@ bool FactoryModeWidget::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// Gives whether the row opened the second level. Works on a copy: the host may load another menu in its slot.
+// Returns whether the row has opened the second level. Uses a copy of the item, because the host may load another menu
+// in its slot.
 bool FactoryModeWidget::Impl::openLevel1Row(const QListWidgetItem *row)
 {
     const int index = row->data(Qt::UserRole + 1).toInt();
@@ -64,7 +65,7 @@ bool FactoryModeWidget::Impl::openLevel1Row(const QListWidgetItem *row)
     return false;
 }
 
-// The two pages of this library open from the first level alone.
+// The two test pages of this library open from the first level only.
 void FactoryModeWidget::Impl::openLevel2Row(const QListWidgetItem *row)
 {
     const QString containerKey = row->data(Qt::UserRole).toString();
@@ -129,7 +130,7 @@ void FactoryModeWidget::Impl::focusFirstRow(QListWidget *list)
     list->setCurrentRow(0);
 }
 
-// The operator lands on the row from which the submenu was opened.
+// Selects the row from which the submenu was opened.
 void FactoryModeWidget::Impl::focusOpenedRow()
 {
     if (!_listLevel1 || _listLevel1->count() == 0)
@@ -163,7 +164,7 @@ void FactoryModeWidget::Impl::showTestPage(Page *&page)
     if (!_stackedLayout)
         return;
     if (!page) {
-        // The page counts as made once it is complete.
+        // `page` is set only when the page is complete.
         auto made = std::make_unique<Page>(q);
         connect(made.get(), &Page::signalBackToFactoryMenu, q, [this] { returnFromTestPage(); });
         _stackedLayout->addWidget(made.get());
@@ -184,7 +185,7 @@ void FactoryModeWidget::Impl::showCompleteMachineWidget()
     showTestPage(_completeMachineWidget);
 }
 
-// Back to the top of the menu, not to the row that the page was opened from.
+// Selects the first row of the menu, not the row from which the page was opened.
 void FactoryModeWidget::Impl::returnFromTestPage()
 {
     if (_stackedLayout)

@@ -328,7 +328,7 @@ void FactoryModeWidget::Impl::notifyTestPatternChanged(int patternType, int patt
 
 FactoryModeWidget::FactoryModeWidget(QWidget *parent) : ILcdFactoryMode(parent), d(nullptr)
 {
-    // The destructor doesn't run for a widget whose constructor throws.
+    // If the constructor throws, the destructor isn't called. The smart pointer deletes the object then.
     auto impl = std::make_unique<Impl>(this);
     d = impl.get();
     setWindowFlags(Qt::WindowFlags());

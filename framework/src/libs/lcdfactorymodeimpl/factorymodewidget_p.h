@@ -16,8 +16,8 @@ namespace LCD::FactoryModeImpl {
 class AgeTestWidget;
 class CompleteMachineTestWidget;
 
-/// The menu's data and widgets. Its operations stand in two files: the lists and their loading with the widget,
-/// what keys and clicks do in factorymodenavigation.cpp.
+/// The data and the widgets of the menu. factorymodewidget.cpp loads the data and fills the lists;
+/// factorymodenavigation.cpp handles keys and clicks.
 class FactoryModeWidget::Impl : public QObject
 {
 public:

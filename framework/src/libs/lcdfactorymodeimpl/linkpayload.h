@@ -9,15 +9,15 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// What a test says of a payload that it cannot read.
+/// The warnings of a test about a payload that it can't read.
 struct LinkPayloadTexts
 {
-    /// Followed by the name of the type that came instead.
+    /// Followed by the name of the actual type.
     const char *wrongType;
     const char *nullPointer;
 };
 
-/// The records of a link report, or nullptr, with a warning, when @p payload holds something else or nothing.
+/// Returns the records of a link report. Warns and returns nullptr if @p payload is empty or holds another type.
 template <class Record>
 std::shared_ptr<std::vector<Record>> unpackLinkPayload(std::any payload, const LinkPayloadTexts &texts)
 {

@@ -9,15 +9,16 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Guards every table, requester name and single listener of the component against registering on one thread while
-/// another notifies. It is held for a look-up or an assignment only, never while a listener runs.
+/// Protects all tables of listeners, all requester names and all single listeners of the component. So one thread may
+/// register a listener while another one notifies. The mutex is held for a look-up or an assignment only, never while a
+/// listener runs.
 inline std::mutex listenersMutex;
 
-/// A registered function. Copies share it, so each call reaches the function itself with the state that the last call
-/// left in it. It lives on while it runs, even when it is replaced meanwhile.
+/// A registered function. Copies of a Listener share the function, so it keeps its own state from call to call. It
+/// isn't deleted while it runs, even if another function replaces it.
 ///
-/// Threads: a stored listener is read and replaced by the functions below only, which may be called on any thread. The
-/// function is called on the caller's thread, and must itself allow calls on several threads at once if they come.
+/// Threads: only the functions below read and replace a stored listener. They may be called on any thread. The function
+/// runs on the caller's thread. If several threads may call it at the same time, it must allow that.
 template <class... Args>
 class Listener
 {
@@ -30,7 +31,7 @@ public:
 
     explicit operator bool() const { return m_function != nullptr; }
 
-    /// Throws std::bad_function_call when there is no function.
+    /// Calls the function. Throws std::bad_function_call if there is none.
     template <class... Values>
     void operator()(const Values &...values) const
     {
@@ -44,11 +45,11 @@ private:
     std::shared_ptr<Function> m_function;
 };
 
-/// The listeners of an event by the name of the requester. Entries are never removed.
+/// The listeners of one event. The key is the name of the requester. Entries are never removed.
 template <class... Args>
 using Listeners = std::map<std::string, Listener<Args...>>;
 
-/// Puts @p function in the place of an earlier one; an empty function leaves none.
+/// Replaces @p listener by @p function. An empty function removes the listener.
 template <class... Args>
 void setListener(Listener<Args...> &listener, const std::function<void(Args...)> &function)
 {
@@ -57,7 +58,7 @@ void setListener(Listener<Args...> &listener, const std::function<void(Args...)>
     std::swap(listener, set);
 }
 
-/// Returns @p listener, to be called without the lock.
+/// Returns a copy of @p listener, which can be called without the mutex.
 template <class... Args>
 Listener<Args...> currentListener(const Listener<Args...> &listener)
 {
@@ -77,20 +78,20 @@ inline std::string currentRequester(const std::string &requester)
     return requester;
 }
 
-/// Puts @p function under @p requester in the place of an earlier one; an empty function changes nothing.
+/// Registers @p function for @p requester, replacing an earlier one. Does nothing if @p function is empty.
 template <class... Args>
 void registerListener(Listeners<Args...> &table, const std::string &requester,
                       const std::function<void(Args...)> &function)
 {
     if (!function)
         return;
-    // What it replaces is destroyed without the lock.
+    // The replaced function is deleted after the mutex was released.
     Listener<Args...> listener(function);
     const std::lock_guard locker(listenersMutex);
     std::swap(table[requester], listener);
 }
 
-/// As registerListener(), for a table whose listeners must have a name: an empty one changes nothing either.
+/// As registerListener(), but also does nothing if @p requester is empty.
 template <class... Args>
 void registerNamedListener(Listeners<Args...> &table, const std::string &requester,
                            const std::function<void(Args...)> &function)
@@ -99,7 +100,7 @@ void registerNamedListener(Listeners<Args...> &table, const std::string &request
         registerListener(table, requester, function);
 }
 
-/// Calls the listener of @p requester alone, on the caller's thread.
+/// Calls only the listener of @p requester, on the caller's thread.
 template <class... Args, class... Values>
 void notifyRequester(const Listeners<Args...> &table, const std::string &requester, const Values &...values)
 {
@@ -113,8 +114,8 @@ void notifyRequester(const Listeners<Args...> &table, const std::string &request
         listener(values...);
 }
 
-/// Calls every listener in ascending order of name, on the caller's thread. A listener may register others meanwhile;
-/// the table isn't touched any more when the last of them has been called.
+/// Calls all listeners in ascending order of their names, on the caller's thread. A listener may register other
+/// listeners. The table isn't used any more when the last listener is called, so that listener may delete it.
 template <class... Args, class... Values>
 void notifyAll(const Listeners<Args...> &table, const Values &...values)
 {

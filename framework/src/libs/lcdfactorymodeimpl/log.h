@@ -6,8 +6,8 @@
 namespace LCD::FactoryModeImpl {
 
 /// The category of every line of this component. `qCDebug(componentLog) << ...` writes to "default", as qDebug()
-/// does, but puts no text together while a logging rule has switched the line off. Qt's own default category is gone
-/// late in the process's exit, when a service thread may still deliver: an own one of the same name serves then.
+/// does, but formats no text if a logging rule disables the line. Qt deletes its own default category at the end of the
+/// process, when a service thread may still deliver a report. So the component has its own category with this name.
 inline const QLoggingCategory &componentLog()
 {
     if (const QLoggingCategory *category = QLoggingCategory::defaultCategory())

@@ -13,16 +13,16 @@ enum CompleteMachineResult : int {
     ResultFailed = 2,
 };
 
-/// Where a run of the complete machine test stands.
+/// The state of a run of the complete machine test.
 struct RunState
 {
-    /// Grows with each start: a phase of an earlier run isn't the same phase of a later one.
+    /// Incremented at each start, so that a phase of one run differs from the same phase of another run.
     unsigned run = 0;
     int phaseIndex = PhaseNone;
     int testResult = ResultNone;
-    /// Whether the timer shall run. A tick counts only while it shall.
+    /// Whether the phase timer should run. Ticks are ignored otherwise.
     bool shouldTimerRun = false;
-    /// A report on another thread is starting the phase, whose test may still stand as an earlier run left it.
+    /// A report on another thread is starting the phase. Its single test may still have the state of an earlier run.
     bool isStartingOnOtherThread = false;
     bool btnFuncRetestArmed = false;
     /// The button function phase shows its verdict screen.
@@ -36,9 +36,9 @@ inline bool operator==(const RunState &a, const RunState &b)
         && a.btnFuncRetestArmed == b.btnFuncRetestArmed && a.btnFuncAwaitingJudge == b.btnFuncAwaitingJudge;
 }
 
-/// The state of the run. It is changed by a RunAction only.
+/// Holds the state of the run. Only a RunAction changes it.
 ///
-/// Threads: state() may be called on any thread. The thread that made the object is its owner's.
+/// Threads: state() may be called on any thread. The object's own thread is the one that created it.
 class MachineRun
 {
 public:
@@ -54,18 +54,18 @@ private:
     mutable std::mutex m_mutex;
     RunState m_state;
 
-    // Used on the owner's thread only.
+    // Used on the object's own thread only.
     const std::thread::id m_ownThread = std::this_thread::get_id();
     RunState m_ownThreadState;
     int m_nestedActions = 0;
 };
 
-/// One thing that happens to the run: a press, a tick, the report of a test. An action knows the state in which it
-/// began. Actions on the owner's thread that happen inside one another share this knowledge, and so each goes on from
-/// what the other has done. What another thread has changed in the meantime makes an action late: it must not leave a
+/// Handles one event of the run: a button press, a timer tick or a notification of a single test. An action stores the
+/// state in which it began. Nested actions on the run's own thread share this state, so each one continues where the
+/// other has stopped. If another thread has changed the run in the meantime, the action is late: it must not end a
 /// phase in which it didn't begin.
 ///
-/// Threads: may be made on any thread; belongs to the thread that made it.
+/// Threads: may be created on any thread, and is used on this thread only.
 class RunAction
 {
 public:
@@ -86,13 +86,14 @@ public:
 
     bool isOnOwnThread() const { return m_onOwnThread; }
 
-    /// The run as this action knows it.
+    /// Returns the state of the run as this action knows it.
     const RunState &state() const { return m_known; }
 
-    /// Whether no other thread has changed the run since this action began.
+    /// Returns whether no other thread has changed the run since this action began.
     bool isCurrent() const { return m_run.state() == m_known; }
 
-    /// Lets @p edit change the state if isCurrent(), in one step. Returns false, and changes nothing, otherwise.
+    /// If isCurrent(), lets @p edit change the state and returns true. Otherwise changes nothing and returns false. The
+    /// check and the change are atomic.
     template <class Edit>
     bool change(const Edit &edit)
     {
@@ -100,7 +101,7 @@ public:
         return m_run.m_state == m_known && apply(edit);
     }
 
-    /// As change(), but only the run must be the same: for a failure, which concerns the whole run.
+    /// As change(), but only the run number must be the same. Used for a failure, which concerns the whole run.
     template <class Edit>
     bool changeSameRun(const Edit &edit)
     {
@@ -108,7 +109,7 @@ public:
         return m_run.m_state.run == m_known.run && apply(edit);
     }
 
-    /// Begins the next run, whatever has become of this one.
+    /// Begins the next run, in any state of the current one.
     void beginRun()
     {
         const std::lock_guard locker(m_run.m_mutex);

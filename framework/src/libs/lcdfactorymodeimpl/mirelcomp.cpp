@@ -4,6 +4,8 @@
 
 #include <new>
 
+// The records by which the host finds, creates and deletes the component, and the two functions that it calls first.
+
 using LCD::FactoryModeImpl::FactoryModeWidget;
 using Component = mirel::ComponentTmpl<FactoryModeWidget>;
 

@@ -30,7 +30,7 @@ constexpr LinkPayloadTexts PayloadTexts = {
 
 static_assert(sizeof(ProtocolImpl::s_NetworkPortLink) == 20);
 
-/// Negative when the record is of no port.
+/// Returns the number of the port, which is negative if the record belongs to no port.
 int portOf(const ProtocolImpl::s_NetworkPortLink &record)
 {
     return field<12>(record);
@@ -41,7 +41,7 @@ bool isLinked(const ProtocolImpl::s_NetworkPortLink &record)
     return field<16>(record) != 0;
 }
 
-/// One entry for each number up to the highest port; a port is up when one of its records says so.
+/// Returns one entry for each number up to the highest port. A port is linked if any of its records says so.
 std::vector<bool> linksByPort(const Records &records)
 {
     std::size_t size = 0;
@@ -113,8 +113,8 @@ void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
     callOrRollBack(notify, [&] { rollBackLinks(*taken); });
 }
 
-/// Stores the links of a report and gives them with those that were stored before. Nothing, and the stored ones stay,
-/// when a port number is so high that there is no memory for them.
+/// Stores the links of a report. Returns them together with the links that were stored before. Returns nothing, and
+/// stores nothing, if a port number is so high that there is no memory for the links.
 std::optional<NetPortTestBiz::Impl::TakenLinks> NetPortTestBiz::Impl::takeLinks(const Records &records)
 {
     try {
@@ -129,7 +129,7 @@ std::optional<NetPortTestBiz::Impl::TakenLinks> NetPortTestBiz::Impl::takeLinks(
     }
 }
 
-// Unless another report has come meanwhile.
+// Does nothing if another report has arrived in the meantime.
 void NetPortTestBiz::Impl::rollBackLinks(TakenLinks &taken)
 {
     const QMutexLocker locker(&linkMutex);

@@ -32,7 +32,7 @@ QString rightCaption(PhaseButtons buttons)
     return {};
 }
 
-// The end of a run: one line and the re-test button.
+// The screen at the end of a run: one line and the button for a re-test.
 CompleteMachinePhaseInfo resultScreen(const char *titleKey, const char *lineKey, const QColor &color)
 {
     CompleteMachinePhaseInfo info;
@@ -108,7 +108,7 @@ CompleteMachinePhaseInfo failScreen()
     return info;
 }
 
-// Without an icon of its own: that of the last phase stays on the page.
+// Sets no title icon, so the page keeps that of the last phase.
 CompleteMachinePhaseInfo passScreen()
 {
     return resultScreen("FCTestComplete", "FCTestPass", passGreen());

@@ -5,28 +5,28 @@
 
 namespace LCD::FactoryModeImpl {
 
-// The screens of the complete machine test, in the language of the moment. Without side effects.
+// The screens of the complete machine test in the current language. The functions have no side effects.
 
-/// The row of @p phase as a screen; @p titleSuffix goes behind the title.
+/// Returns the screen that the row of @p phase describes. @p titleSuffix is appended to the title.
 CompleteMachinePhaseInfo phaseScreen(Phase phase, const QString &titleSuffix = {});
-/// phaseScreen() with the status icon prepared.
+/// Returns phaseScreen() with the status icon set but not visible.
 CompleteMachinePhaseInfo firstPortScreen(Phase phase);
-/// Title and icon of @p phase; the rest stays at its default.
+/// Returns a screen with the title and the icon of @p phase. All other values are the defaults.
 CompleteMachinePhaseInfo phaseHeading(Phase phase);
-/// phaseHeading() with the step lines of the row.
+/// Returns phaseHeading() with the step lines of the row.
 CompleteMachinePhaseInfo phaseInstructions(Phase phase);
-/// The walk through the keys: the frame leaves the keys to the test.
+/// Returns the screen of the key walk. The frame doesn't handle keys while it is shown.
 CompleteMachinePhaseInfo buttonFunctionScreen();
-/// All is shown and the operator judges.
+/// Returns the verdict screen of @p phase, on which the operator passes or fails the phase.
 CompleteMachinePhaseInfo judgeScreen(Phase phase);
 CompleteMachinePhaseInfo failScreen();
 CompleteMachinePhaseInfo passScreen();
 
-/// Captions, visibility and focus of the soft buttons.
+/// Sets captions, visibility and focus of the soft buttons.
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons);
-/// The same with @p rightBtnText as the right caption, in place of the one that goes with @p buttons.
+/// As above, but with @p rightBtnText as the caption of the right button.
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const QString &rightBtnText);
-/// Both verdict buttons, and the panel mode that goes with them.
+/// Sets both verdict buttons and their panel mode.
 void setVerdictButtons(CompleteMachinePhaseInfo &info);
 
 }

@@ -13,7 +13,8 @@ constexpr auto Start = PhaseButtons::Start;
 constexpr auto Fail = PhaseButtons::Fail;
 constexpr auto Verdict = PhaseButtons::Verdict;
 
-// The T-Bar's title is shown as it stands, and its icon and step lines depend on the bar. The DC adapter has no screen.
+// The title of the T-Bar phase isn't translated. Its icon depends on the T-Bar and is set in completemachinetbar.cpp,
+// as are its step lines. The DC adapter phase has no screen.
 // clang-format off
 constexpr std::array<PhaseRow, 11> Rows = {{
 //   phase                    title key            icon              status icon  step keys                                                              buttons  mode      line in the log

@@ -21,7 +21,7 @@ enum Phase : int {
     PhaseFinished = 11,
 };
 
-/// Whether a run stands on @p phase, be it under way or failed.
+/// Returns whether @p phase is a phase of a run, which may be running or failed.
 constexpr bool isInRun(int phase)
 {
     return phase >= PhaseScreenBrightness && phase <= PhaseNet1Poe;
@@ -36,17 +36,17 @@ enum class PhaseButtons {
     Verdict, ///< left: not passed, right: passed
 };
 
-/// What the keyboard service is told on a screen with both verdict buttons, and on the pass and fail screens.
+/// The panel modes of a screen with both verdict buttons, and of the pass and fail screens.
 constexpr int PanelModeVerdict = 9;
 constexpr int PanelModeFinished = 8;
 
-/// One phase: its first screen and the line that it writes into the log of the page.
+/// One phase: its first screen and the line that it writes to the log of the page.
 struct PhaseRow
 {
     Phase phase;
     const char *titleKey;
     const char *titleIcon;
-    /// Prepared for the port phases, and out of sight until their first report.
+    /// The icon of a port phase. It is set with the first screen and becomes visible with the first report.
     const char *statusIcon;
     std::array<const char *, 3> stepKeys;
     PhaseButtons buttons;
@@ -54,7 +54,7 @@ struct PhaseRow
     const char *logLine;
 };
 
-/// The row of @p phase, from PhaseScreenBrightness to PhaseNet1Poe.
+/// Returns the row of @p phase, which is one of PhaseScreenBrightness to PhaseNet1Poe.
 const PhaseRow &phaseRow(int phase);
 
 }

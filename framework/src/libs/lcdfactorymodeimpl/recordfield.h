@@ -7,8 +7,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// A 32-bit field of a host's record by its place: the place is what host and component agree on, and each SDK has
-/// names of its own. The compiler makes a plain load of it.
+/// Returns the 32-bit field at byte @p Offset of a host's record. Host and component agree on the offset only; the
+/// names of the fields differ between SDKs. The compiler turns the call into a plain load.
 template <std::size_t Offset, class Record>
 std::int32_t field(const Record &record)
 {

@@ -24,7 +24,8 @@ struct Pattern
     int level = 0;
 };
 
-/// Four patterns of type 1, then four of type 3, each of these first at half level and then at full.
+/// Returns the test pattern of a step: four patterns of type 1, then four of type 3, each of them first at half level
+/// and then at full level.
 Pattern patternOfStep(int step)
 {
     if (step <= 3)
@@ -60,7 +61,7 @@ void ScreenBadPixelBiz::Impl::setLcdTestPattern()
     const Pattern pattern = patternActive ? patternOfStep(stepIndex) : Pattern();
     if (keyboardService)
         keyboardService->setLcdTestPattern(pattern.type, pattern.index);
-    // Looked up each time: the widget comes and goes without the test.
+    // Looked up each time, because the test may outlive the widget.
     if (auto *widget = factoryModeWidgetService<FactoryMode::ILcdFactoryMode>())
         widget->notifyTestPatternChanged(pattern.type, pattern.index, pattern.level);
 }

@@ -10,8 +10,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-// The host's services. Each gives nullptr while there is no host, or when the host has no such service. The objects
-// are not owned and outlive the component.
+// The services of the host. Each function returns nullptr if there is no host or if the host has no such service. The
+// host owns the objects; they outlive the component.
 
 inline FactoryMode::IKeyboardEvent *keyboardEventService()
 {
@@ -43,14 +43,14 @@ inline FactoryMode::IConfig *configService()
     return mirel::api::get().service<FactoryMode::IConfig>("lcdConfig");
 }
 
-/// The component's own widget as the host offers it back, seen as @p Widget.
+/// Returns the component's own widget, which the host offers as a service, as a @p Widget.
 template <class Widget>
 Widget *factoryModeWidgetService()
 {
     return mirel::api::get().service<Widget>("lcdFactoryModeWidget");
 }
 
-/// Looked up and kept by the bad pixel test; nothing is called on it.
+/// The bad pixel test looks this service up and keeps the pointer, but never calls it.
 inline void *screenDetailService()
 {
     return mirel::api::get().service<void>("lcdMemoryCacheScreenDetail");

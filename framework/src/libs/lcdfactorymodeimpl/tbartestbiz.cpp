@@ -80,7 +80,8 @@ void TbarTestBiz::Impl::requestNextStep()
     send(step.command, cur == LastStep);
 }
 
-// Listeners hear the old state a last time; who wants the verdict reads it afterwards.
+// Notifies the listeners of the old state once more. They aren't notified of the verdict; the driver reads it from
+// state().
 void TbarTestBiz::Impl::passSilently()
 {
     notifyStateChanged(state);
@@ -115,12 +116,12 @@ void TbarTestBiz::Impl::onStepComplete(int stepIndex, int)
     setStateAndNotify(*this, StateAllStepsDone);
 }
 
-// The operator's presses drive the test, not what the service reports.
+// The reports of the service are ignored. The operator's presses advance the test.
 void TbarTestBiz::Impl::onBarCalibrationChanged(const s_BarCalibration &)
 {
 }
 
-// The service reports on a thread of its own choosing, which need not be one of Qt's.
+// The service may call its listener on any thread, even on one that wasn't created by Qt.
 void TbarTestBiz::Impl::registerCalibrationListener()
 {
     if (!tbarCalibrationService)

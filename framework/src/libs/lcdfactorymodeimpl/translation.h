@@ -7,7 +7,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// The operator's word for @p key. Fetched at each use: a change of language shows at the next update.
+/// Returns the text for @p key in the current language. It is fetched at each use, so the next update of a page shows
+/// a new language.
 inline QString translated(QLatin1String key)
 {
     return veltor::trans::translate(LCDFWTranslateManager::instance()->translator(), QStringLiteral("LCD::HomeWidgets"),

@@ -46,7 +46,7 @@ bool isLinked(const ProtocolImpl::s_NodeUSB &record)
     return isPort(record) && isActive && !isBlocked;
 }
 
-/// The identifiers of @p known and of the ports in @p records, ascending.
+/// Returns the identifiers in @p known and of the ports in @p records, in ascending order.
 std::vector<int> mergedPorts(std::vector<int> known, const Records &records)
 {
     for (const auto &record : records) {
@@ -58,7 +58,7 @@ std::vector<int> mergedPorts(std::vector<int> known, const Records &records)
     return known;
 }
 
-/// What @p records alone show, by position in @p ports.
+/// Returns for each position in @p ports whether @p records show the port as linked.
 std::vector<bool> linksByPosition(const std::vector<int> &ports, const Records &records)
 {
     std::vector<bool> links(ports.size(), false);
@@ -131,8 +131,8 @@ std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
     return mergedPorts(std::move(known), records);
 }
 
-// A bit belongs to its position: a new port that sorts before a known one takes that one's bit over. Gives what was
-// latched before.
+// Once an entry is true, it stays true. Entries belong to positions, not to ports: a new port that is sorted before a
+// known port takes over the entry of that port. Returns the previous ports and links.
 UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int> &ports, const std::vector<bool> &links)
 {
     Latched other = {ports, links};
@@ -145,7 +145,7 @@ UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int>
     return other;
 }
 
-// Unless another report has come meanwhile.
+// Does nothing if another report has arrived in the meantime.
 void UsbPortTestBiz::Impl::rollBackLinks(const std::vector<int> &ports, Latched &before)
 {
     const QMutexLocker locker(&linkMutex);

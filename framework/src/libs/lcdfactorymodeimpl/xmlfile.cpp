@@ -19,10 +19,10 @@ namespace {
 enum class Opened {
     Yes,
     No,
-    NoFile, ///< something that is neither a file nor a directory stands there
+    NoFile, ///< the path is neither a file nor a directory
 };
 
-/// Opens @p file for reading and never waits for what stands in its place, as a plain open does for a FIFO's other end.
+/// Opens @p file for reading without blocking. A plain open() of a FIFO would wait for the other end.
 Opened openAtOnce(QFile &file)
 {
     const int descriptor = ::open(QFile::encodeName(file.fileName()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);

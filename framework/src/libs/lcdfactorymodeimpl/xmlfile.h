@@ -8,21 +8,23 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// What the two configuration files have in common: they are opened, read and checked in the same way. Holds the name
-/// that begins each of its log lines, such as "[FactoryMenuConfigParser]". Any thread may use it.
+/// Opens, reads and checks a configuration file. Both parsers use it. It holds the name of the parser, such as
+/// "[FactoryMenuConfigParser]", with which each of its log lines begins. May be used on any thread.
 class XmlFile
 {
 public:
     explicit constexpr XmlFile(const char *parser) : m_parser(parser) {}
 
-    /// All of the file, or nothing after a warning. Of a file too large to be parsed only the beginning is read, and
-    /// what is neither a file nor a directory is not opened at all: it might never end.
+    /// Returns the content of the file, or nothing after a warning. Of a file that is too large to be parsed, only the
+    /// beginning is read. A path that is neither a file nor a directory is refused, because reading from it might never
+    /// end.
     std::optional<QByteArray> read(const QString &path) const;
 
-    /// The document in @p data if its root is an <LCD>; a null one after a warning. @p path serves in log lines only.
+    /// Returns the document in @p data if its root element is <LCD>, or a null document after a warning. @p path is
+    /// used in log lines only.
     QDomDocument document(const QByteArray &data, const QString &path) const;
 
-    /// A root may say no version; if it says one it must be "1.0".
+    /// Returns whether @p root has the version "1.0" or no version.
     static bool isSupportedVersion(const QDomElement &root);
 
 private:

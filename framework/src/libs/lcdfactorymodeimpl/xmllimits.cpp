@@ -10,10 +10,10 @@ namespace LCD::FactoryModeImpl {
 
 namespace {
 
-// An attribute or a declaration takes as much as three nodes without one.
+// An attribute or a declaration counts as three nodes.
 constexpr int NodesOfAttribute = 3;
 
-// Stops at the first violation: from then on it is at the end of its input.
+// Stops at the first violation, as if the input ended there.
 class XmlLimitCheck
 {
 public:
@@ -36,13 +36,13 @@ private:
         bool isOpen = false;
     };
     using Entities = std::map<QString, Entity>;
-    struct Return // from an open entity to behind its reference
+    struct Return // where to continue after an open entity
     {
         Entity *entity;
         const QChar *at;
         const QChar *end;
     };
-    struct Scope // the prefixes that are declared in an element and around it
+    struct Scope // the namespace prefixes that are in scope in an element
     {
         qint64 prefixes = 0;
         qint64 characters = 0;
@@ -74,7 +74,7 @@ private:
     template <class Step>
     void literal(Step step);
 
-    // What the parser makes of it. Each begins behind the characters by which it is known.
+    // The parts of a document. Each function is called after the first characters of its part have been read.
     void text();
     void markup();
     void startTag();
@@ -127,7 +127,7 @@ void XmlLimitCheck::add(Count &count, qint64 number)
     m_at = m_end;
 }
 
-// Goes on behind the entities that end here. False at the document's end.
+// Leaves the entities that end here. Returns false at the end of the document.
 bool XmlLimitCheck::leaveEntities()
 {
     while (m_at == m_end && !m_returns.empty()) {
@@ -148,7 +148,7 @@ QString XmlLimitCheck::takeName()
     return name;
 }
 
-// Past a '>' that stands behind so many marks.
+// Skips everything up to the first '>' that follows at least @p marks times @p mark, and that '>' as well.
 void XmlLimitCheck::skipPast(char mark, int marks)
 {
     int found = 0;
@@ -159,8 +159,9 @@ void XmlLimitCheck::skipPast(char mark, int marks)
     take('>');
 }
 
-// Goes on in the text of the entity, unless that is open: the parser refuses an entity of itself. A reference to what
-// isn't declared makes a node and parts the text around it. False if there is no reference here, but a lone sign.
+// Continues in the text of the entity. Doesn't enter an open entity, because the parser refuses an entity that contains
+// itself. A reference to an undeclared entity makes a node and splits the text around it. Returns false if there is no
+// reference here, only a single '&' or '%'.
 bool XmlLimitCheck::reference()
 {
     static const QStringList predefined{QStringLiteral("lt"), QStringLiteral("gt"), QStringLiteral("amp"),
@@ -187,7 +188,7 @@ bool XmlLimitCheck::reference()
     return true;
 }
 
-// A quote from within an entity doesn't end a literal that began outside.
+// A quote in an entity doesn't end a literal that began outside the entity.
 template <class Step>
 void XmlLimitCheck::literal(Step step)
 {
@@ -319,7 +320,7 @@ void XmlLimitCheck::declaration()
     m_levels.value -= brackets;
 }
 
-// The first declaration of a name is the one that counts.
+// If a name is declared twice, the first declaration counts.
 void XmlLimitCheck::declareEntity(Entities &entities, const QString &name)
 {
     QString text;
@@ -336,7 +337,7 @@ void XmlLimitCheck::declareEntity(Entities &entities, const QString &name)
     add(m_comparisons, 2 * declared * (name.size() + text.size()));
 }
 
-// A character by number stands for itself; any other reference is followed where the entity is used.
+// A character reference is replaced by its character. Any other reference is followed where the entity is used.
 QString XmlLimitCheck::entityCharacter()
 {
     const QString name = takeName();
