@@ -8,23 +8,23 @@
 
 #include <optional>
 
-/// An aging test between recording services. What it writes goes into the same list as what it asks of the services:
+/// An aging test with recording services. Its text lines and its calls to the services are recorded in the same list:
 /// "clear", "white <text>", "red <text>", and "finished" when the button light step ends.
 class AgeBench
 {
 public:
     AgeBench();
 
-    /// Makes a new test and listens to it.
+    /// Creates a new test and registers listeners with it.
     void make();
     QStringList take() { return host.calls.take(); }
 
-    /// Ends the step at hand by the clock, from step 0 to the net port step.
+    /// Advances the clock to the end of the current step, from step 0 to the net port step.
     void runBrightness();
     void runBadPixel();
     void runButtonLight();
     void runToNetStep();
-    /// A change of the links, as the services deliver it, on this thread.
+    /// Delivers a changed event of the service on this thread.
     void netChanged(const std::vector<std::pair<int, bool>> &ports);
     void usbChanged(const std::vector<RecordingUsb::Node> &nodes);
 
@@ -32,5 +32,5 @@ public:
     std::optional<LCD::FactoryModeImpl::AgeTestBiz> biz;
 };
 
-/// What one ordinary update of the text is: the step's line, and the red one.
+/// Returns the calls of a normal update of the text: the line of the step and the red line.
 QStringList lines(const QString &step, const QString &failures = QStringLiteral(" "));

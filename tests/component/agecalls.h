@@ -3,10 +3,10 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-// The calls that the aging test makes, in the words of AgeBench.
+// The calls that the aging test makes, as AgeBench records them.
 
 QStringList screensAt(int level);
-/// The start of each step: its lines, with what the red one says of failures, and what it asks of the services.
+/// The calls at the start of each step: its text lines, with the failures in the red line, and the calls to services.
 QStringList brightnessStarts(const QString &suffix, const QString &failures = QStringLiteral(" "));
 QStringList badPixelStarts(const QString &failures = QStringLiteral(" "));
 QStringList buttonLightStarts(const QString &suffix, const QString &failures = QStringLiteral(" "));

@@ -1,7 +1,7 @@
-# The aging test and what both test pages need.
+# The aging test, and the function that adds a test of a page.
 
 # lcd_add_page_test(<name> [SOURCES <more files...>]): a component test in virtual time in which the component finds a
-# recording frame and a translation that answers with the key.
+# recording frame and a translation that returns the key.
 function(lcd_add_page_test name)
     lcd_add_component_test(${name} ${ARGN} LIBRARIES test_page test_virtualtime)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
@@ -16,7 +16,7 @@ lcd_add_page_test(tst_agetestthreads SOURCES agebench.cpp)
 lcd_add_page_test(tst_testpages)
 lcd_add_component_test(tst_levelsuffix)
 
-# The pages in the real menu and the real frame.
+# The test pages with the real menu and the real frame.
 lcd_add_component_test(tst_pagesinmenu SOURCES machineoperator.cpp singletestsupport.cpp
     LIBRARIES shell_test_support test_virtualtime)
 set_target_properties(tst_pagesinmenu PROPERTIES

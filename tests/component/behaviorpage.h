@@ -5,8 +5,8 @@
 
 #include <vector>
 
-/// One statement of docs/behavior.md: a paragraph that begins with a bold sentence, and what follows up to the next
-/// one.
+/// One statement of docs/behavior.md: a paragraph that begins with a bold sentence, and all text up to the next bold
+/// sentence.
 struct BehaviorStatement
 {
     QString section;
@@ -16,19 +16,19 @@ struct BehaviorStatement
     QList<QStringList> table;
 };
 
-/// docs/behavior.md, taken apart.
+/// The parsed content of docs/behavior.md.
 struct BehaviorPage
 {
     std::vector<BehaviorStatement> statements;
-    /// What can't be assigned to a statement, one message each.
+    /// One message for each line that belongs to no statement.
     QStringList problems;
 
     QStringList headings() const;
-    /// The table under @p heading; empty if there is none.
+    /// Returns the table under @p heading, or an empty list.
     QList<QStringList> table(const QString &heading) const;
 };
 
 BehaviorPage readBehaviorPage();
 
-/// @p rows as a Markdown table, the header first.
+/// Returns @p rows as a Markdown table. The first row is the header.
 QString markdownTable(const QList<QStringList> &rows);

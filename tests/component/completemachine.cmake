@@ -23,6 +23,6 @@ lcd_add_page_test(tst_behaviormachine)
 target_link_libraries(tst_behaviormachine PRIVATE test_machine)
 lcd_add_page_test(tst_behavioraging SOURCES agebench.cpp agecalls.cpp)
 
-# Every allocation of a report, a row or a page fails once. Its operator new is the whole program's.
+# Every allocation of a report, a row or a page fails once. Replaces operator new for the whole program.
 lcd_add_page_test(tst_allocationfailures SOURCES agebench.cpp ../support/failingmemory.cpp)
 target_link_libraries(tst_allocationfailures PRIVATE test_machine)

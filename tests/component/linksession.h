@@ -2,14 +2,14 @@
 
 #include "singletestsupport.h"
 
-/// A link test whose listeners write "state n" and "links ..." among the calls of the services.
+/// A link test whose listeners add "state n" and "links ..." to the recorded calls.
 template <class Biz>
 class LinkSession : public Session<Biz>
 {
 public:
     explicit LinkSession(std::initializer_list<const char *> absent = {}) : Session<Biz>(absent)
     {
-        this->listenAsDriver();
+        this->registerDriverListener();
     }
     void begin()
     {
@@ -18,7 +18,7 @@ public:
         this->take();
         this->log.clear();
     }
-    /// What listeners and services hear of one payload.
+    /// Delivers @p payload and returns the calls that follow.
     QStringList callsOf(const ListenerSlot<std::any> &subscription, const std::any &payload)
     {
         this->take();
@@ -29,7 +29,7 @@ public:
     QString linksLine(const std::vector<bool> &links) const { return QStringLiteral("links %1").arg(bitText(links)); }
 };
 
-/// The calls that make both subscriptions.
+/// Returns the calls that register both listeners with a port service.
 inline QStringList subscriptionsOf(const QString &service, const QString &subscriber)
 {
     return {QStringLiteral("%1.registerReportCallback(%2, 2)").arg(service, subscriber),

@@ -8,31 +8,31 @@
 
 #include <optional>
 
-/// A complete machine test between recording services. What it tells its page goes into the same list as what it asks
-/// of the services: "log <line>", "icon <step>" and "phase <fields>" with each field that isn't at its default.
+/// A complete machine test with recording services. Its callbacks and its calls to the services are recorded in the
+/// same list: "log <line>", "icon <step>" and "phase <fields>" with each field that differs from its default.
 class MachineBench
 {
 public:
     MachineBench();
 
-    /// Makes a new test and listens to it.
+    /// Creates a new test and registers callbacks with it.
     void make();
     QStringList take() { return host.calls.take(); }
-    /// What the page was told since the last take(), without what the services were asked for.
+    /// Returns the callbacks since the last take(), without the calls to services.
     QStringList told();
 
     void left() { biz->onLeftBtnClicked(); }
     void right() { biz->onRightBtnClicked(); }
-    /// Starts a run and passes the phases before @p phase. What was called is forgotten.
+    /// Starts a run and passes the phases before @p phase. Clears the recorded calls.
     void startAndPassTo(int phase);
     void bringToVerdict() { operate.bringToVerdict(biz->currentPhaseIndex()); }
-    /// Passes the phase at hand; gives what its last press led to.
+    /// Passes the current phase and returns the calls that follow its last press.
     QStringList pass();
     void pressKeys() { operate.pressKeys(); }
     void netReport(const std::vector<std::pair<int, bool>> &ports) { operate.netReport(ports); }
     void usbReport(const std::vector<RecordingUsb::Node> &nodes) { operate.usbReport(nodes); }
 
-    /// All that is logged from the bench's making on.
+    /// All log lines since the creation of this object.
     LogCapture log;
     RecordingHost host;
     KeyListWidget menu{host, MachineOperator::keys()};
@@ -40,12 +40,12 @@ public:
     std::optional<LCD::FactoryModeImpl::CompleteMachineTestBiz> biz;
 };
 
-/// @p info in one line: each field that isn't at its default.
+/// Returns @p info as one line, with each field that differs from its default.
 QString describe(const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info);
 
-// The screens that recur, as they are described.
+// The screens that occur in several tests, as describe() returns them.
 QString judgeScreenOf(const QString &title, const QString &icon);
 QString failScreen();
 QString passScreen();
-/// What a failure tells the page.
+/// Returns the callbacks of a failure.
 QStringList failure();

@@ -5,16 +5,16 @@
 #include <functional>
 #include <vector>
 
-/// What the operator of the complete machine test and the device under test do, on the caller's thread.
+/// Does what the operator of the complete machine test and the device do. Works on the caller's thread.
 class MachineOperator
 {
 public:
     MachineOperator(RecordingHost &host, std::function<void()> pressRight);
 
-    /// The keys of the check list, in its order: 10, 27, 33.
+    /// The hal keys of the key check list, in order: 10, 27, 33.
     static QList<QPair<int, QString>> keys();
 
-    /// Does what is to be done in @p phase until one press of the right button is left to pass it.
+    /// Brings @p phase to the point where one press of the right button passes it.
     void bringToVerdict(int phase) const;
     void pressKeys() const;
     void netReport(const std::vector<std::pair<int, bool>> &ports) const;

@@ -7,26 +7,26 @@
 
 #include <memory>
 
-/// The page of the complete machine test between a recording frame and recording services. Its signal is written
-/// among their calls.
+/// The page of the complete machine test with a recording frame and recording services. Its signal is added to the
+/// recorded calls.
 class MachinePage
 {
 public:
     MachinePage();
     ~MachinePage();
 
-    /// Makes a new page in the place of the present one.
+    /// Replaces the page by a new one.
     void make();
     QStringList take() { return host.calls.take(); }
-    /// Shows the entry screen. What was called is forgotten.
+    /// Shows the entry screen. Clears the recorded calls.
     void enter();
     void clickLeft() { Q_EMIT frameOf(*widget)->signalLeftBtnClicked(false); }
     void clickRight() { Q_EMIT frameOf(*widget)->signalRightBtnClicked(false); }
     void goBack() { Q_EMIT frameOf(*widget)->signalBackPrevious(); }
-    /// Enters, starts and passes the phases before @p phase. What was called is forgotten.
+    /// Enters the page, starts a run and passes the phases before @p phase. Clears the recorded calls.
     void startAndPassTo(int phase);
 
-    /// All that is logged from the making of the page on.
+    /// All log lines since the creation of the page.
     LogCapture log;
     RecordingHost host;
     KeyListWidget menu{host, MachineOperator::keys()};

@@ -5,7 +5,7 @@ target_include_directories(shell_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR
 target_link_libraries(shell_test_support PUBLIC lcdfactorymodeimpl test_support Qt5::Xml)
 
 # lcd_add_shell_test(<name>): a component test with a share directory of its own at bin/../share, in which the
-# component finds a recording frame and a translation that answers with the key.
+# component finds a recording frame and a translation that returns the key.
 function(lcd_add_shell_test name)
     lcd_add_component_test(${name} ${ARGN} LIBRARIES shell_test_support test_page)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON
@@ -19,11 +19,11 @@ foreach(name
     lcd_add_shell_test(${name})
 endforeach()
 
-# What the library shows from outside, and hostile files with the memory of a process of its own.
+# The symbols of the built library, and hostile files that must not take much memory.
 lcd_add_test(tst_librarysymbols SOURCES tst_librarysymbols.cpp LABELS component LIBRARIES Qt5::Core)
 add_dependencies(tst_librarysymbols lcdfactorymodeimpl)
 lcd_add_component_test(tst_sharedconstants)
-# Each file in a forked child with a thread of its own, which the thread sanitizer doesn't follow.
+# Reads each file in a forked child process with a thread, which the thread sanitizer doesn't support.
 if(NOT LCD_SANITIZE STREQUAL "thread")
     lcd_add_component_test(tst_xmllimits LIBRARIES shell_test_support)
 endif()

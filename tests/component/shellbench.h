@@ -6,7 +6,7 @@
 
 #include <QtWidgets/QListWidget>
 
-/// The share directory of this test program, empty at first and after it.
+/// The share directory of this test program. It is empty before and after the lifetime of this object.
 class ShareDirectory
 {
 public:
@@ -17,7 +17,7 @@ public:
 
     static QString path();
     static void write(const QString &name, const QByteArray &content);
-    /// The files with an <LCD> around @p content.
+    /// Write the configuration files, with an <LCD> element around @p content.
     static void writeMenu(const QByteArray &content);
     static void writeKeys(const QByteArray &content);
 };
@@ -27,7 +27,7 @@ void writeFile(const QString &path, const QByteArray &content);
 /// A menu of two submenus, an empty entry, a container and the two test pages; the last two come fourth and fifth.
 extern const QByteArray SampleMenu;
 
-/// The widget's lists and pages as somebody outside finds them.
+/// Finds the lists and pages of the widget without access to its private part.
 class MenuView
 {
 public:
@@ -39,7 +39,7 @@ public:
 };
 
 QStringList titlesOf(const QListWidget &list);
-/// Delivers posted events and timers that are due.
+/// Delivers posted events and expired timers.
 void settle();
-/// Presses the left button in the middle of @p row.
+/// Clicks the middle of @p row with the left mouse button.
 void clickRow(QListWidget *list, int row);

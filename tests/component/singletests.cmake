@@ -1,4 +1,4 @@
-# The test objects and the headers that they share.
+# The single tests and the headers that they share.
 add_library(single_test_support STATIC singletestsupport.cpp singletestsupport.h linksession.h)
 lcd_target(single_test_support)
 target_include_directories(single_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The lock is a plain one, which a thread sanitizer sees; it doesn't see those inside Qt.
+// Uses a standard mutex, because a thread sanitizer doesn't see the locks inside Qt.
 class EventThread final : public QThread
 {
 public:

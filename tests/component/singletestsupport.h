@@ -21,14 +21,14 @@ enum class Origin {
     StdThread
 };
 
-/// Runs @p event on a thread of that kind and returns when it is done.
+/// Runs @p event on a thread of the kind @p origin and returns when it has finished.
 void runOn(Origin origin, const std::function<void()> &event);
 
-/// A column "origin" with one row for each kind of thread.
+/// Adds a test data column "origin" with one row for each kind of thread.
 void addOrigins();
 Origin fetchOrigin();
 
-/// "true, false" and so on.
+/// Returns @p bits as text, such as "true, false".
 QString bitText(const std::vector<bool> &bits);
 
 template <class Call>
@@ -38,8 +38,8 @@ void repeat(int times, const Call &call)
         call();
 }
 
-/// A recording host, with some services absent, and one test object that was made under it. Unless it is told to stay
-/// deaf, the state listener "driver" writes "state n" among the calls of the services.
+/// A recording host, of which some services may be absent, and one single test that was created with it. After
+/// registerDriverListener(), the listener of "driver" adds "state n" to the recorded calls.
 template <class Biz>
 class Session
 {
@@ -55,8 +55,8 @@ public:
     Biz &biz() { return *m_biz; }
     void destroy() { m_biz.reset(); }
 
-    /// For the objects whose listeners are filtered.
-    void listenAsDriver()
+    /// Only for tests that have a current requester.
+    void registerDriverListener()
     {
         m_biz->registerStateCallback("driver", [this](int state) { add(QStringLiteral("state %1").arg(state)); });
         m_biz->setCurRequester("driver");
@@ -71,7 +71,7 @@ private:
     std::optional<Biz> m_biz;
 };
 
-/// The factory mode widget as the bad pixel test sees it; writes down each pattern.
+/// The factory mode widget for the bad pixel test. Records each test pattern.
 class RecordingWidget final : public LCD::FactoryMode::ILcdFactoryMode
 {
 public:
@@ -90,7 +90,8 @@ namespace LCD::FactoryModeImpl {
 class FactoryModeWidget;
 }
 
-/// A real factory mode widget that has read a key check list of the given keys and is offered to the component.
+/// A real factory mode widget that has loaded a key check list with the given keys. The component finds it as a
+/// service.
 class KeyListWidget
 {
 public:
@@ -98,7 +99,7 @@ public:
     ~KeyListWidget();
     KeyListWidget(const KeyListWidget &) = delete;
     KeyListWidget &operator=(const KeyListWidget &) = delete;
-    /// Lets the widget read a new list.
+    /// Lets the widget load a new list.
     void load(const QList<QPair<int, QString>> &keys);
 
 private:

@@ -15,7 +15,7 @@ const QStringList BrightnessReset{QStringLiteral("keyboard.setScreenBrightness(0
 
 }
 
-/// The sequence of the aging test: which event leads to which step.
+/// The sequence of the aging test: which event starts which step.
 class AgeTestBizTest : public QObject
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ Q_DECLARE_METATYPE(std::function<void(AgeTestBiz &)>)
 
 namespace {
 
-/// Every line that holds a step, in order.
+/// Returns all lines that name a step, in order.
 QStringList stepLines(const QStringList &calls)
 {
     return calls.filter(QRegularExpression(QStringLiteral("^white ")));
@@ -21,7 +21,7 @@ QStringList stepLines(const QStringList &calls)
 
 }
 
-/// The lines that the aging test writes.
+/// The text lines of the aging test.
 class AgeTestBizTextTest : public QObject
 {
     Q_OBJECT

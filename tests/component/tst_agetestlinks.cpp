@@ -5,7 +5,7 @@
 
 #include <QtTest/QtTest>
 
-/// Link changes: which step they end, what is remembered of them, and how they revive a stopped test.
+/// Link changes: which step they end, which failures they record, and how they restart a stopped test.
 class AgeTestLinksTest : public QObject
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ using LCD::FactoryModeImpl::AgeTestWidget;
 
 namespace {
 
-/// Runs @p work to its end on a plain thread, which has no event loop.
+/// Runs @p work on a std::thread, which has no event loop, and waits for it.
 template <class Work>
 void elsewhere(const Work &work)
 {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The expected calls, each with the second at which it is made.
+/// The expected calls, each with its time in seconds.
 class Timeline
 {
 public:
@@ -131,7 +131,7 @@ QStringList stamped(const QStringList &calls, int second)
     return result;
 }
 
-/// Lets the clock go on second by second and writes each call with its second.
+/// Advances the clock second by second and records each call with its time in seconds.
 void runSeconds(AgeBench &bench, int seconds, int &now, QStringList &calls)
 {
     for (int i = 0; i < seconds; ++i) {

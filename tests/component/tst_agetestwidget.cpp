@@ -43,7 +43,7 @@ const QStringList Started = calls({
     "keyboard.setScreenBrightness(2, 10)",
 });
 
-/// The page between a recording frame and recording services.
+/// The page with a recording frame and recording services.
 class Page
 {
 public:
@@ -359,7 +359,7 @@ private:
         page.host.usb.changed.fire(RecordingUsb::payload({{1}}));
     }
 
-    /// Runs the test into the step of the present row.
+    /// Advances the test to the step of the current data row.
     static void runIntoTheRound(Page &page)
     {
         QFETCH(const int, intoTheRound);

@@ -24,8 +24,8 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// Collects the warnings of Qt's logger while it lives, with memory of its own. At the line that begins with
-/// startAt(), the allocation with the given number fails from then on.
+/// Collects the warnings of Qt's logger in preallocated memory. When a line begins with the text given to startAt(),
+/// the allocation with the given number, counted from this line, fails.
 class Warnings
 {
 public:
@@ -75,7 +75,7 @@ struct Listening
 
 using MakeListening = Listening (*)();
 
-/// Runs @p work to its end on a plain thread that Qt knows already.
+/// Runs @p work on a std::thread that Qt already knows, and waits for it.
 template <class Work>
 void elsewhere(const Work &work)
 {
@@ -98,7 +98,7 @@ std::function<void()> press(const RecordingHost &host, unsigned halKey)
     return [listener = host.keyboard.listener(), halKey] { listener(halKey, 1.0F, 0, {}, {}, {}); };
 }
 
-/// What a listener of a test's own needs: a block of memory. The compiler may leave out a pair of new and delete, but
+/// Allocates and frees a block of memory, as a listener may do. The compiler may remove a pair of new and delete, but
 /// not these calls.
 void needMemory()
 {
@@ -196,7 +196,7 @@ Listening lastKeyPress()
     return {keys, press33, press33, [keys = keys.get()] { return keys->state(); }};
 }
 
-// The right button passes the phase once its judge screen is up, and only then.
+// The right button passes the phase only while its verdict screen is shown.
 Listening lastKeyPressOfTheMachineTest()
 {
     auto bench = std::make_shared<MachineBench>();
@@ -227,7 +227,7 @@ Listening pageOfTheMachineTest()
             }};
 }
 
-// The failure of the net ports would show in the text of the next step.
+// The text of the next step would show the failure of the net ports.
 Listening agingTest()
 {
     auto bench = std::make_shared<AgeBench>();
@@ -276,7 +276,7 @@ Listening calibrationResult()
     return {bar, result, result, [bar = bar.get()] { return bar->state(); }};
 }
 
-/// What an undisturbed listener makes of the report that comes after the one dropped.
+/// The calls of a listener for the report that follows the dropped one.
 QString stateAfterNext(MakeListening make)
 {
     const Listening listening = make();
@@ -314,24 +314,27 @@ private:
     QTemporaryDir m_directory;
 };
 
-/// Does something once, when the menu is about to have taken the page of the machine test in: the page is complete
-/// then, and hidden before it may show.
+/// Does something once, just before the menu has added the page of the machine test: at this time the page is complete,
+/// and it is hidden before it can be shown.
 class BeforeThePageIsIn : public QObject
 {
 public:
-    explicit BeforeThePageIsIn(std::function<void()> deed) : m_deed(std::move(deed)) { qApp->installEventFilter(this); }
+    explicit BeforeThePageIsIn(std::function<void()> action) : m_action(std::move(action))
+    {
+        qApp->installEventFilter(this);
+    }
     bool done() const { return m_done; }
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (!m_done && event->type() == QEvent::HideToParent && qobject_cast<CompleteMachineTestWidget *>(watched)) {
             m_done = true;
-            m_deed();
+            m_action();
         }
         return false;
     }
 
 private:
-    const std::function<void()> m_deed;
+    const std::function<void()> m_action;
     bool m_done = false;
 };
 
@@ -409,7 +412,7 @@ private Q_SLOTS:
             Menu menu;
             auto *list = level == 1 ? menu.level1 : menu.level2;
             std::optional<FailingMemory> memory;
-            // From the row's insertion on it is the list's.
+            // The list owns the row once it is inserted.
             const QMetaObject::Connection end =
                 connect(list->model(), &QAbstractItemModel::rowsAboutToBeInserted, list, [&memory] { memory.reset(); });
             const Warnings warnings;

@@ -16,7 +16,7 @@ void runToUsbStep(AgeBench &bench)
 
 }
 
-/// Statements of docs/behavior.md about the aging test that no other test holds.
+/// Statements of docs/behavior.md about the aging test that no other test covers.
 class BehaviorAgingTest : public QObject
 {
     Q_OBJECT

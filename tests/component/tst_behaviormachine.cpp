@@ -12,7 +12,7 @@ using LCD::FactoryMode::IUSB;
 
 namespace {
 
-// Link services that answer a subscription for changes on another thread, before the subscription returns.
+// Port services that deliver an event on another thread before the registration of the changed listener returns.
 
 class NetAnsweringElsewhere final : public INetworkPort
 {
@@ -35,7 +35,7 @@ public:
     }
 };
 
-/// The status icon and whether it is shown, as the page was told.
+/// Returns the status icon of the last screen and whether it is visible.
 QStringList statusCalls(const QStringList &made)
 {
     return made.filter(QStringLiteral("frame.setStatusIcon"));
@@ -48,7 +48,7 @@ QString usbIcon(const QStringList &made)
 
 }
 
-/// Statements of docs/behavior.md about the complete machine test that no other test holds.
+/// Statements of docs/behavior.md about the complete machine test that no other test covers.
 class BehaviorMachineTest : public QObject
 {
     Q_OBJECT

@@ -10,13 +10,13 @@
 
 namespace {
 
-/// The tests that hold one statement of the page.
+/// The tests that cover one statement of the page.
 struct Coverage
 {
     const char *heading;
     /// Each as "topic/function", for a function in tests/component/tst_<topic>.cpp.
     std::vector<const char *> tests;
-    /// The test among them that reads the statement's table from the page.
+    /// The test of these that reads the table of the statement.
     const char *tableTest = nullptr;
 };
 
@@ -151,7 +151,7 @@ const std::vector<Coverage> &coverage()
          {"completemachinetestwidget/aPageEnteredDuringARunIsWrittenOverByTheClock",
           "completemachinetestwidget/aPageEnteredDuringTheKeyWalkKeepsItsKeysAndTheBlockedButton",
           "pagesinmenu/theLevelsWriteOverTheEntryScreenOfTheMachineTest",
-          "pagesinmenu/theEntryScreenKeepsTheFrameDeafToTheKeysDuringTheKeyWalk"}},
+          "pagesinmenu/theFrameIgnoresKeysOnTheEntryScreenDuringTheKeyWalk"}},
         {"An empty text keeps what is shown",
          {"behaviormachine/aScreenWithoutATextLeavesTheOneBefore",
           "behaviormachine/theIconOfANetPhaseIsSetBeforeItIsShown",
@@ -185,7 +185,7 @@ QString readSource(const QString &name)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// The test functions in @p name, without those for data rows and for setting up.
+/// Returns the test functions in @p name, without the functions for data rows and setup.
 QStringList testFunctionsIn(const QString &name)
 {
     static const QRegularExpression slot(QStringLiteral("^    void (\\w+)\\(\\)"), QRegularExpression::MultilineOption);
@@ -215,7 +215,7 @@ bool holds(const Coverage &statement, const QString &test)
 
 }
 
-/// docs/behavior.md: each statement and each table has its tests.
+/// Checks that each statement and each table of docs/behavior.md has a test.
 class BehaviorPageTest : public QObject
 {
     Q_OBJECT

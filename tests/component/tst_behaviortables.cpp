@@ -13,13 +13,13 @@ namespace {
 constexpr int Passed = 1;
 constexpr int Failed = 2;
 
-/// A phase at a certain state of its test.
+/// A phase and the state of its single test.
 struct Moment
 {
     int phase;
-    /// Empty in a phase without a test.
+    /// Empty in a phase without a single test.
     QString state;
-    /// What the operator and the device do from the first screen of the phase on.
+    /// Does what brings the phase from its first screen to this state.
     std::function<void(MachineBench &)> reach;
 };
 
@@ -49,7 +49,7 @@ std::vector<Moment> moments()
     };
 }
 
-/// The name of a phase within a sentence.
+/// Returns the name of a phase for use in a sentence.
 QString phaseName(int phase)
 {
     static const QStringList names = {
@@ -88,7 +88,7 @@ void makeHistory(MachineBench &bench, History history)
         bench.left();
 }
 
-/// Starts a run behind that history and brings it to @p moment. What was called is forgotten.
+/// Starts a run after this history and brings it to @p moment. Clears the recorded calls.
 void bringTo(MachineBench &bench, History history, const Moment &moment)
 {
     makeHistory(bench, history);
@@ -103,7 +103,7 @@ void add(QStringList &list, const QString &text)
         list << text;
 }
 
-/// The screen of a record, in the words of the page.
+/// Returns the name of a screen, as the page calls it.
 QString screenName(const QString &record)
 {
     if (record == failScreen())
@@ -121,8 +121,8 @@ QString screenName(const QString &record)
     return record;
 }
 
-/// A call in the words of the page; empty if it has no effect that the operator can see, and the call itself if it is
-/// an unexpected one.
+/// Returns the effect of a call, as the page describes it. Returns an empty string if the operator can't see the
+/// effect, and the call itself if it isn't expected.
 QString effectOf(const QString &call)
 {
     if (call.startsWith(QStringLiteral("log ")))
@@ -140,8 +140,8 @@ QString effectOf(const QString &call)
     return call.startsWith(QStringLiteral("phase ")) ? screenName(call) : call;
 }
 
-/// What the run did since the last take(), in the words of the page. Of the start of another phase only its name
-/// counts.
+/// Returns what the run did since the last take(), as the page describes it. For the start of another phase, returns
+/// only its name.
 QString effects(MachineBench &bench, int phaseBefore)
 {
     const QStringList made = bench.take();
@@ -169,8 +169,8 @@ QString ordinal(int number)
     return QString::number(number) + ending;
 }
 
-/// What the right button does from now on: the first press, and each later one that does something else than the press
-/// before it, until the phase is left.
+/// Returns what the right button does from now on until the phase ends: the first press, and each later press that has
+/// another effect than the press before it.
 QStringList pressRight(MachineBench &bench)
 {
     const int phase = bench.biz->currentPhaseIndex();
@@ -211,7 +211,7 @@ const std::vector<Failure> &failures()
     return all;
 }
 
-/// What the right button does after @p failure; nothing if that doesn't fail the run at @p moment.
+/// Returns what the right button does after @p failure, or nothing if @p failure doesn't fail the run at @p moment.
 std::optional<QStringList> rightAfter(const Moment &moment, const Failure &failure)
 {
     MachineBench bench;
@@ -223,7 +223,7 @@ std::optional<QStringList> rightAfter(const Moment &moment, const Failure &failu
     return pressRight(bench);
 }
 
-/// The rows of @p moment: one for each kind of failure, those that lead to the same in one row.
+/// Returns the rows of @p moment: one for each kind of failure. Failures with the same effect share a row.
 QList<QStringList> rowsAfterFailure(const Moment &moment)
 {
     QList<QStringList> rows;
@@ -288,7 +288,7 @@ QList<QStringList> netReportRows(const Report &report)
     return rows;
 }
 
-/// Fails with the right table on the console unless the page has it under @p heading.
+/// Fails and prints the expected table unless the page has it under @p heading.
 void compareWithPage(const QString &heading, const QList<QStringList> &right)
 {
     const QList<QStringList> written = readBehaviorPage().table(heading);
@@ -300,7 +300,7 @@ void compareWithPage(const QString &heading, const QList<QStringList> &right)
 
 }
 
-/// The tables of docs/behavior.md against the complete machine test itself.
+/// Compares the tables of docs/behavior.md with the complete machine test.
 class BehaviorTablesTest : public QObject
 {
     Q_OBJECT

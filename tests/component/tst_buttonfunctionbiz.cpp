@@ -13,7 +13,7 @@ Keys abc()
     return {{1, QStringLiteral("A")}, {2, QStringLiteral("B")}, {3, QStringLiteral("C")}};
 }
 
-/// The calls that set one key's LED.
+/// Returns the calls that set the LED of one key.
 QStringList led(int halKey, int mode, int color)
 {
     return {QStringLiteral("keyboard.setKeyLedUpdating(true)"),
@@ -431,7 +431,7 @@ private Q_SLOTS:
 
     void listenerMayGiveTheVerdictInsideTheEvent()
     {
-        // The service that removes its listener drops the function that is just running.
+        // When the service removes its listener, it deletes the function that is running.
         ButtonSession session({{5, QStringLiteral("ONLY")}});
         session->registerStateCallback("verdict", [&](int state, int) {
             if (state == 101)

@@ -18,7 +18,10 @@ QString lineOf(int level)
 
 struct LightSession : Session<ButtonLightBiz>
 {
-    explicit LightSession(std::initializer_list<const char *> absent = {}) : Session(absent) { listenAsDriver(); }
+    explicit LightSession(std::initializer_list<const char *> absent = {}) : Session(absent)
+    {
+        registerDriverListener();
+    }
     void walk(int steps)
     {
         biz().startTest();
@@ -157,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(session.take(), (QStringList{QStringLiteral("state 10"), QStringLiteral("state 101")}));
     }
 
-    // Nobody has made itself current yet.
+    // There is no current requester yet.
     void announcesToNobodyAtFirst()
     {
         Session<ButtonLightBiz> session;

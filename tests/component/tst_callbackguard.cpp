@@ -103,7 +103,7 @@ private Q_SLOTS:
 
     void callsOnTwoThreadsDoNotWaitForEachOther()
     {
-        // Each waits for the other inside the call: only together can they finish.
+        // Each call waits for the other one, so they finish only if both run at the same time.
         std::promise<void> arrived[2];
         std::atomic<int> next = 0;
         Owner owner([&] {

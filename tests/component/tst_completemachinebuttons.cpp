@@ -21,7 +21,7 @@ const QString NetRetest =
 const QStringList NetSubscriptions = calls({"networkPort.registerReportCallback(NetPortTestBiz, 2)",
                                             "networkPort.registerChangedCallback(NetPortTestBiz, 2)"});
 
-/// The keys of the translated words in @p record.
+/// Returns the keys of the translated texts in @p record.
 QStringList translatedWords(const QString &record)
 {
     static const QRegularExpression word(QStringLiteral("\\[([^\\]]+)\\]"));
@@ -68,14 +68,14 @@ private Q_SLOTS:
         const QStringList twice = failure() + failure();
         const QStringList clear = calls({"keyboard.setLcdTestPattern(0, 0)"});
         const QStringList dark = calls({"keyboard.setAllButtonBrightness(0)"});
-        const QStringList deaf = calls({"keyboard.registerKeyCallback(empty)"});
+        const QStringList unregistered = calls({"keyboard.registerKeyCallback(empty)"});
         QTest::newRow("0 while the levels run") << 0 << false << twice;
         QTest::newRow("0 on the verdict screen") << 0 << true << twice;
         QTest::newRow("1 while patterns show") << 1 << false << clear + twice;
         QTest::newRow("1 on the verdict screen") << 1 << true << clear + twice;
         QTest::newRow("2 while the levels run") << 2 << false << twice;
         QTest::newRow("2 on the verdict screen") << 2 << true << twice;
-        QTest::newRow("3 during the key walk") << 3 << false << dark + once + deaf + once;
+        QTest::newRow("3 during the key walk") << 3 << false << dark + once + unregistered + once;
         QTest::newRow("3 on the verdict screen") << 3 << true << once;
         QTest::newRow("4 at the first step") << 4 << false << twice;
         QTest::newRow("4 after the last step") << 4 << true << twice;
@@ -284,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(bench.biz->result(), 2);
     }
 
-    // The order in which the page is told: the next phase first, and the running screen of this one over it.
+    // The order of the screens: first the next phase, then the running screen of this phase.
     void aPressDuringTheStartOfTheNetTestIsFollowedByTheRunningScreen()
     {
         MachineBench bench;
@@ -423,7 +423,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Passes the phases before the one of the present data row, and perhaps brings that one to its verdict.
+    /// Passes the phases before that of the current data row, and brings that phase to its verdict if the row says so.
     static void bringToTheRow(MachineBench &bench)
     {
         QFETCH(const int, phase);

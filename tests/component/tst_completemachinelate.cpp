@@ -13,7 +13,7 @@ const QString NetResult =
     QStringLiteral("phase title=[FCNet]; icon=NetTest; stepTitle=[FCTestComplete]; leftText=[FCNoPass]; "
                    "rightText=[FCPass]; left; status=NetPass; statusShown; mode=9");
 
-/// The titles and buttons that the page was given.
+/// Returns the titles and the buttons of the screens.
 QStringList screens(const QStringList &made)
 {
     return made.filter(QRegularExpression(QStringLiteral("^frame\\.(setTitle|setLeftBtnText|setRightBtnText|"
@@ -32,7 +32,7 @@ QStringList verdictScreen(const char *title, const char *right = "frame.setRight
 
 }
 
-/// What comes when the operator doesn't expect it any more: reports over the fail screen, before the start, late keys.
+/// Events that the operator doesn't expect: reports on the fail screen, reports before the start, late keys.
 class CompleteMachineLateTest : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ private Q_SLOTS:
         page.clickRight();
         QCOMPARE(screens(page.take()),
                  calls({"frame.log(Net port pass, 0, 2)"}) + verdictScreen("frame.setTitle([USBA])"));
-        // The run still counts as failed, so left is the re-test.
+        // The run is still failed, so the left button starts a re-test.
         page.clickLeft();
         QVERIFY(page.take().contains(QStringLiteral("frame.setTitle([FCScreenLight] 10%)")));
     }

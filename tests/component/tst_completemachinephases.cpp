@@ -41,7 +41,7 @@ QString instruction(const QString &title, const QString &icon, const QString &st
         .arg(title, icon, steps);
 }
 
-/// A keyboard service in whose brightness operation somebody acts.
+/// A keyboard service that calls a function in its brightness operation.
 class OperatorInsideTheScreens final : public LCD::FactoryMode::IKeyboardEvent
 {
 public:
@@ -80,7 +80,7 @@ const QStringList ScreensAtTen = calls({"keyboard.setScreenBrightness(0, 10)", "
 
 }
 
-/// How each phase starts, and how the run goes on to the next.
+/// How each phase starts, and how the run continues with the next one.
 class CompleteMachinePhasesTest : public QObject
 {
     Q_OBJECT
@@ -235,7 +235,7 @@ private Q_SLOTS:
             << instruction(QStringLiteral("[TypecCommuication]"), QStringLiteral("TypecTest"),
                            QStringLiteral("[FCTypecCommStep1] | [FCTypecCommStep2] | [FCPleaseJudgePass]"));
         QTest::newRow("brightness") << 0 << QStringList() << 0;
-        // No pattern is cleared: the screens go on showing the one of the moment.
+        // The test pattern isn't cleared: the screens keep the current one.
         QTest::newRow("bad pixel") << 1
                                    << (calls({"log Screen bad pixel pass", "factoryBiz.setFactoryTestType(2)",
                                               "keyboard.setAllButtonBrightness(10)"})

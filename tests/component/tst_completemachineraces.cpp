@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Holds up the first call that comes on another thread than the test's, until release().
+/// Blocks the first call from another thread than that of the test until release().
 class Hold
 {
 public:
@@ -46,7 +46,7 @@ private:
     bool m_isReleased = false;
 };
 
-/// Work on a thread of its own that has come to the hold when the constructor returns.
+/// Runs work on a thread of its own. The work is blocked when the constructor returns.
 class HeldWork
 {
 public:
@@ -84,8 +84,8 @@ private:
     Hold &m_hold;
 };
 
-/// Has no memory for the first call that comes on another thread than the test's.
-class ForgetfulFactoryBiz final : public LCD::FactoryMode::IFactoryModeBiz
+/// Throws std::bad_alloc at the first call from another thread than that of the test.
+class ThrowingFactoryBiz final : public LCD::FactoryMode::IFactoryModeBiz
 {
 public:
     void setFactoryTestType(int) override
@@ -100,8 +100,8 @@ private:
     bool m_thrown = false;
 };
 
-/// Hands everything on to the recording keyboard. Holds up the brightness of the keys, and does something once after
-/// the next pattern.
+/// Forwards all calls to the recording keyboard. Can block the call that sets the brightness of the keys, and calls a
+/// function once after the next pattern.
 class HoldingKeyboard final : public LCD::FactoryMode::IKeyboardEvent
 {
 public:
@@ -128,8 +128,8 @@ public:
     void setLcdTestPattern(int patternType, int patternIndex) override
     {
         m_keyboard.setLcdTestPattern(patternType, patternIndex);
-        if (const auto deed = std::exchange(afterPattern, nullptr))
-            deed();
+        if (const auto action = std::exchange(afterPattern, nullptr))
+            action();
     }
     int getTBarType() override { return m_keyboard.getTBarType(); }
 
@@ -140,7 +140,7 @@ private:
     Hold &m_hold;
 };
 
-/// Runs @p work to its end on a plain thread.
+/// Runs @p work on a std::thread and waits for it.
 template <class Work>
 void elsewhere(const Work &work)
 {
@@ -153,13 +153,13 @@ void holdLog(MachineBench &bench, Hold &hold)
     bench.biz->registerLogCallback("zz hold", [&hold](const QString &) { hold.pass(); });
 }
 
-/// Does @p deed once, inside the next log line on the thread of the test.
-void insideTheNextLogLine(MachineBench &bench, const std::function<void()> &deed)
+/// Calls @p action once, during the next log callback on the thread of the test.
+void insideTheNextLogLine(MachineBench &bench, const std::function<void()> &action)
 {
-    bench.biz->registerLogCallback("zz deed",
-                                   [deed, own = std::this_thread::get_id(), done = false](const QString &) mutable {
+    bench.biz->registerLogCallback("zz action",
+                                   [action, own = std::this_thread::get_id(), done = false](const QString &) mutable {
                                        if (std::this_thread::get_id() == own && !std::exchange(done, true))
-                                           deed();
+                                           action();
                                    });
 }
 
@@ -168,7 +168,7 @@ void reportNet(MachineBench &bench)
     bench.netReport({{0, true}, {1, true}});
 }
 
-/// Leaves the net test passed, or failed, from an earlier run.
+/// Gives the net test the state passed or failed, as after an earlier run.
 void leaveNetPassed(MachineBench &bench)
 {
     bench.startAndPassTo(11);
@@ -186,7 +186,7 @@ QStringList screens(MachineBench &bench)
     return bench.told().filter(QRegularExpression(QStringLiteral("^phase ")));
 }
 
-/// Whether the brightness of the screens walks on at the next tick.
+/// Returns whether the next tick changes the brightness of the screens.
 bool levelsWalkOn(MachineBench &bench)
 {
     bench.take();
@@ -196,7 +196,7 @@ bool levelsWalkOn(MachineBench &bench)
 
 }
 
-/// Reports on other threads that are held up while the operator goes on, and presses that are overtaken by reports.
+/// Reports on other threads that are delayed while the operator continues, and button presses overtaken by reports.
 class CompleteMachineRacesTest : public QObject
 {
     Q_OBJECT
@@ -397,7 +397,7 @@ private Q_SLOTS:
 
     void aReportWithoutMemoryForTheNextPhaseLeavesNone()
     {
-        ForgetfulFactoryBiz service;
+        ThrowingFactoryBiz service;
         MachineBench bench;
         bench.host.offer("lcdFactoryModeBiz", &service);
         bench.make();
@@ -430,7 +430,7 @@ private Q_SLOTS:
         QCOMPARE(bench.told(), QStringList());
         while (bench.biz->currentPhaseIndex() < 3)
             bench.pass();
-        // Without a verdict screen the left button fails the walk itself.
+        // Without a verdict screen, the left button fails the key walk itself.
         bench.take();
         bench.left();
         QCOMPARE(bench.told(), failure() + failure());

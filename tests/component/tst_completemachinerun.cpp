@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The expected session: lines of calls, under a line "> <what the operator does>" for each thing done.
+/// The expected session: for each action of the operator, a line "> <action>" and the calls that follow it.
 QStringList sessionFile(const QString &name)
 {
     QFile file(QStringLiteral(LCD_SOURCE_DIR "/tests/component/data/") + name);
@@ -15,15 +15,15 @@ QStringList sessionFile(const QString &name)
     return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
-/// A session of an operator that writes down what each act leads to.
+/// A session of an operator. Records the calls that follow each action.
 class WrittenSession
 {
 public:
     WrittenSession() { page.take(); }
 
-    void act(const QString &what, const std::function<void()> &deed)
+    void act(const QString &what, const std::function<void()> &action)
     {
-        deed();
+        action();
         m_lines << QStringLiteral("> ") + what << page.take();
     }
     void right(const QString &why)
@@ -85,7 +85,7 @@ void passPorts(WrittenSession &session)
 
 }
 
-/// One session of the complete machine test from the entry screen to the pass screen, and out.
+/// One session of the complete machine test, from the entry screen to the pass screen and back to the menu.
 class CompleteMachineRunTest : public QObject
 {
     Q_OBJECT

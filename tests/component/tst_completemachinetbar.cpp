@@ -15,7 +15,7 @@ QString tbarStep(const QString &caption)
         .arg(caption);
 }
 
-/// Has no keyboard service for whoever asks last while a complete machine test is made: the driver itself.
+/// A host that returns no keyboard service to the driver, which looks it up after its single tests.
 class HostThatLosesTheKeyboard final : public mirel::IHost
 {
 public:

@@ -7,7 +7,7 @@
 using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
 using LCD::FactoryModeImpl::CompleteMachineTestBiz;
 
-/// The run of the complete machine test as its owner sees it: index, result, callbacks.
+/// The public interface of the complete machine test: phase index, result, callbacks.
 class CompleteMachineTestBizTest : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Runs @p work to its end on a plain thread, which has no event loop.
+/// Runs @p work on a std::thread, which has no event loop, and waits for it.
 template <class Work>
 void elsewhere(const Work &work)
 {
@@ -18,23 +18,26 @@ void elsewhere(const Work &work)
     thread.join();
 }
 
-/// Does something once, when the next tick of a timer is about to be delivered.
+/// Calls a function once, just before the next timer event is delivered.
 class BeforeTheTick : public QObject
 {
 public:
-    explicit BeforeTheTick(std::function<void()> deed) : m_deed(std::move(deed)) { qApp->installEventFilter(this); }
+    explicit BeforeTheTick(std::function<void()> action) : m_action(std::move(action))
+    {
+        qApp->installEventFilter(this);
+    }
     bool done() const { return m_done; }
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (!m_done && event->type() == QEvent::Timer && qobject_cast<QTimer *>(watched)) {
             m_done = true;
-            m_deed();
+            m_action();
         }
         return false;
     }
 
 private:
-    const std::function<void()> m_deed;
+    const std::function<void()> m_action;
     bool m_done = false;
 };
 
@@ -45,7 +48,7 @@ QStringList frameCalls(const QStringList &made)
 
 }
 
-/// Reports from the threads of the host's services, right ones and wrong ones.
+/// Reports on the threads of the host's services, valid and invalid ones.
 class CompleteMachineThreadsTest : public QObject
 {
     Q_OBJECT

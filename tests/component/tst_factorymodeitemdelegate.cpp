@@ -10,7 +10,7 @@ namespace {
 
 const QRect Row(7, 9, 200, 40);
 
-/// One row painted on black; everything else about the image is measured.
+/// One row, painted on a black image.
 class Painted
 {
 public:
@@ -33,7 +33,7 @@ public:
         paint(model.index(0, 0));
     }
 
-    /// The smallest rectangle around all that was painted between the columns @p left and @p right.
+    /// Returns the bounding rectangle of everything that was painted between the columns @p left and @p right.
     QRect ink(int left, int right) const
     {
         QRect bounds;

@@ -303,7 +303,7 @@ private Q_SLOTS:
         const QTemporaryDir other;
         writeFile(other.filePath(QStringLiteral("factorymenu.xml")), "<LCD/>");
         widget.setFactoryModeData(MenuPath, other.path());
-        // The entries still show, but nothing is behind them.
+        // The entries are still visible, but they open nothing.
         QCOMPARE(menu.level1->count(), 6);
         clickRow(menu.level1, 1);
         QCOMPARE(containers.count(), 0);

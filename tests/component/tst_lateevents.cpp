@@ -15,7 +15,7 @@ constexpr int Rounds = 15;
 constexpr int EventsPerRound = 20;
 constexpr int ThreadCount = 3;
 
-/// Threads that fire one event again and again until the storm ends.
+/// Threads that deliver one event again and again until this object is deleted.
 class Storm
 {
 public:
@@ -52,7 +52,7 @@ private:
     std::vector<std::thread> m_threads;
 };
 
-/// What the listeners of an object hear, and whether they heard it when the object was gone.
+/// Counts the calls of a listener, and those calls that came after the object was deleted.
 struct Witness
 {
     std::function<void()> listener()
@@ -91,7 +91,7 @@ void watch(TbarTestBiz &biz, const std::function<void()> &listener)
     biz.registerStateCallback("driver", [listener](int) { listener(); });
 }
 
-/// Makes an object, lets events come, and destroys it while they go on coming; many times.
+/// Creates an object and deletes it while events are delivered. Repeats this many times.
 template <class Biz>
 void destroyInStorm(const std::function<void()> &event, Witness &witness)
 {
@@ -209,7 +209,7 @@ private Q_SLOTS:
         QCOMPARE(witness.late.load(), 0);
     }
 
-    // The owner starts the walk over and over while its keys are being pressed.
+    // The owner restarts the key walk again and again while keys are pressed.
     void keyEventsWhileTheListenerIsReplaced()
     {
         const LogCapture quiet;
@@ -260,7 +260,7 @@ private Q_SLOTS:
         QVERIFY(usb.isAllLinked());
     }
 
-    // A listener that takes its time on one thread must not keep an event on another from being heard.
+    // A slow listener on one thread must not block an event on another thread.
     void listenersOnTwoThreadsDoNotWaitForEachOther()
     {
         RecordingHost host;

@@ -2,7 +2,7 @@
 #include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
 
-// The built library as tools see it that know nothing of its source.
+// The built library, as seen by tools that don't know its source code.
 
 namespace {
 

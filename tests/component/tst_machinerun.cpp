@@ -8,7 +8,7 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// Runs @p work to its end on a plain thread.
+/// Runs @p work on a std::thread and waits for it.
 template <class Work>
 void elsewhere(const Work &work)
 {
@@ -21,7 +21,7 @@ void goTo(RunState &state, int phase)
     state.phaseIndex = phase;
 }
 
-/// Moves @p run to @p phase on another thread.
+/// Sets the phase of @p run on another thread.
 void moveElsewhere(MachineRun &run, int phase)
 {
     elsewhere([&] { QVERIFY(RunAction(run).change([phase](RunState &state) { goTo(state, phase); })); });

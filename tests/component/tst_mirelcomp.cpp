@@ -11,7 +11,7 @@ using FactoryModeImpl::FactoryModeWidget;
 
 static bool memoryHasRunOut = false;
 
-// The one form of new that the creator uses.
+// The form of operator new that the creator uses.
 void *operator new(std::size_t size, const std::nothrow_t &) noexcept
 {
     try {
@@ -135,7 +135,7 @@ private Q_SLOTS:
         mode.setFactoryModeSize(QSize(321, 123));
         QCOMPARE(mode.size(), before);
     }
-    // A pointer to a virtual operation holds one more than its offset in the table.
+    // A pointer to a virtual member function holds its offset in the table plus one.
     void orderOfTheVirtualOperations()
     {
         using Mode = FactoryMode::ILcdFactoryMode;

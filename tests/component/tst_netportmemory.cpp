@@ -11,7 +11,7 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// Requests of this size in bytes and above fail.
+/// Allocations of at least this size, in bytes, fail.
 std::atomic<std::size_t> memoryLimit = std::numeric_limits<std::size_t>::max();
 
 constexpr std::size_t Small = 16U << 20;

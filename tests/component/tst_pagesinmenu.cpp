@@ -18,7 +18,7 @@ constexpr int MachineRow = 4;
 
 }
 
-/// A test whose page is left by the host, through exitFactoryMode(), and entered again from the menu.
+/// The host leaves a test page with exitFactoryMode(), and the operator opens the page again from the menu.
 class PagesInMenuTest : public QObject
 {
     Q_OBJECT
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(!texts().filter(QStringLiteral("10%")).isEmpty());
     }
 
-    void theEntryScreenKeepsTheFrameDeafToTheKeysDuringTheKeyWalk()
+    void theFrameIgnoresKeysOnTheEntryScreenDuringTheKeyWalk()
     {
         bringToKeyWalk();
         QVERIFY(host->keyboard.press(10)); // the no-pass key is next
@@ -163,7 +163,7 @@ private:
         QVERIFY(QMetaObject::invokeMethod(frame(), signal, Q_ARG(bool, false)));
     }
 
-    /// The host leaves, comes back, and the operator opens the page again.
+    /// The host leaves the factory mode and enters it again, and the operator opens the page again.
     void comeBackTo(int row) const
     {
         widget->exitFactoryMode();
@@ -208,7 +208,7 @@ private:
         return frame()->property("log").toStringList();
     }
 
-    /// What the labels of the page say.
+    /// Returns the texts of the labels of the page.
     QStringList texts() const
     {
         QStringList result;

@@ -6,7 +6,7 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// Both calls that show one pattern.
+/// Returns the two calls that show a test pattern.
 QStringList shown(int type, int index, int level)
 {
     return {QStringLiteral("keyboard.setLcdTestPattern(%1, %2)").arg(type).arg(index),
@@ -22,9 +22,9 @@ struct BadPixelSession : Session<ScreenBadPixelBiz>
 {
     explicit BadPixelSession(std::initializer_list<const char *> absent = {}) : Session(absent), widget(host)
     {
-        listenAsDriver();
+        registerDriverListener();
     }
-    /// The calls of one operation.
+    /// Returns the calls of one operation.
     template <class Operation>
     QStringList callsOf(const Operation &operation)
     {
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(session->state(), code);
     }
 
-    // The clearing goes on; after twelve steps the walk ends as if it had been shown.
+    // The screens stay cleared. After twelve steps the test ends as if the patterns had been shown.
     void stepsAfterAVerdictShowNothing_data() { verdictInTheMiddleClearsAtOnce_data(); }
 
     void stepsAfterAVerdictShowNothing()

@@ -6,7 +6,7 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-/// The calls that set the three screens.
+/// Returns the calls that set the brightness of the three screens.
 QStringList screensAt(int level)
 {
     QStringList calls;
@@ -17,7 +17,10 @@ QStringList screensAt(int level)
 
 struct BrightnessSession : Session<ScreenBrightnessBiz>
 {
-    explicit BrightnessSession(std::initializer_list<const char *> absent = {}) : Session(absent) { listenAsDriver(); }
+    explicit BrightnessSession(std::initializer_list<const char *> absent = {}) : Session(absent)
+    {
+        registerDriverListener();
+    }
 };
 
 }

@@ -19,7 +19,7 @@ int validate(const QString &schema, const QString &file)
 
 }
 
-// The configuration files as shipped, where a program of the build's bin directory finds them.
+// The shipped configuration files, in the place where a program in the build's bin directory finds them.
 class tst_ShareFiles : public QObject
 {
     Q_OBJECT

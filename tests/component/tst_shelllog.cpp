@@ -14,7 +14,8 @@ namespace {
 const QString LogWhileExiting = QStringLiteral("--log-while-exiting");
 bool logsWhileExiting = false;
 
-// Made before Qt's default category, it ends after it: what a service's thread may meet late in the exit.
+// Created before Qt's default category and therefore deleted after it, like a service's thread at the end of the
+// process.
 struct AfterTheDefaultCategory
 {
     ~AfterTheDefaultCategory()
@@ -98,7 +99,7 @@ private Q_SLOTS:
         const QByteArray written = child.readAllStandardError();
         QVERIFY2(written.endsWith("gone\na late line\na late warning\n"), written);
     }
-    // qDebug() and qWarning() put their text together in any case.
+    // qDebug() and qWarning() always format their text.
     void everyLineGoesThroughTheCategory()
     {
         QDirIterator files(QStringLiteral(LCD_SOURCE_DIR "/framework"),

@@ -15,7 +15,7 @@ using namespace LCD::FactoryModeImpl;
 
 namespace {
 
-// Every operation, from every thread's point of view the same: the public interface of the objects in one place.
+// Calls of all public operations of the single tests, which every thread may make.
 void stepAll(ScreenBadPixelBiz &biz)
 {
     repeat(14, [&] { biz.nextStep(); });
@@ -63,7 +63,7 @@ void retest(ButtonFunctionBiz &biz)
     biz.enter();
 }
 
-/// Runs every operation of an object made under @p host, while its services report whatever they can.
+/// Calls all operations of an object that was created with @p host, while the services of the host report.
 template <class Biz>
 void runAll(RecordingHost &host)
 {
@@ -83,7 +83,7 @@ void runAll(RecordingHost &host)
     }
 }
 
-/// For each of the five objects whose listeners are filtered: whom does enter() call?
+/// Which listeners enter() calls, for each of the five tests that have a current requester.
 template <class Biz>
 void checkFilter()
 {
@@ -116,7 +116,7 @@ void checkFilter()
     QCOMPARE(heard(), QStringList{QStringLiteral("heard by B's second")});
 }
 
-/// Whether a listener under the empty name hears of enter() while nobody is current.
+/// Returns whether enter() calls a listener with the empty name while there is no current requester.
 template <class Biz>
 bool hearsUnderTheEmptyName()
 {
@@ -135,7 +135,7 @@ QStringList callsOfEnter()
     return session.take();
 }
 
-/// A host that may be asked on several threads at once, which the recording one may not. It has no service.
+/// A host without services. Unlike the recording host, it may be used on several threads at the same time.
 class BareHost final : public mirel::IHost
 {
 public:
@@ -144,7 +144,7 @@ public:
     void *getComponent(const char *) override { return nullptr; }
 };
 
-/// Steps through an object on one thread while another does the same, asks it and registers.
+/// Steps through an object on one thread while another thread does the same, reads its state and registers listeners.
 template <class Biz>
 void stepOnTwoThreads()
 {

@@ -6,7 +6,7 @@ namespace LCD::FactoryModeImpl {
 
 void completeStep(TbarTestBiz &biz, int stepIndex);
 
-// The part of the private class that nothing calls but the service's future: declared here to reach it.
+// Declares a member of the private class that no code of the component calls, so that this test can call it.
 class TbarTestBiz::Impl
 {
 public:
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(session.log.lines(), (QStringList{Completed, Failed}));
     }
 
-    // What is reported is brought to the object's thread and changes nothing there.
+    // A report is queued to the object's thread and changes nothing there.
     void reportOnEveryThread_data() { addOrigins(); }
 
     void reportOnEveryThread()

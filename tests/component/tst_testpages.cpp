@@ -13,7 +13,7 @@ using LCD::FactoryModeImpl::CompleteMachineTestWidget;
 
 namespace {
 
-/// Lets the frames of the process write into its list while it lives.
+/// While it exists, the frames of this process record their calls in its list.
 class FrameCalls
 {
 public:
@@ -23,7 +23,7 @@ public:
     FrameCalls &operator=(const FrameCalls &) = delete;
 };
 
-/// The object behind @p page that takes the clicks.
+/// Returns the object of @p page that receives the clicks.
 QObject *implOf(const QWidget &page)
 {
     for (QObject *child : page.children()) {
@@ -43,7 +43,7 @@ QList<QByteArray> methodsOf(const QMetaObject &meta)
     return methods;
 }
 
-/// Remembers whose timers ticked.
+/// Records which objects receive timer events.
 class TimerOwners : public QObject
 {
 public:
@@ -87,7 +87,7 @@ void theClicksHaveTheirSlots()
              (QList<QByteArray>{"slot slotLeftBtnClicked()", "slot slotRightBtnClicked()"}));
 }
 
-/// The methods of the object whose timer ticks when the test of the page runs.
+/// Returns the methods of the object whose timer runs during the test of the page.
 template <class Page>
 QList<QByteArray> methodsBehindTheTimer()
 {
@@ -100,8 +100,8 @@ QList<QByteArray> methodsBehindTheTimer()
     return timers.owner ? methodsOf(*timers.owner->metaObject()) : QList<QByteArray>();
 }
 
-/// Opens a page, starts its test, lets it run for @p seconds, and leaves; gives the last calls. The page must have
-/// made the call @p landmark by then.
+/// Opens a page, runs its test for @p seconds and leaves the page. Returns the last calls. The page must have made the
+/// call @p landmark before it is left.
 template <class Page>
 QStringList runWithoutHost(int seconds, const char *landmark)
 {
@@ -125,7 +125,7 @@ QStringList runWithoutHost(int seconds, const char *landmark)
 
 }
 
-/// What both test pages have in common.
+/// Behavior that both test pages share.
 class TestPagesTest : public QObject
 {
     Q_OBJECT

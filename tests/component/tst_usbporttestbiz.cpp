@@ -89,7 +89,7 @@ private Q_SLOTS:
         QFETCH(QString, links);
         UsbSession session;
         session.begin();
-        // No state is announced by a report of this test.
+        // A report doesn't announce a state in this test.
         QCOMPARE(session.report({{5, nodeType, active, blocked}}), QStringList{QStringLiteral("links ") + links});
         QCOMPARE(session->portCount(), links.isEmpty() ? 0 : 1);
         QCOMPARE(session->isAllLinked(), links == QLatin1String("true"));
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QVERIFY(session->isAllLinked());
     }
 
-    // The bit of the first place was earned by port 7; port 5 takes the place and the bit, and 7 starts anew.
+    // The first entry is true because of port 7. Port 5 takes over this entry, and port 7 starts again.
     void bitsStayAtTheirPlaceWhenAPortComesBefore()
     {
         UsbSession session;
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(session.report({{5, Port, 0}}), heard("false, false"));
         QCOMPARE(session->portCount(), 2);
         QVERIFY(!session->isAllLinked());
-        // With the bits remapped this report would change nothing, and port 5 would still be missing.
+        // If entries followed their ports, this report would change nothing, and port 5 would still be missing.
         QCOMPARE(session.report({{7}}), heard("false, true"));
         QVERIFY(session->isAllLinked());
     }
@@ -136,7 +136,7 @@ private Q_SLOTS:
         UsbSession session;
         session.begin();
         session.report({{7}});
-        // With the bits remapped all ports would have been linked now.
+        // If entries followed their ports, all ports would be linked now.
         QCOMPARE(session.report({{5}}), heard("true, false"));
         QVERIFY(!session->isAllLinked());
     }

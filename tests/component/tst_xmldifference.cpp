@@ -2,7 +2,7 @@
 
 #include <QtTest/QtTest>
 
-// Documents of ordinary size come out as QDomDocument alone takes them, and with its own words where it doesn't.
+// Documents of normal size give the same result and the same errors as QDomDocument alone.
 
 class tst_XmlDifference : public QObject
 {

@@ -12,12 +12,12 @@
 
 using namespace LCD::FactoryModeImpl;
 
-// Files that were never meant to be a configuration, each in a process of its own and on a thread with a small stack.
+// Hostile files, each read in a process of its own and on a thread with a small stack.
 
 namespace {
 
 constexpr int StackBytes = 256 * 1024;
-// A sanitizer keeps freed memory and shadows the rest.
+// A sanitizer needs much more memory.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr long MemoryKib = 4 * 1024 * 1024;
 constexpr double Seconds = 3;
@@ -26,7 +26,7 @@ constexpr long MemoryKib = 64 * 1024;
 constexpr double Seconds = 0.5;
 #else
 constexpr long MemoryKib = 64 * 1024;
-// Of processor time. That of a panel is ten times slower.
+// Processor time. The processor of a panel is ten times slower.
 constexpr double Seconds = 0.1;
 #endif
 
@@ -47,7 +47,7 @@ long peakKib()
     return usage.ru_maxrss;
 }
 
-// Time that the thread itself took, whatever else the machine does.
+// Returns the processor time of this thread, which doesn't depend on the load of the machine.
 double threadSeconds()
 {
     timespec time{};
@@ -82,7 +82,7 @@ void onSmallStack(Attempt &attempt)
         pthread_join(thread, nullptr);
 }
 
-/// 0 if @p load refuses its file as one that doesn't parse, cheaply and with the list as it was; -1 if it crashes.
+/// Returns 0 if @p load refuses its file at low cost and keeps the list unchanged, and -1 if it crashes.
 int refusedInChild(const std::function<bool(QList<FactoryMenuLevel1Item> &)> &load, double seconds = Seconds)
 {
     const pid_t child = fork();
@@ -238,8 +238,8 @@ private Q_SLOTS:
                  0);
     }
 
-    // The most that the limits leave to the parser, and only then something wrong. It takes its time for these like for
-    // a document of the same size with nothing wrong.
+    // Documents that use the limits as far as possible and have an error at the end. Refusing them takes the parser as
+    // long as parsing a valid document of the same size.
     void costliestDocuments_data()
     {
         QTest::addColumn<QByteArray>("document");

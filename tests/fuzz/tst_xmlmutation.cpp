@@ -48,7 +48,7 @@ const std::vector<QByteArray> Contents{"<MenuBar><MenuItem Key='em.factorytest.X
 class Mutator
 {
 public:
-    /// A document of the seeds' size, or one whose content is repeated up to @p size bytes.
+    /// Returns a document of the size of the seeds, or one whose content is repeated up to @p size bytes.
     QByteArray next(int size)
     {
         QByteArray document = Seeds[below(Seeds.size())];
@@ -91,7 +91,7 @@ int depthOf(const QDomNode &node)
     return depth;
 }
 
-// Whether QDomDocument refuses a document or nests it too deep. On a stack for any depth that entities can give.
+// Returns whether QDomDocument refuses a document or nests it too deeply. The stack is large enough for any depth.
 struct DepthCheck
 {
     QByteArray data;
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QTest::newRow("64 KiB") << 64 * 1024 << 300;
         QTest::newRow("1 MiB") << 1024 * 1024 << 30;
     }
-    // A document may be refused for a limit only if the DOM refuses it, too, or is nested too deep.
+    // A document may only violate a limit if QDomDocument refuses it, too, or if it is nested too deeply.
     void outcomeIsThatOfTheDom()
     {
         QFETCH(int, size);
