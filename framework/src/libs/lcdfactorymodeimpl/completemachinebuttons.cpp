@@ -92,17 +92,17 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
     const auto phase = static_cast<Phase>(action.state().phaseIndex);
     switch (phase) {
     case PhaseScreenBrightness:
-        return judgeLevels(action, screenBrightnessBiz);
+        return onRightBtnInLevelTest(action, screenBrightnessBiz);
     case PhaseScreenBadPixel:
-        return judgeScreenBadPixel();
+        return onRightBtnInScreenBadPixel();
     case PhaseButtonLight:
-        return judgeLevels(action, buttonLightBiz);
+        return onRightBtnInLevelTest(action, buttonLightBiz);
     case PhaseButtonFunction:
-        return judgeButtonFunction(action);
+        return onRightBtnInButtonFunction(action);
     case PhaseTBar:
-        return judgeTBar(action);
+        return onRightBtnInTBar(action);
     case PhaseNetPort:
-        return judgeNetPort(action);
+        return onRightBtnInNetPort(action);
     case PhaseUsbPort:
         return usbPortTestBiz.setPass();
     case PhaseTypecCommunication:
@@ -118,13 +118,13 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 
 // The phase has passed. The single test isn't told and keeps its state.
 template <class Biz>
-void CompleteMachineTestBiz::Impl::judgeLevels(RunAction &action, Biz &biz)
+void CompleteMachineTestBiz::Impl::onRightBtnInLevelTest(RunAction &action, Biz &biz)
 {
     if (biz.state() == StateAllStepsDone)
         advancePhase(action);
 }
 
-void CompleteMachineTestBiz::Impl::judgeScreenBadPixel()
+void CompleteMachineTestBiz::Impl::onRightBtnInScreenBadPixel()
 {
     if (screenBadPixelBiz.state() == StateAllStepsDone)
         screenBadPixelBiz.setPass();
@@ -132,7 +132,7 @@ void CompleteMachineTestBiz::Impl::judgeScreenBadPixel()
         screenBadPixelBiz.nextStep();
 }
 
-void CompleteMachineTestBiz::Impl::judgeButtonFunction(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInButtonFunction(RunAction &action)
 {
     if (action.state().btnFuncAwaitingJudge) {
         if (!action.change([](RunState &state) { state.btnFuncAwaitingJudge = false; }))
@@ -147,7 +147,7 @@ void CompleteMachineTestBiz::Impl::judgeButtonFunction(RunAction &action)
     }
 }
 
-void CompleteMachineTestBiz::Impl::judgeTBar(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInTBar(RunAction &action)
 {
     if (tbarTestBiz.state() == StatePass)
         advancePhase(action);
@@ -155,7 +155,7 @@ void CompleteMachineTestBiz::Impl::judgeTBar(RunAction &action)
         tbarTestBiz.requestNextStep();
 }
 
-void CompleteMachineTestBiz::Impl::judgeNetPort(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInNetPort(RunAction &action)
 {
     switch (netPortTestBiz.state()) {
     case StateIdle:

@@ -189,7 +189,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 {
     enum class Then {
         Nothing,
-        Judge,
+        ShowVerdict,
         Advance
     };
     struct Reaction
@@ -203,10 +203,10 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
     // clang-format off
     static constexpr std::array<Reaction, 7> Reactions = {{
     //   phase                  state              stop   log    then
-        {PhaseScreenBrightness, StateAllStepsDone, true,  true,  Then::Judge},
-        {PhaseScreenBadPixel,   StateAllStepsDone, false, false, Then::Judge},
+        {PhaseScreenBrightness, StateAllStepsDone, true,  true,  Then::ShowVerdict},
+        {PhaseScreenBadPixel,   StateAllStepsDone, false, false, Then::ShowVerdict},
         {PhaseScreenBadPixel,   StatePass,         false, true,  Then::Advance},
-        {PhaseButtonLight,      StateAllStepsDone, true,  true,  Then::Judge},
+        {PhaseButtonLight,      StateAllStepsDone, true,  true,  Then::ShowVerdict},
         {PhaseTBar,             StatePass,         false, true,  Then::Nothing},
         {PhaseNetPort,          StatePass,         false, true,  Then::Advance},
         {PhaseUsbPort,          StatePass,         false, true,  Then::Advance},
@@ -225,7 +225,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
             return;
         if (reaction.log)
             logPhase(phase);
-        if (reaction.then == Then::Judge)
+        if (reaction.then == Then::ShowVerdict)
             show(action, judgeScreen(reaction.phase));
         else if (reaction.then == Then::Advance)
             advancePhase(action);

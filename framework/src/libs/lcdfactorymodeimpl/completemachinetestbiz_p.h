@@ -84,11 +84,11 @@ private:
     void failSubTest(RunAction &action, Phase phase);
     void failButtonFunction(RunAction &action);
     template <class Biz>
-    void judgeLevels(RunAction &action, Biz &biz);
-    void judgeScreenBadPixel();
-    void judgeButtonFunction(RunAction &action);
-    void judgeTBar(RunAction &action);
-    void judgeNetPort(RunAction &action);
+    void onRightBtnInLevelTest(RunAction &action, Biz &biz);
+    void onRightBtnInScreenBadPixel();
+    void onRightBtnInButtonFunction(RunAction &action);
+    void onRightBtnInTBar(RunAction &action);
+    void onRightBtnInNetPort(RunAction &action);
 
     void notifyPhase(const CompleteMachinePhaseInfo &info) const;
     void notifyLog(const QString &text) const;
