@@ -38,7 +38,7 @@ bool isCut(const QString &keyName)
 
 }
 
-// The key walk: lights up one key after another and waits until it is pressed. A blinking key has BlinkPeriod.
+// The key walk: lights up one key after another and waits until it is pressed. Its LED blinks with BlinkPeriod.
 //
 // Two threads use the state of the walk: the thread of the owner and the one on which key events arrive. m_keyMutex
 // protects it. It is never held while a listener or a service is called.

@@ -79,7 +79,7 @@ void CompleteMachineTestBiz::Impl::start()
     setReportsReceived(true, netPortTestBiz, usbPortTestBiz);
 }
 
-// Made before the state changes, so that nothing has changed when there is no memory for it. None on the own thread.
+// Called before the state changes, so that nothing has changed if there is no memory. Returns null on the own thread.
 std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::makeTimerUpdate() const
 {
     return QThread::currentThread() == thread() ? nullptr : std::make_unique<QEvent>(QEvent::User);

@@ -11,7 +11,8 @@ namespace mirel {
 
 // The functions that the host calls to load this library. "mirel" is the framework by which hosts load components.
 
-// The component of this library. The library defines all four members itself and doesn't use the SDK's definitions.
+// The component of this library: creator() creates its object, deletor() deletes it, and there is no message handler.
+// The library defines all four members itself and doesn't use the SDK's definitions.
 template <>
 void *ComponentTmpl<LCD::FactoryModeImpl::FactoryModeWidget>::creator();
 template <>
