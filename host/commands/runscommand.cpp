@@ -1,4 +1,5 @@
-#include "commands.h"
+#include "commands/commands.h"
+#include "diagnostics/reporterror.h"
 #include "records/journalreader.h"
 #include "records/runprinter.h"
 
@@ -37,12 +38,12 @@ bool printRunsOf(const QString &path, RunPrinter &printer, QString *error)
 int runRuns(const CommandLine &line)
 {
     if (line.parser.isSet(QStringLiteral("json")) && line.parser.isSet(QStringLiteral("csv")))
-        return refuse(QStringLiteral("Give --json or --csv, not both."));
+        return reportError(QStringLiteral("Give --json or --csv, not both."));
     if (!line.parser.isSet(QStringLiteral("from")))
-        return refuse(QStringLiteral("The usage is: panelhost runs --from JOURNAL"));
+        return reportError(QStringLiteral("The usage is: panelhost runs --from JOURNAL"));
     RunPrinter printer(formatOf(line.parser));
     QString error;
-    return printRunsOf(line.parser.value(QStringLiteral("from")), printer, &error) ? 0 : refuse(error);
+    return printRunsOf(line.parser.value(QStringLiteral("from")), printer, &error) ? 0 : reportError(error);
 }
 
 }

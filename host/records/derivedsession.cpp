@@ -36,7 +36,7 @@ void DerivedSession::add(const Journal::Entry &entry)
     m_isAfterScreen = entry.kind == Journal::Kind::Screen;
     if (entry.kind == Journal::Kind::Screen)
         m_lcd.apply(entry.data);
-    else if (entry.kind == Journal::Kind::Action || entry.kind == Journal::Kind::Note)
+    else if (entry.kind == Journal::Kind::Action)
         readAction(entry);
     else if (entry.kind == Journal::Kind::Event && portFamily(entry.name) != PortFamily::None)
         readPorts(entry);
@@ -52,11 +52,11 @@ void DerivedSession::readPorts(const Journal::Entry &entry)
 
 void DerivedSession::readAction(const Journal::Entry &entry)
 {
-    if (entry.kind == Journal::Kind::Note && entry.name == QLatin1String("unit"))
+    if (entry.name == QLatin1String("unit"))
         m_info.unit = entry.data.value(QLatin1String("unit")).toString();
-    else if (entry.kind == Journal::Kind::Action && entry.name == QLatin1String("language"))
+    else if (entry.name == QLatin1String("language"))
         m_info.language = entry.data.value(QLatin1String("code")).toString();
-    else if (entry.kind == Journal::Kind::Action && isInput(entry.name))
+    else if (isInput(entry.name))
         m_cause = VerdictSource::Operator;
 }
 

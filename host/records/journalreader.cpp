@@ -13,7 +13,7 @@ constexpr qint64 MaxLine = 64 * 1024 * 1024;
 
 std::optional<Journal::Kind> kindFromName(const QString &name)
 {
-    for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Note); ++kind) {
+    for (int kind = int(Journal::Kind::Call); kind <= int(Journal::Kind::Action); ++kind) {
         if (Journal::kindName(static_cast<Journal::Kind>(kind)) == name)
             return static_cast<Journal::Kind>(kind);
     }
@@ -40,7 +40,7 @@ std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *er
     else if (!at)
         *error = QStringLiteral("expected milliseconds as \"t\"");
     else if (!kind)
-        *error = QStringLiteral("expected one of call, event, signal, log, screen, action, note as \"kind\"");
+        *error = QStringLiteral("expected one of call, event, signal, log, screen, action as \"kind\"");
     else if (!name.isString())
         *error = QStringLiteral("expected a text as \"name\"");
     else if (!data.isUndefined() && !data.isObject())

@@ -60,7 +60,6 @@ void MachineRuns::add(const Journal::Entry &entry)
         return readKeys(entry);
     case Journal::Kind::Action:
     case Journal::Kind::Signal:
-    case Journal::Kind::Note:
         return;
     }
 }

@@ -1,6 +1,6 @@
 #include "../host/hosttest.h"
 #include "records/journalreader.h"
-#include "session.h"
+#include "session/session.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDir>
@@ -314,7 +314,7 @@ void RunsTest::theUnitChangesWithinASession()
                                    .started()
                                    .press()
                                    .failed("[\"Test failed\"]")
-                                   .line("note", "unit", "{\"unit\":\"B2\"}")
+                                   .line("action", "unit", "{\"unit\":\"B2\"}")
                                    .line("action", "language", "{\"code\":\"de\"}")
                                    .press()
                                    .firstPhase()
@@ -404,7 +404,7 @@ void RunsTest::linesThatAreNoJournal_data()
     row("seq is a text", "{\"seq\":\"2\"}", "expected a whole number from 1 on as \"seq\"");
     row("no t", "{\"seq\":2,\"t\":-1}", "expected milliseconds as \"t\"");
     row("kind", "{\"seq\":2,\"t\":0,\"kind\":\"dance\"}",
-        "expected one of call, event, signal, log, screen, action, note as \"kind\"");
+        "expected one of call, event, signal, log, screen, action as \"kind\"");
     row("name", "{\"seq\":2,\"t\":0,\"kind\":\"log\"}", "expected a text as \"name\"");
     row("data", "{\"seq\":2,\"t\":0,\"kind\":\"log\",\"name\":\"a\",\"data\":[]}", "expected an object as \"data\"");
     row("session id", "{\"session\":{\"id\":\"7\"}}", "expected a UUID as the \"id\" of the session");
@@ -431,15 +431,15 @@ void RunsTest::theJournalOfASessionGivesTheSameRuns()
     QString error;
     const auto session = Session::open({}, &error);
     QVERIFY2(session, qPrintable(error));
-    const auto act = [&](Action::Kind kind, const char *name, const char *value) {
-        QVERIFY2(session->op().perform({kind, {{q(name), q(value)}}}, &error), qPrintable(error));
+    const auto act = [&](OperatorAction::Kind kind, const char *name, const char *value) {
+        QVERIFY2(session->panelOperator().perform({kind, {{q(name), q(value)}}}, &error), qPrintable(error));
     };
-    act(Action::Kind::Navigate, "key", "down");
-    act(Action::Kind::Navigate, "key", "enter");
-    act(Action::Kind::Soft, "side", "right");
-    session->timeline().advance(20000);
-    act(Action::Kind::Soft, "side", "left");
-    act(Action::Kind::Soft, "side", "left");
+    act(OperatorAction::Kind::Navigate, "key", "down");
+    act(OperatorAction::Kind::Navigate, "key", "enter");
+    act(OperatorAction::Kind::Soft, "side", "right");
+    session->clock().advance(20000);
+    act(OperatorAction::Kind::Soft, "side", "left");
+    act(OperatorAction::Kind::Soft, "side", "left");
 
     QVector<Run> live;
     RunDeriver deriver([&live](const Run &run) { live << run; });
