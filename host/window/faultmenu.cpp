@@ -54,7 +54,7 @@ FaultMenu::FaultMenu(const Faults &faults, const Device &device, QWidget *parent
     setToolTipsVisible(true);
     for (const FaultInfo &fault : Faults::all())
         addFault(fault);
-    connect(this, &QMenu::aboutToShow, this, &FaultMenu::updateTicks);
+    connect(this, &QMenu::aboutToShow, this, &FaultMenu::updateCheckedActions);
 }
 
 void FaultMenu::addFault(const FaultInfo &fault)
@@ -68,7 +68,7 @@ void FaultMenu::addFault(const FaultInfo &fault)
     connect(action, &QAction::triggered, this, [this, fault](bool on) { switchFault(fault, on); });
 }
 
-void FaultMenu::updateTicks()
+void FaultMenu::updateCheckedActions()
 {
     const auto all = actions();
     for (QAction *action : all)

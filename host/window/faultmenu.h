@@ -25,7 +25,7 @@ Q_SIGNALS:
 
 private:
     void addFault(const FaultInfo &fault);
-    void updateTicks();
+    void updateCheckedActions();
     void switchFault(const FaultInfo &fault, bool on);
     void openArgumentDialog(const FaultInfo &fault);
     void triggerWithArguments(const FaultInfo &fault, const QHash<QString, QWidget *> &fields);
