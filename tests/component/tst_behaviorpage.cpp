@@ -72,6 +72,9 @@ const std::vector<Coverage> &coverage()
         {"Back doesn't work on a page that is opened again during a run",
          {"pagesinmenu/backIsDeadOnTheAgingPageThatWasPreparedDuringARun", "agetestwidget/enteringLeavesARunGoing",
           "agetestwidget/aPageEnteredDuringARunStartsItAnew"}},
+        {"A link result that is still queued outlives start and stop",
+         {"agetestthreads/aQueuedResultRevivesTheTestThatIsBeingStopped",
+          "agetestthreads/aQueuedResultEndsTheFirstStepOfTheNextRun"}},
         {"A service that answers at once nests the steps",
          {"agetestlinks/aServiceThatAnswersAtOnceNestsTheSteps"}},
 

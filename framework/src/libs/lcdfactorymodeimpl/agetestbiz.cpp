@@ -9,10 +9,6 @@
 #include <string>
 #include <utility>
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QEvent>
-#include <QtCore/QThread>
-
 namespace LCD::FactoryModeImpl {
 
 namespace {
@@ -82,7 +78,7 @@ void AgeTestBiz::Impl::registerLinkCallbacks()
 void AgeTestBiz::Impl::startTestAge()
 {
     currentStepIndex = 0;
-    clearResults();
+    clearFailures();
     stopTimers();
     setCurrentRequester(AgeTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz, netPortTestBiz,
                         usbPortTestBiz);
@@ -96,7 +92,7 @@ void AgeTestBiz::Impl::stopTestAge()
 {
     updateUIText(false);
     currentStepIndex = 0;
-    clearResults();
+    clearFailures();
     if (badPixelTimer->isActive()) {
         badPixelTimer->stop();
         screenBadPixelBiz.reTest();
@@ -226,10 +222,6 @@ void AgeTestBiz::Impl::onUsbPortStateChanged(const std::vector<bool> &ports)
 void AgeTestBiz::Impl::onPortStateChanged(AgeTestStep step, const std::vector<bool> &ports)
 {
     const bool passed = std::all_of(ports.begin(), ports.end(), [](bool linked) { return linked; });
-    // On another thread the signal is queued. The lock makes sure that the result and the signal stay together.
-    std::unique_lock locker(m_resultMutex, std::defer_lock);
-    if (QThread::currentThread() != thread())
-        locker.lock();
     std::set<int> before = recordResult(step, passed);
     callOrRollBack([this] { Q_EMIT signalNextStep(); }, [&] { rollBackResult(step, std::move(before)); });
 }
@@ -274,14 +266,6 @@ void AgeTestBiz::Impl::stopScreenLightTimer()
 void AgeTestBiz::Impl::stopBtnLightTimer()
 {
     btnLightTimer->stop();
-}
-
-// Also drops results that another thread has queued: a result of one run must not end a step of the next run.
-void AgeTestBiz::Impl::clearResults()
-{
-    const std::lock_guard locker(m_resultMutex);
-    clearFailures();
-    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
 void AgeTestBiz::Impl::clearFailures()

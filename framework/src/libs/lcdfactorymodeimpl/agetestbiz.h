@@ -31,10 +31,11 @@ public:
     /// earlier one; an empty function removes it.
     void registerOnButtonLightFinishedCallback(const std::function<void()> &callback);
 
-    /// Starts a run at the first step, even if one is in progress. Drops link results that are still queued.
+    /// Starts a run at the first step, even if one is in progress. Link results that are still queued are handled
+    /// later, as part of this run.
     void start();
-    /// Ends the run and resets the visual tests. Drops link results that are still queued. The last lines remain. The
-    /// port tests stay subscribed, so a later link change starts the loop again.
+    /// Ends the run and resets the visual tests. The last lines remain. The port tests stay subscribed, so a later link
+    /// change starts the loop again, and so does a link result that is still queued.
     void stop();
     /// Clears the recorded port failures and writes the lines again. The current step continues.
     void recount();

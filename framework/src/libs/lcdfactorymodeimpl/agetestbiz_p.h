@@ -97,7 +97,6 @@ private:
     void stopScreenLightTimer();
     void stopBtnLightTimer();
 
-    void clearResults();
     void clearFailures();
     void writeText(const QString &text, const QColor &color) const;
     QString getTextByStep() const;
@@ -121,8 +120,6 @@ public:
     QTimer *btnLightTimer = nullptr;
 
 private:
-    /// Held while a result is recorded and the next step is queued. Locked before m_failedStepsMutex.
-    std::mutex m_resultMutex;
     /// Protects `failedSteps`. Never held while a function outside this class is called.
     mutable std::mutex m_failedStepsMutex;
     CallbackGuard m_callbackGuard;
