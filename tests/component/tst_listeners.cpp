@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 using namespace LCD::FactoryModeImpl;
@@ -144,6 +145,33 @@ private Q_SLOTS:
         QVERIFY(watched.expired());
     }
 
+    void aReplacedListenerIsDeletedWithoutTheMutex_data() { aReplacedListenerLivesAsLongAsItRuns_data(); }
+
+    void aReplacedListenerIsDeletedWithoutTheMutex()
+    {
+        QFETCH(const bool, all);
+        bool deleted = false;
+        bool wasFree = false;
+        const auto onDeletion = [&deleted, &wasFree](const int *value) {
+            delete value;
+            deleted = true;
+            std::thread([&wasFree] {
+                wasFree = std::unique_lock(listenersMutex, std::try_to_lock).owns_lock();
+            }).join();
+        };
+        std::shared_ptr<int> own(new int(5), onDeletion);
+        registerListener(table, "a", std::function<void(int)>([this, own](int) {
+                             registerListener(table, "a", listener(QStringLiteral("new")));
+                         }));
+        own.reset();
+        if (all)
+            notifyAll(table, 1);
+        else
+            notifyRequester(table, "a", 1);
+        QVERIFY(deleted);
+        QVERIFY(wasFree);
+    }
+
     void aListenerMayReplaceAnotherAndRegisterNewOnes()
     {
         registerListener(table, "b", std::function<void(int)>([this](int value) {
@@ -154,15 +182,33 @@ private Q_SLOTS:
                          }));
         registerListener(table, "c", listener(QStringLiteral("c")));
         notifyAll(table, 1);
-        QCOMPARE(heard, (QStringList{QStringLiteral("b 1"), QStringLiteral("replaced 1"), QStringLiteral("behind 1")}));
+        QCOMPARE(heard, (QStringList{QStringLiteral("b 1"), QStringLiteral("c 1")}));
+        heard.clear();
+        notifyAll(table, 2);
+        QCOMPARE(heard,
+                 (QStringList{QStringLiteral("before 2"), QStringLiteral("b 2"), QStringLiteral("replaced 2"),
+                              QStringLiteral("behind 2")}));
     }
 
-    void theLastListenerMayDestroyTheTable()
+    void theLastListenerMayRegisterAnotherBehindItself()
+    {
+        registerListener(table, "b", std::function<void(int)>([this](int) {
+                             registerListener(table, "c", listener(QStringLiteral("behind")));
+                         }));
+        notifyAll(table, 1);
+        QCOMPARE(heard, QStringList());
+        notifyAll(table, 2);
+        QCOMPARE(heard, QStringList{QStringLiteral("behind 2")});
+    }
+
+    void aListenerMayDestroyTheTable()
     {
         auto own = std::make_unique<Listeners<int>>();
         registerListener(*own, "a", std::function<void(int)>([&own](int) { own.reset(); }));
+        registerListener(*own, "b", listener(QStringLiteral("b")));
         notifyAll(*own, 1);
         QVERIFY(!own);
+        QCOMPARE(heard, QStringList{QStringLiteral("b 1")});
     }
 
     void oneThreadMayRegisterWhileAnotherNotifies()

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace LCD::FactoryModeImpl {
 
@@ -114,20 +115,27 @@ void notifyRequester(const Listeners<Args...> &table, const std::string &request
         listener(values...);
 }
 
-/// Calls all listeners in ascending order of their names, on the caller's thread. A listener may register other
-/// listeners. The table isn't used any more when the last listener is called, so that listener may delete it.
+/// Returns the listeners of @p table in ascending order of their names.
+template <class... Args>
+std::vector<Listener<Args...>> currentListeners(const Listeners<Args...> &table)
+{
+    std::vector<Listener<Args...>> listeners;
+    const std::lock_guard locker(listenersMutex);
+    listeners.reserve(table.size());
+    for (const auto &entry : table)
+        listeners.push_back(entry.second);
+    return listeners;
+}
+
+/// Calls all listeners in ascending order of their names, on the caller's thread. A listener that is registered or
+/// replaced meanwhile takes part from the next notification on. A listener may delete the table. Calls no listener if
+/// there is no memory for the list of listeners.
 template <class... Args, class... Values>
 void notifyAll(const Listeners<Args...> &table, const Values &...values)
 {
-    std::unique_lock locker(listenersMutex);
-    const auto end = table.end();
-    for (auto entry = table.begin(); entry != end;) {
-        const Listener<Args...> listener = entry->second;
-        ++entry;
-        locker.unlock();
+    for (const Listener<Args...> &listener : currentListeners(table)) {
         if (listener)
             listener(values...);
-        locker.lock();
     }
 }
 
