@@ -422,6 +422,22 @@ private Q_SLOTS:
         QVERIFY(records > 40);
     }
 
+    void theCaptionsAreTranslatedFromLeftToRight()
+    {
+        MachineBench bench;
+        QStringList lookedUp;
+        bench.startAndPassTo(5);
+        recordLookedUpKeys(&lookedUp);
+        bench.right();
+        QCOMPARE(std::exchange(lookedUp, {}),
+                 calls({"FCNet", "TestStep", "FCNetConnectPort1Port2", "FCNoPass", "FCPass"}));
+        bench.netReport({{0, true}, {1, true}});
+        QCOMPARE(std::exchange(lookedUp, {}), calls({"FCNet", "FCTestComplete", "FCNoPass", "FCPass"}));
+        bench.right();
+        recordLookedUpKeys(nullptr);
+        QCOMPARE(lookedUp, calls({"USBA", "TestStep", "FCUSB30TestStep", "FCNoPass", "FCPass"}));
+    }
+
 private:
     /// Passes the phases before that of the current data row, and brings that phase to its verdict if the row says so.
     static void bringToTheRow(MachineBench &bench)

@@ -1,7 +1,6 @@
 #include "completemachinetestbiz_p.h"
 #include "phasescreens.h"
 #include "statecodes.h"
-#include "translation.h"
 
 #include <utility>
 
@@ -18,7 +17,7 @@ constexpr unsigned NotPassButtonKey = 27;
 CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 {
     CompleteMachinePhaseInfo info = phaseInstructions(PhaseNetPort);
-    setButtons(info, PhaseButtons::Verdict, translated(QLatin1String(rightBtnKey)));
+    setButtons(info, PhaseButtons::Verdict, rightBtnKey);
     info.panelMode = PanelModeVerdict;
     return info;
 }

@@ -24,7 +24,8 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
         const char *key = line % 2 == 1 ? "Push T-Bar to Top" : "Push T-Bar to Bottom";
         info.steps << QStringLiteral("%1.%2").arg(line).arg(translated(QLatin1String(key)));
     }
-    setButtons(info, phaseRow(PhaseTBar).buttons, rightBtnText);
+    setButtons(info, phaseRow(PhaseTBar).buttons, nullptr);
+    info.rightBtnText = rightBtnText;
     info.panelMode = phaseRow(PhaseTBar).panelMode;
 }
 

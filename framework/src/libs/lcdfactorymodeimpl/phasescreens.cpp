@@ -16,20 +16,20 @@ QColor failRed()
     return {255, 72, 60};
 }
 
-QString rightCaption(PhaseButtons buttons)
+const char *rightCaptionKey(PhaseButtons buttons)
 {
     switch (buttons) {
     case PhaseButtons::Next:
-        return translated(QLatin1String("FCNextStep"));
+        return "FCNextStep";
     case PhaseButtons::Start:
-        return translated(QLatin1String("FCAgeModeStartTest"));
+        return "FCAgeModeStartTest";
     case PhaseButtons::Verdict:
-        return translated(QLatin1String("FCPass"));
+        return "FCPass";
     case PhaseButtons::None:
     case PhaseButtons::Fail:
         break;
     }
-    return {};
+    return nullptr;
 }
 
 // The screen at the end of a run: one line and the button for a re-test.
@@ -116,17 +116,18 @@ CompleteMachinePhaseInfo passScreen()
 
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons)
 {
-    setButtons(info, buttons, rightCaption(buttons));
+    setButtons(info, buttons, rightCaptionKey(buttons));
 }
 
-void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const QString &rightBtnText)
+void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const char *rightBtnKey)
 {
     info.leftBtnVisible = buttons == PhaseButtons::Fail || buttons == PhaseButtons::Verdict;
     info.rightBtnVisible = buttons != PhaseButtons::None && buttons != PhaseButtons::Fail;
     info.focusLeftBtn = buttons == PhaseButtons::Fail ? 1 : 0;
     if (info.leftBtnVisible)
         info.leftBtnText = translated(QLatin1String("FCNoPass"));
-    info.rightBtnText = rightBtnText;
+    if (rightBtnKey)
+        info.rightBtnText = translated(QLatin1String(rightBtnKey));
 }
 
 void setVerdictButtons(CompleteMachinePhaseInfo &info)

@@ -24,8 +24,8 @@ CompleteMachinePhaseInfo passScreen();
 
 /// Sets captions, visibility and focus of the soft buttons.
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons);
-/// As above, but with @p rightBtnText as the caption of the right button.
-void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const QString &rightBtnText);
+/// As above, but the caption of the right button is the translation of @p rightBtnKey. Null leaves it empty.
+void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const char *rightBtnKey);
 /// Sets both verdict buttons and their panel mode.
 void setVerdictButtons(CompleteMachinePhaseInfo &info);
 
