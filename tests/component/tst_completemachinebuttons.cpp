@@ -422,6 +422,29 @@ private Q_SLOTS:
         QVERIFY(records > 40);
     }
 
+    void theFailScreenIsTranslatedAfterTheLogLine_data()
+    {
+        QTest::addColumn<int>("phase");
+        QTest::addColumn<int>("failures");
+        QTest::newRow("by the button alone") << 7 << 1;
+        QTest::newRow("by the test and the button") << 1 << 2;
+    }
+
+    void theFailScreenIsTranslatedAfterTheLogLine()
+    {
+        QFETCH(const int, phase);
+        QFETCH(const int, failures);
+        MachineBench bench;
+        QStringList lookedUp;
+        bench.startAndPassTo(phase);
+        bench.biz->registerLogCallback("keys", [&lookedUp](const QString &line) { lookedUp << line; });
+        recordLookedUpKeys(&lookedUp);
+        bench.left();
+        recordLookedUpKeys(nullptr);
+        const QStringList once = calls({"Test failed", "MachineMode", "FCTestComplete", "FCNoPass", "FCReTest"});
+        QCOMPARE(lookedUp, failures == 1 ? once : once + once);
+    }
+
     void theCaptionsAreTranslatedFromLeftToRight()
     {
         MachineBench bench;

@@ -1,4 +1,5 @@
 #include "calls.h"
+#include "keytranslation.h"
 #include "machinebench.h"
 #include "virtualtime.h"
 
@@ -100,8 +101,8 @@ private:
     bool m_thrown = false;
 };
 
-/// Forwards all calls to the recording keyboard. Can block the call that sets the brightness of the keys, and calls a
-/// function once after the next pattern.
+/// Forwards all calls to the recording keyboard. Can block the call that sets the brightness of the keys, calls a
+/// function before it, and calls another one once after the next pattern.
 class HoldingKeyboard final : public LCD::FactoryMode::IKeyboardEvent
 {
 public:
@@ -118,6 +119,8 @@ public:
     void setAllButtonBrightness(int level) override
     {
         m_hold.pass();
+        if (onBrightness)
+            onBrightness();
         m_keyboard.setAllButtonBrightness(level);
     }
     void setScreenBrightness(int screenIndex, int level) override
@@ -134,6 +137,7 @@ public:
     int getTBarType() override { return m_keyboard.getTBarType(); }
 
     std::function<void()> afterPattern;
+    std::function<void()> onBrightness;
 
 private:
     RecordingKeyboard &m_keyboard;
@@ -284,7 +288,7 @@ private Q_SLOTS:
         QVERIFY(levelsWalkOn(bench));
     }
 
-    void aHeldFailureDoesNotCoverThePhaseThatTheOperatorWentOnTo()
+    void aHeldFailureShowsItsScreenInThePhaseThatTheOperatorWentOnTo()
     {
         MachineBench bench;
         Hold hold;
@@ -294,7 +298,7 @@ private Q_SLOTS:
         HeldWork report(hold, [&] { reportNet(bench); });
         bench.pass();
         report.finish();
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(bench.take(), QStringList{failScreen()});
         QCOMPARE(bench.biz->currentPhaseIndex(), 2);
         QCOMPARE(bench.biz->result(), 2);
     }
@@ -393,6 +397,63 @@ private Q_SLOTS:
         VirtualTime::advance(100000);
         QCOMPARE(bench.told(), QStringList());
         QCOMPARE(bench.biz->result(), 2);
+    }
+
+    void aFailureWithoutMemoryChangesNothing_data()
+    {
+        QTest::addColumn<bool>("byLog");
+        QTest::addColumn<bool>("onOwnThread");
+        QTest::newRow("log line, another thread") << true << false;
+        QTest::newRow("screen, another thread") << false << false;
+        QTest::newRow("log line, own thread") << true << true;
+        QTest::newRow("screen, own thread") << false << true;
+    }
+
+    void aFailureWithoutMemoryChangesNothing()
+    {
+        QFETCH(const bool, byLog);
+        QFETCH(const bool, onOwnThread);
+        MachineBench bench;
+        leaveNetFailed(bench);
+        bench.startAndPassTo(0);
+        bool thrown = false;
+        const auto throwOnce = [&thrown] {
+            if (!std::exchange(thrown, true))
+                throw std::bad_alloc();
+        };
+        if (byLog)
+            bench.biz->registerLogCallback("zz", [throwOnce](const QString &) { throwOnce(); });
+        else
+            bench.biz->registerPhaseCallback(
+                "zz", [throwOnce](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &) { throwOnce(); });
+        if (onOwnThread)
+            reportNet(bench);
+        else
+            elsewhere([&] { reportNet(bench); });
+        QVERIFY(thrown);
+        VirtualTime::settle();
+        QCOMPARE(bench.biz->result(), 0);
+        QVERIFY(levelsWalkOn(bench));
+    }
+
+    void theVerdictScreenOfTheKeyWalkIsTranslatedAfterTheLedsAreOff()
+    {
+        Hold hold;
+        hold.release();
+        MachineBench bench;
+        HoldingKeyboard keyboard(bench.host.keyboard, hold);
+        bench.host.offer("lcdKeyboardEvent", &keyboard);
+        bench.make();
+        bench.startAndPassTo(3);
+        bench.host.keyboard.press(10);
+        bench.host.keyboard.press(27);
+        QStringList made;
+        keyboard.onBrightness = [&made] { made << QStringLiteral("LEDs off"); };
+        recordLookedUpKeys(&made);
+        bench.host.keyboard.press(33);
+        recordLookedUpKeys(nullptr);
+        QCOMPARE(made,
+                 calls({"LEDs off", "ButtonFunction", "FCTestComplete", "FCPleaseJudgePass", "FCNoPass", "FCPass"}));
     }
 
     void aReportWithoutMemoryForTheNextPhaseLeavesNone()

@@ -32,9 +32,11 @@ void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
     const auto phase = static_cast<Phase>(action.state().phaseIndex);
     if (!isInRun(phase))
         return;
-    stopTimerForFailure(action);
+    action.changeSameRun([](RunState &state) { state.shouldTimerRun = false; });
+    syncTimer();
     failSubTest(action, phase);
-    sendFailure(action, failScreen());
+    action.changeSameRun(setFailed);
+    sendFailure(action);
 }
 
 void CompleteMachineTestBiz::Impl::failSubTest(RunAction &action, Phase phase)

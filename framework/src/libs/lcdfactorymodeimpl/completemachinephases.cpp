@@ -6,6 +6,7 @@
 #include "translation.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include <QtCore/QEvent>
@@ -13,6 +14,20 @@
 // How a phase of the complete machine test starts and ends, and which phase follows.
 
 namespace LCD::FactoryModeImpl {
+
+namespace {
+
+// On another thread, creates a screen before the run changes, so that nothing has changed if there is no memory for the
+// screen. Returns nothing on the run's own thread, where the screen is created when it is shown.
+template <class Make>
+std::optional<CompleteMachinePhaseInfo> screenInAdvance(const RunAction &action, const Make &make)
+{
+    if (action.isOnOwnThread())
+        return std::nullopt;
+    return make();
+}
+
+}
 
 template <class Biz>
 void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phase phase)
@@ -143,13 +158,28 @@ void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunSta
         action.change([&before](RunState &state) { state = before; });
 }
 
-// A failure concerns the whole run, even if another phase has begun in the meantime, but not a later run.
+// A failure concerns the whole run, even if another phase has begun in the meantime, but not a later run. If there is
+// no memory for it, the run doesn't change. Therefore the timer is stopped last; its ticks are ignored until then.
 void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
 {
-    // Creates the screen first: nothing has changed yet if there is no memory for it.
-    const CompleteMachinePhaseInfo screen = failScreen();
-    if (stopTimerForFailure(action))
-        sendFailure(action, screen);
+    const auto screen = screenInAdvance(action, failScreen);
+    auto event = makeTimerUpdate();
+    RunState before;
+    RunState failed;
+    const auto fail = [&before, &failed](RunState &state) {
+        before = state;
+        state.shouldTimerRun = false;
+        setFailed(state);
+        failed = state;
+    };
+    const auto rollBack = [&before, &failed](RunState &state) {
+        if (state == failed)
+            state = before;
+    };
+    if (!action.changeSameRun(fail))
+        return;
+    callOrRollBack([&] { sendFailure(action, screen); }, [&] { action.changeSameRun(rollBack); });
+    applyTimer(std::move(event));
 }
 
 bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
@@ -161,25 +191,14 @@ bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
     return stopped;
 }
 
-bool CompleteMachineTestBiz::Impl::stopTimerForFailure(RunAction &action)
+// The run has already failed. Later events of this run don't change that, so the screen is shown even if another thread
+// has gone on to the next phase.
+void CompleteMachineTestBiz::Impl::sendFailure(const RunAction &action,
+                                               const std::optional<CompleteMachinePhaseInfo> &screen) const
 {
-    auto event = makeTimerUpdate();
-    const bool stopped = action.changeSameRun([](RunState &state) { state.shouldTimerRun = false; });
-    if (stopped)
-        applyTimer(std::move(event));
-    return stopped;
-}
-
-void CompleteMachineTestBiz::Impl::sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen)
-{
-    int before = ResultNone;
-    if (!action.changeSameRun([&before](RunState &state) { before = std::exchange(state.testResult, ResultFailed); }))
-        return;
-    const auto send = [&] {
-        notifyLog(QStringLiteral("Test failed"));
-        show(action, screen);
-    };
-    callOrRollBack(send, [&] { action.changeSameRun([before](RunState &state) { state.testResult = before; }); });
+    notifyLog(QStringLiteral("Test failed"));
+    if (action.isSameRun())
+        notifyPhase(screen ? *screen : failScreen());
 }
 
 // Handles a new state of a single test by the row of the current phase, whichever test has the state. If a button press
@@ -240,7 +259,8 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
     if (action.state().phaseIndex != PhaseButtonFunction)
         return;
     if (state == StateAllStepsDone || state == StatePass) {
-        const CompleteMachinePhaseInfo screen = judgeScreen(PhaseButtonFunction);
+        const auto makeScreen = [] { return judgeScreen(PhaseButtonFunction); };
+        const auto screen = screenInAdvance(action, makeScreen);
         turnOffKeyLeds();
         const auto awaitJudge = [](RunState &changed) {
             changed.btnFuncRetestArmed = false;
@@ -248,7 +268,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
         };
         if (!action.change(awaitJudge))
             return;
-        callOrRollBack([&] { notifyPhase(screen); },
+        callOrRollBack([&] { notifyPhase(screen ? *screen : makeScreen()); },
                        [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
     } else if (state == StateNotPass) {
         turnOffKeyLeds();

@@ -72,7 +72,7 @@ void CompleteMachineTestBiz::Impl::start()
 {
     RunAction action(m_run);
     action.beginRun();
-    applyTimer({});
+    syncTimer();
     startCurrentPhase(action);
     setCurrentRequester(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz,
                         netPortTestBiz, usbPortTestBiz);
@@ -91,16 +91,22 @@ void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
 {
     if (event)
         QCoreApplication::postEvent(this, event.release());
-    else if (m_run.state().shouldTimerRun)
-        phaseTimer->start(PhaseTimerInterval);
     else
-        phaseTimer->stop();
+        syncTimer();
 }
 
 void CompleteMachineTestBiz::Impl::customEvent(QEvent *)
 {
-    if (m_run.state().shouldTimerRun != phaseTimer->isActive())
-        applyTimer({});
+    syncTimer();
+}
+
+void CompleteMachineTestBiz::Impl::syncTimer()
+{
+    const bool shouldRun = m_run.state().shouldTimerRun;
+    if (shouldRun && !phaseTimer->isActive())
+        phaseTimer->start(PhaseTimerInterval);
+    else if (!shouldRun)
+        phaseTimer->stop();
 }
 
 // A screen is dropped if another thread has changed the run in the meantime: it must not replace a newer screen.

@@ -16,6 +16,7 @@
 #include "lcd/factorymode/ikeyboardevent.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QObject>
@@ -64,11 +65,11 @@ private:
     void advancePhase(RunAction &action);
     void failRun(RunAction &action);
     bool stopTimer(RunAction &action);
-    bool stopTimerForFailure(RunAction &action);
     static void rollBackPhase(RunAction &action, const RunState &before);
-    void sendFailure(RunAction &action, const CompleteMachinePhaseInfo &screen);
+    void sendFailure(const RunAction &action, const std::optional<CompleteMachinePhaseInfo> &screen = {}) const;
     std::unique_ptr<QEvent> makeTimerUpdate() const;
     void applyTimer(std::unique_ptr<QEvent> event);
+    void syncTimer();
 
     void onSubStateChanged(int subState);
     void onSubStateChangedBtnFunc(int state, int failCount);

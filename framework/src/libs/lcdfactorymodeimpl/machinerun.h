@@ -20,6 +20,8 @@ struct RunState
     unsigned run = 0;
     int phaseIndex = PhaseNone;
     int testResult = ResultNone;
+    /// Incremented at each failure, so that a second failure of the run differs from the first one.
+    unsigned failures = 0;
     /// Whether the phase timer should run. Ticks are ignored otherwise.
     bool shouldTimerRun = false;
     /// A report on another thread is starting the phase. Its single test may still have the state of an earlier run.
@@ -31,9 +33,15 @@ struct RunState
 
 inline bool operator==(const RunState &a, const RunState &b)
 {
-    return a.run == b.run && a.phaseIndex == b.phaseIndex && a.testResult == b.testResult
+    return a.run == b.run && a.phaseIndex == b.phaseIndex && a.testResult == b.testResult && a.failures == b.failures
         && a.shouldTimerRun == b.shouldTimerRun && a.isStartingOnOtherThread == b.isStartingOnOtherThread
         && a.btnFuncRetestArmed == b.btnFuncRetestArmed && a.btnFuncAwaitingJudge == b.btnFuncAwaitingJudge;
+}
+
+inline void setFailed(RunState &state)
+{
+    state.testResult = ResultFailed;
+    ++state.failures;
 }
 
 /// Holds the state of the run. Only a RunAction changes it.
@@ -91,6 +99,9 @@ public:
 
     /// Returns whether no other thread has changed the run since this action began.
     bool isCurrent() const { return m_run.state() == m_known; }
+
+    /// Returns whether no other thread has begun a new run since this action began.
+    bool isSameRun() const { return m_run.state().run == m_known.run; }
 
     /// If isCurrent(), lets @p edit change the state and returns true. Otherwise changes nothing and returns false. The
     /// check and the change are atomic.
