@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <new>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -397,6 +398,26 @@ private Q_SLOTS:
         VirtualTime::advance(100000);
         QCOMPARE(bench.told(), QStringList());
         QCOMPARE(bench.biz->result(), 2);
+    }
+
+    void theRightButtonRespondsAfterAFailureWhileAReportWasStartingThePhase()
+    {
+        Hold hold;
+        HoldingFactoryBiz service(hold);
+        MachineBench bench;
+        bench.host.offer("lcdFactoryModeBiz", &service);
+        bench.make();
+        bench.startAndPassTo(5);
+        bench.bringToVerdict();
+        std::optional<HeldWork> report;
+        insideTheNextLogLine(bench, [&] { report.emplace(hold, [&] { reportNet(bench); }); });
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        bench.left();
+        report->finish();
+        QCOMPARE(bench.biz->result(), 2);
+        bench.right();
+        QCOMPARE(bench.biz->currentPhaseIndex(), 7);
     }
 
     void aFailureWithoutMemoryChangesNothing_data()

@@ -139,8 +139,11 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
             state.phaseIndex = next;
             state.isStartingOnOtherThread = !action.isOnOwnThread();
         });
-        if (advanced)
-            callOrRollBack([&] { startCurrentPhase(action); }, [&] { rollBackPhase(action, before); });
+        if (!advanced)
+            return;
+        callOrRollBack([&] { startCurrentPhase(action); }, [&] { rollBackPhase(action, before, next); });
+        if (!action.isOnOwnThread())
+            endStart(action, next);
         return;
     }
     const bool finished = action.change([](RunState &state) {
@@ -152,10 +155,19 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
 }
 
 // If there is no memory to start the next phase, a report on another thread is dropped and the run doesn't change.
-void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before)
+void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before, int phase)
 {
-    if (!action.isOnOwnThread())
-        action.change([&before](RunState &state) { state = before; });
+    if (!action.isOnOwnThread() && !action.change([&before](RunState &state) { state = before; }))
+        endStart(action, phase);
+}
+
+// A phase that was left or failed while it was starting shows no screen, but its buttons respond from now on.
+void CompleteMachineTestBiz::Impl::endStart(RunAction &action, int phase)
+{
+    action.changeSameRun([phase](RunState &state) {
+        if (state.phaseIndex == phase)
+            state.isStartingOnOtherThread = false;
+    });
 }
 
 // A failure concerns the whole run, even if another phase has begun in the meantime, but not a later run. If there is

@@ -65,7 +65,8 @@ private:
     void advancePhase(RunAction &action);
     void failRun(RunAction &action);
     bool stopTimer(RunAction &action);
-    static void rollBackPhase(RunAction &action, const RunState &before);
+    static void endStart(RunAction &action, int phase);
+    static void rollBackPhase(RunAction &action, const RunState &before, int phase);
     void sendFailure(const RunAction &action, const std::optional<CompleteMachinePhaseInfo> &screen = {}) const;
     std::unique_ptr<QEvent> makeTimerUpdate() const;
     void applyTimer(std::unique_ptr<QEvent> event);
