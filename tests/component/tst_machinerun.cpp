@@ -63,6 +63,15 @@ private Q_SLOTS:
         QVERIFY(run.state().btnFuncAwaitingJudge);
     }
 
+    void onlyAnActionInsideAnotherOneOnTheOwnThreadIsNested()
+    {
+        MachineRun run;
+        const RunAction action(run);
+        QVERIFY(!action.isNested());
+        QVERIFY(RunAction(run).isNested());
+        elsewhere([&] { QVERIFY(!RunAction(run).isNested()); });
+    }
+
     void anActionThatAnotherThreadOvertakesChangesNothing()
     {
         MachineRun run;

@@ -28,6 +28,7 @@ constexpr int PanelModeButtonLightFinished = 7;
 
 }
 
+// Threads: the GUI thread only. The test calls both callbacks of the page on this thread.
 class AgeTestWidget::Impl : public QObject
 {
     Q_OBJECT

@@ -244,7 +244,7 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
     }};
     // clang-format on
     RunAction action(m_run);
-    if (!action.isCurrent())
+    if (action.isNested() && !action.isCurrent())
         return;
     const int phase = action.state().phaseIndex;
     if (subState == StateNotPass)

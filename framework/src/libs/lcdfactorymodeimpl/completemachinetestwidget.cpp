@@ -35,6 +35,7 @@ public:
 
 }
 
+// Threads: the GUI thread only, except the callbacks of the test, which are called on any thread.
 class CompleteMachineTestWidget::Impl : public QObject
 {
     Q_OBJECT

@@ -18,6 +18,8 @@ class CompleteMachineTestWidget;
 
 /// The data and the widgets of the menu. factorymodewidget.cpp loads the data and fills the lists;
 /// factorymodenavigation.cpp handles keys and clicks.
+///
+/// Threads: the GUI thread only.
 class FactoryModeWidget::Impl : public QObject
 {
 public:

@@ -79,9 +79,10 @@ class RunAction
 public:
     explicit RunAction(MachineRun &run)
         : m_run(run), m_onOwnThread(std::this_thread::get_id() == run.m_ownThread),
+          m_nested(m_onOwnThread && run.m_nestedActions++ > 0),
           m_known(m_onOwnThread ? run.m_ownThreadState : m_ownView)
     {
-        if (!m_onOwnThread || m_run.m_nestedActions++ == 0)
+        if (!m_nested)
             m_known = m_run.state();
     }
     ~RunAction()
@@ -93,6 +94,9 @@ public:
     RunAction &operator=(const RunAction &) = delete;
 
     bool isOnOwnThread() const { return m_onOwnThread; }
+
+    /// Returns whether another action on the run's own thread led to this one.
+    bool isNested() const { return m_nested; }
 
     /// Returns the state of the run as this action knows it.
     const RunState &state() const { return m_known; }
@@ -144,6 +148,7 @@ private:
 
     MachineRun &m_run;
     const bool m_onOwnThread;
+    const bool m_nested;
     RunState m_ownView;
     RunState &m_known;
 };
