@@ -41,7 +41,7 @@ void KeyListCheck::checkKeys(const QDomElement &list)
 {
     const auto keys = childrenOf(list, QStringLiteral("LcdKey"));
     if (keys.isEmpty())
-        return m_file.warn(list, QStringLiteral("LcdKeys holds no LcdKey: the button function test has nothing to do"));
+        return m_file.warn(list, QStringLiteral("LcdKeys contains no LcdKey: the key walk has no key to ask for"));
     const auto isCut = [](const QDomElement &key) { return nameOf(key) == QLatin1String("CUT"); };
     if (std::none_of(keys.begin(), keys.end(), isCut))
         m_file.warn(list, QStringLiteral("no LcdKey has the Name \"CUT\""));

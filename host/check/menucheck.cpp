@@ -93,7 +93,7 @@ void MenuCheck::checkKey(const Item &item)
     if (element.attribute(KeyAttribute).isEmpty())
         m_file.warn(element, QStringLiteral("MenuItem gives its key as \"key\", expected \"Key\""));
     if (item.opensContainer && !item.tail.isEmpty() && !isKnownTitle(item.tail))
-        m_file.warn(element, QStringLiteral("no title is known for \"%1\": it shows as it stands").arg(item.tail));
+        m_file.warn(element, QStringLiteral("unknown title \"%1\": the menu shows it unchanged").arg(item.tail));
 }
 
 // A repeated key is reported by the schema.

@@ -47,8 +47,8 @@ QString attributesFor(const QString &element)
 QString valuesOf(const QString &attribute)
 {
     static const QHash<QString, QString> values{
-        {QStringLiteral("Key"), QStringLiteral("names divided by dots, such as em.factorytest.Net")},
-        {QStringLiteral("key"), QStringLiteral("names divided by dots, such as em.factorytest.Net")},
+        {QStringLiteral("Key"), QStringLiteral("names separated by dots, such as em.factorytest.Net")},
+        {QStringLiteral("key"), QStringLiteral("names separated by dots, such as em.factorytest.Net")},
         {QStringLiteral("Value"), QStringLiteral("a decimal number from 0 to 2147483647")},
     };
     return values.value(attribute, QStringLiteral("another value"));
@@ -145,7 +145,7 @@ QString parserMessage(const xmlError &error)
             .arg(quoted(message.section(QLatin1Char(' '), -1)));
     case XML_ERR_INVALID_CHAR:
     case XML_ERR_INVALID_ENCODING:
-        return QStringLiteral("found bytes that are no text in the encoding of the file");
+        return QStringLiteral("found bytes that are invalid in the encoding of the file");
     default:
         return QStringLiteral("found what XML doesn't allow: ") + message;
     }

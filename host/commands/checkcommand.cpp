@@ -33,7 +33,7 @@ int runCheck(const CommandLine &line)
 {
     const auto directory = directoryOf(line);
     if (!QFileInfo(directory).isDir())
-        return reportError(QStringLiteral("\"%1\" is no directory.").arg(directory));
+        return reportError(QStringLiteral("\"%1\" isn't a directory.").arg(directory));
     const auto diagnostics = checkDirectory(directory);
     for (const auto &diagnostic : diagnostics)
         print(diagnostic.toLine() + QLatin1Char('\n'));

@@ -67,10 +67,10 @@ void addCommonOptions(QCommandLineParser &parser)
         {QStringLiteral("share"), QStringLiteral("Directory with the two XML files. Files with errors are refused."),
          QStringLiteral("DIR")},
         {QStringLiteral("share-unchecked"),
-         QStringLiteral("The same, but files with errors are left to the component."), QStringLiteral("DIR")},
+         QStringLiteral("Like --share, but files with errors are passed to the component."), QStringLiteral("DIR")},
         {QStringLiteral("language"), QStringLiteral("Language of the component's texts."), QStringLiteral("CODE"),
          QStringLiteral("en")},
-        {QStringLiteral("tbar"), QStringLiteral("The T-Bar that is fitted: slider or fader."), QStringLiteral("TYPE"),
+        {QStringLiteral("tbar"), QStringLiteral("Type of the T-Bar: slider or fader."), QStringLiteral("TYPE"),
          QStringLiteral("slider")},
         {QStringLiteral("size"), QStringLiteral("Size of the LCD in pixels."), QStringLiteral("WxH"),
          QStringLiteral("800x480")},
@@ -80,7 +80,7 @@ void addCommonOptions(QCommandLineParser &parser)
 bool readTBar(const QString &value, Session::Options &options, QString *error)
 {
     if (value != QLatin1String("slider") && value != QLatin1String("fader")) {
-        *error = QStringLiteral("--tbar is \"%1\"; it is slider or fader.").arg(value);
+        *error = QStringLiteral("--tbar is \"%1\", expected slider or fader.").arg(value);
         return false;
     }
     options.tbarType = value == QLatin1String("slider") ? TBarType::Slider : TBarType::Fader;
@@ -92,7 +92,7 @@ bool readSize(const QString &value, Session::Options &options, QString *error)
     static const QRegularExpression form(QStringLiteral("^([1-9][0-9]{1,3})x([1-9][0-9]{1,3})$"));
     const QRegularExpressionMatch match = form.match(value);
     if (!match.hasMatch()) {
-        *error = QStringLiteral("--size is \"%1\"; it is width and height in pixels, such as 800x480.").arg(value);
+        *error = QStringLiteral("--size is \"%1\", expected width and height in pixels, such as 800x480.").arg(value);
         return false;
     }
     options.lcdSize = QSize(match.captured(1).toInt(), match.captured(2).toInt());
@@ -123,8 +123,8 @@ bool readShare(const QCommandLineParser &parser, Session::Options &options, QStr
             continue;
         options.share = parser.value(name);
         if (!QFileInfo(options.share).isDir()) {
-            *error =
-                QStringLiteral("--%1 is \"%2\"; it is the directory with the two XML files.").arg(name, options.share);
+            *error = QStringLiteral("--%1 is \"%2\", expected the directory with the two XML files.")
+                         .arg(name, options.share);
             return false;
         }
     }
@@ -195,7 +195,7 @@ int runCommandLine(const QStringList &arguments)
         return reportError(
             QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
     if (count < command.minArguments || count > command.maxArguments)
-        return reportError(QStringLiteral("The usage is: panelhost %1").arg(command.syntax));
+        return reportError(QStringLiteral("Usage: panelhost %1").arg(command.syntax));
     QString error;
     if (!readOptions(parser, line.session, &error))
         return reportError(error);

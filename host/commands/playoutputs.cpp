@@ -17,7 +17,7 @@ bool makeDirectory(const QString &path, QString *error)
 {
     if (path.isEmpty() || QDir().mkpath(path))
         return true;
-    *error = QStringLiteral("The directory \"%1\" can't be made.").arg(path);
+    *error = QStringLiteral("The directory \"%1\" can't be created.").arg(path);
     return false;
 }
 

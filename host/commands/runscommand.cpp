@@ -40,7 +40,7 @@ int runRuns(const CommandLine &line)
     if (line.parser.isSet(QStringLiteral("json")) && line.parser.isSet(QStringLiteral("csv")))
         return reportError(QStringLiteral("Give --json or --csv, not both."));
     if (!line.parser.isSet(QStringLiteral("from")))
-        return reportError(QStringLiteral("The usage is: panelhost runs --from JOURNAL"));
+        return reportError(QStringLiteral("Usage: panelhost runs --from JOURNAL"));
     RunPrinter printer(formatOf(line.parser));
     QString error;
     return printRunsOf(line.parser.value(QStringLiteral("from")), printer, &error) ? 0 : reportError(error);

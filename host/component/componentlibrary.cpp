@@ -111,7 +111,7 @@ bool ComponentLibrary::locate()
 bool ComponentLibrary::open()
 {
     if (isElfTruncated(m_path))
-        return fail(QStringLiteral("can't be opened as a library: its end is missing."));
+        return fail(QStringLiteral("can't be opened as a library: the file is truncated."));
     announce(QStringLiteral("opening it"));
     m_handle = dlopen(m_path.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
     if (!m_handle)

@@ -35,7 +35,7 @@ QStringList DiagnosticCollector::lines() const
         else if (shorter == entry.aliases.size())
             diagnostics.append(
                 {m_file, entry.aliases.constLast(), Diagnostic::Severity::Error,
-                 entry.text + QStringLiteral("; the alias stands for line %1").arg(entry.definition.line)});
+                 entry.text + QStringLiteral("; the alias refers to line %1").arg(entry.definition.line)});
     }
     QStringList lines;
     for (const auto &diagnostic : sortedByLocation(diagnostics))

@@ -157,7 +157,7 @@ PreparedAction language(Session &session, const OperatorAction &action)
 {
     const QString code = action.arguments.value(QStringLiteral("code")).toString();
     if (!session.languages().contains(code))
-        return rejected(QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
+        return rejected(QStringLiteral("There is no catalog for the language \"%1\"; there are %2.")
                             .arg(code, session.languages().join(QStringLiteral(", "))));
     return accepted(action, {{QStringLiteral("code"), code}}, [&session, code] { session.setLanguage(code); });
 }

@@ -63,7 +63,7 @@ void writePages(HtmlWriter &html, const ScenarioResult &result)
 {
     if (result.pages.isEmpty())
         return;
-    html.element("h3", nullptr, QStringLiteral("Time line"));
+    html.element("h3", nullptr, QStringLiteral("Timeline"));
     html.begin("ol", "pages");
     for (const auto &page : result.pages) {
         html.begin("li").attribute("style", QStringLiteral("flex-grow: %1").arg((page.until - page.from) / 100 + 1));

@@ -8,7 +8,7 @@ std::unique_ptr<Session> Session::open(const Options &options, QString *error, Q
 {
     if (SimulatedSession::isAnyAlive()) {
         if (error)
-            *error = QStringLiteral("There is a session in this process already.");
+            *error = QStringLiteral("This process already has a session.");
         return nullptr;
     }
     VirtualClock::instance().restart();

@@ -75,7 +75,7 @@ bool SimulatedSession::applyOptions(QString *error)
     }
     if (setLanguage(m_options.language))
         return true;
-    *error = QStringLiteral("There is no catalogue for the language \"%1\"; there are %2.")
+    *error = QStringLiteral("There is no catalog for the language \"%1\"; there are %2.")
                  .arg(m_options.language, languages().join(QStringLiteral(", ")));
     return false;
 }

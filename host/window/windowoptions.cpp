@@ -37,7 +37,7 @@ bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
     layout = parser.value(QStringLiteral("layout"));
     const QString wanted = parser.value(QStringLiteral("speed"));
     if (!speeds.contains(wanted)) {
-        *error = QStringLiteral("--speed is \"%1\"; it is pause, 1, 10 or max.").arg(wanted);
+        *error = QStringLiteral("--speed is \"%1\", expected pause, 1, 10 or max.").arg(wanted);
         return false;
     }
     speed = speeds.value(wanted);

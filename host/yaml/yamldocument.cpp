@@ -47,7 +47,7 @@ public:
     {
         const auto node = m_anchors.find(anchor);
         if (node == m_anchors.end())
-            throw Refusal{locationOf(mark), QStringLiteral("the alias stands within the value that it stands for")};
+            throw Refusal{locationOf(mark), QStringLiteral("the alias is inside the value that it refers to")};
         add(YamlNode(node->second.value(), {locationOf(mark)}), locationOf(mark));
     }
     void OnScalar(const YAML::Mark &mark, const std::string &, YAML::anchor_t anchor, const std::string &text) override
@@ -115,8 +115,9 @@ private:
         if (outer.depth > limits::ValueDepth)
             throw Refusal{where, QStringLiteral("not read: nested too deep")};
         if (outer.count > limits::Values)
-            throw Refusal{where,
-                          QStringLiteral("more than %1 values, what aliases stand for included").arg(limits::Values)};
+            throw Refusal{
+                where,
+                QStringLiteral("more than %1 values, including those that aliases refer to").arg(limits::Values)};
     }
 
     YamlNode m_root;

@@ -81,7 +81,7 @@ bool YamlReader::isNew(const YamlNode &key, QStringList &seen)
         return false;
     }
     if (seen.contains(scalar(key))) {
-        error(key, QStringLiteral("%1 stands here twice").arg(found(key)));
+        error(key, QStringLiteral("%1 occurs twice").arg(found(key)));
         return false;
     }
     seen.append(scalar(key));

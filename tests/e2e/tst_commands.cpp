@@ -758,7 +758,7 @@ void CommandsTest::checkTellsFileLineAndColumn()
     const auto checked = run({QStringLiteral("check"), QStringLiteral(".")});
     QCOMPARE(checked.status, 1);
     QCOMPARE(checked.out,
-             QStringLiteral("./factorymenu.xml:3:5: warning: no title is known for \"Nothing\": it shows as it stands\n"
+             QStringLiteral("./factorymenu.xml:3:5: warning: unknown title \"Nothing\": the menu shows it unchanged\n"
                             "./factorykeychecklist.xml:1:1: error: Failed to open config file: "
                             "\"./factorykeychecklist.xml\" Error: \"No such file or directory\"\n"));
 }

@@ -77,7 +77,7 @@ void CheckTest::file_data()
     row("keys03.xml",
         {"1:1: error: No LcdKeys element found in: \"keys03.xml\"",
          "2:3: warning: found element \"Keys\", expected LcdKeys"});
-    row("keys04.xml", {"2:3: warning: LcdKeys holds no LcdKey: the button function test has nothing to do"});
+    row("keys04.xml", {"2:3: warning: LcdKeys contains no LcdKey: the key walk has no key to ask for"});
     row("keys05.xml",
         {"3:9: warning: found Value \"0x10\", expected a decimal number from 0 to 2147483647",
          "5:9: warning: found Value \"4294967296\", expected a decimal number from 0 to 2147483647",
@@ -111,12 +111,12 @@ void CheckTest::file_data()
          "2:5: warning: found element \"Menu\", expected MenuBar",
          "3:5: warning: found element \"Bar\", expected MenuBar"});
     row("menu07.xml", {"2:5: warning: No menu items found in MenuBar!"});
-    row("menu08.xml", {"3:9: warning: no title is known for \"Tbra\": it shows as it stands"});
+    row("menu08.xml", {"3:9: warning: unknown title \"Tbra\": the menu shows it unchanged"});
     row("menu09.xml",
         {"3:9: warning: MenuItem has no Key: it shows no title and opens nothing",
-         "4:9: warning: found Key \"\", expected names divided by dots, such as em.factorytest.Net",
-         "4:9: warning: found key \"\", expected names divided by dots, such as em.factorytest.Net",
-         "5:9: warning: found Key \"em.factorytest.\", expected names divided by dots, such as em.factorytest.Net"});
+         "4:9: warning: found Key \"\", expected names separated by dots, such as em.factorytest.Net",
+         "4:9: warning: found key \"\", expected names separated by dots, such as em.factorytest.Net",
+         "5:9: warning: found Key \"em.factorytest.\", expected names separated by dots, such as em.factorytest.Net"});
     row("menu10.xml",
         {"5:13: warning: opens \"container.net\" as the item of line 3 does",
          "7:13: warning: opens \"container.factorytest.repairmode.net\" as the item of line 6 does"});
@@ -125,7 +125,7 @@ void CheckTest::file_data()
          "6:17: warning: found element \"MenuItem\", expected the end of MenuItem"});
     row("menu12.xml",
         {"3:9: warning: MenuItem gives its key as \"key\", expected \"Key\"",
-         "4:9: warning: found Key \"\", expected names divided by dots, such as em.factorytest.Net",
+         "4:9: warning: found Key \"\", expected names separated by dots, such as em.factorytest.Net",
          "4:9: warning: MenuItem gives its key as \"key\", expected \"Key\""});
     row("menu13.xml",
         {"5:5: warning: found element \"MenuBar\", expected the end of LCD",
@@ -165,8 +165,8 @@ void CheckTest::file_data()
     row("menu23.xml", {"1:39: warning: found encoding \"klingon\", expected a known one such as UTF-8"});
     row("menu24.xml",
         {"2:15: warning: found a document type declaration, expected none: the file isn't validated",
-         "5:9: warning: no title is known for \"Nothing\": it shows as it stands"});
-    row("menu25.xml", {"4:10: warning: found bytes that are no text in the encoding of the file"});
+         "5:9: warning: unknown title \"Nothing\": the menu shows it unchanged"});
+    row("menu25.xml", {"4:10: warning: found bytes that are invalid in the encoding of the file"});
     row("menu26.xml", {"1:1: warning: found LCD in the namespace \"urn:menu\", expected no namespace"});
     row("menu27.xml", {"4:42: warning: found element \"MenuItm\", expected MenuItem"});
     row("menu28.xml", {});
@@ -271,7 +271,7 @@ void CheckTest::hostileFileIsCheckedQuickly_data()
     QTest::newRow("much text") << begin + QByteArray("<x/>").repeated(100) + QByteArray(1000000, 'x') + end
                                << unexpected;
     QTest::newRow("long value") << begin + "<MenuItem Key=\"" + QByteArray(1000000, '.') + "\"/>" + end
-                                << QStringLiteral("found Key \"%1...\", expected names divided by dots, such as "
+                                << QStringLiteral("found Key \"%1...\", expected names separated by dots, such as "
                                                   "em.factorytest.Net")
                                        .arg(QString(40, QLatin1Char('.')));
     QTest::newRow("nested elements") << begin + QByteArray("<x>").repeated(2400) + QByteArray("</x>").repeated(2400)

@@ -41,16 +41,16 @@ private Q_SLOTS:
             QTest::newRow(arguments) << words(arguments) << QString::fromUtf8(sentence);
         };
         row("dance", "There is no command \"dance\"; see panelhost --help.");
-        row("play", "The usage is: panelhost play FILE...");
-        row("info me", "The usage is: panelhost info");
-        row("info --tbar round", "--tbar is \"round\"; it is slider or fader.");
-        row("info --size big", "--size is \"big\"; it is width and height in pixels, such as 800x480.");
-        row("info --size 0x480", "--size is \"0x480\"; it is width and height in pixels, such as 800x480.");
+        row("play", "Usage: panelhost play FILE...");
+        row("info me", "Usage: panelhost info");
+        row("info --tbar round", "--tbar is \"round\", expected slider or fader.");
+        row("info --size big", "--size is \"big\", expected width and height in pixels, such as 800x480.");
+        row("info --size 0x480", "--size is \"0x480\", expected width and height in pixels, such as 800x480.");
         row("info --component /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
         row("info --pages /nowhere/lib.so", "/nowhere/lib.so: there is no such file.");
-        row("info --share /nowhere", "--share is \"/nowhere\"; it is the directory with the two XML files.");
+        row("info --share /nowhere", "--share is \"/nowhere\", expected the directory with the two XML files.");
         row("info --share-unchecked /nowhere",
-            "--share-unchecked is \"/nowhere\"; it is the directory with the two XML files.");
+            "--share-unchecked is \"/nowhere\", expected the directory with the two XML files.");
         row("info --share / --share-unchecked /", "Give --share or --share-unchecked, not both.");
         row("info --share= --tbar fader", "--share has no value.");
         row("play --report= session.yaml", "--report has no value.");
@@ -71,7 +71,7 @@ private Q_SLOTS:
     {
         const ProcessResult result = panelhost(words("info --language xx"));
         QCOMPARE(result.status, 2);
-        QVERIFY2(result.err.startsWith(QStringLiteral("panelhost: There is no catalogue for the language \"xx\"")),
+        QVERIFY2(result.err.startsWith(QStringLiteral("panelhost: There is no catalog for the language \"xx\"")),
                  qPrintable(result.err));
     }
 

@@ -162,7 +162,7 @@ private Q_SLOTS:
         file.close();
         ComponentLibrary library(file.fileName());
         QCOMPARE(climb(library, LoadState::Created),
-                 file.fileName() + QStringLiteral(": can't be opened as a library: its end is missing."));
+                 file.fileName() + QStringLiteral(": can't be opened as a library: the file is truncated."));
         QCOMPARE(library.state(), LoadState::Located);
     }
 

@@ -129,7 +129,7 @@ void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
     QCOMPARE(errors,
              QStringList{part
                          + QStringLiteral(":1023:11: error: more than 100000 steps in all files; the alias "
-                                          "stands for line 902")});
+                                          "refers to line 902")});
 }
 
 void ScenarioLoaderTest::deviceDescription()
@@ -226,7 +226,7 @@ void ScenarioLoaderTest::valuesAreCountedWithAliases()
     QCOMPARE(errors.size(), 1);
     QVERIFY2(errors.constFirst().contains(QStringLiteral(":8:"))
                  && errors.constFirst().endsWith(
-                     QStringLiteral(": error: more than 500000 values, what aliases stand for included")),
+                     QStringLiteral(": error: more than 500000 values, including those that aliases refer to")),
              qPrintable(errors.constFirst()));
 }
 
@@ -248,7 +248,7 @@ void ScenarioLoaderTest::limitsStandInTheManual()
         QStringLiteral("used files inside each other | %1").arg(limits::UsedDepth),
         QStringLiteral("used files in all | %1").arg(limits::UsedFiles),
         QStringLiteral("size of a file | %1 MiB").arg(limits::FileSize >> 20),
-        QStringLiteral("values of a file, what aliases stand for included | %1").arg(number(limits::Values)),
+        QStringLiteral("values of a file, including those that aliases refer to | %1").arg(number(limits::Values)),
         QStringLiteral("lists and maps inside each other | %1").arg(limits::ValueDepth),
         QStringLiteral("length of a screenshot's name | %1 characters").arg(limits::NameLength),
         QStringLiteral("`net-ports`, `usb-ports` | %1 each").arg(limits::Ports),

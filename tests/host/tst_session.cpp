@@ -224,7 +224,7 @@ private Q_SLOTS:
         Session::Options options;
         options.language = q("xx");
         QVERIFY(!Session::open(options, &error));
-        QVERIFY2(error.startsWith(q("There is no catalogue for the language \"xx\"; there are ")), qPrintable(error));
+        QVERIFY2(error.startsWith(q("There is no catalog for the language \"xx\"; there are ")), qPrintable(error));
         options = {};
         options.faults << Session::InitialFault{q("earthquake"), {}};
         QVERIFY(!Session::open(options, &error));
@@ -239,7 +239,7 @@ private Q_SLOTS:
     {
         QString error;
         QVERIFY(!Session::open({}, &error));
-        QCOMPARE(error, q("There is a session in this process already."));
+        QCOMPARE(error, q("This process already has a session."));
     }
 
     void faultsAreSwitchedByName()
