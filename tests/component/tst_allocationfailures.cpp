@@ -231,6 +231,7 @@ Listening failureOfTheMachineTest()
     bench->startAndPassTo(5);
     bench->right();
     bench->left();
+    bench->biz->registerLogCallback("with memory", [](const QString &) { needMemory(); });
     elsewhere([&] { bench->netReport({{0, true}}); });
     bench->startAndPassTo(0);
     const auto report = delivery(bench->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
