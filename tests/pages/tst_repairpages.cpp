@@ -192,11 +192,11 @@ private Q_SLOTS:
         soft("right");
         QCOMPARE(screen("stepTitle"), q("Calibrating: don't move the T-Bar"));
         QCOMPARE(screen("right"), QString());
-        session->timeline().advance(2500);
-        perform({Action::Kind::TBar, {{q("position"), position}}});
+        session->clock().advance(2500);
+        perform({OperatorAction::Kind::TBar, {{q("position"), position}}});
         for (int press = 0; press < 2 && pageState() == q("running"); ++press) {
             soft("right");
-            session->timeline().advance(2500);
+            session->clock().advance(2500);
         }
         QCOMPARE(steps().first(), q("Fail (1)"));
         QCOMPARE(steps().last(), hint);
@@ -225,7 +225,7 @@ private Q_SLOTS:
         setFault(*Faults::find(q("garbage-ports")), {}, true);
         enter(q("container.factorytest.repairmode.net"));
         soft("right");
-        session->timeline().advance(500);
+        session->clock().advance(500);
         QCOMPARE(steps().size(), 1 + 16 + 1);
         QCOMPARE(steps().at(1), q("Net port 1: not linked"));
         QCOMPARE(steps().last(), q("999985 more ports"));
@@ -237,15 +237,15 @@ private Q_SLOTS:
         enter(q("container.factorytest.repairmode.usb"));
         soft("right");
         for (const char *port : {"usb1", "usb2", "usb3"})
-            perform({Action::Kind::Plug, {{q("port"), q(port)}}});
-        perform({Action::Kind::Block, {{q("port"), q("usb4")}}});
-        perform({Action::Kind::Plug, {{q("port"), q("usb4")}}});
-        session->timeline().advance(500);
+            perform({OperatorAction::Kind::Plug, {{q("port"), q(port)}}});
+        perform({OperatorAction::Kind::Block, {{q("port"), q("usb4")}}});
+        perform({OperatorAction::Kind::Plug, {{q("port"), q("usb4")}}});
+        session->clock().advance(500);
         QCOMPARE(steps().mid(1),
                  QStringList({q("USB port 1: linked"), q("USB port 2: linked"), q("USB port 3: linked"),
                               q("USB port 4: not linked")}));
-        perform({Action::Kind::Unblock, {{q("port"), q("usb4")}}});
-        session->timeline().advance(500);
+        perform({OperatorAction::Kind::Unblock, {{q("port"), q("usb4")}}});
+        session->clock().advance(500);
         QCOMPARE(pageState(), q("passed"));
         leave();
     }
@@ -409,7 +409,7 @@ private:
     {
         const std::optional<TBarEnd> target = session->device().state().tbar.target;
         if (target)
-            perform({Action::Kind::TBar, {{q("position"), *target == TBarEnd::Top ? 1 : 0}}});
+            perform({OperatorAction::Kind::TBar, {{q("position"), *target == TBarEnd::Top ? 1 : 0}}});
     }
 
     void plugAll(bool plugged)
@@ -417,7 +417,8 @@ private:
         const DeviceState state = session->device().state();
         for (const PortState &port : state.netPorts + state.usbPorts) {
             if (port.isPlugged != plugged)
-                perform({plugged ? Action::Kind::Plug : Action::Kind::Unplug, {{q("port"), port.name}}});
+                perform(
+                    {plugged ? OperatorAction::Kind::Plug : OperatorAction::Kind::Unplug, {{q("port"), port.name}}});
         }
     }
 
