@@ -220,6 +220,7 @@ void CheckTest::bothFilesInOrder()
 void CheckTest::shippedFilesHaveNoFinding()
 {
     QCOMPARE(linesOf(checkDirectory(QStringLiteral(LCD_SOURCE_DIR "/share"))), QStringList());
+    QCOMPARE(linesOf(checkMenu(QStringLiteral(LCD_SOURCE_DIR "/share/examples/full/factorymenu.xml"))), QStringList());
 }
 
 void CheckTest::opensNoOtherFile_data()

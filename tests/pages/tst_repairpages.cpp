@@ -276,6 +276,38 @@ private Q_SLOTS:
         QCOMPARE(QSet<QString>(seen.begin(), seen.end()).size(), session->languages().size());
     }
 
+    void noTwoEntriesOfTheMenuLookTheSame()
+    {
+        QStringList titles = readScreen(session->lcd()).value(q("menu.items")).toStringList();
+        openLastEntry();
+        titles << readScreen(session->lcd()).value(q("menu.items")).toStringList();
+        QCOMPARE(titles.size(), 15);
+        titles.removeDuplicates();
+        QCOMPARE(titles.size(), 15);
+    }
+
+    // The example has entries without a page: these are the host's.
+    void theExampleMenuOpensEachEntry()
+    {
+        Session::Options options;
+        options.share = q(LCD_BUILD_DIR "/share/examples/full");
+        open(options);
+        openLastEntry();
+        const QStringList titles = readScreen(session->lcd()).value(q("menu.items")).toStringList();
+        QCOMPARE(titles.size(), 25);
+        QMap<QString, QStringList> pages;
+        for (const QString &title : titles) {
+            QCOMPARE(screen("menu.current"), title);
+            perform({OperatorAction::Kind::Navigate, {{q("key"), q("enter")}}});
+            pages[screen("page")] << title;
+            back();
+            perform({OperatorAction::Kind::Navigate, {{q("key"), q("down")}}});
+        }
+        QCOMPARE(pages.keys(), QStringList({q("container"), q("repair")}));
+        QVERIFY(pages.value(q("container")).contains(q("Genlock")));
+        QCOMPARE(pages.value(q("repair")).count(q("Screen Bad Pixel")), 2);
+    }
+
     void withoutPagesTheHostShowsItsOwn()
     {
         Session::Options options;
@@ -342,6 +374,16 @@ private:
     {
         show(key);
         QCOMPARE(screen("page"), q("repair"));
+    }
+
+    // The last entry of the first level is the submenu.
+    void openLastEntry()
+    {
+        const int rows = readScreen(session->lcd()).value(q("menu.items")).toStringList().size();
+        for (int row = 1; row < rows; ++row)
+            perform({OperatorAction::Kind::Navigate, {{q("key"), q("down")}}});
+        perform({OperatorAction::Kind::Navigate, {{q("key"), q("enter")}}});
+        QCOMPARE(screen("menu.level"), q("2"));
     }
 
     QString screen(const char *key) const { return readScreen(session->lcd()).value(q(key)).toString(); }
