@@ -59,6 +59,7 @@ endfunction()
 set(LCD_TEST_ENVIRONMENT
     "CXX=${CMAKE_CXX_COMPILER}" # for the tests that build something
     QT_QPA_PLATFORM=offscreen
+    PANELHOST_RECORDS=none # nothing goes into the user's data directory
     QT_LOGGING_TO_CONSOLE=1
     QT_SCALE_FACTOR=1
     LC_ALL=C.UTF-8

@@ -1,5 +1,8 @@
 #include "commands/commands.h"
 
+#include "records/recordsplace.h"
+#include "records/runfilter.h"
+#include "records/runrecording.h"
 #include "window/windowoptions.h"
 
 #include <limits>
@@ -21,21 +24,18 @@ const QList<Command> &commands()
 {
     static const QList<Command> table = {
         {QString(), QStringLiteral("[options]"), QStringLiteral("opens the window"),
-         WindowOptions::commandLineOptions(), 0, 0, true, runWindow},
-        {QStringLiteral("play"),
-         QStringLiteral("play FILE..."),
-         QStringLiteral("plays scenarios"),
-         {option("report", "Write a report with screenshots to DIR.", "DIR"),
-          option("journal", "Write the journal to FILE.", "FILE"),
-          option("screenshots", "Write each screenshot to DIR.", "DIR"), option("realtime", "Play by the wall clock."),
-          option("force", "Overwrite a recording.")},
-         1,
-         any,
-         false,
-         runPlay},
+         WindowOptions::commandLineOptions() + RunRecording::options(), 0, 0, true, runWindow},
+        {QStringLiteral("play"), QStringLiteral("play FILE..."), QStringLiteral("plays scenarios"),
+         QList<QCommandLineOption>{option("report", "Write a report with screenshots to DIR.", "DIR"),
+                                   option("journal", "Write the journal to FILE.", "FILE"),
+                                   option("screenshots", "Write each screenshot to DIR.", "DIR"),
+                                   option("realtime", "Play by the wall clock."),
+                                   option("force", "Overwrite a recording.")}
+             + RunRecording::options(),
+         1, any, false, runPlay},
         {QStringLiteral("record"), QStringLiteral("record FILE"),
-         QStringLiteral("opens the window and records your actions as a scenario"), WindowOptions::commandLineOptions(),
-         1, 1, true, runRecord},
+         QStringLiteral("opens the window and records your actions as a scenario"),
+         WindowOptions::commandLineOptions() + RunRecording::options(), 1, 1, true, runRecord},
         {QStringLiteral("check"),
          QStringLiteral("check [DIR]"),
          QStringLiteral("checks the two XML files of a share directory"),
@@ -52,15 +52,21 @@ const QList<Command> &commands()
          0,
          false,
          runInfo},
-        {QStringLiteral("runs"),
-         QStringLiteral("runs"),
-         QStringLiteral("prints the runs of a journal"),
-         {option("from", "The journal to derive the runs from.", "JOURNAL"),
-          option("json", "Print one JSON object a line."), option("csv", "Print comma-separated values.")},
-         0,
-         0,
+        {QStringLiteral("runs"), QStringLiteral("runs"),
+         QStringLiteral("prints the runs that were saved, or those of a journal"),
+         QList<QCommandLineOption>{option("from", "The journal to derive the runs from.", "JOURNAL"),
+                                   option("json", "Print one JSON object a line."),
+                                   option("csv", "Print comma-separated values."), recordsOption()}
+             + runFilterOptions(),
+         0, 0, false, runRuns},
+        {QStringLiteral("run"),
+         QStringLiteral("run ID"),
+         QStringLiteral("prints everything about one saved run, with its journal"),
+         {option("journal", "Print the journal alone."), recordsOption()},
+         1,
+         1,
          false,
-         runRuns},
+         runRun},
     };
     return table;
 }

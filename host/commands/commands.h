@@ -37,5 +37,6 @@ int runRecord(const CommandLine &line);
 int runCheck(const CommandLine &line);
 int runInfo(const CommandLine &line);
 int runRuns(const CommandLine &line);
+int runRun(const CommandLine &line);
 
 }

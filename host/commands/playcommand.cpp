@@ -4,6 +4,7 @@
 #include "diagnostics/reporterror.h"
 #include "playing/interruption.h"
 #include "playing/player.h"
+#include "records/runrecording.h"
 #include "scenario/scenarioloader.h"
 
 #include <algorithm>
@@ -35,12 +36,16 @@ bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
 }
 
 ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, bool isRealTime, PlayOutputs &outputs,
-                       Progress &progress)
+                       RunRecording &recording, Progress &progress)
 {
     Player::Options options;
     options.isRealTime = isRealTime;
     options.takesScreenshots = outputs.wantsScreenshots();
-    options.journal = [&outputs](const Journal::Entry &entry) { outputs.addEntry(entry); };
+    outputs.addSessionLine(recording.beginSession(scenario.device.language, scenario.device.share));
+    options.journal = [&](const Journal::Entry &entry) {
+        outputs.addEntry(entry);
+        recording.add(entry);
+    };
     options.isInterrupted = [] { return Interruption::signalNumber() != 0; };
     options.partialResult = [&](const ScenarioResult &result) {
         outputs.writeReport(before + ScenarioResults{result});
@@ -51,6 +56,7 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
     };
     progress.begin(scenario.file, playedSteps(scenario.steps));
     const auto result = Player(scenario, options, onStep).play();
+    recording.endSession();
     progress.end(result);
     return result;
 }
@@ -64,14 +70,15 @@ ScenarioResult notBegun(const Scenario &scenario)
     return result;
 }
 
-ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, PlayOutputs &outputs, Progress &progress)
+ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, PlayOutputs &outputs,
+                        RunRecording &recording, Progress &progress)
 {
     ScenarioResults results;
     for (const auto &scenario : scenarios) {
         if (Interruption::signalNumber() != 0)
             break;
         outputs.writeReport(results + ScenarioResults{notBegun(scenario)});
-        results.append(playOne(scenario, results, isRealTime, outputs, progress));
+        results.append(playOne(scenario, results, isRealTime, outputs, recording, progress));
     }
     outputs.writeReport(results);
     outputs.close();
@@ -105,14 +112,18 @@ int runPlay(const CommandLine &line)
     if (!loadAll(line, &scenarios))
         return reportError(QStringLiteral("Nothing was played."));
     PlayOutputs outputs(line, scenarios);
-    if (!outputs.open(&error))
+    RunRecording recording;
+    const auto onProblem = [](const QString &sentence) { reportError(sentence); };
+    if (!recording.open(line.parser, RunRecording::Default::DoNotSave, onProblem, &error) || !outputs.open(&error))
         return reportError(error);
     const Interruption interruption;
     Progress progress;
-    const auto results = playAll(scenarios, line.parser.isSet(QStringLiteral("realtime")), outputs, progress);
+    const auto results =
+        playAll(scenarios, line.parser.isSet(QStringLiteral("realtime")), outputs, recording, progress);
+    const bool isSaved = recording.finish();
     if (Interruption::signalNumber() != 0)
         endInterrupted(outputs);
-    return outputs.hasFailed() ? NotBegun : statusOf(results);
+    return outputs.hasFailed() || !isSaved ? NotBegun : statusOf(results);
 }
 
 }

@@ -62,6 +62,12 @@ bool PlayOutputs::open(QString *error)
         && (m_journalPath.isEmpty() || m_journal.open(m_journalPath, LineFile::IfExists::Overwrite, error));
 }
 
+void PlayOutputs::addSessionLine(const QByteArray &line)
+{
+    if (m_journal.isOpen() && !line.isEmpty())
+        m_journal.append(line);
+}
+
 void PlayOutputs::addEntry(const Journal::Entry &entry)
 {
     if (m_journal.isOpen())

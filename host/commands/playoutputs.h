@@ -24,6 +24,8 @@ public:
     /// or a file would be written over one that is read.
     bool open(QString *error);
 
+    /// Adds the line that the journal of a session begins with; empty if there is none.
+    void addSessionLine(const QByteArray &line);
     void addEntry(const Journal::Entry &entry);
     void writeScreenshot(const QString &scenarioFile, const StepResult &step);
     void writeReport(const ScenarioResults &results);

@@ -2,6 +2,7 @@
 
 #include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
+#include "records/runrecording.h"
 #include "window/layoutdump.h"
 #include "window/panelwindow.h"
 #include "window/windowfiles.h"
@@ -27,6 +28,30 @@ int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
     return window.grab().save(path) ? 0 : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
+// Comes on any thread.
+void tellProblem(const QString &sentence)
+{
+    reportError(sentence);
+    const auto show = [sentence] {
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget *widget : windows) {
+            if (auto *window = qobject_cast<PanelWindow *>(widget))
+                window->addFailure(sentence);
+        }
+    };
+    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::QueuedConnection);
+}
+
+// Nothing goes to a sink that is empty.
+Journal::Sink both(const Journal::Sink &file, RunRecording &recording)
+{
+    return [file, &recording](const Journal::Entry &entry) {
+        if (file)
+            file(entry);
+        recording.add(entry);
+    };
+}
+
 int show(Session &session, const WindowOptions &options, WindowFiles &files)
 {
     PanelWindow window(session);
@@ -50,17 +75,22 @@ int runInWindow(const CommandLine &line, const QString &recording)
 {
     WindowOptions options;
     WindowFiles files;
+    RunRecording records;
     QString error;
-    if (!options.read(line.parser, &error) || !files.open(line.session, options, recording, &error))
+    if (!options.read(line.parser, &error)
+        || !records.open(line.parser, RunRecording::Default::Save, tellProblem, &error)
+        || !files.open(line.session, options, recording, &error))
         return reportError(error);
     Session::Options device = line.session;
-    device.journalSink = files.journalSink();
+    files.addSessionLine(records.beginSession(device.language, device.share));
+    device.journalSink = both(files.journalSink(), records);
     const std::unique_ptr<Session> session = Session::open(device, &error);
     if (!session || !files.beginRecording(*session, &error))
         return reportError(error);
     const int status = show(*session, options, files);
     files.close(*session);
-    return files.hasFailed() ? 2 : status;
+    records.endSession();
+    return !records.finish() || files.hasFailed() ? 2 : status;
 }
 
 }

@@ -1,10 +1,14 @@
+#include "application/output.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 #include "records/journalreader.h"
+#include "records/recordsplace.h"
+#include "records/runfilter.h"
 #include "records/runprinter.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
 
 namespace panelhost {
 
@@ -18,12 +22,12 @@ RunPrinter::Format formatOf(const QCommandLineParser &parser)
 }
 
 // Prints what could be read before an error, too.
-bool printRunsOf(const QString &path, RunPrinter &printer, QString *error)
+bool printRunsOfJournal(const QString &path, RunPrinter &printer, QString *error)
 {
     QFile file(path);
     if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("%1: %2").arg(
-            path, QFileInfo(path).isDir() ? QStringLiteral("not a file") : file.errorString());
+        const bool isDirectory = QFileInfo(path).isDir();
+        *error = QStringLiteral("%1: %2").arg(path, isDirectory ? QStringLiteral("not a file") : file.errorString());
         return false;
     }
     RunDeriver deriver([&printer](const Run &run) { printer.add(run); });
@@ -33,17 +37,64 @@ bool printRunsOf(const QString &path, RunPrinter &printer, QString *error)
     return isWhole;
 }
 
+std::unique_ptr<RecordStore> openStore(const QCommandLineParser &parser, QString *error)
+{
+    const auto place = readRecordsPlace(parser, error);
+    if (!place)
+        return nullptr;
+    if (place->isNone()) {
+        *error = QStringLiteral("There are no run records: --records or PANELHOST_RECORDS is none.");
+        return nullptr;
+    }
+    return RecordStore::openExisting(place->path, error);
+}
+
+bool printRunsOfStore(const QCommandLineParser &parser, RunPrinter &printer, QString *error)
+{
+    const auto filter = readRunFilter(parser, error);
+    const auto store = filter ? openStore(parser, error) : nullptr;
+    if (!store
+        || !store->read(
+            *filter, [&printer](const Run &run) { printer.add(run); }, error))
+        return false;
+    printer.finish();
+    return true;
+}
+
 }
 
 int runRuns(const CommandLine &line)
 {
     if (line.parser.isSet(QStringLiteral("json")) && line.parser.isSet(QStringLiteral("csv")))
         return reportError(QStringLiteral("Give --json or --csv, not both."));
-    if (!line.parser.isSet(QStringLiteral("from")))
-        return reportError(QStringLiteral("Usage: panelhost runs --from JOURNAL"));
     RunPrinter printer(formatOf(line.parser));
     QString error;
-    return printRunsOf(line.parser.value(QStringLiteral("from")), printer, &error) ? 0 : reportError(error);
+    const QString journal = line.parser.value(QStringLiteral("from"));
+    const bool done = journal.isEmpty() ? printRunsOfStore(line.parser, printer, &error)
+                                        : printRunsOfJournal(journal, printer, &error);
+    return done ? 0 : reportError(error);
+}
+
+int runRun(const CommandLine &line)
+{
+    QString error;
+    const QUuid id = QUuid::fromString(line.arguments.first());
+    if (id.isNull())
+        return reportError(QStringLiteral("\"%1\" is no id of a run.").arg(line.arguments.first()));
+    const auto store = openStore(line.parser, &error);
+    const auto run = store ? store->run(id, &error) : std::nullopt;
+    if (!error.isEmpty())
+        return reportError(error);
+    if (!run)
+        return reportError(QStringLiteral("There is no run %1 in %2.").arg(line.arguments.first(), store->path()));
+    const QByteArray journal = store->journal(id, &error);
+    if (!error.isEmpty())
+        return reportError(error);
+    if (line.parser.isSet(QStringLiteral("journal")))
+        print(QString::fromUtf8(journal));
+    else
+        print(QString::fromUtf8(QJsonDocument(run->toJson()).toJson()) + QString::fromUtf8(journal));
+    return 0;
 }
 
 }

@@ -48,6 +48,12 @@ bool WindowFiles::beginRecording(Session &session, QString *error)
     return isOpen;
 }
 
+void WindowFiles::addSessionLine(const QByteArray &line)
+{
+    if (m_journal.isOpen() && !line.isEmpty())
+        m_journal.append(line);
+}
+
 Journal::Sink WindowFiles::journalSink()
 {
     if (!m_journal.isOpen())

@@ -27,6 +27,8 @@ public:
     void close(Session &session);
     /// Returns the sink for the journal of the session; empty if no journal was requested.
     Journal::Sink journalSink();
+    /// Adds the line that the journal of a session begins with; empty if there is none.
+    void addSessionLine(const QByteArray &line);
     bool hasFailed() const;
 
 private:

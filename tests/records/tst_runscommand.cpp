@@ -1,3 +1,4 @@
+#include <QtCore/QDir>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
@@ -15,6 +16,12 @@ private Q_SLOTS:
     void csvHasALineOfNames();
     void aJournalWithoutRuns();
     void whatCanNotBeRead();
+    void whatIsPlayedIsSaved();
+    void aRunWithItsJournal();
+    void playSavesOnlyWhereItIsTold();
+    void aPlaceThatIsNone_data();
+    void aPlaceThatIsNone();
+    void aDamagedFileIsLeftAsItIs();
 
 private:
     struct Result
@@ -23,17 +30,31 @@ private:
         QStringList out;
         QString err;
     };
-    static Result run(const QStringList &arguments);
+    static Result run(const QStringList &arguments)
+    {
+        return panelhost(QStringList{QStringLiteral("runs")} + arguments);
+    }
+    static Result panelhost(const QStringList &arguments, const QString &variable = {}, const QString &home = {});
+    static Result play(const QString &records, const QStringList &options = {});
+    static QStringList withoutAttempts(const QStringList &lines);
     static QString journal(const char *name)
     {
         return QStringLiteral(LCD_SOURCE_DIR "/tests/e2e/journals/%1.jsonl").arg(QLatin1String(name));
     }
 };
 
-RunsCommandTest::Result RunsCommandTest::run(const QStringList &arguments)
+RunsCommandTest::Result RunsCommandTest::panelhost(const QStringList &arguments, const QString &variable,
+                                                   const QString &home)
 {
     QProcess process;
-    process.start(QStringLiteral(PANELHOST), QStringList{QStringLiteral("runs")} + arguments);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("PANELHOST_RECORDS"));
+    if (!variable.isEmpty())
+        environment.insert(QStringLiteral("PANELHOST_RECORDS"), variable);
+    if (!home.isEmpty())
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), home);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(PANELHOST), arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
     const QString out = QString::fromUtf8(process.readAllStandardOutput());
@@ -110,6 +131,144 @@ void RunsCommandTest::whatCanNotBeRead()
              QStringLiteral("panelhost: %1: not a file\n").arg(directory.path()));
     QCOMPARE(run({QStringLiteral("--json"), QStringLiteral("--csv")}).status, 2);
     QCOMPARE(run({}).status, 2);
+}
+
+RunsCommandTest::Result RunsCommandTest::play(const QString &records, const QStringList &options)
+{
+    const QString scenarios = QStringLiteral(LCD_SOURCE_DIR "/scenarios/");
+    return panelhost(QStringList{QStringLiteral("play"), scenarios + QStringLiteral("machine-fail-0.yaml"),
+                                 scenarios + QStringLiteral("machine-retest.yaml"), QStringLiteral("--records"),
+                                 QStringLiteral("sqlite:") + records, QStringLiteral("--unit"), QStringLiteral("A1")}
+                     + options);
+}
+
+QStringList RunsCommandTest::withoutAttempts(const QStringList &lines)
+{
+    QStringList list;
+    for (const QString &line : lines) {
+        QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+        object.remove(QStringLiteral("attempt"));
+        list << QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    }
+    return list;
+}
+
+// The journal file gives the same runs as the session has.
+void RunsCommandTest::whatIsPlayedIsSaved()
+{
+    QTemporaryDir directory;
+    const QString store = directory.filePath(QStringLiteral("runs.sqlite"));
+    const QString lines = directory.filePath(QStringLiteral("played.jsonl"));
+    const Result played = play(store,
+                               {QStringLiteral("--journal"), lines, QStringLiteral("--station"), QStringLiteral("S3"),
+                                QStringLiteral("--operator"), QStringLiteral("Kim")});
+    QCOMPARE(played.status, 0);
+    QCOMPARE(played.err, QString());
+    const QStringList records{QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + store};
+    const Result saved = run(records);
+    QCOMPARE(saved.out.size(), 4);
+    QCOMPARE(withoutAttempts(saved.out),
+             withoutAttempts(run({QStringLiteral("--json"), QStringLiteral("--from"), lines}).out));
+    const QJsonObject second = QJsonDocument::fromJson(saved.out.at(2).toUtf8()).object();
+    QCOMPARE(second.value(QStringLiteral("unit")).toString(), QStringLiteral("A1"));
+    QCOMPARE(second.value(QStringLiteral("station")).toString(), QStringLiteral("S3"));
+    QCOMPARE(second.value(QStringLiteral("operator")).toString(), QStringLiteral("Kim"));
+    QCOMPARE(second.value(QStringLiteral("attempt")).toInt(), 3);
+    QCOMPARE(second.value(QStringLiteral("configuration")).toString().size(), 64);
+    QCOMPARE(run(records + QStringList{QStringLiteral("--outcome"), QStringLiteral("failed")}).out.size(), 2);
+    QCOMPARE(run(records + QStringList{QStringLiteral("--since"), QStringLiteral("2999-01-01")}).out.size(), 0);
+    QCOMPARE(run(records + QStringList{QStringLiteral("--unit"), QStringLiteral("B2")}).out.size(), 0);
+    QCOMPARE(run(records + QStringList{QStringLiteral("--outcome"), QStringLiteral("good")}).status, 2);
+    QCOMPARE(run(records + QStringList{QStringLiteral("--since"), QStringLiteral("monday")}).status, 2);
+}
+
+// The journal of the first run of a session gives that run again.
+void RunsCommandTest::aRunWithItsJournal()
+{
+    QTemporaryDir directory;
+    const QString store = directory.filePath(QStringLiteral("runs.sqlite"));
+    QCOMPARE(play(store).status, 0);
+    const QStringList records{QStringLiteral("--records"), QStringLiteral("sqlite:") + store};
+    const QStringList saved = run(records + QStringList{QStringLiteral("--json")}).out;
+    const QString id = QJsonDocument::fromJson(saved.at(0).toUtf8()).object().value(QStringLiteral("id")).toString();
+    const Result lines = panelhost(QStringList{QStringLiteral("run"), id, QStringLiteral("--journal")} + records);
+    QCOMPARE(lines.status, 0);
+    QFile file(directory.filePath(QStringLiteral("one.jsonl")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(lines.out.join(QLatin1Char('\n')).toUtf8() + '\n');
+    file.close();
+    const Result again = run({QStringLiteral("--json"), QStringLiteral("--from"), file.fileName()});
+    QCOMPARE(again.status, 0);
+    QCOMPARE(withoutAttempts(again.out), withoutAttempts(saved.mid(0, 1)));
+    const Result all = panelhost(QStringList{QStringLiteral("run"), id} + records);
+    QVERIFY(all.out.contains(QStringLiteral("    \"unit\": \"A1\",")));
+    QCOMPARE(all.out.mid(all.out.size() - lines.out.size()), lines.out);
+    const QString nobody = QStringLiteral("0d7f2a34-53b1-4b6c-9f4e-0c1d2e3f4a5b");
+    QCOMPARE(panelhost(QStringList{QStringLiteral("run"), nobody} + records).err,
+             QStringLiteral("panelhost: There is no run %1 in %2.\n").arg(nobody, store));
+    QCOMPARE(panelhost(QStringList{QStringLiteral("run"), QStringLiteral("7")} + records).status, 2);
+}
+
+void RunsCommandTest::playSavesOnlyWhereItIsTold()
+{
+    QTemporaryDir home;
+    const QString scenario = QStringLiteral(LCD_SOURCE_DIR "/scenarios/machine-fail-0.yaml");
+    const QStringList played{QStringLiteral("play"), scenario};
+    QCOMPARE(panelhost(played, {}, home.path()).status, 0);
+    QCOMPARE(QDir(home.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    const QString store = home.filePath(QStringLiteral("line.sqlite"));
+    QCOMPARE(panelhost(played, QStringLiteral("sqlite:") + store, home.path()).status, 0);
+    QCOMPARE(run({QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).out.size(),
+             1);
+    // Without a place, the runs of the user's data directory are printed.
+    QVERIFY(QDir(home.path()).mkdir(QStringLiteral("panelhost")));
+    QVERIFY(QFile::copy(store, home.filePath(QStringLiteral("panelhost/runs.sqlite"))));
+    QCOMPARE(panelhost({QStringLiteral("runs"), QStringLiteral("--json")}, {}, home.path()).out.size(), 1);
+}
+
+void RunsCommandTest::aPlaceThatIsNone_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("none") << QStringLiteral("none")
+                          << QStringLiteral("There are no run records: --records or PANELHOST_RECORDS is none.");
+    QTest::newRow("other") << QStringLiteral("file")
+                           << QStringLiteral("--records is \"file\"; it is sqlite:FILE or none.");
+    QTest::newRow("no file") << QStringLiteral("sqlite:")
+                             << QStringLiteral("--records is \"sqlite:\"; it is sqlite:FILE or none.");
+    QTest::newRow("missing") << QStringLiteral("sqlite:/no/such/file")
+                             << QStringLiteral("There are no run records at /no/such/file.");
+}
+
+void RunsCommandTest::aPlaceThatIsNone()
+{
+    QFETCH(QString, place);
+    QFETCH(QString, sentence);
+    const Result result = run({QStringLiteral("--records"), place});
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.err, QStringLiteral("panelhost: %1\n").arg(sentence));
+}
+
+void RunsCommandTest::aDamagedFileIsLeftAsItIs()
+{
+    QTemporaryDir directory;
+    const QString store = directory.filePath(QStringLiteral("runs.sqlite"));
+    const QString next = directory.filePath(QStringLiteral("runs-2.sqlite"));
+    QFile file(store);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("hello");
+    file.close();
+    const Result played = play(store);
+    QCOMPARE(played.status, 0);
+    QCOMPARE(played.err,
+             QStringLiteral("panelhost: %1 is damaged, or no file of run records. It is left as it is; runs "
+                            "are saved to %2.\n")
+                 .arg(store, next));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("hello"));
+    QCOMPARE(run({QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + next}).out.size(),
+             4);
+    QCOMPARE(run({QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).status, 2);
 }
 
 QTEST_GUILESS_MAIN(RunsCommandTest)

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void secondRecorderIsRefused();
     void recordingOfAKilledProcessIsNotLocked();
     void fullDiskIsToldAtOnce();
+    void runsAreSaved();
 
 private:
     QProcess &runOffscreen(QProcess &panel, const QStringList &arguments);
@@ -198,6 +199,26 @@ void TestRecord::fullDiskIsToldAtOnce()
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitCode(), 2);
     QVERIFY(!play().isEmpty());
+}
+
+// An aging test that isn't stopped, of a session that wasn't recorded.
+void TestRecord::runsAreSaved()
+{
+    const QString store = text("sqlite:") + m_panel->path(text("runs.sqlite"));
+    QVERIFY(m_panel->start({text("--records"), store, text("--unit"), text("A1"), text("--speed"), text("10")}));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    m_xServer.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitCode(), 0);
+    QProcess runs;
+    runs.start(text(LCD_BUILD_DIR "/bin/panelhost"), {text("runs"), text("--csv"), text("--records"), store});
+    QVERIFY(runs.waitForFinished());
+    const QStringList lines = QString::fromUtf8(runs.readAllStandardOutput()).split(QLatin1Char('\n'));
+    QVERIFY2(lines.size() == 3, qPrintable(lines.join(QLatin1Char('\n'))));
+    QVERIFY2(lines.at(1).contains(text(",A1,,,aging,aborted,1,")), qPrintable(lines.at(1)));
 }
 
 int main(int argc, char **argv)

@@ -1,0 +1,393 @@
+#include "records/journalreader.h"
+#include "records/runsaver.h"
+#include "records/storefile.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QTemporaryDir>
+#include <QtSql/QSqlQuery>
+#include <QtTest/QtTest>
+
+#include <csignal>
+#include <cstdio>
+
+using namespace panelhost;
+
+/// Runs in SQLite files: what is saved, what is refused, and what becomes of them when disk or process end.
+class RecordStoreTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void whatIsSavedIsRead_data();
+    void whatIsSavedIsRead();
+    void attemptsAreCountedPerUnitAndKind();
+    void aRunIsSavedOnce();
+    void filters();
+    void theFileIsSafe();
+    void whatIsNoStoreIsRefused_data();
+    void whatIsNoStoreIsRefused();
+    void theSaverGoesOnNextToAnUnusableFile();
+    void aPlaceThatCanNotBeWritten();
+    void aFullDiskCostsOnlyTime();
+    void whatIsReportedAsSavedOutlivesTheProcess();
+
+private:
+    QString path(const char *name = "runs.sqlite") const { return m_directory->filePath(QLatin1String(name)); }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+namespace {
+
+QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+QByteArray contentOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &name, const QByteArray &content)
+{
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+SessionInfo session(const char *unit)
+{
+    SessionInfo info;
+    info.id = QUuid::createUuid();
+    info.begin = QDateTime({2026, 3, 1}, {8, 0}, Qt::UTC);
+    info.unit = q(unit);
+    info.station = q("S3");
+    info.operatorName = q("Kim");
+    info.language = q("en");
+    info.configuration = q("ab12");
+    return info;
+}
+
+QVector<Run> goldenRuns(const char *name, const SessionInfo &info)
+{
+    QByteArray lines =
+        info.toJsonLine() + '\n' + contentOf(q(LCD_SOURCE_DIR "/tests/e2e/journals/%1.jsonl").arg(q(name)));
+    QBuffer buffer(&lines);
+    buffer.open(QIODevice::ReadOnly);
+    QVector<Run> runs;
+    RunDeriver deriver([&runs](const Run &run) { runs << run; });
+    QString error;
+    readJournal(buffer, q(name), deriver, &error);
+    deriver.endSession();
+    return runs;
+}
+
+Run someRun(const char *unit, RunOutcome outcome = RunOutcome::Passed)
+{
+    Run run;
+    run.session = session(unit);
+    run.id = QUuid::createUuid();
+    run.position = 1;
+    run.outcome = outcome;
+    run.end = 1000;
+    run.phases.append({q("brightness"), outcome, 0, 1000, VerdictSource::Operator});
+    return run;
+}
+
+QVector<Run> allRuns(const QString &name, const RunFilter &filter = {})
+{
+    QString error;
+    QVector<Run> runs;
+    const auto store = RecordStore::openExisting(name, &error);
+    if (store)
+        store->read(
+            filter, [&runs](const Run &run) { runs << run; }, &error);
+    if (!error.isEmpty())
+        qWarning("%s", qPrintable(error));
+    return runs;
+}
+
+/// Saves runs until it is killed, and writes the id of each that was saved.
+int saveUntilKilled(const QString &name)
+{
+    RunSaver saver(name, [](const QString &sentence) { std::fprintf(stderr, "%s\n", qPrintable(sentence)); });
+    const QByteArray journal(20000, 'x');
+    for (;;) {
+        const Run run = someRun("K1");
+        saver.save(run, journal);
+        if (saver.finish() > 0)
+            return 1;
+        std::printf("%s\n", qPrintable(run.id.toString(QUuid::WithoutBraces)));
+        std::fflush(stdout);
+    }
+}
+
+}
+
+void RecordStoreTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_directory->isValid());
+}
+
+void RecordStoreTest::whatIsSavedIsRead_data()
+{
+    QTest::addColumn<QByteArray>("journal");
+    for (const char *name : {"machine-retest", "machine-wrong-keys", "aging", "tour"})
+        QTest::newRow(name) << QByteArray(name);
+}
+
+void RecordStoreTest::whatIsSavedIsRead()
+{
+    QFETCH(QByteArray, journal);
+    const QVector<Run> runs = goldenRuns(journal.constData(), session("A1"));
+    QVERIFY(!runs.isEmpty());
+    QString error;
+    auto store = RecordStore::open(path(), &error);
+    QVERIFY2(store, qPrintable(error));
+    const QByteArray lines = QByteArray("{\"a\":\"\303\244\"}\n").repeated(1000);
+    for (const Run &run : runs)
+        QVERIFY2(store->save(run, lines, &error), qPrintable(error));
+    store.reset();
+    store = RecordStore::openExisting(path(), &error);
+    QVERIFY2(store, qPrintable(error));
+    int attempt = 0;
+    for (Run run : runs) {
+        const auto found = store->run(run.id, &error);
+        QVERIFY2(found, qPrintable(error));
+        run.attempt = ++attempt;
+        QCOMPARE(found->toJson(), run.toJson());
+        QCOMPARE(store->journal(run.id, &error), lines);
+    }
+    QVERIFY(!store->run(QUuid::createUuid(), &error));
+    QCOMPARE(error, QString());
+}
+
+void RecordStoreTest::attemptsAreCountedPerUnitAndKind()
+{
+    QString error;
+    const auto store = RecordStore::open(path(), &error);
+    QVERIFY2(store, qPrintable(error));
+    QVector<int> attempts;
+    for (const char *unit : {"A1", "B2", "A1", "", ""}) {
+        const Run run = someRun(unit);
+        QVERIFY(store->save(run, {}, &error));
+        attempts << store->run(run.id, &error)->attempt;
+    }
+    Run aging = someRun("A1");
+    aging.kind = RunKind::Aging;
+    QVERIFY(store->save(aging, {}, &error));
+    attempts << store->run(aging.id, &error)->attempt;
+    QCOMPARE(attempts, (QVector<int>{1, 1, 2, 0, 0, 1}));
+}
+
+void RecordStoreTest::aRunIsSavedOnce()
+{
+    QString error;
+    const auto store = RecordStore::open(path(), &error);
+    Run run = someRun("A1");
+    QVERIFY(store->save(run, "first", &error));
+    run.outcome = RunOutcome::Failed;
+    QVERIFY2(store->save(run, "second", &error), qPrintable(error));
+    QCOMPARE(allRuns(path()).size(), 1);
+    QCOMPARE(store->run(run.id, &error)->outcome, RunOutcome::Passed);
+    QCOMPARE(store->journal(run.id, &error), QByteArray("first"));
+}
+
+void RecordStoreTest::filters()
+{
+    QString error;
+    const auto store = RecordStore::open(path(), &error);
+    Run late = someRun("A1", RunOutcome::Failed);
+    late.session.begin = late.session.begin.addDays(1);
+    QVERIFY(store->save(late, {}, &error) && store->save(someRun("A1"), {}, &error)
+            && store->save(someRun("B2"), {}, &error));
+    QCOMPARE(allRuns(path()).size(), 3);
+    QCOMPARE(allRuns(path()).last().id, late.id); // by begin
+    QCOMPARE(allRuns(path(), {q("A1"), {}, {}}).size(), 2);
+    QCOMPARE(allRuns(path(), {q("A1' OR '1'='1"), {}, {}}).size(), 0);
+    QCOMPARE(allRuns(path(), {{}, QDateTime({2026, 3, 2}, {8, 0}, Qt::UTC), {}}).size(), 1);
+    QCOMPARE(allRuns(path(), {{}, {}, RunOutcome::Passed}).size(), 2);
+    QCOMPARE(allRuns(path(), {q("B2"), {}, RunOutcome::Failed}).size(), 0);
+}
+
+void RecordStoreTest::theFileIsSafe()
+{
+    QString error;
+    const auto store = RecordStore::open(path("new/directory/runs.sqlite"), &error);
+    QVERIFY2(store, qPrintable(error));
+    {
+        QSqlDatabase database = QSqlDatabase::database(QSqlDatabase::connectionNames().constFirst());
+        const auto pragma = [&database](const char *name) {
+            QSqlQuery query(database);
+            query.exec(q("PRAGMA ") + q(name));
+            query.next();
+            return query.value(0).toString();
+        };
+        QCOMPARE(pragma("journal_mode"), q("wal"));
+        QCOMPARE(pragma("synchronous"), q("2"));
+        QCOMPARE(pragma("foreign_keys"), q("1"));
+        QCOMPARE(pragma("user_version"), QString::number(RecordStore::SchemaVersion));
+        QSqlQuery query(database);
+        QVERIFY(!query.exec(q("INSERT INTO port VALUES ('nobody', 'net1', 'plugged')")));
+    }
+    const QStringList left = QDir(path("new/directory")).entryList(QDir::Files);
+    QVERIFY2(left.filter(q(".new-")).isEmpty(), qPrintable(left.join(QLatin1Char(' '))));
+}
+
+void RecordStoreTest::whatIsNoStoreIsRefused_data()
+{
+    QTest::addColumn<QString>("damage");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("text") << q("text") << q(" is damaged, or no file of run records.");
+    QTest::newRow("empty") << q("empty") << q(" is damaged, or no file of run records.");
+    QTest::newRow("newer") << q("newer") << q(" is of version 2; this panelhost knows versions up to 1.");
+    QTest::newRow("other") << q("other") << q(" is a database, but not one of run records.");
+    QTest::newRow("short") << q("short") << q(" is damaged: its end is missing.");
+    QTest::newRow("scrambled") << q("scrambled") << q(": database disk image is malformed.");
+}
+
+void RecordStoreTest::whatIsNoStoreIsRefused()
+{
+    QFETCH(QString, damage);
+    QFETCH(QString, sentence);
+    QString error;
+    QVERIFY2(createStoreFile(path(), &error), qPrintable(error));
+    QByteArray content = contentOf(path());
+    if (damage == q("text"))
+        content = "hello";
+    else if (damage == q("empty"))
+        content.clear();
+    else if (damage == q("newer"))
+        content[63] = 2;
+    else if (damage == q("other"))
+        content[70] = 0;
+    else if (damage == q("short"))
+        content.chop(4096);
+    else
+        content.replace(100, 4096 - 100, QByteArray(4096 - 100, '\xff'));
+    write(path(), content);
+    auto problem = RecordStore::Problem::None;
+    QVERIFY(!RecordStore::open(path(), &error, &problem));
+    QCOMPARE(error, path() + sentence);
+    QCOMPARE(problem, RecordStore::Problem::Unusable);
+    QCOMPARE(contentOf(path()), content);
+}
+
+void RecordStoreTest::theSaverGoesOnNextToAnUnusableFile()
+{
+    write(path(), "hello");
+    write(path("runs-2.sqlite"), "too");
+    QStringList sentences;
+    {
+        RunSaver saver(path(), [&sentences](const QString &sentence) { sentences << sentence; });
+        saver.save(someRun("A1"), "one");
+        saver.save(someRun("A1"), "two");
+        QCOMPARE(saver.finish(), 0);
+        QCOMPARE(saver.saved(), 2);
+    }
+    QCOMPARE(sentences,
+             (QStringList{q("%1 is damaged, or no file of run records. It is left as it is; runs are saved to %2.")
+                              .arg(path(), path("runs-2.sqlite")),
+                          q("%1 is damaged, or no file of run records. It is left as it is; runs are saved to %2.")
+                              .arg(path("runs-2.sqlite"), path("runs-3.sqlite"))}));
+    QCOMPARE(allRuns(path("runs-3.sqlite")).size(), 2);
+    QCOMPARE(contentOf(path()), QByteArray("hello"));
+}
+
+void RecordStoreTest::aPlaceThatCanNotBeWritten()
+{
+    write(path("file"), {});
+    QStringList sentences;
+    RunSaver saver(path("file/runs.sqlite"), [&sentences](const QString &sentence) { sentences << sentence; });
+    saver.save(someRun("A1"), {});
+    QCOMPARE(saver.finish(), 1);
+    QCOMPARE(saver.finish(), 1);
+    QCOMPARE(
+        sentences,
+        QStringList{
+            q("Runs can't be saved and are kept until they can: The directory %1 can't be made.").arg(path("file"))});
+    // The place comes into being: the run is still there.
+    QVERIFY(QFile::remove(path("file")));
+    QCOMPARE(saver.finish(), 0);
+    QCOMPARE(allRuns(path("file/runs.sqlite")).size(), 1);
+}
+
+void RecordStoreTest::aFullDiskCostsOnlyTime()
+{
+    const QString disk = path("disk");
+    QVERIFY(QDir().mkpath(disk));
+    if (QProcess::execute(q("mount"), {q("-t"), q("tmpfs"), q("-o"), q("size=400k"), q("tmpfs"), disk}) != 0)
+        QSKIP("A small file system can't be mounted.");
+    const auto unmount = qScopeGuard([&disk] { QProcess::execute(q("umount"), {disk}); });
+    const QString file = disk + q("/runs.sqlite");
+    {
+        QStringList sentences;
+        RunSaver saver(file, [&sentences](const QString &sentence) { sentences << sentence; });
+        saver.save(someRun("A1"), {});
+        QCOMPARE(saver.finish(), 0);
+        write(disk + q("/ballast"), QByteArray(100000, 'x'));
+        int count = 1;
+        for (int waiting = 0; waiting == 0 && count < 1000; ++count) {
+            saver.save(someRun("A1"), {});
+            waiting = saver.finish();
+        }
+        QVERIFY(count < 1000);
+        QCOMPARE(sentences.size(), 1);
+        QVERIFY2(sentences.first().contains(q("full")), qPrintable(sentences.first()));
+        QCOMPARE(allRuns(file).size(), saver.saved());
+        QVERIFY(QFile::remove(disk + q("/ballast")));
+        QCOMPARE(saver.finish(), 0);
+        QCOMPARE(saver.saved(), count);
+        QCOMPARE(allRuns(file).size(), count);
+    }
+}
+
+void RecordStoreTest::whatIsReportedAsSavedOutlivesTheProcess()
+{
+    QSet<QString> reported;
+    for (int round = 0; round < 100; ++round) {
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {q("--save-until-killed"), path()});
+        QVERIFY(process.waitForReadyRead());
+        process.waitForReadyRead((round * 7) % 40);
+        ::kill(static_cast<pid_t>(process.processId()), SIGKILL);
+        QVERIFY(process.waitForFinished());
+        const QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'));
+        for (const QString &line : lines.mid(0, lines.size() - 1))
+            reported << line;
+        QCOMPARE(process.readAllStandardError(), QByteArray());
+    }
+    QSet<QString> found;
+    const QVector<Run> runs = allRuns(path());
+    for (const Run &run : runs) {
+        QCOMPARE(run.phases.size(), 1);
+        found << run.id.toString(QUuid::WithoutBraces);
+    }
+    QVERIFY(reported.size() >= 100);
+    QVERIFY((reported - found).isEmpty());
+    QString error;
+    const auto store = RecordStore::openExisting(path(), &error);
+    QCOMPARE(store->journal(runs.last().id, &error).size(), 20000);
+    // Of each process at most the run that it was saving is there without having been reported.
+    QVERIFY(found.size() - reported.size() <= 100);
+}
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments.at(1) == q("--save-until-killed"))
+        return saveUntilKilled(arguments.at(2));
+    RecordStoreTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_recordstore.moc"
