@@ -1,12 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace LCD::FactoryModeImpl {
 
@@ -46,9 +46,35 @@ private:
     std::shared_ptr<Function> m_function;
 };
 
-/// The listeners of one event. The key is the name of the requester. Entries are never removed.
+/// The listeners of one event, by the name of the requester. A registration replaces the map by a changed copy, so a
+/// notification walks through the map as it was at its start, without copying it.
+///
+/// Threads: as for Listener.
 template <class... Args>
-using Listeners = std::map<std::string, Listener<Args...>>;
+class Listeners
+{
+public:
+    using Map = std::map<std::string, Listener<Args...>>;
+
+    std::size_t size() const { return m_map->size(); }
+    typename Map::const_iterator begin() const { return m_map->begin(); }
+    void clear() { m_map = std::make_shared<const Map>(); }
+
+    /// Returns the listener of @p requester for an assignment, and adds an empty one if there is none.
+    Listener<Args...> &operator[](const std::string &requester)
+    {
+        const auto changed = std::make_shared<Map>(*m_map);
+        Listener<Args...> &listener = (*changed)[requester];
+        m_map = changed;
+        return listener;
+    }
+
+    /// Returns the present map. Later registrations don't change it.
+    std::shared_ptr<const Map> map() const { return m_map; }
+
+private:
+    std::shared_ptr<const Map> m_map = std::make_shared<const Map>();
+};
 
 /// Replaces @p listener by @p function. An empty function removes the listener.
 template <class... Args>
@@ -101,39 +127,30 @@ void registerNamedListener(Listeners<Args...> &table, const std::string &request
         registerListener(table, requester, function);
 }
 
+template <class... Args>
+std::shared_ptr<const typename Listeners<Args...>::Map> currentListeners(const Listeners<Args...> &table)
+{
+    const std::lock_guard locker(listenersMutex);
+    return table.map();
+}
+
 /// Calls only the listener of @p requester, on the caller's thread.
 template <class... Args, class... Values>
 void notifyRequester(const Listeners<Args...> &table, const std::string &requester, const Values &...values)
 {
-    std::unique_lock locker(listenersMutex);
-    const auto entry = table.find(requester);
-    if (entry == table.end())
-        return;
-    const Listener<Args...> listener = entry->second;
-    locker.unlock();
-    if (listener)
-        listener(values...);
-}
-
-/// Returns the listeners of @p table in ascending order of their names.
-template <class... Args>
-std::vector<Listener<Args...>> currentListeners(const Listeners<Args...> &table)
-{
-    std::vector<Listener<Args...>> listeners;
-    const std::lock_guard locker(listenersMutex);
-    listeners.reserve(table.size());
-    for (const auto &entry : table)
-        listeners.push_back(entry.second);
-    return listeners;
+    const auto listeners = currentListeners(table);
+    const auto entry = listeners->find(requester);
+    if (entry != listeners->end() && entry->second)
+        entry->second(values...);
 }
 
 /// Calls all listeners in ascending order of their names, on the caller's thread. A listener that is registered or
-/// replaced meanwhile takes part from the next notification on. A listener may delete the table. Calls no listener if
-/// there is no memory for the list of listeners.
+/// replaced meanwhile takes part from the next notification on. A listener may delete the table.
 template <class... Args, class... Values>
 void notifyAll(const Listeners<Args...> &table, const Values &...values)
 {
-    for (const Listener<Args...> &listener : currentListeners(table)) {
+    const auto listeners = currentListeners(table);
+    for (const auto &[requester, listener] : *listeners) {
         if (listener)
             listener(values...);
     }
