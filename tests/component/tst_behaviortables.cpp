@@ -309,7 +309,7 @@ private Q_SLOTS:
     void rightAfterAFailure()
     {
         QList<QStringList> table = {{QStringLiteral("Phase"), QStringLiteral("Its test"), QStringLiteral("Failed by"),
-                                     QStringLiteral("First Right"), QStringLiteral("Later")}};
+                                     QStringLiteral("First Right"), QStringLiteral("From the n-th press on")}};
         for (const Moment &moment : moments())
             table += rowsAfterFailure(moment);
         compareWithPage(QStringLiteral("A failed run stays in its phase and still counts as running"), table);
