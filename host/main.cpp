@@ -1,8 +1,8 @@
 // The command line of panelhost.
 
 #include "application/display.h"
-#include "application/output.h"
-#include "application/prepare.h"
+#include "application/processsetup.h"
+#include "application/standardoutput.h"
 #include "commands/commandline.h"
 #include "diagnostics/reporterror.h"
 

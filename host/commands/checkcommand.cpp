@@ -1,4 +1,4 @@
-#include "application/output.h"
+#include "application/standardoutput.h"
 #include "check/checker.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"

@@ -1,6 +1,6 @@
 #include "commands/commandline.h"
 
-#include "application/output.h"
+#include "application/standardoutput.h"
 #include "check/checker.h"
 #include "diagnostics/reporterror.h"
 

@@ -1,6 +1,6 @@
 #include "commands/progress.h"
 
-#include "application/output.h"
+#include "application/standardoutput.h"
 
 #include <QtCore/QFileInfo>
 

@@ -1,4 +1,4 @@
-#include "application/output.h"
+#include "application/standardoutput.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 #include "records/journalreader.h"
@@ -30,9 +30,9 @@ bool printRunsOfJournal(const QString &path, RunPrinter &printer, QString *error
         *error = QStringLiteral("%1: %2").arg(path, isDirectory ? QStringLiteral("not a file") : file.errorString());
         return false;
     }
-    RunDeriver deriver([&printer](const Run &run) { printer.add(run); });
-    const bool isWhole = readJournal(file, path, deriver, error);
-    deriver.endSession();
+    RunExtractor extractor([&printer](const Run &run) { printer.add(run); });
+    const bool isWhole = readJournal(file, path, extractor, error);
+    extractor.endSession();
     printer.finish();
     return isWhole;
 }

@@ -53,7 +53,7 @@ ComponentLibrary::ComponentLibrary(const QString &path, const ComponentKind &kin
 ComponentLibrary::~ComponentLibrary()
 {
     shutDown();
-    if (m_handle && m_state < LoadState::Initialised)
+    if (m_handle && m_state < LoadState::Initialized)
         dlclose(m_handle);
 }
 
@@ -196,11 +196,11 @@ bool ComponentLibrary::checkComponent()
     return true;
 }
 
-bool ComponentLibrary::initialise(void *host)
+bool ComponentLibrary::initialize(void *host)
 {
     if (!callGuarded(QStringLiteral("pluginit()"), [&] { m_init(host); }))
         return false;
-    return reach(LoadState::Initialised, QStringLiteral("pluginit() has the host"));
+    return reach(LoadState::Initialized, QStringLiteral("pluginit() has the host"));
 }
 
 bool ComponentLibrary::create()
@@ -233,7 +233,7 @@ void ComponentLibrary::destroy()
 void ComponentLibrary::shutDown()
 {
     destroy();
-    if (m_state >= LoadState::Initialised)
+    if (m_state >= LoadState::Initialized)
         m_init(nullptr);
 }
 

@@ -17,7 +17,7 @@ enum class LoadState {
     Located,     ///< the file exists
     Opened,      ///< it is a library and is mapped and linked
     Checked,     ///< its records are valid and contain the component
-    Initialised, ///< it has its host
+    Initialized, ///< it has its host
     Created,     ///< the component's widget exists
 };
 
@@ -68,7 +68,7 @@ public:
     bool locate();
     bool open();
     bool check();
-    bool initialise(void *host);
+    bool initialize(void *host);
     bool create();
     /// Deletes the widget with the component's `deletor`.
     void destroy();

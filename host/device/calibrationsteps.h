@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/device.h"
+#include "device/tbarstate.h"
 
 namespace panelhost {
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "device/tbarstate.h"
+
 #include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <any>
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace panelhost {
@@ -39,41 +40,6 @@ struct PortState
     int number = 0; ///< port number or identifier in reports
     bool isPlugged = false;
     bool isBlocked = false; ///< USB only
-};
-
-enum class TBarType {
-    Fader = 0,
-    Slider = 1
-};
-
-/// An end of the T-Bar's travel. Both types of T-Bar have the same two ends.
-enum class TBarEnd {
-    Bottom,
-    Top
-};
-
-/// Returns "bottom" or "top".
-QString tbarEndName(TBarEnd end);
-
-/// The T-Bar and its calibration.
-struct TBarState
-{
-    static constexpr double DefaultTolerance = 0.05;
-
-    TBarType type = TBarType::Slider;
-    double position = 0; ///< from 0 (bottom) to 1 (top)
-    double tolerance =
-        DefaultTolerance; ///< distance from an end at which the bar still counts as there, in units of position
-    QString step;         ///< the running calibration step; empty if there is none
-    std::optional<TBarEnd> target; ///< where the bar must be for the next calibration step
-    QString failure;               ///< message of the last step that failed since the calibration began
-
-    bool isAt(TBarEnd end) const;
-    bool operator==(const TBarState &o) const
-    {
-        return type == o.type && position == o.position && tolerance == o.tolerance && step == o.step
-            && target == o.target && failure == o.failure;
-    }
 };
 
 struct TestPattern

@@ -74,7 +74,7 @@ void Journal::add(Kind kind, const QString &name, const QJsonObject &data)
     const std::lock_guard lock(m_mutex);
     entry.sequence = ++m_count;
     m_entries.push_back(entry);
-    if (m_entries.size() > static_cast<size_t>(m_kept))
+    if (m_entries.size() > static_cast<size_t>(m_lineLimit))
         m_entries.pop_front();
     if (m_sink)
         m_sink(entry);
@@ -97,7 +97,7 @@ QVector<Journal::Entry> Journal::range(qint64 first, qint64 count) const
 QVector<Journal::Entry> Journal::entries() const
 {
     const std::lock_guard lock(m_mutex);
-    return range(0, m_kept);
+    return range(0, m_lineLimit);
 }
 
 QVector<Journal::Entry> Journal::tail(int count) const

@@ -22,7 +22,7 @@ namespace panelhost {
 class Journal
 {
 public:
-    static constexpr int Kept = 100000; ///< default number of entries that are kept
+    static constexpr int DefaultLineLimit = 100000; ///< number of entries that are kept
 
     enum class Kind {
         Call,
@@ -51,7 +51,10 @@ public:
     /// at the same time. The function must not use the journal.
     using Sink = std::function<void(const Entry &)>;
 
-    explicit Journal(Sink sink = {}, int kept = Kept) : m_kept(kept), m_sink(std::move(sink)) {}
+    /// Keeps the newest @p lineLimit entries.
+    explicit Journal(Sink sink = {}, int lineLimit = DefaultLineLimit) : m_lineLimit(lineLimit), m_sink(std::move(sink))
+    {
+    }
 
     void add(Kind kind, const QString &name, const QJsonObject &data = {});
     /// Returns the number of entries that were added since the journal was created.
@@ -71,7 +74,7 @@ private:
     QVector<Entry> range(qint64 first, qint64 count) const;
 
     mutable std::mutex m_mutex;
-    const int m_kept;
+    const int m_lineLimit;
     std::deque<Entry> m_entries; ///< without gaps; the last one has the number m_count
     qint64 m_count = 0;
     Sink m_sink;

@@ -1,7 +1,7 @@
 #include "operator/preparedaction.h"
 
 #include "device/faults.h"
-#include "operator/input.h"
+#include "operator/sendinput.h"
 #include "session/session.h"
 
 #include <QtWidgets/QWidget>

@@ -3,7 +3,7 @@
 #include "panel/keypanel.h"
 #include "panel/knobcluster.h"
 #include "panel/lcdbezel.h"
-#include "panel/lcdoverlay.h"
+#include "panel/lcdinput.h"
 #include "panel/screenview.h"
 #include "panel/tbarwidget.h"
 #include "panel/theme.h"

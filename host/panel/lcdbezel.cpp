@@ -1,6 +1,6 @@
 #include "panel/lcdbezel.h"
 
-#include "panel/lcdoverlay.h"
+#include "panel/lcdinput.h"
 #include "panel/theme.h"
 
 #include <QtGui/QPainter>
@@ -9,7 +9,7 @@ namespace panelhost {
 
 constexpr int BezelWidth = 2 * theme::Grid;
 
-LcdBezel::LcdBezel(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd), m_overlay(new LcdOverlay(lcd, this))
+LcdBezel::LcdBezel(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd), m_overlay(new LcdInput(lcd, this))
 {
     setObjectName(QStringLiteral("lcd-bezel"));
     const QRect place(QPoint(BezelWidth, BezelWidth), m_lcd->size());

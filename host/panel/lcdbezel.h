@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-class LcdOverlay;
+class LcdInput;
 
 /// The bezel with the LCD and the overlay for input. It doesn't own the LCD and removes it from itself when it is
 /// deleted.
@@ -16,14 +16,14 @@ public:
     LcdBezel(QWidget *lcd, QWidget *parent);
     ~LcdBezel() override;
 
-    LcdOverlay *overlay() const { return m_overlay; }
+    LcdInput *overlay() const { return m_overlay; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QWidget *m_lcd;
-    LcdOverlay *m_overlay;
+    LcdInput *m_overlay;
 };
 
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/device.h"
+#include "device/tbarstate.h"
 #include "panel/control.h"
 
 namespace panelhost {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "journal/journal.h"
-#include "playing/excerpt.h"
+#include "playing/firstandlast.h"
 #include "playing/result.h"
 
 namespace panelhost {
@@ -15,7 +15,7 @@ public:
     QVector<PageSpan> spans(Milliseconds end) const;
 
 private:
-    Excerpt<PageSpan> m_spans{200};
+    FirstAndLast<PageSpan> m_spans{200};
     QVariantMap m_screen;
 };
 

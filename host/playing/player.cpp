@@ -28,7 +28,7 @@ ScenarioResult Player::play()
     m_result.state = ScenarioResult::State::Running;
     auto device = m_scenario.device;
     device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
-    device.journalKept = LinesOnFailure;
+    device.journalLineLimit = LinesOnFailure;
     m_session = Session::open(device, &m_result.error);
     if (m_session)
         playSession();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "expectations/journalquerycounter.h"
-#include "playing/excerpt.h"
+#include "playing/firstandlast.h"
 #include "playing/pagespans.h"
 #include "playing/result.h"
 #include "scenario/scenario.h"
@@ -73,7 +73,7 @@ private:
     QElapsedTimer m_sincePartialResult;
     JournalQueryCounter m_counter;
     std::mutex m_entryMutex; ///< guards the next two members; entries come on any thread
-    Excerpt<Journal::Entry> m_lines{LinesInReport};
+    FirstAndLast<Journal::Entry> m_lines{LinesInReport};
     PageSpans m_pages;
     QMap<QString, int> m_screenshots;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/derivedsession.h"
+#include "records/sessionfollower.h"
 
 #include <optional>
 
@@ -10,7 +10,7 @@ namespace panelhost {
 class AgingRuns
 {
 public:
-    explicit AgingRuns(DerivedSession &session) : m_session(session) {}
+    explicit AgingRuns(SessionFollower &session) : m_session(session) {}
 
     /// After the session has taken @p entry over.
     void add(const Journal::Entry &entry);
@@ -21,7 +21,7 @@ private:
     void readTestType(int type);
     void readLinkChange(const Journal::Entry &entry);
 
-    DerivedSession &m_session;
+    SessionFollower &m_session;
     std::optional<Run> m_run;
     bool m_hasLeftButton = false; ///< of the page: it is there while the test runs
     int m_testType = -1;

@@ -51,7 +51,7 @@ std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *er
     return std::nullopt;
 }
 
-bool readLine(const QByteArray &text, RunDeriver &deriver, QString *error)
+bool readLine(const QByteArray &text, RunExtractor &extractor, QString *error)
 {
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(text, &parseError);
@@ -65,25 +65,25 @@ bool readLine(const QByteArray &text, RunDeriver &deriver, QString *error)
     if (line.contains(QLatin1String("session"))) {
         const auto info = SessionInfo::fromJson(line, error);
         if (info)
-            deriver.beginSession(*info);
+            extractor.beginSession(*info);
         return info.has_value();
     }
     const auto entry = entryFromJson(line, error);
     if (entry)
-        deriver.add(*entry);
+        extractor.add(*entry);
     return entry.has_value();
 }
 
 }
 
-bool readJournal(QIODevice &device, const QString &name, RunDeriver &deriver, QString *error)
+bool readJournal(QIODevice &device, const QString &name, RunExtractor &extractor, QString *error)
 {
     for (qint64 number = 1;; ++number) {
         const QByteArray text = device.readLine(MaxLine);
         if (text.isEmpty())
             return true;
         QString problem;
-        if (!readLine(text, deriver, &problem)) {
+        if (!readLine(text, extractor, &problem)) {
             *error = QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(problem);
             return false;
         }

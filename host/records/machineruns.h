@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/derivedsession.h"
+#include "records/sessionfollower.h"
 
 #include <optional>
 
@@ -10,7 +10,7 @@ namespace panelhost {
 class MachineRuns
 {
 public:
-    explicit MachineRuns(DerivedSession &session) : m_session(session) {}
+    explicit MachineRuns(SessionFollower &session) : m_session(session) {}
 
     /// After the session has taken @p entry over.
     void add(const Journal::Entry &entry);
@@ -37,7 +37,7 @@ private:
     void readKeys(const Journal::Entry &entry);
     void countKeys(const Journal::Entry &entry, int key);
 
-    DerivedSession &m_session;
+    SessionFollower &m_session;
     std::optional<Run> m_run;
     int m_phase = 0;
     QStringList m_log; ///< of the page, which keeps it while it isn't shown

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/derivedsession.h"
+#include "records/sessionfollower.h"
 
 #include <optional>
 
@@ -11,7 +11,7 @@ namespace panelhost {
 class RepairRuns
 {
 public:
-    explicit RepairRuns(DerivedSession &session) : m_session(session) {}
+    explicit RepairRuns(SessionFollower &session) : m_session(session) {}
 
     /// After the session has taken @p entry over.
     void add(const Journal::Entry &entry);
@@ -22,7 +22,7 @@ private:
     void open();
     void finish(RunOutcome outcome, VerdictSource source);
 
-    DerivedSession &m_session;
+    SessionFollower &m_session;
     std::optional<Run> m_run;
     QString m_container; ///< the key of the page that was asked for last
     bool m_isOnPage = false;

@@ -24,14 +24,14 @@ QString configurationHash(const QString &share)
 
 }
 
-SessionRecorder::SessionRecorder(RunSaver &saver) : m_saver(saver), m_deriver([this](const Run &run) { take(run); })
+SessionRecorder::SessionRecorder(RunSaver &saver) : m_saver(saver), m_extractor([this](const Run &run) { take(run); })
 {
 }
 
 void SessionRecorder::begin(const SessionInfo &info)
 {
     const std::lock_guard lock(m_mutex);
-    m_deriver.beginSession(info);
+    m_extractor.beginSession(info);
     m_sessionLine = info.toJsonLine() + '\n';
     m_lines.clear();
 }
@@ -42,13 +42,13 @@ void SessionRecorder::add(const Journal::Entry &entry)
     m_lines.push_back(entry.toJsonLine() + '\n');
     if (m_lines.size() > MaxLines)
         m_lines.pop_front();
-    m_deriver.add(entry);
+    m_extractor.add(entry);
 }
 
 void SessionRecorder::end()
 {
     const std::lock_guard lock(m_mutex);
-    m_deriver.endSession();
+    m_extractor.endSession();
 }
 
 // With the lock held.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/runderiver.h"
+#include "records/runextractor.h"
 #include "records/runsaver.h"
 
 #include <deque>
@@ -29,7 +29,7 @@ private:
 
     RunSaver &m_saver;
     std::mutex m_mutex;
-    RunDeriver m_deriver;
+    RunExtractor m_extractor;
     QByteArray m_sessionLine;
     std::deque<QByteArray> m_lines; ///< since the run before
 };

@@ -2,7 +2,7 @@
 
 #include "output/recordingheader.h"
 #include "scenario/steptext.h"
-#include "yaml/yamlreader.h"
+#include "yaml/duration.h"
 
 #include <QtCore/QLocale>
 

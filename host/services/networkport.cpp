@@ -4,10 +4,10 @@
 
 namespace panelhost {
 
-NetworkPortService::NetworkPortService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour)
+NetworkPortService::NetworkPortService(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe)
     : m_journal(journal),
       m_links(std::make_shared<LinkSubscriptions>(QStringLiteral("lcdMemoryCacheNetworkPort"), journal, faults,
-                                                  behaviour, [&device] { return device.netReport(); }))
+                                                  changedOnSubscribe, [&device] { return device.netReport(); }))
 {
     device.setNetListener([links = m_links](const std::any &payload) { links->announceChange(payload); });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lcd/factorymode/inetworkport.h"
-#include "services/link.h"
+#include "services/linksubscriptions.h"
 
 namespace panelhost {
 
@@ -11,7 +11,7 @@ class Device;
 class NetworkPortService final : public LCD::FactoryMode::INetworkPort
 {
 public:
-    NetworkPortService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
+    NetworkPortService(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe);
 
     void registerReportCallback(const std::string &subscriber, int mode,
                                 const std::function<void(std::any)> &callback) override;

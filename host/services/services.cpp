@@ -4,9 +4,9 @@
 
 namespace panelhost {
 
-Services::Services(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour)
+Services::Services(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe)
     : keyboard(device, journal, faults), factoryModeBiz(device, journal),
-      networkPort(device, journal, faults, behaviour), usb(device, journal, faults, behaviour),
+      networkPort(device, journal, faults, changedOnSubscribe), usb(device, journal, faults, changedOnSubscribe),
       tbarCalibration(device, journal), config(journal)
 {
 }

@@ -14,7 +14,7 @@ class ServiceHost;
 /// All services of a device. They must outlive the component.
 struct Services
 {
-    Services(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
+    Services(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe);
 
     /// Adds the services to @p host under the names of the contract.
     void addTo(ServiceHost &host);

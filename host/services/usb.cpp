@@ -4,9 +4,9 @@
 
 namespace panelhost {
 
-UsbService::UsbService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour)
-    : m_links(std::make_shared<LinkSubscriptions>(QStringLiteral("lcdMemoryCacheNodeUSB"), journal, faults, behaviour,
-                                                  [&device] { return device.usbReport(); }))
+UsbService::UsbService(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe)
+    : m_links(std::make_shared<LinkSubscriptions>(QStringLiteral("lcdMemoryCacheNodeUSB"), journal, faults,
+                                                  changedOnSubscribe, [&device] { return device.usbReport(); }))
 {
     device.setUsbListener([links = m_links](const std::any &payload) { links->announceChange(payload); });
 }

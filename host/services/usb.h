@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lcd/factorymode/iusb.h"
-#include "services/link.h"
+#include "services/linksubscriptions.h"
 
 namespace panelhost {
 
@@ -11,7 +11,7 @@ class Device;
 class UsbService final : public LCD::FactoryMode::IUSB
 {
 public:
-    UsbService(Device &device, Journal &journal, const Faults &faults, LinkBehaviour behaviour);
+    UsbService(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe);
 
     void registerReportCallback(const std::string &subscriber, int mode,
                                 const std::function<void(std::any)> &callback) override;

@@ -43,8 +43,8 @@ public:
         /// A new subscriber to the changes of a link service gets the current value shortly after, as if it had just
         /// changed. Without this an aging test waits at its port steps until a port changes.
         bool changedOnSubscribe = true;
-        Journal::Sink journalSink;       ///< gets all entries of the journal, including those of loading
-        int journalKept = Journal::Kept; ///< number of journal entries that are kept
+        Journal::Sink journalSink; ///< gets all entries of the journal, including those of loading
+        int journalLineLimit = Journal::DefaultLineLimit; ///< number of journal entries that are kept
     };
 
     /// Value of Options::pages for no library: the containers are shown by pages of the host.

@@ -42,9 +42,9 @@ bool SimulatedSession::s_isAlive = false;
 SimulatedSession::SimulatedSession(const Options &options)
     : m_options(options), m_share(shareDirectoryOf(options)), m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
-      m_journal(options.journalSink, options.journalKept), m_logCapture(m_journal, m_share),
+      m_journal(options.journalSink, options.journalLineLimit), m_logCapture(m_journal, m_share),
       m_device(configurationOf(options, m_share), m_clock, m_faults),
-      m_services(m_device, m_journal, m_faults, {options.changedOnSubscribe}), m_host(m_journal, m_faults),
+      m_services(m_device, m_journal, m_faults, options.changedOnSubscribe), m_host(m_journal, m_faults),
       m_lcd(options.lcdSize), m_screenRecorder(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
@@ -84,7 +84,7 @@ bool SimulatedSession::loadLibrary(ComponentLibrary &library, const LoadObserver
 {
     library.setObserver(observer);
     return library.locate() && library.open() && library.check()
-        && library.initialise(static_cast<mirel::IHost *>(&m_host)) && library.create();
+        && library.initialize(static_cast<mirel::IHost *>(&m_host)) && library.create();
 }
 
 bool SimulatedSession::loadLibrary(const LoadObserver &observer)

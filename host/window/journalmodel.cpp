@@ -37,7 +37,7 @@ void JournalModel::poll()
     if (entries.isEmpty())
         return;
     const bool hasGap = entries.first().sequence > m_nextSequence;
-    const int surplus = total() + entries.size() - Kept;
+    const int surplus = total() + entries.size() - LineLimit;
     forgetOldest(hasGap ? total() : qBound(0, surplus, total()));
     m_nextSequence = entries.first().sequence;
     append(entries);

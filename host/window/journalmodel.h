@@ -16,8 +16,8 @@ class JournalModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    static constexpr int Kept = Journal::Kept; ///< number of lines that are kept
-    static constexpr int PollBudget = 4000;    ///< number of lines added by one poll()
+    static constexpr int LineLimit = Journal::DefaultLineLimit; ///< number of lines that are kept
+    static constexpr int PollBudget = 4000;                     ///< number of lines added by one poll()
 
     enum Role {
         KindRole = Qt::UserRole

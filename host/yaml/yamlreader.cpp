@@ -1,8 +1,7 @@
 #include "yaml/yamlreader.h"
 
 #include "scenario/limits.h"
-
-#include <QtCore/QRegularExpression>
+#include "yaml/duration.h"
 
 namespace panelhost {
 
@@ -14,15 +13,6 @@ constexpr int LongestQuotation = 60;
 QString listed(const QStringList &words)
 {
     return words.size() == 1 ? words.first() : QStringLiteral("one of ") + words.join(QStringLiteral(", "));
-}
-
-qint64 millisecondsOf(const QString &unit)
-{
-    if (unit == QLatin1String("ms"))
-        return 1;
-    if (unit == QLatin1String("s"))
-        return 1000;
-    return unit == QLatin1String("min") ? 60 * 1000 : 3600 * 1000;
 }
 
 }
@@ -145,16 +135,12 @@ std::optional<bool> YamlReader::flag(const YamlNode &node)
 
 std::optional<qint64> YamlReader::duration(const YamlNode &node)
 {
-    static const QRegularExpression form(QStringLiteral("^(\\d{1,9}(?:\\.\\d{1,3})?)\\s*(ms|s|min|h)$"));
-    const auto match = form.match(node.isScalar() ? scalar(node) : QString());
-    const auto value = match.hasMatch()
-        ? qRound64(match.captured(1).toDouble() * static_cast<double>(millisecondsOf(match.captured(2))))
-        : -1;
-    if (value >= 0 && value <= LongestDuration)
+    const auto value = durationFromText(node.isScalar() ? scalar(node) : QString());
+    if (value && *value <= LongestDuration)
         return value;
     errorExpected(node,
-                  value < 0 ? QStringLiteral("a duration such as 500ms, 20s, 2min or 1h")
-                            : QStringLiteral("a duration of at most %1h").arg(limits::DurationHours));
+                  value ? QStringLiteral("a duration of at most %1h").arg(limits::DurationHours)
+                        : QStringLiteral("a duration such as 500ms, 20s, 2min or 1h"));
     return std::nullopt;
 }
 
@@ -174,13 +160,6 @@ void YamlReader::errorExpected(const YamlNode &where, const QString &expected)
 void YamlReader::error(const YamlNode &where, const QString &text)
 {
     m_diagnostics.add(where.definition(), where.aliases(), text);
-}
-
-QString durationText(qint64 milliseconds)
-{
-    if (milliseconds % 1000 == 0)
-        return QStringLiteral("%1s").arg(milliseconds / 1000);
-    return QStringLiteral("%1ms").arg(milliseconds);
 }
 
 }

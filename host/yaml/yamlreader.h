@@ -39,7 +39,7 @@ public:
     std::optional<int> integer(const YamlNode &node, int min, int max);
     std::optional<double> number(const YamlNode &node, double min, double max);
     std::optional<bool> flag(const YamlNode &node);
-    /// Returns milliseconds, from a text such as "500ms", "20s", "1.5s" or "2min".
+    /// Returns milliseconds, from a text that durationFromText() reads.
     std::optional<qint64> duration(const YamlNode &node);
     /// Returns a text that is one of @p allowed.
     std::optional<QString> word(const YamlNode &node, const QStringList &allowed);
@@ -53,8 +53,5 @@ private:
 
     DiagnosticCollector &m_diagnostics;
 };
-
-/// Returns the duration as in a scenario.
-QString durationText(qint64 milliseconds);
 
 }

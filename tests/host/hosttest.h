@@ -1,6 +1,6 @@
 #pragma once
 
-#include "application/prepare.h"
+#include "application/processsetup.h"
 #include "time/virtualclock.h"
 
 #include <QtTest/QtTest>

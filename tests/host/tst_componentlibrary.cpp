@@ -16,7 +16,7 @@ QString fixture(const char *name)
 QString climb(ComponentLibrary &library, LoadState target)
 {
     const bool isThere = library.locate() && library.open() && library.check()
-        && (target < LoadState::Initialised || library.initialise(nullptr))
+        && (target < LoadState::Initialized || library.initialize(nullptr))
         && (target < LoadState::Created || library.create());
     return isThere ? QString() : library.errorString();
 }
@@ -48,12 +48,12 @@ private Q_SLOTS:
         row("unnamed_component", "has no component \"lcd.factory.mode\", only \"(null)\".", LoadState::Opened);
         row("null_creator", "the component \"lcd.factory.mode\" has no creator.", LoadState::Opened);
         row("null_deletor", "the component \"lcd.factory.mode\" has no deletor.", LoadState::Opened);
-        row("creator_returns_null", "the creator of \"lcd.factory.mode\" returned no object.", LoadState::Initialised);
-        row("creator_throws", "the creator of \"lcd.factory.mode\" threw: out of paint.", LoadState::Initialised);
-        row("creator_throws_int", "the creator of \"lcd.factory.mode\" threw an exception.", LoadState::Initialised);
+        row("creator_returns_null", "the creator of \"lcd.factory.mode\" returned no object.", LoadState::Initialized);
+        row("creator_throws", "the creator of \"lcd.factory.mode\" threw: out of paint.", LoadState::Initialized);
+        row("creator_throws_int", "the creator of \"lcd.factory.mode\" threw an exception.", LoadState::Initialized);
         row("other_widget",
             "the creator of \"lcd.factory.mode\" made a QWidget, which is no LCD::FactoryMode::ILcdFactoryMode.",
-            LoadState::Initialised);
+            LoadState::Initialized);
         row("info_is_data", "its symbol \"pluginfo\" is data where a function is expected.", LoadState::Opened);
         row("init_is_data", "its symbol \"pluginit\" is data where a function is expected.", LoadState::Opened);
         row("info_throws", "pluginfo() threw: out of paper.", LoadState::Opened);

@@ -1,4 +1,4 @@
-#include "application/prepare.h"
+#include "application/processsetup.h"
 #include "playing/player.h"
 #include "reports/htmlreport.h"
 #include "reports/junitreport.h"

@@ -13,7 +13,7 @@ class tst_Services : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { make({}); }
+    void init() { make(true); }
 
     void cleanup()
     {
@@ -112,7 +112,7 @@ private Q_SLOTS:
 
     void withoutFirstChangesOnlyRealOnesAreTold()
     {
-        make({false});
+        make(false);
         services->usb.registerChangedCallback("me", 2, linkListener("changed"));
         clock.advance(500);
         QCOMPARE(heard, QStringList());
@@ -123,7 +123,7 @@ private Q_SLOTS:
 
     void aSecondRegistrationUnderOneNameReplaces()
     {
-        make({false});
+        make(false);
         services->usb.registerChangedCallback("me", 2, linkListener("first"));
         services->usb.registerChangedCallback("me", 2, linkListener("second"));
         services->usb.registerChangedCallback("you", 2, linkListener("other"));
@@ -215,7 +215,7 @@ private Q_SLOTS:
     }
 
 private:
-    void make(LinkBehaviour behaviour)
+    void make(bool changedOnSubscribe)
     {
         clock.restart();
         heard.clear();
@@ -228,7 +228,7 @@ private:
         configuration.usbPorts = 1;
         configuration.tbarType = TBarType::Fader;
         device = std::make_unique<SimulatedDevice>(configuration, clock, *faults);
-        services = std::make_unique<Services>(*device, *journal, *faults, behaviour);
+        services = std::make_unique<Services>(*device, *journal, *faults, changedOnSubscribe);
     }
 
     void hear(const QString &what)

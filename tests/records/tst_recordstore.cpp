@@ -82,10 +82,10 @@ QVector<Run> goldenRuns(const char *name, const SessionInfo &info)
     QBuffer buffer(&lines);
     buffer.open(QIODevice::ReadOnly);
     QVector<Run> runs;
-    RunDeriver deriver([&runs](const Run &run) { runs << run; });
+    RunExtractor extractor([&runs](const Run &run) { runs << run; });
     QString error;
-    readJournal(buffer, q(name), deriver, &error);
-    deriver.endSession();
+    readJournal(buffer, q(name), extractor, &error);
+    extractor.endSession();
     return runs;
 }
 

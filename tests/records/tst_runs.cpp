@@ -50,10 +50,10 @@ QVector<Run> runsOf(QByteArray journal, QString *error = nullptr)
     QVector<Run> runs;
     QBuffer buffer(&journal);
     buffer.open(QIODevice::ReadOnly);
-    RunDeriver deriver([&runs](const Run &run) { runs << run; });
+    RunExtractor extractor([&runs](const Run &run) { runs << run; });
     QString problem;
-    readJournal(buffer, q("test.jsonl"), deriver, &problem);
-    deriver.endSession();
+    readJournal(buffer, q("test.jsonl"), extractor, &problem);
+    extractor.endSession();
     if (error)
         *error = problem;
     return runs;
@@ -442,10 +442,10 @@ void RunsTest::theJournalOfASessionGivesTheSameRuns()
     act(OperatorAction::Kind::Soft, "side", "left");
 
     QVector<Run> live;
-    RunDeriver deriver([&live](const Run &run) { live << run; });
+    RunExtractor extractor([&live](const Run &run) { live << run; });
     for (const Journal::Entry &entry : session->journal().entries())
-        deriver.add(entry);
-    deriver.endSession();
+        extractor.add(entry);
+    extractor.endSession();
     QCOMPARE(summaries(live), (QStringList{q("machine failed 0-20000 brightness"), q("machine aborted 20000-20000")}));
     const QVector<Run> read = runsOf(session->journal().toJsonLines());
     QCOMPARE(read.size(), live.size());

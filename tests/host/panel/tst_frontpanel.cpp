@@ -2,7 +2,7 @@
 #include "panel/keybutton.h"
 #include "panel/keygroups.h"
 #include "panel/keypanel.h"
-#include "panel/lcdoverlay.h"
+#include "panel/lcdinput.h"
 #include "panelfixture.h"
 
 #include <QtTest/QtTest>
@@ -77,7 +77,7 @@ QList<QWidget *> partsOf(FrontPanel &panel)
         parts << panel.findChild<QWidget *>(QStringLiteral("screen%1").arg(i));
     const auto controls = panel.findChildren<Control *>();
     for (Control *control : controls)
-        if (!qobject_cast<LcdOverlay *>(control))
+        if (!qobject_cast<LcdInput *>(control))
             parts << control;
     return parts;
 }
@@ -151,7 +151,7 @@ void TestFrontPanel::touchHasLcdPixels()
 {
     Bench bench(sampleDevice());
     bench.show();
-    auto *overlay = bench.panel->findChild<LcdOverlay *>();
+    auto *overlay = bench.panel->findChild<LcdInput *>();
     QCOMPARE(overlay->size(), bench.lcd.size());
     QTest::mouseClick(overlay, Qt::LeftButton, {}, {123, 45});
     QTest::mouseClick(overlay, Qt::RightButton, {}, {1, 1});
@@ -165,7 +165,7 @@ void TestFrontPanel::touchTakesTheFocusBack()
     bench.show();
     other.setFocus();
     QTest::keyClick(&other, Qt::Key_Down);
-    QTest::mouseClick(bench.panel->findChild<LcdOverlay *>(), Qt::LeftButton, {}, {1, 2});
+    QTest::mouseClick(bench.panel->findChild<LcdInput *>(), Qt::LeftButton, {}, {1, 2});
     QCOMPARE(QApplication::focusWidget(), bench.list);
     QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=1 y=2")));
 }

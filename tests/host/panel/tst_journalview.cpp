@@ -86,7 +86,7 @@ void TestJournalView::forgetsTheOldest()
     Journal journal;
     JournalModel model(journal);
     model.setText(QStringLiteral("call7"));
-    fill(journal, JournalModel::Kept);
+    fill(journal, JournalModel::LineLimit);
     pollAll(model, journal);
     QCOMPARE(model.total(), 100000);
     QCOMPARE(model.forgotten(), 0);
@@ -260,8 +260,8 @@ void TestJournalView::staysFastWithManyLines()
     JournalView view(journal, nullptr);
     view.resize(500, 300);
     view.show();
-    fill(journal, JournalModel::Kept);
-    while (view.model().total() < JournalModel::Kept)
+    fill(journal, JournalModel::LineLimit);
+    while (view.model().total() < JournalModel::LineLimit)
         view.poll();
     QCoreApplication::processEvents();
     const std::clock_t begin = std::clock();

@@ -1,7 +1,7 @@
-#include "application/prepare.h"
+#include "application/processsetup.h"
 #include "device/device.h"
 #include "device/faults.h"
-#include "panel/lcdoverlay.h"
+#include "panel/lcdinput.h"
 #include "panelfixture.h"
 #include "session/session.h"
 #include "time/realtimetimer.h"
@@ -131,13 +131,13 @@ void TestPanelWindow::keysGoThroughTheOperator()
 
 void TestPanelWindow::touchGoesThroughTheOperator()
 {
-    QTest::mouseClick(m_window->findChild<LcdOverlay *>(), Qt::LeftButton, {}, {100, 90});
+    QTest::mouseClick(m_window->findChild<LcdInput *>(), Qt::LeftButton, {}, {100, 90});
     QCOMPARE(actions(), QStringList(QStringLiteral("touch")));
 }
 
 void TestPanelWindow::refusalIsShownAndGoesAway()
 {
-    auto *overlay = m_window->findChild<LcdOverlay *>();
+    auto *overlay = m_window->findChild<LcdInput *>();
     const auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
     Q_EMIT overlay->actionTriggered({OperatorAction::Kind::Soft, {{QStringLiteral("side"), QStringLiteral("left")}}});
     QCOMPARE(message->text(), QStringLiteral("The page shows no left button."));

@@ -10,16 +10,16 @@ namespace panelhost {
 
 /// Derives runs from the lines of journals, one by one. The runs depend on the lines alone, and of the lines nothing
 /// is kept but what the open runs need. In one thread at a time.
-class RunDeriver
+class RunExtractor
 {
 public:
     using Listener = std::function<void(const Run &run)>;
 
     /// @p listener is called with each run when it ends.
-    explicit RunDeriver(const Listener &listener);
-    ~RunDeriver();
-    RunDeriver(const RunDeriver &) = delete;
-    RunDeriver &operator=(const RunDeriver &) = delete;
+    explicit RunExtractor(const Listener &listener);
+    ~RunExtractor();
+    RunExtractor(const RunExtractor &) = delete;
+    RunExtractor &operator=(const RunExtractor &) = delete;
 
     /// A session begins; open runs of the one before are aborted.
     void beginSession(const SessionInfo &info);

@@ -13,13 +13,6 @@ namespace panelhost {
 
 class Faults;
 
-/// How the services of the memory cache report their values.
-struct LinkBehaviour
-{
-    /// A new subscriber to changes gets the current value shortly after, as if it had just changed.
-    bool changedOnSubscribe = true;
-};
-
 /// The subscribers to the reports and to the changes of the net ports or the USB ports. A report is sent after a
 /// subscription and on request, a change when a link has changed. Callbacks are called on the device's thread.
 class LinkSubscriptions : public std::enable_shared_from_this<LinkSubscriptions>
@@ -28,7 +21,9 @@ public:
     using Callback = std::function<void(std::any)>;
 
     /// @p service is the name in the journal. @p present returns the payload for the current state of the ports.
-    LinkSubscriptions(const QString &service, Journal &journal, const Faults &faults, LinkBehaviour behaviour,
+    /// If @p changedOnSubscribe, a new subscriber to changes gets the current value shortly after, as if it had just
+    /// changed.
+    LinkSubscriptions(const QString &service, Journal &journal, const Faults &faults, bool changedOnSubscribe,
                       std::function<std::any()> present);
 
     void registerReport(const std::string &subscriber, int mode, const Callback &callback);
@@ -52,7 +47,7 @@ private:
     QString m_service;
     Journal &m_journal;
     const Faults &m_faults;
-    LinkBehaviour m_behaviour;
+    const bool m_changedOnSubscribe;
     std::function<std::any()> m_present;
     std::mutex m_mutex;
     Table m_report;

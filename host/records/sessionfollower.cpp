@@ -1,4 +1,4 @@
-#include "records/derivedsession.h"
+#include "records/sessionfollower.h"
 
 #include <QtCore/QSet>
 
@@ -20,12 +20,12 @@ bool isInput(const QString &action)
 
 }
 
-DerivedSession::DerivedSession(const SessionInfo &info, const std::function<void(const Run &)> &listener)
+SessionFollower::SessionFollower(const SessionInfo &info, const std::function<void(const Run &)> &listener)
     : m_info(info), m_listener(listener)
 {
 }
 
-void DerivedSession::add(const Journal::Entry &entry)
+void SessionFollower::add(const Journal::Entry &entry)
 {
     m_now = entry.at;
     m_line = entry.sequence;
@@ -42,7 +42,7 @@ void DerivedSession::add(const Journal::Entry &entry)
         readPorts(entry);
 }
 
-void DerivedSession::readPorts(const Journal::Entry &entry)
+void SessionFollower::readPorts(const Journal::Entry &entry)
 {
     m_cause = VerdictSource::Report;
     const auto states = portStates(portFamily(entry.name), entry.data);
@@ -50,7 +50,7 @@ void DerivedSession::readPorts(const Journal::Entry &entry)
         m_ports.insert(state.key(), state.value());
 }
 
-void DerivedSession::readAction(const Journal::Entry &entry)
+void SessionFollower::readAction(const Journal::Entry &entry)
 {
     if (entry.name == QLatin1String("unit"))
         m_info.unit = entry.data.value(QLatin1String("unit")).toString();
@@ -61,14 +61,14 @@ void DerivedSession::readAction(const Journal::Entry &entry)
 }
 
 // The lines up to the end of a run tell it from those of all other sessions that have no id.
-QUuid DerivedSession::idOf(const Run &run) const
+QUuid SessionFollower::idOf(const Run &run) const
 {
     const QString session =
         m_info.isNull() ? QString::fromLatin1(m_hash.result().toHex()) : m_info.id.toString(QUuid::WithoutBraces);
     return QUuid::createUuidV5(idNamespace, QStringLiteral("%1/%2").arg(session).arg(run.position));
 }
 
-Run DerivedSession::open(RunKind kind)
+Run SessionFollower::open(RunKind kind)
 {
     Run run;
     run.position = ++m_opened;
@@ -79,7 +79,7 @@ Run DerivedSession::open(RunKind kind)
     return run;
 }
 
-void DerivedSession::close(Run &run, RunOutcome outcome)
+void SessionFollower::close(Run &run, RunOutcome outcome)
 {
     run.id = idOf(run);
     run.outcome = outcome;
@@ -89,7 +89,7 @@ void DerivedSession::close(Run &run, RunOutcome outcome)
     m_listener(run);
 }
 
-QStringList DerivedSession::knownPorts(PortFamily family) const
+QStringList SessionFollower::knownPorts(PortFamily family) const
 {
     const QString prefix = family == PortFamily::Usb ? QStringLiteral("usb") : QStringLiteral("net");
     return m_ports.keys().filter(prefix);

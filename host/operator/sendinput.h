@@ -10,8 +10,11 @@ class QWidget;
 
 namespace panelhost {
 
+// Sends the Qt events of operator actions to the component. The input of the window becomes actions in panel/lcdinput.
+
 /// Returns the names of the movements of knob and joystick.
 QStringList navigationKeys();
+/// Returns the key that a movement sends; nothing if there is no such movement.
 std::optional<Qt::Key> navigationKey(const QString &name);
 
 /// Sends a key press and a key release to the focus widget of the LCD, or to its visible page if there is none.

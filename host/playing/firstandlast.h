@@ -9,11 +9,11 @@ namespace panelhost {
 
 /// Keeps the first and the newest elements of a growing sequence, and the number of elements between them.
 template <class T>
-class Excerpt
+class FirstAndLast
 {
 public:
     /// Keeps @p each first and @p each newest elements.
-    explicit Excerpt(int each) : m_each(static_cast<size_t>(each)) {}
+    explicit FirstAndLast(int each) : m_each(static_cast<size_t>(each)) {}
 
     void append(const T &element)
     {

@@ -1,4 +1,4 @@
-#include "records/runderiver.h"
+#include "records/runextractor.h"
 
 #include "records/agingruns.h"
 #include "records/machineruns.h"
@@ -11,7 +11,7 @@ namespace {
 /// One session with the runs of each kind.
 struct SessionRuns
 {
-    SessionRuns(const SessionInfo &info, const RunDeriver::Listener &listener)
+    SessionRuns(const SessionInfo &info, const RunExtractor::Listener &listener)
         : session(info, listener), machine(session), aging(session), repair(session)
     {
     }
@@ -31,7 +31,7 @@ struct SessionRuns
         repair.endSession();
     }
 
-    DerivedSession session;
+    SessionFollower session;
     MachineRuns machine;
     AgingRuns aging;
     RepairRuns repair;
@@ -39,7 +39,7 @@ struct SessionRuns
 
 }
 
-class RunDeriver::Impl
+class RunExtractor::Impl
 {
 public:
     explicit Impl(const Listener &runListener) : listener(runListener) {}
@@ -48,26 +48,26 @@ public:
     std::unique_ptr<SessionRuns> current;
 };
 
-RunDeriver::RunDeriver(const Listener &listener) : d(std::make_unique<Impl>(listener))
+RunExtractor::RunExtractor(const Listener &listener) : d(std::make_unique<Impl>(listener))
 {
 }
 
-RunDeriver::~RunDeriver() = default;
+RunExtractor::~RunExtractor() = default;
 
-void RunDeriver::beginSession(const SessionInfo &info)
+void RunExtractor::beginSession(const SessionInfo &info)
 {
     endSession();
     d->current = std::make_unique<SessionRuns>(info, d->listener);
 }
 
-void RunDeriver::add(const Journal::Entry &entry)
+void RunExtractor::add(const Journal::Entry &entry)
 {
     if (!d->current || (entry.sequence == 1 && d->current->session.lineCount() > 0))
         beginSession({});
     d->current->add(entry);
 }
 
-void RunDeriver::endSession()
+void RunExtractor::endSession()
 {
     if (d->current)
         d->current->end();

@@ -12,10 +12,10 @@
 namespace panelhost {
 
 /// The session whose runs are derived: what runs of all kinds have in common.
-class DerivedSession
+class SessionFollower
 {
 public:
-    DerivedSession(const SessionInfo &info, const std::function<void(const Run &)> &listener);
+    SessionFollower(const SessionInfo &info, const std::function<void(const Run &)> &listener);
 
     /// Takes over what @p entry says of time, LCD, ports, unit and language.
     void add(const Journal::Entry &entry);

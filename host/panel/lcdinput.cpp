@@ -1,4 +1,4 @@
-#include "panel/lcdoverlay.h"
+#include "panel/lcdinput.h"
 
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
@@ -8,7 +8,7 @@
 
 namespace panelhost {
 
-LcdOverlay::LcdOverlay(QWidget *lcd, QWidget *parent)
+LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
     : Control(QStringLiteral("lcd-overlay"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
 {
     setToolTip({});
@@ -16,7 +16,7 @@ LcdOverlay::LcdOverlay(QWidget *lcd, QWidget *parent)
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-void LcdOverlay::navigate(int key)
+void LcdInput::navigate(int key)
 {
     static const QHash<int, QString> keys = {
         {Qt::Key_Up, QStringLiteral("up")},        {Qt::Key_Down, QStringLiteral("down")},
@@ -29,7 +29,7 @@ void LcdOverlay::navigate(int key)
         Q_EMIT actionTriggered({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), *found}}});
 }
 
-void LcdOverlay::mousePressEvent(QMouseEvent *event)
+void LcdInput::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
@@ -39,26 +39,26 @@ void LcdOverlay::mousePressEvent(QMouseEvent *event)
         {OperatorAction::Kind::Touch, {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}}});
 }
 
-void LcdOverlay::wheelEvent(QWheelEvent *event)
+void LcdInput::wheelEvent(QWheelEvent *event)
 {
     if (event->angleDelta().y() != 0)
         navigate(event->angleDelta().y() > 0 ? Qt::Key_Up : Qt::Key_Down);
 }
 
 // Returns the focus from the journal's filter to the LCD.
-void LcdOverlay::focusLcd()
+void LcdInput::focusLcd()
 {
     QWidget *inner = m_lcd->focusWidget();
     if (!isOnLcd(QApplication::focusWidget()))
         (inner ? inner : m_lcd)->setFocus(Qt::OtherFocusReason);
 }
 
-bool LcdOverlay::isOnLcd(const QWidget *widget) const
+bool LcdInput::isOnLcd(const QWidget *widget) const
 {
     return widget && (widget == m_lcd || m_lcd->isAncestorOf(widget));
 }
 
-bool LcdOverlay::isForOperator(const QWidget *widget) const
+bool LcdInput::isForOperator(const QWidget *widget) const
 {
     const bool isOther = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QMenuBar *>(widget);
     return widget && widget->window() == window() && !isOther;
@@ -66,7 +66,7 @@ bool LcdOverlay::isForOperator(const QWidget *widget) const
 
 // Key events of the window system become actions, whichever widget has the focus. The events that the operator sends to
 // the component aren't spontaneous and are passed on.
-bool LcdOverlay::eventFilter(QObject *watched, QEvent *event)
+bool LcdInput::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     const auto *widget = isKey && event->spontaneous() ? qobject_cast<QWidget *>(watched) : nullptr;

@@ -1,4 +1,4 @@
-#include "operator/input.h"
+#include "operator/sendinput.h"
 
 #include "lcd/screen.h"
 

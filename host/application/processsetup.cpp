@@ -1,4 +1,4 @@
-#include "application/prepare.h"
+#include "application/processsetup.h"
 
 #include "session/loadprobe.h"
 #include "time/virtualclock.h"

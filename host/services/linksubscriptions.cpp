@@ -1,4 +1,4 @@
-#include "services/link.h"
+#include "services/linksubscriptions.h"
 
 #include "device/faults.h"
 #include "lcd/protocol/records.h"
@@ -61,8 +61,9 @@ QJsonObject describePayload(const std::any &payload)
 }
 
 LinkSubscriptions::LinkSubscriptions(const QString &service, Journal &journal, const Faults &faults,
-                                     LinkBehaviour behaviour, std::function<std::any()> present)
-    : m_service(service), m_journal(journal), m_faults(faults), m_behaviour(behaviour), m_present(std::move(present))
+                                     bool changedOnSubscribe, std::function<std::any()> present)
+    : m_service(service), m_journal(journal), m_faults(faults), m_changedOnSubscribe(changedOnSubscribe),
+      m_present(std::move(present))
 {
 }
 
@@ -77,7 +78,7 @@ void LinkSubscriptions::registerChanged(const std::string &subscriber, int mode,
 {
     journalRegistration("registerChangedCallback", subscriber, mode, callback);
     subscribe(&LinkSubscriptions::m_changed, subscriber, callback);
-    if (m_behaviour.changedOnSubscribe)
+    if (m_changedOnSubscribe)
         deliverLater(firstChangeDelay, &LinkSubscriptions::m_changed, subscriber);
 }
 

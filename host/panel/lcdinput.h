@@ -1,0 +1,33 @@
+#pragma once
+
+#include "panel/control.h"
+
+namespace panelhost {
+
+/// Converts the keyboard and mouse input of the window to operator actions, so that all input of the component is in
+/// the journal: mouse clicks become touches; arrow keys, Enter, Escape and the wheel become movements of the knob. A
+/// transparent overlay of the LCD that never takes the focus, which stays on the LCD. The operator sends the Qt events
+/// of these actions (operator/sendinput).
+class LcdInput : public Control
+{
+    Q_OBJECT
+
+public:
+    LcdInput(QWidget *lcd, QWidget *parent);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool isOnLcd(const QWidget *widget) const;
+    bool isForOperator(const QWidget *widget) const;
+    void focusLcd();
+    void navigate(int key);
+
+    QWidget *m_lcd;
+};
+
+}
