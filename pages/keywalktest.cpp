@@ -18,8 +18,8 @@ namespace {
 
 const std::string requester = "RepairKeyWalk";
 
-/// The test announces no state while it walks, so the page's state is kept
-/// here. Keys are told on the thread of the keyboard service.
+/// The single test reports no state during the walk, so the state is stored here. Keys are reported on the thread of
+/// the keyboard service.
 class KeyWalkTest : public PageTest
 {
 public:
@@ -73,7 +73,7 @@ void KeyWalkTest::start()
         reset();
 }
 
-// The test listens to the keys until it is gone.
+// The single test listens to the keys until it is deleted.
 void KeyWalkTest::reset()
 {
     restore();
@@ -125,7 +125,7 @@ QString KeyWalkTest::currentKey() const
     return m_currentKey;
 }
 
-// A walk with a key that had to be skipped can't pass.
+// A walk in which a key was skipped can't pass.
 TestState KeyWalkTest::state() const
 {
     const std::lock_guard locker(m_mutex);
@@ -152,11 +152,11 @@ QVector<PageLine> KeyWalkTest::remarks() const
     return {{text("RepairKeysFailed").arg(m_failedKeys.join(QStringLiteral(", "))), notPassColor()}};
 }
 
-} // namespace
+}
 
 std::unique_ptr<PageTest> makeKeyWalkTest()
 {
     return std::make_unique<KeyWalkTest>();
 }
 
-} // namespace LCD::RepairPages
+}

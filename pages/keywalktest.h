@@ -6,7 +6,7 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-/// The walk over the keys of the key check list.
+/// Returns a test that walks through the keys of the key check list.
 std::unique_ptr<PageTest> makeKeyWalkTest();
 
-} // namespace LCD::RepairPages
+}

@@ -16,10 +16,10 @@ namespace {
 
 const std::string requester = "RepairPages";
 
-/// A report may name ports without end; the page has room for these.
-constexpr std::size_t mostShown = 16;
+/// The largest number of ports that a page shows. A report may name more.
+constexpr std::size_t MaxShownPorts = 16;
 
-/// What differs between the kinds of ports. Texts are keys of the catalogues.
+/// The texts for one kind of ports, as keys of the catalogs.
 struct PortTexts
 {
     const char *step;
@@ -33,14 +33,13 @@ public:
     explicit LinkTest(const PortTexts &texts) : m_texts(texts)
     {
         QObject::connect(this, &PageTest::changed, this, [this] { passIfAllLinked(); });
-        this->biz->setCurRequester(requester);
-        this->biz->registerLinkStatusCallback(requester,
-                                              [this](const std::vector<bool> &links, auto...) { onLinks(links); });
+        this->m_biz->setCurRequester(requester);
+        this->m_biz->registerLinkStatusCallback(requester,
+                                                [this](const std::vector<bool> &links, auto...) { onLinks(links); });
     }
 
-    // Waits for reports that are under way on the service's thread, while what
-    // they use is still there.
-    ~LinkTest() override { this->biz.reset(); }
+    // Waits for reports that are being handled on the service's thread, while the members that they use still exist.
+    ~LinkTest() override { this->m_biz.reset(); }
 
     void reTest() override
     {
@@ -48,7 +47,7 @@ public:
         onLinks({});
     }
 
-    int failCount() const override { return this->biz->failCount(); }
+    int failCount() const override { return this->m_biz->failCount(); }
     QVector<PageLine> lines() const override;
     QString leftCaption() const override { return text("FCNoPass"); }
     void pressLeft() override { this->setNotPass(); }
@@ -59,7 +58,7 @@ private:
 
     const PortTexts m_texts;
     mutable std::mutex m_mutex;
-    std::vector<bool> m_links; // of the first ports
+    std::vector<bool> m_links; ///< links of the first ports
     std::size_t m_portCount = 0;
 };
 
@@ -70,7 +69,8 @@ void LinkTest<Biz>::onLinks(const std::vector<bool> &links)
     {
         const std::lock_guard locker(m_mutex);
         m_portCount = links.size();
-        m_links.assign(links.begin(), links.begin() + static_cast<std::ptrdiff_t>(std::min(mostShown, links.size())));
+        m_links.assign(links.begin(),
+                       links.begin() + static_cast<std::ptrdiff_t>(std::min(MaxShownPorts, links.size())));
     }
     this->announceChange();
 }
@@ -78,7 +78,7 @@ void LinkTest<Biz>::onLinks(const std::vector<bool> &links)
 template <class Biz>
 void LinkTest<Biz>::passIfAllLinked()
 {
-    if (this->state() == TestState::Running && this->biz->isAllLinked())
+    if (this->state() == TestState::Running && this->m_biz->isAllLinked())
         this->setPass();
 }
 
@@ -98,7 +98,7 @@ QVector<PageLine> LinkTest<Biz>::lines() const
     return lines;
 }
 
-} // namespace
+}
 
 std::unique_ptr<PageTest> makeNetTest()
 {
@@ -110,4 +110,4 @@ std::unique_ptr<PageTest> makeUsbTest()
     return std::make_unique<LinkTest<FactoryModeImpl::UsbPortTestBiz>>(PortTexts{"RepairUSBStep", "RepairUSBPort"});
 }
 
-} // namespace LCD::RepairPages
+}

@@ -6,8 +6,8 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-// The tests of ports: they pass by themselves as soon as all ports are linked.
+/// Return the tests of the net ports and of the USB ports. A test passes as soon as all ports are linked.
 std::unique_ptr<PageTest> makeNetTest();
 std::unique_ptr<PageTest> makeUsbTest();
 
-} // namespace LCD::RepairPages
+}

@@ -9,7 +9,7 @@ class RepairMode;
 
 namespace mirel {
 
-// The one component of this library.
+// The only component of this library.
 template <>
 void *ComponentTmpl<LCD::RepairPages::RepairMode>::creator();
 template <>
@@ -19,17 +19,16 @@ IMessageHandler *ComponentTmpl<LCD::RepairPages::RepairMode>::getMessageHandler(
 template <>
 ComponentInfo ComponentTmpl<LCD::RepairPages::RepairMode>::componentInfo;
 
-} // namespace mirel
+}
 
 extern "C" {
 
-/// Ends with a null pointer.
+/// The records of this library's components. The last entry is nullptr.
 extern mirel::ComponentInfo *const repairpages_mirel_componentInfoTable[2];
 
-/// What this library is and offers. May be called at any time after loading.
+/// Returns the description of this library. May be called at any time after loading.
 const mirel::PluginInfo *pluginfo();
 
-/// Hands over the host, a mirel::IHost that outlives every component. Before
-/// this no service is found.
+/// Sets the host, a mirel::IHost that must outlive all components. Before this call no service is found.
 void pluginit(void *host);
 }

@@ -21,7 +21,7 @@ constexpr char usbPorts[] = "lcdMemoryCacheNodeUSB";
 // The container keys of the second menu level.
 #define REPAIR(tail) "container.factorytest.repairmode." tail
 
-} // namespace
+}
 
 const std::vector<PageInfo> &pageTable()
 {
@@ -51,4 +51,4 @@ const PageInfo *findPage(const QString &containerKey)
     return found == table.end() ? nullptr : &*found;
 }
 
-} // namespace LCD::RepairPages
+}

@@ -9,23 +9,22 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-/// One page: what it shows, what it needs, and the test behind it. Texts are
-/// keys of the catalogues.
+/// One page: what it shows, what it needs, and its test. Texts are keys of the catalogs.
 struct PageInfo
 {
     std::vector<const char *> containerKeys;
     const char *title;
     const char *icon;
     std::vector<const char *> steps;
-    std::vector<const char *> services; ///< without these the test can't run
+    std::vector<const char *> services; ///< the services without which the test can't run
     int panelMode;
     std::unique_ptr<PageTest> (*makeTest)();
 };
 
-/// All pages. The rows stay where they are as long as the library is loaded.
+/// Returns all pages. The rows stay valid as long as the library is loaded.
 const std::vector<PageInfo> &pageTable();
 
-/// nullptr when no page has this container key.
+/// Returns the page with this container key; nullptr if there is none.
 const PageInfo *findPage(const QString &containerKey);
 
-} // namespace LCD::RepairPages
+}

@@ -9,11 +9,11 @@ class QWidget;
 
 namespace LCD::RepairPages {
 
-/// Where a test stands, whichever it is.
+/// The state of a test.
 enum class TestState {
     Idle,
     Running,
-    AllStepsDone, ///< the operator judges
+    AllStepsDone, ///< waits for the verdict of the operator
     Passed,
     Failed,
 };
@@ -32,9 +32,8 @@ struct PageLine
     Mark mark = Mark::None;
 };
 
-/// The test behind one page, for one visit: made when the page is entered and
-/// ended when it is left. It has no widget: what the page shows is read from it
-/// after each changed(). GUI thread.
+/// The test behind a page. It is created when the page is entered and deleted when the page is left. It has no widget:
+/// the page reads what to show after each changed(). GUI thread.
 class PageTest : public QObject
 {
     Q_OBJECT
@@ -42,51 +41,52 @@ class PageTest : public QObject
 public:
     using QObject::QObject;
 
-    /// The idle state, and the device knows which test is active. Called once,
-    /// before anything else.
+    /// Sets the idle state and tells the device which test is active. Called once, before all other functions.
     virtual void enter() = 0;
-    /// Begins a run, from idle.
+    /// Starts the idle test.
     virtual void start() = 0;
-    /// Back to idle after a verdict.
+    /// Sets the idle state after a verdict.
     virtual void reTest() = 0;
+    /// Ends the test with the verdict "passed".
     virtual void setPass() = 0;
+    /// Ends the test with the verdict "not passed".
     virtual void setNotPass() = 0;
-    /// Puts the hardware back to how it was before the run. Called after each
-    /// verdict and when the page is left, in any state.
+    /// Restores the hardware to its state before the test. Called after each verdict and when the page is left, in any
+    /// state.
     virtual void restore() {}
 
     virtual TestState state() const = 0;
-    /// Number of failures that the page shows with the verdict.
+    /// Returns the number of failures that the page shows with the verdict.
     virtual int failCount() const = 0;
 
-    // What the page shows beyond its row in the table.
+    // What the page shows in addition to its row in the table.
+    /// Returns the text after the title, such as " 30%".
     virtual QString titleSuffix() const { return {}; }
-    /// Empty: the icon of the table.
+    /// Returns the icon of the title; empty: the icon in the table.
     virtual QString titleIcon() const { return {}; }
-    /// Heading of the running test; empty: the usual one.
+    /// Returns the heading of the running test; empty: the default heading.
     virtual QString heading() const { return {}; }
-    /// Lines of the running test in the place of the table's steps; none: these
-    /// stay.
+    /// Returns the lines of the running test. If there are none, the page shows the steps in the table.
     virtual QVector<PageLine> lines() const { return {}; }
-    /// Lines below the verdict, such as what failed.
+    /// Returns the lines below the verdict, such as what failed.
     virtual QVector<PageLine> remarks() const { return {}; }
 
-    // The buttons of a running test; an empty caption hides one.
+    /// Return the captions of the buttons while the test runs. An empty caption hides the button.
     virtual QString leftCaption() const { return {}; }
     virtual QString rightCaption() const { return {}; }
+    /// Called when a button is pressed while the test runs.
     virtual void pressLeft() {}
     virtual void pressRight() {}
-    /// Whether the keys of the panel belong to the running test. Back is a key,
-    /// too.
+    /// Returns whether the running test gets the keys of the panel, including Back.
     virtual bool takesKeys() const { return false; }
 
 Q_SIGNALS:
-    /// The test has something else to show. On the GUI thread.
+    /// Emitted on the GUI thread when what the page shows may have changed.
     void changed();
 
 protected:
-    /// Emits changed() when the event loop comes round. Any thread, one that Qt
-    /// has never seen too.
+    /// Emits changed() from the event loop of the GUI thread. May be called on any thread, including threads without a
+    /// QThread.
     void announceChange()
     {
         QMetaObject::invokeMethod(
@@ -94,4 +94,4 @@ protected:
     }
 };
 
-} // namespace LCD::RepairPages
+}

@@ -67,4 +67,4 @@ void RepairMode::resizeEvent(QResizeEvent *)
         m_open->setGeometry(rect());
 }
 
-} // namespace LCD::RepairPages
+}

@@ -9,8 +9,8 @@ namespace LCD::RepairPages {
 class RepairPage;
 struct PageInfo;
 
-/// The component "lcd.repair.mode": makes each page of the table when it is
-/// first shown, and keeps it. At most one page is open. GUI thread.
+/// The component "lcd.repair.mode". Creates each page of the table when it is first shown, and keeps it. At most one
+/// page is open. GUI thread.
 class RepairMode : public LCD::RepairMode::ILcdRepairMode
 {
     Q_OBJECT
@@ -33,4 +33,4 @@ private:
     RepairPage *m_open = nullptr;
 };
 
-} // namespace LCD::RepairPages
+}

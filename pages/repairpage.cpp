@@ -14,7 +14,7 @@ namespace LCD::RepairPages {
 
 namespace {
 
-constexpr int panelModeOfMenu = 3;
+constexpr int PanelModeMenu = 3;
 
 Widget::IconType iconOf(PageLine::Mark mark)
 {
@@ -29,7 +29,7 @@ Widget::IconType iconOf(PageLine::Mark mark)
     return Widget::IconNone;
 }
 
-} // namespace
+}
 
 RepairPage::RepairPage(const PageInfo &info, QWidget *parent)
     : QWidget(parent), m_info(info), m_frame(new Widget::FactoryTestFrame(this))
@@ -71,7 +71,7 @@ void RepairPage::leave()
         return;
     m_test->restore();
     m_test.reset();
-    setPanelMode(panelModeOfMenu);
+    setPanelMode(PanelModeMenu);
 }
 
 void RepairPage::setPanelMode(int mode) const
@@ -233,4 +233,4 @@ void RepairPage::showVerdict(bool passed)
     showButtons({}, text("FCReTest"));
 }
 
-} // namespace LCD::RepairPages
+}

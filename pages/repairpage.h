@@ -18,8 +18,7 @@ namespace LCD::RepairPages {
 
 struct PageInfo;
 
-/// A page of one frame and one test. It has a test between enter() and leave()
-/// only. GUI thread.
+/// A page: a frame, and between enter() and leave() the test that it shows. GUI thread.
 class RepairPage : public QWidget
 {
     Q_OBJECT
@@ -28,12 +27,13 @@ public:
     RepairPage(const PageInfo &info, QWidget *parent);
     ~RepairPage() override;
 
+    /// Creates the test and shows its idle state.
     void enter();
-    /// Restores the hardware and ends the test. Does nothing when the page isn't
-    /// entered.
+    /// Restores the hardware and deletes the test. Does nothing if the page isn't entered.
     void leave();
 
 Q_SIGNALS:
+    /// Emitted when the operator goes back.
     void backRequested();
 
 private:
@@ -57,11 +57,12 @@ private:
 
     const PageInfo &m_info;
     Widget::FactoryTestFrame *m_frame;
-    FactoryMode::IKeyboardEvent *m_keyboard = nullptr; // as it was found when the page was entered
+    /// Looked up when the page is entered; nullptr if the host has no such service.
+    FactoryMode::IKeyboardEvent *m_keyboard = nullptr;
     std::unique_ptr<PageTest> m_test;
     TestState m_shownState = TestState::Idle;
     bool m_isNewState = true;
     bool m_isServiceMissing = false;
 };
 
-} // namespace LCD::RepairPages
+}

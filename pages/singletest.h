@@ -6,55 +6,53 @@
 
 namespace LCD::RepairPages {
 
-/// The state codes of the single tests. Any other code is one of a running
-/// test.
-constexpr int codeIdle = 0;
-constexpr int codeAllStepsDone = 101;
-constexpr int codeNotPass = 102;
-constexpr int codePass = 103;
+/// The state codes of the single tests. All other codes mean that the test is running.
+constexpr int CodeIdle = 0;
+constexpr int CodeAllStepsDone = 101;
+constexpr int CodeNotPass = 102;
+constexpr int CodePass = 103;
 
 inline TestState testState(int code)
 {
     switch (code) {
-    case codeIdle:
+    case CodeIdle:
         return TestState::Idle;
-    case codeAllStepsDone:
+    case CodeAllStepsDone:
         return TestState::AllStepsDone;
-    case codeNotPass:
+    case CodeNotPass:
         return TestState::Failed;
-    case codePass:
+    case CodePass:
         return TestState::Passed;
     default:
         return TestState::Running;
     }
 }
 
-/// The part of a PageTest that all single tests of the factory mode have in
-/// common. Counts the verdicts that say "not passed" since the page was
-/// entered.
+/// The common part of the page tests that are based on a single test of the factory mode. Counts the verdicts "not
+/// passed" since the page was entered.
 template <class Biz>
 class SingleTest : public PageTest
 {
 public:
-    void enter() override { biz->enter(); }
-    void start() override { biz->startTest(); }
-    void reTest() override { biz->reTest(); }
-    void setPass() override { biz->setPass(); }
+    void enter() override { m_biz->enter(); }
+    void start() override { m_biz->startTest(); }
+    void reTest() override { m_biz->reTest(); }
+    void setPass() override { m_biz->setPass(); }
     void setNotPass() override
     {
         ++m_failCount;
-        biz->setNotPass();
+        m_biz->setNotPass();
     }
-    TestState state() const override { return testState(biz->state()); }
+    TestState state() const override { return testState(m_biz->state()); }
     int failCount() const override { return m_failCount; }
 
 protected:
-    // Tests that share data with listeners on other threads end it first, by
-    // hand.
-    std::unique_ptr<Biz> biz = std::make_unique<Biz>();
+    /// Derived classes whose listeners run on other threads reset m_biz in their destructor, because deleting the
+    /// single test waits for listeners that still use the members of the derived class.
+    std::unique_ptr<Biz> m_biz = std::make_unique<Biz>();
 
 private:
     int m_failCount = 0;
 };
 
-} // namespace LCD::RepairPages
+}

@@ -19,11 +19,11 @@ namespace {
 
 const std::string subscriber = "RepairTBarTest";
 
-constexpr int answerTime = 2000; // milliseconds that a step may take
-constexpr int done = 100;        // percent of a step, in reports
-constexpr int slider = 1;
+constexpr int AnswerTime = 2000; // milliseconds that a step may take
+constexpr int PercentDone = 100; // percent of a step, in reports
+constexpr int SliderType = 1;
 
-/// What each press sends, and what the operator did before it.
+/// The command that a press sends, and what the operator has done before it.
 struct Step
 {
     int command;
@@ -40,10 +40,10 @@ constexpr Step steps[] = {
     {1, "Push T-Bar to Top", "RepairTBarNotTop"},
     {4, "Push T-Bar to Bottom", "RepairTBarNotBottom"},
 };
-constexpr int stepCount = std::size(steps);
+constexpr int StepCount = std::size(steps);
 
-/// The single test goes on after a failed step. The page waits for the report
-/// that a step is done, and fails the test when it doesn't come.
+/// The single test goes on after a failed step. This test waits for the report that a step is done, and fails if it
+/// doesn't arrive in time.
 class TBarTest : public SingleTest<FactoryModeImpl::TbarTestBiz>
 {
 public:
@@ -66,8 +66,7 @@ public:
     void pressRight() override;
 
 private:
-    /// What the service holds: reports find the test here as long as there is
-    /// one.
+    /// The link from the listener at the service to the test; `test` is nullptr once the test is deleted.
     struct Reports
     {
         std::mutex mutex;
@@ -87,7 +86,7 @@ private:
     std::shared_ptr<Reports> m_reports = std::make_shared<Reports>();
     QTimer m_timer;
     TestState m_state = TestState::Idle;
-    int m_step = 0; // the one that the next press carries out, or that is under way
+    int m_step = 0; ///< the step that is running or that the next press starts
     bool m_hasProgress = false;
     bool m_isLastPress = false;
     const char *m_hint = nullptr;
@@ -97,9 +96,9 @@ TBarTest::TBarTest()
 {
     m_reports->test = this;
     m_timer.setSingleShot(true);
-    m_timer.setInterval(answerTime);
+    m_timer.setInterval(AnswerTime);
     connect(&m_timer, &QTimer::timeout, this, [this] { onNoAnswer(); });
-    biz->registerRightBtnTextCallback(subscriber, [this](bool isLast) { m_isLastPress = isLast; });
+    m_biz->registerRightBtnTextCallback(subscriber, [this](bool isLast) { m_isLastPress = isLast; });
 }
 
 // A report that comes later finds no test.
@@ -134,14 +133,14 @@ void TBarTest::start()
     m_step = 0;
     m_hint = nullptr;
     listen();
-    biz->startTest();
+    m_biz->startTest();
     pressRight();
 }
 
 void TBarTest::reTest()
 {
     m_state = TestState::Idle;
-    biz->reTest();
+    m_biz->reTest();
 }
 
 void TBarTest::setNotPass()
@@ -157,7 +156,7 @@ void TBarTest::pressRight()
         return;
     m_hasProgress = false;
     m_timer.start();
-    biz->requestNextStep();
+    m_biz->requestNextStep();
 }
 
 void TBarTest::onReport(int command, int percent)
@@ -165,10 +164,10 @@ void TBarTest::onReport(int command, int percent)
     if (m_state != TestState::Running || !isMeasuring() || command != steps[m_step].command)
         return;
     m_hasProgress = true;
-    if (percent < done)
+    if (percent < PercentDone)
         return;
     m_timer.stop();
-    if (++m_step == stepCount)
+    if (++m_step == StepCount)
         m_state = TestState::Passed;
     Q_EMIT changed();
 }
@@ -182,7 +181,7 @@ void TBarTest::onNoAnswer()
 
 QString TBarTest::titleIcon() const
 {
-    const bool isSlider = m_keyboard && m_keyboard->getTBarType() == slider;
+    const bool isSlider = m_keyboard && m_keyboard->getTBarType() == SliderType;
     return isSlider ? QStringLiteral("fc_tbar_slider") : QStringLiteral("fc_tbar_fader");
 }
 
@@ -207,7 +206,7 @@ PageLine TBarTest::lineOf(int step) const
 QVector<PageLine> TBarTest::lines() const
 {
     QVector<PageLine> lines;
-    for (int step = 1; step < stepCount; ++step)
+    for (int step = 1; step < StepCount; ++step)
         lines << lineOf(step);
     return lines;
 }
@@ -223,11 +222,11 @@ QVector<PageLine> TBarTest::remarks() const
     return lines;
 }
 
-} // namespace
+}
 
 std::unique_ptr<PageTest> makeTBarTest()
 {
     return std::make_unique<TBarTest>();
 }
 
-} // namespace LCD::RepairPages
+}

@@ -6,8 +6,7 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-/// The calibration of the T-Bar, step by step. A step that the calibration
-/// doesn't report as done fails the test.
+/// Returns a test that calibrates the T-Bar step by step. It fails if a step isn't reported as done in time.
 std::unique_ptr<PageTest> makeTBarTest();
 
-} // namespace LCD::RepairPages
+}

@@ -8,7 +8,7 @@
 
 namespace LCD::RepairPages {
 
-/// The operator's word for @p key, in the present language.
+/// Returns the text of @p key in the current language.
 inline QString text(const char *key)
 {
     return veltor::trans::translate(LCDFWTranslateManager::instance()->translator(), QStringLiteral("LCD::HomeWidgets"),
@@ -25,4 +25,4 @@ inline QColor notPassColor()
     return {255, 72, 60};
 }
 
-} // namespace LCD::RepairPages
+}

@@ -14,7 +14,7 @@ namespace LCD::RepairPages {
 
 namespace {
 
-constexpr int levelInterval = 2000; // milliseconds
+constexpr int LevelInterval = 2000; // milliseconds
 
 /// A test that goes through the brightness levels by itself.
 template <class Biz>
@@ -23,7 +23,7 @@ class LevelTest : public SingleTest<Biz>
 public:
     LevelTest()
     {
-        m_timer.setInterval(levelInterval);
+        m_timer.setInterval(LevelInterval);
         QObject::connect(&m_timer, &QTimer::timeout, this, [this] { next(); });
     }
 
@@ -38,13 +38,13 @@ public:
     /// The code of a running test is the level in percent.
     QString titleSuffix() const override
     {
-        return this->state() == TestState::Running ? QStringLiteral(" %1%").arg(this->biz->state()) : QString();
+        return this->state() == TestState::Running ? QStringLiteral(" %1%").arg(this->m_biz->state()) : QString();
     }
 
 private:
     void next()
     {
-        this->biz->nextStep();
+        this->m_biz->nextStep();
         if (this->state() != TestState::Running)
             m_timer.stop();
         Q_EMIT this->changed();
@@ -59,7 +59,7 @@ public:
     void restore() override
     {
         LevelTest::restore();
-        biz->restoreBrightnessToNormal();
+        m_biz->restoreBrightnessToNormal();
     }
 };
 
@@ -83,17 +83,17 @@ class ScreenBadPixelTest : public SingleTest<FactoryModeImpl::ScreenBadPixelBiz>
 {
 public:
     QString rightCaption() const override { return text("FCNextStep"); }
-    void pressRight() override { biz->nextStep(); }
+    void pressRight() override { m_biz->nextStep(); }
 
     // A verdict has cleared the screens.
     void restore() override
     {
         if (state() == TestState::Running)
-            biz->reTest();
+            m_biz->reTest();
     }
 };
 
-} // namespace
+}
 
 std::unique_ptr<PageTest> makeScreenLightTest()
 {
@@ -110,4 +110,4 @@ std::unique_ptr<PageTest> makeButtonLightTest()
     return std::make_unique<ButtonLightTest>();
 }
 
-} // namespace LCD::RepairPages
+}

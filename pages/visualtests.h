@@ -6,9 +6,9 @@ namespace LCD::RepairPages {
 
 class PageTest;
 
-// The tests that the operator judges by eye.
+/// Return the tests whose verdict the operator gives after watching the device.
 std::unique_ptr<PageTest> makeScreenLightTest();
 std::unique_ptr<PageTest> makeScreenBadPixelTest();
 std::unique_ptr<PageTest> makeButtonLightTest();
 
-} // namespace LCD::RepairPages
+}

@@ -111,7 +111,7 @@ QString schemaMessage(const xmlError &error, const SchemaElement &element)
 {
     switch (error.code) {
     case XML_SCHEMAV_ELEMENT_CONTENT:
-        // A missing list is refused by the component already.
+        // A missing list is already rejected by the component.
         return isMissingElement(error) ? QString() : unexpectedElement(error, element);
     case XML_SCHEMAV_CVC_ELT_1:
         return wrongNamespace(element);

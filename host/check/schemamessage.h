@@ -15,21 +15,22 @@ struct SchemaElement
     QString xmlNamespace; ///< empty: none
     QHash<QString, QString> attributes;
     QString text;      ///< the text that is being validated, without line breaks
-    int firstLine = 0; ///< where a value that must be unique stood first; 0 if unknown
+    int firstLine = 0; ///< line where a value that must be unique occurred first; 0 if unknown
 };
 
-/// Returns a message that says what was found and what was expected. Empty if the cause of the error is reported
-/// already.
+/// Returns a message that says what was found and what was expected. Empty if the cause of the error has already been
+/// reported.
 QString schemaMessage(const xmlError &error, const SchemaElement &element);
 
-/// Returns what is wrong with a file that the XML parser refuses.
+/// Returns what is wrong with a file that the XML parser rejects.
 QString parserMessage(const xmlError &error);
 
-/// True if the element itself may not stand where it does.
+/// Returns whether the element itself isn't allowed at its position.
 bool isUnexpectedElement(const xmlError &error);
-/// True if the error is about text between the tags.
+/// Returns whether the error is about text between the tags.
 bool isUnexpectedText(const xmlError &error);
-/// Returns the attribute whose value stands a second time; empty if the error is about something else.
+/// Returns the name of the attribute whose value must be unique but is a duplicate; empty if the error is about
+/// something else.
 QString uniqueAttribute(const xmlError &error);
 
 }

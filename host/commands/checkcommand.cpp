@@ -41,8 +41,8 @@ int runCheck(const CommandLine &line)
     const int warnings = countOf(diagnostics, Diagnostic::Severity::Warning);
     std::fprintf(stderr, "panelhost: %s: %d error%s, %d warning%s\n", qPrintable(directory), errors, plural(errors),
                  warnings, plural(warnings));
-    const bool isRefused = errors > 0 || (warnings > 0 && line.parser.isSet(QStringLiteral("strict")));
-    return isRefused ? 1 : 0;
+    const bool isRejected = errors > 0 || (warnings > 0 && line.parser.isSet(QStringLiteral("strict")));
+    return isRejected ? 1 : 0;
 }
 
 }

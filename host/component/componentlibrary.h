@@ -52,7 +52,7 @@ extern const ComponentKind repairModeComponent;
 /// The library of a component, loaded state by state. A step that fails returns false and sets errorString() to a
 /// sentence that names the file and what is wrong; no further step can be taken then. Exceptions of the library are
 /// such errors. Use probeLoading() first for a library that could crash, hang or end the process. A library that was
-/// initialised stays mapped until the process ends. GUI thread.
+/// initialized stays mapped until the process ends. GUI thread.
 class ComponentLibrary
 {
 public:

@@ -25,7 +25,7 @@ private:
     bool m_canBeOverwritten = true;
 };
 
-/// Refuses output files that would overwrite what a command reads, or each other.
+/// Rejects output files that would overwrite what a command reads, or each other.
 class OutputCheck
 {
 public:

@@ -34,7 +34,7 @@ FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent)
 QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
 {
     auto *bezel = new LcdBezel(lcd, this);
-    forwardActions(bezel->overlay());
+    forwardActions(bezel->input());
     auto *row = new QHBoxLayout;
     row->setSpacing(2 * Grid);
     row->addWidget(bezel, 0, Qt::AlignTop);

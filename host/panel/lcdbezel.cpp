@@ -9,7 +9,7 @@ namespace panelhost {
 
 constexpr int BezelWidth = 2 * theme::Grid;
 
-LcdBezel::LcdBezel(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd), m_overlay(new LcdInput(lcd, this))
+LcdBezel::LcdBezel(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd), m_input(new LcdInput(lcd, this))
 {
     setObjectName(QStringLiteral("lcd-bezel"));
     const QRect place(QPoint(BezelWidth, BezelWidth), m_lcd->size());
@@ -17,8 +17,8 @@ LcdBezel::LcdBezel(QWidget *lcd, QWidget *parent) : QWidget(parent), m_lcd(lcd),
     m_lcd->setParent(this);
     m_lcd->setGeometry(place);
     m_lcd->show();
-    m_overlay->setGeometry(place);
-    m_overlay->raise();
+    m_input->setGeometry(place);
+    m_input->raise();
 }
 
 // The LCD belongs to the session, which ends after the window.

@@ -16,14 +16,14 @@ public:
     LcdBezel(QWidget *lcd, QWidget *parent);
     ~LcdBezel() override;
 
-    LcdInput *overlay() const { return m_overlay; }
+    LcdInput *input() const { return m_input; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     QWidget *m_lcd;
-    LcdInput *m_overlay;
+    LcdInput *m_input;
 };
 
 }

@@ -8,7 +8,7 @@ class QPainter;
 
 namespace panelhost {
 
-/// Draws the test pattern @p pattern: one colour for type 1, greys up to the level for type 3, none otherwise.
+/// Draws the test pattern @p pattern: one color for type 1, greys up to the level for type 3, none otherwise.
 void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pattern);
 
 /// One of the three screens of the panel, with its brightness and test pattern.

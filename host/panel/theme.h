@@ -7,7 +7,7 @@ class QRectF;
 class QPainter;
 class QWidget;
 
-/// The colours, distances and fonts of the window. All widgets of the window use them.
+/// The colors, distances and fonts of the window. All widgets of the window use them.
 namespace panelhost::theme {
 
 constexpr int Grid = 8; ///< all distances are multiples of it or of its half
@@ -37,12 +37,12 @@ constexpr QRgb Amber = 0xffffb02e;
 QFont font(int pixels, bool bold = false);
 /// Mixes @p a and @p b. Returns @p a if @p share is 0 and @p b if it is 1.
 QColor mix(QRgb a, QRgb b, double share);
-/// Returns the dark or the light text colour, whichever is readable on @p ground.
+/// Returns the dark or the light text color, whichever is readable on @p ground.
 QColor textColorOn(const QColor &ground);
 
 /// Draws a recess of the panel.
 void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground = Recess);
-/// Draws a cap with the colour @p ground, raised or pressed.
+/// Draws a cap with the color @p ground, raised or pressed.
 void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool isDown);
 /// Draws a small caption.
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text);

@@ -6,14 +6,15 @@
 
 namespace panelhost {
 
-/// Follows the aging sessions by the screens of their page, the test types and the link changes.
+/// Extracts the runs of the aging test from the screens of its page, the test types and the link changes.
 class AgingRuns
 {
 public:
     explicit AgingRuns(SessionFollower &session) : m_session(session) {}
 
-    /// After the session has taken @p entry over.
+    /// Reads @p entry. Call it after SessionFollower::add() with the same entry.
     void add(const Journal::Entry &entry);
+    /// Ends an open run as aborted.
     void endSession();
 
 private:
@@ -23,10 +24,10 @@ private:
 
     SessionFollower &m_session;
     std::optional<Run> m_run;
-    bool m_hasLeftButton = false; ///< of the page: it is there while the test runs
+    bool m_hasLeftButton = false; ///< whether the page shows its left button, which it does while the test runs
     int m_testType = -1;
-    qint64 m_failedAt = -1; ///< the last failure, of
-    QStringList m_failedPorts;
+    qint64 m_failedAt = -1;    ///< when the last failure was reported, -1 if none was
+    QStringList m_failedPorts; ///< the ports of that failure
 };
 
 }

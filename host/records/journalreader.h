@@ -6,10 +6,10 @@ class QIODevice;
 
 namespace panelhost {
 
-/// Feeds @p extractor with the lines of the journal @p device, which is open and named @p name in errors. Returns
-/// false, with one sentence in @p error that names the line and what was expected, at the first line that isn't one of
-/// a journal; the runs before it have been derived by then. A last line without an end, as a killed process leaves it,
-/// is an error only if it isn't whole.
+/// Passes the lines of the journal in @p device to @p extractor. The device must be open; error messages call it
+/// @p name. Stops at the first line that isn't a journal line: returns false and sets @p error to a sentence with the
+/// line number and what was expected. The runs before that line have been extracted. A last line without line end, as a
+/// killed process may leave it, is an error only if it is incomplete.
 bool readJournal(QIODevice &device, const QString &name, RunExtractor &extractor, QString *error);
 
 }

@@ -6,20 +6,21 @@
 
 namespace panelhost {
 
-/// What stands on the LCD, brought up to date by the journal's screen lines.
+/// What the LCD shows, as a value. Updated by the screen lines of the journal.
 class LcdState
 {
 public:
+    /// Applies the data of a screen line. A property that is null is removed.
     void apply(const QJsonObject &changes);
 
     QString page() const { return text("page"); }
     QString text(const char *name) const { return m_values.value(QLatin1String(name)).toString(); }
     int number(const char *name) const { return m_values.value(QLatin1String(name)).toInt(); }
     QStringList list(const char *name) const;
-    /// The color of the only step line, "#rrggbb"; empty if there are none or several.
+    /// Returns the color of the only step line as "#rrggbb"; empty if there is no line or several.
     QString onlyStepColor() const;
     bool hasSteps() const;
-    /// The mark of the first step line: "pass", "notpass" or "none"; empty if there is no line.
+    /// Returns the mark of the first step line: "pass", "notpass" or "none"; empty if there is no line.
     QString firstStepMark() const;
 
 private:

@@ -6,14 +6,15 @@
 
 namespace panelhost {
 
-/// Follows the complete machine tests of a session by the screens and the log of their page.
+/// Extracts the runs of the complete machine test from the screens and the log of its page.
 class MachineRuns
 {
 public:
     explicit MachineRuns(SessionFollower &session) : m_session(session) {}
 
-    /// After the session has taken @p entry over.
+    /// Reads @p entry. Call it after SessionFollower::add() with the same entry.
     void add(const Journal::Entry &entry);
+    /// Ends an open run as aborted.
     void endSession();
 
 private:
@@ -40,9 +41,9 @@ private:
     SessionFollower &m_session;
     std::optional<Run> m_run;
     int m_phase = 0;
-    QStringList m_log; ///< of the page, which keeps it while it isn't shown
+    QStringList m_log; ///< log of the page; the page keeps it while it isn't shown
     Screen m_screen = Screen::Other;
-    bool m_hasStarted = false; ///< the first test was begun since the last screen line
+    bool m_hasStarted = false; ///< whether the first test was started since the last screen line
     int m_awaitedKey = -1;
 };
 

@@ -7,21 +7,21 @@
 
 namespace panelhost {
 
-/// Which ports a link event tells of.
+/// The kind of ports that a link event is about.
 enum class PortFamily {
     None,
     Net,
     Usb
 };
 
-/// The family that the journal's event @p name tells of, None if it isn't a link event.
+/// Returns the kind of ports that the journal's event @p name is about; None if it isn't a link event.
 PortFamily portFamily(const QString &name);
 
-/// What the records of a link event say: "net1" or "usb2" to "plugged", "unplugged" or "blocked". Records of hubs, and
-/// those with impossible numbers, are left out.
+/// Returns the states in the records of a link event: a port's name, such as "net1" or "usb2", and "plugged",
+/// "unplugged" or "blocked". Records of hubs and records with invalid port numbers are left out.
 QMap<QString, QString> portStates(PortFamily family, const QJsonObject &data);
 
-/// The ports of @p states that aren't plugged.
+/// Returns the names of the ports in @p states that aren't plugged.
 QStringList portsDown(const QMap<QString, QString> &states);
 
 }

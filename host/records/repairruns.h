@@ -6,15 +6,17 @@
 
 namespace panelhost {
 
-/// Follows the tests on repair pages: the pages that the second level of the menu opens. A page marks its verdict on
-/// its first step line, and is there for another test then. The host's empty containers give no verdict.
+/// Extracts the tests on repair pages: the pages that the second level of the menu opens. A page shows its verdict as
+/// the mark of its first step line. After that, another test can be started on it. Containers without a page have no
+/// verdict.
 class RepairRuns
 {
 public:
     explicit RepairRuns(SessionFollower &session) : m_session(session) {}
 
-    /// After the session has taken @p entry over.
+    /// Reads @p entry. Call it after SessionFollower::add() with the same entry.
     void add(const Journal::Entry &entry);
+    /// Ends an open run as aborted.
     void endSession();
 
 private:
@@ -24,10 +26,10 @@ private:
 
     SessionFollower &m_session;
     std::optional<Run> m_run;
-    QString m_container; ///< the key of the page that was asked for last
+    QString m_container; ///< key of the page that was requested last
     bool m_isOnPage = false;
     bool m_isJudged = false;
-    int m_menuLevel = 0; ///< the last one that was shown
+    int m_menuLevel = 0; ///< the level that was shown last
 };
 
 }

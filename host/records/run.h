@@ -15,7 +15,7 @@ namespace panelhost {
 /// What was tested.
 enum class RunKind {
     Machine, ///< the complete machine test
-    Aging,   ///< an aging session, from its start to its stop
+    Aging,   ///< the aging test, from its start to its stop
     Repair   ///< a visit of one repair page
 };
 
@@ -25,7 +25,7 @@ enum class RunOutcome {
     Aborted ///< ended without a verdict
 };
 
-/// Who or what decided a phase.
+/// What decided the verdict of a phase.
 enum class VerdictSource {
     None,
     Operator,
@@ -40,7 +40,8 @@ std::optional<RunKind> runKindFromText(const QString &text);
 std::optional<RunOutcome> runOutcomeFromText(const QString &text);
 std::optional<VerdictSource> verdictSourceFromText(const QString &text);
 
-/// Who is tested by whom, on what. The journal of a session begins with it if it is known. All texts may be empty.
+/// Which unit is tested, by whom and with which software. If it is known, it is the first line of the session's
+/// journal. All texts may be empty.
 struct SessionInfo
 {
     QUuid id;
@@ -54,13 +55,13 @@ struct SessionInfo
     QString configuration; ///< SHA-256 of the two configuration files, hexadecimal
 
     bool isNull() const { return id.isNull(); }
-    /// The line of the journal, without line end.
+    /// Returns the line of the journal, without line end.
     QByteArray toJsonLine() const;
     /// Reads the object of such a line. Returns nullopt, with what was expected in @p error, if it isn't one.
     static std::optional<SessionInfo> fromJson(const QJsonObject &line, QString *error);
 };
 
-/// One phase of a machine test, or the page of a visit.
+/// One phase of a machine test, or the page of a repair run.
 struct RunPhase
 {
     QString name;
@@ -70,42 +71,42 @@ struct RunPhase
     VerdictSource source = VerdictSource::None;
 };
 
-/// A link change of an aging session that had ports down.
+/// A link change during an aging test after which at least one port was down.
 struct AgingFailure
 {
     qint64 at = 0; ///< device time in milliseconds
     QStringList ports;
 };
 
-/// One test of one unit: a value that is derived from the journal.
+/// One test of one unit, as a value. It is derived from the journal.
 struct Run
 {
-    /// At most so many failures and wrong keys are listed; all are counted.
+    /// The largest number of failures and of wrong keys that are listed. All of them are counted.
     static constexpr int MaxListed = 1000;
 
     QUuid id;
-    SessionInfo session; ///< with the unit and the language at the begin of the run
+    SessionInfo session; ///< with the unit and the language at the start of the run
     RunKind kind = RunKind::Machine;
     RunOutcome outcome = RunOutcome::Aborted;
     qint64 begin = 0; ///< device time in milliseconds
     qint64 end = 0;
     QVector<RunPhase> phases;
-    int rounds = 0; ///< complete ones of an aging session
+    int rounds = 0; ///< complete rounds of an aging test
     int failureCount = 0;
     QVector<AgingFailure> failures;
     int wrongKeyCount = 0;
     QVector<int> wrongKeys; ///< hal keys that were pressed while another key was awaited
     QVector<int> skippedKeys;
     QMap<QString, QString> ports; ///< "net1" to "plugged", "unplugged" or "blocked", as last reported
-    int position = 0;             ///< in its session, from 1, in the order of their begins
-    qint64 firstLine = 0;         ///< sequence numbers of its part of the journal
+    int position = 0;             ///< number of the run in its session, counted from 1 in the order in which runs began
+    qint64 firstLine = 0;         ///< sequence number of its first line in the journal
     qint64 lastLine = 0;
-    int attempt = 0; ///< of the unit in the store, from 1; 0: not in a store, or the unit is unknown
+    int attempt = 0; ///< number of the run among the stored runs of its unit, from 1; 0: not stored, or unit unknown
 
-    /// In UTC; invalid if the journal doesn't tell when the session began.
+    /// Return the begin and the end in UTC; invalid if the journal doesn't contain the time when the session began.
     QDateTime beginUtc() const;
     QDateTime endUtc() const;
-    /// The phase that failed; empty if none did.
+    /// Returns the name of the phase that failed; empty if none did.
     QString failedPhase() const;
     QJsonObject toJson() const;
 };

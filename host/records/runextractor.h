@@ -8,8 +8,8 @@
 
 namespace panelhost {
 
-/// Derives runs from the lines of journals, one by one. The runs depend on the lines alone, and of the lines nothing
-/// is kept but what the open runs need. In one thread at a time.
+/// Extracts runs from the lines of journals. The runs depend on the lines only. Lines are not kept, so a journal may be
+/// of any length. Reentrant.
 class RunExtractor
 {
 public:
@@ -21,11 +21,11 @@ public:
     RunExtractor(const RunExtractor &) = delete;
     RunExtractor &operator=(const RunExtractor &) = delete;
 
-    /// A session begins; open runs of the one before are aborted.
+    /// Begins a session. Ends open runs of the previous session as aborted.
     void beginSession(const SessionInfo &info);
-    /// A line whose sequence number is 1 begins a session, too, unless one has just begun.
+    /// Reads a line. A line with the sequence number 1 also begins a session, unless one has just begun.
     void add(const Journal::Entry &entry);
-    /// The session ends; open runs are aborted.
+    /// Ends the session, and its open runs as aborted.
     void endSession();
 
 private:

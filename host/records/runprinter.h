@@ -10,14 +10,14 @@ class RunPrinter
 public:
     enum class Format {
         Table,
-        Json, ///< one object a line
-        Csv   ///< with a line of names first
+        Json, ///< one object per line
+        Csv   ///< with a header line
     };
 
     explicit RunPrinter(Format format) : m_format(format) {}
 
     void add(const Run &run);
-    /// Prints what an empty list needs, too.
+    /// Ends the output. If no run was printed, prints "No runs." (table) or the header line (CSV).
     void finish();
 
 private:
@@ -28,14 +28,14 @@ private:
     bool m_hasHeader = false;
 };
 
-/// The columns of the CSV format, as its first line names them, and their values for @p run.
+/// Return the column names of the CSV format, as in its header line, and the values of @p run in the same order.
 QStringList csvColumns();
 QStringList csvValues(const Run &run);
 
-/// @p values as a line of CSV, with line end. Values with commas, quotes or line ends are quoted.
+/// Returns @p values as a line of CSV, with line end. Values with commas, quotes or line ends are quoted.
 QString csvLine(const QStringList &values);
 
-/// Milliseconds as "1:02:03.4", without hours that are 0.
+/// Returns @p milliseconds as a text such as "1:02:03.4", or "2:03.4" if it is less than an hour.
 QString runDurationText(qint64 milliseconds);
 
 }

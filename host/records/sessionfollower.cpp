@@ -6,7 +6,7 @@ namespace panelhost {
 
 namespace {
 
-// Of the names that the ids of runs are made from.
+// The namespace of the names from which the ids of runs are computed.
 const QUuid idNamespace(0x8b0d3c5a, 0x6f1e, 0x4c0b, 0x9a, 0x57, 0x2e, 0x41, 0x7d, 0x90, 0xc3, 0x18);
 
 // What an operator does to the panel, other than plugging.

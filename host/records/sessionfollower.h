@@ -11,26 +11,27 @@
 
 namespace panelhost {
 
-/// The session whose runs are derived: what runs of all kinds have in common.
+/// Follows a session through its journal: the time, the LCD, the ports, the unit and the language, which runs of all
+/// kinds need. Creates and ends the runs.
 class SessionFollower
 {
 public:
     SessionFollower(const SessionInfo &info, const std::function<void(const Run &)> &listener);
 
-    /// Takes over what @p entry says of time, LCD, ports, unit and language.
+    /// Reads the time, LCD, ports, unit and language from @p entry.
     void add(const Journal::Entry &entry);
 
     const LcdState &lcd() const { return m_lcd; }
-    /// Who or what was at work when the LCD changed.
+    /// Returns what caused the last change of the LCD.
     VerdictSource cause() const { return m_cause; }
     qint64 now() const { return m_now; }
     qint64 lineCount() const { return m_line; }
 
-    /// Returns a run that begins now.
+    /// Returns a new run that begins now.
     Run open(RunKind kind);
-    /// Ends @p run now and passes it on.
+    /// Ends @p run now and passes it to the listener.
     void close(Run &run, RunOutcome outcome);
-    /// Ports of @p family that were reported in this session.
+    /// Returns the names of the ports of @p family that were reported in this session.
     QStringList knownPorts(PortFamily family) const;
 
 private:
@@ -40,10 +41,10 @@ private:
 
     SessionInfo m_info;
     std::function<void(const Run &)> m_listener;
-    QCryptographicHash m_hash{QCryptographicHash::Sha256}; ///< of the lines, if the session has no id
+    QCryptographicHash m_hash{QCryptographicHash::Sha256}; ///< hash of all lines; used if the session has no id
     LcdState m_lcd;
     QMap<QString, QString> m_ports;
-    VerdictSource m_cause = VerdictSource::Test; ///< what came last before the screen changed
+    VerdictSource m_cause = VerdictSource::Test; ///< cause of the last change of the LCD
     bool m_isAfterScreen = false;
     qint64 m_now = 0;
     qint64 m_line = 0;

@@ -14,6 +14,8 @@ class ServiceHost;
 /// All services of a device. They must outlive the component.
 struct Services
 {
+    /// @p changedOnSubscribe: whether a new subscriber to the changes of a link service gets the current value, see
+    /// LinkSubscriptions.
     Services(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe);
 
     /// Adds the services to @p host under the names of the contract.

@@ -30,7 +30,7 @@ public:
 
     struct Options
     {
-        QString component; ///< path of the library; empty: the one beside the program
+        QString component; ///< path of the library; empty: the one next to the program
         QString pages; ///< path of the repair mode's library, or noPages; empty: the one next to the program, if any
         QString share; ///< directory with the XML files; empty: the component's default
         QString language = QStringLiteral("en");
@@ -62,7 +62,7 @@ public:
     virtual const ComponentLibrary &library() const = 0;
     /// Returns the library of the repair mode's pages; nullptr if there is none.
     virtual const ComponentLibrary *pagesLibrary() const = 0;
-    /// Names under which the component finds something.
+    /// Returns the names under which the component finds a service.
     virtual QStringList serviceNames() const = 0;
 
     virtual VirtualClock &clock() = 0;
@@ -74,8 +74,10 @@ public:
     /// session.
     virtual QWidget *lcd() = 0;
 
+    /// Returns the codes of the languages that have texts, such as "en".
     virtual QStringList languages() const = 0;
     virtual QString language() const = 0;
+    /// Returns false, and changes nothing, if there are no texts in this language.
     virtual bool setLanguage(const QString &code) = 0;
     virtual void enterFactoryMode() = 0;
     virtual void exitFactoryMode() = 0;

@@ -16,7 +16,7 @@ namespace panelhost {
 namespace {
 
 /// Thrown if a document can't be read further.
-struct Refusal
+struct Rejection
 {
     SourceLocation where;
     QString text;
@@ -47,7 +47,7 @@ public:
     {
         const auto node = m_anchors.find(anchor);
         if (node == m_anchors.end())
-            throw Refusal{locationOf(mark), QStringLiteral("the alias is inside the value that it refers to")};
+            throw Rejection{locationOf(mark), QStringLiteral("the alias is inside the value that it refers to")};
         add(YamlNode(node->second.value(), {locationOf(mark)}), locationOf(mark));
     }
     void OnScalar(const YAML::Mark &mark, const std::string &, YAML::anchor_t anchor, const std::string &text) override
@@ -113,9 +113,9 @@ private:
         outer.count += node.value()->count;
         outer.depth = qMax(outer.depth, node.value()->depth + 1);
         if (outer.depth > limits::ValueDepth)
-            throw Refusal{where, QStringLiteral("not read: nested too deep")};
+            throw Rejection{where, QStringLiteral("not read: nested too deep")};
         if (outer.count > limits::Values)
-            throw Refusal{
+            throw Rejection{
                 where,
                 QStringLiteral("more than %1 values, including those that aliases refer to").arg(limits::Values)};
     }
@@ -133,7 +133,7 @@ YamlNode parsed(const QByteArray &data)
     Builder second;
     const bool hasFirst = parser.HandleNextDocument(first);
     if (hasFirst && parser.HandleNextDocument(second))
-        throw Refusal{second.root().definition(), QStringLiteral("a second document; a file holds one")};
+        throw Rejection{second.root().definition(), QStringLiteral("a second document; a file holds one")};
     return hasFirst ? first.root() : YamlNode(std::make_shared<YamlNode::Value>());
 }
 
@@ -179,7 +179,7 @@ void requireUtf8(const QByteArray &data)
     const auto lines = data.split('\n');
     for (int line = 0; line < lines.size(); ++line) {
         if (!isUtf8(lines.at(line)))
-            throw Refusal{{line + 1, charactersBeforeFailure(lines.at(line)) + 1}, QStringLiteral("not UTF-8")};
+            throw Rejection{{line + 1, charactersBeforeFailure(lines.at(line)) + 1}, QStringLiteral("not UTF-8")};
     }
 }
 
@@ -213,8 +213,8 @@ std::optional<YamlNode> parseYaml(const QByteArray &data, DiagnosticCollector &d
     try {
         requireUtf8(data);
         return parsed(data);
-    } catch (const Refusal &refusal) {
-        diagnostics.add(refusal.where, refusal.text);
+    } catch (const Rejection &rejection) {
+        diagnostics.add(rejection.where, rejection.text);
     } catch (const YAML::DeepRecursion &e) {
         diagnostics.add(locationOf(e.mark), QStringLiteral("not read: nested too deep"));
     } catch (const YAML::Exception &e) {
