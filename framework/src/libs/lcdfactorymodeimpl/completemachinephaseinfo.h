@@ -30,13 +30,16 @@ struct CompleteMachinePhaseInfo
     bool rightBtnVisible = true;
     QString statusIcon;
     bool statusIconVisible = false;
-    /// The button with the focus: 0 for the right one, any other value for the left one.
+    /// The button that gets the focus: 0 for the right one, any other value for the left one. Not a value of the
+    /// frame's FocusType, in which 0 is the left button.
     int focusLeftBtn = 0;
     bool keyEventsEnabled = true;
     bool noPassBtnClickable = true;
     bool stepTitleVisible = true;
     /// If true, the page keeps its step lines and marks, and `steps` is ignored.
     bool keepSteps = false;
+    /// The panel mode that the page sets on the device. Every value but KeepPanelMode is set, also the initial value
+    /// -1.
     std::int32_t panelMode = -1;
 };
 

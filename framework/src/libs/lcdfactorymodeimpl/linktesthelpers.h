@@ -63,7 +63,7 @@ template <class Service>
 void subscribeToLinks(Service &service, const std::string &subscriber, const std::function<void(std::any)> &report,
                       const std::function<void(std::any)> &changed)
 {
-    constexpr int Mode = 2;
+    constexpr int Mode = 2; // the value that the device requires; its meaning is unknown
     service.registerReportCallback(subscriber, Mode, report);
     service.registerChangedCallback(subscriber, Mode, changed);
 }

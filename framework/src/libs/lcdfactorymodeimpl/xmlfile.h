@@ -8,15 +8,15 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Opens, reads and checks a configuration file. Both parsers use it. It holds the name of the parser, such as
-/// "[FactoryMenuConfigParser]", with which each of its log lines begins. May be used on any thread.
+/// Opens, reads and checks a configuration file. Both parsers use it. Each of its log lines begins with
+/// the name of the parser, such as "[FactoryMenuConfigParser]". May be used on any thread.
 class XmlFile
 {
 public:
     explicit constexpr XmlFile(const char *parser) : m_parser(parser) {}
 
-    /// Returns the content of the file, or nothing after a warning. Of a file that is too large to be parsed, only the
-    /// beginning is read. A path that is neither a file nor a directory is refused, because reading from it might never
+    /// Returns the content of the file, or nothing after a warning. If the file is too large to be parsed, reads only
+    /// its beginning. A path that is neither a file nor a directory is refused, because reading from it might never
     /// end.
     std::optional<QByteArray> read(const QString &path) const;
 

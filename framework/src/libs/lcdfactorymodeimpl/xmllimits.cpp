@@ -96,10 +96,10 @@ private:
     Entities m_parameterEntities;
     std::vector<Scope> m_scopes; // one for each open element
 
-    Count m_levels{"levels", 512};
+    Count m_levels{"levels", XmlLevelLimit};
     Count m_characters{"characters", XmlCharacterLimit};
-    Count m_nodes{"nodes", qint64(128) * 1024};
-    Count m_comparisons{"comparisons of names", qint64(16) * 1024 * 1024};
+    Count m_nodes{"nodes", XmlNodeLimit};
+    Count m_comparisons{"comparisons of names", XmlComparisonLimit};
     std::optional<XmlLimitViolation> m_violation;
 };
 

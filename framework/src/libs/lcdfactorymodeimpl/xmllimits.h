@@ -6,8 +6,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-// QDomDocument takes stack for each level of nesting, and memory and time without bound for what entities, attributes
-// and namespaces make of a small file. checkXmlLimits() keeps it within a stack of 256 KiB and 64 MiB of memory. It
+// QDomDocument needs stack for each level of nesting. Entities, attributes and namespaces can make it use unlimited
+// memory and time even for a small file. checkXmlLimits() keeps it within a stack of 256 KiB and 64 MiB of memory. It
 // reads the text once, from start to end, builds nothing, and counts four things:
 //
 //   levels       open elements, or open brackets in a declaration. The parser takes stack for each.
@@ -37,9 +37,14 @@ namespace LCD::FactoryModeImpl {
 // - Counting bytes, with the longest entity for each '&', refuses documents that QDomDocument takes: a few hundred
 //   references to an entity with one tag look like a few hundred levels.
 
-/// The longest document that is read, in bytes, and in characters once it is decoded.
+/// The size of the longest file that is parsed, in bytes.
 constexpr int XmlSizeLimit = 4 * 1024 * 1024;
+
+// The limits of the four counts.
+constexpr int XmlLevelLimit = 512;
 constexpr int XmlCharacterLimit = 2 * 1024 * 1024;
+constexpr int XmlNodeLimit = 128 * 1024;
+constexpr int XmlComparisonLimit = 16 * 1024 * 1024;
 
 /// Which limit a document passes, and where. Line and column count from 1.
 struct XmlLimitViolation
