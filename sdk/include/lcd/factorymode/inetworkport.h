@@ -13,6 +13,7 @@ class INetworkPort
 {
 public:
     /// Registers @p callback for reports: the state of all ports, sent after the registration and after each request.
+    /// @p mode must be 2, the value that the device requires. Its meaning is unknown.
     virtual void registerReportCallback(const std::string &subscriber, int mode,
                                         const std::function<void(std::any)> &callback) = 0;
     /// Reserves its position in the interface. The component never calls it.

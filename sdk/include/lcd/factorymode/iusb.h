@@ -13,6 +13,7 @@ class IUSB
 {
 public:
     /// Registers @p callback for reports: the state of all nodes, sent after the registration and after each request.
+    /// @p mode must be 2, the value that the device requires. Its meaning is unknown.
     virtual void registerReportCallback(const std::string &subscriber, int mode,
                                         const std::function<void(std::any)> &callback) = 0;
     /// Registers @p callback for changed events, sent when a link has changed.
