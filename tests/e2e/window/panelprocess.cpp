@@ -10,6 +10,25 @@ static QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+static bool isAction(const QJsonObject &entry)
+{
+    return entry.value(QStringLiteral("kind")).toString() == QLatin1String("action");
+}
+
+// A click that takes longer than a press is journaled as "hold" and "release", and nothing responds to the second.
+static bool getsResponse(const QJsonObject &entry)
+{
+    return isAction(entry) && entry.value(QStringLiteral("name")).toString() != QLatin1String("release");
+}
+
+// Entries after which the LCD or the keys show the result of an action.
+static bool isResponse(const QJsonObject &entry)
+{
+    const QString name = entry.value(QStringLiteral("name")).toString();
+    return name == QLatin1String("screen") || name == QLatin1String("testPatternDisplay")
+        || name == QLatin1String("lcdKeyboardEvent.setKeyLed");
+}
+
 PanelProcess::~PanelProcess()
 {
     m_process.kill();
@@ -106,6 +125,17 @@ int PanelProcess::count(const QString &kind, const QString &name) const
         return entry.value(QStringLiteral("kind")).toString() == kind
             && entry.value(QStringLiteral("name")).toString() == name;
     }));
+}
+
+int PanelProcess::actionCount() const
+{
+    return int(std::count_if(m_entries.cbegin(), m_entries.cend(), getsResponse));
+}
+
+bool PanelProcess::hasRespondedToLastAction() const
+{
+    const auto action = std::find_if(m_entries.crbegin(), m_entries.crend(), getsResponse);
+    return std::any_of(m_entries.crbegin(), action, isResponse);
 }
 
 QRect PanelProcess::place(const QString &control) const

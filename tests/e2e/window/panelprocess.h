@@ -36,6 +36,10 @@ public:
     /// The key whose LED was made to blink last and hasn't been answered; -1 when there is none.
     int blinkingKey() const { return m_blinkingKey; }
     int count(const QString &kind, const QString &name) const;
+    /// Returns the number of the operator's actions. A click on a key is one, however long it takes.
+    int actionCount() const;
+    /// Returns whether the LCD or the keys show the result of the last action.
+    bool hasRespondedToLastAction() const;
 
     QRect place(const QString &control) const;
     void click(const QString &control) const { m_xServer.click(place(control).center()); }

@@ -30,6 +30,7 @@ private:
     void finishPhases();
     bool act();
     void calibrate();
+    void waitForActions(int count);
 
     XServer m_xServer;
     std::unique_ptr<PanelProcess> m_panel;
@@ -146,16 +147,27 @@ void TestWindow::speedIsChosen()
         30000);
 }
 
-// What an operator does next, from what the LCD shows and which key blinks. False when there is nothing to do yet.
+// Waits for the component's response to the action with the given number. Otherwise the next action would follow a
+// screen that is no longer shown.
+void TestWindow::waitForActions(int count)
+{
+    QTRY_VERIFY_WITH_TIMEOUT((m_panel->poll(), m_panel->actionCount() >= count && m_panel->hasRespondedToLastAction()),
+                             20000);
+}
+
+// Does what an operator does next, from what the LCD shows and which key blinks. Returns false if there is nothing to
+// do yet.
 bool TestWindow::act()
 {
     const int key = m_panel->blinkingKey();
+    const int actions = m_panel->actionCount();
     if (m_panel->screen().value(text("titleIcon")).toString() == text("ButtonFunction") && key >= 0)
         m_panel->click(QStringLiteral("key-%1").arg(key));
     else if (!m_panel->caption("right").isEmpty())
         m_xServer.type(text("Return"));
     else
         return false;
+    waitForActions(actions + 1);
     return true;
 }
 
@@ -164,11 +176,13 @@ void TestWindow::calibrate()
     const QRect bar = m_panel->place(text("tbar"));
     const int top = bar.top() + 10;
     const int bottom = bar.bottom() - 60;
+    const int actions = m_panel->actionCount();
     for (const int y : {top, bottom, top, bottom, top, bottom}) {
         m_xServer.type(text("Return"));
         m_xServer.click({bar.center().x(), y});
     }
     m_xServer.type(text("Return"));
+    waitForActions(actions + 13);
 }
 
 void TestWindow::finishPhases()
@@ -180,8 +194,10 @@ void TestWindow::finishPhases()
         const bool isTBar = m_panel->screen().value(text("titleIcon")).toString().startsWith(text("fc_tbar"));
         if (isTBar && !std::exchange(isCalibrated, true))
             calibrate();
-        const bool acted = act();
-        QVERIFY2(QTest::qWaitFor([this] { return m_panel->poll(); }, 20000) || !acted, "Nothing happened for 20 s.");
+        if (!act())
+            QVERIFY2(QTest::qWaitFor([this] { return m_panel->poll(); }, 20000), "Nothing happened for 20 s.");
+        if (QTest::currentTestFailed())
+            return;
     }
 }
 
