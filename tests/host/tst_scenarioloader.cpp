@@ -238,24 +238,24 @@ void ScenarioLoaderTest::limitsStandInTheManual()
     const auto table = manual.section(QStringLiteral("## Limits"), 1).section(QStringLiteral("\n## "), 0, 0);
     const auto number = [](qint64 value) { return QLocale(QLocale::English).toString(value); };
     const QStringList rows{
-        QStringLiteral("a duration | %1h").arg(limits::DurationHours),
+        QStringLiteral("a duration | %1 days (%2h)").arg(limits::DurationHours / 24).arg(limits::DurationHours),
         QStringLiteral("`times` of a step or a repeat, `max` of `walk-keys` | %1").arg(number(limits::Times)),
         QStringLiteral("`times` of `call`, `event`, `signal` and `log-line` | %1").arg(number(limits::JournalTimes)),
-        QStringLiteral("repeats inside each other | %1").arg(limits::RepeatDepth),
-        QStringLiteral("`not` inside each other | %1").arg(limits::NotDepth),
+        QStringLiteral("nesting depth of `repeat` | %1").arg(limits::RepeatDepth),
+        QStringLiteral("nesting depth of `not` | %1").arg(limits::NotDepth),
         QStringLiteral("steps, with those of all used files | %1").arg(number(limits::Steps)),
-        QStringLiteral("steps to play, repeats counted each time | %1").arg(number(limits::PlayedSteps)),
-        QStringLiteral("used files inside each other | %1").arg(limits::UsedDepth),
-        QStringLiteral("used files in all | %1").arg(limits::UsedFiles),
+        QStringLiteral("steps to play; a repeated step counts each time | %1").arg(number(limits::PlayedSteps)),
+        QStringLiteral("nesting depth of used files | %1").arg(limits::UsedDepth),
+        QStringLiteral("used files; a file counts each time that it is used | %1").arg(limits::UsedFiles),
         QStringLiteral("size of a file | %1 MiB").arg(limits::FileSize >> 20),
-        QStringLiteral("values of a file, including those that aliases refer to | %1").arg(number(limits::Values)),
-        QStringLiteral("lists and maps inside each other | %1").arg(limits::ValueDepth),
+        QStringLiteral("values of a file; the value of an alias counts each time | %1").arg(number(limits::Values)),
+        QStringLiteral("nesting depth of lists and maps | %1").arg(limits::ValueDepth),
         QStringLiteral("length of a screenshot's name | %1 characters").arg(limits::NameLength),
         QStringLiteral("`net-ports`, `usb-ports` | %1 each").arg(limits::Ports),
         QStringLiteral("`x` and `y` of a touch | %1").arg(number(limits::TouchPixel))};
     QStringList told;
     for (const auto &line : table.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        if (line.startsWith(QLatin1String("| ")) && line != QLatin1String("| At most | |"))
+        if (line.startsWith(QLatin1String("| ")) && line != QLatin1String("| Limit | At most |"))
             told << line.mid(2).chopped(2);
     }
     QCOMPARE(told, rows);

@@ -51,8 +51,9 @@ RunsCommandTest::Result RunsCommandTest::panelhost(const QStringList &arguments,
     environment.remove(QStringLiteral("PANELHOST_RECORDS"));
     if (!variable.isEmpty())
         environment.insert(QStringLiteral("PANELHOST_RECORDS"), variable);
-    if (!home.isEmpty())
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), home);
+    // Never the runs of the user who runs the tests.
+    static const QTemporaryDir emptyHome;
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home.isEmpty() ? emptyHome.path() : home);
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(PANELHOST), arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
