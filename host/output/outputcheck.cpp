@@ -1,6 +1,6 @@
 #include "output/outputcheck.h"
 
-#include "output/recordingheader.h"
+#include "output/recordingsignature.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>

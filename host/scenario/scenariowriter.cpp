@@ -1,6 +1,6 @@
 #include "scenario/scenariowriter.h"
 
-#include "output/recordingheader.h"
+#include "output/recordingsignature.h"
 #include "scenario/steptext.h"
 #include "yaml/duration.h"
 

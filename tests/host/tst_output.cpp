@@ -1,7 +1,7 @@
 #include "hosttest.h"
 #include "output/linefile.h"
 #include "output/outputcheck.h"
-#include "output/recordingheader.h"
+#include "output/recordingsignature.h"
 #include "output/replacefile.h"
 
 #include <QtCore/QDir>

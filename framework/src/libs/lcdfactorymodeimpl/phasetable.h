@@ -46,7 +46,7 @@ struct PhaseRow
     Phase phase;
     const char *titleKey;
     const char *titleIcon;
-    /// The icon of a port phase. It is set with the first screen and becomes visible with the first report.
+    /// The icon of a port phase. It is set with the first screen but hidden; the first report replaces it.
     const char *statusIcon;
     std::array<const char *, 3> stepKeys;
     PhaseButtons buttons;

@@ -1,4 +1,4 @@
-#include "output/recordingheader.h"
+#include "output/recordingsignature.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
