@@ -20,6 +20,8 @@ function(lcd_target target)
         # Qt's qCDebug(category) leaves the variable arguments of its macro out, which C++20 allows.
         target_compile_options(${target} PRIVATE -Wno-gnu-zero-variadic-macro-arguments)
     endif()
+    # All symbols are bound and made read-only at load, and no code is written to or lies on the stack.
+    target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)
     if(LCD_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()

@@ -15,7 +15,7 @@ RepairMode::RepairMode(QWidget *parent) : ILcdRepairMode(parent)
 // The test of an open page ends while the page is whole.
 RepairMode::~RepairMode()
 {
-    leavePage();
+    RepairMode::leavePage();
 }
 
 QStringList RepairMode::containerKeys() const

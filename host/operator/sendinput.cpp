@@ -80,7 +80,7 @@ void sendTouch(QWidget &widget, const QPoint &point)
     QWidget *inner = widget.childAt(point);
     const QPointer<QWidget> target = inner ? inner : &widget;
     const QPointF global = widget.mapToGlobal(point);
-    const QPointF local = target->mapFrom(&widget, point);
+    const QPointF local = inner ? inner->mapFrom(&widget, point) : point;
     sendMouse(target, QEvent::MouseButtonPress, local, global);
     if (target)
         sendMouse(target, QEvent::MouseButtonRelease, local, global);

@@ -65,8 +65,8 @@ public:
     {
         const auto changed = std::make_shared<Map>(*m_map);
         Listener<Args...> &listener = (*changed)[requester];
-        m_map = changed;
-        return listener;
+        m_map = changed; // keeps the map of the returned listener
+        return listener; // cppcheck-suppress returnReference
     }
 
     /// Returns the present map. Later registrations don't change it.
