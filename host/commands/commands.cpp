@@ -56,16 +56,12 @@ const QList<Command> &commands()
          QStringLiteral("prints the runs that were saved, or those of a journal"),
          QList<QCommandLineOption>{option("from", "The journal to derive the runs from.", "JOURNAL"),
                                    option("json", "Print one JSON object a line."),
-                                   option("csv", "Print comma-separated values."), recordsOption()}
-             + runFilterOptions(),
+                                   option("csv", "Print comma-separated values.")}
+             + recordsOptions() + runFilterOptions(),
          0, 0, false, runRuns},
-        {QStringLiteral("run"),
-         QStringLiteral("run ID"),
+        {QStringLiteral("run"), QStringLiteral("run ID"),
          QStringLiteral("prints everything about one saved run, with its journal"),
-         {option("journal", "Print the journal alone."), recordsOption()},
-         1,
-         1,
-         false,
+         QList<QCommandLineOption>{option("journal", "Print the journal alone.")} + recordsOptions(), 1, 1, false,
          runRun},
     };
     return table;

@@ -2,7 +2,7 @@
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
 #include "records/journalreader.h"
-#include "records/recordsplace.h"
+#include "records/openrecords.h"
 #include "records/runfilter.h"
 #include "records/runprinter.h"
 
@@ -37,22 +37,10 @@ bool printRunsOfJournal(const QString &path, RunPrinter &printer, QString *error
     return isWhole;
 }
 
-std::unique_ptr<RecordStore> openStore(const QCommandLineParser &parser, QString *error)
-{
-    const auto place = readRecordsPlace(parser, error);
-    if (!place)
-        return nullptr;
-    if (place->isNone()) {
-        *error = QStringLiteral("There are no run records: --records or PANELHOST_RECORDS is none.");
-        return nullptr;
-    }
-    return RecordStore::openExisting(place->path, error);
-}
-
 bool printRunsOfStore(const QCommandLineParser &parser, RunPrinter &printer, QString *error)
 {
     const auto filter = readRunFilter(parser, error);
-    const auto store = filter ? openStore(parser, error) : nullptr;
+    const auto store = filter ? openRecords(parser, error) : nullptr;
     if (!store
         || !store->read(
             *filter, [&printer](const Run &run) { printer.add(run); }, error))
@@ -81,7 +69,7 @@ int runRun(const CommandLine &line)
     const QUuid id = QUuid::fromString(line.arguments.first());
     if (id.isNull())
         return reportError(QStringLiteral("\"%1\" is no id of a run.").arg(line.arguments.first()));
-    const auto store = openStore(line.parser, &error);
+    const auto store = openRecords(line.parser, &error);
     const auto run = store ? store->run(id, &error) : std::nullopt;
     if (!error.isEmpty())
         return reportError(error);

@@ -13,12 +13,42 @@ QString defaultPath()
         + QStringLiteral("/panelhost/runs.sqlite");
 }
 
+std::optional<RecordsPlace> serverPlace(const QCommandLineParser &parser, const QString &name, const QString &value,
+                                        QString *error)
+{
+    const auto address = readServerAddress(value, error);
+    if (!address) {
+        *error = QStringLiteral("%1 %2. An address is postgresql://USER@HOST:PORT/DATABASE.").arg(name, *error);
+        return std::nullopt;
+    }
+    RecordsPlace place{address->localFile.isEmpty() ? defaultPath() : address->localFile, false, address};
+    const QString file = parser.value(QStringLiteral("records-password-file"));
+    if (file.isEmpty())
+        return place;
+    const auto password = readPasswordFile(file, error);
+    if (!password)
+        return std::nullopt;
+    place.server->password = *password;
+    return place;
 }
 
-QCommandLineOption recordsOption()
+// It may be an address with a password that lacks its beginning.
+QString withoutPassword(const QString &value)
 {
-    return {QStringLiteral("records"), QStringLiteral("Where runs are saved: sqlite:FILE or none."),
-            QStringLiteral("PLACE")};
+    return value.contains(QLatin1Char('@')) ? QStringLiteral("...") + value.mid(value.lastIndexOf(QLatin1Char('@')))
+                                            : value;
+}
+
+}
+
+QList<QCommandLineOption> recordsOptions()
+{
+    return {{QStringLiteral("records"),
+             QStringLiteral("Where runs are saved: sqlite:FILE, postgresql://USER@HOST/DATABASE or none."),
+             QStringLiteral("PLACE")},
+            {QStringLiteral("records-password-file"),
+             QStringLiteral("A file whose first line is the password for the server of --records."),
+             QStringLiteral("FILE")}};
 }
 
 std::optional<RecordsPlace> readRecordsPlace(const QCommandLineParser &parser, QString *error)
@@ -28,13 +58,16 @@ std::optional<RecordsPlace> readRecordsPlace(const QCommandLineParser &parser, Q
     const QString value =
         isOption ? parser.value(QStringLiteral("records")) : qEnvironmentVariable("PANELHOST_RECORDS");
     if (value.isEmpty())
-        return RecordsPlace{defaultPath(), true};
+        return RecordsPlace{defaultPath(), true, {}};
     if (value == QLatin1String("none"))
         return RecordsPlace{};
     const QString prefix = QStringLiteral("sqlite:");
     if (value.startsWith(prefix) && value.size() > prefix.size())
-        return RecordsPlace{QFileInfo(value.mid(prefix.size())).absoluteFilePath(), false};
-    *error = QStringLiteral("%1 is \"%2\"; it is sqlite:FILE or none.").arg(name, value);
+        return RecordsPlace{QFileInfo(value.mid(prefix.size())).absoluteFilePath(), false, {}};
+    if (isServerAddress(value))
+        return serverPlace(parser, name, value, error);
+    *error = QStringLiteral("%1 is \"%2\"; it is sqlite:FILE, postgresql://USER@HOST/DATABASE or none.")
+                 .arg(name, withoutPassword(value));
     return std::nullopt;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/serveraddress.h"
+
 #include <QtCore/QCommandLineOption>
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QString>
@@ -11,19 +13,20 @@ namespace panelhost {
 /// Where runs are saved.
 struct RecordsPlace
 {
-    QString path;           ///< of the SQLite file; empty: nowhere
-    bool isDefault = false; ///< nothing was said, by option or variable
+    QString path;                        ///< of the SQLite file; empty: nowhere
+    bool isDefault = false;              ///< neither the option nor the variable was given
+    std::optional<ServerAddress> server; ///< to which the runs in the file are sent
     bool isNone() const { return path.isEmpty(); }
 };
 
-/// The option --records.
-QCommandLineOption recordsOption();
+/// Returns the options --records and --records-password-file.
+QList<QCommandLineOption> recordsOptions();
 
-/// What --records says, else the variable PANELHOST_RECORDS, else the file in the user's data directory. Returns
-/// nullopt, with one sentence in @p error, if it is neither "none" nor "sqlite:FILE".
+/// Reads --records, else the variable PANELHOST_RECORDS; the default is the file in the user's data directory. Returns
+/// nullopt and sets @p error to a sentence if the value isn't valid. The sentence never contains a password.
 std::optional<RecordsPlace> readRecordsPlace(const QCommandLineParser &parser, QString *error);
 
-/// The options --unit, --station and --operator.
+/// Returns the options --unit, --station and --operator.
 QList<QCommandLineOption> identityOptions();
 
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "records/run.h"
-
-#include <QtSql/QSqlDatabase>
+#include "records/runtables.h"
 
 #include <functional>
 #include <memory>
@@ -15,13 +13,14 @@ struct RunFilter
     QString unit;
     QDateTime since; ///< begin, UTC
     std::optional<RunOutcome> outcome;
+    QDateTime before = {}; ///< begin, UTC
 };
 
-/// Runs in an SQLite file. Belongs to the thread that has opened it.
+/// Runs in an SQLite file or on a PostgreSQL server. Belongs to the thread that has opened it.
 class RecordStore
 {
 public:
-    static constexpr int SchemaVersion = 1;
+    static constexpr int SchemaVersion = StoreSchemaVersion;
 
     enum class Problem {
         None,
@@ -29,35 +28,63 @@ public:
         Failed    ///< the place or the disk: it may work later
     };
 
-    /// Opens the store at @p path and creates it, with its directory, if there is none. Returns nullptr, with one
-    /// sentence in @p error, if that can't be done; a file that can't be used isn't changed.
+    /// Whether a saved run waits to be sent to a server. Only files remember it.
+    enum class Forwarding {
+        None,
+        Pending
+    };
+
+    /// Opens the file at @p path and creates it, with its directory, if it doesn't exist. A file of an earlier version
+    /// is upgraded. Returns nullptr and sets @p error to a sentence on failure; a file that can't be used isn't
+    /// changed.
     static std::unique_ptr<RecordStore> open(const QString &path, QString *error, Problem *problem = nullptr);
-    /// The same, but returns nullptr if there is no file.
+    /// The same, but returns nullptr if the file doesn't exist.
     static std::unique_ptr<RecordStore> openExisting(const QString &path, QString *error, Problem *problem = nullptr);
-    ~RecordStore();
+    /// Connects to a server. Its tables must have this version.
+    static std::unique_ptr<RecordStore> openServer(const ServerAddress &address, QString *error);
     RecordStore(const RecordStore &) = delete;
     RecordStore &operator=(const RecordStore &) = delete;
 
-    QString path() const { return m_path; }
+    /// Returns the path of the file, or the address of the server without its password.
+    QString path() const { return m_connection->name(); }
+    /// For statements that this class doesn't have.
+    StoreConnection &connection() { return *m_connection; }
 
-    /// Saves @p run with @p journal, its part of the journal as lines, in one transaction, and counts its attempt. A
-    /// run that is there already stays as it is. Returns false, with one sentence in @p error, if nothing was saved.
+    /// Saves @p run with @p journal, its part of the journal as lines, in one transaction. A run that exists stays as
+    /// it is. Returns false and sets @p error to a sentence if nothing was saved.
     bool save(const Run &run, const QByteArray &journal, QString *error, Problem *problem = nullptr);
+    /// Saves all @p runs in one transaction. Returns false and sets @p error to a sentence if none was saved.
+    bool saveAll(const QVector<StoredRun> &runs, Forwarding forwarding, QString *error, Problem *problem = nullptr);
 
-    /// Calls @p listener with each run that @p filter lets through, by begin. False, with a sentence, on an error.
-    bool read(const RunFilter &filter, const std::function<void(const Run &)> &listener, QString *error) const;
-    /// Returns the run; nullopt, with @p error empty, if there is none.
-    std::optional<Run> run(const QUuid &id, QString *error) const;
-    /// The lines of the journal of a run.
-    QByteArray journal(const QUuid &id, QString *error) const;
+    /// Calls @p listener with each run that @p filter lets through, by begin. Returns false and sets @p error to a
+    /// sentence on an error. The listener may not use this store.
+    bool read(const RunFilter &filter, const std::function<void(const Run &)> &listener, QString *error);
+    /// Returns the run; nullopt, with @p error empty, if it doesn't exist.
+    std::optional<Run> run(const QUuid &id, QString *error);
+    /// Returns the lines of the journal of a run.
+    QByteArray journal(const QUuid &id, QString *error);
+    /// Returns the number of runs that @p filter lets through; -1 on an error.
+    qint64 count(const RunFilter &filter, QString *error);
+    /// Returns when the session of the run with the latest begin began; invalid if there is no run or on an error.
+    QDateTime latestSessionBegin();
+
+    /// Returns at most @p count of the runs that wait to be sent, in the order in which they were saved; nullopt on an
+    /// error. Only for files, as the next two.
+    std::optional<QVector<StoredRun>> pending(int count, QString *error);
+    /// Notes that the first @p runs of the waiting ones were sent.
+    bool removePending(const QVector<StoredRun> &runs, QString *error);
+    /// Returns the number of runs that wait to be sent; -1 on an error.
+    int pendingCount(QString *error);
 
 private:
-    RecordStore(const QString &path, const QString &connection);
-    bool connect(QString *error, Problem *problem);
-    bool insert(const Run &run, const QByteArray &journal, QString *error, Problem *problem);
+    explicit RecordStore(std::unique_ptr<StoreConnection> connection);
+    bool upgrade(QString *error, Problem *problem);
+    bool checkServer(QString *error);
+    bool insertAll(const QVector<StoredRun> &runs, Forwarding forwarding);
+    bool failed(QString *error, Problem *problem = nullptr) const;
+    std::optional<QByteArray> compressedJournal(const QUuid &id, QString *error);
 
-    QString m_path;
-    QString m_connection;
+    std::unique_ptr<StoreConnection> m_connection;
 };
 
 }

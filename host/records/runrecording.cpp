@@ -6,7 +6,7 @@ RunRecording::~RunRecording() = default;
 
 QList<QCommandLineOption> RunRecording::options()
 {
-    return QList<QCommandLineOption>{recordsOption()} + identityOptions();
+    return recordsOptions() + identityOptions();
 }
 
 bool RunRecording::open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener,

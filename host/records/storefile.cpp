@@ -1,6 +1,5 @@
 #include "records/storefile.h"
 
-#include "records/recordstore.h"
 #include "records/storeschema.h"
 
 #include <QtCore/QDir>
@@ -12,6 +11,7 @@
 #include <QtSql/QSqlQuery>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace panelhost {
@@ -37,14 +37,51 @@ qint64 pageSize(const QByteArray &header)
     return size == 1 ? 65536 : size;
 }
 
-// A rename lasts only when the directory has been written.
-void syncDirectory(const QString &path)
+/// The directory of a store while the store is created. Only one process at a time can have it.
+class LockedDirectory
 {
-    const int directory = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (directory < 0)
-        return;
-    ::fsync(directory);
-    ::close(directory);
+public:
+    // Some network file systems can't lock a directory.
+    explicit LockedDirectory(const QString &path)
+        : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+          m_isLocked(m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX) == 0)
+    {
+    }
+    ~LockedDirectory()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    Q_DISABLE_COPY(LockedDirectory)
+
+    bool isLocked() const { return m_isLocked; }
+    /// Makes a rename last.
+    void sync() const
+    {
+        if (m_descriptor >= 0)
+            ::fsync(m_descriptor);
+    }
+
+private:
+    const int m_descriptor;
+    const bool m_isLocked;
+};
+
+QString draftPrefix(const QString &path)
+{
+    return path + QStringLiteral(".new-");
+}
+
+// A process that was killed while it created the store has left them. With the directory locked, nobody writes to them.
+void removeDrafts(const QString &path)
+{
+    QDir directory = QFileInfo(path).dir();
+    const QString prefix = QFileInfo(draftPrefix(path)).fileName();
+    const QStringList names = directory.entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        if (name.startsWith(prefix))
+            directory.remove(name);
+    }
 }
 
 bool writeSchema(const QString &path, QString *error)
@@ -57,7 +94,7 @@ bool writeSchema(const QString &path, QString *error)
         done = database.open();
         QSqlQuery query(database);
         const QStringList statements = QStringList{QStringLiteral("PRAGMA synchronous=FULL"), QStringLiteral("BEGIN")}
-            + storeSchema() + QStringList{QStringLiteral("COMMIT"), QStringLiteral("PRAGMA journal_mode=WAL")};
+            + storeFileSchema() + QStringList{QStringLiteral("COMMIT"), QStringLiteral("PRAGMA journal_mode=WAL")};
         for (const QString &statement : statements)
             done = done && query.exec(statement);
         if (!done)
@@ -82,14 +119,19 @@ QString storeFileProblem(const QString &path)
     if (numberAt(header, ApplicationOffset) != StoreApplicationId)
         return QStringLiteral("%1 is a database, but not one of run records.").arg(path);
     const quint32 version = numberAt(header, VersionOffset);
-    if (version > RecordStore::SchemaVersion)
-        return QStringLiteral("%1 is of version %2; this panelhost knows versions up to %3.")
-            .arg(path)
-            .arg(version)
-            .arg(RecordStore::SchemaVersion);
+    if (version > StoreSchemaVersion)
+        return newerVersionProblem(path, static_cast<int>(version));
     if (file.size() < pageSize(header) * numberAt(header, PageCountOffset))
         return QStringLiteral("%1 is damaged: its end is missing.").arg(path);
     return {};
+}
+
+QString newerVersionProblem(const QString &name, int version)
+{
+    return QStringLiteral("%1 is of version %2; this panelhost knows versions up to %3.")
+        .arg(name)
+        .arg(version)
+        .arg(StoreSchemaVersion);
 }
 
 bool createStoreFile(const QString &path, QString *error)
@@ -99,12 +141,17 @@ bool createStoreFile(const QString &path, QString *error)
         *error = QStringLiteral("The directory %1 can't be made.").arg(directory);
         return false;
     }
-    const QString draft = path + QStringLiteral(".new-") + QUuid::createUuid().toString(QUuid::Id128);
+    const LockedDirectory locked(directory);
+    if (QFileInfo::exists(path))
+        return true;
+    if (locked.isLocked())
+        removeDrafts(path);
+    const QString draft = draftPrefix(path) + QUuid::createUuid().toString(QUuid::Id128);
     QString reason;
     bool done = writeSchema(draft, &reason);
     if (done) {
         done = QFile::rename(draft, path) || QFileInfo::exists(path);
-        syncDirectory(directory);
+        locked.sync();
     }
     for (const char *suffix : {"", "-journal", "-wal", "-shm"})
         QFile::remove(draft + QLatin1String(suffix));

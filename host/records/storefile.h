@@ -8,8 +8,11 @@ namespace panelhost {
 /// earlier one, in one sentence; empty if it is.
 QString storeFileProblem(const QString &path);
 
-/// Makes the store at @p path in one go: it is there whole or not at all. One that somebody else has made meanwhile is
-/// left as it is. Returns false, with one sentence in @p error, if there is none afterwards.
+/// Returns the sentence about a store of a version that this panelhost doesn't know.
+QString newerVersionProblem(const QString &name, int version);
+
+/// Creates the store at @p path: it exists completely or not at all. A file that another process has created meanwhile
+/// is left as it is. Returns false and sets @p error to a sentence if there is no store afterwards.
 bool createStoreFile(const QString &path, QString *error);
 
 /// "/a/runs-2.sqlite" for "/a/runs.sqlite" and 2.

@@ -7,7 +7,24 @@ namespace panelhost {
 /// Tells a store from other SQLite files: "PHRC".
 constexpr int StoreApplicationId = 0x50485243;
 
-/// The statements that make an empty store.
-QStringList storeSchema();
+/// The version of the schema that this panelhost reads and writes.
+constexpr int StoreSchemaVersion = 2;
+
+/// Where a store is kept. The tables are the same; the types and a few statements differ.
+enum class StoreKind {
+    File,  ///< an SQLite file
+    Server ///< a PostgreSQL database
+};
+
+/// Returns the statements that turn a store of version @p from into one of StoreSchemaVersion; 0 for an empty
+/// database. They don't store the version.
+QStringList storeMigration(StoreKind kind, int from);
+
+/// Returns the statements that create a store in an empty SQLite file, with its version.
+QStringList storeFileSchema();
+
+/// Returns the statements, each with its line end, that turn version @p from of a PostgreSQL database into
+/// StoreSchemaVersion and allow the role @p station to read and to add runs. To be executed by the owner.
+QString storeServerScript(int from, const QString &station);
 
 }

@@ -248,7 +248,7 @@ void RecordStoreTest::whatIsNoStoreIsRefused_data()
     QTest::addColumn<QString>("sentence");
     QTest::newRow("text") << q("text") << q(" is damaged, or no file of run records.");
     QTest::newRow("empty") << q("empty") << q(" is damaged, or no file of run records.");
-    QTest::newRow("newer") << q("newer") << q(" is of version 2; this panelhost knows versions up to 1.");
+    QTest::newRow("newer") << q("newer") << q(" is of version 3; this panelhost knows versions up to 2.");
     QTest::newRow("other") << q("other") << q(" is a database, but not one of run records.");
     QTest::newRow("short") << q("short") << q(" is damaged: its end is missing.");
     QTest::newRow("scrambled") << q("scrambled") << q(": database disk image is malformed.");
@@ -266,7 +266,7 @@ void RecordStoreTest::whatIsNoStoreIsRefused()
     else if (damage == q("empty"))
         content.clear();
     else if (damage == q("newer"))
-        content[63] = 2;
+        content[63] = 3;
     else if (damage == q("other"))
         content[70] = 0;
     else if (damage == q("short"))

@@ -1,0 +1,155 @@
+#include "records/storeconnection.h"
+
+#include <QtCore/QUuid>
+#include <QtSql/QSqlDatabase>
+#include <QtSql/QSqlDriver>
+
+#include <libpq-fe.h>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int BusyTimeout = 5000; // milliseconds: another panelhost may be saving
+
+// Result codes of SQLite: https://www.sqlite.org/rescode.html
+constexpr int CorruptCode = 11;
+constexpr int NotADatabaseCode = 26;
+
+// Errors of the server have several lines, some with "ERROR:" in front.
+QString oneLine(const QSqlError &error)
+{
+    QString text = (error.databaseText().isEmpty() ? error.driverText() : error.databaseText()).simplified();
+    for (const char *prefix : {"ERROR: ", "FATAL: "}) {
+        if (text.startsWith(QLatin1String(prefix)))
+            text.remove(0, static_cast<int>(qstrlen(prefix)));
+    }
+    while (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    return text;
+}
+
+}
+
+StoreRows::~StoreRows()
+{
+    if (m_query)
+        m_query->finish();
+}
+
+StoreConnection::StoreConnection(StoreKind kind, const QString &name)
+    : m_kind(kind), m_name(name), m_id(QUuid::createUuid().toString())
+{
+}
+
+StoreConnection::~StoreConnection()
+{
+    m_prepared.clear();
+    QSqlDatabase::removeDatabase(m_id);
+}
+
+bool StoreConnection::open(QSqlDatabase &database, QString *error)
+{
+    if (database.open())
+        return true;
+    m_error = database.lastError();
+    *error = errorText();
+    return false;
+}
+
+std::unique_ptr<StoreConnection> StoreConnection::openFile(const QString &path, QString *error)
+{
+    std::unique_ptr<StoreConnection> connection(new StoreConnection(StoreKind::File, path));
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection->m_id);
+    database.setDatabaseName(path);
+    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout));
+    return connection->open(database, error) ? std::move(connection) : nullptr;
+}
+
+bool StoreConnection::makeSafe()
+{
+    return m_kind == StoreKind::Server
+        || (executeOnce(QStringLiteral("PRAGMA synchronous=FULL"))
+            && executeOnce(QStringLiteral("PRAGMA foreign_keys=ON")));
+}
+
+std::unique_ptr<StoreConnection> StoreConnection::openServer(const ServerAddress &address, QString *error)
+{
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
+        *error = QStringLiteral("%1: Qt has no driver for PostgreSQL; on Debian it is in the package libqt5sql5-psql.")
+                     .arg(address.displayName());
+        return nullptr;
+    }
+    std::unique_ptr<StoreConnection> connection(new StoreConnection(StoreKind::Server, address.displayName()));
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection->m_id);
+    database.setHostName(address.host);
+    database.setPort(address.port);
+    database.setDatabaseName(address.database);
+    database.setUserName(address.user);
+    database.setPassword(address.password);
+    database.setConnectOptions(address.connectOptions());
+    return connection->open(database, error) ? std::move(connection) : nullptr;
+}
+
+// The rows of a file come one by one; those of a server are read at once, because it takes one statement at a time.
+StoreRows StoreConnection::execute(const QString &statement, const QVariantList &values)
+{
+    auto found = m_prepared.find(statement);
+    if (found == m_prepared.end()) {
+        QSqlQuery query(QSqlDatabase::database(m_id, false));
+        query.setForwardOnly(m_kind == StoreKind::File);
+        if (!query.prepare(statement)) {
+            m_error = query.lastError();
+            return StoreRows(nullptr);
+        }
+        found = m_prepared.insert(statement, query);
+    }
+    for (int index = 0; index < values.size(); ++index)
+        found->bindValue(index, values.at(index));
+    if (found->exec())
+        return StoreRows(&*found);
+    m_error = found->lastError();
+    return StoreRows(nullptr);
+}
+
+bool StoreConnection::executeOnce(const QString &statement)
+{
+    QSqlQuery query(QSqlDatabase::database(m_id, false));
+    if (query.exec(statement))
+        return true;
+    m_error = query.lastError();
+    return false;
+}
+
+bool StoreConnection::begin()
+{
+    return executeOnce(m_kind == StoreKind::File ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
+}
+
+// Keeps the error that led to it.
+void StoreConnection::rollback()
+{
+    QSqlQuery(QSqlDatabase::database(m_id, false)).exec(QStringLiteral("ROLLBACK"));
+}
+
+QString StoreConnection::errorText() const
+{
+    return QStringLiteral("%1: %2.").arg(m_name, oneLine(m_error));
+}
+
+bool StoreConnection::isDamaged() const
+{
+    const int code = m_error.nativeErrorCode().toInt() & 0xff;
+    return m_kind == StoreKind::File && (code == CorruptCode || code == NotADatabaseCode);
+}
+
+int StoreConnection::socket() const
+{
+    if (m_kind == StoreKind::File)
+        return -1;
+    const QVariant handle = QSqlDatabase::database(m_id, false).driver()->handle();
+    return qstrcmp(handle.typeName(), "PGconn*") == 0 ? PQsocket(*static_cast<PGconn *const *>(handle.constData()))
+                                                      : -1;
+}
+
+}

@@ -1,0 +1,283 @@
+#include "records/recordstore.h"
+#include "records/storefile.h"
+#include "runfactory.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+using namespace panelhost;
+
+/// The versions of the schema: how files of earlier versions are upgraded, and that queries use the indices.
+class StoreSchemaTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anEarlierFileIsUpgraded_data();
+    void anEarlierFileIsUpgraded();
+    void anUpgradedFileHasTheTablesOfANewOne();
+    void anUpgradeThatFailsChangesNothing();
+    void aNewerVersionInTheLogIsRefused();
+    void leftoversOfAKilledProcessAreRemoved();
+    void queriesUseAnIndex_data();
+    void queriesUseAnIndex();
+    void attemptsAreCountedByBegin();
+    void manyRunsAreReadInPages();
+    void theServersTablesAreTheSame();
+};
+
+namespace {
+
+QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+QString copyOfVersion(int version, const QTemporaryDir &directory)
+{
+    const QString path = directory.filePath(q("runs.sqlite"));
+    QFile::copy(q(LCD_SOURCE_DIR "/tests/records/data/schema-%1.sqlite").arg(version), path);
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return path;
+}
+
+QStringList texts(StoreConnection &connection, const QString &query)
+{
+    QStringList list;
+    StoreRows rows = connection.execute(query);
+    while (rows && rows.next())
+        list << rows.value(0).toString();
+    return list;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+}
+
+void StoreSchemaTest::anEarlierFileIsUpgraded_data()
+{
+    QTest::addColumn<int>("version");
+    for (int version = 1; version < RecordStore::SchemaVersion; ++version)
+        QTest::addRow("version %d", version) << version;
+}
+
+void StoreSchemaTest::anEarlierFileIsUpgraded()
+{
+    QFETCH(int, version);
+    const QTemporaryDir directory;
+    QString error;
+    const QString path = copyOfVersion(version, directory);
+    const auto store = RecordStore::openExisting(path, &error);
+    QVERIFY2(store, qPrintable(error));
+    QCOMPARE(texts(store->connection(), q("PRAGMA user_version")),
+             QStringList{QString::number(RecordStore::SchemaVersion)});
+    QStringList found;
+    QVERIFY(store->read(
+        {},
+        [&found](const Run &run) {
+            found << q("%1 %2 %3 %4 %5")
+                         .arg(run.session.unit, toText(run.kind), toText(run.outcome))
+                         .arg(run.attempt)
+                         .arg(run.phases.size());
+        },
+        &error));
+    found.sort();
+    QCOMPARE(found,
+             (QStringList{q(" machine failed 0 4"), q("A1 aging failed 1 0"), q("A1 machine aborted 4 1"),
+                          q("A1 machine failed 1 1"), q("A1 machine failed 2 1"), q("A1 machine passed 3 10"),
+                          q("A1 repair failed 1 1")}));
+    RunFilter filter;
+    filter.outcome = RunOutcome::Passed;
+    QByteArray journal;
+    QUuid passed;
+    QVERIFY(store->read(
+        filter, [&passed](const Run &run) { passed = run.kind == RunKind::Machine ? run.id : passed; }, &error));
+    journal = store->journal(passed, &error);
+    QVERIFY(journal.startsWith("{\"session\":"));
+    QVERIFY(journal.contains("USB port pass"));
+}
+
+void StoreSchemaTest::anUpgradedFileHasTheTablesOfANewOne()
+{
+    const QTemporaryDir directory;
+    QString error;
+    const auto upgraded = RecordStore::openExisting(copyOfVersion(1, directory), &error);
+    const auto created = RecordStore::open(directory.filePath(q("new.sqlite")), &error);
+    QVERIFY2(upgraded && created, qPrintable(error));
+    const QString query = q("SELECT type || ' ' || name || ' ' || coalesce(sql, '') FROM sqlite_schema ORDER BY 1");
+    const QStringList tables = texts(created->connection(), query);
+    QVERIFY(tables.size() >= 10);
+    QCOMPARE(texts(upgraded->connection(), query), tables);
+}
+
+// The name of a table of the new version is in use: the upgrade stops in its last statements.
+void StoreSchemaTest::anUpgradeThatFailsChangesNothing()
+{
+    const QTemporaryDir directory;
+    QString error;
+    const QString path = copyOfVersion(1, directory);
+    {
+        const auto connection = StoreConnection::openFile(path, &error);
+        QVERIFY(connection && connection->executeOnce(q("CREATE TABLE pending (number INTEGER)")));
+    }
+    auto problem = RecordStore::Problem::None;
+    QVERIFY(!RecordStore::openExisting(path, &error, &problem));
+    QVERIFY2(error.contains(q("table pending already exists")), qPrintable(error));
+    QCOMPARE(problem, RecordStore::Problem::Failed);
+    const auto connection = StoreConnection::openFile(path, &error);
+    QCOMPARE(texts(*connection, q("PRAGMA user_version")), QStringList{q("1")});
+    QCOMPARE(texts(*connection, q("SELECT max(attempt) FROM run")), QStringList{q("4")});
+}
+
+// As long as another process has the file open, its new version may be in the log and not yet in the header.
+void StoreSchemaTest::aNewerVersionInTheLogIsRefused()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(q("runs.sqlite"));
+    QString error;
+    QVERIFY(createStoreFile(path, &error));
+    const QByteArray before = contentOf(path);
+    const auto newer = StoreConnection::openFile(path, &error);
+    QVERIFY(newer->executeOnce(q("PRAGMA user_version=%1").arg(RecordStore::SchemaVersion + 1)));
+    QCOMPARE(contentOf(path), before);
+    auto problem = RecordStore::Problem::None;
+    QVERIFY(!RecordStore::openExisting(path, &error, &problem));
+    QCOMPARE(error, q("%1 is of version 3; this panelhost knows versions up to 2.").arg(path));
+    QCOMPARE(problem, RecordStore::Problem::Unusable);
+    QCOMPARE(texts(*newer, q("PRAGMA user_version")), QStringList{q("3")});
+}
+
+void StoreSchemaTest::leftoversOfAKilledProcessAreRemoved()
+{
+    const QTemporaryDir directory;
+    const QStringList leftovers{q("runs.sqlite.new-1"), q("runs.sqlite.new-1-journal"), q("runs.sqlite.new-2-wal")};
+    const QStringList others{q("other.sqlite.new-1"), q("runs-2.sqlite")};
+    for (const QString &name : leftovers + others) {
+        QFile file(directory.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    QString error;
+    QVERIFY2(createStoreFile(directory.filePath(q("runs.sqlite")), &error), qPrintable(error));
+    QStringList left = QDir(directory.path()).entryList(QDir::Files);
+    left.sort();
+    QCOMPARE(left, (QStringList{q("other.sqlite.new-1"), q("runs-2.sqlite"), q("runs.sqlite")}));
+}
+
+void StoreSchemaTest::queriesUseAnIndex_data()
+{
+    QTest::addColumn<QString>("condition");
+    QTest::addColumn<QString>("index");
+    QTest::newRow("unit") << q("WHERE unit = 'A1' ORDER BY begin, position, id LIMIT 100") << q("run_unit");
+    QTest::newRow("all") << q("ORDER BY begin, position, id LIMIT 100") << q("run_begin");
+    QTest::newRow("next page") << q(
+        "WHERE (begin, position, id) > ('2026', 1, 'a') ORDER BY begin, position, id LIMIT 100")
+                               << q("run_begin");
+    QTest::newRow("since") << q("WHERE begin >= '2026' ORDER BY begin, position, id LIMIT 100") << q("run_begin");
+    QTest::newRow("outcome") << q("WHERE outcome = 'failed' ORDER BY begin, position, id LIMIT 100")
+                             << q("run_outcome");
+}
+
+void StoreSchemaTest::queriesUseAnIndex()
+{
+    QFETCH(QString, condition);
+    QFETCH(QString, index);
+    const QTemporaryDir directory;
+    QString error;
+    const auto store = RecordStore::open(directory.filePath(q("runs.sqlite")), &error);
+    QVERIFY2(store, qPrintable(error));
+    QStringList plan;
+    StoreRows rows =
+        store->connection().execute(q("EXPLAIN QUERY PLAN ") + selectRuns() + QLatin1Char(' ') + condition);
+    while (rows.next())
+        plan << rows.value(3).toString();
+    const QString text = plan.join(QLatin1Char('\n'));
+    QVERIFY2(plan.first().contains(q("USING INDEX ") + index), qPrintable(text));
+    // The attempts of a row: only the runs of its unit.
+    QVERIFY2(text.contains(q("SEARCH earlier USING COVERING INDEX run_unit"))
+                 || text.contains(q("SEARCH earlier USING INDEX run_unit")),
+             qPrintable(text));
+}
+
+// A run that arrives late, from a station that could not send it, has its place among the others.
+void StoreSchemaTest::attemptsAreCountedByBegin()
+{
+    const QTemporaryDir directory;
+    QString error;
+    const auto store = RecordStore::open(directory.filePath(q("runs.sqlite")), &error);
+    Run late;
+    late.id = QUuid::createUuid();
+    late.session.id = QUuid::createUuid();
+    late.session.unit = q("A1");
+    late.session.begin = QDateTime({2026, 3, 2}, {8, 0}, Qt::UTC);
+    late.position = 1;
+    Run early = late;
+    early.id = QUuid::createUuid();
+    early.session.begin = late.session.begin.addDays(-1);
+    QVERIFY(store->save(late, {}, &error));
+    QCOMPARE(store->run(late.id, &error)->attempt, 1);
+    QVERIFY(store->save(early, {}, &error));
+    QCOMPARE(store->run(early.id, &error)->attempt, 1);
+    QCOMPARE(store->run(late.id, &error)->attempt, 2);
+}
+
+void StoreSchemaTest::manyRunsAreReadInPages()
+{
+    constexpr int Count = 250;
+    const QTemporaryDir directory;
+    QString error;
+    const auto store = RecordStore::open(directory.filePath(q("runs.sqlite")), &error);
+    RunFactory factory(Count);
+    QVector<StoredRun> runs;
+    QHash<QUuid, QJsonObject> expected;
+    for (int index = 0; index < Count; ++index) {
+        Run run = factory.run(index);
+        // All in three milliseconds: the pages end between runs of the same begin.
+        run.session.begin = QDateTime({2026, 3, 1}, {8, 0}, Qt::UTC).addMSecs(index % 3);
+        run.session.unit.clear();
+        run.wrongKeys = {1, index};
+        run.failures.append({5, {q("net1"), q("usb2")}});
+        runs.append({run, qCompress("x")});
+        expected.insert(run.id, run.toJson());
+    }
+    QVERIFY2(store->saveAll(runs, RecordStore::Forwarding::None, &error), qPrintable(error));
+    QVector<QDateTime> begins;
+    QVERIFY(store->read(
+        {},
+        [&](const Run &run) {
+            QCOMPARE(run.toJson(), expected.take(run.id));
+            begins << run.beginUtc();
+        },
+        &error));
+    QCOMPARE(begins.size(), Count);
+    QVERIFY(expected.isEmpty());
+    QVERIFY(std::is_sorted(begins.begin(), begins.end()));
+    QCOMPARE(store->count({}, &error), Count);
+}
+
+// Only the types differ, and what files alone have.
+void StoreSchemaTest::theServersTablesAreTheSame()
+{
+    QStringList server = storeMigration(StoreKind::Server, 0);
+    QStringList file;
+    for (QString statement : storeMigration(StoreKind::File, 0)) {
+        if (!statement.contains(q("pending")))
+            file << statement.remove(q(" WITHOUT ROWID"));
+    }
+    for (QString &statement : server)
+        statement.remove(q(" COLLATE \"C\"")).replace(q("BIGINT"), q("INTEGER")).replace(q("BYTEA"), q("BLOB"));
+    QCOMPARE(server, file);
+    const QString script = storeServerScript(0, q("st\"1"));
+    QVERIFY(script.contains(q("GRANT SELECT, INSERT ON run TO \"st\"\"1\";\n")));
+    QVERIFY(!script.contains(q("DELETE ON")) && !script.contains(q("GRANT ALL")));
+    QVERIFY(!storeServerScript(1, q("station")).contains(q("CREATE TABLE run ")));
+}
+
+QTEST_GUILESS_MAIN(StoreSchemaTest)
+
+#include "tst_storeschema.moc"
