@@ -7,7 +7,7 @@
 
 namespace {
 
-const QString CatalogueDirectory = QStringLiteral(":/lcdtranslator");
+const QString CatalogDirectory = QStringLiteral(":/lcdtranslator");
 const QString DefaultLanguage = QStringLiteral("en");
 
 }
@@ -43,10 +43,10 @@ veltor::trans::Translator *LCDFWTranslateManager::translator() const
 QStringList LCDFWTranslateManager::languages() const
 {
     QStringList codes;
-    const QFileInfoList catalogues =
-        QDir(CatalogueDirectory).entryInfoList({QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
-    for (const QFileInfo &catalogue : catalogues)
-        codes << catalogue.completeBaseName();
+    const QFileInfoList catalogs =
+        QDir(CatalogDirectory).entryInfoList({QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
+    for (const QFileInfo &catalog : catalogs)
+        codes << catalog.completeBaseName();
     return codes;
 }
 
@@ -59,7 +59,7 @@ bool LCDFWTranslateManager::setLanguage(const QString &code)
 {
     if (!languages().contains(code))
         return false;
-    if (!d->translator.load(QStringLiteral("%1/%2.qm").arg(CatalogueDirectory, code)))
+    if (!d->translator.load(QStringLiteral("%1/%2.qm").arg(CatalogDirectory, code)))
         return false;
     d->language = code;
     return true;

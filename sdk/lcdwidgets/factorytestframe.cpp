@@ -60,7 +60,7 @@ void FactoryTestFrame::clearAllSteps()
 
 void FactoryTestFrame::setStepIcon(int stepIndex, LCD::Widget::IconType icon)
 {
-    d->inbox().post([impl = d, stepIndex, icon] { impl->markStep(stepIndex, icon); });
+    d->queuedCalls().post([impl = d, stepIndex, icon] { impl->markStep(stepIndex, icon); });
 }
 
 void FactoryTestFrame::setLeftBtnText(const QString &text)
@@ -121,7 +121,7 @@ void FactoryTestFrame::setContentFontSize(int size)
 void FactoryTestFrame::log(const QString &text, FactoryTestRightFrame::FactoryTestLogType type,
                            FactoryTestRightFrame::FactoryTestLogLevel level) const
 {
-    d->inbox().post([impl = d, text, type, level] { impl->appendLog(text, type, level); });
+    d->queuedCalls().post([impl = d, text, type, level] { impl->appendLog(text, type, level); });
 }
 
 }

@@ -132,14 +132,14 @@ void FactoryTestFrame::Impl::setHeadingVisible(bool visible)
 
 void FactoryTestFrame::Impl::setSteps(const QVector<TestStep> &steps)
 {
-    m_inbox.deliver();
+    m_queuedCalls.deliver();
     m_steps->setSteps(steps);
     publishSteps();
 }
 
 void FactoryTestFrame::Impl::appendStep(const TestStep &step)
 {
-    m_inbox.deliver();
+    m_queuedCalls.deliver();
     m_steps->append(step);
     publishSteps();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "inbox.h"
 #include "lcd/widget/factorytestframe.h"
+#include "queuedcalls.h"
 #include "steplist.h"
 
 class QKeyEvent;
@@ -17,7 +17,7 @@ enum class FrameKey;
 
 /// The implementation of the frame: its child widgets, their layout, key events and focus. Each change updates the
 /// properties of the frame at once. The layout is updated when the event loop runs next. Use it on the GUI thread; only
-/// m_inbox is thread-safe.
+/// m_queuedCalls is thread-safe.
 class FactoryTestFrame::Impl : public QObject
 {
 public:
@@ -45,7 +45,7 @@ public:
 
     SoftButton *left() const { return m_left; }
     SoftButton *right() const { return m_right; }
-    Inbox &inbox() { return m_inbox; }
+    QueuedCalls &queuedCalls() { return m_queuedCalls; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -73,7 +73,7 @@ private:
     bool mayTakeKeyboard() const;
 
     FactoryTestFrame *m_frame;
-    Inbox m_inbox;
+    QueuedCalls m_queuedCalls;
     TitleBar *m_titleBar;
     FitLabel *m_heading;
     StepList *m_steps;

@@ -11,11 +11,11 @@ Translator::~Translator() = default;
 
 bool Translator::load(const QString &file)
 {
-    auto catalogue = std::make_unique<QTranslator>();
-    if (!catalogue->load(file))
+    auto catalog = std::make_unique<QTranslator>();
+    if (!catalog->load(file))
         return false;
     const std::unique_lock lock(m_mutex);
-    m_catalogue.swap(catalogue);
+    m_catalog.swap(catalog);
     return true;
 }
 
@@ -25,10 +25,9 @@ QString Translator::translate(const QString &context, const QString &section, co
     const QByteArray source = key.toUtf8();
     const QByteArray disambiguation = section.toUtf8();
     const std::shared_lock lock(m_mutex);
-    if (!m_catalogue)
+    if (!m_catalog)
         return key;
-    const QString text =
-        m_catalogue->translate(contextName.constData(), source.constData(), disambiguation.constData());
+    const QString text = m_catalog->translate(contextName.constData(), source.constData(), disambiguation.constData());
     return text.isNull() ? key : text;
 }
 

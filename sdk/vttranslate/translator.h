@@ -26,7 +26,7 @@ public:
 private:
     // A std lock, because the thread sanitizer doesn't see Qt's locks.
     mutable std::shared_mutex m_mutex;
-    std::unique_ptr<QTranslator> m_catalogue;
+    std::unique_ptr<QTranslator> m_catalog;
 };
 
 }

@@ -1,4 +1,4 @@
-// A library that is loaded into a running process and brings the frame and the catalogues along.
+// A library that is loaded into a running process and brings the frame and the catalogs along.
 
 #include "lcd/translate/lcdfwtranslatemanager.h"
 #include "lcd/widget/factorytestframe.h"

@@ -1,10 +1,10 @@
-#include "inbox.h"
+#include "queuedcalls.h"
 
 #include <QtCore/QThread>
 
 namespace LCD::Widget {
 
-void Inbox::post(Work work)
+void QueuedCalls::post(Work work)
 {
     bool wake = false;
     {
@@ -18,7 +18,7 @@ void Inbox::post(Work work)
         QMetaObject::invokeMethod(this, "deliver", Qt::QueuedConnection);
 }
 
-void Inbox::deliver()
+void QueuedCalls::deliver()
 {
     std::vector<Work> due;
     {

@@ -14,7 +14,7 @@ namespace {
 const QString Context = QStringLiteral("LCD::HomeWidgets");
 const QString Section = QStringLiteral("Global");
 
-/// Every key of the component and of the repair pages, in the order in which the catalogues hold them.
+/// Every key of the component and of the repair pages, in the order in which the catalogs hold them.
 QStringList allKeys()
 {
     return QStringLiteral("FCAging|FCScreenLight|FCScreenBadPixel|FCBtnLight|FCNet|FCUSB|FCAgeNetNoPass|"
@@ -52,7 +52,7 @@ struct Entry
 
 QVector<Entry> sourceEntries(const QString &language)
 {
-    QFile file(QStringLiteral(LCD_SOURCE_DIR "/sdk/lcdtranslator/catalogues/%1.ts").arg(language));
+    QFile file(QStringLiteral(LCD_SOURCE_DIR "/sdk/lcdtranslator/catalogs/%1.ts").arg(language));
     QDomDocument document;
     if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
         return {};
@@ -215,4 +215,4 @@ void TestCatalogues::translatesWhileTheLanguageChanges()
 }
 
 QTEST_GUILESS_MAIN(TestCatalogues)
-#include "tst_catalogues.moc"
+#include "tst_catalogs.moc"
