@@ -4,7 +4,7 @@ add_library(test_machine OBJECT machinebench.cpp machineoperator.cpp machinepage
 lcd_target(test_machine)
 target_link_libraries(test_machine PUBLIC lcdfactorymodeimpl test_page test_support test_virtualtime)
 
-foreach(topic testbiz phases links tbar buttons testwidget run threads races late)
+foreach(topic testbiz sequence links tbar buttons testwidget run threads races late)
     lcd_add_page_test(tst_completemachine${topic})
     target_link_libraries(tst_completemachine${topic} PRIVATE test_machine)
 endforeach()

@@ -1,5 +1,5 @@
+#include "completemachinescreens.h"
 #include "completemachinetestbiz_p.h"
-#include "phasescreens.h"
 #include "translation.h"
 
 #include <algorithm>

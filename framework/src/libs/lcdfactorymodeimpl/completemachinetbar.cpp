@@ -1,5 +1,5 @@
+#include "completemachinescreens.h"
 #include "completemachinetestbiz_p.h"
-#include "phasescreens.h"
 #include "translation.h"
 
 // The T-Bar phase of the complete machine test: its screen, its step lines and their marks.

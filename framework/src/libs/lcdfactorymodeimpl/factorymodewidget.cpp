@@ -29,7 +29,7 @@ enum class Wording {
 struct TitleRow
 {
     const char *key;
-    /// The title itself, or the catalogue's key for it.
+    /// The title itself, or the catalog's key for it.
     const char *title;
     Wording wording = Wording::Fixed;
 };

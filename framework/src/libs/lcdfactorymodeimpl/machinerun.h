@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phasetable.h"
+#include "completemachinephasetable.h"
 
 #include <mutex>
 #include <thread>

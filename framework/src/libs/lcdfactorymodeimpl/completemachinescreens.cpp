@@ -1,4 +1,4 @@
-#include "phasescreens.h"
+#include "completemachinescreens.h"
 
 #include "translation.h"
 
@@ -33,7 +33,7 @@ const char *rightCaptionKey(PhaseButtons buttons)
 }
 
 // The screen at the end of a run: one line and the button for a re-test.
-CompleteMachinePhaseInfo resultScreen(const char *titleKey, const char *lineKey, const QColor &color)
+CompleteMachinePhaseInfo endScreen(const char *titleKey, const char *lineKey, const QColor &color)
 {
     CompleteMachinePhaseInfo info;
     info.title = translated(QLatin1String(titleKey));
@@ -103,7 +103,7 @@ CompleteMachinePhaseInfo judgeScreen(Phase phase)
 
 CompleteMachinePhaseInfo failScreen()
 {
-    CompleteMachinePhaseInfo info = resultScreen("MachineMode", "FCNoPass", failRed());
+    CompleteMachinePhaseInfo info = endScreen("MachineMode", "FCNoPass", failRed());
     info.titleIcon = QStringLiteral("MachineMode");
     return info;
 }
@@ -111,7 +111,7 @@ CompleteMachinePhaseInfo failScreen()
 // Sets no title icon, so the page keeps that of the last phase.
 CompleteMachinePhaseInfo passScreen()
 {
-    return resultScreen("FCTestComplete", "FCTestPass", passGreen());
+    return endScreen("FCTestComplete", "FCTestPass", passGreen());
 }
 
 void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons)

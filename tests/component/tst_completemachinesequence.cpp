@@ -406,4 +406,4 @@ void CompleteMachinePhasesTest::laterPhasesStart_data()
 }
 
 VIRTUAL_TIME_TEST_MAIN(CompleteMachinePhasesTest)
-#include "tst_completemachinephases.moc"
+#include "tst_completemachinesequence.moc"

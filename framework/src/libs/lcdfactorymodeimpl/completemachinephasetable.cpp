@@ -1,4 +1,4 @@
-#include "phasetable.h"
+#include "completemachinephasetable.h"
 
 #include "completemachinephaseinfo.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "completemachinephaseinfo.h"
-#include "phasetable.h"
+#include "completemachinephasetable.h"
 
 namespace LCD::FactoryModeImpl {
 

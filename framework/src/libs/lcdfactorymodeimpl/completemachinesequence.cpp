@@ -1,6 +1,6 @@
+#include "completemachinescreens.h"
 #include "completemachinetestbiz_p.h"
 #include "levelsuffix.h"
-#include "phasescreens.h"
 #include "rollback.h"
 #include "statecodes.h"
 #include "translation.h"
