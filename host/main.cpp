@@ -2,9 +2,9 @@
 
 #include "application/display.h"
 #include "application/processsetup.h"
-#include "application/standardoutput.h"
 #include "commands/commandline.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 
 #include <QtWidgets/QApplication>
 

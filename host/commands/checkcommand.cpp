@@ -1,7 +1,7 @@
-#include "application/standardoutput.h"
 #include "check/checker.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>

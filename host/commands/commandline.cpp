@@ -1,8 +1,8 @@
 #include "commands/commandline.h"
 
-#include "application/standardoutput.h"
 #include "check/checker.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>

@@ -1,8 +1,8 @@
 #include "commands/commands.h"
 
-#include "records/recordsplace.h"
-#include "records/runfilter.h"
-#include "records/runrecording.h"
+#include "records/recordsoptions.h"
+#include "records/runfilteroptions.h"
+#include "records/runrecords.h"
 #include "window/windowoptions.h"
 
 #include <limits>
@@ -24,18 +24,18 @@ const QList<Command> &commands()
 {
     static const QList<Command> table = {
         {QString(), QStringLiteral("[options]"), QStringLiteral("opens the window"),
-         WindowOptions::commandLineOptions() + RunRecording::options(), 0, 0, true, runWindow},
+         WindowOptions::commandLineOptions() + RunRecords::options(), 0, 0, true, runWindow},
         {QStringLiteral("play"), QStringLiteral("play FILE..."), QStringLiteral("plays scenarios"),
          QList<QCommandLineOption>{option("report", "Write a report with screenshots to DIR.", "DIR"),
                                    option("journal", "Write the journal to FILE.", "FILE"),
                                    option("screenshots", "Write each screenshot to DIR.", "DIR"),
                                    option("realtime", "Play by the wall clock."),
                                    option("force", "Overwrite a recording.")}
-             + RunRecording::options(),
+             + RunRecords::options(),
          1, any, false, runPlay},
         {QStringLiteral("record"), QStringLiteral("record FILE"),
          QStringLiteral("opens the window and records your actions as a scenario"),
-         WindowOptions::commandLineOptions() + RunRecording::options(), 1, 1, true, runRecord},
+         WindowOptions::commandLineOptions() + RunRecords::options(), 1, 1, true, runRecord},
         {QStringLiteral("check"),
          QStringLiteral("check [DIR]"),
          QStringLiteral("checks the two XML files of a share directory"),

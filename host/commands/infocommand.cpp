@@ -1,6 +1,6 @@
-#include "application/standardoutput.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTextStream>

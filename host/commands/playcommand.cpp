@@ -4,7 +4,7 @@
 #include "diagnostics/reporterror.h"
 #include "playing/interruption.h"
 #include "playing/player.h"
-#include "records/runrecording.h"
+#include "records/runrecords.h"
 #include "scenario/scenarioloader.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
 }
 
 ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, bool isRealTime, PlayOutputs &outputs,
-                       RunRecording &recording, Progress &progress)
+                       RunRecords &recording, Progress &progress)
 {
     Player::Options options;
     options.isRealTime = isRealTime;
@@ -71,7 +71,7 @@ ScenarioResult notBegun(const Scenario &scenario)
 }
 
 ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, PlayOutputs &outputs,
-                        RunRecording &recording, Progress &progress)
+                        RunRecords &recording, Progress &progress)
 {
     ScenarioResults results;
     for (const auto &scenario : scenarios) {
@@ -112,9 +112,9 @@ int runPlay(const CommandLine &line)
     if (!loadAll(line, &scenarios))
         return reportError(QStringLiteral("Nothing was played."));
     PlayOutputs outputs(line, scenarios);
-    RunRecording recording;
+    RunRecords recording;
     const auto onProblem = [](const QString &sentence) { reportError(sentence); };
-    if (!recording.open(line.parser, RunRecording::Default::DoNotSave, onProblem, &error) || !outputs.open(&error))
+    if (!recording.open(line.parser, RunRecords::Default::DoNotSave, onProblem, &error) || !outputs.open(&error))
         return reportError(error);
     const Interruption interruption;
     Progress progress;

@@ -27,7 +27,7 @@ PlayOutputs::PlayOutputs(const CommandLine &line, const QVector<Scenario> &scena
     : m_report(line.parser.value(QStringLiteral("report"))),
       m_journalPath(line.parser.value(QStringLiteral("journal"))),
       m_screenshots(line.parser.value(QStringLiteral("screenshots"))),
-      m_force(line.parser.isSet(QStringLiteral("force"))), m_check(line.session)
+      m_force(line.parser.isSet(QStringLiteral("force"))), m_check(inputFiles(line.session))
 {
     for (const auto &scenario : scenarios) {
         for (const auto &file : scenario.files)

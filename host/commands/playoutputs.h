@@ -3,7 +3,7 @@
 #include "commands/commands.h"
 #include "output/linefile.h"
 #include "output/outputcheck.h"
-#include "playing/result.h"
+#include "playing/scenarioresult.h"
 #include "playing/screenshotnames.h"
 #include "scenario/scenario.h"
 

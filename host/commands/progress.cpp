@@ -1,6 +1,6 @@
 #include "commands/progress.h"
 
-#include "application/standardoutput.h"
+#include "output/standardoutput.h"
 
 #include <QtCore/QFileInfo>
 

@@ -2,7 +2,7 @@
 
 #include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
-#include "records/runrecording.h"
+#include "records/runrecords.h"
 #include "window/layoutdump.h"
 #include "window/panelwindow.h"
 #include "window/windowfiles.h"
@@ -43,7 +43,7 @@ void tellProblem(const QString &sentence)
 }
 
 // Nothing goes to a sink that is empty.
-Journal::Sink both(const Journal::Sink &file, RunRecording &recording)
+Journal::Sink both(const Journal::Sink &file, RunRecords &recording)
 {
     return [file, &recording](const Journal::Entry &entry) {
         if (file)
@@ -75,10 +75,9 @@ int runInWindow(const CommandLine &line, const QString &recording)
 {
     WindowOptions options;
     WindowFiles files;
-    RunRecording records;
+    RunRecords records;
     QString error;
-    if (!options.read(line.parser, &error)
-        || !records.open(line.parser, RunRecording::Default::Save, tellProblem, &error)
+    if (!options.read(line.parser, &error) || !records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)
         || !files.open(line.session, options, recording, &error))
         return reportError(error);
     Session::Options device = line.session;

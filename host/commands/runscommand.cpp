@@ -1,9 +1,9 @@
-#include "application/standardoutput.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 #include "records/journalreader.h"
 #include "records/openrecords.h"
-#include "records/runfilter.h"
+#include "records/runfilteroptions.h"
 #include "records/runprinter.h"
 
 #include <QtCore/QFile>

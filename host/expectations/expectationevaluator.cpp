@@ -3,7 +3,7 @@
 #include "expectations/journalproperties.h"
 #include "expectations/journalquerycounter.h"
 #include "expectations/properties.h"
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 #include "session/session.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "expectations/journalproperties.h"
 #include "expectations/properties.h"
-#include "scenario/limits.h"
+#include "yaml/limits.h"
 
 namespace panelhost {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "expectations/expectation.h"
-#include "scenario/devicenames.h"
+#include "session/devicenames.h"
 #include "yaml/yamlreader.h"
 
 namespace panelhost {

@@ -33,19 +33,11 @@ QString kindAndName(Journal::Kind kind, const QString &name)
 
 }
 
-JournalQueryCounter::JournalQueryCounter(const QVector<Step> &steps)
+JournalQueryCounter::JournalQueryCounter(const Expectations &expectations)
 {
-    addQueries(steps);
-}
-
-void JournalQueryCounter::addQueries(const QVector<Step> &steps)
-{
-    for (const auto &step : steps) {
-        for (const auto &expectation : step.expectations) {
-            if (isJournalProperty(expectation.property))
-                addQuery(expectation);
-        }
-        addQueries(step.steps);
+    for (const auto &expectation : expectations) {
+        if (isJournalProperty(expectation.property))
+            addQuery(expectation);
     }
 }
 

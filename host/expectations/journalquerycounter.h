@@ -1,7 +1,7 @@
 #pragma once
 
+#include "expectations/expectation.h"
 #include "journal/journal.h"
-#include "scenario/scenario.h"
 
 #include <QtCore/QHash>
 
@@ -15,8 +15,8 @@ namespace panelhost {
 class JournalQueryCounter
 {
 public:
-    /// Counts for the expectations in @p steps, including those in repeats.
-    explicit JournalQueryCounter(const QVector<Step> &steps);
+    /// Counts for those of @p expectations that query the journal.
+    explicit JournalQueryCounter(const Expectations &expectations);
 
     void add(const Journal::Entry &entry);
     /// Resets all counts, for a mark.
@@ -32,7 +32,6 @@ private:
         int count = 0;
     };
 
-    void addQueries(const QVector<Step> &steps);
     void addQuery(const Expectation &expectation);
 
     mutable std::mutex m_mutex;

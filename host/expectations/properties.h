@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/device.h"
-#include "scenario/devicenames.h"
+#include "session/devicenames.h"
 
 #include <QtCore/QVariant>
 

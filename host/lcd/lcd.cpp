@@ -1,6 +1,7 @@
 #include "lcd/lcd.h"
 
-#include "lcd/pages.h"
+#include "lcd/containerpage.h"
+#include "lcd/homepage.h"
 
 #include <QtCore/QFile>
 

@@ -7,15 +7,15 @@
 
 namespace panelhost {
 
-class Session;
+class OperatorTarget;
 
-/// Performs operator actions on the device of a session. GUI thread.
+/// Performs operator actions on a target, such as a session. GUI thread.
 class Operator : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Operator(Session &session);
+    explicit Operator(OperatorTarget &target);
 
     /// Performs @p action now and processes what is due after it. Returns false and sets @p error if the device has no
     /// such key, port or fault, or the page has no such button.
@@ -26,7 +26,7 @@ Q_SIGNALS:
     void performed(const panelhost::OperatorAction &action, panelhost::Milliseconds at);
 
 private:
-    Session &m_session;
+    OperatorTarget &m_target;
 };
 
 }

@@ -46,4 +46,9 @@ std::optional<OperatorAction::Kind> actionKind(const QString &name)
     return std::nullopt;
 }
 
+OperatorAction navigationAction(const QString &key)
+{
+    return {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), key}}};
+}
+
 }

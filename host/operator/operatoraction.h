@@ -40,6 +40,9 @@ struct OperatorAction
 QString actionName(OperatorAction::Kind kind);
 std::optional<OperatorAction::Kind> actionKind(const QString &name);
 
+/// Returns the action Navigate with @p key.
+OperatorAction navigationAction(const QString &key);
+
 }
 
 Q_DECLARE_METATYPE(panelhost::OperatorAction)

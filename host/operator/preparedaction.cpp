@@ -1,8 +1,8 @@
 #include "operator/preparedaction.h"
 
 #include "device/faults.h"
+#include "operator/operatortarget.h"
 #include "operator/sendinput.h"
-#include "session/session.h"
 
 #include <QtWidgets/QWidget>
 
@@ -27,14 +27,14 @@ PreparedAction accepted(const OperatorAction &action, const Arguments &arguments
     return {{action.kind, arguments}, std::move(run), {}};
 }
 
-PreparedAction navigate(Session &session, const OperatorAction &action)
+PreparedAction navigate(OperatorTarget &target, const OperatorAction &action)
 {
     const QString name = action.arguments.value(key()).toString();
     const std::optional<Qt::Key> code = navigationKey(name);
     if (!code)
         return rejected(QStringLiteral("There is no navigation key \"%1\"; there are %2.")
                             .arg(name, navigationKeys().join(QStringLiteral(", "))));
-    return accepted(action, {{key(), name}}, [&session, code] { sendKey(*session.lcd(), *code); });
+    return accepted(action, {{key(), name}}, [&target, code] { sendKey(*target.lcd(), *code); });
 }
 
 // Finds a key by its hal key or by its name.
@@ -49,38 +49,38 @@ const KeyState *findKey(const DeviceState &state, const QVariant &wanted)
     return nullptr;
 }
 
-PreparedAction panelKey(Session &session, const OperatorAction &action)
+PreparedAction panelKey(OperatorTarget &target, const OperatorAction &action)
 {
     const QVariant wanted = action.arguments.value(key());
-    const DeviceState state = session.device().state();
+    const DeviceState state = target.device().state();
     const KeyState *found = findKey(state, wanted);
     if (!found)
         return rejected(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
-    return accepted(action, {{key(), found->halKey}}, [&session, kind = action.kind, halKey = found->halKey] {
+    return accepted(action, {{key(), found->halKey}}, [&target, kind = action.kind, halKey = found->halKey] {
         if (kind != OperatorAction::Kind::Release)
-            session.device().setKeyDown(halKey, true);
+            target.device().setKeyDown(halKey, true);
         if (kind != OperatorAction::Kind::Hold)
-            session.device().setKeyDown(halKey, false);
+            target.device().setKeyDown(halKey, false);
     });
 }
 
-PreparedAction soft(Session &session, const OperatorAction &action)
+PreparedAction soft(OperatorTarget &target, const OperatorAction &action)
 {
     const QString side = action.arguments.value(QStringLiteral("side")).toString();
     if (side != QLatin1String("left") && side != QLatin1String("right"))
         return rejected(QStringLiteral("There is no soft button \"%1\"; there are left and right.").arg(side));
-    QWidget *button = findSoftButton(*session.lcd(), side);
+    QWidget *button = findSoftButton(*target.lcd(), side);
     if (!button)
         return rejected(QStringLiteral("The page shows no %1 button.").arg(side));
     return accepted(action, {{QStringLiteral("side"), side}},
                     [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
 }
 
-PreparedAction touch(Session &session, const OperatorAction &action)
+PreparedAction touch(OperatorTarget &target, const OperatorAction &action)
 {
     const QPoint point(action.arguments.value(QStringLiteral("x")).toInt(),
                        action.arguments.value(QStringLiteral("y")).toInt());
-    QWidget *lcd = session.lcd();
+    QWidget *lcd = target.lcd();
     if (!lcd->rect().contains(point))
         return rejected(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
                             .arg(point.x())
@@ -91,31 +91,31 @@ PreparedAction touch(Session &session, const OperatorAction &action)
                     [lcd, point] { sendTouch(*lcd, point); });
 }
 
-PreparedAction tbar(Session &session, const OperatorAction &action)
+PreparedAction tbar(OperatorTarget &target, const OperatorAction &action)
 {
     bool isNumber = false;
     const double position = action.arguments.value(QStringLiteral("position")).toDouble(&isNumber);
     if (!isNumber || !(position >= 0 && position <= 1))
         return rejected(QStringLiteral("The T-Bar's position is a number from 0 to 1."));
     return accepted(action, {{QStringLiteral("position"), position}},
-                    [&session, position] { session.device().setTBarPosition(position); });
+                    [&target, position] { target.device().setTBarPosition(position); });
 }
 
-PreparedAction port(Session &session, const OperatorAction &action)
+PreparedAction port(OperatorTarget &target, const OperatorAction &action)
 {
     const QString name = action.arguments.value(QStringLiteral("port")).toString();
-    const DeviceState state = session.device().state();
+    const DeviceState state = target.device().state();
     if (!findPort(state, name))
         return rejected(QStringLiteral("The device has no port \"%1\".").arg(name));
     const bool isBlock = action.kind == OperatorAction::Kind::Block || action.kind == OperatorAction::Kind::Unblock;
     if (isBlock && !name.startsWith(QLatin1String("usb")))
         return rejected(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
     const bool on = action.kind == OperatorAction::Kind::Plug || action.kind == OperatorAction::Kind::Block;
-    return accepted(action, {{QStringLiteral("port"), name}}, [&session, name, isBlock, on] {
+    return accepted(action, {{QStringLiteral("port"), name}}, [&target, name, isBlock, on] {
         if (isBlock)
-            session.device().setBlocked(name, on);
+            target.device().setBlocked(name, on);
         else
-            session.device().setPlugged(name, on);
+            target.device().setPlugged(name, on);
     });
 }
 
@@ -132,7 +132,7 @@ Arguments faultArguments(const FaultInfo &info, const Arguments &given, const Ke
     return arguments;
 }
 
-PreparedAction fault(Session &session, const OperatorAction &action)
+PreparedAction fault(OperatorTarget &target, const OperatorAction &action)
 {
     const QString name = action.arguments.value(QStringLiteral("name")).toString();
     const bool on = action.arguments.value(QStringLiteral("on"), true).toBool();
@@ -141,7 +141,7 @@ PreparedAction fault(Session &session, const OperatorAction &action)
         return rejected(error);
     const FaultInfo &info = *Faults::find(name);
     const QVariant wanted = action.arguments.value(key());
-    const DeviceState state = session.device().state();
+    const DeviceState state = target.device().state();
     const bool isOfKey = info.arguments.contains(key()) && wanted.isValid();
     const KeyState *faultyKey = isOfKey ? findKey(state, wanted) : nullptr;
     if (isOfKey && !faultyKey)
@@ -150,34 +150,34 @@ PreparedAction fault(Session &session, const OperatorAction &action)
     Arguments shown = needed;
     shown.insert(QStringLiteral("name"), name);
     shown.insert(QStringLiteral("on"), on);
-    return accepted(action, shown, [&session, name, on, needed] { session.faults().set(name, on, needed, nullptr); });
+    return accepted(action, shown, [&target, name, on, needed] { target.faults().set(name, on, needed, nullptr); });
 }
 
-PreparedAction language(Session &session, const OperatorAction &action)
+PreparedAction language(OperatorTarget &target, const OperatorAction &action)
 {
     const QString code = action.arguments.value(QStringLiteral("code")).toString();
-    if (!session.languages().contains(code))
+    if (!target.languages().contains(code))
         return rejected(QStringLiteral("There is no catalog for the language \"%1\"; there are %2.")
-                            .arg(code, session.languages().join(QStringLiteral(", "))));
-    return accepted(action, {{QStringLiteral("code"), code}}, [&session, code] { session.setLanguage(code); });
+                            .arg(code, target.languages().join(QStringLiteral(", "))));
+    return accepted(action, {{QStringLiteral("code"), code}}, [&target, code] { target.setLanguage(code); });
 }
 
-PreparedAction enterFactoryMode(Session &session, const OperatorAction &action)
+PreparedAction enterFactoryMode(OperatorTarget &target, const OperatorAction &action)
 {
-    return accepted(action, {}, [&session] { session.enterFactoryMode(); });
+    return accepted(action, {}, [&target] { target.enterFactoryMode(); });
 }
 
-PreparedAction exitFactoryMode(Session &session, const OperatorAction &action)
+PreparedAction exitFactoryMode(OperatorTarget &target, const OperatorAction &action)
 {
-    return accepted(action, {}, [&session] { session.exitFactoryMode(); });
+    return accepted(action, {}, [&target] { target.exitFactoryMode(); });
 }
 
 }
 
-PreparedAction prepareAction(Session &session, const OperatorAction &action)
+PreparedAction prepareAction(OperatorTarget &target, const OperatorAction &action)
 {
     using Kind = OperatorAction::Kind;
-    static const QMap<Kind, PreparedAction (*)(Session &, const OperatorAction &)> preparations = {
+    static const QMap<Kind, PreparedAction (*)(OperatorTarget &, const OperatorAction &)> preparations = {
         {Kind::Navigate, navigate},
         {Kind::Press, panelKey},
         {Kind::Hold, panelKey},
@@ -194,7 +194,7 @@ PreparedAction prepareAction(Session &session, const OperatorAction &action)
         {Kind::EnterFactoryMode, enterFactoryMode},
         {Kind::ExitFactoryMode, exitFactoryMode},
     };
-    return preparations.value(action.kind)(session, action);
+    return preparations.value(action.kind)(target, action);
 }
 
 }

@@ -6,7 +6,7 @@
 
 namespace panelhost {
 
-class Session;
+class OperatorTarget;
 
 /// An operator action that was checked against the current state of the device and the page. Its arguments are complete
 /// and typed, so that it looks the same in the journal wherever it came from.
@@ -18,6 +18,6 @@ struct PreparedAction
 };
 
 /// Checks @p action and prepares it. GUI thread.
-PreparedAction prepareAction(Session &session, const OperatorAction &action);
+PreparedAction prepareAction(OperatorTarget &target, const OperatorAction &action);
 
 }

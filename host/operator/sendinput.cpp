@@ -1,6 +1,6 @@
 #include "operator/sendinput.h"
 
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QKeyEvent>

@@ -2,7 +2,6 @@
 
 #include "output/recordingsignature.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -54,14 +53,10 @@ bool FileIdentity::operator==(const FileIdentity &other) const
     return m_device == other.m_device && m_inode == other.m_inode && m_rest == other.m_rest;
 }
 
-OutputCheck::OutputCheck(const Session::Options &options)
+OutputCheck::OutputCheck(const QStringList &inputs)
 {
-    addInput(options.component.isEmpty() ? defaultComponentPath() : options.component);
-    const QDir share(options.share.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/../share")
-                                             : options.share);
-    const auto files = share.entryList(QDir::Files);
-    for (const QString &file : files)
-        addInput(share.filePath(file));
+    for (const QString &path : inputs)
+        addInput(path);
 }
 
 void OutputCheck::addInput(const QString &path)

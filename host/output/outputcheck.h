@@ -1,9 +1,8 @@
 #pragma once
 
-#include "session/session.h"
-
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace panelhost {
 
@@ -29,8 +28,8 @@ private:
 class OutputCheck
 {
 public:
-    /// Adds the component and the files of its share directory, which every session reads, as inputs.
-    explicit OutputCheck(const Session::Options &options);
+    /// Adds @p inputs, which must not be overwritten.
+    explicit OutputCheck(const QStringList &inputs);
 
     void addInput(const QString &path);
     /// Adds a file that @p option writes. Returns false, with a sentence in @p error, if that would overwrite an

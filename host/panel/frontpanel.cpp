@@ -1,9 +1,9 @@
 #include "panel/frontpanel.h"
 
 #include "panel/keypanel.h"
-#include "panel/knobcluster.h"
 #include "panel/lcdbezel.h"
 #include "panel/lcdinput.h"
+#include "panel/navigationcontrols.h"
 #include "panel/screenview.h"
 #include "panel/tbarwidget.h"
 #include "panel/theme.h"
@@ -47,7 +47,7 @@ QLayout *FrontPanel::makeSide(const DeviceState &device)
 {
     m_tbar = forwardActions(new TBarWidget(this));
     auto *controls = new QHBoxLayout;
-    controls->addWidget(forwardActions(new KnobCluster(this)));
+    controls->addWidget(forwardActions(new NavigationControls(this)));
     controls->addStretch();
     controls->addWidget(m_tbar);
     auto *side = new QVBoxLayout;

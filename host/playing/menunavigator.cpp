@@ -1,7 +1,7 @@
 #include "playing/menunavigator.h"
 
 #include "check/configfile.h"
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 
 namespace panelhost {
 

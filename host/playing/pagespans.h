@@ -2,7 +2,7 @@
 
 #include "journal/journal.h"
 #include "playing/firstandlast.h"
-#include "playing/result.h"
+#include "playing/scenarioresult.h"
 
 namespace panelhost {
 

@@ -3,7 +3,7 @@
 #include "expectations/expectationevaluator.h"
 #include "playing/menunavigator.h"
 #include "playing/repeatsummarizer.h"
-#include "time/realtimeadvance.h"
+#include "time/realtimewait.h"
 
 #include <QtCore/QBuffer>
 #include <QtGui/QPixmap>
@@ -199,7 +199,7 @@ bool Player::advanceUntil(Milliseconds duration, const std::function<bool()> &do
         return isDone || isInterrupted();
     };
     if (m_options.isRealTime)
-        advanceInRealTime(m_session->clock(), duration, stops);
+        waitInRealTime(m_session->clock(), duration, stops);
     else
         m_session->clock().advanceUntil(duration, stops);
     return isDone;

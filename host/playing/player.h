@@ -3,7 +3,7 @@
 #include "expectations/journalquerycounter.h"
 #include "playing/firstandlast.h"
 #include "playing/pagespans.h"
-#include "playing/result.h"
+#include "playing/scenarioresult.h"
 #include "scenario/scenario.h"
 
 #include <QtCore/QElapsedTimer>
@@ -35,7 +35,7 @@ public:
     using Observer = std::function<void(const StepResult &step, qint64 number)>;
 
     Player(const Scenario &scenario, const Options &options, const Observer &observer)
-        : m_scenario(scenario), m_options(options), m_observer(observer), m_counter(scenario.steps)
+        : m_scenario(scenario), m_options(options), m_observer(observer), m_counter(expectationsOf(scenario.steps))
     {
     }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playing/result.h"
+#include "playing/scenarioresult.h"
 #include "scenario/scenario.h"
 
 namespace panelhost {

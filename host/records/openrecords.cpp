@@ -1,20 +1,20 @@
 #include "records/openrecords.h"
 
-#include "records/recordsplace.h"
+#include "records/recordsoptions.h"
 
 namespace panelhost {
 
 std::unique_ptr<RecordStore> openRecords(const QCommandLineParser &parser, QString *error)
 {
-    const auto place = readRecordsPlace(parser, error);
-    if (!place)
+    const auto location = readRecordsLocation(parser, error);
+    if (!location)
         return nullptr;
-    if (place->isNone()) {
+    if (location->isNone()) {
         *error = QStringLiteral("There are no run records: --records or PANELHOST_RECORDS is none.");
         return nullptr;
     }
-    return place->server ? RecordStore::openServer(*place->server, error)
-                         : RecordStore::openExisting(place->path, error);
+    return location->server ? RecordStore::openServer(*location->server, error)
+                            : RecordStore::openExisting(location->path, error);
 }
 
 }

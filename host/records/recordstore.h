@@ -1,20 +1,12 @@
 #pragma once
 
+#include "records/runfilter.h"
 #include "records/runtables.h"
 
 #include <functional>
 #include <memory>
 
 namespace panelhost {
-
-/// Which runs are asked for. Empty members ask for all.
-struct RunFilter
-{
-    QString unit;
-    QDateTime since; ///< begin, UTC
-    std::optional<RunOutcome> outcome;
-    QDateTime before = {}; ///< begin, UTC
-};
 
 /// Runs in an SQLite file or on a PostgreSQL server. Belongs to the thread that has opened it.
 class RecordStore

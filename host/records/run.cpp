@@ -38,22 +38,6 @@ QJsonValue timeOrNull(const QDateTime &time)
     return time.isValid() ? QJsonValue(utcText(time)) : QJsonValue();
 }
 
-struct TextField
-{
-    const char *key;
-    QString SessionInfo::*member;
-};
-
-constexpr TextField textFields[] = {
-    {"unit", &SessionInfo::unit},
-    {"station", &SessionInfo::station},
-    {"operator", &SessionInfo::operatorName},
-    {"language", &SessionInfo::language},
-    {"panelhost", &SessionInfo::panelhostVersion},
-    {"component", &SessionInfo::componentVersion},
-    {"configuration", &SessionInfo::configuration},
-};
-
 QJsonObject toJson(const RunPhase &phase)
 {
     return {{QStringLiteral("name"), phase.name},
@@ -123,40 +107,6 @@ std::optional<RunOutcome> runOutcomeFromText(const QString &text)
 std::optional<VerdictSource> verdictSourceFromText(const QString &text)
 {
     return find<VerdictSource>(sourceTexts, text);
-}
-
-QByteArray SessionInfo::toJsonLine() const
-{
-    QJsonObject session{{QStringLiteral("id"), id.toString(QUuid::WithoutBraces)},
-                        {QStringLiteral("begin"), utcText(begin)}};
-    for (const TextField &field : textFields) {
-        if (!(this->*field.member).isEmpty())
-            session.insert(QString::fromLatin1(field.key), this->*field.member);
-    }
-    return QJsonDocument(QJsonObject{{QStringLiteral("session"), session}}).toJson(QJsonDocument::Compact);
-}
-
-std::optional<SessionInfo> SessionInfo::fromJson(const QJsonObject &line, QString *error)
-{
-    const QJsonObject session = line.value(QStringLiteral("session")).toObject();
-    SessionInfo info;
-    info.id = QUuid::fromString(session.value(QStringLiteral("id")).toString());
-    info.begin = QDateTime::fromString(session.value(QStringLiteral("begin")).toString(), Qt::ISODateWithMs).toUTC();
-    if (info.id.isNull())
-        *error = QStringLiteral("expected a UUID as the \"id\" of the session");
-    else if (!info.begin.isValid())
-        *error = QStringLiteral("expected a time such as 2026-01-31T08:00:00.000Z as the \"begin\" of the session");
-    if (info.id.isNull() || !info.begin.isValid())
-        return std::nullopt;
-    for (const TextField &field : textFields) {
-        const QJsonValue value = session.value(QLatin1String(field.key));
-        if (!value.isUndefined() && !value.isString()) {
-            *error = QStringLiteral("expected a text as \"%1\" of the session").arg(QLatin1String(field.key));
-            return std::nullopt;
-        }
-        info.*field.member = value.toString();
-    }
-    return info;
 }
 
 QDateTime Run::beginUtc() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/sessioninfo.h"
+
 #include <QtCore/QDateTime>
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
@@ -39,27 +41,6 @@ QString toText(VerdictSource source);
 std::optional<RunKind> runKindFromText(const QString &text);
 std::optional<RunOutcome> runOutcomeFromText(const QString &text);
 std::optional<VerdictSource> verdictSourceFromText(const QString &text);
-
-/// Which unit is tested, by whom and with which software. If it is known, it is the first line of the session's
-/// journal. All texts may be empty.
-struct SessionInfo
-{
-    QUuid id;
-    QDateTime begin; ///< UTC
-    QString unit;    ///< serial number
-    QString station;
-    QString operatorName;
-    QString language;
-    QString panelhostVersion;
-    QString componentVersion;
-    QString configuration; ///< SHA-256 of the two configuration files, hexadecimal
-
-    bool isNull() const { return id.isNull(); }
-    /// Returns the line of the journal, without line end.
-    QByteArray toJsonLine() const;
-    /// Reads the object of such a line. Returns nullopt, with what was expected in @p error, if it isn't one.
-    static std::optional<SessionInfo> fromJson(const QJsonObject &line, QString *error);
-};
 
 /// One phase of a machine test, or the page of a repair run.
 struct RunPhase

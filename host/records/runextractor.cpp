@@ -1,8 +1,8 @@
 #include "records/runextractor.h"
 
-#include "records/agingruns.h"
-#include "records/machineruns.h"
-#include "records/repairruns.h"
+#include "records/agingtestruns.h"
+#include "records/machinetestruns.h"
+#include "records/repairpageruns.h"
 
 namespace panelhost {
 
@@ -31,10 +31,10 @@ struct SessionRuns
         repair.endSession();
     }
 
-    SessionFollower session;
-    MachineRuns machine;
-    AgingRuns aging;
-    RepairRuns repair;
+    SessionState session;
+    MachineTestRuns machine;
+    AgingTestRuns aging;
+    RepairPageRuns repair;
 };
 
 }

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "records/recordstore.h"
-
-#include <QtCore/QCommandLineOption>
-#include <QtCore/QCommandLineParser>
+#include "records/run.h"
 
 namespace panelhost {
 
-/// The options of a command that prints runs of a store.
-QList<QCommandLineOption> runFilterOptions();
-
-/// What they say. Returns nullopt, with one sentence in @p error, for a value that none of them has.
-std::optional<RunFilter> readRunFilter(const QCommandLineParser &parser, QString *error);
+/// Which runs are asked for. Empty members ask for all.
+struct RunFilter
+{
+    QString unit;
+    QDateTime since; ///< begin, UTC
+    std::optional<RunOutcome> outcome;
+    QDateTime before = {}; ///< begin, UTC
+};
 
 }

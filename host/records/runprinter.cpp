@@ -1,6 +1,6 @@
 #include "records/runprinter.h"
 
-#include "application/standardoutput.h"
+#include "output/standardoutput.h"
 
 #include <QtCore/QJsonDocument>
 

@@ -1,8 +1,8 @@
 #include "scenario/devicereader.h"
 
-#include "scenario/devicenames.h"
-#include "scenario/limits.h"
 #include "scenario/stepreader.h"
+#include "session/devicenames.h"
+#include "yaml/limits.h"
 
 #include <QtCore/QRegularExpression>
 

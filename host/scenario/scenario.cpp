@@ -10,4 +10,12 @@ qint64 playedSteps(const QVector<Step> &steps)
     return count;
 }
 
+Expectations expectationsOf(const QVector<Step> &steps)
+{
+    Expectations expectations;
+    for (const auto &step : steps)
+        expectations += step.expectations + expectationsOf(step.steps);
+    return expectations;
+}
+
 }

@@ -65,4 +65,7 @@ struct Scenario
 /// Returns the number of steps to play. The steps of a repeat count each time.
 qint64 playedSteps(const QVector<Step> &steps);
 
+/// Returns the expectations of @p steps, including those of steps in repeats.
+Expectations expectationsOf(const QVector<Step> &steps);
+
 }

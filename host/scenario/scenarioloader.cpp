@@ -1,8 +1,8 @@
 #include "scenario/scenarioloader.h"
 
 #include "scenario/devicereader.h"
-#include "scenario/limits.h"
 #include "scenario/stepreader.h"
+#include "yaml/limits.h"
 #include "yaml/yamldocument.h"
 
 #include <QtCore/QFile>

@@ -1,6 +1,6 @@
 #include "scenario/stepreader.h"
 
-#include "scenario/limits.h"
+#include "yaml/limits.h"
 #include "yaml/yamldocument.h"
 
 #include <QtCore/QRegularExpression>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "device/faults.h"
-#include "scenario/devicenames.h"
 #include "scenario/scenario.h"
+#include "session/devicenames.h"
 #include "yaml/yamlreader.h"
 
 namespace panelhost {

@@ -1,7 +1,7 @@
 // The steps of StepReader that perform operator actions.
 
-#include "scenario/limits.h"
 #include "scenario/stepreader.h"
+#include "yaml/limits.h"
 
 namespace panelhost {
 

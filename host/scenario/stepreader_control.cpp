@@ -1,8 +1,8 @@
 // All other steps of StepReader.
 
 #include "expectations/expectationreader.h"
-#include "scenario/limits.h"
 #include "scenario/stepreader.h"
+#include "yaml/limits.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>

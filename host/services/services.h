@@ -1,11 +1,11 @@
 #pragma once
 
-#include "services/config.h"
-#include "services/factorymodebiz.h"
-#include "services/keyboard.h"
-#include "services/networkport.h"
-#include "services/tbarcalibration.h"
-#include "services/usb.h"
+#include "services/configservice.h"
+#include "services/factorymodebizservice.h"
+#include "services/keyboardservice.h"
+#include "services/networkportservice.h"
+#include "services/tbarcalibrationservice.h"
+#include "services/usbservice.h"
 
 namespace panelhost {
 

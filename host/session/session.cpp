@@ -2,6 +2,9 @@
 
 #include "session/simulatedsession.h"
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+
 namespace panelhost {
 
 std::unique_ptr<Session> Session::open(const Options &options, QString *error, QList<LoadStep> *reached)
@@ -21,6 +24,22 @@ std::unique_ptr<Session> Session::open(const Options &options, QString *error, Q
     if (reached)
         *reached = session->lastLoaded().steps();
     return nullptr;
+}
+
+QStringList inputFiles(const Session::Options &options)
+{
+    QStringList paths{options.component.isEmpty() ? defaultComponentPath() : options.component};
+    const QDir share(shareDirectoryOf(options));
+    const auto files = share.entryList(QDir::Files);
+    for (const QString &file : files)
+        paths.append(share.filePath(file));
+    return paths;
+}
+
+QString shareDirectoryOf(const Session::Options &options)
+{
+    return options.share.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/../share")
+                                   : options.share;
 }
 
 }

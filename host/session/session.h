@@ -5,6 +5,7 @@
 #include "device/faults.h"
 #include "journal/journal.h"
 #include "operator/operator.h"
+#include "operator/operatortarget.h"
 #include "time/virtualclock.h"
 
 #include <QtCore/QSize>
@@ -18,7 +19,7 @@ namespace panelhost {
 
 /// A device with the component loaded on it, for the window, `play` and `record`. There can be only one session at a
 /// time in a process. GUI thread.
-class Session
+class Session : public OperatorTarget
 {
 public:
     /// A fault that is on before the component is created.
@@ -54,7 +55,6 @@ public:
     /// it or add it to a window. Returns nullptr and sets @p error to a sentence if a library can't be loaded or an
     /// option is wrong. @p reached, if given, is then set to the steps of loading that library which were done.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
-    virtual ~Session() = default;
 
     virtual const Options &options() const = 0;
     /// Returns the directory with the XML files, also if it is the default.
@@ -65,22 +65,14 @@ public:
     /// Returns the names under which the component finds a service.
     virtual QStringList serviceNames() const = 0;
 
-    virtual VirtualClock &clock() = 0;
-    virtual Device &device() = 0;
-    virtual Journal &journal() = 0;
     virtual Operator &panelOperator() = 0;
-    virtual Faults &faults() = 0;
-    /// Returns the LCD, a widget with the size of the device's screen that contains the component. Owned by the
-    /// session.
-    virtual QWidget *lcd() = 0;
 
-    /// Returns the codes of the languages that have texts, such as "en".
-    virtual QStringList languages() const = 0;
     virtual QString language() const = 0;
-    /// Returns false, and changes nothing, if there are no texts in this language.
-    virtual bool setLanguage(const QString &code) = 0;
-    virtual void enterFactoryMode() = 0;
-    virtual void exitFactoryMode() = 0;
 };
+
+/// Returns the directory with the XML files for @p options: the given one or the default.
+QString shareDirectoryOf(const Session::Options &options);
+/// Returns the files that every session with @p options reads: the component and the files in its share directory.
+QStringList inputFiles(const Session::Options &options);
 
 }

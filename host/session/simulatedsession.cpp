@@ -6,18 +6,11 @@
 #include "lcd/translate/lcdfwtranslatemanager.h"
 #include "session/loadprobe.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 
 namespace panelhost {
 
 namespace {
-
-QString shareDirectoryOf(const Session::Options &options)
-{
-    return options.share.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/../share")
-                                   : QFileInfo(options.share).absoluteFilePath();
-}
 
 // Returns an empty string if the session has no pages.
 QString pagesPathOf(const Session::Options &options)
@@ -40,12 +33,14 @@ SimulatedDevice::Configuration configurationOf(const Session::Options &options, 
 bool SimulatedSession::s_isAlive = false;
 
 SimulatedSession::SimulatedSession(const Options &options)
-    : m_options(options), m_share(shareDirectoryOf(options)), m_clock(VirtualClock::instance()),
+    : m_options(options),
+      m_share(options.share.isEmpty() ? shareDirectoryOf(options) : QFileInfo(options.share).absoluteFilePath()),
+      m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
       m_journal(options.journalSink, options.journalLineLimit), m_logCapture(m_journal, m_share),
       m_device(configurationOf(options, m_share), m_clock, m_faults),
       m_services(m_device, m_journal, m_faults, options.changedOnSubscribe), m_host(m_journal, m_faults),
-      m_lcd(options.lcdSize), m_screenRecorder(m_journal, m_lcd), m_operator(*this)
+      m_lcd(options.lcdSize), m_screenLogger(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
     const QString pages = pagesPathOf(options);
@@ -58,7 +53,7 @@ SimulatedSession::SimulatedSession(const Options &options)
 SimulatedSession::~SimulatedSession()
 {
     m_clock.setObserver({});
-    m_driver.reset();
+    m_controller.reset();
     if (m_pages)
         m_pages->destroy();
     m_library.shutDown();
@@ -129,14 +124,14 @@ bool SimulatedSession::load(QString *error)
         return false;
     auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(m_library.widget());
     m_host.addService("lcdFactoryModeWidget", widget);
-    m_driver.emplace(*widget, m_lcd, m_device, m_journal);
+    m_controller.emplace(*widget, m_lcd, m_device, m_journal);
     if (m_pages)
-        m_driver->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
-    m_driver->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
+        m_controller->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
+    m_controller->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
     // The widget hides itself in the first iteration of the event loop. Factory mode is entered after that.
     m_clock.settle();
-    m_driver->enter();
-    m_clock.setObserver([this] { m_screenRecorder.recordChanges(); });
+    m_controller->enter();
+    m_clock.setObserver([this] { m_screenLogger.logChanges(); });
     m_clock.settle();
     return true;
 }
@@ -166,12 +161,12 @@ bool SimulatedSession::setLanguage(const QString &code)
 
 void SimulatedSession::enterFactoryMode()
 {
-    m_driver->enter();
+    m_controller->enter();
 }
 
 void SimulatedSession::exitFactoryMode()
 {
-    m_driver->exit();
+    m_controller->exit();
 }
 
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "component/factorymodedriver.h"
+#include "component/factorymodecontroller.h"
 #include "component/servicehost.h"
 #include "device/simulated/simulateddevice.h"
 #include "journal/logcapture.h"
-#include "journal/screenrecorder.h"
 #include "lcd/lcd.h"
+#include "lcd/screenlogger.h"
 #include "services/services.h"
 #include "session/session.h"
 
@@ -72,8 +72,8 @@ private:
     Services m_services;
     ServiceHost m_host;
     Lcd m_lcd;
-    ScreenRecorder m_screenRecorder;
-    std::optional<FactoryModeDriver> m_driver;
+    ScreenLogger m_screenLogger;
+    std::optional<FactoryModeController> m_controller;
     Operator m_operator;
 };
 

@@ -24,7 +24,7 @@ bool WindowFiles::open(const Session::Options &device, const WindowOptions &opti
 {
     m_recording = recording;
     m_ifExists = options.force ? LineFile::IfExists::Overwrite : LineFile::IfExists::Refuse;
-    OutputCheck check(device);
+    OutputCheck check(inputFiles(device));
     const QList<QPair<QString, QString>> outputs = {{QStringLiteral("--journal"), options.journal},
                                                     {QStringLiteral("--screenshot"), options.screenshot},
                                                     {QStringLiteral("--layout"), options.layout}};

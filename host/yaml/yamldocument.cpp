@@ -1,7 +1,7 @@
 #include "yaml/yamldocument.h"
 
 #include "diagnostics/diagnosticcollector.h"
-#include "scenario/limits.h"
+#include "yaml/limits.h"
 
 #include <QtCore/QTextCodec>
 

@@ -1,7 +1,7 @@
 #include "yaml/yamlreader.h"
 
-#include "scenario/limits.h"
 #include "yaml/duration.h"
+#include "yaml/limits.h"
 
 namespace panelhost {
 

@@ -3,6 +3,7 @@
 #include "output/outputcheck.h"
 #include "output/recordingsignature.h"
 #include "output/replacefile.h"
+#include "session/session.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
@@ -301,7 +302,7 @@ void TestOutput::shareFilesAndComponentAreInputs()
     Session::Options options;
     options.share = m_directory->path();
     options.component = path("lib.so");
-    OutputCheck check(options);
+    OutputCheck check(inputFiles(options));
     QString error;
     QVERIFY(!check.addOutput(q("--journal"), path("factorymenu.xml"), true, &error));
     QVERIFY(!check.addOutput(q("--journal"), path("lib.so"), true, &error));

@@ -1,5 +1,5 @@
 #include "expectations/properties.h"
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 #include "lcd/widget/factorytestframe.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"

@@ -1,9 +1,9 @@
 #include "device/faults.h"
 #include "expectations/journalproperties.h"
 #include "expectations/properties.h"
-#include "scenario/limits.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"
+#include "yaml/limits.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>

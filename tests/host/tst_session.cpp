@@ -1,6 +1,6 @@
 #include "hosttest.h"
 #include "journal/logcapture.h"
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 #include "session/session.h"
 
 #include <QtWidgets/QListWidget>

@@ -2,7 +2,7 @@
 #include "device/faults.h"
 #include "hosttest.h"
 #include "journal/journal.h"
-#include "lcd/screen.h"
+#include "lcd/screenreader.h"
 #include "session/session.h"
 
 #include <QtWidgets/QWidget>

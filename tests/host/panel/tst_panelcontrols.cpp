@@ -1,5 +1,6 @@
-#include "panel/knobcluster.h"
-#include "panel/navbutton.h"
+#include "panel/knob.h"
+#include "panel/navigationbutton.h"
+#include "panel/navigationcontrols.h"
 #include "panel/portwidget.h"
 #include "panel/screenview.h"
 #include "panel/tbarwidget.h"
@@ -255,9 +256,9 @@ void TestPanelControls::joystickNavigates_data()
 void TestPanelControls::joystickNavigates()
 {
     QFETCH(QString, key);
-    KnobCluster cluster(nullptr);
-    ActionLog log(cluster);
-    auto *button = cluster.findChild<NavButton *>(QStringLiteral("nav-") + key);
+    NavigationControls controls(nullptr);
+    ActionLog log(controls);
+    auto *button = controls.findChild<NavigationButton *>(QStringLiteral("nav-") + key);
     QVERIFY(button);
     QTest::mouseClick(button, Qt::LeftButton);
     QTest::mouseClick(button, Qt::RightButton);

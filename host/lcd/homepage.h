@@ -1,0 +1,22 @@
+#pragma once
+
+#include "lcd/hostpage.h"
+
+namespace panelhost {
+
+/// The page that the LCD shows outside factory mode.
+class HomePage : public HostPage
+{
+    Q_OBJECT
+
+public:
+    explicit HomePage(QWidget *parent);
+
+Q_SIGNALS:
+    void factoryModeWanted();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+};
+
+}

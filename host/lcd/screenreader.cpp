@@ -1,0 +1,121 @@
+#include "lcd/screenreader.h"
+
+#include <QtWidgets/QListWidget>
+
+namespace panelhost {
+
+namespace {
+
+// Classes of other libraries, known only by name.
+constexpr char agingPageClass[] = "LCD::FactoryModeImpl::AgeTestWidget";
+constexpr char machinePageClass[] = "LCD::FactoryModeImpl::CompleteMachineTestWidget";
+constexpr char repairModeClass[] = "LCD::RepairMode::ILcdRepairMode";
+constexpr char frameClass[] = "LCD::Widget::FactoryTestFrame";
+constexpr char containerClass[] = "panelhost::ContainerPage";
+
+const QString menuPage = QStringLiteral("menu");
+const QString hiddenPage = QStringLiteral("hidden");
+
+QWidget *findVisible(QWidget *lcd, const char *className)
+{
+    const QList<QWidget *> widgets = lcd->findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        if (widget->inherits(className) && widget->isVisibleTo(lcd))
+            return widget;
+    }
+    return nullptr;
+}
+
+void readMenu(const QList<QListWidget *> &lists, int level, QVariantMap &screen)
+{
+    const QListWidget *list = lists.at(level);
+    QStringList items;
+    for (int row = 0; row < list->count(); ++row)
+        items << list->item(row)->text();
+    const QListWidgetItem *current = list->currentItem();
+    screen.insert(QStringLiteral("menu.level"), level + 1);
+    screen.insert(QStringLiteral("menu.items"), items);
+    screen.insert(QStringLiteral("menu.row"), list->currentRow());
+    screen.insert(QStringLiteral("menu.current"), current ? current->text() : QString());
+}
+
+// The lists are in the order of their levels.
+bool readVisibleMenu(QWidget *lcd, QVariantMap &screen)
+{
+    const QList<QListWidget *> lists = lcd->findChildren<QListWidget *>();
+    for (int level = 0; level < lists.size(); ++level) {
+        if (lists.at(level)->isVisibleTo(lcd)) {
+            readMenu(lists, level, screen);
+            return true;
+        }
+    }
+    return false;
+}
+
+void readFrame(const QWidget &frame, QVariantMap &screen)
+{
+    const auto shown = [&frame](const char *value, const char *visible) {
+        return frame.property(visible).toBool() ? frame.property(value).toString() : QString();
+    };
+    screen.insert(QStringLiteral("title"), frame.property("title").toString());
+    screen.insert(QStringLiteral("titleIcon"), frame.property("titleIcon").toString());
+    screen.insert(QStringLiteral("stepTitle"), shown("stepTitle", "stepTitleVisible"));
+    screen.insert(QStringLiteral("steps"), frame.property("steps").toList());
+    screen.insert(QStringLiteral("statusIcon"), shown("statusIcon", "statusIconVisible"));
+    screen.insert(QStringLiteral("left"), shown("leftText", "leftVisible"));
+    screen.insert(QStringLiteral("right"), shown("rightText", "rightVisible"));
+    screen.insert(QStringLiteral("leftEnabled"), frame.property("leftEnabled").toBool());
+    screen.insert(QStringLiteral("focus"), frame.property("controlFocus").toString());
+    screen.insert(QStringLiteral("log"), frame.property("log").toStringList());
+}
+
+const QVector<std::pair<const char *, QString>> &pagesByClass()
+{
+    static const QVector<std::pair<const char *, QString>> pages = {
+        {containerClass, QStringLiteral("container")},
+        {agingPageClass, QStringLiteral("aging")},
+        {machinePageClass, QStringLiteral("machine")},
+        {repairModeClass, QStringLiteral("repair")},
+    };
+    return pages;
+}
+
+QString pageName(QWidget *lcd)
+{
+    for (const auto &[className, name] : pagesByClass()) {
+        if (findVisible(lcd, className))
+            return name;
+    }
+    return hiddenPage;
+}
+
+}
+
+QWidget *findTestFrame(QWidget *lcd)
+{
+    return findVisible(lcd, frameClass);
+}
+
+QStringList pageNames()
+{
+    QStringList names{menuPage, hiddenPage};
+    for (const auto &[className, name] : pagesByClass())
+        names << name;
+    return names;
+}
+
+QVariantMap readScreen(QWidget *lcd)
+{
+    QVariantMap screen;
+    QString page = pageName(lcd);
+    if (const QWidget *container = findVisible(lcd, containerClass))
+        screen.insert(QStringLiteral("container"), container->property("containerKey"));
+    else if (const QWidget *frame = findTestFrame(lcd))
+        readFrame(*frame, screen);
+    else if (readVisibleMenu(lcd, screen))
+        page = menuPage;
+    screen.insert(QStringLiteral("page"), page);
+    return screen;
+}
+
+}

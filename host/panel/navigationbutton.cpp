@@ -1,0 +1,48 @@
+#include "panel/navigationbutton.h"
+
+#include "panel/theme.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+
+namespace panelhost {
+
+using theme::Grid;
+
+NavigationButton::NavigationButton(const QString &key, const QString &sign, QWidget *parent)
+    : Control(QStringLiteral("nav-") + key, key.left(1).toUpper() + key.mid(1), parent), m_key(key), m_sign(sign)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize NavigationButton::sizeHint() const
+{
+    return {6 * Grid, 5 * Grid};
+}
+
+void NavigationButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    theme::drawRecess(painter, rect(), theme::RecessEdge);
+    theme::drawCap(painter, rect(), QColor(theme::Cap), m_isDown);
+    painter.setPen(QColor(theme::TextColor));
+    painter.setFont(theme::font(m_sign.size() > 1 ? 11 : 14, true));
+    painter.drawText(rect(), Qt::AlignCenter, m_sign);
+}
+
+void NavigationButton::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_isDown = true;
+    update();
+    Q_EMIT actionTriggered(navigationAction(m_key));
+}
+
+void NavigationButton::mouseReleaseEvent(QMouseEvent *)
+{
+    m_isDown = false;
+    update();
+}
+
+}

@@ -1,0 +1,60 @@
+#include "records/runrecords.h"
+
+namespace panelhost {
+
+RunRecords::~RunRecords() = default;
+
+QList<QCommandLineOption> RunRecords::options()
+{
+    return recordsOptions() + identityOptions();
+}
+
+bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener,
+                      QString *error)
+{
+    const auto location = readRecordsLocation(parser, error);
+    if (!location)
+        return false;
+    m_listener = listener;
+    m_unit = parser.value(QStringLiteral("unit"));
+    m_station = parser.value(QStringLiteral("station"));
+    m_operator = parser.value(QStringLiteral("operator"));
+    if (location->isNone() || (location->isDefault && fallback == Default::DoNotSave))
+        return true;
+    m_saver = std::make_unique<RunSaver>(location->path, listener);
+    m_sessionRuns = std::make_unique<SessionRuns>(*m_saver);
+    return true;
+}
+
+QByteArray RunRecords::beginSession(const QString &language, const QString &share)
+{
+    if (!m_sessionRuns && m_unit.isEmpty() && m_station.isEmpty() && m_operator.isEmpty())
+        return {};
+    const SessionInfo info = newSessionInfo(m_unit, m_station, m_operator, language, share);
+    if (m_sessionRuns)
+        m_sessionRuns->begin(info);
+    return info.toJsonLine() + '\n';
+}
+
+void RunRecords::add(const Journal::Entry &entry)
+{
+    if (m_sessionRuns)
+        m_sessionRuns->add(entry);
+}
+
+void RunRecords::endSession()
+{
+    if (m_sessionRuns)
+        m_sessionRuns->end();
+}
+
+bool RunRecords::finish()
+{
+    const int lost = m_saver ? m_saver->finish() : 0;
+    if (lost > 0)
+        m_listener(lost == 1 ? QStringLiteral("One run could not be saved.")
+                             : QStringLiteral("%1 runs could not be saved.").arg(lost));
+    return lost == 0;
+}
+
+}
