@@ -122,7 +122,7 @@ QString storeFileProblem(const QString &path)
     if (version > StoreSchemaVersion)
         return newerVersionProblem(path, static_cast<int>(version));
     if (file.size() < pageSize(header) * numberAt(header, PageCountOffset))
-        return QStringLiteral("%1 is damaged: its end is missing.").arg(path);
+        return QStringLiteral("%1 is damaged: the file is truncated.").arg(path);
     return {};
 }
 
