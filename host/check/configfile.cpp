@@ -47,7 +47,7 @@ bool ConfigFile::load()
 bool ConfigFile::read()
 {
     QFile file(m_path);
-    // A pipe in its place would block for ever.
+    // Opening a pipe would block.
     if (file.exists() && !QFileInfo(file).isFile()) {
         add({}, Diagnostic::Severity::Error, QStringLiteral("not a file"));
         return false;

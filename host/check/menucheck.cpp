@@ -91,7 +91,7 @@ void MenuCheck::checkKey(const Item &item)
     if (item.key.isEmpty())
         return;
     if (element.attribute(KeyAttribute).isEmpty())
-        m_file.warn(element, QStringLiteral("MenuItem gives its key as \"key\", expected \"Key\""));
+        m_file.warn(element, QStringLiteral("found attribute \"key\" of MenuItem, expected \"Key\""));
     if (item.opensContainer && !item.tail.isEmpty() && !isKnownTitle(item.tail))
         m_file.warn(element, QStringLiteral("unknown title \"%1\": the menu shows it unchanged").arg(item.tail));
 }
@@ -106,7 +106,7 @@ void MenuCheck::checkContainer(const Item &item)
         m_itemOfContainer.insert(item.container, item.element);
     else if (first.attribute(KeyAttribute).isEmpty() || first.attribute(KeyAttribute) != item.key)
         m_file.warn(item.element,
-                    QStringLiteral("opens \"%1\" as the item of line %2 does")
+                    QStringLiteral("opens \"%1\", as does the item in line %2")
                         .arg(item.container)
                         .arg(m_file.locationOf(first).line));
 }

@@ -24,8 +24,8 @@ namespace panelhost {
 
 namespace {
 
-/// An unexpected element ends the validation of its parent. So it is left out and the file validated again, this
-/// many times at most.
+/// The largest number of validations. An unexpected element ends the validation of its parent, so the file is
+/// validated again without this element.
 constexpr int MaxPasses = 50;
 
 /// The five pointers that the parser gives for each attribute.

@@ -134,7 +134,7 @@ bool ComponentLibrary::resolveFunction(const char *symbol, void **address)
     ElfW(Sym) *entry = nullptr;
     const bool isKnown = dladdr1(*address, &info, reinterpret_cast<void **>(&entry), RTLD_DL_SYMENT) != 0 && entry;
     return !isKnown || ELF64_ST_TYPE(entry->st_info) != STT_OBJECT
-        || fail(QStringLiteral("its symbol \"%1\" is data where a function is expected.").arg(text(symbol)));
+        || fail(QStringLiteral("the symbol \"%1\" is data, expected a function.").arg(text(symbol)));
 }
 
 bool ComponentLibrary::check()
@@ -163,7 +163,7 @@ bool ComponentLibrary::checkInfo()
     if (!m_info)
         return fail(QStringLiteral("pluginfo() returns no record."));
     if (!m_info->interfaceVersion || std::strcmp(m_info->interfaceVersion, interfaceVersion) != 0)
-        return fail(QStringLiteral("has interface version %1 where \"%2\" is expected.")
+        return fail(QStringLiteral("has interface version %1, expected \"%2\".")
                         .arg(shown(m_info->interfaceVersion), text(interfaceVersion)));
     if (!m_info->componentInfoTable)
         return fail(QStringLiteral("has no component table."));
@@ -218,7 +218,7 @@ bool ComponentLibrary::create()
     if (!widget->inherits(m_kind.interfaceClass)) {
         m_component->deletor(object);
         return fail(
-            QStringLiteral("%1 made a %2, which is no %3.").arg(creator, className, text(m_kind.interfaceClass)));
+            QStringLiteral("%1 created a %2, expected a %3.").arg(creator, className, text(m_kind.interfaceClass)));
     }
     m_widget = widget;
     return reach(LoadState::Created, className);

@@ -90,7 +90,7 @@ bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, Q
     const FaultInfo *info = find(name);
     if (!info)
         return fail(error,
-                    QStringLiteral("There is no fault \"%1\"; there are %2.")
+                    QStringLiteral("There is no fault \"%1\"; available: %2.")
                         .arg(name, faultNames().join(QStringLiteral(", "))));
     for (const QString &argument : info->arguments) {
         const QString value = arguments.value(argument).toString();
@@ -99,7 +99,7 @@ bool Faults::check(const QString &name, bool on, const QVariantMap &arguments, Q
         const QStringList allowed = allowedValues(argument);
         if (!value.isEmpty() && !allowed.isEmpty() && !allowed.contains(value))
             return fail(error,
-                        QStringLiteral("The fault \"%1\" has no \"%2\" %3; there are %4.")
+                        QStringLiteral("The fault \"%1\" has no \"%2\" %3; available: %4.")
                             .arg(name, argument, value, allowed.join(QStringLiteral(", "))));
     }
     return true;

@@ -18,7 +18,7 @@ ExpectationResult resultFor(const Expectation &expectation, const Snapshot &snap
     const auto &conditions = expectation.conditions;
     const auto holds = [&value](const Condition &condition) { return value.isValid() && condition.holds(value); };
     const auto found = value.isValid() ? textOf(value)
-                                       : QStringLiteral("no such thing on the page \"%1\"")
+                                       : QStringLiteral("the page \"%1\" has no such property")
                                              .arg(snapshot.screen.value(QStringLiteral("page")).toString());
     return {std::all_of(conditions.begin(), conditions.end(), holds), expectation.toText(), found};
 }

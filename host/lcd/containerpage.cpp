@@ -16,13 +16,13 @@ struct ContainerText
 
 constexpr ContainerText containerTexts[] = {
     {"logexport", "Log Export", "Copies the device's logs to a USB stick."},
-    {"resetfactory", "Factory Reset", "Puts all settings back to how they left the factory."},
+    {"resetfactory", "Factory Reset", "Restores the factory settings."},
     {"screenlight", "Screen Light", "Sets the brightness of one screen by hand."},
     {"screenbadpixel", "Screen Bad Pixel", "Shows one test pattern on one screen."},
     {"buttonlight", "Button Light", "Sets the brightness of the keys by hand."},
     {"buttonfunction", "Button Function", "Shows each key as it is pressed."},
     {"knob", "Factory Knob", "Counts the steps of the knob."},
-    {"joystick", "JoyStick", "Shows where the joystick stands."},
+    {"joystick", "JoyStick", "Shows the position of the joystick."},
     {"tbar", "T-Bar", "Calibrates the T-Bar."},
     {"typec", "TYPE-C", "Shows what is connected to the Type-C ports."},
     {"net", "Factory Net", "Shows the link of each net port."},

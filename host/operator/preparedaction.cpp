@@ -32,7 +32,7 @@ PreparedAction navigate(OperatorTarget &target, const OperatorAction &action)
     const QString name = action.arguments.value(key()).toString();
     const std::optional<Qt::Key> code = navigationKey(name);
     if (!code)
-        return rejected(QStringLiteral("There is no navigation key \"%1\"; there are %2.")
+        return rejected(QStringLiteral("There is no navigation key \"%1\"; available: %2.")
                             .arg(name, navigationKeys().join(QStringLiteral(", "))));
     return accepted(action, {{key(), name}}, [&target, code] { sendKey(*target.lcd(), *code); });
 }
@@ -68,7 +68,7 @@ PreparedAction soft(OperatorTarget &target, const OperatorAction &action)
 {
     const QString side = action.arguments.value(QStringLiteral("side")).toString();
     if (side != QLatin1String("left") && side != QLatin1String("right"))
-        return rejected(QStringLiteral("There is no soft button \"%1\"; there are left and right.").arg(side));
+        return rejected(QStringLiteral("There is no soft button \"%1\"; available: left, right.").arg(side));
     QWidget *button = findSoftButton(*target.lcd(), side);
     if (!button)
         return rejected(QStringLiteral("The page shows no %1 button.").arg(side));
@@ -157,7 +157,7 @@ PreparedAction language(OperatorTarget &target, const OperatorAction &action)
 {
     const QString code = action.arguments.value(QStringLiteral("code")).toString();
     if (!target.languages().contains(code))
-        return rejected(QStringLiteral("There is no catalog for the language \"%1\"; there are %2.")
+        return rejected(QStringLiteral("There is no catalog for the language \"%1\"; available: %2.")
                             .arg(code, target.languages().join(QStringLiteral(", "))));
     return accepted(action, {{QStringLiteral("code"), code}}, [&target, code] { target.setLanguage(code); });
 }

@@ -70,7 +70,7 @@ bool OutputCheck::isFree(const QString &option, const QString &path, QString *er
     for (const Known &known : m_files) {
         if (!identity.canBeOverwritten() || !(known.identity == identity))
             continue;
-        *error = QStringLiteral("%1 would write \"%2\" over %3.").arg(option, path, known.description);
+        *error = QStringLiteral("%1 \"%2\" would overwrite %3.").arg(option, path, known.description);
         return false;
     }
     return true;
@@ -81,7 +81,7 @@ bool OutputCheck::addOutput(const QString &option, const QString &path, bool for
     if (!isFree(option, path, error))
         return false;
     if (!force && isRecording(path)) {
-        *error = QStringLiteral("%1 would write over the recording \"%2\"; --force overwrites it.").arg(option, path);
+        *error = QStringLiteral("%1 \"%2\" would overwrite a recording; --force allows it.").arg(option, path);
         return false;
     }
     m_files.append({FileIdentity(path), QStringLiteral("\"%1\", which %2 writes").arg(path, option)});

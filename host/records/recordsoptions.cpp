@@ -66,7 +66,7 @@ std::optional<RecordsLocation> readRecordsLocation(const QCommandLineParser &par
         return RecordsLocation{QFileInfo(value.mid(prefix.size())).absoluteFilePath(), false, {}};
     if (isServerAddress(value))
         return serverLocation(parser, name, value, error);
-    *error = QStringLiteral("%1 is \"%2\"; it is sqlite:FILE, postgresql://USER@HOST/DATABASE or none.")
+    *error = QStringLiteral("%1 is \"%2\", expected sqlite:FILE, postgresql://USER@HOST/DATABASE or none.")
                  .arg(name, withoutPassword(value));
     return std::nullopt;
 }

@@ -22,15 +22,15 @@ std::optional<RunFilter> readRunFilter(const QCommandLineParser &parser, QString
         filter.since = QDateTime::fromString(since, Qt::ISODate);
         filter.since = QDateTime(filter.since.date(), filter.since.time(), Qt::UTC);
         if (!filter.since.isValid()) {
-            *error =
-                QStringLiteral("--since is \"%1\"; it is a time such as 2026-01-31 or 2026-01-31T08:00:00.").arg(since);
+            *error = QStringLiteral("--since is \"%1\", expected a time such as 2026-01-31 or 2026-01-31T08:00:00.")
+                         .arg(since);
             return std::nullopt;
         }
     }
     const QString outcome = parser.value(QStringLiteral("outcome"));
     filter.outcome = runOutcomeFromText(outcome);
     if (!outcome.isEmpty() && !filter.outcome) {
-        *error = QStringLiteral("--outcome is \"%1\"; it is passed, failed or aborted.").arg(outcome);
+        *error = QStringLiteral("--outcome is \"%1\", expected passed, failed or aborted.").arg(outcome);
         return std::nullopt;
     }
     return filter;

@@ -16,7 +16,7 @@ namespace {
 
 QString readError(const QString &path)
 {
-    // A pipe in its place would block for ever.
+    // Opening a pipe would block.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
         return QStringLiteral("not a file");
     QFile file(path);
@@ -138,10 +138,10 @@ QString Loader::useError(const QString &path)
         QString circle;
         for (auto link = first; link != m_chain.cend(); ++link)
             circle += QStringLiteral("%1:%2 -> ").arg(link->file).arg(link->useLine);
-        return QStringLiteral("files use each other in a circle: ") + circle + first->file;
+        return QStringLiteral("circular use of files: ") + circle + first->file;
     }
     if (m_chain.size() > limits::UsedDepth)
-        return QStringLiteral("more than %1 files inside each other").arg(limits::UsedDepth);
+        return QStringLiteral("more than %1 nested files").arg(limits::UsedDepth);
     if (++m_files > limits::UsedFiles)
         return QStringLiteral("more than %1 used files in all").arg(limits::UsedFiles);
     return {};

@@ -57,14 +57,14 @@ void StepReader::screenshot(const YamlNode &value, Step &step)
         m_reader.errorExpected(value,
                                QStringLiteral("a name of at most %1 letters, digits, - and _").arg(limits::NameLength));
     if (m_screenshots.contains(*name))
-        m_reader.error(value, QStringLiteral("a screenshot \"%1\" stands above already").arg(*name));
+        m_reader.error(value, QStringLiteral("the name \"%1\" is already used by another screenshot").arg(*name));
     m_screenshots.append(*name);
 }
 
 void StepReader::repeat(const YamlNode &value, Step &step)
 {
     if (m_depth >= limits::RepeatDepth)
-        return m_reader.error(value, QStringLiteral("more than %1 repeats inside each other").arg(limits::RepeatDepth));
+        return m_reader.error(value, QStringLiteral("more than %1 nested repeats").arg(limits::RepeatDepth));
     ++m_depth;
     bool hasSteps = false;
     for (const auto &entry : m_reader.map(value, {QStringLiteral("times"), QStringLiteral("steps")})) {

@@ -49,7 +49,8 @@ SimulatedSession::SimulatedSession(const Options &options)
     m_services.addTo(m_host);
 }
 
-// The pages and the component first, as long as everything that they can call still exists; then what they scheduled.
+// Deletes the pages and the component first, while everything that they can call still exists, and then what they have
+// scheduled.
 SimulatedSession::~SimulatedSession()
 {
     m_clock.setObserver({});
@@ -70,7 +71,7 @@ bool SimulatedSession::applyOptions(QString *error)
     }
     if (setLanguage(m_options.language))
         return true;
-    *error = QStringLiteral("There is no catalog for the language \"%1\"; there are %2.")
+    *error = QStringLiteral("There is no catalog for the language \"%1\"; available: %2.")
                  .arg(m_options.language, languages().join(QStringLiteral(", ")));
     return false;
 }
@@ -107,7 +108,7 @@ bool SimulatedSession::loadComponent(QString *error)
     return isLoaded;
 }
 
-// After the component, because the pages use its library, which the linker then finds by its name.
+// Called after the component was loaded: the pages use its library, which the linker then finds by its name.
 bool SimulatedSession::loadPages(QString *error)
 {
     m_hasLoadedComponent = true;

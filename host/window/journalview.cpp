@@ -148,7 +148,7 @@ void JournalView::updateCounts()
         return;
     m_forgotten->setText(
         m_file.isEmpty()
-            ? QStringLiteral("The oldest %1 lines are gone; --journal FILE keeps them.").arg(forgotten)
+            ? QStringLiteral("The oldest %1 lines were discarded; use --journal FILE to keep all lines.").arg(forgotten)
             : QStringLiteral("The oldest %1 lines are only in %2.").arg(QString::number(forgotten), m_file));
 }
 

@@ -350,7 +350,7 @@ void CommandsTest::playNeverWritesOverAnInput()
     const auto before = read(victim);
     const auto played = run(QStringList{QStringLiteral("play"), QStringLiteral("a.yaml")} + options);
     QCOMPARE(played.status, 2);
-    QVERIFY2(played.err.contains(QStringLiteral(" would write \"")), qPrintable(played.err));
+    QVERIFY2(played.err.contains(QStringLiteral("\" would overwrite \"")), qPrintable(played.err));
     QCOMPARE(read(victim), before);
 }
 
@@ -388,7 +388,7 @@ void CommandsTest::recordNeverWritesOverAnInput()
 {
     const QString f = QStringLiteral("f");
     const auto both = run({QStringLiteral("record"), f, QStringLiteral("--journal"), QStringLiteral("./f")});
-    QCOMPARE(both.err, QStringLiteral("panelhost: --journal would write \"./f\" over \"f\", which record writes.\n"));
+    QCOMPARE(both.err, QStringLiteral("panelhost: --journal \"./f\" would overwrite \"f\", which record writes.\n"));
     QCOMPARE(both.status, 2);
     QVERIFY(!QFileInfo::exists(m_directory->filePath(f)));
     writeShare(GoodMenu, GoodKeys);

@@ -118,15 +118,15 @@ void CheckTest::file_data()
          "4:9: warning: found key \"\", expected names separated by dots, such as em.factorytest.Net",
          "5:9: warning: found Key \"em.factorytest.\", expected names separated by dots, such as em.factorytest.Net"});
     row("menu10.xml",
-        {"5:13: warning: opens \"container.net\" as the item of line 3 does",
-         "7:13: warning: opens \"container.factorytest.repairmode.net\" as the item of line 6 does"});
+        {"5:13: warning: opens \"container.net\", as does the item in line 3",
+         "7:13: warning: opens \"container.factorytest.repairmode.net\", as does the item in line 6"});
     row("menu11.xml",
         {"5:17: warning: found element \"MenuItem\", expected the end of MenuItem",
          "6:17: warning: found element \"MenuItem\", expected the end of MenuItem"});
     row("menu12.xml",
-        {"3:9: warning: MenuItem gives its key as \"key\", expected \"Key\"",
+        {"3:9: warning: found attribute \"key\" of MenuItem, expected \"Key\"",
          "4:9: warning: found Key \"\", expected names separated by dots, such as em.factorytest.Net",
-         "4:9: warning: MenuItem gives its key as \"key\", expected \"Key\""});
+         "4:9: warning: found attribute \"key\" of MenuItem, expected \"Key\""});
     row("menu13.xml",
         {"5:5: warning: found element \"MenuBar\", expected the end of LCD",
          "8:5: warning: found element \"MenuBar\", expected the end of LCD"});
@@ -155,7 +155,7 @@ void CheckTest::file_data()
          "once",
          "8:9: warning: found Key \"em.factorytest.Usb\" a second time (the first is in line 4), expected each Key "
          "once",
-         "8:46: warning: opens \"container.net\" as the item of line 3 does"});
+         "8:46: warning: opens \"container.net\", as does the item in line 3"});
     row("menu22.xml",
         {"2:14: warning: found text \"stray words\" in MenuBar, expected none",
          "6:13: warning: found text \"Tür und Tor\" in MenuItem, expected none",

@@ -102,7 +102,7 @@ private Q_SLOTS:
         row("constructor_throws", "opening it crashed the process: Aborted.", "located");
         row("constructor_exits", "opening it ended the process with status 0.", "located");
         row("info_throws", "pluginfo() threw: out of paper.", "located opened");
-        row("info_is_data", "its symbol \"pluginfo\" is data where a function is expected.", "located opened");
+        row("info_is_data", "the symbol \"pluginfo\" is data, expected a function.", "located opened");
         row("info_exits", "pluginfo() ended the process with status 0.", "located opened");
         row("init_throws", "pluginit() threw: out of glue.", "located opened checked");
         row("init_crashes", "pluginit() crashed the process: Segmentation fault.", "located opened checked");

@@ -40,8 +40,8 @@ private Q_SLOTS:
         row("no_pluginit", "has no symbol \"pluginit\".", LoadState::Opened);
         row("no_table", "has no symbol \"lcdfactorymodeimpl_mirel_componentInfoTable\".", LoadState::Opened);
         row("null_info", "pluginfo() returns no record.", LoadState::Opened);
-        row("wrong_version", "has interface version \"0.2\" where \"0.1\" is expected.", LoadState::Opened);
-        row("null_version", "has interface version \"(null)\" where \"0.1\" is expected.", LoadState::Opened);
+        row("wrong_version", "has interface version \"0.2\", expected \"0.1\".", LoadState::Opened);
+        row("null_version", "has interface version \"(null)\", expected \"0.1\".", LoadState::Opened);
         row("null_table", "has no component table.", LoadState::Opened);
         row("empty_table", "has a component table with no entry.", LoadState::Opened);
         row("other_component", "has no component \"lcd.factory.mode\", only \"lcd.coffee.mode\".", LoadState::Opened);
@@ -52,10 +52,10 @@ private Q_SLOTS:
         row("creator_throws", "the creator of \"lcd.factory.mode\" threw: out of paint.", LoadState::Initialized);
         row("creator_throws_int", "the creator of \"lcd.factory.mode\" threw an exception.", LoadState::Initialized);
         row("other_widget",
-            "the creator of \"lcd.factory.mode\" made a QWidget, which is no LCD::FactoryMode::ILcdFactoryMode.",
+            "the creator of \"lcd.factory.mode\" created a QWidget, expected a LCD::FactoryMode::ILcdFactoryMode.",
             LoadState::Initialized);
-        row("info_is_data", "its symbol \"pluginfo\" is data where a function is expected.", LoadState::Opened);
-        row("init_is_data", "its symbol \"pluginit\" is data where a function is expected.", LoadState::Opened);
+        row("info_is_data", "the symbol \"pluginfo\" is data, expected a function.", LoadState::Opened);
+        row("init_is_data", "the symbol \"pluginit\" is data, expected a function.", LoadState::Opened);
         row("info_throws", "pluginfo() threw: out of paper.", LoadState::Opened);
         row("info_throws_int", "pluginfo() threw an exception.", LoadState::Opened);
         row("init_throws", "pluginit() threw: out of glue.", LoadState::Checked);

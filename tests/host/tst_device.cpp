@@ -323,7 +323,7 @@ private Q_SLOTS:
         QVERIFY(!faults->set(q("service-absent"), true, {{q("service"), QString()}}, &error));
         QCOMPARE(error, q("The fault \"service-absent\" needs \"service\"."));
         QVERIFY(!faults->set(q("calibration-fails"), true, {{q("step"), 8}}, &error));
-        QCOMPARE(error, q("The fault \"calibration-fails\" has no \"step\" 8; there are 1, 2, 3, 4, 5, 6, 7."));
+        QCOMPARE(error, q("The fault \"calibration-fails\" has no \"step\" 8; available: 1, 2, 3, 4, 5, 6, 7."));
         QVERIFY(!faults->set(q("service-absent"), true, {{q("service"), q("lcdCoffee")}}, &error));
         QVERIFY(!faults->set(q("calibration-fails"), false, {{q("step"), 8}}, &error));
         QVERIFY(faults->set(q("calibration-fails"), true, {{q("step"), q("7")}}, &error));

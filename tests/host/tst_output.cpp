@@ -269,7 +269,7 @@ void TestOutput::inputIsRefused()
     const QString output = m_directory->path() + QLatin1Char('/') + spelling;
     QString error;
     QVERIFY(!check.addOutput(q("--journal"), output, true, &error));
-    QCOMPARE(error, q("--journal would write \"%1\" over \"%2\", which is read.").arg(output, path("a.yaml")));
+    QCOMPARE(error, q("--journal \"%1\" would overwrite \"%2\", which is read.").arg(output, path("a.yaml")));
     QVERIFY2(check.addOutput(q("--journal"), path("sub/a.yaml"), false, &error), qPrintable(error));
 }
 
@@ -292,7 +292,7 @@ void TestOutput::fileThatIsNotThereYetIsRefused()
     QVERIFY2(check.addOutput(q("record"), path("f"), false, &error), qPrintable(error));
     QVERIFY2(check.addOutput(q("--other"), path("g"), false, &error), qPrintable(error));
     QVERIFY(!check.addOutput(q("--journal"), m_directory->path() + QLatin1Char('/') + spelling, false, &error));
-    QVERIFY2(error.endsWith(q("over \"%1\", which record writes.").arg(path("f"))), qPrintable(error));
+    QVERIFY2(error.endsWith(q("would overwrite \"%1\", which record writes.").arg(path("f"))), qPrintable(error));
 }
 
 void TestOutput::shareFilesAndComponentAreInputs()
@@ -315,7 +315,7 @@ void TestOutput::recordingIsRefusedUnlessForced()
     OutputCheck check({});
     QString error;
     QVERIFY(!check.addOutput(q("--journal"), path("old.yaml"), false, &error));
-    QCOMPARE(error, q("--journal would write over the recording \"%1\"; --force overwrites it.").arg(path("old.yaml")));
+    QCOMPARE(error, q("--journal \"%1\" would overwrite a recording; --force allows it.").arg(path("old.yaml")));
     QVERIFY2(check.addOutput(q("--journal"), path("old.yaml"), true, &error), qPrintable(error));
 }
 

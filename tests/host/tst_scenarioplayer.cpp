@@ -183,7 +183,7 @@ void ScenarioPlayerTest::failingExpectationTellsWhatWasThere()
     const auto text = result.failureText();
     QVERIFY(text.contains(QStringLiteral("scenario.yaml:3:5: failed at 0:01.000: expect: ")));
     QVERIFY(text.contains(QStringLiteral("expected page: \"aging\"\n  found    \"menu\"")));
-    QVERIFY(text.contains(QStringLiteral("found    no such thing on the page \"menu\"")));
+    QVERIFY(text.contains(QStringLiteral("found    the page \"menu\" has no such property")));
     QVERIFY(!text.contains(QStringLiteral("expected menu.level")));
     QCOMPARE(result.lastLines.size(), 10);
 }

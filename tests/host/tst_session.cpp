@@ -96,14 +96,14 @@ private Q_SLOTS:
         QTest::addColumn<OperatorAction>("wrong");
         QTest::addColumn<QString>("sentence");
         QTest::newRow("key") << navigate("sideways")
-                             << q("There is no navigation key \"sideways\"; there are up, down, left, right, enter, "
+                             << q("There is no navigation key \"sideways\"; available: up, down, left, right, enter, "
                                   "back.");
         QTest::newRow("panel key") << action(OperatorAction::Kind::Press, "key", 9999)
                                    << q("The panel has no key \"9999\".");
         QTest::newRow("soft") << action(OperatorAction::Kind::Soft, "side", q("left"))
                               << q("The page shows no left button.");
         QTest::newRow("side") << action(OperatorAction::Kind::Soft, "side", q("top"))
-                              << q("There is no soft button \"top\"; there are left and right.");
+                              << q("There is no soft button \"top\"; available: left, right.");
         QTest::newRow("port") << action(OperatorAction::Kind::Plug, "port", q("net9"))
                               << q("The device has no port \"net9\".");
         QTest::newRow("block") << action(OperatorAction::Kind::Block, "port", q("net1"))
@@ -224,11 +224,11 @@ private Q_SLOTS:
         Session::Options options;
         options.language = q("xx");
         QVERIFY(!Session::open(options, &error));
-        QVERIFY2(error.startsWith(q("There is no catalog for the language \"xx\"; there are ")), qPrintable(error));
+        QVERIFY2(error.startsWith(q("There is no catalog for the language \"xx\"; available: ")), qPrintable(error));
         options = {};
         options.faults << Session::InitialFault{q("earthquake"), {}};
         QVERIFY(!Session::open(options, &error));
-        QVERIFY2(error.startsWith(q("There is no fault \"earthquake\"; there are key-dead, ")), qPrintable(error));
+        QVERIFY2(error.startsWith(q("There is no fault \"earthquake\"; available: key-dead, ")), qPrintable(error));
         options = {};
         options.component = q("/nowhere/lib.so");
         QVERIFY(!Session::open(options, &error));

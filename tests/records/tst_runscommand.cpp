@@ -235,10 +235,10 @@ void RunsCommandTest::aPlaceThatIsNone_data()
     QTest::newRow("none") << QStringLiteral("none")
                           << QStringLiteral("There are no run records: --records or PANELHOST_RECORDS is none.");
     QTest::newRow("other") << QStringLiteral("file")
-                           << QStringLiteral("--records is \"file\"; it is sqlite:FILE, "
+                           << QStringLiteral("--records is \"file\", expected sqlite:FILE, "
                                              "postgresql://USER@HOST/DATABASE or none.");
     QTest::newRow("no file") << QStringLiteral("sqlite:")
-                             << QStringLiteral("--records is \"sqlite:\"; it is sqlite:FILE, "
+                             << QStringLiteral("--records is \"sqlite:\", expected sqlite:FILE, "
                                                "postgresql://USER@HOST/DATABASE or none.");
     QTest::newRow("missing") << QStringLiteral("sqlite:/no/such/file")
                              << QStringLiteral("There are no run records at /no/such/file.");

@@ -134,7 +134,8 @@ void TestJournalView::counterTellsOfForgottenLines()
     view.poll();
     QCOMPARE(count->text(), QStringLiteral("50 of 140"));
     QVERIFY(forgotten->isVisible());
-    QCOMPARE(forgotten->text(), QStringLiteral("The oldest 90 lines are gone; --journal FILE keeps them."));
+    QCOMPARE(forgotten->text(),
+             QStringLiteral("The oldest 90 lines were discarded; use --journal FILE to keep all lines."));
     view.setFile(QStringLiteral("j.jsonl"));
     view.poll();
     QCOMPARE(forgotten->text(), QStringLiteral("The oldest 90 lines are only in j.jsonl."));
