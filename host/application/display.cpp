@@ -65,7 +65,7 @@ bool hasEndedWell(pid_t child, int endPipe)
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// Returns true if no process can be started: Qt has to find out then.
+// Also returns true if no process can be started. Qt then tries to connect by itself.
 bool canConnect(int argc, char **argv)
 {
     int endPipe[2];

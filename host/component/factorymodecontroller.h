@@ -18,9 +18,9 @@ class Device;
 class Journal;
 class Lcd;
 
-/// Does what the component's widget needs from its host: sets size and configuration, enters and leaves factory mode,
-/// and shows pages of the repair mode or of the LCD when the widget requests it. Signals are connected by name, because
-/// the meta-object of the widget belongs to the component. GUI thread.
+/// Controls the component's widget as its host: sets its size and configuration, enters and exits factory mode, and
+/// shows a page of the repair mode or of the LCD when the widget requests a container. Signals are connected by name,
+/// because the meta-object of the widget belongs to the component. GUI thread.
 class FactoryModeController : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ namespace panelhost {
 QList<KeyState> readKeyList(const QString &directory)
 {
     QFile file(QDir(directory).filePath(QStringLiteral("factorykeychecklist.xml")));
-    // A pipe in its place would block for ever.
+    // Opening a pipe would block.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
     QList<KeyState> keys;

@@ -20,7 +20,7 @@ QString threadName(ThreadKind thread)
     return QStringLiteral("other");
 }
 
-// A text as a JSON string, with quotes.
+// Returns a text as a JSON string, with quotes.
 QByteArray quoted(const QString &text)
 {
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
@@ -86,7 +86,7 @@ qint64 Journal::count() const
     return m_count;
 }
 
-// With the lock held.
+// The caller holds the lock.
 QVector<Journal::Entry> Journal::range(qint64 first, qint64 count) const
 {
     const auto size = static_cast<qint64>(m_entries.size());

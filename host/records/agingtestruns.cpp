@@ -26,7 +26,7 @@ void AgingTestRuns::endSession()
     m_run.reset();
 }
 
-// The page has a left button while the test runs, and no button at all when it has been stopped.
+// The page has a left button while the test runs, and no button after it was stopped.
 void AgingTestRuns::readScreen()
 {
     const LcdState &lcd = m_session.lcd();

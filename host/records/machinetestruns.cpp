@@ -9,8 +9,8 @@ namespace {
 struct PhaseRow
 {
     const char *name;
-    const char *icon;     ///< of its screens' titles, or how it begins
-    const char *passLine; ///< that the page's log gets when the phase is left; nullptr: none
+    const char *icon;     ///< title icon of its screens, or the first part of it
+    const char *passLine; ///< log line of the page when the phase ends; nullptr: none
 };
 
 constexpr PhaseRow phaseRows[] = {
@@ -33,7 +33,7 @@ constexpr int FirstTestType = 0;
 constexpr char passedColor[] = "#129a37";
 constexpr char failedColor[] = "#ff483c";
 
-// The lines at the end of @p now that @p before doesn't end with. The page drops its oldest lines when it has many.
+// Returns the lines that were appended since @p before. The page discards its oldest lines if there are many.
 QStringList newLines(const QStringList &before, const QStringList &now)
 {
     for (int dropped = qMax(0, before.size() - now.size()); dropped < before.size(); ++dropped) {
@@ -118,7 +118,7 @@ void MachineTestRuns::readLogLine(const QString &line)
     }
 }
 
-// Phases follow each other in one direction. Where two have the same icon, the log tells when the first one is left.
+// Phases have a fixed order. If two of them have the same icon, the log shows when the first one ends.
 void MachineTestRuns::readPhaseScreen(const QString &icon)
 {
     int phase = m_run ? m_phase : 0;
@@ -126,7 +126,7 @@ void MachineTestRuns::readPhaseScreen(const QString &icon)
         ++phase;
     const bool isFirst = icon == QLatin1String(phaseRows[0].icon);
     if (!m_run) {
-        // The component may go on with a run that has failed; its verdict stands.
+        // The component may continue a run that has failed. Its outcome doesn't change.
         if (isFirst)
             start();
     } else if (isFirst && (m_phase > 0 || (m_screen == Screen::Entry && m_hasStarted))) {
@@ -182,7 +182,7 @@ void MachineTestRuns::finish(RunOutcome outcome)
     m_run.reset();
 }
 
-// The first key is awaited before the phase's screen is seen.
+// The key walk waits for its first key before the screen of the phase appears.
 void MachineTestRuns::readKeys(const Journal::Entry &entry)
 {
     const int key = entry.data.value(QLatin1String("halKey")).toInt(-1);

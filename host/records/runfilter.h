@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// Which runs are asked for. Empty members ask for all.
+/// Selects runs. An empty member selects all of them.
 struct RunFilter
 {
     QString unit;

@@ -7,10 +7,10 @@
 
 namespace panelhost {
 
-/// The options of a command that prints runs of a store.
+/// Returns the options of a command that prints saved runs.
 QList<QCommandLineOption> runFilterOptions();
 
-/// What they say. Returns nullopt, with one sentence in @p error, for a value that none of them has.
+/// Reads these options. Returns nullopt and sets @p error to a sentence if a value isn't valid.
 std::optional<RunFilter> readRunFilter(const QCommandLineParser &parser, QString *error);
 
 }

@@ -34,7 +34,7 @@ QString beginText(const Run &run)
     return begin.isValid() ? begin.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) : QStringLiteral("-");
 }
 
-// What is most telling of a run of its kind.
+// Returns the most important detail of a run of its kind.
 QString detailText(const Run &run)
 {
     switch (run.kind) {

@@ -5,12 +5,12 @@
 
 namespace panelhost {
 
-/// What a command that opens sessions does for run records, by its options: saves the runs, and begins journals with
-/// a session line. GUI thread, but for add().
+/// The run records of a command that opens sessions. Saves the runs and supplies the session line of each journal, as
+/// the options of the command say. GUI thread only, except for add().
 class RunRecords
 {
 public:
-    /// Whether runs are saved if neither option nor variable says where.
+    /// Whether runs are saved if neither --records nor PANELHOST_RECORDS is set.
     enum class Default {
         Save,
         DoNotSave
@@ -18,20 +18,20 @@ public:
 
     ~RunRecords();
 
-    /// The options --records, --unit, --station and --operator.
+    /// Returns the options --records, --unit, --station and --operator.
     static QList<QCommandLineOption> options();
 
-    /// Returns false, with one sentence in @p error, for a wrong value. Nothing is opened yet; what can't be opened or
-    /// saved later is told to @p listener on any thread.
+    /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Opens no file yet. If a
+    /// file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any thread.
     bool open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener, QString *error);
 
-    /// A session begins. Returns the line, with its end, that its journal begins with; empty if runs aren't saved and
-    /// nobody has said who is tested.
+    /// Begins a session. Returns the first line of its journal, with line end. Empty if runs aren't saved and no option
+    /// says what is tested.
     QByteArray beginSession(const QString &language, const QString &share);
     void add(const Journal::Entry &entry);
     void endSession();
 
-    /// Waits until all runs were saved. Returns false, after a sentence to the listener, if some could not be.
+    /// Waits until all runs are saved. If some can't be saved, calls the listener and returns false.
     bool finish();
 
 private:

@@ -52,7 +52,7 @@ int RunSaver::saved() const
     return m_saved;
 }
 
-// The disk is used without the lock. A job leaves the queue when it is saved.
+// Accesses the disk without holding the lock. A job stays in the queue until it is saved.
 void RunSaver::work()
 {
     std::unique_lock lock(m_mutex);

@@ -10,9 +10,9 @@
 
 namespace panelhost {
 
-/// Saves runs on a thread of its own, in order, so that no disk holds up the caller. A run that can't be saved is kept
-/// and tried again every few seconds and in finish(). If the file turns out to be unusable, it is left as it is and a
-/// new one next to it is used. Any thread may call.
+/// Saves runs in order on a thread of its own, so that a slow disk doesn't block the caller. A run that can't be saved
+/// is kept and tried again every few seconds and in finish(). If the file turns out to be unusable, it is left as it is
+/// and a new one next to it is used. Any thread may call.
 class RunSaver
 {
 public:

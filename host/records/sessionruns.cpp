@@ -29,7 +29,7 @@ void SessionRuns::end()
     m_extractor.endSession();
 }
 
-// With the lock held.
+// The caller holds the lock.
 void SessionRuns::take(const Run &run)
 {
     QByteArray journal = m_sessionLine;

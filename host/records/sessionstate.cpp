@@ -9,7 +9,7 @@ namespace {
 // The namespace of the names from which the ids of runs are computed.
 const QUuid idNamespace(0x8b0d3c5a, 0x6f1e, 0x4c0b, 0x9a, 0x57, 0x2e, 0x41, 0x7d, 0x90, 0xc3, 0x18);
 
-// What an operator does to the panel, other than plugging.
+// Returns true for what an operator does to the panel, except for plugging.
 bool isInput(const QString &action)
 {
     static const QSet<QString> inputs = {QStringLiteral("soft"),  QStringLiteral("navigate"),
@@ -60,7 +60,7 @@ void SessionState::readAction(const Journal::Entry &entry)
         m_cause = VerdictSource::Operator;
 }
 
-// The lines up to the end of a run tell it from those of all other sessions that have no id.
+// If the session has no id, the hash of its lines distinguishes its runs from those of other sessions.
 QUuid SessionState::idOf(const Run &run) const
 {
     const QString session =

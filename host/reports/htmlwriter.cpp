@@ -41,7 +41,7 @@ HtmlWriter &HtmlWriter::end()
     return *this;
 }
 
-// Even no text at all ends the start tag, so that the element gets an end tag of its own.
+// Closes the start tag even if the text is empty, so that the element gets an end tag.
 HtmlWriter &HtmlWriter::element(const char *tag, const char *cssClass, const QString &text)
 {
     return begin(tag, cssClass).text(text).end();

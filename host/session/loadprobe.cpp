@@ -17,12 +17,12 @@ namespace panelhost {
 
 namespace {
 
-// Environment variables with the paths of the component's library and of the pages' library, if that is to be loaded.
+// Environment variables with the paths of the component's library and of the pages' library, if it is to be loaded.
 constexpr char request[] = "PANELHOST_PROBE";
 constexpr char pagesRequest[] = "PANELHOST_PROBE_PAGES";
 constexpr char program[] = "/proc/self/exe";
 
-// The process writes lines of a word and a text.
+// Each line that the process writes consists of a word and a text.
 constexpr char calling[] = "calling ";
 constexpr char reached[] = "reached "; // with the number of the state
 constexpr char done[] = "done ";

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// Does the same as VirtualClock::advanceUntil(), but not faster than the wall clock, for a user who watches.
+/// Like VirtualClock::advanceUntil(), but not faster than real time, for `play --realtime`. Blocks the GUI thread.
 bool waitInRealTime(VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done);
 
 }

@@ -12,7 +12,7 @@
 #include <atomic>
 #include <cmath>
 
-// Of Qt's core: events posted to this thread and not sent yet.
+// A function of Qt's core: returns the number of events that were posted to this thread and not sent yet.
 Q_CORE_EXPORT uint qGlobalPostedEventsCount();
 
 namespace panelhost {

@@ -52,7 +52,7 @@ void PanelWindow::perform(const OperatorAction &action)
     refresh();
 }
 
-// Only if it has changed, so that it doesn't replace the message of a later action.
+// Shows the failure only if it has changed, so that it doesn't replace the message of a later action.
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
@@ -172,7 +172,8 @@ void PanelWindow::addViewMenu()
     menu->addAction(journal);
 }
 
-// To the right of the panel if the screen is wide enough, below it if the screen is high enough, otherwise hidden.
+// Places the journal to the right of the panel if the screen is wide enough, or below it if the screen is high enough.
+// Otherwise hides it.
 void PanelWindow::addJournal()
 {
     constexpr int Room = 25 * theme::Grid;

@@ -2,7 +2,7 @@
 
 #include <QtCore/QtGlobal>
 
-/// The limits of a scenario. docs/scenarios.md describes each of them.
+/// The limits of scenario files. docs/scenarios.md describes each of them.
 namespace panelhost::limits {
 
 constexpr qint64 FileSize = 4 << 20; ///< bytes

@@ -14,7 +14,7 @@ using LCD::ProtocolImpl::s_NodeUSB;
 
 namespace {
 
-// The node types of the tree: ports, and the hub that they hang on.
+// The node types of the tree: ports, and the hub to which they are connected.
 constexpr int usbHubNode = 9;
 constexpr int usbPortNode = 26;
 
@@ -36,10 +36,10 @@ s_NodeUSB usbRecord(int port, int type, bool active, bool blocked)
     return record;
 }
 
-// A huge number that a receiver can still hold an array for; the highest 32-bit one would ask for 2 Gi entries.
+// A large number for which a receiver can still allocate an array. The largest 32-bit number would need 2 Gi entries.
 constexpr int hugePort = 1'000'000;
 
-// Returns the payload: the list, or what a fault replaces it by.
+// Returns the payload: the list, or what replaces it because of a fault.
 template <class Record>
 std::any payload(std::vector<Record> records, const Faults &faults)
 {
