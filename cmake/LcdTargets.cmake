@@ -39,10 +39,11 @@ function(lcd_target target)
     endif()
 endfunction()
 
-# lcd_add_test(<name> SOURCES <files...> [LIBRARIES <targets...>] [LABELS <labels...>] [TIMEOUT <seconds>])
-# Builds <name> from its sources and runs it without a display.
+# lcd_add_test(<name> SOURCES <files...> [LIBRARIES <targets...>] [LABELS <labels...>] [TIMEOUT <seconds>]
+#     [WRAPPER <program>])
+# Builds <name> from its sources and runs it without a display, as an argument of the wrapper if there is one.
 function(lcd_add_test name)
-    cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "" "TIMEOUT;WRAPPER" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
     endif()
@@ -52,7 +53,7 @@ function(lcd_add_test name)
     target_link_libraries(${name} PRIVATE Qt5::Test ${TEST_LIBRARIES})
     target_compile_definitions(${name} PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\""
         "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
-    add_test(NAME ${name} COMMAND ${name})
+    add_test(NAME ${name} COMMAND ${TEST_WRAPPER} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
         ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endfunction()
@@ -65,6 +66,6 @@ set(LCD_TEST_ENVIRONMENT
     QT_LOGGING_TO_CONSOLE=1
     QT_SCALE_FACTOR=1
     LC_ALL=C.UTF-8
-    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0"
+    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0:verify_asan_link_order=0" # umockdev is preloaded
     "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1"
     "TSAN_OPTIONS=halt_on_error=1:suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")

@@ -10,6 +10,10 @@ namespace panelhost {
 /// sets @p error to the path and the system's reason on failure; an existing file keeps its content then.
 bool replaceFile(const QString &path, const QByteArray &content, QString *error);
 
+/// Like replaceFile(), but also waits until the new content is on the disk: after a power cut, the file has either its
+/// old or its new content.
+bool replaceFileDurably(const QString &path, const QByteArray &content, QString *error);
+
 /// Returns the path to which replaceFile() writes before it renames the file.
 QString partialPath(const QString &path);
 

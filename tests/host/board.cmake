@@ -6,3 +6,28 @@ function(lcd_add_board_test name)
 endfunction()
 
 lcd_add_board_test(tst_boardeventloop)
+
+# Mock devices: the programs run under umockdev-wrapper, which shows them a /sys, a /dev and a udev of their own.
+find_package(PkgConfig REQUIRED)
+find_program(UMOCKDEV_WRAPPER umockdev-wrapper)
+pkg_check_modules(UMOCKDEV IMPORTED_TARGET umockdev-1.0)
+
+# lcd_add_mock_board_test(<name>): a test in board/<name>.cpp that uses mock devices.
+function(lcd_add_mock_board_test name)
+    if(NOT UMOCKDEV_WRAPPER OR NOT UMOCKDEV_FOUND)
+        message(STATUS "${name} isn't built: libumockdev-dev and umockdev aren't installed.")
+        return()
+    endif()
+    lcd_add_test(${name} SOURCES board/${name}.cpp WRAPPER "${UMOCKDEV_WRAPPER}"
+        LIBRARIES board_mocks panelhost_base LABELS board)
+endfunction()
+
+if(UMOCKDEV_FOUND)
+    add_library(board_mocks STATIC board/mockinput.cpp board/mockinput.h)
+    lcd_target(board_mocks)
+    target_include_directories(board_mocks PUBLIC board)
+    target_link_libraries(board_mocks PUBLIC Qt5::Core PkgConfig::UMOCKDEV)
+endif()
+
+lcd_add_mock_board_test(tst_boardevdev)
+lcd_add_mock_board_test(tst_boardusbports)
