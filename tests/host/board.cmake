@@ -6,6 +6,7 @@ function(lcd_add_board_test name)
 endfunction()
 
 lcd_add_board_test(tst_boardeventloop)
+lcd_add_board_test(tst_boardnetlinks)
 
 # Mock devices: the programs run under umockdev-wrapper, which shows them a /sys, a /dev and a udev of their own.
 find_package(PkgConfig REQUIRED)
@@ -30,4 +31,5 @@ if(UMOCKDEV_FOUND)
 endif()
 
 lcd_add_mock_board_test(tst_boardevdev)
+lcd_add_mock_board_test(tst_boardslider)
 lcd_add_mock_board_test(tst_boardusbports)

@@ -101,7 +101,7 @@ void SliderInput::IioReader::read()
     if (!isNumber)
         return m_slider.setProblem(
             QStringLiteral("%1: found \"%2\", expected a whole number.").arg(m_attribute, QString::fromLatin1(text)));
-    m_slider.setProblem(m_slider.m_fileProblem);
+    m_slider.setProblem({});
     m_slider.update(value);
 }
 
@@ -134,10 +134,9 @@ SliderInput::SliderInput(const Configuration &configuration, Callbacks callbacks
 
 SliderInput::~SliderInput() = default;
 
-void SliderInput::start()
+void SliderInput::start(QString *warning)
 {
-    m_calibrated = loadSliderEnds(m_configuration.stateFile, &m_fileProblem);
-    setProblem(m_fileProblem);
+    m_calibrated = loadSliderEnds(m_configuration.stateFile, warning);
     if (m_iio)
         m_iio->find();
 }
@@ -153,7 +152,7 @@ void SliderInput::setRaw(int value, int minimum, int maximum)
 {
     if (!m_configuration.range)
         m_range = {minimum, maximum};
-    setProblem(m_fileProblem);
+    setProblem({});
     update(value);
 }
 
@@ -206,8 +205,6 @@ QString SliderInput::store()
     if (!saveSliderEnds(m_configuration.stateFile, found, &error))
         return QStringLiteral("the calibration can't be stored: %1").arg(error);
     m_calibrated = found;
-    m_fileProblem.clear();
-    setProblem({});
     report(sliderPosition(found, *m_value));
     return {};
 }

@@ -45,8 +45,9 @@ public:
     SliderInput(const Configuration &configuration, Callbacks callbacks);
     ~SliderInput();
 
-    /// Loads the calibration and begins to read the IIO channel, if any.
-    void start();
+    /// Loads the calibration and begins to read the IIO channel, if any. Without a calibration the T-Bar works, too:
+    /// @p warning is set to a sentence if the stored one can't be used.
+    void start(QString *warning);
     QList<EventSource *> sources();
 
     /// Sets the value of the axis and the limits that its driver states. Not for an IIO channel.
@@ -77,7 +78,6 @@ private:
     std::optional<int> m_value;
     std::optional<double> m_position; // as reported
     std::optional<SliderCalibration> m_calibration;
-    QString m_fileProblem; // of the stored calibration
     QString m_problem;
 };
 
