@@ -5,7 +5,7 @@
 
 namespace panelhost {
 
-QByteArray recordingHeader()
+QByteArray recordingSignature()
 {
     return QByteArrayLiteral("# Recorded with panelhost. Play it with: panelhost play FILE\n");
 }
@@ -14,7 +14,7 @@ bool isRecording(const QString &path)
 {
     QFile file(path);
     return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly)
-        && file.read(recordingHeader().size()) == recordingHeader();
+        && file.read(recordingSignature().size()) == recordingSignature();
 }
 
 }

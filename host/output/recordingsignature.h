@@ -6,7 +6,7 @@
 namespace panelhost {
 
 /// Returns the first line of every recording.
-QByteArray recordingHeader();
+QByteArray recordingSignature();
 /// Returns true if @p path is a regular file that begins like a recording.
 bool isRecording(const QString &path);
 

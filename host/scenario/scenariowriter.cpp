@@ -45,7 +45,7 @@ void ScenarioWriter::close()
 QByteArray ScenarioWriter::header() const
 {
     const auto &options = m_session.options();
-    QByteArray text = recordingHeader() + "device:\n";
+    QByteArray text = recordingSignature() + "device:\n";
     const auto add = [&text](const char *name, const QByteArray &value) {
         text += QByteArray("  ") + name + ": " + value + '\n';
     };

@@ -311,7 +311,7 @@ void TestOutput::shareFilesAndComponentAreInputs()
 
 void TestOutput::recordingIsRefusedUnlessForced()
 {
-    write("old.yaml", recordingHeader() + "device:\n");
+    write("old.yaml", recordingSignature() + "device:\n");
     OutputCheck check({});
     QString error;
     QVERIFY(!check.addOutput(q("--journal"), path("old.yaml"), false, &error));
