@@ -3,6 +3,7 @@
 #include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
 #include "records/runrecords.h"
+#include "records/storereader.h"
 #include "window/layoutdump.h"
 #include "window/panelwindow.h"
 #include "window/windowfiles.h"
@@ -28,18 +29,24 @@ int takeScreenshot(PanelWindow &window, Session &session, const QString &path)
     return window.grab().save(path) ? 0 : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
+// Calls @p function with the window, on the GUI thread, if there is still one by then. Comes on any thread.
+void callWindow(const std::function<void(PanelWindow &)> &function)
+{
+    const auto call = [function] {
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget *widget : windows) {
+            if (auto *window = qobject_cast<PanelWindow *>(widget))
+                function(*window);
+        }
+    };
+    QMetaObject::invokeMethod(QCoreApplication::instance(), call, Qt::QueuedConnection);
+}
+
 // Comes on any thread.
 void tellProblem(const QString &sentence)
 {
     reportError(sentence);
-    const auto show = [sentence] {
-        const auto windows = QApplication::topLevelWidgets();
-        for (QWidget *widget : windows) {
-            if (auto *window = qobject_cast<PanelWindow *>(widget))
-                window->addFailure(sentence);
-        }
-    };
-    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::QueuedConnection);
+    callWindow([sentence](PanelWindow &window) { window.addFailure(sentence); });
 }
 
 // Nothing goes to a sink that is empty.
@@ -52,9 +59,22 @@ Journal::Sink both(const Journal::Sink &file, RunRecords &recording)
     };
 }
 
-int show(Session &session, const WindowOptions &options, WindowFiles &files)
+// Asks the store, on a thread of its own, whether a unit has already passed.
+std::unique_ptr<StoreReader> askForUnits(PanelWindow &window, const WindowOptions &options, const RunRecords &records)
+{
+    if (!options.asksForUnit)
+        return nullptr;
+    auto reader = std::make_unique<StoreReader>(records.path());
+    QObject::connect(&window, &PanelWindow::unitBegun, reader.get(), &StoreReader::readPassed);
+    QObject::connect(reader.get(), &StoreReader::passedRead, &window, &PanelWindow::warnThatUnitPassed);
+    window.askForUnits(options.unitPattern, records.unit());
+    return reader;
+}
+
+int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
 {
     PanelWindow window(session);
+    const auto reader = askForUnits(window, options, records);
     window.setSpeed(options.speed);
     files.showIn(window);
     window.show();
@@ -77,16 +97,18 @@ int runInWindow(const CommandLine &line, const QString &recording)
     WindowFiles files;
     RunRecords records;
     QString error;
+    records.setRunListener([](const Run &run) { callWindow([run](PanelWindow &window) { window.showRun(run); }); });
     if (!options.read(line.parser, &error) || !records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)
         || !files.open(line.session, options, recording, &error))
         return reportError(error);
     Session::Options device = line.session;
+    device.startsInFactoryMode = !options.asksForUnit || !records.unit().isEmpty();
     files.addSessionLine(records.beginSession(device.language, device.share));
     device.journalSink = both(files.journalSink(), records);
     const std::unique_ptr<Session> session = Session::open(device, &error);
     if (!session || !files.beginRecording(*session, &error))
         return reportError(error);
-    const int status = show(*session, options, files);
+    const int status = show(*session, options, files, records);
     files.close(*session);
     records.endSession();
     return !records.finish() || files.hasFailed() ? 2 : status;

@@ -40,12 +40,14 @@ void FactoryModeController::enter()
     leaveRepairPage();
     m_lcd.showComponent();
     m_widget.enterFactoryMode();
+    m_isEntered = true;
 }
 
 void FactoryModeController::exit()
 {
     leaveRepairPage();
     m_widget.exitFactoryMode();
+    m_isEntered = false;
     m_lcd.showHome();
 }
 

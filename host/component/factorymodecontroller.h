@@ -36,6 +36,7 @@ public:
     void setUp(const QString &share, const QSize &size);
     void enter();
     void exit();
+    bool isEntered() const { return m_isEntered; }
 
 private Q_SLOTS:
     void onRequestShowContainer(const QString &containerKey);
@@ -51,6 +52,7 @@ private:
     Lcd &m_lcd;
     Device &m_device;
     Journal &m_journal;
+    bool m_isEntered = false;
 };
 
 }

@@ -22,6 +22,7 @@ constexpr struct
     {OperatorAction::Kind::Unblock, "unblock"},
     {OperatorAction::Kind::Fault, "fault"},
     {OperatorAction::Kind::Language, "language"},
+    {OperatorAction::Kind::Unit, "unit"},
     {OperatorAction::Kind::EnterFactoryMode, "enter-factory-mode"},
     {OperatorAction::Kind::ExitFactoryMode, "exit-factory-mode"},
 };

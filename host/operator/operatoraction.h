@@ -26,6 +26,7 @@ struct OperatorAction
         Unblock,
         Fault,            ///< "name", "on" (bool), and what the fault needs, such as "key"
         Language,         ///< "code"
+        Unit,             ///< the next unit is tested: "unit" is its serial number
         EnterFactoryMode, ///< the host shows the menu
         ExitFactoryMode,
     };

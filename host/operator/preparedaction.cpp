@@ -3,6 +3,7 @@
 #include "device/faults.h"
 #include "operator/operatortarget.h"
 #include "operator/sendinput.h"
+#include "operator/unitnumber.h"
 
 #include <QtWidgets/QWidget>
 
@@ -162,6 +163,16 @@ PreparedAction language(OperatorTarget &target, const OperatorAction &action)
     return accepted(action, {{QStringLiteral("code"), code}}, [&target, code] { target.setLanguage(code); });
 }
 
+// Only the journal, and what is derived from it, depends on the unit.
+PreparedAction unit(OperatorTarget &, const OperatorAction &action)
+{
+    const QString number = action.arguments.value(QStringLiteral("unit")).toString();
+    const QString problem = unitNumberProblem(number);
+    if (!problem.isEmpty())
+        return rejected(problem);
+    return accepted(action, {{QStringLiteral("unit"), number}}, [] {});
+}
+
 PreparedAction enterFactoryMode(OperatorTarget &target, const OperatorAction &action)
 {
     return accepted(action, {}, [&target] { target.enterFactoryMode(); });
@@ -191,6 +202,7 @@ PreparedAction prepareAction(OperatorTarget &target, const OperatorAction &actio
         {Kind::Unblock, port},
         {Kind::Fault, fault},
         {Kind::Language, language},
+        {Kind::Unit, unit},
         {Kind::EnterFactoryMode, enterFactoryMode},
         {Kind::ExitFactoryMode, exitFactoryMode},
     };

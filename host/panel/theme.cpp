@@ -94,6 +94,7 @@ static QString styleSheet()
         {QLatin1String("@cap"), Cap},
         {QLatin1String("@amber"), Amber},
         {QLatin1String("@red"), Red},
+        {QLatin1String("@green"), Green},
     };
     for (const auto &color : colors)
         sheet.replace(color.first, QColor(color.second).name());

@@ -16,9 +16,12 @@ struct SessionRuns
     {
     }
 
+    // A run belongs to one unit: the next unit ends what is still open.
     void add(const Journal::Entry &entry)
     {
         session.add(entry);
+        if (entry.kind == Journal::Kind::Action && entry.name == QLatin1String("unit"))
+            end();
         machine.add(entry);
         aging.add(entry);
         repair.add(entry);

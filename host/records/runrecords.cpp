@@ -19,10 +19,13 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     m_unit = parser.value(QStringLiteral("unit"));
     m_station = parser.value(QStringLiteral("station"));
     m_operator = parser.value(QStringLiteral("operator"));
-    if (location->isNone() || (location->isDefault && fallback == Default::DoNotSave))
-        return true;
-    m_saver = std::make_unique<RunSaver>(location->path, listener);
-    m_sessionRuns = std::make_unique<SessionRuns>(*m_saver);
+    const bool isSaving = !location->isNone() && (!location->isDefault || fallback == Default::Save);
+    if (isSaving) {
+        m_path = location->path;
+        m_saver = std::make_unique<RunSaver>(m_path, listener);
+    }
+    if (isSaving || m_runListener)
+        m_sessionRuns = std::make_unique<SessionRuns>(m_saver.get(), m_runListener);
     return true;
 }
 

@@ -2,7 +2,8 @@
 
 namespace panelhost {
 
-SessionRuns::SessionRuns(RunSaver &saver) : m_saver(saver), m_extractor([this](const Run &run) { take(run); })
+SessionRuns::SessionRuns(RunSaver *saver, const RunExtractor::Listener &listener)
+    : m_saver(saver), m_listener(listener), m_extractor([this](const Run &run) { take(run); })
 {
 }
 
@@ -10,6 +11,7 @@ void SessionRuns::begin(const SessionInfo &info)
 {
     const std::lock_guard lock(m_mutex);
     m_extractor.beginSession(info);
+    m_info = info;
     m_sessionLine = info.toJsonLine() + '\n';
     m_lines.clear();
 }
@@ -20,6 +22,8 @@ void SessionRuns::add(const Journal::Entry &entry)
     m_lines.push_back(entry.toJsonLine() + '\n');
     if (m_lines.size() > MaxLines)
         m_lines.pop_front();
+    if (entry.kind == Journal::Kind::Action && entry.name == QLatin1String("unit"))
+        m_info.unit = entry.data.value(QLatin1String("unit")).toString();
     m_extractor.add(entry);
 }
 
@@ -36,7 +40,11 @@ void SessionRuns::take(const Run &run)
     for (const QByteArray &line : m_lines)
         journal += line;
     m_lines.clear();
-    m_saver.save(run, journal);
+    m_sessionLine = m_info.toJsonLine() + '\n';
+    if (m_saver)
+        m_saver->save(run, journal);
+    if (m_listener)
+        m_listener(run);
 }
 
 }

@@ -20,7 +20,8 @@ QStringList optionNames()
             QStringLiteral("language"),
             QStringLiteral("net-ports"),
             QStringLiteral("usb-ports"),
-            QStringLiteral("changed-on-subscribe")};
+            QStringLiteral("changed-on-subscribe"),
+            QStringLiteral("factory-mode")};
 }
 
 QStringList preparationNames()
@@ -58,6 +59,8 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
         device.language = m_reader.word(value, deviceNamesOf(device).languages).value_or(device.language);
     } else if (name == "changed-on-subscribe") {
         device.changedOnSubscribe = m_reader.flag(value).value_or(device.changedOnSubscribe);
+    } else if (name == "factory-mode") {
+        device.startsInFactoryMode = m_reader.flag(value).value_or(device.startsInFactoryMode);
     } else if (name == "net-ports") {
         device.netPorts = m_reader.integer(value, 0, limits::Ports).value_or(device.netPorts);
     } else if (name == "usb-ports") {

@@ -56,6 +56,8 @@ QByteArray ScenarioWriter::header() const
     add("net-ports", QByteArray::number(options.netPorts));
     add("usb-ports", QByteArray::number(options.usbPorts));
     add("changed-on-subscribe", options.changedOnSubscribe ? "true" : "false");
+    if (!options.startsInFactoryMode)
+        add("factory-mode", "false");
     if (!options.faults.isEmpty())
         text += "  faults:\n";
     for (const auto &fault : options.faults)

@@ -38,6 +38,7 @@ const QVector<StepReader::Form> &StepReader::forms()
                                    {QStringLiteral("unblock"), Kind::Act, &StepReader::unblock, none},
                                    {QStringLiteral("fault"), Kind::Act, &StepReader::switchFault, none},
                                    {QStringLiteral("language"), Kind::Act, &StepReader::language, none},
+                                   {QStringLiteral("unit"), Kind::Act, &StepReader::unit, none},
                                    {QStringLiteral("wait"), Kind::Wait, &StepReader::wait, none},
                                    {QStringLiteral("expect"), Kind::Expect, &StepReader::expect, within},
                                    {QStringLiteral("screenshot"), Kind::Screenshot, &StepReader::screenshot, none},

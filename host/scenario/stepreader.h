@@ -53,6 +53,7 @@ private:
     void unblock(const YamlNode &value, Step &step);
     void switchFault(const YamlNode &value, Step &step);
     void language(const YamlNode &value, Step &step);
+    void unit(const YamlNode &value, Step &step);
     void factoryMode(const YamlNode &value, Step &step);
     void touch(const YamlNode &value, Step &step);
     void open(const YamlNode &value, Step &step);

@@ -1,5 +1,6 @@
 // The steps of StepReader that perform operator actions.
 
+#include "operator/unitnumber.h"
 #include "scenario/stepreader.h"
 #include "yaml/limits.h"
 
@@ -126,6 +127,18 @@ void StepReader::language(const YamlNode &value, Step &step)
 {
     if (const auto code = m_reader.word(value, m_deviceNames.languages))
         step.actions.append({OperatorAction::Kind::Language, {{QStringLiteral("code"), *code}}});
+}
+
+void StepReader::unit(const YamlNode &value, Step &step)
+{
+    const auto number = m_reader.text(value, QStringLiteral("the serial number of a unit"));
+    if (!number)
+        return;
+    const QString problem = unitNumberProblem(*number);
+    if (problem.isEmpty())
+        step.actions.append({OperatorAction::Kind::Unit, {{QStringLiteral("unit"), *number}}});
+    else
+        m_reader.error(value, problem);
 }
 
 void StepReader::factoryMode(const YamlNode &value, Step &step)

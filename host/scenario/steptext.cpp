@@ -24,7 +24,8 @@ QString argumentOf(Kind kind)
                                            {Kind::Unplug, port},
                                            {Kind::Block, port},
                                            {Kind::Unblock, port},
-                                           {Kind::Language, QStringLiteral("code")}};
+                                           {Kind::Language, QStringLiteral("code")},
+                                           {Kind::Unit, QStringLiteral("unit")}};
     return names.value(kind);
 }
 
@@ -33,6 +34,13 @@ QString valueText(const QVariant &value)
 {
     return value.type() == QVariant::Double ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
                                             : value.toString();
+}
+
+// A serial number may contain anything, such as ": " or "#", and may look like a number.
+QString quoted(QString text)
+{
+    text.replace(QLatin1Char('\\'), QLatin1String("\\\\")).replace(QLatin1Char('"'), QLatin1String("\\\""));
+    return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 QString mapText(const QVariantMap &values)
@@ -73,6 +81,9 @@ QString stepText(const OperatorAction &action)
         return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments);
     case Kind::Touch:
         return actionName(action.kind) + QStringLiteral(": ") + mapText(action.arguments);
+    case Kind::Unit:
+        return actionName(action.kind) + QStringLiteral(": ")
+            + quoted(action.arguments.value(argumentOf(action.kind)).toString());
     default:
         return actionName(action.kind) + QStringLiteral(": ")
             + valueText(action.arguments.value(argumentOf(action.kind)));

@@ -44,16 +44,18 @@ public:
         /// A new subscriber to the changes of a link service gets the current value shortly after, as if it had just
         /// changed. Without this an aging test waits at its port steps until a port changes.
         bool changedOnSubscribe = true;
-        Journal::Sink journalSink; ///< gets all entries of the journal, including those of loading
+        bool startsInFactoryMode = true; ///< otherwise the session begins with the host's home page
+        Journal::Sink journalSink;       ///< gets all entries of the journal, including those of loading
         int journalLineLimit = Journal::DefaultLineLimit; ///< number of journal entries that are kept
     };
 
     /// Value of Options::pages for no library: the containers are shown by pages of the host.
     static inline const QString noPages = QStringLiteral("none");
 
-    /// Loads the component and enters factory mode at virtual time 0. The clock is stopped. The LCD isn't visible: show
-    /// it or add it to a window. Returns nullptr and sets @p error to a sentence if a library can't be loaded or an
-    /// option is wrong. @p reached, if given, is then set to the steps of loading that library which were done.
+    /// Loads the component and enters factory mode at virtual time 0, unless the options say otherwise. The clock is
+    /// stopped. The LCD isn't visible: show it or add it to a window. Returns nullptr and sets @p error to a sentence
+    /// if a library can't be loaded or an option is wrong. @p reached, if given, is then set to the steps of loading
+    /// that library which were done.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
 
     virtual const Options &options() const = 0;
@@ -68,6 +70,7 @@ public:
     virtual Operator &panelOperator() = 0;
 
     virtual QString language() const = 0;
+    virtual bool isInFactoryMode() const = 0;
 };
 
 /// Returns the directory with the XML files for @p options: the given one or the default.

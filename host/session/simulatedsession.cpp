@@ -131,7 +131,10 @@ bool SimulatedSession::load(QString *error)
     m_controller->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
     // The widget hides itself in the first iteration of the event loop. Factory mode is entered after that.
     m_clock.settle();
-    m_controller->enter();
+    if (m_options.startsInFactoryMode)
+        m_controller->enter();
+    else
+        m_lcd.showHome();
     m_clock.setObserver([this] { m_screenLogger.logChanges(); });
     m_clock.settle();
     return true;
@@ -158,6 +161,11 @@ QString SimulatedSession::language() const
 bool SimulatedSession::setLanguage(const QString &code)
 {
     return LCDFWTranslateManager::instance()->setLanguage(code);
+}
+
+bool SimulatedSession::isInFactoryMode() const
+{
+    return m_controller->isEntered();
 }
 
 void SimulatedSession::enterFactoryMode()

@@ -46,6 +46,7 @@ public:
     QStringList languages() const override;
     QString language() const override;
     bool setLanguage(const QString &code) override;
+    bool isInFactoryMode() const override;
     void enterFactoryMode() override;
     void exitFactoryMode() override;
 

@@ -2,10 +2,12 @@
 
 #include "panel/frontpanel.h"
 #include "panel/theme.h"
+#include "records/run.h"
 #include "session/session.h"
 #include "window/faultmenu.h"
 #include "window/journalview.h"
 #include "window/speedbar.h"
+#include "window/unitbar.h"
 
 #include <QtCore/QLocale>
 #include <QtGui/QPainter>
@@ -14,6 +16,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QToolBar>
 
 namespace panelhost {
 
@@ -47,12 +50,83 @@ PanelWindow::~PanelWindow()
 void PanelWindow::perform(const OperatorAction &action)
 {
     QString error;
-    m_session.panelOperator().perform(action, &error);
+    if (isRefused(action))
+        error = QStringLiteral("Enter the serial number of the unit first.");
+    else
+        m_session.panelOperator().perform(action, &error);
     m_speed->setMessage(error);
     refresh();
 }
 
+<<<<<<< HEAD
 // Shows the failure only if it has changed, so that it doesn't replace the message of a later action.
+=======
+// Outside factory mode these actions lead into it, which only a serial number may do.
+bool PanelWindow::isRefused(const OperatorAction &action) const
+{
+    using Kind = OperatorAction::Kind;
+    const bool leadsIn = action.kind == Kind::Navigate || action.kind == Kind::Touch || action.kind == Kind::Soft
+        || action.kind == Kind::EnterFactoryMode;
+    return m_units && leadsIn && !m_session.isInFactoryMode();
+}
+
+void PanelWindow::askForUnits(const UnitPattern &pattern, const QString &unit)
+{
+    m_units = new UnitBar(pattern, this);
+    m_units->setUnit(unit);
+    connect(m_units, &UnitBar::unitEntered, this, &PanelWindow::beginUnit);
+    connect(m_units, &UnitBar::finished, this, &PanelWindow::focusLcd);
+    auto *bar = new QToolBar(QStringLiteral("Unit"), this);
+    bar->setMovable(false);
+    bar->toggleViewAction()->setVisible(false);
+    theme::applyTo(bar);
+    bar->addWidget(m_units);
+    addToolBar(Qt::TopToolBarArea, bar);
+    refresh();
+    if (!unit.isEmpty())
+        Q_EMIT unitBegun(unit);
+}
+
+// The menu is where a test begins, wherever the previous unit's ended.
+void PanelWindow::beginUnit(const QString &unit)
+{
+    using Kind = OperatorAction::Kind;
+    if (m_session.isInFactoryMode())
+        perform({Kind::ExitFactoryMode, {}});
+    m_units->setUnit(unit);
+    perform({Kind::Unit, {{QStringLiteral("unit"), unit}}});
+    m_session.panelOperator().perform({Kind::EnterFactoryMode, {}});
+    refresh();
+    if (m_passed.contains(unit))
+        warnThatUnitPassed(unit, m_passed.value(unit));
+    else
+        Q_EMIT unitBegun(unit);
+}
+
+void PanelWindow::focusLcd()
+{
+    QWidget *lcd = m_session.lcd();
+    (lcd->focusWidget() ? lcd->focusWidget() : lcd)->setFocus(Qt::OtherFocusReason);
+}
+
+void PanelWindow::showRun(const Run &run)
+{
+    if (!m_units)
+        return;
+    m_units->setVerdict(run);
+    if (run.kind == RunKind::Machine && run.outcome == RunOutcome::Passed)
+        m_passed.insert(run.session.unit, run.endUtc());
+}
+
+void PanelWindow::warnThatUnitPassed(const QString &unit, const QDateTime &passedAt)
+{
+    if (m_units && m_units->unit() == unit)
+        m_units->setWarning(QStringLiteral("%1 has already passed the complete machine test: %2 UTC")
+                                .arg(unit, passedAt.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
+}
+
+// Only if it has changed, so that it doesn't replace the message of a later action.
+>>>>>>> 1aad6d6 (Ask for the serial number of each unit before factory mode)
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
@@ -67,6 +141,8 @@ void PanelWindow::refresh()
     showFailure(device.tbar.failure);
     m_speed->setNow(m_session.clock().now());
     m_journal->poll();
+    if (m_units && m_units->isWaiting() == m_session.isInFactoryMode())
+        m_units->setWaiting(!m_session.isInFactoryMode());
 }
 
 // QMenuBar reads the width of its corner widget only when that is set.

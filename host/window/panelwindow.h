@@ -3,16 +3,21 @@
 #include "time/realtimetimer.h"
 #include "time/virtualclock.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QHash>
 #include <QtWidgets/QMainWindow>
 
 namespace panelhost {
 
 struct OperatorAction;
+struct Run;
 class FrontPanel;
 class JournalView;
 class Session;
 class SpeedBar;
+class UnitBar;
+class UnitPattern;
 
 /// The window with front panel, LCD, menus, speed bar and journal. All actions are performed by the operator of the
 /// session. It is updated by the wall clock and adds nothing to the journal itself. GUI thread.
@@ -32,8 +37,20 @@ public:
     void setJournalFile(const QString &fileName);
     /// Adds @p text to the status bar permanently: a file could not be written.
     void addFailure(const QString &text);
+    /// Asks for the serial number of each unit from now on: input on the LCD is refused outside factory mode, and a
+    /// serial number that is entered begins the test of the next unit in factory mode. @p unit, if not empty, is the
+    /// unit that is tested now.
+    void askForUnits(const UnitPattern &pattern, const QString &unit);
+    /// Shows the verdict of @p run if the window asks for units.
+    void showRun(const Run &run);
+    /// Warns that @p unit has passed at @p passedAt, if it is still the unit that is tested.
+    void warnThatUnitPassed(const QString &unit, const QDateTime &passedAt);
     /// Updates everything that is shown.
     void refresh();
+
+Q_SIGNALS:
+    /// Emitted when the test of @p unit begins, whose serial number was entered in the window.
+    void unitBegun(const QString &unit);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -41,6 +58,9 @@ protected:
 
 private:
     void perform(const OperatorAction &action);
+    bool isRefused(const OperatorAction &action) const;
+    void beginUnit(const QString &unit);
+    void focusLcd();
     void showFailure(const QString &failure);
     void placeSpeedBar();
     void addMenus();
@@ -53,7 +73,9 @@ private:
     FrontPanel *m_panel;
     JournalView *m_journal;
     SpeedBar *m_speed;
-    QString m_failure; ///< of the T-Bar's calibration, last shown
+    UnitBar *m_units = nullptr;
+    QHash<QString, QDateTime> m_passed; ///< units that have passed in this session, and when
+    QString m_failure;                  ///< of the T-Bar's calibration, last shown
     RealTimeTimer m_refresh;
     QElapsedTimer m_sinceOpened; ///< LEDs blink by the wall clock at any speed
 };

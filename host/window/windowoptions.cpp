@@ -20,6 +20,9 @@ QList<QCommandLineOption> WindowOptions::commandLineOptions()
         {QStringLiteral("speed"), QStringLiteral("Speed of the device's time: pause, 1, 10 or max."),
          QStringLiteral("SPEED"), QStringLiteral("1")},
         {QStringLiteral("force"), QStringLiteral("Overwrite a recording.")},
+        {QStringLiteral("ask-unit"), QStringLiteral("Ask for the unit's serial number before factory mode.")},
+        {QStringLiteral("unit-pattern"), QStringLiteral("Like --ask-unit; serial numbers must match REGEX."),
+         QStringLiteral("REGEX")},
         hidden(QStringLiteral("screenshot")),
         hidden(QStringLiteral("layout")),
     };
@@ -41,7 +44,22 @@ bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
         return false;
     }
     speed = speeds.value(wanted);
-    return true;
+    return readUnitPattern(parser, error);
+}
+
+bool WindowOptions::readUnitPattern(const QCommandLineParser &parser, QString *error)
+{
+    const QString name = QStringLiteral("unit-pattern");
+    asksForUnit = parser.isSet(QStringLiteral("ask-unit")) || parser.isSet(name);
+    const auto pattern = parser.isSet(name) ? UnitPattern::fromText(parser.value(name), error) : UnitPattern();
+    if (!pattern)
+        return false;
+    unitPattern = *pattern;
+    const QString unit = parser.value(QStringLiteral("unit"));
+    const QString problem = asksForUnit && !unit.isEmpty() ? unitPattern.problem(unit) : QString();
+    if (!problem.isEmpty())
+        *error = QStringLiteral("--unit: %1").arg(problem);
+    return problem.isEmpty();
 }
 
 }

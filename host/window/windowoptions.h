@@ -1,5 +1,7 @@
 #pragma once
 
+#include "window/unitpattern.h"
+
 #include <QtCore/QCommandLineOption>
 #include <QtCore/QCommandLineParser>
 
@@ -8,16 +10,21 @@ namespace panelhost {
 /// The options of the two commands that open a window.
 struct WindowOptions
 {
-    QString journal;    ///< file that gets the journal, line by line
-    QString screenshot; ///< file for a screenshot of the window, which then closes
-    QString layout;     ///< file that gets the geometry of all controls on the screen
-    bool force = false; ///< an existing recording is overwritten
-    double speed = 1;   ///< as VirtualClock::run() takes it
+    QString journal;          ///< file that gets the journal, line by line
+    QString screenshot;       ///< file for a screenshot of the window, which then closes
+    QString layout;           ///< file that gets the geometry of all controls on the screen
+    bool force = false;       ///< an existing recording is overwritten
+    double speed = 1;         ///< as VirtualClock::run() takes it
+    bool asksForUnit = false; ///< factory mode is entered only for a unit whose serial number was entered
+    UnitPattern unitPattern;
 
     /// Returns the options for the parser.
     static QList<QCommandLineOption> commandLineOptions();
     /// Reads the values. Returns false and sets @p error to a sentence if a value isn't allowed.
     bool read(const QCommandLineParser &parser, QString *error);
+
+private:
+    bool readUnitPattern(const QCommandLineParser &parser, QString *error);
 };
 
 }

@@ -8,5 +8,7 @@ foreach(name keybutton panelcontrols frontpanel journalview panelgolden)
     lcd_add_test(tst_${name} SOURCES panel/tst_${name}.cpp LIBRARIES panel_fixture LABELS host panel)
 endforeach()
 
+lcd_add_test(tst_unitbar SOURCES panel/tst_unitbar.cpp LIBRARIES panel_fixture LABELS host panel)
+add_dependencies(tst_unitbar lcdfactorymodeimpl share_files)
 lcd_add_test(tst_panelwindow SOURCES panel/tst_panelwindow.cpp LIBRARIES panel_fixture LABELS host panel)
 add_dependencies(tst_panelwindow lcdfactorymodeimpl share_files)

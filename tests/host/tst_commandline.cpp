@@ -55,6 +55,9 @@ private Q_SLOTS:
         row("info --share= --tbar fader", "--share has no value.");
         row("play --report= session.yaml", "--report has no value.");
         row("--journal=", "--journal has no value.");
+        row("--unit-pattern A(\\d",
+            "--unit-pattern is \"A(\\d\", expected a regular expression: missing closing parenthesis at character 5.");
+        row("--unit-pattern A\\d --unit A12", "--unit: \"A12\" isn't a serial number that matches A\\d.");
         row("info --wings", "Unknown option 'wings'.");
     }
     void wrongUsage()

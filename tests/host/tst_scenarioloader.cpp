@@ -143,6 +143,7 @@ void ScenarioLoaderTest::deviceDescription()
                                    "  net-ports: 2\n"
                                    "  usb-ports: 8\n"
                                    "  changed-on-subscribe: off\n"
+                                   "  factory-mode: false\n"
                                    "  plugged: [net2, usb8]\n"
                                    "  blocked: usb1\n"
                                    "  faults:\n"
@@ -159,6 +160,7 @@ void ScenarioLoaderTest::deviceDescription()
     QCOMPARE(device.netPorts, 2);
     QCOMPARE(device.usbPorts, 8);
     QVERIFY(!device.changedOnSubscribe);
+    QVERIFY(!device.startsInFactoryMode);
     QCOMPARE(device.faults.size(), 2);
     QCOMPARE(device.faults.at(1).name, QStringLiteral("key-dead"));
     QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 33}}));

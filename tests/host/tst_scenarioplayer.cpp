@@ -107,6 +107,7 @@ QVector<TimedAction> timedActions()
             {0, with(Kind::Unplug, "port", QStringLiteral("net1"))},
             {500, OperatorAction{Kind::Touch, {{QStringLiteral("x"), 400}, {QStringLiteral("y"), 200}}}},
             {500, OperatorAction{Kind::ExitFactoryMode, {}}},
+            {0, with(Kind::Unit, "unit", QStringLiteral("0012: \\\"B\" # é"))},
             {500, OperatorAction{Kind::EnterFactoryMode, {}}},
             {0, back}};
 }

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void idsTellJournalsApart();
     void theSessionLineTellsWhoAndWhen();
     void theUnitChangesWithinASession();
+    void theNextUnitEndsOpenRuns();
     void aReportDecides();
     void aFailedRunStaysFailed();
     void aRunIsBegunAnewBehindTheEntryScreen();
@@ -324,6 +325,24 @@ void RunsTest::theUnitChangesWithinASession()
     QCOMPARE(runs.at(0).session.unit, q("A1"));
     QCOMPARE(runs.at(1).session.unit, q("B2"));
     QCOMPARE(runs.at(1).session.language, q("de"));
+}
+
+void RunsTest::theNextUnitEndsOpenRuns()
+{
+    const QByteArray journal = MadeJournal()
+                                   .started()
+                                   .at(3000)
+                                   .line("action", "unit", "{\"unit\":\"B2\"}")
+                                   .at(4000)
+                                   .press()
+                                   .firstPhase()
+                                   .at(5000)
+                                   .failed("[\"Test failed\"]")
+                                   .lines();
+    const QVector<Run> runs = runsOf(SessionLine + journal);
+    QCOMPARE(summaries(runs), (QStringList{q("machine aborted 0-3000"), q("machine failed 4000-5000 brightness")}));
+    QCOMPARE(runs.at(0).session.unit, q("A1"));
+    QCOMPARE(runs.at(1).session.unit, q("B2"));
 }
 
 void RunsTest::aReportDecides()

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void recordingOfAKilledProcessIsNotLocked();
     void fullDiskIsToldAtOnce();
     void runsAreSaved();
+    void scannedUnitsAreRecorded();
 
 private:
     QProcess &runOffscreen(QProcess &panel, const QStringList &arguments);
@@ -219,6 +220,41 @@ void TestRecord::runsAreSaved()
     const QStringList lines = QString::fromUtf8(runs.readAllStandardOutput()).split(QLatin1Char('\n'));
     QVERIFY2(lines.size() == 3, qPrintable(lines.join(QLatin1Char('\n'))));
     QVERIFY2(lines.at(1).contains(text(",A1,,,aging,aborted,1,")), qPrintable(lines.at(1)));
+}
+
+// A scanner is a keyboard: it types the number and Enter, wherever the focus is.
+void TestRecord::scannedUnitsAreRecorded()
+{
+    const QString store = text("sqlite:") + m_panel->path(text("runs.sqlite"));
+    QVERIFY(m_panel->start({text("record"), m_panel->path(text("session.yaml")), text("--records"), store,
+                            text("--unit-pattern"), text("[A-Z]\\d+"), text("--speed"), text("10")}));
+    QCOMPARE(m_panel->page(), text("hidden"));
+    m_xServer.type(text("Return"));
+    m_xServer.xdotool({text("key"), text("1"), text("7"), text("Return")});
+    m_xServer.xdotool({text("key"), text("A"), text("1"), text("7"), text("Return")});
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("menu"));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    m_xServer.xdotool({text("key"), text("B"), text("2"), text("Return")});
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("menu"));
+    QCOMPARE(m_panel->count(text("action"), text("unit")), 2);
+    m_xServer.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitCode(), 0);
+
+    const QByteArray recorded = m_panel->journalBytes();
+    QCOMPARE(play().split('\n'), recorded.mid(recorded.indexOf('\n') + 1).split('\n'));
+    const auto csv = [](const QStringList &source) {
+        QProcess runs;
+        runs.start(text(LCD_BUILD_DIR "/bin/panelhost"), QStringList{text("runs"), text("--csv")} + source);
+        return runs.waitForFinished() ? QString::fromUtf8(runs.readAllStandardOutput()) : QString();
+    };
+    const QString saved = csv({text("--records"), store});
+    QVERIFY2(saved.contains(text(",A17,,,aging,aborted,1,")), qPrintable(saved));
+    QCOMPARE(csv({text("--from"), m_panel->path(text("journal.jsonl"))}),
+             QString(saved).replace(text(",1,"), text(",,")));
 }
 
 int main(int argc, char **argv)
