@@ -97,8 +97,11 @@ int runInWindow(const CommandLine &line, const QString &recording)
     WindowFiles files;
     RunRecords records;
     QString error;
-    records.setRunListener([](const Run &run) { callWindow([run](PanelWindow &window) { window.showRun(run); }); });
-    if (!options.read(line.parser, &error) || !records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)
+    if (!options.read(line.parser, &error))
+        return reportError(error);
+    if (options.asksForUnit)
+        records.setRunListener([](const Run &run) { callWindow([run](PanelWindow &window) { window.showRun(run); }); });
+    if (!records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)
         || !files.open(line.session, options, recording, &error))
         return reportError(error);
     Session::Options device = line.session;
