@@ -53,7 +53,7 @@ void TBarWidget::drawScale(QPainter &painter) const
     }
 }
 
-// The stretch of the track where the next calibration step needs the bar.
+// Draws the part of the track where the bar must be for the next calibration step.
 void TBarWidget::drawTarget(QPainter &painter) const
 {
     if (!m_bar.target)

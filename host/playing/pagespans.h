@@ -11,7 +11,7 @@ class PageSpans
 {
 public:
     void add(const Journal::Entry &entry);
-    /// Returns the spans up to @p end. If there are very many, one span stands for those in the middle.
+    /// Returns the spans up to @p end. If there are very many, one span replaces those in the middle.
     QVector<PageSpan> spans(Milliseconds end) const;
 
 private:

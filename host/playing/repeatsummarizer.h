@@ -5,8 +5,8 @@
 
 namespace panelhost {
 
-/// Shortens the results of a repeat: the first two rounds and the newest one are kept, one element stands for the
-/// rounds between them. So the size of the results doesn't depend on the number of rounds.
+/// Shortens the results of a repeat. Keeps the first two rounds and the newest one; one element replaces the rounds
+/// between them. The size of the results therefore doesn't depend on the number of rounds.
 class RepeatSummarizer
 {
 public:

@@ -46,7 +46,7 @@ struct ScenarioResult
     State state = State::Over;
     bool passed = true; ///< so far; false if it was interrupted
     QString error;      ///< why it could not be started
-    /// The steps that were played. Of a repeat, the first two rounds and the last one are kept; one element stands for
+    /// The steps that were played. Of a repeat, the first two rounds and the last one are kept; one element replaces
     /// the rounds between them.
     QVector<StepResult> steps;
     qint64 stepsPlayed = 0;

@@ -45,7 +45,7 @@ public:
 
     /// Returns the location of the value; of its key if it is null.
     SourceLocation definition() const;
-    /// The aliases through which it was reached, the one that stands for all others first.
+    /// Returns the aliases through which it was reached, the outermost one first.
     const QVector<SourceLocation> &aliases() const { return m_aliases; }
     const std::shared_ptr<const Value> &value() const { return m_value; }
 

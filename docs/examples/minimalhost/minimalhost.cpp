@@ -1,4 +1,4 @@
-// The smallest host that does all that a host must do. Usage: minimalhost COMPONENT [--once]
+// The smallest host that does everything a host must do. Usage: minimalhost COMPONENT [--once]
 
 #include "lcd/factorymode/ilcdfactorymode.h"
 #include "mirel/api.h"
@@ -14,7 +14,7 @@
 #include <map>
 #include <string>
 
-// The services by name. A real host puts its own interfaces in here before the widget is made.
+// The services by name. A real host adds its own services before it creates the widget.
 class Host final : public mirel::IHost
 {
 public:
@@ -26,7 +26,7 @@ public:
     std::map<std::string, void *> services;
 };
 
-// Stands where the device's UI stands: the factory mode and the containers that its menu entries name.
+// Replaces the device's UI: shows the factory mode and the containers that its menu entries name.
 class Screen : public QStackedWidget
 {
     Q_OBJECT
@@ -87,7 +87,7 @@ int main(int argc, char **argv)
     screen.showFactoryMode(widget);
     screen.resize(800, 480);
     screen.show();
-    QTimer::singleShot(0, [&] { // behind the component's own timer that hides a fresh widget
+    QTimer::singleShot(0, [&] { // after the timer with which the component hides a new widget
         widget->enterFactoryMode();
         if (argc > 2)
             screen.leave();
