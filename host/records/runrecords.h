@@ -21,17 +21,11 @@ public:
     /// Returns the options --records, --unit, --station and --operator.
     static QList<QCommandLineOption> options();
 
-<<<<<<< HEAD
-    /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Opens no file yet. If a
-    /// file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any thread.
-=======
-    /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before
-    /// open().
+    /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before open().
     void setRunListener(const RunExtractor::Listener &listener) { m_runListener = listener; }
 
-    /// Returns false, with one sentence in @p error, for a wrong value. Nothing is opened yet; what can't be opened or
-    /// saved later is told to @p listener on any thread.
->>>>>>> 1aad6d6 (Ask for the serial number of each unit before factory mode)
+    /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Opens no file yet. If a
+    /// file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any thread.
     bool open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener, QString *error);
 
     /// Begins a session. Returns the first line of its journal, with line end. Empty if runs aren't saved and no option
@@ -40,16 +34,12 @@ public:
     void add(const Journal::Entry &entry);
     void endSession();
 
-<<<<<<< HEAD
-    /// Waits until all runs are saved. If some can't be saved, calls the listener and returns false.
-=======
     /// Returns the file in which runs are saved; empty if they aren't.
     QString path() const { return m_path; }
     /// Returns the unit that the options name; empty if none.
     QString unit() const { return m_unit; }
 
-    /// Waits until all runs were saved. Returns false, after a sentence to the listener, if some could not be.
->>>>>>> 1aad6d6 (Ask for the serial number of each unit before factory mode)
+    /// Waits until all runs are saved. If some can't be saved, calls the listener and returns false.
     bool finish();
 
 private:

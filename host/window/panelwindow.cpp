@@ -58,9 +58,6 @@ void PanelWindow::perform(const OperatorAction &action)
     refresh();
 }
 
-<<<<<<< HEAD
-// Shows the failure only if it has changed, so that it doesn't replace the message of a later action.
-=======
 // Outside factory mode these actions lead into it, which only a serial number may do.
 bool PanelWindow::isRefused(const OperatorAction &action) const
 {
@@ -125,8 +122,7 @@ void PanelWindow::warnThatUnitPassed(const QString &unit, const QDateTime &passe
                                 .arg(unit, passedAt.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
 }
 
-// Only if it has changed, so that it doesn't replace the message of a later action.
->>>>>>> 1aad6d6 (Ask for the serial number of each unit before factory mode)
+// Shows the failure only if it has changed, so that it doesn't replace the message of a later action.
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
