@@ -3,6 +3,7 @@
 #include "records/recordsoptions.h"
 #include "records/runfilteroptions.h"
 #include "records/runrecords.h"
+#include "records/statisticsoptions.h"
 #include "window/windowoptions.h"
 
 #include <limits>
@@ -63,6 +64,12 @@ const QList<Command> &commands()
          QStringLiteral("prints everything about one saved run, with its journal"),
          QList<QCommandLineOption>{option("journal", "Print the journal alone.")} + recordsOptions(), 1, 1, false,
          runRun},
+        {QStringLiteral("stats"), QStringLiteral("stats"), QStringLiteral("prints statistics of the saved runs"),
+         QList<QCommandLineOption>{option("html", "Write a page with charts to DIR.", "DIR"),
+                                   option("json", "Print one JSON object."),
+                                   option("csv", "Print comma-separated values.")}
+             + recordsOptions() + statisticsOptions(),
+         0, 0, false, runStats},
     };
     return table;
 }

@@ -38,5 +38,6 @@ int runCheck(const CommandLine &line);
 int runInfo(const CommandLine &line);
 int runRuns(const CommandLine &line);
 int runRun(const CommandLine &line);
+int runStats(const CommandLine &line);
 
 }

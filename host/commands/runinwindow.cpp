@@ -59,22 +59,22 @@ Journal::Sink both(const Journal::Sink &file, RunRecords &recording)
     };
 }
 
-// Asks the store, on a thread of its own, whether a unit has already passed.
-std::unique_ptr<StoreReader> askForUnits(PanelWindow &window, const WindowOptions &options, const RunRecords &records)
+// Shows what is saved: whether a unit has already passed, and the figures of today.
+void showRecords(PanelWindow &window, const WindowOptions &options, const RunRecords &records, StoreReader &reader)
 {
-    if (!options.asksForUnit)
-        return nullptr;
-    auto reader = std::make_unique<StoreReader>(records.path());
-    QObject::connect(&window, &PanelWindow::unitBegun, reader.get(), &StoreReader::readPassed);
-    QObject::connect(reader.get(), &StoreReader::passedRead, &window, &PanelWindow::warnThatUnitPassed);
-    window.askForUnits(options.unitPattern, records.unit());
-    return reader;
+    QObject::connect(&window, &PanelWindow::unitBegun, &reader, &StoreReader::readPassed);
+    QObject::connect(&reader, &StoreReader::passedRead, &window, &PanelWindow::warnThatUnitPassed);
+    if (options.asksForUnit)
+        window.askForUnits(options.unitPattern, records.unit());
+    if (!records.location().isNone())
+        window.addToday(reader, [&records] { return records.savedCount(); });
 }
 
 int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
 {
+    StoreReader reader(records.location());
     PanelWindow window(session);
-    const auto reader = askForUnits(window, options, records);
+    showRecords(window, options, records, reader);
     window.setSpeed(options.speed);
     files.showIn(window);
     window.show();

@@ -46,6 +46,14 @@ QStringList newLines(const QStringList &before, const QStringList &now)
 
 }
 
+QStringList machineTestPhases()
+{
+    QStringList names;
+    for (const PhaseRow &row : phaseRows)
+        names << QString::fromLatin1(row.name);
+    return names;
+}
+
 void MachineTestRuns::add(const Journal::Entry &entry)
 {
     switch (entry.kind) {

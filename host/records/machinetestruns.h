@@ -6,6 +6,9 @@
 
 namespace panelhost {
 
+/// Returns the names of the phases of the complete machine test, in their order.
+QStringList machineTestPhases();
+
 /// Extracts the runs of the complete machine test from the screens and the log of its page.
 class MachineTestRuns
 {

@@ -21,8 +21,8 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     m_operator = parser.value(QStringLiteral("operator"));
     const bool isSaving = !location->isNone() && (!location->isDefault || fallback == Default::Save);
     if (isSaving) {
-        m_path = location->path;
-        m_saver = std::make_unique<RunSaver>(m_path, listener);
+        m_location = *location;
+        m_saver = std::make_unique<RunSaver>(m_location.path, listener);
     }
     if (isSaving || m_runListener)
         m_sessionRuns = std::make_unique<SessionRuns>(m_saver.get(), m_runListener);

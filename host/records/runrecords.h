@@ -34,8 +34,10 @@ public:
     void add(const Journal::Entry &entry);
     void endSession();
 
-    /// Returns the file in which runs are saved; empty if they aren't.
-    QString path() const { return m_path; }
+    /// Returns where runs are saved.
+    RecordsLocation location() const { return m_location; }
+    /// Returns the number of runs that were saved. Thread-safe.
+    int savedCount() const { return m_saver ? m_saver->saved() : 0; }
     /// Returns the unit that the options name; empty if none.
     QString unit() const { return m_unit; }
 
@@ -47,7 +49,7 @@ private:
     std::unique_ptr<SessionRuns> m_sessionRuns;
     RunSaver::Listener m_listener;
     RunExtractor::Listener m_runListener;
-    QString m_path;
+    RecordsLocation m_location;
     QString m_unit;
     QString m_station;
     QString m_operator;

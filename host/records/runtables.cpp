@@ -1,5 +1,7 @@
 #include "records/runtables.h"
 
+#include "records/statisticstables.h"
+
 namespace panelhost {
 
 namespace {
@@ -201,7 +203,8 @@ bool insertRun(StoreConnection &connection, const StoredRun &stored, bool *isNew
         || (insertPhases(connection, stored.run) && insertFailures(connection, stored.run)
             && insertKeys(connection, stored.run) && insertPorts(connection, stored.run)
             && connection.execute(QStringLiteral("INSERT INTO journal VALUES (?, ?)"),
-                                  {idText(stored.run.id), stored.journal}));
+                                  {idText(stored.run.id), stored.journal})
+            && countRun(connection, stored.run));
 }
 
 QString selectRuns()

@@ -66,9 +66,54 @@ constexpr SchemaStatement schema[] = {
      "CREATE TABLE pending (number INTEGER PRIMARY KEY AUTOINCREMENT NOT NULL, run TEXT NOT NULL UNIQUE REFERENCES "
      "run)",
      true},
+
+    // Statistics of a million runs would take many seconds, so runs are also counted when they are saved.
+    {3,
+     "CREATE TABLE run_count ("
+     "kind TEXT NOT NULL, day TEXT NOT NULL, station TEXT NOT NULL, outcome TEXT NOT NULL, "
+     "failed_phase TEXT NOT NULL, runs INTEGER NOT NULL, "
+     "PRIMARY KEY (kind, day, station, outcome, failed_phase)) WITHOUT ROWID"},
+    {3,
+     "CREATE TABLE unit_result ("
+     "unit TEXT NOT NULL, kind TEXT NOT NULL, "
+     "first_begin TEXT NOT NULL, first_position INTEGER NOT NULL, first_day TEXT NOT NULL, "
+     "first_station TEXT NOT NULL, first_passed INTEGER NOT NULL, "
+     "last_begin TEXT NOT NULL, last_position INTEGER NOT NULL, last_passed INTEGER NOT NULL, "
+     "PRIMARY KEY (unit, kind)) WITHOUT ROWID"},
+    {3, "CREATE INDEX unit_result_first ON unit_result (kind, first_day, first_station, first_passed, last_passed)"},
+    {3,
+     "CREATE TABLE duration_count ("
+     "kind TEXT NOT NULL, phase TEXT NOT NULL, duration INTEGER NOT NULL, month TEXT NOT NULL, "
+     "station TEXT NOT NULL, runs INTEGER NOT NULL, "
+     "PRIMARY KEY (kind, phase, duration, station, month)) WITHOUT ROWID"},
+    // A server groups without the order of an index, and would have to change this one with each count.
+    {3, "CREATE INDEX duration_count_month ON duration_count (kind, month, phase, duration, runs)", true},
+    {3,
+     "INSERT INTO run_count (kind, day, station, outcome, failed_phase, runs) "
+     "SELECT kind, substr(begin, 1, 10), coalesce(station, ''), outcome, "
+     "coalesce((SELECT phase.name FROM phase WHERE phase.run = run.id AND phase.outcome = 'failed' "
+     "ORDER BY phase.position LIMIT 1), ''), count(*) FROM run GROUP BY 1, 2, 3, 4, 5"},
+    {3,
+     "INSERT INTO unit_result (unit, kind, first_begin, first_position, first_day, first_station, first_passed, "
+     "last_begin, last_position, last_passed) "
+     "SELECT earliest.unit, earliest.kind, earliest.begin, earliest.position, substr(earliest.begin, 1, 10), "
+     "coalesce(earliest.station, ''), CASE earliest.outcome WHEN 'passed' THEN 1 ELSE 0 END, "
+     "latest.begin, latest.position, CASE latest.outcome WHEN 'passed' THEN 1 ELSE 0 END "
+     "FROM run AS earliest JOIN run AS latest ON latest.id = "
+     "(SELECT other.id FROM run AS other WHERE other.unit = earliest.unit AND other.kind = earliest.kind "
+     "AND other.outcome <> 'aborted' ORDER BY other.begin DESC, other.position DESC LIMIT 1) "
+     "WHERE earliest.id = (SELECT other.id FROM run AS other WHERE other.unit = earliest.unit "
+     "AND other.kind = earliest.kind AND other.outcome <> 'aborted' ORDER BY other.begin, other.position LIMIT 1)"},
+    {3,
+     "INSERT INTO duration_count (kind, phase, duration, month, station, runs) "
+     "SELECT run.kind, phase.name, CASE WHEN phase.duration < 100000 THEN (phase.duration + 50) / 100 * 100 "
+     "WHEN phase.duration < 1000000 THEN (phase.duration + 500) / 1000 * 1000 "
+     "ELSE (phase.duration + 5000) / 10000 * 10000 END, substr(run.begin, 1, 7), coalesce(run.station, ''), count(*) "
+     "FROM run JOIN phase ON phase.run = run.id WHERE phase.outcome <> 'aborted' GROUP BY 1, 2, 3, 4, 5"},
 };
 
 constexpr const char *stationTables[] = {"run", "phase", "failure", "keypress", "port", "journal"};
+constexpr const char *countTables[] = {"run_count", "unit_result", "duration_count"};
 
 // Texts are compared byte by byte, as SQLite does, in whatever language the database is.
 QString forServer(QString statement)
@@ -116,6 +161,9 @@ QString storeServerScript(int from, const QString &station)
     statements << QStringLiteral("UPDATE schema_version SET version = %1").arg(StoreSchemaVersion);
     for (const char *table : stationTables)
         statements << QStringLiteral("GRANT SELECT, INSERT ON %1 TO %2").arg(QLatin1String(table), quoted(station));
+    for (const char *table : countTables)
+        statements
+            << QStringLiteral("GRANT SELECT, INSERT, UPDATE ON %1 TO %2").arg(QLatin1String(table), quoted(station));
     statements << QStringLiteral("GRANT SELECT ON numbered_run, schema_version TO %1").arg(quoted(station))
                << QStringLiteral("COMMIT");
     return statements.join(QStringLiteral(";\n")) + QStringLiteral(";\n");

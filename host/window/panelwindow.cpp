@@ -7,6 +7,7 @@
 #include "window/faultmenu.h"
 #include "window/journalview.h"
 #include "window/speedbar.h"
+#include "window/todayview.h"
 #include "window/unitbar.h"
 
 #include <QtCore/QLocale>
@@ -106,6 +107,19 @@ void PanelWindow::focusLcd()
     (lcd->focusWidget() ? lcd->focusWidget() : lcd)->setFocus(Qt::OtherFocusReason);
 }
 
+// Next to the journal, which is closed if there is no room for docks.
+void PanelWindow::addToday(StoreReader &reader, const std::function<int()> &savedCount)
+{
+    m_today = new TodayView(reader, savedCount, this);
+    QAction *action = m_today->toggleViewAction();
+    action->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
+    m_viewMenu->addAction(action);
+    const Qt::DockWidgetArea area = dockWidgetArea(m_journal);
+    addDockWidget(area, m_today);
+    splitDockWidget(m_today, m_journal, area == Qt::RightDockWidgetArea ? Qt::Vertical : Qt::Horizontal);
+    m_today->setVisible(m_units && !m_journal->isHidden());
+}
+
 void PanelWindow::showRun(const Run &run)
 {
     if (!m_units)
@@ -137,6 +151,8 @@ void PanelWindow::refresh()
     showFailure(device.tbar.failure);
     m_speed->setNow(m_session.clock().now());
     m_journal->poll();
+    if (m_today)
+        m_today->poll();
     if (m_units && m_units->isWaiting() == m_session.isInFactoryMode())
         m_units->setWaiting(!m_session.isInFactoryMode());
 }
@@ -172,6 +188,11 @@ void PanelWindow::setSpeed(double factor)
 void PanelWindow::setRecording(const QString &fileName)
 {
     m_speed->setRecording(fileName);
+}
+
+void PanelWindow::setPendingRuns(int count)
+{
+    m_speed->setPendingRuns(count);
 }
 
 void PanelWindow::setJournalFile(const QString &fileName)
@@ -238,10 +259,10 @@ void PanelWindow::addLanguageMenu()
 
 void PanelWindow::addViewMenu()
 {
-    QMenu *menu = menuBar()->addMenu(QStringLiteral("&View"));
+    m_viewMenu = menuBar()->addMenu(QStringLiteral("&View"));
     QAction *journal = m_journal->toggleViewAction();
     journal->setShortcut(QKeySequence(QStringLiteral("Ctrl+J")));
-    menu->addAction(journal);
+    m_viewMenu->addAction(journal);
 }
 
 // Places the journal to the right of the panel if the screen is wide enough, or below it if the screen is high enough.

@@ -8,6 +8,8 @@
 #include <QtCore/QHash>
 #include <QtWidgets/QMainWindow>
 
+#include <functional>
+
 namespace panelhost {
 
 struct OperatorAction;
@@ -16,6 +18,8 @@ class FrontPanel;
 class JournalView;
 class Session;
 class SpeedBar;
+class StoreReader;
+class TodayView;
 class UnitBar;
 class UnitPattern;
 
@@ -33,6 +37,8 @@ public:
     void setSpeed(double factor);
     /// Shows that @p fileName is being recorded; shows nothing if it is empty.
     void setRecording(const QString &fileName);
+    /// Shows that @p count saved runs wait to be sent to the server; shows nothing if it is 0.
+    void setPendingRuns(int count);
     /// Sets the name of the file that gets the journal.
     void setJournalFile(const QString &fileName);
     /// Adds @p text to the status bar permanently: a file could not be written.
@@ -41,6 +47,9 @@ public:
     /// serial number that is entered begins the test of the next unit in factory mode. @p unit, if not empty, is the
     /// unit that is tested now.
     void askForUnits(const UnitPattern &pattern, const QString &unit);
+    /// Adds the dock with the figures of today, closed unless the window asks for units. @p reader must outlive the
+    /// window. @p savedCount returns the number of runs that have been saved.
+    void addToday(StoreReader &reader, const std::function<int()> &savedCount);
     /// Shows the verdict of @p run if the window asks for units.
     void showRun(const Run &run);
     /// Warns that @p unit has passed at @p passedAt, if it is still the unit that is tested.
@@ -74,6 +83,8 @@ private:
     JournalView *m_journal;
     SpeedBar *m_speed;
     UnitBar *m_units = nullptr;
+    TodayView *m_today = nullptr;
+    QMenu *m_viewMenu = nullptr;
     QHash<QString, QDateTime> m_passed; ///< units that have passed in this session, and when
     QString m_failure;                  ///< of the T-Bar's calibration, last shown
     RealTimeTimer m_refresh;

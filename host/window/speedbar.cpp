@@ -28,15 +28,18 @@ static QLabel *makeLabel(const QString &name)
 
 SpeedBar::SpeedBar(QWidget *parent)
     : QWidget(parent), m_message(makeLabel(QStringLiteral("message"))),
-      m_recording(makeLabel(QStringLiteral("recording"))), m_clock(makeLabel(QStringLiteral("clock")))
+      m_recording(makeLabel(QStringLiteral("recording"))), m_pending(makeLabel(QStringLiteral("pending-runs"))),
+      m_clock(makeLabel(QStringLiteral("clock")))
 {
     setObjectName(QStringLiteral("speed-bar"));
     m_recording->hide();
+    m_pending->hide();
+    m_pending->setToolTip(QStringLiteral("Saved runs that the server doesn't have yet"));
     m_clock->setToolTip(QStringLiteral("Time on the device since it started"));
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(theme::Grid, theme::Grid / 2, 2 * theme::Grid, theme::Grid / 2);
     row->setSpacing(theme::Grid / 2);
-    for (QLabel *label : {m_message, m_recording, m_clock}) {
+    for (QLabel *label : {m_message, m_recording, m_pending, m_clock}) {
         row->addWidget(label);
         row->addSpacing(theme::Grid);
     }
@@ -95,6 +98,13 @@ void SpeedBar::setRecording(const QString &fileName)
 {
     m_recording->setText(QStringLiteral("● REC %1").arg(fileName));
     m_recording->setVisible(!fileName.isEmpty());
+    Q_EMIT widthChanged();
+}
+
+void SpeedBar::setPendingRuns(int count)
+{
+    m_pending->setText(count == 1 ? QStringLiteral("1 run to send") : QStringLiteral("%1 runs to send").arg(count));
+    m_pending->setVisible(count > 0);
     Q_EMIT widthChanged();
 }
 

@@ -26,6 +26,8 @@ public:
     /// Elides the message if the bar would be wider than @p width. The tool tip has the whole message.
     void fitToWidth(int width);
     void setRecording(const QString &fileName);
+    /// Shows that @p count saved runs wait to be sent to the server; shows nothing if it is 0.
+    void setPendingRuns(int count);
     void setSpeed(double factor);
 
 Q_SIGNALS:
@@ -39,6 +41,7 @@ private:
 
     QLabel *m_message;
     QLabel *m_recording;
+    QLabel *m_pending;
     QLabel *m_clock;
     QList<QToolButton *> m_speeds;
 };

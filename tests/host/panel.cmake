@@ -4,7 +4,7 @@ lcd_target(panel_fixture)
 target_include_directories(panel_fixture PUBLIC panel)
 target_link_libraries(panel_fixture PUBLIC panelhost_core)
 
-foreach(name keybutton panelcontrols frontpanel journalview panelgolden)
+foreach(name keybutton panelcontrols frontpanel journalview todayview panelgolden)
     lcd_add_test(tst_${name} SOURCES panel/tst_${name}.cpp LIBRARIES panel_fixture LABELS host panel)
 endforeach()
 

@@ -249,7 +249,7 @@ void RecordStoreTest::whatIsNoStoreIsRefused_data()
     QTest::addColumn<QString>("sentence");
     QTest::newRow("text") << q("text") << q(" is damaged, or no file of run records.");
     QTest::newRow("empty") << q("empty") << q(" is damaged, or no file of run records.");
-    QTest::newRow("newer") << q("newer") << q(" is of version 3; this panelhost knows versions up to 2.");
+    QTest::newRow("newer") << q("newer") << q(" is of version 4; this panelhost knows versions up to 3.");
     QTest::newRow("other") << q("other") << q(" is a database, but not one of run records.");
     QTest::newRow("short") << q("short") << q(" is damaged: the file is truncated.");
     QTest::newRow("scrambled") << q("scrambled") << q(": database disk image is malformed.");
@@ -267,7 +267,7 @@ void RecordStoreTest::whatIsNoStoreIsRefused()
     else if (damage == q("empty"))
         content.clear();
     else if (damage == q("newer"))
-        content[63] = 3;
+        content[63] = RecordStore::SchemaVersion + 1;
     else if (damage == q("other"))
         content[70] = 0;
     else if (damage == q("short"))

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void speedMovesTime();
     void pausedWindowStillActs();
     void recordingLightShowsTheFile();
+    void pendingRunsAreShown();
     void failuresAreShownAndStay();
     void fullDiskPutsTheRecordingLightOut();
     void journalFollows();
@@ -258,6 +259,20 @@ void TestPanelWindow::recordingLightShowsTheFile()
     m_window->setRecording(QStringLiteral("morning.yaml"));
     QVERIFY(light->isVisible());
     QVERIFY(light->text().contains(QStringLiteral("morning.yaml")));
+}
+
+void TestPanelWindow::pendingRunsAreShown()
+{
+    const auto *label = m_window->findChild<QLabel *>(QStringLiteral("pending-runs"));
+    QVERIFY(!label->isVisible());
+    m_window->setPendingRuns(1);
+    QVERIFY(label->isVisible());
+    QCOMPARE(label->text(), QStringLiteral("1 run to send"));
+    m_window->setPendingRuns(12);
+    QCOMPARE(label->text(), QStringLiteral("12 runs to send"));
+    QTRY_VERIFY(label->width() >= label->sizeHint().width());
+    m_window->setPendingRuns(0);
+    QVERIFY(!label->isVisible());
 }
 
 void TestPanelWindow::failuresAreShownAndStay()

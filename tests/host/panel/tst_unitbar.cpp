@@ -274,7 +274,7 @@ void UnitBarTest::aUnitThatPassedBefore()
     QVERIFY2(store, qPrintable(error));
     QVERIFY2(store->save(run("A1", RunOutcome::Passed), {}, &error), qPrintable(error));
     QVERIFY2(store->save(run("B2", RunOutcome::Failed), {}, &error), qPrintable(error));
-    StoreReader reader(path);
+    StoreReader reader(RecordsLocation{path, false, {}});
     QStringList read;
     connect(m_window.get(), &PanelWindow::unitBegun, &reader, &StoreReader::readPassed);
     connect(&reader, &StoreReader::passedRead, m_window.get(), &PanelWindow::warnThatUnitPassed);

@@ -1,0 +1,384 @@
+#include "records/statistics.h"
+
+#include "records/machinetestruns.h"
+#include "records/recordstore.h"
+#include "records/statisticstables.h"
+
+#include <algorithm>
+
+namespace panelhost {
+
+namespace {
+
+using Groups = StatisticsQuery::Groups;
+using DurationCounts = QMap<QString, QMap<QString, QMap<qint64, qint64>>>; // by group, phase and duration
+
+constexpr struct
+{
+    Groups groups;
+    const char *name;
+} groupNames[] = {
+    {Groups::None, "all"},  {Groups::Station, "station"}, {Groups::Day, "day"},
+    {Groups::Week, "week"}, {Groups::Month, "month"},
+};
+
+QString dayText(const QDate &day)
+{
+    return day.toString(Qt::ISODate);
+}
+
+QString monthText(const QDate &day)
+{
+    return dayText(day).left(7);
+}
+
+/// The conditions of one statement with their values.
+struct Condition
+{
+    QStringList texts;
+    QVariantList values;
+
+    Condition &add(const char *text, const QString &value)
+    {
+        texts << QLatin1String(text);
+        values << value;
+        return *this;
+    }
+    Condition &addIf(bool isWanted, const char *text, const QString &value)
+    {
+        return isWanted ? add(text, value) : *this;
+    }
+    QString where() const { return QStringLiteral(" WHERE ") + texts.join(QStringLiteral(" AND ")); }
+};
+
+QString selected(const QString &column)
+{
+    return column.isEmpty() ? QStringLiteral("''") : column;
+}
+
+// A constant among the columns would cost SQLite the order of its index. Columns are in the order of an index: months
+// before phases, stations after them.
+QString groupBy(const QString &column, const QString &others = {})
+{
+    QStringList columns{column, others};
+    columns.removeAll(QString());
+    if (others.startsWith(QLatin1String("phase")) && column.contains(QLatin1String("station")))
+        std::reverse(columns.begin(), columns.end());
+    return columns.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + columns.join(QStringLiteral(", "));
+}
+
+/// Reads the statistics of one query.
+class Reader
+{
+public:
+    Reader(StoreConnection &connection, const StatisticsQuery &query) : m_connection(connection), m_query(query) {}
+
+    bool read(Statistics *statistics);
+
+private:
+    using RowListener = std::function<void(const StoreRows &row)>;
+
+    bool forEach(const QString &statement, const QVariantList &values, const RowListener &listener);
+    QString groupColumn(const char *station, const char *day) const;
+    QString durationGroupColumn(const char *station, const char *month) const;
+    QString groupName(const QString &value) const;
+    bool readRuns();
+    bool readDays(Statistics *statistics);
+    bool readUnits();
+    bool readDurations();
+    bool readMonths(const QDate &first, const QDate &last);
+    bool readRunsBetween(const QDate &first, const QDate &last);
+    bool groupsHaveDurations() const { return m_query.groups == Groups::Station || m_query.groups == Groups::Month; }
+    static QVector<PhaseDuration> durationsOf(const QMap<QString, QMap<qint64, qint64>> &phases);
+
+    StoreConnection &m_connection;
+    const StatisticsQuery m_query;
+    QMap<QString, RunCounts> m_groups;
+    DurationCounts m_durations;
+};
+
+bool Reader::forEach(const QString &statement, const QVariantList &values, const RowListener &listener)
+{
+    StoreRows rows = m_connection.execute(statement, values);
+    if (!rows)
+        return false;
+    while (rows.next())
+        listener(rows);
+    return true;
+}
+
+// Returns the column by which a statement groups its rows; empty for none. Weeks and months are made of days later: an
+// index is in the order of days.
+QString Reader::groupColumn(const char *station, const char *day) const
+{
+    switch (m_query.groups) {
+    case Groups::None:
+        break;
+    case Groups::Station:
+        return QLatin1String(station);
+    case Groups::Day:
+    case Groups::Week:
+    case Groups::Month:
+        return QLatin1String(day);
+    }
+    return {};
+}
+
+QString Reader::durationGroupColumn(const char *station, const char *month) const
+{
+    if (!groupsHaveDurations())
+        return {};
+    return QLatin1String(m_query.groups == Groups::Station ? station : month);
+}
+
+QString Reader::groupName(const QString &value) const
+{
+    if (m_query.groups == Groups::Month)
+        return value.left(7);
+    if (m_query.groups != Groups::Week)
+        return value;
+    int year = 0;
+    const int week = QDate::fromString(value, Qt::ISODate).weekNumber(&year);
+    return QStringLiteral("%1-W%2").arg(year).arg(week, 2, 10, QLatin1Char('0'));
+}
+
+bool Reader::readRuns()
+{
+    const auto condition = Condition()
+                               .add("kind = ?", toText(m_query.kind))
+                               .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
+                               .addIf(m_query.since.isValid(), "day >= ?", dayText(m_query.since))
+                               .addIf(m_query.until.isValid(), "day <= ?", dayText(m_query.until));
+    const QString column = groupColumn("station", "day");
+    const QString counts = QStringLiteral("SELECT %1, outcome, failed_phase, sum(runs) FROM run_count%2%3");
+    const QString days = QStringLiteral("SELECT %1, count(DISTINCT day) FROM run_count%2%3");
+    const QString outcomes = QStringLiteral("outcome, failed_phase");
+    return forEach(counts.arg(selected(column), condition.where(), groupBy(column, outcomes)), condition.values,
+                   [this](const StoreRows &row) {
+                       RunCounts &group = m_groups[groupName(row.value(0).toString())];
+                       const QString outcome = row.value(1).toString();
+                       const qint64 runs = row.value(3).toLongLong();
+                       if (outcome == toText(RunOutcome::Passed))
+                           group.passed += runs;
+                       else if (outcome == toText(RunOutcome::Aborted))
+                           group.aborted += runs;
+                       else
+                           group.failed += runs;
+                       if (outcome == toText(RunOutcome::Failed))
+                           group.phases[row.value(2).toString()] += runs;
+                   })
+        && forEach(days.arg(selected(column), condition.where(), groupBy(column)), condition.values,
+                   [this](const StoreRows &row) {
+                       m_groups[groupName(row.value(0).toString())].days += row.value(1).toLongLong();
+                   });
+}
+
+// Stations share days; other groups don't.
+bool Reader::readDays(Statistics *statistics)
+{
+    if (m_query.groups != Groups::Station)
+        return true;
+    StatisticsQuery query = m_query;
+    query.groups = Groups::None;
+    Reader all(m_connection, query);
+    if (!all.readRuns())
+        return false;
+    statistics->counts.days = all.m_groups.value(QString()).days;
+    return true;
+}
+
+bool Reader::readUnits()
+{
+    const auto condition = Condition()
+                               .add("kind = ?", toText(m_query.kind))
+                               .addIf(!m_query.station.isEmpty(), "first_station = ?", m_query.station)
+                               .addIf(m_query.since.isValid(), "first_day >= ?", dayText(m_query.since))
+                               .addIf(m_query.until.isValid(), "first_day <= ?", dayText(m_query.until));
+    const QString column = groupColumn("first_station", "first_day");
+    const QString statement =
+        QStringLiteral("SELECT %1, count(*), sum(first_passed), sum(last_passed) FROM unit_result%2%3");
+    return forEach(statement.arg(selected(column), condition.where(), groupBy(column)), condition.values,
+                   [this](const StoreRows &row) {
+                       RunCounts &group = m_groups[groupName(row.value(0).toString())];
+                       group.units += row.value(1).toLongLong();
+                       group.firstPassed += row.value(2).toLongLong();
+                       group.finallyPassed += row.value(3).toLongLong();
+                   });
+}
+
+bool Reader::readMonths(const QDate &first, const QDate &last)
+{
+    const auto condition = Condition()
+                               .add("kind = ?", toText(m_query.kind))
+                               .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
+                               .addIf(first.isValid(), "month >= ?", monthText(first))
+                               .addIf(last.isValid(), "month <= ?", monthText(last));
+    const QString column = durationGroupColumn("station", "month");
+    const QString statement = QStringLiteral("SELECT phase, duration, %1, sum(runs) FROM duration_count%2%3");
+    const QString phases = QStringLiteral("phase, duration");
+    return forEach(statement.arg(selected(column), condition.where(), groupBy(column, phases)), condition.values,
+                   [this](const StoreRows &row) {
+                       m_durations[row.value(2).toString()][row.value(0).toString()][row.value(1).toLongLong()] +=
+                           row.value(3).toLongLong();
+                   });
+}
+
+// Durations are counted by month. Those of a part of a month are counted here.
+bool Reader::readRunsBetween(const QDate &first, const QDate &last)
+{
+    const auto condition = Condition()
+                               .add("run.kind = ?", toText(m_query.kind))
+                               .addIf(!m_query.station.isEmpty(), "run.station = ?", m_query.station)
+                               .add("run.begin >= ?", dayText(first))
+                               .add("run.begin < ?", dayText(last.addDays(1)))
+                               .add("phase.outcome <> ?", toText(RunOutcome::Aborted));
+    const QString column = durationGroupColumn("coalesce(run.station, '')", "substr(run.begin, 1, 7)");
+    const QString statement = QStringLiteral("SELECT phase.name, phase.duration, %1, count(*) FROM run JOIN phase ON "
+                                             "phase.run = run.id%2%3");
+    const QString phases = QStringLiteral("phase.name, phase.duration");
+    return forEach(
+        statement.arg(selected(column), condition.where(), groupBy(column, phases)), condition.values,
+        [this](const StoreRows &row) {
+            m_durations[row.value(2).toString()][row.value(0).toString()][roundedDuration(row.value(1).toLongLong())] +=
+                row.value(3).toLongLong();
+        });
+}
+
+// Whole months from their counts, the days before and after them from the runs.
+bool Reader::readDurations()
+{
+    const QDate since = m_query.since;
+    const QDate until = m_query.until;
+    const auto monthBegin = [](const QDate &day) { return QDate(day.year(), day.month(), 1); };
+    const QDate firstMonth = !since.isValid() || since.day() == 1 ? since : monthBegin(since).addMonths(1);
+    const bool endsWithMonth = !until.isValid() || until.day() == until.daysInMonth();
+    const QDate lastMonth = endsWithMonth ? until : monthBegin(until).addDays(-1);
+    if (since.isValid() && until.isValid() && firstMonth > lastMonth)
+        return readRunsBetween(since, until);
+    return (!since.isValid() || since == firstMonth || readRunsBetween(since, firstMonth.addDays(-1)))
+        && readMonths(firstMonth, lastMonth)
+        && (!until.isValid() || until == lastMonth || readRunsBetween(lastMonth.addDays(1), until));
+}
+
+QVector<PhaseDuration> Reader::durationsOf(const QMap<QString, QMap<qint64, qint64>> &phases)
+{
+    QVector<PhaseDuration> durations;
+    for (auto phase = phases.begin(); phase != phases.end(); ++phase) {
+        qint64 count = 0;
+        for (const qint64 runs : phase.value())
+            count += runs;
+        durations.append({phase.key(), count, percentile(phase.value(), 50), percentile(phase.value(), 90)});
+    }
+    const QStringList order = machineTestPhases();
+    const auto rank = [&order](const PhaseDuration &duration) {
+        const int index = order.indexOf(duration.phase);
+        return index < 0 ? order.size() : index;
+    };
+    std::stable_sort(durations.begin(), durations.end(),
+                     [&rank](const PhaseDuration &a, const PhaseDuration &b) { return rank(a) < rank(b); });
+    return durations;
+}
+
+bool Reader::read(Statistics *statistics)
+{
+    statistics->query = m_query;
+    if (!readRuns() || !readUnits() || !readDurations())
+        return false;
+    QMap<QString, QMap<qint64, qint64>> all;
+    for (const auto &group : qAsConst(m_durations)) {
+        for (auto phase = group.begin(); phase != group.end(); ++phase) {
+            for (auto duration = phase.value().begin(); duration != phase.value().end(); ++duration)
+                all[phase.key()][duration.key()] += duration.value();
+        }
+    }
+    statistics->durations = durationsOf(all);
+    for (auto group = m_groups.begin(); group != m_groups.end(); ++group) {
+        statistics->counts += group.value();
+        if (m_query.groups != Groups::None)
+            statistics->groups.append(
+                {group.key(), group.value(),
+                 groupsHaveDurations() ? durationsOf(m_durations.value(group.key())) : QVector<PhaseDuration>()});
+    }
+    return readDays(statistics);
+}
+
+}
+
+QString RunCounts::topFailingPhase() const
+{
+    const QVector<FailingPhase> failing = failingPhases(*this);
+    return failing.isEmpty() ? QString() : failing.first().phase;
+}
+
+RunCounts &RunCounts::operator+=(const RunCounts &other)
+{
+    passed += other.passed;
+    failed += other.failed;
+    aborted += other.aborted;
+    days += other.days;
+    units += other.units;
+    firstPassed += other.firstPassed;
+    finallyPassed += other.finallyPassed;
+    for (auto phase = other.phases.begin(); phase != other.phases.end(); ++phase)
+        phases[phase.key()] += phase.value();
+    return *this;
+}
+
+QVector<FailingPhase> failingPhases(const RunCounts &counts)
+{
+    QVector<FailingPhase> failing;
+    for (auto phase = counts.phases.begin(); phase != counts.phases.end(); ++phase)
+        failing.append({phase.key(), phase.value(), double(phase.value()) / double(counts.failed), 0});
+    std::stable_sort(failing.begin(), failing.end(),
+                     [](const FailingPhase &a, const FailingPhase &b) { return a.runs > b.runs; });
+    qint64 sum = 0;
+    for (FailingPhase &each : failing) {
+        sum += each.runs;
+        each.cumulativeShare = double(sum) / double(counts.failed);
+    }
+    return failing;
+}
+
+qint64 percentile(const QMap<qint64, qint64> &counts, int percent)
+{
+    qint64 count = 0;
+    for (const qint64 each : counts)
+        count += each;
+    const qint64 rank = (count * percent + 99) / 100;
+    qint64 seen = 0;
+    for (auto value = counts.begin(); value != counts.end(); ++value) {
+        seen += value.value();
+        if (seen >= rank)
+            return value.key();
+    }
+    return -1;
+}
+
+std::optional<Statistics> readStatistics(RecordStore &store, const StatisticsQuery &query, QString *error)
+{
+    Statistics statistics;
+    if (Reader(store.connection(), query).read(&statistics))
+        return statistics;
+    *error = store.connection().errorText();
+    return std::nullopt;
+}
+
+QString toText(StatisticsQuery::Groups groups)
+{
+    for (const auto &known : groupNames) {
+        if (known.groups == groups)
+            return QLatin1String(known.name);
+    }
+    return {};
+}
+
+std::optional<StatisticsQuery::Groups> statisticsGroupsFromText(const QString &text)
+{
+    for (const auto &known : groupNames) {
+        if (known.groups != Groups::None && text == QLatin1String(known.name))
+            return known.groups;
+    }
+    return std::nullopt;
+}
+
+}

@@ -1,0 +1,127 @@
+#include "window/todayview.h"
+
+#include "panel/theme.h"
+#include "records/statisticstext.h"
+
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QLabel>
+
+namespace panelhost {
+
+namespace {
+
+QRgb colorOf(RunOutcome outcome)
+{
+    switch (outcome) {
+    case RunOutcome::Passed:
+        return theme::Green;
+    case RunOutcome::Failed:
+        return theme::Red;
+    case RunOutcome::Aborted:
+        break;
+    }
+    return theme::DimTextColor;
+}
+
+QString lineOf(const Run &run)
+{
+    const QString unit = run.session.unit.isEmpty() ? QStringLiteral("-") : run.session.unit;
+    return QStringLiteral("%1  %2 %3  %4")
+        .arg(run.beginUtc().toString(QStringLiteral("HH:mm")), toText(run.kind), toText(run.outcome), unit);
+}
+
+QString yieldText(qint64 passed, const RunCounts &counts)
+{
+    return counts.units == 0
+        ? QStringLiteral("-")
+        : QStringLiteral("%1  (%2 of %3 units)").arg(percentText(passed, counts.units)).arg(passed).arg(counts.units);
+}
+
+QString failingText(const RunCounts &counts)
+{
+    const QVector<FailingPhase> failing = failingPhases(counts);
+    return failing.isEmpty() ? QStringLiteral("-")
+                             : QStringLiteral("%1  (%2 of %3 failed)")
+                                   .arg(phaseText(failing.first().phase))
+                                   .arg(failing.first().runs)
+                                   .arg(counts.failed);
+}
+
+}
+
+TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount, QWidget *parent)
+    : QDockWidget(QStringLiteral("Today"), parent), m_reader(reader), m_savedCount(savedCount)
+{
+    setObjectName(QStringLiteral("today"));
+    theme::applyTo(this);
+    auto *content = new QWidget(this);
+    content->setObjectName(QStringLiteral("today-content"));
+    content->setAttribute(Qt::WA_StyledBackground);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(theme::Grid, theme::Grid, theme::Grid, theme::Grid);
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(2 * theme::Grid);
+    grid->setColumnStretch(1, 1);
+    m_firstPass = addLine(grid, QStringLiteral("today-first-pass"), QStringLiteral("First-pass yield"));
+    m_final = addLine(grid, QStringLiteral("today-final"), QStringLiteral("Final yield"));
+    m_runs = addLine(grid, QStringLiteral("today-runs"), QStringLiteral("Machine tests"));
+    m_failing = addLine(grid, QStringLiteral("today-failing"), QStringLiteral("Fails most often"));
+    column->addLayout(grid);
+    for (int index = 0; index < LastRuns; ++index) {
+        auto *label = new QLabel;
+        label->setObjectName(QStringLiteral("today-run-%1").arg(index));
+        label->setTextFormat(Qt::PlainText);
+        label->hide();
+        m_lastRuns.append(label);
+        column->addWidget(label);
+    }
+    column->addStretch(1);
+    setWidget(content);
+    connect(&reader, &StoreReader::todayRead, this, &TodayView::showFigures);
+}
+
+QLabel *TodayView::addLine(QGridLayout *grid, const QString &name, const QString &caption)
+{
+    const int row = grid->rowCount();
+    auto *label = new QLabel(QStringLiteral("-"));
+    label->setObjectName(name);
+    grid->addWidget(new QLabel(caption), row, 0);
+    grid->addWidget(label, row, 1);
+    return label;
+}
+
+void TodayView::poll()
+{
+    const int count = m_savedCount();
+    const QDate day = QDateTime::currentDateTimeUtc().date();
+    if (!isVisible() || (count == m_seenCount && day == m_day))
+        return;
+    m_seenCount = count;
+    m_day = day;
+    m_reader.readToday(LastRuns);
+}
+
+void TodayView::showFigures(const TodayFigures &figures)
+{
+    const RunCounts &counts = figures.counts;
+    m_firstPass->setText(yieldText(counts.firstPassed, counts));
+    m_final->setText(yieldText(counts.finallyPassed, counts));
+    m_runs->setText(QStringLiteral("%1  (%2 passed, %3 failed, %4 aborted)")
+                        .arg(counts.runs())
+                        .arg(counts.passed)
+                        .arg(counts.failed)
+                        .arg(counts.aborted));
+    m_failing->setText(failingText(counts));
+    for (int index = 0; index < m_lastRuns.size(); ++index) {
+        QLabel *label = m_lastRuns.at(index);
+        label->setVisible(index < figures.lastRuns.size());
+        if (index >= figures.lastRuns.size())
+            continue;
+        const Run &run = figures.lastRuns.at(index);
+        label->setText(lineOf(run));
+        label->setStyleSheet(QStringLiteral("color: %1").arg(QColor(colorOf(run.outcome)).name()));
+    }
+}
+
+}
