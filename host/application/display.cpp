@@ -1,5 +1,7 @@
 #include "application/display.h"
 
+#include "lcd/platform.h"
+
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QGuiApplication>
 
@@ -30,11 +32,6 @@ QString platformIn(int argc, char **argv)
             return QString::fromLocal8Bit(argv[index + 1]);
     }
     return environmentValue("QT_QPA_PLATFORM");
-}
-
-bool isWithoutDisplay(const QString &platform)
-{
-    return platform.startsWith(QLatin1String("offscreen")) || platform.startsWith(QLatin1String("minimal"));
 }
 
 // Runs in a child process, which tries to connect. Forking is safe as long as there is only one thread.
@@ -96,7 +93,7 @@ QString unreachable(const QString &platform)
 bool isDisplayReachable(bool needsDisplay, int argc, char **argv, QString *error)
 {
     const QString platform = platformIn(argc, argv);
-    if (isWithoutDisplay(platform) || (platform.isEmpty() && !needsDisplay))
+    if ((platform.isEmpty() && !needsDisplay) || !hasDisplay(platform))
         return true;
     if (platform.isEmpty() && environmentValue("DISPLAY").isEmpty() && environmentValue("WAYLAND_DISPLAY").isEmpty())
         *error = QStringLiteral("There is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");

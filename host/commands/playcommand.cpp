@@ -2,10 +2,13 @@
 #include "commands/playoutputs.h"
 #include "commands/progress.h"
 #include "diagnostics/reporterror.h"
+#include "lcd/platform.h"
 #include "playing/interruption.h"
 #include "playing/player.h"
 #include "records/runrecords.h"
 #include "scenario/scenarioloader.h"
+
+#include <QtGui/QGuiApplication>
 
 #include <algorithm>
 #include <cstdio>
@@ -41,15 +44,18 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
     Player::Options options;
     options.isRealTime = isRealTime;
     options.takesScreenshots = outputs.wantsScreenshots();
+    options.paintsLcd = hasDisplay(QGuiApplication::platformName());
     outputs.addSessionLine(recording.beginSession(scenario.device.language, scenario.device.share));
     options.journal = [&](const Journal::Entry &entry) {
         outputs.addEntry(entry);
         recording.add(entry);
     };
     options.isInterrupted = [] { return Interruption::signalNumber() != 0; };
-    options.partialResult = [&](const ScenarioResult &result) {
-        outputs.writeReport(before + ScenarioResults{result});
-    };
+    if (outputs.wantsReport()) {
+        options.partialResult = [&](const ScenarioResult &result) {
+            outputs.writeReport(before + ScenarioResults{result});
+        };
+    }
     const auto onStep = [&](const StepResult &step, qint64 number) {
         progress.step(step, number);
         outputs.writeScreenshot(scenario.file, step);

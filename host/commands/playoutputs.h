@@ -19,6 +19,7 @@ class PlayOutputs
 public:
     PlayOutputs(const CommandLine &line, const QVector<Scenario> &scenarios);
 
+    bool wantsReport() const { return !m_report.isEmpty(); }
     bool wantsScreenshots() const { return !m_report.isEmpty() || !m_screenshots.isEmpty(); }
     /// Makes the directories and opens the journal. Returns false, with a sentence in @p error, if that is impossible
     /// or a file would be written over one that is read.

@@ -3,9 +3,17 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
+#include <algorithm>
+
 namespace panelhost {
 
 namespace {
+
+// Returns true if @p c is written as it is in a JSON string in UTF-8.
+bool isPlain(QChar c)
+{
+    return c >= QLatin1Char(' ') && c <= QLatin1Char('~') && c != QLatin1Char('"') && c != QLatin1Char('\\');
+}
 
 QString threadName(ThreadKind thread)
 {
@@ -20,9 +28,11 @@ QString threadName(ThreadKind thread)
     return QStringLiteral("other");
 }
 
-// Returns a text as a JSON string, with quotes.
+// Returns a text as a JSON string, with quotes. Names are nearly always plain and need no JSON document then.
 QByteArray quoted(const QString &text)
 {
+    if (std::all_of(text.begin(), text.end(), isPlain))
+        return '"' + text.toLatin1() + '"';
     const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     return array.mid(1, array.size() - 2);
 }

@@ -43,6 +43,7 @@ ScenarioResult Player::play()
 
 void Player::playSession()
 {
+    m_session->lcd()->setUpdatesEnabled(m_options.paintsLcd);
     m_session->lcd()->show();
     m_session->clock().settle();
     m_result.passed = prepare() && playSteps(m_scenario.steps);
@@ -180,9 +181,12 @@ void Player::screenshot(const Step &step, StepResult &result)
     result.screenshot = taken == 0 ? step.name : QStringLiteral("%1-%2").arg(step.name).arg(taken + 1);
     if (!m_options.takesScreenshots)
         return;
+    QWidget &lcd = *m_session->lcd();
     QBuffer buffer(&result.png);
     buffer.open(QIODevice::WriteOnly);
-    m_session->lcd()->grab().save(&buffer, "PNG");
+    lcd.setUpdatesEnabled(true);
+    lcd.grab().save(&buffer, "PNG");
+    lcd.setUpdatesEnabled(m_options.paintsLcd);
 }
 
 void Player::advance(Milliseconds duration)
@@ -230,14 +234,7 @@ void Player::updateResult()
     m_result.wallTime = m_clock.elapsed();
     const std::lock_guard lock(m_entryMutex);
     m_result.pages = m_pages.spans(m_result.duration);
-    m_result.journalLines = m_lines.count();
-    m_result.journal.clear();
-    for (const auto &entry : m_lines.head())
-        m_result.journal += entry.toJsonLine() + '\n';
-    if (m_lines.leftOut() > 0)
-        m_result.journal += QStringLiteral("… %1 lines …\n").arg(m_lines.leftOut()).toUtf8();
-    for (const auto &entry : m_lines.tail())
-        m_result.journal += entry.toJsonLine() + '\n';
+    m_result.journal = m_lines;
 }
 
 // What the component does while the session ends isn't part of the result.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "expectations/journalquerycounter.h"
-#include "playing/firstandlast.h"
 #include "playing/pagespans.h"
 #include "playing/scenarioresult.h"
 #include "scenario/scenario.h"
@@ -24,7 +23,8 @@ public:
     {
         bool isRealTime = false; ///< virtual time follows the wall clock
         bool takesScreenshots = false;
-        Journal::Sink journal; ///< gets all entries of the journal
+        bool paintsLcd = false; ///< the LCD is painted all the time, and not only for screenshots
+        Journal::Sink journal;  ///< gets all entries of the journal
         /// Called between steps and while time passes. The player stops as soon as it returns true.
         std::function<bool()> isInterrupted;
         /// Called about every PartialResultInterval with the result so far.
@@ -42,8 +42,6 @@ public:
     ScenarioResult play();
 
 private:
-    static constexpr int LinesInReport = 1000; ///< first and last lines of the journal
-
     void playSession();
     bool prepare();
     bool playSteps(const QVector<Step> &steps);
@@ -73,7 +71,7 @@ private:
     QElapsedTimer m_sincePartialResult;
     JournalQueryCounter m_counter;
     std::mutex m_entryMutex; ///< guards the next two members; entries come on any thread
-    FirstAndLast<Journal::Entry> m_lines{LinesInReport};
+    FirstAndLast<Journal::Entry> m_lines{ScenarioResult::LinesInReport};
     PageSpans m_pages;
     QMap<QString, int> m_screenshots;
 };

@@ -13,6 +13,18 @@ QString locationText(const StepResult &step)
 
 }
 
+QByteArray ScenarioResult::journalText() const
+{
+    QByteArray text;
+    for (const auto &entry : journal.head())
+        text += entry.toJsonLine() + '\n';
+    if (journal.leftOut() > 0)
+        text += QStringLiteral("… %1 lines …\n").arg(journal.leftOut()).toUtf8();
+    for (const auto &entry : journal.tail())
+        text += entry.toJsonLine() + '\n';
+    return text;
+}
+
 const StepResult *ScenarioResult::failedStep() const
 {
     const auto failed = std::find_if(steps.begin(), steps.end(), [](const StepResult &step) { return !step.passed; });

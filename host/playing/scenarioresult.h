@@ -1,6 +1,8 @@
 #pragma once
 
 #include "expectations/expectationevaluator.h"
+#include "journal/journal.h"
+#include "playing/firstandlast.h"
 #include "time/virtualclock.h"
 
 #include <QtCore/QByteArray>
@@ -35,6 +37,8 @@ struct PageSpan
 /// The result of a scenario.
 struct ScenarioResult
 {
+    static constexpr int LinesInReport = 1000; ///< first and last lines of the journal
+
     enum class State {
         Running,
         Interrupted, ///< by a signal
@@ -53,12 +57,13 @@ struct ScenarioResult
     QVector<PageSpan> pages;
     Milliseconds duration = 0; ///< virtual milliseconds
     qint64 wallTime = 0;       ///< real milliseconds
-    QByteArray journal;        ///< JSON lines; if there are many, the first and the last ones
-    qint64 journalLines = 0;   ///< number of all lines
-    QStringList lastLines;     ///< last lines of the journal as text, if it failed
+    FirstAndLast<Journal::Entry> journal{LinesInReport};
+    QStringList lastLines; ///< last lines of the journal as text, if it failed
 
     /// Returns "passed", "failed", "running" or "interrupted".
     QString verdict() const;
+    /// Returns the journal as JSON lines; if there are many, the first and the last ones.
+    QByteArray journalText() const;
 
     const StepResult *failedStep() const;
     /// Returns what failed: the location, what was expected and found, and the last lines of the journal.

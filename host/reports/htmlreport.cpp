@@ -133,8 +133,8 @@ void writeSteps(HtmlWriter &html, const ScenarioResult &result)
 void writeJournal(HtmlWriter &html, const ScenarioResult &result)
 {
     html.begin("details");
-    html.element("summary", nullptr, QStringLiteral("Journal, %1 lines").arg(result.journalLines));
-    html.element("pre", nullptr, QString::fromUtf8(result.journal));
+    html.element("summary", nullptr, QStringLiteral("Journal, %1 lines").arg(result.journal.count()));
+    html.element("pre", nullptr, QString::fromUtf8(result.journalText()));
     html.end();
 }
 

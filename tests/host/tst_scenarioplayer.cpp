@@ -38,12 +38,14 @@ private Q_SLOTS:
     void failingRoundIsShown();
     void marksCountTheJournalFromThere();
     void longJournalIsShortened();
+    void namesInTheJournalAreQuoted();
+    void lcdIsPaintedOnlyForScreenshots();
     void interruptedPlayerStops();
     void reportsAreWellFormed();
 
 private:
     ScenarioResult play(const QByteArray &text);
-    ScenarioResult playFile(const QString &path);
+    ScenarioResult playFile(const QString &path, bool takesScreenshots = true, bool paintsLcd = false);
 
     QTemporaryDir m_directory;
     int m_told = 0;
@@ -133,7 +135,7 @@ QByteArray record(const QString &path, Session &session)
 
 }
 
-ScenarioResult ScenarioPlayerTest::playFile(const QString &path)
+ScenarioResult ScenarioPlayerTest::playFile(const QString &path, bool takesScreenshots, bool paintsLcd)
 {
     QStringList errors;
     const auto scenario = loadScenario(path, options(), &errors);
@@ -143,7 +145,8 @@ ScenarioResult ScenarioPlayerTest::playFile(const QString &path)
     if (!scenario)
         return result;
     Player::Options how;
-    how.takesScreenshots = true;
+    how.takesScreenshots = takesScreenshots;
+    how.paintsLcd = paintsLcd;
     return Player(*scenario, how, [this](const StepResult &, qint64 number) { m_told = static_cast<int>(number); })
         .play();
 }
@@ -231,8 +234,8 @@ void ScenarioPlayerTest::journalDoesNotDependOnWhatWasPlayedBefore()
     QVERIFY2(alone.passed, qPrintable(alone.failureText()));
     const auto other = playFile(shipped("machine-fail-6.yaml"));
     QVERIFY2(other.passed, qPrintable(other.failureText()));
-    QCOMPARE(playFile(shipped("aging.yaml")).journal, alone.journal);
-    QCOMPARE(playFile(shipped("machine-fail-6.yaml")).journal, other.journal);
+    QCOMPARE(playFile(shipped("aging.yaml")).journalText(), alone.journalText());
+    QCOMPARE(playFile(shipped("machine-fail-6.yaml")).journalText(), other.journalText());
 }
 
 void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
@@ -254,7 +257,7 @@ void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
 
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
-    QCOMPARE(played.journal, journal);
+    QCOMPARE(played.journalText(), journal);
     QVERIFY(journal.count("\"kind\":\"action\"") == timedActions().size());
 }
 
@@ -288,7 +291,7 @@ void ScenarioPlayerTest::killedRecorderLeavesAReadableScenario()
     QCOMPARE(recorder.exitCode(), SIGKILL);
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
-    QCOMPARE(played.journal.count("\"kind\":\"action\""), ActionsBeforeKill);
+    QCOMPARE(played.journalText().count("\"kind\":\"action\""), ActionsBeforeKill);
 }
 
 void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
@@ -379,15 +382,66 @@ void ScenarioPlayerTest::longJournalIsShortened()
 {
     const auto result = play("steps:\n  - open: AgingMode\n  - soft: right\n  - wait: 1h\n");
     QVERIFY2(result.passed, qPrintable(result.failureText()));
-    QVERIFY(result.journalLines > 2200);
-    auto lines = result.journal.split('\n');
+    QVERIFY(result.journal.count() > 2200);
+    auto lines = result.journalText().split('\n');
     lines.removeLast();
     QCOMPARE(lines.size(), 2001);
     QVERIFY(lines.at(999).startsWith("{\"seq\":1000,"));
-    QCOMPARE(QString::fromUtf8(lines.at(1000)), QStringLiteral("… %1 lines …").arg(result.journalLines - 2000));
-    QVERIFY(lines.last().startsWith("{\"seq\":" + QByteArray::number(result.journalLines) + ','));
-    QVERIFY(
-        QString::fromUtf8(htmlReport({result})).contains(QStringLiteral("Journal, %1 lines").arg(result.journalLines)));
+    QCOMPARE(QString::fromUtf8(lines.at(1000)), QStringLiteral("… %1 lines …").arg(result.journal.count() - 2000));
+    QVERIFY(lines.last().startsWith("{\"seq\":" + QByteArray::number(result.journal.count()) + ','));
+    QVERIFY(QString::fromUtf8(htmlReport({result}))
+                .contains(QStringLiteral("Journal, %1 lines").arg(result.journal.count())));
+}
+
+void ScenarioPlayerTest::namesInTheJournalAreQuoted()
+{
+    for (const QString &name : {QStringLiteral("lcdConfig.get"), QStringLiteral("a \"b\" \\ c"),
+                                QStringLiteral("\t\x1f\x7f"), QStringLiteral("日本 é"), QString()}) {
+        const Journal::Entry entry{7, 20, QStringLiteral("gui"), Journal::Kind::Call, name, {}};
+        QVERIFY2(entry.toJsonLine().startsWith("{\"seq\":7,\"t\":20,\"thread\":\"gui\",\"kind\":\"call\",\"name\":\""),
+                 entry.toJsonLine().constData());
+        QCOMPARE(QJsonDocument::fromJson(entry.toJsonLine()).object().value(QStringLiteral("name")).toString(), name);
+    }
+}
+
+namespace {
+
+/// Counts the paint events of the application while it lives.
+class PaintCounter : public QObject
+{
+public:
+    PaintCounter() { qApp->installEventFilter(this); }
+    int count() const { return m_count; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
+
+}
+
+void ScenarioPlayerTest::lcdIsPaintedOnlyForScreenshots()
+{
+    const PaintCounter counter;
+    const auto unseen = playFile(shipped("machine-fail-6.yaml"), false);
+    QVERIFY2(unseen.passed, qPrintable(unseen.failureText()));
+    QCOMPARE(counter.count(), 0);
+    const auto photographed = playFile(shipped("machine-fail-6.yaml"));
+    const int forScreenshots = counter.count();
+    QVERIFY(forScreenshots > 0);
+    const auto seen = playFile(shipped("machine-fail-6.yaml"), true, true);
+    QVERIFY(counter.count() - forScreenshots > forScreenshots);
+
+    QCOMPARE(photographed.journalText(), unseen.journalText());
+    QCOMPARE(seen.journalText(), unseen.journalText());
+    for (int step = 0; step < seen.steps.size(); ++step)
+        QCOMPARE(photographed.steps.at(step).png, seen.steps.at(step).png);
 }
 
 void ScenarioPlayerTest::interruptedPlayerStops()
@@ -413,8 +467,8 @@ void ScenarioPlayerTest::interruptedPlayerStops()
     QVERIFY(!result.passed);
     QCOMPARE(result.steps.size(), 2);
     QVERIFY(result.duration > 0 && result.duration < 3600000);
-    QCOMPARE(result.journalLines, lines);
-    QCOMPARE(result.journal, journal);
+    QCOMPARE(result.journal.count(), lines);
+    QCOMPARE(result.journalText(), journal);
     QVERIFY(junitReport({result}).contains("errors=\"1\""));
 }
 
