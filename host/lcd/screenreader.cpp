@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QListWidget>
 
+#include <algorithm>
+
 namespace panelhost {
 
 namespace {
@@ -16,14 +18,34 @@ constexpr char containerClass[] = "panelhost::ContainerPage";
 const QString menuPage = QStringLiteral("menu");
 const QString hiddenPage = QStringLiteral("hidden");
 
-QWidget *findVisible(QWidget *lcd, const char *className)
+using Widgets = QVector<QWidget *>;
+
+// Adds the widgets in @p parent that are visible if @p parent is, in the order of QObject::findChildren().
+void addVisible(const QWidget &parent, Widgets &widgets)
 {
-    const QList<QWidget *> widgets = lcd->findChildren<QWidget *>();
-    for (QWidget *widget : widgets) {
-        if (widget->inherits(className) && widget->isVisibleTo(lcd))
-            return widget;
+    for (QObject *child : parent.children()) {
+        if (!child->isWidgetType())
+            continue;
+        auto *widget = static_cast<QWidget *>(child);
+        if (widget->isHidden())
+            continue;
+        widgets.append(widget);
+        addVisible(*widget, widgets);
     }
-    return nullptr;
+}
+
+Widgets visibleWidgets(const QWidget &lcd)
+{
+    Widgets widgets;
+    addVisible(lcd, widgets);
+    return widgets;
+}
+
+QWidget *findClass(const Widgets &widgets, const char *className)
+{
+    const auto isOfClass = [className](const QWidget *widget) { return widget->inherits(className); };
+    const auto found = std::find_if(widgets.begin(), widgets.end(), isOfClass);
+    return found == widgets.end() ? nullptr : *found;
 }
 
 void readMenu(const QList<QListWidget *> &lists, int level, QVariantMap &screen)
@@ -80,10 +102,10 @@ const QVector<std::pair<const char *, QString>> &pagesByClass()
     return pages;
 }
 
-QString pageName(QWidget *lcd)
+QString pageName(const Widgets &visible)
 {
     for (const auto &[className, name] : pagesByClass()) {
-        if (findVisible(lcd, className))
+        if (findClass(visible, className))
             return name;
     }
     return hiddenPage;
@@ -93,7 +115,7 @@ QString pageName(QWidget *lcd)
 
 QWidget *findTestFrame(QWidget *lcd)
 {
-    return findVisible(lcd, frameClass);
+    return findClass(visibleWidgets(*lcd), frameClass);
 }
 
 QStringList pageNames()
@@ -107,10 +129,11 @@ QStringList pageNames()
 QVariantMap readScreen(QWidget *lcd)
 {
     QVariantMap screen;
-    QString page = pageName(lcd);
-    if (const QWidget *container = findVisible(lcd, containerClass))
+    const Widgets visible = visibleWidgets(*lcd);
+    QString page = pageName(visible);
+    if (const QWidget *container = findClass(visible, containerClass))
         screen.insert(QStringLiteral("container"), container->property("containerKey"));
-    else if (const QWidget *frame = findTestFrame(lcd))
+    else if (const QWidget *frame = findClass(visible, frameClass))
         readFrame(*frame, screen);
     else if (readVisibleMenu(lcd, screen))
         page = menuPage;
