@@ -16,19 +16,27 @@ bool Translator::load(const QString &file)
         return false;
     const std::unique_lock lock(m_mutex);
     m_catalog.swap(catalog);
+    m_texts.clear();
     return true;
 }
 
 QString Translator::translate(const QString &context, const QString &section, const QString &key) const
 {
-    const QByteArray contextName = context.toUtf8();
-    const QByteArray source = key.toUtf8();
-    const QByteArray disambiguation = section.toUtf8();
-    const std::shared_lock lock(m_mutex);
+    const Message message{context, section, key};
+    {
+        const std::shared_lock lock(m_mutex);
+        const auto known = m_texts.constFind(message);
+        if (known != m_texts.constEnd())
+            return *known;
+    }
+    const std::unique_lock lock(m_mutex);
     if (!m_catalog)
         return key;
-    const QString text = m_catalog->translate(contextName.constData(), source.constData(), disambiguation.constData());
-    return text.isNull() ? key : text;
+    const QString text = m_catalog->translate(context.toUtf8(), key.toUtf8(), section.toUtf8());
+    if (text.isNull())
+        return key;
+    m_texts.insert(message, text);
+    return text;
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QHash>
 #include <QtCore/QString>
 
 #include <memory>
@@ -24,9 +25,23 @@ public:
     QString translate(const QString &context, const QString &section, const QString &key) const;
 
 private:
+    struct Message
+    {
+        QString context;
+        QString section;
+        QString key;
+
+        friend bool operator==(const Message &a, const Message &b)
+        {
+            return a.key == b.key && a.section == b.section && a.context == b.context;
+        }
+        friend uint qHash(const Message &message, uint seed) { return ::qHash(message.key, seed); }
+    };
+
     // A std lock, because the thread sanitizer doesn't see Qt's locks.
     mutable std::shared_mutex m_mutex;
     std::unique_ptr<QTranslator> m_catalog;
+    mutable QHash<Message, QString> m_texts; ///< the texts of the catalog that were looked up
 };
 
 }
