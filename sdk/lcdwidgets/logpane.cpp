@@ -27,19 +27,6 @@ QColor colorOf(FactoryTestRightFrame::FactoryTestLogLevel level)
     return QColor(Theme::QuietText);
 }
 
-// Breaks lines between words, and within a word that is too wide.
-int textFlags(const QFontMetrics &metrics, int width, const QString &text)
-{
-    const QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), WrappingFlags, text);
-    return bounds.width() <= width ? WrappingFlags : WrappingFlags | Qt::TextWrapAnywhere;
-}
-
-int lineHeight(const QFontMetrics &metrics, int width, const QString &text)
-{
-    const int flags = textFlags(metrics, width, text);
-    return std::max(metrics.height(), metrics.boundingRect(QRect(0, 0, width, 0), flags, text).height());
-}
-
 int gapOf(const QFontMetrics &metrics)
 {
     return metrics.height() / 4;
@@ -63,32 +50,46 @@ QStringList FactoryTestRightFrame::Impl::texts() const
     return texts;
 }
 
-int FactoryTestRightFrame::Impl::firstShown(const QFontMetrics &metrics, const QRect &area) const
+// Breaks lines between words, and within a word that is too wide.
+FactoryTestRightFrame::Impl::LineLayout FactoryTestRightFrame::Impl::layoutOf(const QString &text,
+                                                                              const QFontMetrics &metrics, int width)
 {
-    int room = area.height();
-    int first = lines.size();
-    while (first > 0) {
-        const int height = lineHeight(metrics, area.width(), lines[first - 1].text);
-        if (height > room)
-            break;
-        room -= height + gapOf(metrics);
-        --first;
+    int flags = WrappingFlags;
+    QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, text);
+    if (bounds.width() > width) {
+        flags |= Qt::TextWrapAnywhere;
+        bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, text);
     }
-    return first;
+    return {flags, std::max(metrics.height(), bounds.height())};
+}
+
+QVector<FactoryTestRightFrame::Impl::LineLayout> FactoryTestRightFrame::Impl::shownLines(const QFontMetrics &metrics,
+                                                                                         const QSize &area) const
+{
+    QVector<LineLayout> shown;
+    int room = area.height();
+    for (auto line = lines.crbegin(); line != lines.crend(); ++line) {
+        const LineLayout layout = layoutOf(line->text, metrics, area.width());
+        if (layout.height > room)
+            break;
+        room -= layout.height + gapOf(metrics);
+        shown << layout;
+    }
+    return shown;
 }
 
 void FactoryTestRightFrame::Impl::paint(QPainter &painter, const QRect &area) const
 {
     const QFontMetrics metrics = painter.fontMetrics();
+    const QVector<LineLayout> shown = shownLines(metrics, area.size());
     int top = area.top();
-    for (int i = firstShown(metrics, area); i < lines.size(); ++i) {
-        const int height = lineHeight(metrics, area.width(), lines[i].text);
+    for (int fromNewest = shown.size() - 1; fromNewest >= 0; --fromNewest) {
+        const Line &line = lines[lines.size() - 1 - fromNewest];
+        const LineLayout &layout = shown[fromNewest];
         // The newest line stands out; earlier ones have the dimmer color of their level.
-        const bool newest = i == lines.size() - 1;
-        painter.setPen(newest && lines[i].level == LogInfo ? QColor(Theme::Text) : colorOf(lines[i].level));
-        const QRect place(area.left(), top, area.width(), height);
-        painter.drawText(place, textFlags(metrics, area.width(), lines[i].text), lines[i].text);
-        top += height + gapOf(metrics);
+        painter.setPen(fromNewest == 0 && line.level == LogInfo ? QColor(Theme::Text) : colorOf(line.level));
+        painter.drawText(QRect(area.left(), top, area.width(), layout.height), layout.flags, line.text);
+        top += layout.height + gapOf(metrics);
     }
 }
 

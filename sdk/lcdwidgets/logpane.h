@@ -27,7 +27,16 @@ public:
     int fontSize = 14;
 
 private:
-    int firstShown(const QFontMetrics &metrics, const QRect &area) const;
+    /// How a line is wrapped and its height.
+    struct LineLayout
+    {
+        int flags;
+        int height;
+    };
+
+    static LineLayout layoutOf(const QString &text, const QFontMetrics &metrics, int width);
+    /// Returns the layouts of the lines that are painted, the newest line first.
+    QVector<LineLayout> shownLines(const QFontMetrics &metrics, const QSize &area) const;
 };
 
 }

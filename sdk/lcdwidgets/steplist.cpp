@@ -30,6 +30,12 @@ QString accessibleMark(IconType mark)
     return mark == IconNotPass ? QStringLiteral(" (not passed)") : QString();
 }
 
+bool operator==(const StepFitting &a, const StepFitting &b)
+{
+    return a.texts == b.texts && a.size == b.size && a.smallestFont == b.smallestFont && a.wantedFont == b.wantedFont
+        && a.font == b.font;
+}
+
 QString accessibleText(const QVector<TestStep> &steps)
 {
     QStringList lines;
@@ -91,15 +97,25 @@ int StepList::wantedFont() const
     return verdict ? m_wantedFont * 3 / 2 : m_wantedFont;
 }
 
+StepFitting StepList::fitting() const
+{
+    StepFitting fitting{{}, font(), size(), m_smallestFont, wantedFont()};
+    for (const TestStep &step : m_steps)
+        fitting.texts << step.text;
+    return fitting;
+}
+
+// A page sets its lines again with each mark and each color, which doesn't move them.
 const FittedSteps &StepList::fitted() const
 {
-    if (!m_fitted) {
+    const StepFitting wanted = fitting();
+    if (!m_fitted || !(m_fitted->fitting == wanted)) {
         const int size = largestFitting(m_smallestFont, wantedFont(), [this](int pixelSize) {
             const StepLayout layout = layoutFor(sized(font(), pixelSize));
             return layout.fitsWidth && layout.height <= height();
         });
         const QFont fittedFont = sized(font(), size);
-        m_fitted = FittedSteps{fittedFont, layoutFor(fittedFont)};
+        m_fitted = FittedSteps{wanted, fittedFont, layoutFor(fittedFont)};
     }
     return *m_fitted;
 }
@@ -137,9 +153,10 @@ StepLayout StepList::layoutFor(const QFont &font, int gap) const
 
 void StepList::paintEvent(QPaintEvent *)
 {
-    const StepLayout &layout = fitted().layout;
+    const FittedSteps &now = fitted();
+    const StepLayout &layout = now.layout;
     QPainter painter(this);
-    painter.setFont(fitted().font);
+    painter.setFont(now.font);
     painter.translate(0, -m_offset);
     for (int i = 0; i < m_steps.size(); ++i) {
         const TestStep &step = m_steps[i];
@@ -172,7 +189,6 @@ void StepList::stepsChanged()
 
 void StepList::refit()
 {
-    m_fitted.reset();
     if (m_offset > 0)
         m_offset = std::min(m_offset, std::max(0, fitted().layout.height - height()));
     update();

@@ -25,8 +25,19 @@ struct StepLayout
     bool fitsWidth = true;
 };
 
+/// Everything that the layout of the step lines depends on.
+struct StepFitting
+{
+    QStringList texts;
+    QFont font;
+    QSize size;
+    int smallestFont;
+    int wantedFont;
+};
+
 struct FittedSteps
 {
+    StepFitting fitting;
     QFont font;
     StepLayout layout;
 };
@@ -61,6 +72,7 @@ protected:
 
 private:
     int wantedFont() const;
+    StepFitting fitting() const;
     /// Reduces the distance between the lines if they don't fit otherwise.
     StepLayout layoutFor(const QFont &font) const;
     StepLayout layoutFor(const QFont &font, int gap) const;
