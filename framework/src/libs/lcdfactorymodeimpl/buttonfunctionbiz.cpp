@@ -60,7 +60,8 @@ public:
         QString keyName;
         int cutKey;
         int lastKey;
-        bool isListEmpty;
+        int nextKey;
+        bool isAtEnd;
     };
     KeyWalkState keyWalkState() const;
     void handleKey(const KeyWalkState &key, int pressedKey);
@@ -76,6 +77,7 @@ public:
     ButtonFunctionBiz *q;
     FactoryMode::IKeyboardEvent *keyboardService = keyboardEventService();
     QList<QPair<int, QString>> keyList;
+    int nextKey = 0; ///< position in keyList
     int currentHalKey = NoKey;
     QString currentKeyName;
     int cutHalKey = 33;
@@ -98,7 +100,7 @@ ButtonFunctionBiz::Impl::~Impl()
 ButtonFunctionBiz::Impl::KeyWalkState ButtonFunctionBiz::Impl::keyWalkState() const
 {
     const std::lock_guard locker(m_keyMutex);
-    return {currentHalKey, currentKeyName, cutHalKey, lastHalKey, keyList.isEmpty()};
+    return {currentHalKey, currentKeyName, cutHalKey, lastHalKey, nextKey, nextKey >= keyList.size()};
 }
 
 // The caller holds m_keyMutex.
@@ -114,16 +116,17 @@ void ButtonFunctionBiz::Impl::rollBackKey(const KeyWalkState &key, QList<QPair<i
     currentHalKey = key.halKey;
     currentKeyName = key.keyName;
     keyList.swap(keys);
+    nextKey = key.nextKey;
 }
 
 std::optional<QPair<int, QString>> ButtonFunctionBiz::Impl::takeNextKey()
 {
     const std::lock_guard locker(m_keyMutex);
-    if (keyList.isEmpty()) {
+    if (nextKey >= keyList.size()) {
         clearCurrentKeyLocked();
         return std::nullopt;
     }
-    const auto next = keyList.takeFirst();
+    const auto next = keyList.at(nextKey++);
     currentHalKey = next.first;
     currentKeyName = next.second;
     return next;
@@ -139,6 +142,7 @@ void ButtonFunctionBiz::Impl::clearKeyWalk()
 {
     const std::lock_guard locker(m_keyMutex);
     keyList.clear();
+    nextKey = 0;
     clearCurrentKeyLocked();
 }
 
@@ -148,6 +152,7 @@ void ButtonFunctionBiz::Impl::setKeys(const QList<QPair<int, QString>> &keys)
     const std::lock_guard locker(m_keyMutex);
     currentHalKey = NoKey;
     keyList = keys;
+    nextKey = 0;
     if (cut != keys.end())
         cutHalKey = cut->first;
     lastHalKey = keys.isEmpty() ? NoKey : keys.last().first;
@@ -202,7 +207,7 @@ void ButtonFunctionBiz::Impl::onKeyPressed(uint32_t halKey, float, uint32_t, con
 void ButtonFunctionBiz::Impl::handleKey(const KeyWalkState &key, int pressedKey)
 {
     // Any event ends the walk at its last key, so this comes before the comparison of the hal keys.
-    if (key.halKey == key.lastKey && key.isListEmpty) {
+    if (key.halKey == key.lastKey && key.isAtEnd) {
         updateButtonColor(LedBrightness, Steady, KeyColor);
         clearCurrentKey();
         notifyStateChanged(StateAllStepsDone, failCount);
@@ -276,7 +281,7 @@ void ButtonFunctionBiz::skipCurrentStep()
     ++d->failCount;
     const Impl::KeyWalkState key = d->keyWalkState();
     qCDebug(componentLog) << "[ButtonFunctionBiz] Skipped key: halKey=" << key.halKey << "name=" << key.keyName;
-    if (key.isListEmpty) {
+    if (key.isAtEnd) {
         d->clearCurrentKey();
         d->notifyStateChanged(d->failCount <= 0 ? StatePass : StateNotPass, d->failCount);
         return;

@@ -22,7 +22,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
     info.stepTitleVisible = false;
     for (int line = 1; line <= TBarLines; ++line) {
         const char *key = line % 2 == 1 ? "Push T-Bar to Top" : "Push T-Bar to Bottom";
-        info.steps << QStringLiteral("%1.%2").arg(line).arg(translated(QLatin1String(key)));
+        info.steps << QString::number(line) + QLatin1Char('.') + translated(QLatin1String(key));
     }
     setButtons(info, phaseRow(PhaseTBar).buttons, nullptr);
     info.rightBtnText = rightBtnText;
