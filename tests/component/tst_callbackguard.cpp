@@ -2,6 +2,7 @@
 
 #include <QtTest/QtTest>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <future>
@@ -46,17 +47,6 @@ private Q_SLOTS:
             });
         call(1, QStringLiteral("two"), std::make_unique<int>(3));
         QCOMPARE(heard, QStringLiteral("1 two 3"));
-    }
-
-    void theCallKeepsItsState()
-    {
-        const CallbackGuard guard;
-        int seen = 0;
-        const std::function<void()> call = guard.wrap([&seen, n = 0]() mutable { seen = ++n; });
-        for (int expected = 1; expected <= 3; ++expected) {
-            call();
-            QCOMPARE(seen, expected);
-        }
     }
 
     void refusesOnceTheOwnerIsGone()
@@ -148,14 +138,16 @@ private Q_SLOTS:
     void callMayBeDroppedByItsHolderWhileItRuns()
     {
         std::function<void()> held;
-        std::string seen;
+        std::array<int, 25> numbers;
+        numbers.fill(7);
+        std::array<int, 25> seen = {};
         const CallbackGuard guard;
-        held = guard.wrap([&held, &seen, text = std::string(100, 'x')] {
+        held = guard.wrap([&held, &seen, numbers] {
             held = nullptr;
-            seen = text;
+            seen = numbers;
         });
         held();
-        QCOMPARE(seen, std::string(100, 'x'));
+        QVERIFY(seen == numbers);
     }
 
     void callThatThrowsHasLeft()

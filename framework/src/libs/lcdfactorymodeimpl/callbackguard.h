@@ -8,6 +8,7 @@
 #include <mutex>
 #include <new>
 #include <thread>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -30,17 +31,19 @@ public:
     CallbackGuard &operator=(const CallbackGuard &) = delete;
 
     /// Returns a function that passes its arguments to @p call, or does nothing after invalidate(). The function may be
-    /// copied and called on any thread; its copies share @p call. Its holder may delete it while it runs. If @p call
-    /// deletes the owner of the guard, it must not use the owner afterwards.
+    /// copied and called on any thread. Its holder may delete it while it runs, so each call runs a copy of @p call,
+    /// which therefore holds only pointers and numbers. If @p call deletes the owner of the guard, it must not use the
+    /// owner afterwards.
     template <class Call>
     auto wrap(Call call) const
     {
-        return [calls = m_calls, call = std::make_shared<Call>(std::move(call))](auto &&...args) {
+        static_assert(std::is_trivially_copyable_v<Call>);
+        return [calls = m_calls, call](auto &&...args) {
             // A copy, because the captured values may be deleted during the call.
-            const std::shared_ptr<Call> running = call; // NOLINT(performance-unnecessary-copy-initialization)
+            const Call running = call; // NOLINT(performance-unnecessary-copy-initialization)
             const Entry entry(calls);
             if (entry.admitted)
-                (*running)(std::forward<decltype(args)>(args)...);
+                running(std::forward<decltype(args)>(args)...);
         };
     }
 
@@ -49,7 +52,7 @@ public:
     template <class Call>
     auto wrapReport(const char *listener, Call call) const
     {
-        return [listener, admitted = wrap(std::move(call))](auto &&...args) {
+        return [listener, admitted = wrap(call)](auto &&...args) {
             const char *const name = listener; // the captured value may be deleted during the call
             try {
                 admitted(std::forward<decltype(args)>(args)...);
@@ -88,7 +91,8 @@ private:
         {
             const std::lock_guard locker(m_mutex);
             m_running.erase(std::find(m_running.begin(), m_running.end(), std::this_thread::get_id()));
-            m_left.notify_all();
+            if (m_invalid)
+                m_left.notify_all();
         }
 
         void invalidate()

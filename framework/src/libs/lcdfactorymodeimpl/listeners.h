@@ -58,7 +58,7 @@ public:
 
     std::size_t size() const { return m_map->size(); }
     typename Map::const_iterator begin() const { return m_map->begin(); }
-    void clear() { m_map = std::make_shared<const Map>(); }
+    void clear() { m_map = std::make_shared<Map>(); }
 
     /// Returns the listener of @p requester for an assignment, and adds an empty one if there is none.
     Listener<Args...> &operator[](const std::string &requester)
@@ -73,7 +73,7 @@ public:
     std::shared_ptr<const Map> map() const { return m_map; }
 
 private:
-    std::shared_ptr<const Map> m_map = std::make_shared<const Map>();
+    std::shared_ptr<const Map> m_map = std::make_shared<Map>();
 };
 
 /// Replaces @p listener by @p function. An empty function removes the listener.
