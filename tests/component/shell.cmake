@@ -30,3 +30,8 @@ endif()
 lcd_add_component_test(tst_xmldifference LIBRARIES shell_test_support)
 lcd_add_component_test(tst_sharefiles LIBRARIES shell_test_support)
 add_dependencies(tst_sharefiles share_files)
+
+# The sanitizers replace the heap.
+if(NOT LCD_SANITIZE)
+    lcd_add_component_test(tst_componentmemory)
+endif()

@@ -64,6 +64,14 @@ for check in libraries symbols description; do
     expect accepted "$check" good
 done
 expect accepted hardening good
+printf 'relocations 1000\nlookups 1000\nbytes 100000\n' >abi/limits.txt
+expect accepted load good
+for limit in 'relocations 1' 'lookups 1' 'bytes 100' 'letters 1'; do
+    echo "$limit" >abi/limits.txt
+    status=0
+    "$source/tests/tools/check-binary.sh" load good.so abi >message.txt 2>&1 || status=$?
+    [ "$status" -eq 1 ] && grep -q "${limit% *}" message.txt || { echo "load of good: not found: $limit"; exit 1; }
+done
 
 build data $good_flags -DMORE_DATA && expect found description data
 build slots $good_flags -DMORE_SLOTS && expect found description slots && expect found symbols slots

@@ -3,6 +3,7 @@
 # DIRECTORY (framework/abi) describes. CHECK is one of
 #   libraries    the libraries that it needs
 #   hardening    how it is linked
+#   load         that what it needs at load isn't more than limits.txt says
 #   symbols      the functions and classes that it exports
 #   qt-symbols   the functions of Qt that it imports, each with the version of Qt that introduced it, at most 5.14
 #   description  the layout of its classes and the signatures of its functions (libabigail)
@@ -45,6 +46,21 @@ check_hardening() {
     grep -q GNU_RELRO <<<"$segments" || fail "$library isn't linked with -z relro"
     grep -qE 'GNU_STACK .* RW +0x' <<<"$segments" || fail "$library asks for an executable stack"
     ! grep -qE 'LOAD .* RWE ' <<<"$segments" || fail "$library has a segment that is writable and executable"
+}
+
+# Each relocation costs time at load, one that looks up a symbol many times as much as another. The size is that of code
+# and data in memory.
+check_load() {
+    local name limit value
+    readelf -rW "$library" | grep -oE '\bR_[A-Z0-9_]+' >"$scratch/relocations" || fail "$library has no relocations"
+    printf '%s %d\n' relocations "$(wc -l <"$scratch/relocations")" \
+        lookups "$(grep -vc _RELATIVE "$scratch/relocations")" \
+        bytes "$(size "$library" | awk 'NR == 2 { print $4 }')" >"$scratch/values"
+    while read -r name limit; do
+        value=$(awk -v name="$name" '$1 == name { print $2 }' "$scratch/values")
+        [ -n "$value" ] || fail "$directory/limits.txt: expected relocations, lookups or bytes instead of '$name'"
+        ((value <= limit)) || fail "$library has $value $name, the limit is $limit ($directory/limits.txt)"
+    done <"$directory/limits.txt"
 }
 
 # Inline functions and instances of templates depend on the compiler; the private parts of classes are no promise.
@@ -92,6 +108,7 @@ If hosts can live with this difference, run 'tools/update-abi' and commit the re
 case $check in
     libraries) check_libraries ;;
     hardening) check_hardening ;;
+    load) check_load ;;
     symbols) check_symbols ;;
     qt-symbols) check_qt_symbols ;;
     description) check_description ;;
