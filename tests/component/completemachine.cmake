@@ -16,7 +16,7 @@ target_include_directories(test_behaviorpage PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}
 target_compile_definitions(test_behaviorpage PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\"")
 target_link_libraries(test_behaviorpage PUBLIC Qt5::Core)
 
-lcd_add_test(tst_behaviorpage SOURCES tst_behaviorpage.cpp LABELS component LIBRARIES test_behaviorpage)
+lcd_add_test(tst_behaviorpage SOURCES tst_behaviorpage.cpp LABELS component LIBRARIES test_behaviorpage NO_WIDGETS)
 lcd_add_page_test(tst_behaviortables)
 target_link_libraries(tst_behaviortables PRIVATE test_machine test_behaviorpage)
 lcd_add_page_test(tst_behaviormachine)

@@ -10,7 +10,7 @@ target_compile_definitions(window_e2e PRIVATE "LCD_BUILD_DIR=\"${CMAKE_BINARY_DI
 target_link_libraries(window_e2e PUBLIC Qt5::Core Qt5::Test)
 
 foreach(name window record)
-    lcd_add_test(tst_${name} SOURCES window/tst_${name}.cpp LIBRARIES window_e2e LABELS e2e TIMEOUT 300)
+    lcd_add_test(tst_${name} SOURCES window/tst_${name}.cpp LIBRARIES window_e2e LABELS e2e TIMEOUT 300 NO_WIDGETS)
     add_dependencies(tst_${name} panelhost lcdfactorymodeimpl share_files)
     set_tests_properties(tst_${name} PROPERTIES SKIP_RETURN_CODE 77)
 endforeach()

@@ -1,0 +1,1 @@
+// Compiled only for its precompiled header.
