@@ -45,7 +45,7 @@ const QList<FaultInfo> &Faults::all()
     static const QList<FaultInfo> faults = {
         fault("key-dead", "A key gives no event", keys, key),
         fault("key-repeats", "A key gives three events for each press", keys, key),
-        fault("key-releases", "Keys give an event when they go up, too", keys),
+        fault("key-releases", "Keys also give an event when they are released", keys),
         fault("led-stuck", "The LED of a key keeps what it shows", "LEDs of the keys", key),
         fault("calibration-fails", "The T-Bar calibration fails at a step, 1 to 7", calibration, step),
         fault("calibration-hangs", "The T-Bar calibration never answers", calibration),
