@@ -17,6 +17,13 @@ QCommandLineOption option(const char *name, const char *description, const char 
     return {QString::fromLatin1(name), QString::fromUtf8(description), QString::fromLatin1(value)};
 }
 
+QCommandLineOption hidden(const char *name, const char *value)
+{
+    QCommandLineOption result = option(name, "", value);
+    result.setFlags(QCommandLineOption::HiddenFromHelp);
+    return result;
+}
+
 constexpr int any = std::numeric_limits<int>::max();
 
 }
@@ -31,12 +38,28 @@ const QList<Command> &commands()
                                    option("journal", "Write the journal to FILE.", "FILE"),
                                    option("screenshots", "Write each screenshot to DIR.", "DIR"),
                                    option("realtime", "Play by the wall clock."),
-                                   option("force", "Overwrite a recording.")}
+                                   option("force", "Overwrite a recording."), hidden("device", "FILE")}
              + RunRecords::options(),
          1, any, false, runPlay},
         {QStringLiteral("record"), QStringLiteral("record FILE"),
          QStringLiteral("opens the window and records your actions as a scenario"),
          WindowOptions::commandLineOptions() + RunRecords::options(), 1, 1, true, runRecord},
+        {QStringLiteral("probe"),
+         QStringLiteral("probe"),
+         QStringLiteral("lists what this machine offers to a board profile"),
+         {option("profile", "Write a board profile to start from.")},
+         0,
+         0,
+         false,
+         runProbe},
+        {QStringLiteral("restore"),
+         QStringLiteral("restore"),
+         QStringLiteral("restores the LEDs and backlights of a board after a crash"),
+         {WindowOptions::stateOption()},
+         0,
+         0,
+         false,
+         runRestore},
         {QStringLiteral("check"),
          QStringLiteral("check [DIR]"),
          QStringLiteral("checks the two XML files of a share directory"),

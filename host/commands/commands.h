@@ -35,6 +35,8 @@ int runWindow(const CommandLine &line);
 int runPlay(const CommandLine &line);
 int runRecord(const CommandLine &line);
 int runCheck(const CommandLine &line);
+int runProbe(const CommandLine &line);
+int runRestore(const CommandLine &line);
 int runInfo(const CommandLine &line);
 int runRuns(const CommandLine &line);
 int runRun(const CommandLine &line);

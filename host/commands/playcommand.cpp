@@ -113,6 +113,8 @@ int statusOf(const ScenarioResults &results)
 
 int runPlay(const CommandLine &line)
 {
+    if (line.parser.isSet(QStringLiteral("device")))
+        return reportError(QStringLiteral("A scenario is played on the simulated device; take --device away."));
     QVector<Scenario> scenarios;
     QString error;
     if (!loadAll(line, &scenarios))

@@ -1,16 +1,25 @@
 #include "commands/runinwindow.h"
 
+#include "device/board/savedoutputs.h"
 #include "diagnostics/reporterror.h"
 #include "output/replacefile.h"
+#include "panel/patternscreens.h"
+#include "profile/boardprofile.h"
 #include "records/runrecords.h"
 #include "records/storereader.h"
+#include "window/kioskwindow.h"
 #include "window/layoutdump.h"
 #include "window/panelwindow.h"
+#include "window/quitonsignal.h"
 #include "window/windowfiles.h"
 #include "window/windowoptions.h"
 
 #include <QtCore/QJsonDocument>
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
+
+#include <cstdio>
+#include <optional>
 
 namespace panelhost {
 
@@ -70,7 +79,23 @@ void showRecords(PanelWindow &window, const WindowOptions &options, const RunRec
         window.addToday(reader, [&records] { return records.savedCount(); });
 }
 
-int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
+int runEventLoop(Session &session, WindowFiles &files)
+{
+    const int status = QApplication::exec();
+    files.close(session);
+    return status;
+}
+
+int showKiosk(Session &session, const WindowOptions &options, WindowFiles &files)
+{
+    KioskWindow window(session);
+    files.reportFailures();
+    session.clock().run(options.speed);
+    window.showFullScreen();
+    return runEventLoop(session, files);
+}
+
+int showPanel(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
 {
     StoreReader reader(records.location());
     PanelWindow window(session);
@@ -84,8 +109,40 @@ int show(Session &session, const WindowOptions &options, WindowFiles &files, con
     QString error;
     if (!options.layout.isEmpty() && !saveLayout(window, options.layout, &error))
         return reportError(error);
-    const int status = QApplication::exec();
-    files.close(session);
+    return runEventLoop(session, files);
+}
+
+int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
+{
+    std::optional<PatternScreens> patterns;
+    if (session.options().board)
+        patterns.emplace(session.device(), session.options().board->screens);
+    return options.isKiosk ? showKiosk(session, options, files) : showPanel(session, options, files, records);
+}
+
+// The LCD of a kiosk fills the screen.
+bool readDevice(const CommandLine &line, const WindowOptions &options, Session::Options &device, QString *error)
+{
+    if (options.isKiosk && !line.parser.isSet(QStringLiteral("size")))
+        device.lcdSize = QGuiApplication::primaryScreen()->size();
+    QStringList errors;
+    if (options.board.isEmpty() || readBoardProfile(options.board, stateDirectory(options.state), device, &errors))
+        return true;
+    for (const QString &each : qAsConst(errors))
+        std::fprintf(stderr, "%s\n", qPrintable(each));
+    *error = QStringLiteral("--device is \"%1\"; the board profile has errors.").arg(options.board);
+    return false;
+}
+
+// Returns when the window is closed and the session has ended.
+int runSession(const Session::Options &device, const WindowOptions &options, WindowFiles &files,
+               const RunRecords &records, QString *error)
+{
+    const std::unique_ptr<Session> session = Session::open(device, error);
+    if (!session || !files.beginRecording(*session, error))
+        return reportError(*error);
+    const int status = show(*session, options, files, records);
+    files.close(*session);
     return status;
 }
 
@@ -106,15 +163,22 @@ int runInWindow(const CommandLine &line, const QString &recording)
         return reportError(error);
     Session::Options device = line.session;
     device.startsInFactoryMode = !options.asksForUnit || !records.unit().isEmpty();
+    if (!readDevice(line, options, device, &error))
+        return reportError(error);
     files.addSessionLine(records.beginSession(device.language, device.share));
     device.journalSink = both(files.journalSink(), records);
-    const std::unique_ptr<Session> session = Session::open(device, &error);
-    if (!session || !files.beginRecording(*session, &error))
-        return reportError(error);
-    const int status = show(*session, options, files, records);
-    files.close(*session);
+    // A board is restored before a signal ends the process.
+    std::optional<QuitOnSignal> quitOnSignal;
+    if (device.board)
+        quitOnSignal.emplace();
+    const int status = runSession(device, options, files, records, &error);
+    if (!error.isEmpty())
+        return status;
     records.endSession();
-    return !records.finish() || files.hasFailed() ? 2 : status;
+    const bool isSaved = records.finish();
+    if (quitOnSignal)
+        quitOnSignal->endProcessIfAsked();
+    return !isSaved || files.hasFailed() ? 2 : status;
 }
 
 }

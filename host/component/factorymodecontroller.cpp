@@ -39,6 +39,7 @@ void FactoryModeController::enter()
 {
     leaveRepairPage();
     m_lcd.showComponent();
+    m_device.setFactoryMode(true);
     m_widget.enterFactoryMode();
     m_isEntered = true;
 }
@@ -48,6 +49,7 @@ void FactoryModeController::exit()
     leaveRepairPage();
     m_widget.exitFactoryMode();
     m_isEntered = false;
+    m_device.setFactoryMode(false);
     m_lcd.showHome();
 }
 

@@ -4,6 +4,12 @@
 
 namespace panelhost {
 
+QStringList boardParts()
+{
+    return {QStringLiteral("keys"), QStringLiteral("navigation"), QStringLiteral("leds"), QStringLiteral("screens"),
+            QStringLiteral("tbar"), QStringLiteral("net"),        QStringLiteral("usb")};
+}
+
 const KeyState *findKey(const DeviceState &state, int halKey)
 {
     const auto found = std::find_if(state.keys.begin(), state.keys.end(),

@@ -61,6 +61,7 @@ struct DeviceState
     int panelMode = 0;
     int testType = -1;
     int machineTestKind = -1;
+    QStringList missingParts; ///< parts of a board that have disappeared, such as "keys"
 };
 
 /// The interface of a device for the services and the panel. Operations can be called on any thread. Listeners are
@@ -81,6 +82,8 @@ public:
     virtual void setPanelMode(int mode) = 0;
     virtual void setTestType(int type) = 0;
     virtual void setMachineTestKind(int kind) = 0;
+    /// The host enters or exits factory mode. Only then a board takes its input devices for itself.
+    virtual void setFactoryMode(bool active) = 0;
     /// Runs the calibration step @p command. @p result is called on the device's thread when the step is done or has
     /// failed. The T-Bar must be in the position of the step when this is called.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
@@ -90,6 +93,12 @@ public:
     virtual void setTBarPosition(double position) = 0;
     virtual bool setPlugged(const QString &port, bool plugged) = 0;
     virtual bool setBlocked(const QString &port, bool blocked) = 0;
+    /// Ends the calibration step @p command that waits for the result of a real T-Bar. @p message is why it has failed.
+    /// Returns false if no such step is running.
+    virtual bool finishCalibration(int command, bool ok, const QString &message) = 0;
+    /// Says that a part of the board, such as "keys", has disappeared or is back. Returns false if there is no such
+    /// part.
+    virtual bool setPartPresent(const QString &part, bool present) = 0;
 
     // listeners, all called on the device's thread
     using KeyListener = std::function<void(int halKey, bool down)>;
@@ -103,6 +112,9 @@ public:
     virtual std::any netReport() const = 0;
     virtual std::any usbReport() const = 0;
 };
+
+/// Returns the names of the parts that a board can have, such as "keys".
+QStringList boardParts();
 
 /// Return the key or port of @p state; nullptr if there is none. Valid as long as @p state.
 const KeyState *findKey(const DeviceState &state, int halKey);

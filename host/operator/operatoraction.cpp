@@ -20,6 +20,8 @@ constexpr struct
     {OperatorAction::Kind::Unplug, "unplug"},
     {OperatorAction::Kind::Block, "block"},
     {OperatorAction::Kind::Unblock, "unblock"},
+    {OperatorAction::Kind::Calibration, "calibration"},
+    {OperatorAction::Kind::Part, "part"},
     {OperatorAction::Kind::Fault, "fault"},
     {OperatorAction::Kind::Language, "language"},
     {OperatorAction::Kind::Unit, "unit"},

@@ -8,8 +8,8 @@
 
 namespace panelhost {
 
-/// Something that an operator does to the device, as data. The controls of the window and the steps of a scenario
-/// perform operator actions, and a recording consists of them.
+/// Something that an operator or the hardware does to the device, as data. The controls of the window and the steps of
+/// a scenario perform operator actions, and a recording consists of them.
 struct OperatorAction
 {
     enum class Kind {
@@ -24,6 +24,8 @@ struct OperatorAction
         Unplug,
         Block, ///< a USB port is blocked: "port"
         Unblock,
+        Calibration,      ///< a step of the T-Bar's calibration has ended: "command", "ok" (bool), "message"
+        Part,             ///< a part of the board has disappeared or is back: "name", "present" (bool)
         Fault,            ///< "name", "on" (bool), and what the fault needs, such as "key"
         Language,         ///< "code"
         Unit,             ///< the next unit is tested: "unit" is its serial number

@@ -120,6 +120,28 @@ PreparedAction port(OperatorTarget &target, const OperatorAction &action)
     });
 }
 
+PreparedAction calibration(OperatorTarget &target, const OperatorAction &action)
+{
+    const int command = action.arguments.value(QStringLiteral("command")).toInt();
+    const bool ok = action.arguments.value(QStringLiteral("ok")).toBool();
+    const QString message = action.arguments.value(QStringLiteral("message")).toString();
+    return accepted(
+        action,
+        {{QStringLiteral("command"), command}, {QStringLiteral("ok"), ok}, {QStringLiteral("message"), message}},
+        [&target, command, ok, message] { target.device().finishCalibration(command, ok, message); });
+}
+
+PreparedAction part(OperatorTarget &target, const OperatorAction &action)
+{
+    const QString name = action.arguments.value(QStringLiteral("name")).toString();
+    const bool present = action.arguments.value(QStringLiteral("present")).toBool();
+    if (!boardParts().contains(name))
+        return rejected(QStringLiteral("A board has no part \"%1\"; there are %2.")
+                            .arg(name, boardParts().join(QStringLiteral(", "))));
+    return accepted(action, {{QStringLiteral("name"), name}, {QStringLiteral("present"), present}},
+                    [&target, name, present] { target.device().setPartPresent(name, present); });
+}
+
 // Returns the arguments that the fault needs. A key is given by its hal key, also if @p given has its name.
 Arguments faultArguments(const FaultInfo &info, const Arguments &given, const KeyState *faultyKey)
 {
@@ -200,6 +222,8 @@ PreparedAction prepareAction(OperatorTarget &target, const OperatorAction &actio
         {Kind::Unplug, port},
         {Kind::Block, port},
         {Kind::Unblock, port},
+        {Kind::Calibration, calibration},
+        {Kind::Part, part},
         {Kind::Fault, fault},
         {Kind::Language, language},
         {Kind::Unit, unit},

@@ -46,6 +46,11 @@ static void drawGreys(QPainter &painter, const QRect &rect, const TestPattern &p
     }
 }
 
+bool hasTestPattern(const TestPattern &pattern)
+{
+    return pattern.type == 1 || pattern.type == 3;
+}
+
 void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pattern)
 {
     if (pattern.type == 1)
@@ -91,7 +96,7 @@ void ScreenView::paintEvent(QPaintEvent *)
     const QRect screenRect = frame.adjusted(6, 6, -6, -6);
     theme::drawRecess(painter, frame, theme::Black);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    if (m_pattern.type == 1 || m_pattern.type == 3)
+    if (hasTestPattern(m_pattern))
         drawTestPattern(painter, screenRect, m_pattern);
     else
         drawIdle(painter, screenRect);

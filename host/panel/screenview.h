@@ -8,6 +8,8 @@ class QPainter;
 
 namespace panelhost {
 
+/// Returns whether there is a test pattern to draw.
+bool hasTestPattern(const TestPattern &pattern);
 /// Draws the test pattern @p pattern: one color for type 1, greys up to the level for type 3, none otherwise.
 void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pattern);
 

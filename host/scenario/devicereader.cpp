@@ -21,7 +21,9 @@ QStringList optionNames()
             QStringLiteral("net-ports"),
             QStringLiteral("usb-ports"),
             QStringLiteral("changed-on-subscribe"),
-            QStringLiteral("factory-mode")};
+            QStringLiteral("factory-mode"),
+            QStringLiteral("link-delay"),
+            QStringLiteral("calibration")};
 }
 
 QStringList preparationNames()
@@ -61,6 +63,11 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
         device.changedOnSubscribe = m_reader.flag(value).value_or(device.changedOnSubscribe);
     } else if (name == "factory-mode") {
         device.startsInFactoryMode = m_reader.flag(value).value_or(device.startsInFactoryMode);
+    } else if (name == "link-delay") {
+        readLinkDelay(value);
+    } else if (name == "calibration") {
+        const auto source = m_reader.word(value, {QStringLiteral("simulated"), QStringLiteral("recorded")});
+        device.hasCalibrationResults = source == QStringLiteral("recorded");
     } else if (name == "net-ports") {
         device.netPorts = m_reader.integer(value, 0, limits::Ports).value_or(device.netPorts);
     } else if (name == "usb-ports") {
@@ -86,6 +93,15 @@ void DeviceReader::readPreparation(const YamlReader::Entry &entry)
                 m_scenario.device.faults.append(*fault);
         }
     }
+}
+
+void DeviceReader::readLinkDelay(const YamlNode &node)
+{
+    const auto delay = m_reader.duration(node);
+    if (delay && *delay > limits::LinkDelay)
+        m_reader.errorExpected(node, QStringLiteral("at most %1 ms").arg(limits::LinkDelay));
+    else if (delay)
+        m_scenario.device.linkDelay = static_cast<int>(*delay);
 }
 
 void DeviceReader::readSize(const YamlNode &node)

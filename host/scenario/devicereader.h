@@ -17,6 +17,7 @@ public:
 private:
     void readOption(const YamlReader::Entry &entry);
     void readPreparation(const YamlReader::Entry &entry);
+    void readLinkDelay(const YamlNode &node);
     void readSize(const YamlNode &node);
 
     YamlReader &m_reader;

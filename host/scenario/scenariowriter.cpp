@@ -58,6 +58,10 @@ QByteArray ScenarioWriter::header() const
     add("changed-on-subscribe", options.changedOnSubscribe ? "true" : "false");
     if (!options.startsInFactoryMode)
         add("factory-mode", "false");
+    if (options.linkDelay != SimulatedDevice::DefaultLinkDelay)
+        add("link-delay", QByteArray::number(options.linkDelay) + "ms");
+    if (options.hasCalibrationResults)
+        add("calibration", "recorded");
     if (!options.faults.isEmpty())
         text += "  faults:\n";
     for (const auto &fault : options.faults)

@@ -37,6 +37,8 @@ const QVector<StepReader::Form> &StepReader::forms()
                                    {QStringLiteral("block"), Kind::Act, &StepReader::block, none},
                                    {QStringLiteral("unblock"), Kind::Act, &StepReader::unblock, none},
                                    {QStringLiteral("fault"), Kind::Act, &StepReader::switchFault, none},
+                                   {QStringLiteral("calibration"), Kind::Act, &StepReader::calibration, none},
+                                   {QStringLiteral("part"), Kind::Act, &StepReader::part, none},
                                    {QStringLiteral("language"), Kind::Act, &StepReader::language, none},
                                    {QStringLiteral("unit"), Kind::Act, &StepReader::unit, none},
                                    {QStringLiteral("wait"), Kind::Wait, &StepReader::wait, none},

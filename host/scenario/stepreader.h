@@ -52,6 +52,8 @@ private:
     void block(const YamlNode &value, Step &step);
     void unblock(const YamlNode &value, Step &step);
     void switchFault(const YamlNode &value, Step &step);
+    void calibration(const YamlNode &value, Step &step);
+    void part(const YamlNode &value, Step &step);
     void language(const YamlNode &value, Step &step);
     void unit(const YamlNode &value, Step &step);
     void factoryMode(const YamlNode &value, Step &step);

@@ -1,8 +1,11 @@
 // The steps of StepReader that perform operator actions.
 
+#include "device/device.h"
 #include "operator/unitnumber.h"
 #include "scenario/stepreader.h"
 #include "yaml/limits.h"
+
+#include <algorithm>
 
 namespace panelhost {
 
@@ -11,6 +14,15 @@ namespace {
 const QStringList NavigationKeys{QStringLiteral("up"),    QStringLiteral("down"),  QStringLiteral("left"),
                                  QStringLiteral("right"), QStringLiteral("enter"), QStringLiteral("back")};
 const QStringList Sides{QStringLiteral("left"), QStringLiteral("right")};
+
+bool hasKeys(const YamlNode &map, const QStringList &names)
+{
+    const auto entries = map.entries();
+    return std::all_of(names.begin(), names.end(), [&entries](const QString &name) {
+        return std::any_of(entries.begin(), entries.end(),
+                           [&name](const auto &entry) { return YamlReader::scalar(entry.first) == name; });
+    });
+}
 
 /// Reads a single value, or each of a list.
 template <class Read>
@@ -121,6 +133,45 @@ void StepReader::block(const YamlNode &value, Step &step)
 void StepReader::unblock(const YamlNode &value, Step &step)
 {
     step.actions = portActions(value, OperatorAction::Kind::Unblock, m_deviceNames.usbPorts);
+}
+
+void StepReader::calibration(const YamlNode &value, Step &step)
+{
+    const QStringList names{QStringLiteral("command"), QStringLiteral("ok"), QStringLiteral("message")};
+    QVariantMap arguments{{names.at(2), QString()}};
+    for (const auto &entry : m_reader.map(value, names)) {
+        const QString name = YamlReader::scalar(entry.first);
+        if (name == names.at(0)) {
+            if (const auto command = m_reader.integer(entry.second, 0, limits::CalibrationCommand))
+                arguments.insert(name, *command);
+        } else if (name == names.at(1)) {
+            if (const auto ok = m_reader.flag(entry.second))
+                arguments.insert(name, *ok);
+        } else if (const auto message = m_reader.text(entry.second, QStringLiteral("a text"))) {
+            arguments.insert(name, *message);
+        }
+    }
+    if (value.isMap() && !hasKeys(value, {names.at(0), names.at(1)}))
+        m_reader.error(value, QStringLiteral("a calibration needs command and ok"));
+    step.actions.append({OperatorAction::Kind::Calibration, arguments});
+}
+
+void StepReader::part(const YamlNode &value, Step &step)
+{
+    const QStringList names{QStringLiteral("name"), QStringLiteral("present")};
+    QVariantMap arguments;
+    for (const auto &entry : m_reader.map(value, names)) {
+        const QString name = YamlReader::scalar(entry.first);
+        if (name == names.at(1)) {
+            if (const auto present = m_reader.flag(entry.second))
+                arguments.insert(name, *present);
+        } else if (const auto part = m_reader.word(entry.second, boardParts())) {
+            arguments.insert(name, *part);
+        }
+    }
+    if (value.isMap() && !hasKeys(value, names))
+        m_reader.error(value, QStringLiteral("a part needs name and present"));
+    step.actions.append({OperatorAction::Kind::Part, arguments});
 }
 
 void StepReader::language(const YamlNode &value, Step &step)

@@ -1,5 +1,7 @@
 #include "scenario/steptext.h"
 
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QLocale>
 #include <QtCore/QMap>
 
@@ -29,6 +31,13 @@ QString argumentOf(Kind kind)
     return names.value(kind);
 }
 
+// A text in quotes is the same in JSON and YAML.
+QString quoted(const QString &text)
+{
+    const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(list.mid(1, list.size() - 2));
+}
+
 // The shortest text that gives the same number again.
 QString valueText(const QVariant &value)
 {
@@ -49,6 +58,13 @@ QString mapText(const QVariantMap &values)
     for (auto it = values.begin(); it != values.end(); ++it)
         entries.append(it.key() + QStringLiteral(": ") + valueText(it.value()));
     return QLatin1Char('{') + entries.join(QStringLiteral(", ")) + QLatin1Char('}');
+}
+
+QString calibrationText(const QVariantMap &arguments)
+{
+    return QStringLiteral("{command: %1, ok: %2, message: %3}")
+        .arg(valueText(arguments.value(QStringLiteral("command"))), valueText(arguments.value(QStringLiteral("ok"))),
+             quoted(arguments.value(QStringLiteral("message")).toString()));
 }
 
 QString switchText(QVariantMap arguments)
@@ -79,6 +95,9 @@ QString stepText(const OperatorAction &action)
         return QStringLiteral("factory-mode: exit");
     case Kind::Fault:
         return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments);
+    case Kind::Calibration:
+        return actionName(action.kind) + QStringLiteral(": ") + calibrationText(action.arguments);
+    case Kind::Part:
     case Kind::Touch:
         return actionName(action.kind) + QStringLiteral(": ") + mapText(action.arguments);
     case Kind::Unit:

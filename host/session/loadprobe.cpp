@@ -1,6 +1,6 @@
 #include "session/loadprobe.h"
 
-#include "session/simulatedsession.h"
+#include "session/devicesession.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QSet>
@@ -110,7 +110,7 @@ public:
         Session::Options options;
         options.component = component;
         options.pages = pages.isEmpty() ? Session::noPages : pages;
-        SimulatedSession session(options);
+        DeviceSession session(options);
         if (pages.isEmpty())
             session.loadLibrary(observer);
         else if (session.loadLibrary(LoadObserver()))

@@ -1,6 +1,6 @@
 #include "session/session.h"
 
-#include "session/simulatedsession.h"
+#include "session/devicesession.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -9,13 +9,13 @@ namespace panelhost {
 
 std::unique_ptr<Session> Session::open(const Options &options, QString *error, QList<LoadStep> *reached)
 {
-    if (SimulatedSession::isAnyAlive()) {
+    if (DeviceSession::isAnyAlive()) {
         if (error)
             *error = QStringLiteral("This process already has a session.");
         return nullptr;
     }
     VirtualClock::instance().restart();
-    auto session = std::make_unique<SimulatedSession>(options);
+    auto session = std::make_unique<DeviceSession>(options);
     QString reason;
     if (session->load(&reason))
         return session;

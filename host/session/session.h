@@ -1,8 +1,10 @@
 #pragma once
 
 #include "component/componentlibrary.h"
+#include "device/board/boardconfiguration.h"
 #include "device/device.h"
 #include "device/faults.h"
+#include "device/simulated/simulateddevice.h"
 #include "journal/journal.h"
 #include "operator/operator.h"
 #include "operator/operatortarget.h"
@@ -12,6 +14,7 @@
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 
 class QWidget;
 
@@ -40,7 +43,10 @@ public:
         double tbarTolerance = TBarState::DefaultTolerance; ///< tolerance of the end positions, 0 to 0.5
         int netPorts = 4;
         int usbPorts = 4;
+        int linkDelay = SimulatedDevice::DefaultLinkDelay; ///< virtual milliseconds from the plug to the changed link
+        bool hasCalibrationResults = false;                ///< steps of the T-Bar's calibration end by operator actions
         QList<InitialFault> faults;
+        std::optional<BoardConfiguration> board; ///< the board that is the device; empty: the device is simulated
         /// A new subscriber to the changes of a link service gets the current value shortly after, as if it had just
         /// changed. Without this an aging test waits at its port steps until a port changes.
         bool changedOnSubscribe = true;

@@ -11,6 +11,8 @@
 
 #include <atomic>
 #include <cmath>
+#include <deque>
+#include <mutex>
 
 // A function of Qt's core: returns the number of events that were posted to this thread and not sent yet.
 Q_CORE_EXPORT uint qGlobalPostedEventsCount();
@@ -61,6 +63,7 @@ public:
     bool catchUp(Milliseconds target);
     void setMode(Mode mode, double factor);
     void restart();
+    void post(std::function<void()> input);
 
     EventQueue queue;
     DeviceThread deviceThread;
@@ -72,7 +75,14 @@ private:
     void stepTo(Milliseconds instant) { m_now = std::max(m_now.load(), instant); }
     double pacedNow() const;
     void observe();
+    bool processDue();
+    bool takeInput();
+    std::function<void()> nextInput();
+    bool hasInput() const;
 
+    mutable std::mutex m_inputMutex;
+    std::deque<std::function<void()>> m_input;
+    bool m_isTakingInput = false; // GUI thread only
     std::atomic<Milliseconds> m_now = 0;
     quint64 m_performed = 0;
     Mode m_mode = Mode::Stopped;
@@ -133,7 +143,55 @@ bool VirtualClock::Impl::catchUp(Milliseconds target)
     return m_performed != before;
 }
 
+void VirtualClock::Impl::post(std::function<void()> input)
+{
+    const std::lock_guard lock(m_inputMutex);
+    m_input.push_back(std::move(input));
+}
+
+bool VirtualClock::Impl::hasInput() const
+{
+    const std::lock_guard lock(m_inputMutex);
+    return !m_input.empty() && !m_isTakingInput;
+}
+
+// Returns an empty function if there is none.
+std::function<void()> VirtualClock::Impl::nextInput()
+{
+    const std::lock_guard lock(m_inputMutex);
+    if (m_input.empty())
+        return {};
+    std::function<void()> input = std::move(m_input.front());
+    m_input.pop_front();
+    return input;
+}
+
+// Input that is taken over may run an event loop; the next one waits until that has ended. After a burst, the window is
+// served from time to time.
+bool VirtualClock::Impl::takeInput()
+{
+    if (!hasInput())
+        return false;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    m_isTakingInput = true;
+    while (elapsed.elapsed() < MaxCatchUpTime) {
+        const std::function<void()> input = nextInput();
+        if (!input)
+            break;
+        input();
+    }
+    m_isTakingInput = false;
+    return true;
+}
+
 bool VirtualClock::Impl::processDueEvents()
+{
+    const bool didAnything = processDue();
+    return takeInput() || didAnything;
+}
+
+bool VirtualClock::Impl::processDue()
 {
     switch (m_mode) {
     case Mode::Stopped:
@@ -155,6 +213,8 @@ double VirtualClock::Impl::pacedNow() const
 
 std::optional<int> VirtualClock::Impl::millisecondsToNextEvent() const
 {
+    if (hasInput())
+        return 0;
     const std::optional<Milliseconds> due = queue.nextDue();
     if (!due)
         return std::nullopt;
@@ -176,6 +236,10 @@ void VirtualClock::Impl::setMode(Mode mode, double factor)
 
 void VirtualClock::Impl::restart()
 {
+    {
+        const std::lock_guard lock(m_inputMutex);
+        m_input.clear();
+    }
     queue.dropWork();
     queue.shiftBack(m_now);
     m_now = 0;
@@ -213,6 +277,13 @@ void VirtualClock::schedule(Milliseconds delay, std::function<void()> work)
 {
     d->queue.addWork(d->now() + qMax<Milliseconds>(0, delay), std::move(work));
     if (currentThread() == ThreadKind::Other && d->dispatcher)
+        d->dispatcher->wakeUp();
+}
+
+void VirtualClock::post(std::function<void()> input)
+{
+    d->post(std::move(input));
+    if (d->dispatcher)
         d->dispatcher->wakeUp();
 }
 

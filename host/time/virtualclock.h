@@ -21,7 +21,7 @@ enum class ThreadKind {
 /// the device has scheduled run by it, ordered by due time and then by the order in which they were added. The GUI
 /// thread and the device thread never run at the same time: one runs until it has nothing left to do, then the other.
 /// So a session depends only on the operator's actions and their times, not on the speed of the machine.
-/// GUI thread only, except for now(), schedule() and currentThread().
+/// GUI thread only, except for now(), schedule(), post() and currentThread().
 class VirtualClock
 {
 public:
@@ -33,6 +33,10 @@ public:
 
     /// Runs @p work on the device thread at now() + @p delay. Thread-safe.
     void schedule(Milliseconds delay, std::function<void()> work);
+    /// Calls @p input on the GUI thread as soon as the clock has caught up with the wall clock, in the order of the
+    /// calls. For events of the outside world, which get the virtual time at which they are taken over. Only the event
+    /// loop takes them over, not advance() or settle(). Thread-safe.
+    void post(std::function<void()> input);
     /// Runs @p work on the device thread now and waits for it. On the device thread itself it calls @p work directly.
     /// For what a device does in the middle of a call. GUI or device thread.
     void runOnDevice(const std::function<void()> &work);
@@ -55,7 +59,7 @@ public:
     /// is left: the screen can be read then.
     void setObserver(std::function<void()> observer);
 
-    /// Stops the clock, sets it to 0 and discards all scheduled work, for a new session.
+    /// Stops the clock, sets it to 0 and discards all scheduled work and posted input, for a new session.
     void restart();
 
 private:

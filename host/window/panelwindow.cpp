@@ -23,6 +23,14 @@ namespace panelhost {
 
 constexpr int RefreshInterval = 33; ///< real milliseconds
 
+// Parts that are gone matter most: nothing can be tested with them.
+static QString failureOf(const DeviceState &device)
+{
+    if (device.missingParts.isEmpty())
+        return device.tbar.failure;
+    return QStringLiteral("The board has lost: %1").arg(device.missingParts.join(QStringLiteral(", ")));
+}
+
 PanelWindow::PanelWindow(Session &session)
     : m_session(session), m_panel(new FrontPanel(session.device().state(), session.lcd(), this)),
       m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this))
@@ -148,7 +156,7 @@ void PanelWindow::refresh()
 {
     const DeviceState device = m_session.device().state();
     m_panel->setState(device, m_sinceOpened.elapsed());
-    showFailure(device.tbar.failure);
+    showFailure(failureOf(device));
     m_speed->setNow(m_session.clock().now());
     m_journal->poll();
     if (m_today)

@@ -86,7 +86,7 @@ private:
     TodayView *m_today = nullptr;
     QMenu *m_viewMenu = nullptr;
     QHash<QString, QDateTime> m_passed; ///< units that have passed in this session, and when
-    QString m_failure;                  ///< of the T-Bar's calibration, last shown
+    QString m_failure;                  ///< of the T-Bar's calibration or of the board, last shown
     RealTimeTimer m_refresh;
     QElapsedTimer m_sinceOpened; ///< LEDs blink by the wall clock at any speed
 };

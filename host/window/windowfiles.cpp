@@ -98,6 +98,16 @@ void WindowFiles::showIn(PanelWindow &window)
         watchJournal(window);
 }
 
+void WindowFiles::reportFailures()
+{
+    const auto report = [](const QString &error) { reportError(error); };
+    if (m_writer)
+        QObject::connect(m_writer.get(), &ScenarioWriter::failed, m_writer.get(), report);
+    if (!m_journal.error().isEmpty())
+        report(m_journal.error());
+    m_journal.setErrorHandler(report);
+}
+
 // What the component does while the session ends isn't recorded.
 void WindowFiles::close(Session &session)
 {

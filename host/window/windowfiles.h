@@ -23,6 +23,8 @@ public:
     bool beginRecording(Session &session, QString *error);
     /// Shows the recording and failures in @p window from now on.
     void showIn(PanelWindow &window);
+    /// Writes failures to the standard error output from now on, for a window that can't show them.
+    void reportFailures();
     /// Closes both files.
     void close(Session &session);
     /// Returns the sink for the journal of the session; empty if no journal was requested.

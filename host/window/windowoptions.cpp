@@ -13,9 +13,18 @@ static QCommandLineOption hidden(const QString &name)
     return option;
 }
 
+QCommandLineOption WindowOptions::stateOption()
+{
+    return {QStringLiteral("state"), QStringLiteral("Directory for what a board has to restore."),
+            QStringLiteral("DIR")};
+}
+
 QList<QCommandLineOption> WindowOptions::commandLineOptions()
 {
     return {
+        {QStringLiteral("device"), QStringLiteral("Use the board that FILE describes."), QStringLiteral("FILE")},
+        stateOption(),
+        {QStringLiteral("kiosk"), QStringLiteral("Show the LCD alone, on the whole screen.")},
         {QStringLiteral("journal"), QStringLiteral("Write the journal to FILE."), QStringLiteral("FILE")},
         {QStringLiteral("speed"), QStringLiteral("Speed of the device's time: pause, 1, 10 or max."),
          QStringLiteral("SPEED"), QStringLiteral("1")},
@@ -37,6 +46,9 @@ bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
     journal = parser.value(QStringLiteral("journal"));
     screenshot = parser.value(QStringLiteral("screenshot"));
     force = parser.isSet(QStringLiteral("force"));
+    board = parser.value(QStringLiteral("device"));
+    state = parser.value(QStringLiteral("state"));
+    isKiosk = parser.isSet(QStringLiteral("kiosk"));
     layout = parser.value(QStringLiteral("layout"));
     const QString wanted = parser.value(QStringLiteral("speed"));
     if (!speeds.contains(wanted)) {

@@ -20,5 +20,7 @@ constexpr int DurationHours = 366 * 24;
 constexpr int NameLength = 64; ///< characters of a screenshot's name
 constexpr int Ports = 16;      ///< of each kind
 constexpr int TouchPixel = 10000;
+constexpr int LinkDelay = 10000; ///< milliseconds
+constexpr int CalibrationCommand = 1000;
 
 }

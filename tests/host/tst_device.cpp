@@ -122,6 +122,66 @@ private Q_SLOTS:
         QCOMPARE(events.filter(q("2300 device progress")), QStringList());
     }
 
+    void recordedResultsEndTheSteps()
+    {
+        withRecordedResults();
+        calibrate(2);
+        clock.advance(1000);
+        QCOMPARE(device->state().tbar.step, q("begin"));
+        QVERIFY(!device->finishCalibration(1, true, {}));
+        QVERIFY(device->finishCalibration(2, true, {}));
+        QVERIFY(!device->finishCalibration(2, true, {}));
+        clock.settle();
+        QCOMPARE(
+            events,
+            (QStringList{q("75 device progress 2 25"), q("150 device progress 2 50"), q("225 device progress 2 75"),
+                         q("1000 device progress 2 100"), q("1000 device result 1 ")}));
+        QCOMPARE(device->state().tbar.step, QString());
+    }
+
+    void recordedFailureEndsTheStepEarly()
+    {
+        withRecordedResults();
+        calibrate(1); // the position isn't judged
+        clock.advance(100);
+        QVERIFY(device->finishCalibration(1, false, q("it is unplugged")));
+        clock.advance(1000);
+        const QString failure = q("step 1 (top) failed: it is unplugged");
+        QCOMPARE(events, (QStringList{q("75 device progress 1 25"), q("100 device result 0 ") + failure}));
+        QCOMPARE(device->state().tbar.failure, failure);
+    }
+
+    void recordedFailureNeedsNoMessage()
+    {
+        withRecordedResults();
+        calibrate(1);
+        QVERIFY(device->finishCalibration(1, false, {}));
+        clock.settle();
+        QCOMPARE(events, QStringList{q("0 device result 0 step 1 (top) failed")});
+    }
+
+    void linksOfABoardChangeAtOnce()
+    {
+        SimulatedDevice::Configuration configuration = smallDevice();
+        configuration.linkDelay = 0;
+        device = std::make_unique<SimulatedDevice>(configuration, clock, *faults);
+        device->setNetListener([this](const std::any &) { see(q("net")); });
+        device->setPlugged(q("net1"), true);
+        clock.settle();
+        QCOMPARE(events, QStringList{q("0 device net")});
+    }
+
+    void partsDisappearAndComeBack()
+    {
+        QVERIFY(device->setPartPresent(q("keys"), false));
+        QVERIFY(device->setPartPresent(q("keys"), false));
+        QVERIFY(device->setPartPresent(q("usb"), false));
+        QVERIFY(!device->setPartPresent(q("lcd"), false));
+        QCOMPARE(device->state().missingParts, (QStringList{q("keys"), q("usb")}));
+        QVERIFY(device->setPartPresent(q("keys"), true));
+        QCOMPARE(device->state().missingParts, QStringList{q("usb")});
+    }
+
     void eachCommandNeedsTheBarInItsPlace_data()
     {
         QTest::addColumn<int>("command");
@@ -363,6 +423,15 @@ private Q_SLOTS:
     void noKeyListNoKeys() { QVERIFY(readKeyList(q("/nowhere")).isEmpty()); }
 
 private:
+    void withRecordedResults()
+    {
+        SimulatedDevice::Configuration configuration = smallDevice();
+        configuration.hasCalibrationResults = true;
+        device = std::make_unique<SimulatedDevice>(configuration, clock, *faults);
+        device->setCalibrationListener(
+            [this](int command, int percent) { see(q("progress %1 %2").arg(command).arg(percent)); });
+    }
+
     void see(const QString &what)
     {
         const bool isDevice = clock.currentThread() == ThreadKind::Device;

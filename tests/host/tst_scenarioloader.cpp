@@ -254,7 +254,9 @@ void ScenarioLoaderTest::limitsStandInTheManual()
         QStringLiteral("nesting depth of lists and maps | %1").arg(limits::ValueDepth),
         QStringLiteral("length of a screenshot's name | %1 characters").arg(limits::NameLength),
         QStringLiteral("`net-ports`, `usb-ports` | %1 each").arg(limits::Ports),
-        QStringLiteral("`x` and `y` of a touch | %1").arg(number(limits::TouchPixel))};
+        QStringLiteral("`x` and `y` of a touch | %1").arg(number(limits::TouchPixel)),
+        QStringLiteral("`link-delay` | %1s").arg(limits::LinkDelay / 1000),
+        QStringLiteral("`command` of `calibration` | %1").arg(number(limits::CalibrationCommand))};
     QStringList told;
     for (const auto &line : table.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
         if (line.startsWith(QLatin1String("| ")) && line != QLatin1String("| Limit | At most |"))

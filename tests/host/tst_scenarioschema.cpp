@@ -50,7 +50,10 @@ QJsonArray values()
         {"call": {"name": 5}}, {"call": {"times": -1}}, {"call": []}, {"log-line": 5}, {"log-line": {"contains": "a"}},
         {"log-line": {"times": 1.5}}, {"name": "duplicate-reports"}, {"name": "duplicate-reports", "active": false},
         {"name": "duplicate-reports", "active": "off"}, {"name": "duplicate-reports", "active": 0},
-        {"active": true}, {"name": "nothing"}
+        {"active": true}, {"name": "nothing"}, {"command": 1, "ok": true},
+        {"command": 1, "ok": "off", "message": "late"}, {"command": 1}, {"ok": true}, {"command": 1001, "ok": true},
+        {"command": 1, "ok": 1}, {"command": 1, "ok": true, "message": ""}, {"command": 1, "ok": true, "message": []},
+        {"name": "keys", "present": false}, {"name": "keys"}, {"present": true}, {"name": "lcd", "present": true}
     ])";
     return QJsonDocument::fromJson(text).array();
 }

@@ -219,6 +219,61 @@ private Q_SLOTS:
         QCOMPARE(seen, (QStringList{QStringLiteral("500 timer")}));
     }
 
+    void inputGetsTheTimeAtWhichItIsTaken()
+    {
+        note(40, QStringLiteral("timer 40"));
+        note(100000, QStringLiteral("never"));
+        clock.run(1);
+        QElapsedTimer elapsed;
+        elapsed.start();
+        std::thread other([this, &elapsed] {
+            while (elapsed.elapsed() < 60)
+                std::this_thread::yield();
+            clock.post([this] { see(QStringLiteral("input")); });
+        });
+        while (seen.size() < 2)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        other.join();
+        const qint64 passed = elapsed.elapsed();
+        clock.stop();
+
+        QCOMPARE(seen.first(), QStringLiteral("40 timer 40"));
+        // Not the time of the timer before it, at which the clock last stood.
+        QVERIFY2(seen.last().endsWith(QLatin1String("input")), qPrintable(seen.last()));
+        const qint64 at = seen.last().section(QLatin1Char(' '), 0, 0).toLongLong();
+        QVERIFY2(at >= 60 && at <= passed, qPrintable(QString::number(at)));
+    }
+
+    void inputIsTakenInOrderByTheEventLoopOnly()
+    {
+        for (const char *name : {"a", "b", "c"})
+            clock.post([this, name] { see(QString::fromLatin1(name)); });
+        clock.settle();
+        clock.advance(10);
+        QCOMPARE(seen, QStringList());
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, (QStringList{QStringLiteral("10 a"), QStringLiteral("10 b"), QStringLiteral("10 c")}));
+    }
+
+    void inputWaitsForTheInputBeforeIt()
+    {
+        clock.post([this] {
+            QCoreApplication::processEvents();
+            see(QStringLiteral("first"));
+        });
+        clock.post([this] { see(QStringLiteral("second")); });
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, (QStringList{QStringLiteral("0 first"), QStringLiteral("0 second")}));
+    }
+
+    void restartDropsInput()
+    {
+        clock.post([this] { see(QStringLiteral("dropped")); });
+        clock.restart();
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, QStringList());
+    }
+
 private:
     void see(const QString &what) { seen << QString::number(clock.now()) + QLatin1Char(' ') + what; }
     void note(int delay, const QString &what)

@@ -12,7 +12,6 @@ namespace panelhost {
 namespace {
 
 // In virtual milliseconds.
-constexpr int linkDelay = 20;          // from the plug to the changed link
 constexpr int repeatDelay = 40;        // between the events of a key that repeats
 constexpr int calibrationQuarter = 75; // four of these make one step of the calibration
 constexpr int calibrationDone = 100;   // percent; reported by a step that has worked, and by no other
@@ -38,7 +37,8 @@ public:
 };
 
 SimulatedDevice::SimulatedDevice(const Configuration &configuration, VirtualClock &clock, const Faults &faults)
-    : m_clock(clock), m_faults(faults), m_work(std::make_shared<Work>(*this))
+    : m_clock(clock), m_faults(faults), m_work(std::make_shared<Work>(*this)), m_linkDelay(configuration.linkDelay),
+      m_hasCalibrationResults(configuration.hasCalibrationResults)
 {
     m_state.keys = configuration.keys;
     m_state.tbar.type = configuration.tbarType;
@@ -138,21 +138,67 @@ void SimulatedDevice::setMachineTestKind(int kind)
     change([kind](DeviceState &state) { state.machineTestKind = kind; });
 }
 
+void SimulatedDevice::setFactoryMode(bool)
+{
+}
+
 void SimulatedDevice::calibrate(int command, const std::function<void(bool, const std::string &)> &result)
 {
     const Calibration calibration = change([&](DeviceState &state) {
-        const QString problem = calibrationProblem(state.tbar, command);
+        const QString problem = m_hasCalibrationResults ? QString() : calibrationProblem(state.tbar, command);
         startStep(state.tbar, command);
-        return Calibration{command, m_calibrationStep, m_calibrationRun, problem, result};
+        const Calibration step{command, m_calibrationStep, m_calibrationRun, problem, !problem.isEmpty(), result};
+        if (m_hasCalibrationResults)
+            m_waiting << step;
+        return step;
     });
     // A wrong position is detected immediately: nothing is measured, so no progress is reported.
     const int quarters = calibration.problem.isEmpty() ? 4 : 0;
     for (int quarter = 1; quarter < quarters; ++quarter)
-        later(quarter * calibrationQuarter, &SimulatedDevice::sendCalibration, command, quarter * 25);
+        later(quarter * calibrationQuarter, &SimulatedDevice::sendProgress, command, quarter);
+    if (m_hasCalibrationResults)
+        return;
     m_clock.schedule(quarters * calibrationQuarter, [work = std::weak_ptr(m_work), calibration] {
         if (const auto alive = work.lock())
-            alive->device.finishCalibration(calibration);
+            alive->device.endCalibration(calibration);
     });
+}
+
+bool SimulatedDevice::finishCalibration(int command, bool ok, const QString &message)
+{
+    const std::optional<Calibration> step = change([&](DeviceState &) -> std::optional<Calibration> {
+        const auto found = std::find_if(m_waiting.begin(), m_waiting.end(),
+                                        [command](const Calibration &each) { return each.command == command; });
+        if (found == m_waiting.end())
+            return std::nullopt;
+        Calibration finished = *found;
+        m_waiting.erase(found);
+        finished.hasFailed = !ok;
+        finished.problem = ok ? QString() : message;
+        return finished;
+    });
+    if (!step)
+        return false;
+    m_clock.schedule(0, [work = std::weak_ptr(m_work), calibration = *step] {
+        if (const auto alive = work.lock())
+            alive->device.endCalibration(calibration);
+    });
+    return true;
+}
+
+// A step that waits for its result can end before the third quarter.
+void SimulatedDevice::sendProgress(int command, int quarter)
+{
+    const bool isRunning = change([&](DeviceState &) { return !m_hasCalibrationResults || isWaiting(command); });
+    if (isRunning)
+        sendCalibration(command, quarter * 25);
+}
+
+// With the lock held.
+bool SimulatedDevice::isWaiting(int command) const
+{
+    return std::any_of(m_waiting.begin(), m_waiting.end(),
+                       [command](const Calibration &each) { return each.command == command; });
 }
 
 // A failure is kept until the next calibration, because the component goes on after a failed step.
@@ -173,14 +219,14 @@ void SimulatedDevice::startStep(TBarState &bar, int command)
 QString SimulatedDevice::failureOf(const Calibration &calibration) const
 {
     const bool isBroken = m_faults.isOn(QStringLiteral("calibration-fails"), QStringLiteral("step"), calibration.step);
-    if (!isBroken && calibration.problem.isEmpty())
+    if (!isBroken && !calibration.hasFailed)
         return {};
     const QString failure =
         QStringLiteral("step %1 (%2) failed").arg(calibration.step).arg(calibrationStepName(calibration.command));
     return calibration.problem.isEmpty() ? failure : failure + QStringLiteral(": ") + calibration.problem;
 }
 
-void SimulatedDevice::finishCalibration(const Calibration &calibration)
+void SimulatedDevice::endCalibration(const Calibration &calibration)
 {
     if (m_faults.isOn(QStringLiteral("calibration-hangs")))
         return;
@@ -235,7 +281,7 @@ bool SimulatedDevice::changePort(const QString &name, bool PortState::*field, bo
         return false;
     });
     if (isChanged)
-        later(linkDelay, isNet ? &SimulatedDevice::sendNet : &SimulatedDevice::sendUsb, 0, 0);
+        later(m_linkDelay, isNet ? &SimulatedDevice::sendNet : &SimulatedDevice::sendUsb, 0, 0);
     return isKnown;
 }
 
@@ -247,6 +293,18 @@ bool SimulatedDevice::setPlugged(const QString &port, bool plugged)
 bool SimulatedDevice::setBlocked(const QString &port, bool blocked)
 {
     return port.startsWith(QLatin1String("usb")) && changePort(port, &PortState::isBlocked, blocked);
+}
+
+bool SimulatedDevice::setPartPresent(const QString &part, bool present)
+{
+    if (!boardParts().contains(part))
+        return false;
+    change([&](DeviceState &state) {
+        state.missingParts.removeAll(part);
+        if (!present)
+            state.missingParts << part;
+    });
+    return true;
 }
 
 void SimulatedDevice::setKeyListener(KeyListener listener)

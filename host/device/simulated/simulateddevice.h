@@ -15,6 +15,8 @@ class VirtualClock;
 class SimulatedDevice final : public Device
 {
 public:
+    static constexpr int DefaultLinkDelay = 20;
+
     struct Configuration
     {
         QList<KeyState> keys;
@@ -22,6 +24,9 @@ public:
         double tbarTolerance = TBarState::DefaultTolerance;
         int netPorts = 4;
         int usbPorts = 4;
+        int linkDelay = DefaultLinkDelay; ///< virtual milliseconds from the plug to the changed link
+        /// The results of calibration steps come by finishCalibration(): they were recorded or are measured by a board.
+        bool hasCalibrationResults = false;
     };
 
     SimulatedDevice(const Configuration &configuration, VirtualClock &clock, const Faults &faults);
@@ -36,11 +41,14 @@ public:
     void setPanelMode(int mode) override;
     void setTestType(int type) override;
     void setMachineTestKind(int kind) override;
+    void setFactoryMode(bool active) override;
     void calibrate(int command, const std::function<void(bool, const std::string &)> &result) override;
     bool setKeyDown(int halKey, bool down) override;
     void setTBarPosition(double position) override;
     bool setPlugged(const QString &port, bool plugged) override;
     bool setBlocked(const QString &port, bool blocked) override;
+    bool finishCalibration(int command, bool ok, const QString &message) override;
+    bool setPartPresent(const QString &part, bool present) override;
     void setKeyListener(KeyListener listener) override;
     void setNetListener(LinkListener changed) override;
     void setUsbListener(LinkListener changed) override;
@@ -58,6 +66,7 @@ private:
         int step;        // counted from 1, the one that begins
         int run;         // number of the calibration that it belongs to
         QString problem; // why it fails even without a fault
+        bool hasFailed;  // even without a fault
         std::function<void(bool ok, const std::string &message)> result;
     };
 
@@ -71,13 +80,18 @@ private:
     void sendCalibration(int command, int percent);
     void startStep(TBarState &bar, int command);
     QString failureOf(const Calibration &calibration) const;
-    void finishCalibration(const Calibration &calibration);
+    void endCalibration(const Calibration &calibration);
+    void sendProgress(int command, int quarter);
+    bool isWaiting(int command) const;
 
     VirtualClock &m_clock;
     const Faults &m_faults;
     std::shared_ptr<Work> m_work;
     mutable std::mutex m_mutex;
     DeviceState m_state;
+    const int m_linkDelay;
+    const bool m_hasCalibrationResults;
+    QList<Calibration> m_waiting; // for finishCalibration()
     int m_calibrationStep = 0;
     int m_calibrationRun = 0; // counts calibrations that begin and T-Bar phases that are left
     KeyListener m_keyListener;

@@ -2,6 +2,7 @@
 
 #include "component/factorymodecontroller.h"
 #include "component/servicehost.h"
+#include "device/board/boarddevice.h"
 #include "device/simulated/simulateddevice.h"
 #include "journal/logcapture.h"
 #include "lcd/lcd.h"
@@ -13,13 +14,13 @@
 
 namespace panelhost {
 
-/// A session with a simulated device. The order of the members matters: the component is destroyed first, then the
-/// members in reverse order.
-class SimulatedSession final : public Session
+/// A session on a simulated device or on a board. The order of the members matters: the component is destroyed first,
+/// then the members in reverse order.
+class DeviceSession final : public Session
 {
 public:
-    explicit SimulatedSession(const Options &options);
-    ~SimulatedSession() override;
+    explicit DeviceSession(const Options &options);
+    ~DeviceSession() override;
 
     static bool isAnyAlive() { return s_isAlive; }
 
@@ -38,7 +39,7 @@ public:
     const ComponentLibrary *pagesLibrary() const override { return m_pages ? &*m_pages : nullptr; }
     QStringList serviceNames() const override;
     VirtualClock &clock() override { return m_clock; }
-    Device &device() override { return m_device; }
+    Device &device() override { return *m_device; }
     Journal &journal() override { return m_journal; }
     Operator &panelOperator() override { return m_operator; }
     Faults &faults() override { return m_faults; }
@@ -51,6 +52,8 @@ public:
     void exitFactoryMode() override;
 
 private:
+    std::unique_ptr<Device> makeDevice();
+    HardwareHandler hardwareHandler();
     bool applyOptions(QString *error);
     bool loadLibrary(ComponentLibrary &library, const LoadObserver &observer);
     bool probe(ComponentLibrary &library);
@@ -60,6 +63,7 @@ private:
     // The clock, the message handler and the component's pointer to its host exist once in a process.
     static bool s_isAlive;
 
+    std::shared_ptr<DeviceSession *> m_alive = std::make_shared<DeviceSession *>(this); ///< for late input of the board
     const Options m_options;
     const QString m_share;
     VirtualClock &m_clock;
@@ -69,7 +73,8 @@ private:
     Faults m_faults;
     Journal m_journal;
     LogCapture m_logCapture;
-    SimulatedDevice m_device;
+    BoardDevice *m_board = nullptr; ///< the device, if it is a board
+    std::unique_ptr<Device> m_device;
     Services m_services;
     ServiceHost m_host;
     Lcd m_lcd;

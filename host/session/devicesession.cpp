@@ -1,6 +1,7 @@
-#include "session/simulatedsession.h"
+#include "session/devicesession.h"
 
 #include "device/keylist.h"
+#include "diagnostics/reporterror.h"
 #include "lcd/factorymode/ilcdfactorymode.h"
 #include "lcd/repairmode/ilcdrepairmode.h"
 #include "lcd/translate/lcdfwtranslatemanager.h"
@@ -25,22 +26,22 @@ QString pagesPathOf(const Session::Options &options)
 
 SimulatedDevice::Configuration configurationOf(const Session::Options &options, const QString &share)
 {
-    return {readKeyList(share), options.tbarType, options.tbarTolerance, options.netPorts, options.usbPorts};
+    return {readKeyList(share), options.tbarType,  options.tbarTolerance,        options.netPorts,
+            options.usbPorts,   options.linkDelay, options.hasCalibrationResults};
 }
 
 }
 
-bool SimulatedSession::s_isAlive = false;
+bool DeviceSession::s_isAlive = false;
 
-SimulatedSession::SimulatedSession(const Options &options)
+DeviceSession::DeviceSession(const Options &options)
     : m_options(options),
       m_share(options.share.isEmpty() ? shareDirectoryOf(options) : QFileInfo(options.share).absoluteFilePath()),
       m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
       m_journal(options.journalSink, options.journalLineLimit), m_logCapture(m_journal, m_share),
-      m_device(configurationOf(options, m_share), m_clock, m_faults),
-      m_services(m_device, m_journal, m_faults, options.changedOnSubscribe), m_host(m_journal, m_faults),
-      m_lcd(options.lcdSize), m_screenLogger(m_journal, m_lcd), m_operator(*this)
+      m_device(makeDevice()), m_services(*m_device, m_journal, m_faults, options.changedOnSubscribe),
+      m_host(m_journal, m_faults), m_lcd(options.lcdSize), m_screenLogger(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
     const QString pages = pagesPathOf(options);
@@ -51,8 +52,9 @@ SimulatedSession::SimulatedSession(const Options &options)
 
 // Deletes the pages and the component first, while everything that they can call still exists, and then what they have
 // scheduled.
-SimulatedSession::~SimulatedSession()
+DeviceSession::~DeviceSession()
 {
+    m_alive.reset();
     m_clock.setObserver({});
     m_controller.reset();
     if (m_pages)
@@ -63,7 +65,31 @@ SimulatedSession::~SimulatedSession()
     s_isAlive = false;
 }
 
-bool SimulatedSession::applyOptions(QString *error)
+std::unique_ptr<Device> DeviceSession::makeDevice()
+{
+    const SimulatedDevice::Configuration configuration = configurationOf(m_options, m_share);
+    if (!m_options.board)
+        return std::make_unique<SimulatedDevice>(configuration, m_clock, m_faults);
+    auto board = std::make_unique<BoardDevice>(*m_options.board, configuration, m_clock, m_faults, hardwareHandler());
+    m_board = board.get();
+    return board;
+}
+
+// Called on threads of the board. The operator performs the action when the clock has caught up with the wall clock.
+HardwareHandler DeviceSession::hardwareHandler()
+{
+    return [&clock = m_clock, alive = std::weak_ptr(m_alive)](const HardwareEvent &event) {
+        clock.post([alive, event] {
+            const auto session = alive.lock();
+            const auto kind = actionKind(event.action);
+            QString error;
+            if (session && kind && !(*session)->m_operator.perform({*kind, event.arguments}, &error))
+                reportError(error);
+        });
+    };
+}
+
+bool DeviceSession::applyOptions(QString *error)
 {
     for (const InitialFault &fault : m_options.faults) {
         if (!m_faults.set(fault.name, true, fault.arguments, error))
@@ -76,24 +102,24 @@ bool SimulatedSession::applyOptions(QString *error)
     return false;
 }
 
-bool SimulatedSession::loadLibrary(ComponentLibrary &library, const LoadObserver &observer)
+bool DeviceSession::loadLibrary(ComponentLibrary &library, const LoadObserver &observer)
 {
     library.setObserver(observer);
     return library.locate() && library.open() && library.check()
         && library.initialize(static_cast<mirel::IHost *>(&m_host)) && library.create();
 }
 
-bool SimulatedSession::loadLibrary(const LoadObserver &observer)
+bool DeviceSession::loadLibrary(const LoadObserver &observer)
 {
     return loadLibrary(m_library, observer);
 }
 
-bool SimulatedSession::loadPagesLibrary(const LoadObserver &observer)
+bool DeviceSession::loadPagesLibrary(const LoadObserver &observer)
 {
     return m_pages && loadLibrary(*m_pages, observer);
 }
 
-bool SimulatedSession::probe(ComponentLibrary &library)
+bool DeviceSession::probe(ComponentLibrary &library)
 {
     if (!QFileInfo(library.path()).isFile())
         return true;
@@ -101,7 +127,7 @@ bool SimulatedSession::probe(ComponentLibrary &library)
     return report.failure.isEmpty() || library.setFailure(report.steps, report.failure);
 }
 
-bool SimulatedSession::loadComponent(QString *error)
+bool DeviceSession::loadComponent(QString *error)
 {
     const bool isLoaded = probe(m_library) && loadLibrary({});
     *error = m_library.errorString();
@@ -109,7 +135,7 @@ bool SimulatedSession::loadComponent(QString *error)
 }
 
 // Called after the component was loaded: the pages use its library, which the linker then finds by its name.
-bool SimulatedSession::loadPages(QString *error)
+bool DeviceSession::loadPages(QString *error)
 {
     m_hasLoadedComponent = true;
     if (!m_pages)
@@ -119,9 +145,9 @@ bool SimulatedSession::loadPages(QString *error)
     return isLoaded;
 }
 
-bool SimulatedSession::load(QString *error)
+bool DeviceSession::load(QString *error)
 {
-    if (!applyOptions(error) || !loadComponent(error) || !loadPages(error))
+    if (!applyOptions(error) || (m_board && !m_board->start(error)) || !loadComponent(error) || !loadPages(error))
         return false;
     auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(m_library.widget());
     m_host.addService("lcdFactoryModeWidget", widget);
@@ -140,7 +166,7 @@ bool SimulatedSession::load(QString *error)
     return true;
 }
 
-QStringList SimulatedSession::serviceNames() const
+QStringList DeviceSession::serviceNames() const
 {
     QStringList names;
     for (const std::string &name : m_host.serviceNames())
@@ -148,32 +174,32 @@ QStringList SimulatedSession::serviceNames() const
     return names;
 }
 
-QStringList SimulatedSession::languages() const
+QStringList DeviceSession::languages() const
 {
     return LCDFWTranslateManager::instance()->languages();
 }
 
-QString SimulatedSession::language() const
+QString DeviceSession::language() const
 {
     return LCDFWTranslateManager::instance()->language();
 }
 
-bool SimulatedSession::setLanguage(const QString &code)
+bool DeviceSession::setLanguage(const QString &code)
 {
     return LCDFWTranslateManager::instance()->setLanguage(code);
 }
 
-bool SimulatedSession::isInFactoryMode() const
+bool DeviceSession::isInFactoryMode() const
 {
     return m_controller->isEntered();
 }
 
-void SimulatedSession::enterFactoryMode()
+void DeviceSession::enterFactoryMode()
 {
     m_controller->enter();
 }
 
-void SimulatedSession::exitFactoryMode()
+void DeviceSession::exitFactoryMode()
 {
     m_controller->exit();
 }

@@ -1,0 +1,190 @@
+#include "device/board/boardoutputs.h"
+
+#include "diagnostics/reporterror.h"
+
+#include <utility>
+
+namespace panelhost {
+
+namespace {
+
+constexpr std::chrono::milliseconds RetryDelay(200);
+
+QString located(const QString &where, const QString &error)
+{
+    return where.isEmpty() ? error + QLatin1Char('.') : QStringLiteral("%1: %2.").arg(where, error);
+}
+
+}
+
+BoardOutputs::BoardOutputs(const BoardConfiguration &board, PartHandler partChanged)
+    : m_board(board), m_partChanged(std::move(partChanged)), m_saved(board.stateDirectory)
+{
+    for (const KeyLedConfiguration &key : board.leds) {
+        for (const QString &name : key.names())
+            m_leds.try_emplace(name, name, name == key.multicolor);
+    }
+    for (int screen = 0; screen < board.screens.size(); ++screen) {
+        if (!board.screens.at(screen).backlight.isEmpty())
+            m_backlights.try_emplace(screen, board.screens.at(screen).backlight);
+    }
+}
+
+BoardOutputs::~BoardOutputs()
+{
+    m_loop.run([this] {
+        const QStringList problems = m_isSaved ? m_saved.restore() : QStringList();
+        for (const QString &problem : problems)
+            reportError(QStringLiteral("A value of the board could not be restored: %1.").arg(problem));
+    });
+}
+
+bool BoardOutputs::start(QString *error)
+{
+    if (m_leds.empty() && m_backlights.empty())
+        return true;
+    bool isStarted = false;
+    m_loop.run([&] {
+        QString reason;
+        if (!m_saved.lock(&reason)) {
+            *error = located({}, reason);
+            return;
+        }
+        m_saved.restore(); // a crash has left the file
+        QStringList leds;
+        QStringList backlights;
+        for (const auto &[name, led] : m_leds)
+            leds << name;
+        for (const auto &[screen, backlight] : m_backlights)
+            backlights << backlight.device().name();
+        if (!openAll(error))
+            return;
+        m_isSaved = m_saved.save(leds, backlights, &reason);
+        if (!m_isSaved)
+            *error = located(m_board.file, reason);
+        isStarted = m_isSaved;
+    });
+    return isStarted;
+}
+
+bool BoardOutputs::openAll(QString *error)
+{
+    QString reason;
+    for (const KeyLedConfiguration &key : m_board.leds) {
+        for (const QString &name : key.names()) {
+            if (!m_leds.at(name).open(&reason)) {
+                *error = located(key.where, reason);
+                return false;
+            }
+        }
+    }
+    for (auto &[screen, backlight] : m_backlights) {
+        if (!backlight.open(&reason)) {
+            *error = located(m_board.screens.at(screen).where, reason);
+            return false;
+        }
+    }
+    return true;
+}
+
+void BoardOutputs::setKeyLed(int halKey, const KeyLed &light)
+{
+    const std::lock_guard lock(m_mutex);
+    m_newLights[halKey] = light;
+    post();
+}
+
+void BoardOutputs::setScreenBrightness(int screen, int percent)
+{
+    const std::lock_guard lock(m_mutex);
+    m_newScreens[screen] = percent;
+    post();
+}
+
+// With the lock held.
+void BoardOutputs::post()
+{
+    if (!std::exchange(m_isPosted, true))
+        m_loop.post([this] { writeWanted(); });
+}
+
+void BoardOutputs::reopen(const QString &deviceClass, const QString &name)
+{
+    m_loop.post([this, deviceClass, name] {
+        const auto led = m_leds.find(name);
+        if (deviceClass == QLatin1String("leds") && led != m_leds.end())
+            led->second.reset();
+        for (auto &[screen, backlight] : m_backlights) {
+            if (deviceClass == QLatin1String("backlight") && backlight.device().name() == name)
+                backlight.reset();
+        }
+        writeWanted();
+    });
+}
+
+void BoardOutputs::writeWanted()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isPosted = false;
+        m_newLights.merge(m_lights); // what is new stays
+        m_lights = std::exchange(m_newLights, {});
+        m_newScreens.merge(m_screens);
+        m_screens = std::exchange(m_newScreens, {});
+    }
+    if (!m_isSaved)
+        return;
+    const bool isFirstFailure = m_retry == 0;
+    const bool hasLeds = writeLeds();
+    const bool hasScreens = writeScreens();
+    m_loop.stopTimer(std::exchange(m_retry, 0));
+    // The permission for what a trigger adds comes a moment later. After that a device is gone until udev says that it
+    // is back, or until something else is to be shown.
+    if ((!hasLeds || !hasScreens) && isFirstFailure) {
+        m_retry = m_loop.startTimer(RetryDelay, [this] { writeWanted(); });
+        return;
+    }
+    setPresent(QStringLiteral("leds"), hasLeds);
+    setPresent(QStringLiteral("screens"), hasScreens);
+}
+
+// Returns whether all LEDs show what they should.
+bool BoardOutputs::writeLeds()
+{
+    bool isAllWritten = true;
+    for (const KeyLedConfiguration &key : m_board.leds) {
+        const auto light = m_lights.find(key.halKey);
+        if (light == m_lights.end())
+            continue;
+        for (const LedLevel &level : ledLevels(key, light->second)) {
+            QString error;
+            isAllWritten = m_leds.at(level.led).show(level, &error) && isAllWritten;
+        }
+    }
+    return isAllWritten;
+}
+
+bool BoardOutputs::writeScreens()
+{
+    bool isAllWritten = true;
+    for (auto &[screen, backlight] : m_backlights) {
+        const auto percent = m_screens.find(screen);
+        QString error;
+        if (percent != m_screens.end())
+            isAllWritten = backlight.show(percent->second, &error) && isAllWritten;
+    }
+    return isAllWritten;
+}
+
+void BoardOutputs::setPresent(const QString &part, bool present)
+{
+    if (present != m_missing.contains(part))
+        return;
+    if (present)
+        m_missing.removeAll(part);
+    else
+        m_missing << part;
+    m_partChanged(part, present);
+}
+
+}

@@ -1,0 +1,268 @@
+#include "device/board/boardprobe.h"
+
+#include "device/board/sysfsdevice.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+
+namespace panelhost {
+
+namespace {
+
+QString attribute(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QString();
+}
+
+QStringList entries(const QString &directory, const QString &pattern)
+{
+    return QDir(directory).entryList({pattern}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QString readable(const QString &path, bool *isUsable)
+{
+    *isUsable = QFileInfo(path).isReadable();
+    return *isUsable ? path : path + QStringLiteral(", can't be read by this user");
+}
+
+QVector<ProbedDevice> probeInputs()
+{
+    QVector<ProbedDevice> found;
+    for (const QString &event : entries(QStringLiteral("/sys/class/input"), QStringLiteral("event*"))) {
+        ProbedDevice device;
+        device.name = attribute(QStringLiteral("/sys/class/input/%1/device/name").arg(event));
+        device.details = readable(QStringLiteral("/dev/input/") + event, &device.isUsable);
+        if (!device.name.isEmpty())
+            found << device;
+    }
+    return found;
+}
+
+ProbedDevice probeLight(const QString &deviceClass, const QString &name)
+{
+    const SysfsDevice device(deviceClass, name);
+    QString error;
+    const auto max = device.readNumber("max_brightness", 1, &error);
+    const bool isUsable = max && device.checkWritable("brightness", &error);
+    if (!isUsable)
+        return {name, error, false};
+    const QString color = device.has("multi_intensity") ? QStringLiteral(", multicolor") : QString();
+    return {name, QStringLiteral("0 to %1%2").arg(*max).arg(color), true};
+}
+
+QVector<ProbedDevice> probeLights(const QString &deviceClass)
+{
+    QVector<ProbedDevice> found;
+    for (const QString &name : sysfsNames(deviceClass))
+        found << probeLight(deviceClass, name);
+    return found;
+}
+
+// "card0-HDMI-A-1" is the output "HDMI-A-1" for eglfs and "HDMI-1" for X.
+QVector<ProbedDevice> probeOutputs()
+{
+    static const QRegularExpression card(QStringLiteral("^card\\d+-"));
+    QVector<ProbedDevice> found;
+    for (const QString &name : entries(QStringLiteral("/sys/class/drm"), QStringLiteral("card*-*"))) {
+        const QString status = attribute(QStringLiteral("/sys/class/drm/%1/status").arg(name));
+        if (status == QLatin1String("connected"))
+            found << ProbedDevice{QString(name).remove(card), status, true};
+    }
+    return found;
+}
+
+QVector<ProbedDevice> probeIio()
+{
+    const QString directory = QStringLiteral("/sys/bus/iio/devices");
+    static const QRegularExpression channel(QStringLiteral("^in_(.+)_raw$"));
+    QVector<ProbedDevice> found;
+    for (const QString &device : entries(directory, QStringLiteral("iio:device*"))) {
+        const QString path = directory + QLatin1Char('/') + device;
+        for (const QString &file : entries(path, QStringLiteral("in_*_raw")))
+            found << ProbedDevice{device + QLatin1Char(' ') + channel.match(file).captured(1),
+                                  attribute(path + QStringLiteral("/name")), true};
+    }
+    return found;
+}
+
+QVector<ProbedDevice> probeNet()
+{
+    constexpr int Ethernet = 1; // ARPHRD_ETHER
+    QVector<ProbedDevice> found;
+    for (const QString &name : sysfsNames(QStringLiteral("net"))) {
+        const QString path = QStringLiteral("/sys/class/net/") + name;
+        if (attribute(path + QStringLiteral("/type")).toInt() == Ethernet)
+            found << ProbedDevice{name, attribute(path + QStringLiteral("/operstate")), true};
+    }
+    return found;
+}
+
+// The kernel names a port "1-0:1.0/usb1-port2" or "1-1:1.0/1-1-port3"; a device in it is "1-2" or "1-1.3".
+QString portPath(const QString &hub, const QString &port)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:usb(\\d+)|(.+))-port(\\d+)$"));
+    const QRegularExpressionMatch match = form.match(port);
+    if (!match.hasMatch() || !hub.contains(QLatin1Char(':')))
+        return {};
+    const QString root = match.captured(1);
+    return root.isEmpty() ? match.captured(2) + QLatin1Char('.') + match.captured(3)
+                          : root + QLatin1Char('-') + match.captured(3);
+}
+
+QVector<ProbedDevice> probeUsb()
+{
+    const QString directory = QStringLiteral("/sys/bus/usb/devices");
+    QVector<ProbedDevice> found;
+    for (const QString &hub : entries(directory, QStringLiteral("*:1.0"))) {
+        for (const QString &port : entries(directory + QLatin1Char('/') + hub, QStringLiteral("*-port*"))) {
+            const QString path = portPath(hub, port);
+            if (path.isEmpty())
+                continue;
+            const QString product = attribute(directory + QLatin1Char('/') + path + QStringLiteral("/product"));
+            found << ProbedDevice{path, product.isEmpty() ? QStringLiteral("free") : product, true};
+        }
+    }
+    return found;
+}
+
+struct Heading
+{
+    const char *title;
+    QVector<ProbedDevice> ProbedBoard::*devices;
+};
+
+constexpr const char *none = "(none)";
+
+const QVector<Heading> &headings()
+{
+    static const QVector<Heading> table = {
+        {"input devices (keys, navigation, tbar)", &ProbedBoard::inputs},
+        {"LEDs (leds)", &ProbedBoard::leds},
+        {"backlights (screens)", &ProbedBoard::backlights},
+        {"display outputs (screens)", &ProbedBoard::outputs},
+        {"IIO channels (tbar)", &ProbedBoard::iio},
+        {"network interfaces (net)", &ProbedBoard::net},
+        {"USB ports (usb)", &ProbedBoard::usb},
+    };
+    return table;
+}
+
+// A text in quotes, so that a colon in it isn't YAML.
+QString quoted(const QString &text)
+{
+    QString escaped = text;
+    escaped.replace(QLatin1Char('\\'), QStringLiteral("\\\\")).replace(QLatin1Char('"'), QStringLiteral("\\\""));
+    return QLatin1Char('"') + escaped + QLatin1Char('"');
+}
+
+QString comments(const QVector<ProbedDevice> &devices)
+{
+    QString text;
+    for (const ProbedDevice &device : devices)
+        text += QStringLiteral("#   %1  (%2)\n").arg(quoted(device.name), device.details);
+    return text;
+}
+
+// The LED that has the name of the key in its own, such as "panel:red:cut".
+QString ledOf(const QString &key, const QVector<ProbedDevice> &leds)
+{
+    for (const ProbedDevice &led : leds) {
+        const QStringList words = led.name.split(QRegularExpression(QStringLiteral("[^A-Za-z0-9]+")));
+        if (led.isUsable && words.contains(key, Qt::CaseInsensitive))
+            return led.name;
+    }
+    return {};
+}
+
+QString ledsSection(const ProbedBoard &board, const QStringList &keys)
+{
+    QString text =
+        QStringLiteral("\n# The LED of each key. LEDs of this machine:\n") + comments(board.leds)
+        + QStringLiteral(
+            "# A key with several LEDs: CUT: {red: NAME, green: NAME}; with a multicolor one: CUT: {multicolor: "
+            "NAME}\n");
+    QString matched;
+    for (const QString &key : keys) {
+        const QString led = ledOf(key, board.leds);
+        if (!led.isEmpty())
+            matched += QStringLiteral("  %1: %2\n").arg(quoted(key), quoted(led));
+    }
+    return text + (matched.isEmpty() ? QStringLiteral("leds: simulated\n") : QStringLiteral("leds:\n") + matched);
+}
+
+QString screensSection(const ProbedBoard &board)
+{
+    constexpr int MaxScreens = 3;
+    QString text = QStringLiteral("\n# Up to three screens, each with a backlight and the output for test patterns.\n")
+        + comments(board.backlights) + comments(board.outputs);
+    QString screens;
+    int count = 0;
+    for (const ProbedDevice &backlight : board.backlights) {
+        if (backlight.isUsable && count++ < MaxScreens)
+            screens += QStringLiteral("  - backlight: %1\n").arg(quoted(backlight.name));
+    }
+    return text + (screens.isEmpty() ? QStringLiteral("screens: simulated\n") : QStringLiteral("screens:\n") + screens);
+}
+
+QString inputSection(const ProbedBoard &board)
+{
+    return QStringLiteral("\n# Input devices of this machine:\n") + comments(board.inputs)
+        + QStringLiteral("# See docs/board.md for the codes of keys, knob and joystick.\n"
+                         "keys: simulated\nnavigation: simulated\n"
+                         "\n# The T-Bar is an axis of an input device or an IIO channel:\n")
+        + comments(board.iio) + QStringLiteral("tbar: simulated\n");
+}
+
+QString listSection(const char *part, const char *comment, const QVector<ProbedDevice> &devices, int max)
+{
+    QStringList names;
+    for (const ProbedDevice &device : devices) {
+        if (names.size() < max)
+            names << quoted(device.name);
+    }
+    const QString value =
+        names.isEmpty() ? QStringLiteral("simulated") : QStringLiteral("[%1]").arg(names.join(QStringLiteral(", ")));
+    return QStringLiteral("\n# %1\n").arg(QLatin1String(comment)) + comments(devices)
+        + QStringLiteral("%1: %2\n").arg(QLatin1String(part), value);
+}
+
+}
+
+ProbedBoard probeBoard()
+{
+    return {probeInputs(),
+            probeLights(QStringLiteral("leds")),
+            probeLights(QStringLiteral("backlight")),
+            probeOutputs(),
+            probeIio(),
+            probeNet(),
+            probeUsb()};
+}
+
+QString probeText(const ProbedBoard &board)
+{
+    QString text;
+    for (const Heading &heading : headings()) {
+        text += QLatin1String(heading.title) + QLatin1Char('\n');
+        for (const ProbedDevice &device : board.*heading.devices)
+            text += QStringLiteral("  %1  %2\n").arg(device.name, -32).arg(device.details);
+        if ((board.*heading.devices).isEmpty())
+            text += QStringLiteral("  %1\n").arg(QLatin1String(none));
+    }
+    return text;
+}
+
+QString probeProfile(const ProbedBoard &board, const QStringList &keys)
+{
+    constexpr int MaxPorts = 16;
+    return QStringLiteral("# A board profile, written by \"panelhost probe --profile\" from what this machine offers.\n"
+                          "# Replace \"simulated\" by what the board has; a part that isn't named has no service.\n")
+        + inputSection(board) + ledsSection(board, keys) + screensSection(board)
+        + listSection("net", "Network interfaces in the order of the ports:", board.net, MaxPorts)
+        + listSection("usb", "USB ports in the order of the ports:", board.usb, MaxPorts);
+}
+
+}

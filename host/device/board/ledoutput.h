@@ -1,0 +1,58 @@
+#pragma once
+
+#include "device/board/ledlevels.h"
+#include "device/board/sysfsdevice.h"
+
+namespace panelhost {
+
+/// An LED in /sys/class/leds. It writes only what changes. One thread at a time.
+class LedOutput
+{
+public:
+    LedOutput(const QString &name, bool isMulticolor);
+
+    const SysfsDevice &device() const { return m_device; }
+    /// Reads the largest brightness and checks that everything it takes can be written. Writes nothing. Returns false
+    /// and sets @p error to a sentence on failure.
+    bool open(QString *error);
+    /// Shows @p level. Returns false and sets @p error to "path: reason" if it can't be written; the next call writes
+    /// everything again.
+    bool show(const LedLevel &level, QString *error);
+    /// The LED was away: the next call of show() opens it and writes everything.
+    void reset();
+
+private:
+    bool checkTriggers(QString *error) const;
+    bool openMulticolor(QString *error);
+    bool writeColor(const LedLevel &level, QString *error);
+    bool hasTimer() const;
+    bool writeBlink(const LedLevel &level, QString *error);
+    bool writeSteady(const LedLevel &level, QString *error);
+    bool writeAll(const LedLevel &level, QString *error);
+
+    SysfsDevice m_device;
+    bool m_isMulticolor;
+    int m_max = 0;                  // 0: not open
+    QList<QByteArray> m_components; // of a multicolour LED, in its order
+    std::optional<LedLevel> m_shown;
+};
+
+/// A backlight in /sys/class/backlight. One thread at a time.
+class BacklightOutput
+{
+public:
+    explicit BacklightOutput(const QString &name);
+
+    const SysfsDevice &device() const { return m_device; }
+    /// As LedOutput::open(), show() and reset().
+    bool open(QString *error);
+    bool show(int percent, QString *error);
+    void reset();
+
+private:
+    SysfsDevice m_device;
+    int m_max = 0;
+    std::optional<int> m_shown;
+};
+
+}

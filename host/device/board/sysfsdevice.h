@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace panelhost {
+
+/// A device of a class in /sys/class, such as an LED, and its attributes. A value is read and written as a whole, with
+/// one system call. Any thread.
+class SysfsDevice
+{
+public:
+    /// @p deviceClass is "leds" or "backlight".
+    SysfsDevice(const QString &deviceClass, const QString &name);
+
+    QString name() const { return m_name; }
+    QString path() const;
+    QString path(const char *attribute) const;
+    bool exists() const;
+    bool has(const char *attribute) const;
+
+    /// Returns the value without the line end. Returns nothing and sets @p error to "path: reason" on failure.
+    std::optional<QByteArray> read(const char *attribute, QString *error) const;
+    /// Returns a number of at least @p min. Returns nothing and sets @p error if it can't be read or is none.
+    std::optional<int> readNumber(const char *attribute, int min, QString *error) const;
+    /// Returns false and sets @p error to "path: reason" on failure.
+    bool write(const char *attribute, const QByteArray &value, QString *error) const;
+    /// Returns whether the attribute can be written, without writing. Sets @p error to a sentence with the reason and
+    /// the remedy if not.
+    bool checkWritable(const char *attribute, QString *error) const;
+
+private:
+    QString m_class;
+    QString m_name;
+};
+
+/// Returns whether @p name can be a name in /sys/class: it isn't empty, has no slash and is neither "." nor "..".
+bool isSysfsName(const QString &name);
+/// Returns the names in /sys/class/@p deviceClass, sorted.
+QStringList sysfsNames(const QString &deviceClass);
+
+}
