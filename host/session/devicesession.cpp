@@ -151,7 +151,7 @@ bool DeviceSession::load(QString *error)
         return false;
     auto *widget = static_cast<LCD::FactoryMode::ILcdFactoryMode *>(m_library.widget());
     m_host.addService("lcdFactoryModeWidget", widget);
-    m_controller.emplace(*widget, m_lcd, m_device, m_journal);
+    m_controller.emplace(*widget, m_lcd, *m_device, m_journal);
     if (m_pages)
         m_controller->setRepairMode(static_cast<LCD::RepairMode::ILcdRepairMode *>(m_pages->widget()));
     m_controller->setUp(m_options.share.isEmpty() ? QString() : m_share, m_options.lcdSize);
