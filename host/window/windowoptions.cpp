@@ -63,6 +63,10 @@ bool WindowOptions::readUnitPattern(const QCommandLineParser &parser, QString *e
 {
     const QString name = QStringLiteral("unit-pattern");
     asksForUnit = parser.isSet(QStringLiteral("ask-unit")) || parser.isSet(name);
+    if (isKiosk && asksForUnit) {
+        *error = QStringLiteral("--kiosk has no place to ask for a unit; give it with --unit.");
+        return false;
+    }
     const auto pattern = parser.isSet(name) ? UnitPattern::fromText(parser.value(name), error) : UnitPattern();
     if (!pattern)
         return false;

@@ -33,6 +33,9 @@ BoardOutputs::BoardOutputs(const BoardConfiguration &board, PartHandler partChan
 BoardOutputs::~BoardOutputs()
 {
     m_loop.run([this] {
+        for (const auto &monitor : m_monitors)
+            m_loop.remove(*monitor);
+        m_monitors.clear();
         const QStringList problems = m_isSaved ? m_saved.restore() : QStringList();
         for (const QString &problem : problems)
             reportError(QStringLiteral("A value of the board could not be restored: %1.").arg(problem));
@@ -51,20 +54,51 @@ bool BoardOutputs::start(QString *error)
             return;
         }
         m_saved.restore(); // a crash has left the file
-        QStringList leds;
-        QStringList backlights;
-        for (const auto &[name, led] : m_leds)
-            leds << name;
-        for (const auto &[screen, backlight] : m_backlights)
-            backlights << backlight.device().name();
         if (!openAll(error))
             return;
-        m_isSaved = m_saved.save(leds, backlights, &reason);
-        if (!m_isSaved)
+        isStarted = m_saved.save(ledNames(), backlightNames(), &reason);
+        m_isSaved = isStarted;
+        if (!isStarted)
             *error = located(m_board.file, reason);
-        isStarted = m_isSaved;
+        watch("leds");
+        watch("backlight");
     });
     return isStarted;
+}
+
+QStringList BoardOutputs::ledNames() const
+{
+    QStringList names;
+    for (const auto &[name, led] : m_leds)
+        names << name;
+    return names;
+}
+
+QStringList BoardOutputs::backlightNames() const
+{
+    QStringList names;
+    for (const auto &[screen, backlight] : m_backlights)
+        names << backlight.device().name();
+    return names;
+}
+
+// Without udev, a device that was away is used again with the next value.
+void BoardOutputs::watch(const char *deviceClass)
+{
+    const QString name = QLatin1String(deviceClass);
+    const auto changed = [this, name](const QString &action, udev_device &device) {
+        if (action == QLatin1String("add") || action == QLatin1String("remove"))
+            reopen(name, deviceName(device));
+    };
+    const auto overflowed = [this, name] {
+        for (const QString &each : ledNames() + backlightNames())
+            reopen(name, each);
+    };
+    auto monitor = std::make_unique<UdevMonitor>(deviceClass, UdevMonitor::Listeners{changed, overflowed});
+    if (!monitor->isValid())
+        return;
+    m_loop.add(*monitor);
+    m_monitors.push_back(std::move(monitor));
 }
 
 bool BoardOutputs::openAll(QString *error)
@@ -108,18 +142,23 @@ void BoardOutputs::post()
         m_loop.post([this] { writeWanted(); });
 }
 
+// What is shown is written again if the device is there, and is found missing if it isn't.
 void BoardOutputs::reopen(const QString &deviceClass, const QString &name)
 {
-    m_loop.post([this, deviceClass, name] {
-        const auto led = m_leds.find(name);
-        if (deviceClass == QLatin1String("leds") && led != m_leds.end())
-            led->second.reset();
-        for (auto &[screen, backlight] : m_backlights) {
-            if (deviceClass == QLatin1String("backlight") && backlight.device().name() == name)
-                backlight.reset();
+    bool isOurs = false;
+    const auto led = m_leds.find(name);
+    if (deviceClass == QLatin1String("leds") && led != m_leds.end()) {
+        led->second.reset();
+        isOurs = true;
+    }
+    for (auto &[screen, backlight] : m_backlights) {
+        if (deviceClass == QLatin1String("backlight") && backlight.device().name() == name) {
+            backlight.reset();
+            isOurs = true;
         }
+    }
+    if (isOurs)
         writeWanted();
-    });
 }
 
 void BoardOutputs::writeWanted()

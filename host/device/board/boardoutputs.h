@@ -4,6 +4,7 @@
 #include "device/board/eventloop.h"
 #include "device/board/ledoutput.h"
 #include "device/board/savedoutputs.h"
+#include "device/board/udevmonitor.h"
 
 #include <map>
 #include <memory>
@@ -31,8 +32,6 @@ public:
 
     void setKeyLed(int halKey, const KeyLed &light);
     void setScreenBrightness(int screen, int percent);
-    /// A device of @p deviceClass, "leds" or "backlight", is there again.
-    void reopen(const QString &deviceClass, const QString &name);
 
     EventLoop &loop() { return m_loop; }
 
@@ -40,6 +39,10 @@ private:
     using Leds = std::map<QString, LedOutput>;
 
     bool openAll(QString *error);
+    QStringList ledNames() const;
+    QStringList backlightNames() const;
+    void watch(const char *deviceClass);
+    void reopen(const QString &deviceClass, const QString &name);
     void post();
     void writeWanted();
     bool writeLeds();
@@ -63,6 +66,7 @@ private:
     std::map<int, BacklightOutput> m_backlights; // by number of the screen
     QStringList m_missing;
     EventLoop::Timer m_retry = 0;
+    std::vector<std::unique_ptr<UdevMonitor>> m_monitors;
 
     EventLoop m_loop; // ends first
 };
