@@ -22,14 +22,13 @@ struct Part
     void (*read)(ProfileReader &reader, const YamlNode &value);
 };
 
-// A part without a reader can only be simulated.
 const QList<Part> &parts()
 {
     static const QList<Part> table = {
-        {QStringLiteral("keys"), nullptr},  {QStringLiteral("navigation"), nullptr},
+        {QStringLiteral("keys"), readKeys}, {QStringLiteral("navigation"), readNavigation},
         {QStringLiteral("leds"), readLeds}, {QStringLiteral("screens"), readScreens},
-        {QStringLiteral("tbar"), nullptr},  {QStringLiteral("net"), nullptr},
-        {QStringLiteral("usb"), nullptr},
+        {QStringLiteral("tbar"), readTBar}, {QStringLiteral("net"), readNet},
+        {QStringLiteral("usb"), readUsb},
     };
     return table;
 }
@@ -40,7 +39,7 @@ void readPart(ProfileReader &reader, const Part &part, const YamlNode &value)
     reader.board.parts.insert(part.name, isSimulated ? Source::Simulated : Source::Real);
     if (isSimulated)
         return;
-    if (value.isScalar() || value.isNull() || !part.read)
+    if (value.isScalar() || value.isNull())
         return reader.yaml.errorExpected(value, QStringLiteral("simulated, or what the part consists of"));
     part.read(reader, value);
 }
@@ -76,7 +75,15 @@ void apply(const BoardConfiguration &board, Session::Options &options)
     if (isAbsent("tbar"))
         makeAbsent("lcdTBarCalibration", options);
     options.linkDelay = 0;
+    if (board.isReal(QStringLiteral("net")))
+        options.netPorts = board.net.interfaces.size();
+    if (board.isReal(QStringLiteral("usb")))
+        options.usbPorts = board.usb.ports.size();
     options.hasCalibrationResults = board.isReal(QStringLiteral("tbar"));
+    if (options.hasCalibrationResults) {
+        options.tbarType = board.tbar.type;
+        options.tbarTolerance = board.tbar.slider.tolerance;
+    }
     options.board = board;
 }
 

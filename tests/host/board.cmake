@@ -38,5 +38,16 @@ if(TARGET tst_boardconformance)
     target_include_directories(tst_boardconformance PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
 endif()
 lcd_add_mock_board_test(tst_boardusbports)
+lcd_add_mock_board_test(tst_boardinputs)
 lcd_add_board_test(tst_boardprofile)
 target_link_libraries(tst_boardprofile PRIVATE panelhost_scenario)
+
+# Complete sessions, which load the component at run time.
+lcd_add_board_test(tst_boardlatency)
+add_dependencies(tst_boardlatency lcdfactorymodeimpl share_files)
+
+if(VALIJSON_INCLUDE_DIR)
+    lcd_add_board_test(tst_boardinputprofile)
+    target_link_libraries(tst_boardinputprofile PRIVATE panelhost_scenario)
+    target_include_directories(tst_boardinputprofile SYSTEM PRIVATE "${VALIJSON_INCLUDE_DIR}")
+endif()

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "device/board/evdevinput.h"
+#include "device/board/netlinks.h"
+#include "device/board/sliderinput.h"
+#include "device/board/usbports.h"
+
 #include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -31,6 +36,23 @@ struct ScreenConfiguration
     QString where;     ///< "file:line:column" in the profile
 };
 
+/// What a part of the panel uses of an input device.
+struct InputConfiguration
+{
+    QString part;  ///< "keys", "navigation" or "tbar"
+    QString where; ///< "file:line:column" in the profile
+    EvdevInput::Configuration input;
+};
+
+/// The T-Bar.
+struct TBarConfiguration
+{
+    TBarType type = TBarType::Slider;
+    SliderInput::Configuration slider;
+    EvdevInput::Configuration input; ///< with the axis, if `slider` has no IIO channel
+    QString where;                   ///< "file:line:column" in the profile
+};
+
 /// A board as its profile describes it, with plain values.
 struct BoardConfiguration
 {
@@ -47,6 +69,11 @@ struct BoardConfiguration
     QMap<QString, Source> parts; ///< by name; those that aren't there are absent
     QVector<KeyLedConfiguration> leds;
     QVector<ScreenConfiguration> screens;
+    QVector<InputConfiguration> inputs; ///< of the keys and of knob and joystick
+    TBarConfiguration tbar;
+    NetLinks::Configuration net;
+    QStringList netWhere; ///< "file:line:column" in the profile, for each interface
+    UsbPorts::Configuration usb;
 
     Source source(const QString &part) const { return parts.value(part, Source::Absent); }
     bool isReal(const QString &part) const { return source(part) == Source::Real; }

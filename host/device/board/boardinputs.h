@@ -4,6 +4,12 @@
 #include "device/board/eventloop.h"
 #include "device/board/hardwareevent.h"
 
+#include <QtCore/QMap>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
 namespace panelhost {
 
 /// The keys, knob, T-Bar and ports of a board. Everything that they report is a hardware event. They live on a thread
@@ -14,7 +20,7 @@ public:
     BoardInputs(const BoardConfiguration &board, HardwareHandler handler);
     ~BoardInputs();
 
-    /// Starts all parts. Returns false and sets @p error to a sentence if one of them isn't there.
+    /// Starts all parts. Returns false and sets @p error to a sentence for each of them that isn't there.
     bool start(QString *error);
 
     // Return immediately. Any thread.
@@ -25,8 +31,39 @@ public:
     void calibrate(int command);
 
 private:
+    // The parts of the profile that use one input device.
+    struct InputDevice
+    {
+        EvdevInput::Configuration configuration;
+        std::vector<InputConfiguration> users;
+        std::unique_ptr<EvdevInput> input;
+    };
+
+    // On the loop's thread.
+    void createParts();
+    void createInputDevices();
+    void createTBar();
+    void createNet();
+    void createUsb();
+    void startParts();
+    void destroyParts();
+    void addSources(const QList<EventSource *> &sources);
+    void deviceStatus(const InputDevice &device, const QString &problem);
+    /// A part is there as long as no place in the profile has a problem.
+    void setProblem(const QString &part, const QString &where, const QString &problem);
+    void usbChanged(int port, const UsbPorts::State &state);
+    void send(const char *action, const QVariantMap &arguments);
+
     const BoardConfiguration m_board;
     const HardwareHandler m_handler;
+    QMap<QString, QMap<QString, QString>> m_problems; // sentences by part and place in the profile
+    bool m_isStarted = false;
+    QList<EventSource *> m_sources;
+    std::vector<InputDevice> m_devices;
+    std::unique_ptr<SliderInput> m_tbar;
+    std::unique_ptr<NetLinks> m_net;
+    std::unique_ptr<UsbPorts> m_usb;
+    std::vector<UsbPorts::State> m_usbStates;
     EventLoop m_loop;
 };
 

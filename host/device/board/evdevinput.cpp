@@ -28,7 +28,9 @@ QString openProblem(const QString &node, int number)
     const QString problem = QStringLiteral("%1 can't be opened: %2.").arg(node, qt_error_string(number));
     if (number != EACCES && number != EPERM)
         return problem;
-    return problem + QStringLiteral(" Add the user to the group \"input\", or install the udev rules of share/board.");
+    return problem
+        + QStringLiteral(" Install the udev rule 60-panelhost.rules and add the user to the group panelhost, or run "
+                         "panelhost as root.");
 }
 
 }

@@ -16,6 +16,8 @@ namespace panelhost {
 
 namespace {
 
+constexpr double PositionSteps = 1000;
+
 constexpr long NanosecondsPerSecond = 1'000'000'000;
 
 // Returns the file's content, at most as much as an attribute with a number has; sets @p number to the errno value of a
@@ -173,9 +175,10 @@ void SliderInput::update(int value)
     report(sliderPosition(ends(), value));
 }
 
-// The ends are reported exactly, however small the movement was.
-void SliderInput::report(double position)
+// An end is always reported, however small the movement was. Rounded positions are easier to read in a recording.
+void SliderInput::report(double exactPosition)
 {
+    const double position = std::round(exactPosition * PositionSteps) / PositionSteps;
     const bool isAtEnd = position <= 0 || position >= 1;
     if (m_position
         && (*m_position == position || (!isAtEnd && std::abs(*m_position - position) < m_configuration.resolution)))

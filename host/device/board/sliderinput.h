@@ -36,7 +36,7 @@ public:
 
     struct Callbacks
     {
-        std::function<void(double position)> moved; ///< from 0 (bottom) to 1 (top)
+        std::function<void(double position)> moved; ///< from 0 (bottom) to 1 (top), in thousandths
         /// Called with a sentence when the T-Bar is missing or can't be read, and with an empty one when it works
         /// again.
         std::function<void(const QString &problem)> status;
@@ -65,7 +65,7 @@ private:
     class IioReader;
 
     void update(int value);
-    void report(double position);
+    void report(double exactPosition);
     SliderEnds ends() const;
     QString store();
     void setProblem(const QString &problem);

@@ -22,6 +22,8 @@ public:
     LinkSwitch(const LinkSwitch &) = delete;
     LinkSwitch &operator=(const LinkSwitch &) = delete;
 
+    /// Returns the kernel's number of the interface; 0 if there is none.
+    int index() const { return m_isValid ? rtnl_link_get_ifindex(m_link) : 0; }
     /// Returns when the kernel has done it.
     bool set(bool up)
     {

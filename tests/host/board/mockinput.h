@@ -26,7 +26,7 @@ public:
     MockBed &operator=(const MockBed &) = delete;
 
     UMockdevTestbed *get() const { return m_testbed; }
-    /// Adds the devices of @p description, which is in the format of umockdev-record, without a uevent.
+    /// Adds the devices of @p description, which is in the format of umockdev-record, and reports each as "add".
     void add(const QString &description);
     void set(const QString &sysPath, const char *attribute, const char *value);
     void uevent(const QString &sysPath, const char *action);
@@ -65,7 +65,8 @@ public:
     MockInput &operator=(const MockInput &) = delete;
 
     QString node() const { return m_node; }
-    /// Reports the device as @p action, such as "add".
+    /// Reports the device as @p action, such as "add". It can be opened only after that: when the bed reports it for
+    /// the first time, its ioctls aren't answered yet.
     void uevent(const char *action) { m_bed.uevent(m_path, action); }
     /// Sends one event and the report that ends it.
     void send(unsigned type, unsigned code, int value);
