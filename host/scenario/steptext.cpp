@@ -31,7 +31,8 @@ QString argumentOf(Kind kind)
     return names.value(kind);
 }
 
-// A text in quotes is the same in JSON and YAML.
+// A serial number or a message may contain anything, such as ": ", "#" or a line break, and may look like a number. A
+// text in quotes is the same in JSON and YAML.
 QString quoted(const QString &text)
 {
     const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
@@ -43,13 +44,6 @@ QString valueText(const QVariant &value)
 {
     return value.type() == QVariant::Double ? QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest)
                                             : value.toString();
-}
-
-// A serial number may contain anything, such as ": " or "#", and may look like a number.
-QString quoted(QString text)
-{
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\")).replace(QLatin1Char('"'), QLatin1String("\\\""));
-    return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 QString mapText(const QVariantMap &values)
