@@ -86,29 +86,28 @@ QStringList countsValues(const QString &name, const RunCounts &counts)
 class TextTable
 {
 public:
-    void add(const QStringList &row) { m_rows << row; }
+    void add(const QStringList &row)
+    {
+        m_rows << row;
+        m_widths.resize(qMax(m_widths.size(), row.size()));
+        for (int column = 0; column < row.size(); ++column)
+            m_widths[column] = qMax(m_widths.at(column), row.at(column).size());
+    }
     QString text() const
     {
         QString text;
         for (const QStringList &row : m_rows) {
-            for (int column = 0; column < row.size(); ++column)
-                text += column == 0 ? row.at(0).leftJustified(width(0))
-                                    : QStringLiteral("  ") + row.at(column).rightJustified(width(column));
+            text += row.value(0).leftJustified(m_widths.value(0));
+            for (int column = 1; column < row.size(); ++column)
+                text += QStringLiteral("  ") + row.at(column).rightJustified(m_widths.at(column));
             text += QLatin1Char('\n');
         }
         return text;
     }
 
 private:
-    int width(int column) const
-    {
-        int width = 0;
-        for (const QStringList &row : m_rows)
-            width = qMax(width, row.value(column).size());
-        return width;
-    }
-
     QVector<QStringList> m_rows;
+    QVector<int> m_widths;
 };
 
 QString summaryText(const RunCounts &counts)
