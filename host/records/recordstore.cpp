@@ -51,14 +51,14 @@ RecordStore::RecordStore(std::unique_ptr<StoreConnection> connection) : m_connec
 bool RecordStore::failed(QString *error, Problem *problem) const
 {
     *error = m_connection->errorText();
-    setProblem(problem, m_connection->isDamaged() ? Problem::Unusable : Problem::Failed);
+    setProblem(problem, m_connection->isDamaged() ? Problem::Unusable : Problem::Temporary);
     return false;
 }
 
 std::unique_ptr<RecordStore> RecordStore::open(const QString &path, QString *error, Problem *problem)
 {
     if (!QFileInfo::exists(path) && !createStoreFile(path, error)) {
-        setProblem(problem, Problem::Failed);
+        setProblem(problem, Problem::Temporary);
         return nullptr;
     }
     return openExisting(path, error, problem);
@@ -71,7 +71,7 @@ std::unique_ptr<RecordStore> RecordStore::openExisting(const QString &path, QStr
         QFileInfo::exists(path) ? storeFileProblem(path) : QStringLiteral("There are no run records at %1.").arg(path);
     if (!error->isEmpty())
         return nullptr;
-    setProblem(problem, Problem::Failed);
+    setProblem(problem, Problem::Temporary);
     auto connection = StoreConnection::openFile(path, error);
     if (!connection)
         return nullptr;

@@ -16,8 +16,8 @@ public:
 
     enum class Problem {
         None,
-        Unusable, ///< damaged, of a newer version, or no store at all: another file may be taken
-        Failed    ///< the place or the disk: it may work later
+        Unusable, ///< damaged, written by a newer panelhost, or no store at all: use another file
+        Temporary ///< the directory, the disk or the server: it may work later
     };
 
     /// Whether a saved run waits to be sent to a server. Only files remember it.
@@ -30,7 +30,7 @@ public:
     /// is upgraded. Returns nullptr and sets @p error to a sentence on failure; a file that can't be used isn't
     /// changed.
     static std::unique_ptr<RecordStore> open(const QString &path, QString *error, Problem *problem = nullptr);
-    /// The same, but returns nullptr if the file doesn't exist.
+    /// Like open(), but returns nullptr if the file doesn't exist.
     static std::unique_ptr<RecordStore> openExisting(const QString &path, QString *error, Problem *problem = nullptr);
     /// Connects to a server. Its tables must have this version.
     static std::unique_ptr<RecordStore> openServer(const ServerAddress &address, QString *error);
