@@ -68,7 +68,7 @@ bool Player::playSteps(const QVector<Step> &steps)
 bool Player::playStep(const Step &step)
 {
     if (step.kind == Step::Kind::Repeat)
-        return playRounds(step);
+        return playRepetitions(step);
     StepResult result;
     result.file = step.file;
     result.where = step.where;
@@ -84,11 +84,11 @@ bool Player::playStep(const Step &step)
     return result.passed;
 }
 
-bool Player::playRounds(const Step &step)
+bool Player::playRepetitions(const Step &step)
 {
     RepeatSummarizer summarizer(step, m_result);
-    for (int round = 0; round < step.times; ++round) {
-        summarizer.beginRound();
+    for (int repetition = 0; repetition < step.times; ++repetition) {
+        summarizer.beginRepetition();
         if (!playSteps(step.steps))
             return false;
     }

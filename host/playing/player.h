@@ -46,7 +46,7 @@ private:
     bool prepare();
     bool playSteps(const QVector<Step> &steps);
     bool playStep(const Step &step);
-    bool playRounds(const Step &step);
+    bool playRepetitions(const Step &step);
     void doStep(const Step &step, StepResult &result);
     bool perform(const OperatorAction &action, StepResult &result);
     void performActions(const Step &step, StepResult &result);

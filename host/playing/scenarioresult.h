@@ -50,8 +50,8 @@ struct ScenarioResult
     State state = State::Over;
     bool passed = true; ///< so far; false if it was interrupted
     QString error;      ///< why it could not be started
-    /// The steps that were played. Of a repeat, the first two rounds and the last one are kept; one element replaces
-    /// the rounds between them.
+    /// The steps that were played. Of a repeat, the first two repetitions and the last one are kept; one element
+    /// replaces those between them.
     QVector<StepResult> steps;
     qint64 stepsPlayed = 0;
     QVector<PageSpan> pages;

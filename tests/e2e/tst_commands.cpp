@@ -554,8 +554,8 @@ void CommandsTest::reportFoldsRepeatedRounds()
     const auto html = read(QStringLiteral("out/report.html"));
     checkWellFormed(html);
     QCOMPARE(html.count("data:image/png;base64,"), 3);
-    QCOMPARE(html.count("… rounds 3 to 49 passed: 282 steps …"), 1);
-    QCOMPARE(html.count("… rounds 3 to 3 passed: 1 steps …"), 3);
+    QCOMPARE(html.count("… repetitions 3 to 49 passed: 282 steps …"), 1);
+    QCOMPARE(html.count("… repetitions 3 to 3 passed: 1 steps …"), 3);
     QVERIFY(html.contains("again-50"));
     QCOMPARE(QDir(m_directory->filePath(QStringLiteral("shots"))).entryList(QDir::Files).size(), 50);
 }

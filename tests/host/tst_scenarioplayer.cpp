@@ -340,12 +340,12 @@ void ScenarioPlayerTest::roundsBetweenAreFolded()
     QStringList lines;
     for (const auto &step : result.steps)
         lines.append(timeText(step.at) + QLatin1Char(' ') + step.text);
-    QCOMPARE(
-        lines,
-        (QStringList{QStringLiteral("0:01.000 wait: 1s"), QStringLiteral("0:01.000 note: end"),
-                     QStringLiteral("0:02.000 wait: 1s"), QStringLiteral("0:02.000 note: end"),
-                     QStringLiteral("0:08.000 … rounds 3 to 8 passed: 12 steps …"), QStringLiteral("0:09.000 wait: 1s"),
-                     QStringLiteral("0:09.000 note: end"), QStringLiteral("0:09.000 note: over")}));
+    QCOMPARE(lines,
+             (QStringList{QStringLiteral("0:01.000 wait: 1s"), QStringLiteral("0:01.000 note: end"),
+                          QStringLiteral("0:02.000 wait: 1s"), QStringLiteral("0:02.000 note: end"),
+                          QStringLiteral("0:08.000 … repetitions 3 to 8 passed: 12 steps …"),
+                          QStringLiteral("0:09.000 wait: 1s"), QStringLiteral("0:09.000 note: end"),
+                          QStringLiteral("0:09.000 note: over")}));
     QCOMPARE(result.stepsPlayed, 19);
     QCOMPARE(m_told, 19);
 }
