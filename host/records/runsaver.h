@@ -27,7 +27,7 @@ public:
 
     /// Returns at once.
     void save(const Run &run, const QByteArray &journal);
-    /// Waits until every run was saved, or tried once more in vain. Returns how many were not saved.
+    /// Waits until every run was saved or failed once more. Returns how many were not saved.
     int finish();
     int saved() const;
 

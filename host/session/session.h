@@ -60,8 +60,8 @@ public:
 
     /// Loads the component and enters factory mode at virtual time 0, unless the options say otherwise. The clock is
     /// stopped. The LCD isn't visible: show it or add it to a window. Returns nullptr and sets @p error to a sentence
-    /// if a library can't be loaded or an option is wrong. @p reached, if given, is then set to the steps of loading
-    /// that library which were done.
+    /// if a library can't be loaded or an option is wrong. @p reached, if given, is then set to the loading steps of
+    /// that library that were completed.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
 
     virtual const Options &options() const = 0;

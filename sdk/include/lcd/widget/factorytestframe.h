@@ -80,6 +80,7 @@ public:
     void setLeftBtnText(const QString &text);
     void setRightBtnText(const QString &text);
     void setLeftBtnVisible(bool visible);
+    /// Shows or hides the right button. The spelling is part of the interface.
     void setRighttBtnVisible(bool visible);
     /// Disables the left button if @p clickable is false.
     void setNoPassButtonCanClicked(bool clickable);
@@ -88,7 +89,8 @@ public:
     void setStatusIcon(const QString &iconKey);
     void setStatusIconVisible(bool visible);
     void setControlFocus(LCD::Widget::FocusType focus);
-    /// If @p respond is false, Escape doesn't emit signalBackPrevious(). The soft buttons still work.
+    /// If @p respond is false, Escape doesn't emit signalBackPrevious(). The soft buttons still work. The spelling is
+    /// part of the interface.
     void setIsReponseEvent(bool respond);
     /// Sets the font size of the content area, in pixels of a frame of 800x480.
     void setContentFontSize(int size);
