@@ -51,3 +51,12 @@ if(VALIJSON_INCLUDE_DIR)
     target_link_libraries(tst_boardinputprofile PRIVATE panelhost_scenario)
     target_include_directories(tst_boardinputprofile SYSTEM PRIVATE "${VALIJSON_INCLUDE_DIR}")
 endif()
+
+# Sessions on a whole board, with an operator whose hands are mock hardware.
+if(TARGET board_mocks)
+    lcd_add_mock_board_test(tst_boardrecording)
+    target_sources(tst_boardrecording PRIVATE board/hardwareoperator.cpp board/hardwareoperator.h)
+    target_link_libraries(tst_boardrecording PRIVATE panelhost_scenario)
+    target_include_directories(tst_boardrecording PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+    add_dependencies(tst_boardrecording lcdfactorymodeimpl repairpages share_files)
+endif()
