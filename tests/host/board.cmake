@@ -7,6 +7,7 @@ endfunction()
 
 lcd_add_board_test(tst_boardeventloop)
 lcd_add_board_test(tst_boardnetlinks)
+lcd_add_board_test(tst_boardusboverrun)
 
 # Mock devices: the programs run under umockdev-wrapper, which shows them a /sys, a /dev and a udev of their own.
 find_package(PkgConfig REQUIRED)
