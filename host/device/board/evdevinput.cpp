@@ -42,9 +42,9 @@ void EvdevInput::DeviceDeleter::operator()(libevdev *device) const
 
 EvdevInput::EvdevInput(const Configuration &configuration, Callbacks callbacks)
     : m_configuration(configuration), m_callbacks(std::move(callbacks)),
-      m_monitor("input",
-                {[this](const QString &action, udev_device &device) { deviceChanged(action, device); },
-                 [this] { openIfThere(); }})
+      m_monitor(
+          "input",
+          {[this](const QString &action, udev_device &device) { deviceChanged(action, device); }, [this] { reopen(); }})
 {
 }
 
@@ -70,6 +70,14 @@ void EvdevInput::openIfThere()
                        .arg(m_configuration.device.description()));
     else
         open(node);
+}
+
+// The report that the device is gone may be among those that were lost.
+void EvdevInput::reopen()
+{
+    if (isOpen())
+        closeIfHungUp();
+    openIfThere();
 }
 
 void EvdevInput::open(const QString &node)

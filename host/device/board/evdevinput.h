@@ -72,6 +72,7 @@ private:
     };
 
     void openIfThere();
+    void reopen();
     void open(const QString &node);
     void close();
     void deviceChanged(const QString &action, udev_device &device);

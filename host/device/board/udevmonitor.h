@@ -18,8 +18,8 @@ public:
         std::function<void()> overflowed;
     };
 
-    /// @p receiveBuffer is the size of the socket's buffer in bytes; the system may limit it.
-    UdevMonitor(const char *subsystem, Listeners listeners, int receiveBuffer = DefaultReceiveBuffer);
+    /// @p receiveBuffer is the size of the socket's buffer in bytes; 0 for that of udev's library, which is large.
+    UdevMonitor(const char *subsystem, Listeners listeners, int receiveBuffer = 0);
 
     /// Returns whether changes are reported. They aren't if udev can't be reached.
     bool isValid() const { return m_monitor != nullptr; }
@@ -28,12 +28,11 @@ public:
     int fd() const override;
     void ready() override;
 
-    static constexpr int DefaultReceiveBuffer = 16 * 1024 * 1024;
-
 private:
     UdevContext m_context;
     std::unique_ptr<udev_monitor, UdevDeleter> m_monitor;
     Listeners m_listeners;
+    bool m_hasLost = false;
 };
 
 }

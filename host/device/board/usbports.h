@@ -17,8 +17,8 @@ class UsbPorts
 public:
     struct Configuration
     {
-        QList<QStringList> ports;                              ///< the paths of each port
-        int receiveBuffer = UdevMonitor::DefaultReceiveBuffer; ///< in bytes
+        QList<QStringList> ports; ///< the paths of each port
+        int receiveBuffer = 0;    ///< as for UdevMonitor
     };
 
     struct State
