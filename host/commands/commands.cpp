@@ -93,6 +93,17 @@ const QList<Command> &commands()
                                    option("csv", "Print comma-separated values.")}
              + recordsOptions() + statisticsOptions(),
          0, 0, false, runStats},
+        {QStringLiteral("schema"),
+         QStringLiteral("schema"),
+         QStringLiteral("prints the SQL that prepares a PostgreSQL database for runs"),
+         {QCommandLineOption(QStringLiteral("from"), QStringLiteral("The version that the database has."),
+                             QStringLiteral("VERSION"), QStringLiteral("0")),
+          QCommandLineOption(QStringLiteral("role"), QStringLiteral("The role of the stations."),
+                             QStringLiteral("NAME"), QStringLiteral("station"))},
+         0,
+         0,
+         false,
+         runSchema},
     };
     return table;
 }

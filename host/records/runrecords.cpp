@@ -2,6 +2,12 @@
 
 namespace panelhost {
 
+namespace {
+
+constexpr std::chrono::seconds SendLimit(5);
+
+}
+
 RunRecords::~RunRecords() = default;
 
 QList<QCommandLineOption> RunRecords::options()
@@ -22,7 +28,7 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     const bool isSaving = !location->isNone() && (!location->isDefault || fallback == Default::Save);
     if (isSaving) {
         m_location = *location;
-        m_saver = std::make_unique<RunSaver>(m_location.path, listener);
+        m_saver = std::make_unique<RunSaver>(m_location, listener, m_pendingListener);
     }
     if (isSaving || m_runListener)
         m_sessionRuns = std::make_unique<SessionRuns>(m_saver.get(), m_runListener);
@@ -57,6 +63,11 @@ bool RunRecords::finish()
     if (lost > 0)
         m_listener(lost == 1 ? QStringLiteral("One run could not be saved.")
                              : QStringLiteral("%1 runs could not be saved.").arg(lost));
+    if (m_saver && !m_saver->sendPending(SendLimit)) {
+        const int pending = m_saver->pending();
+        m_listener(pending == 1 ? QStringLiteral("One run waits to be sent. It is sent at the next start.")
+                                : QStringLiteral("%1 runs wait to be sent. They are sent at the next start.").arg(pending));
+    }
     return lost == 0;
 }
 

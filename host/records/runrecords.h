@@ -18,10 +18,14 @@ public:
 
     ~RunRecords();
 
-    /// Returns the options --records, --unit, --station and --operator.
+    /// Returns the options that say where runs are saved, and --unit, --station and --operator.
     static QList<QCommandLineOption> options();
 
-    /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before open().
+    /// Sets a function that is called with the number of saved runs that wait to be sent to the server, when it changes,
+    /// on any thread. It must not block. Call it before open().
+    void setPendingListener(const RunForwarder::PendingListener &listener) { m_pendingListener = listener; }
+    /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before
+    /// open().
     void setRunListener(const RunExtractor::Listener &listener) { m_runListener = listener; }
 
     /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Opens no file yet. If a
@@ -41,13 +45,15 @@ public:
     /// Returns the unit that the options name; empty if none.
     QString unit() const { return m_unit; }
 
-    /// Waits until all runs are saved. If some can't be saved, calls the listener and returns false.
+    /// Waits until all runs are saved, and up to five seconds until a server has them. If some can't be saved, calls the
+    /// listener and returns false.
     bool finish();
 
 private:
     std::unique_ptr<RunSaver> m_saver;
     std::unique_ptr<SessionRuns> m_sessionRuns;
     RunSaver::Listener m_listener;
+    RunForwarder::PendingListener m_pendingListener;
     RunExtractor::Listener m_runListener;
     RecordsLocation m_location;
     QString m_unit;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "records/recordsoptions.h"
 #include "records/recordstore.h"
+#include "records/runforwarder.h"
 
 #include <condition_variable>
 #include <deque>
@@ -12,40 +14,62 @@ namespace panelhost {
 
 /// Saves runs in order on a thread of its own, so that a slow disk doesn't block the caller. A run that can't be saved
 /// is kept and tried again every few seconds and in finish(). If the file turns out to be unusable, it is left as it is
-/// and a new one next to it is used. Any thread may call.
+/// and a new one next to it is used. Runs for a server are saved in the file first; another thread sends them. All
+/// functions are thread-safe.
 class RunSaver
 {
 public:
-    /// Gets one sentence about each problem once, on the saver's thread.
-    using Listener = std::function<void(const QString &sentence)>;
+    /// Gets one sentence about each problem once, on any thread.
+    using Listener = RunForwarder::Listener;
 
     RunSaver(const QString &path, const Listener &listener);
-    /// Tries what is still waiting once more.
+    /// @p pendingListener gets the number of runs that wait to be sent to the server when it changes, on any thread.
+    RunSaver(const RecordsLocation &location, const Listener &listener, const RunForwarder::PendingListener &pendingListener,
+             const RunForwarder::Pace &pace = RunForwarder::Pace());
+    /// Tries to save what is still waiting once more.
     ~RunSaver();
     RunSaver(const RunSaver &) = delete;
     RunSaver &operator=(const RunSaver &) = delete;
 
-    /// Returns at once.
+    /// Checks that @p begin, when a session begins, isn't before the saved ones; the listener is told if it is. Returns
+    /// at once, as the next two do.
+    void beginSession(const QDateTime &begin);
+    /// Saves @p run with @p journal, its part of the journal.
     void save(const Run &run, const QByteArray &journal);
-    /// Waits until every run was saved or failed once more. Returns how many were not saved.
+    /// The same, with one element for each line.
+    void saveLines(const Run &run, std::deque<QByteArray> lines);
+    /// Waits until every run was saved, or failed once more. Returns how many were not saved.
     int finish();
+    /// Returns the number of runs that this object has saved.
     int saved() const;
+
+    /// Returns the number of saved runs that wait to be sent to the server.
+    int pending() const { return m_forwarder ? m_forwarder->pending() : 0; }
+    /// Waits until all saved runs were sent, sending fails, or @p limit has passed. Returns true if all were sent.
+    bool sendPending(std::chrono::milliseconds limit) { return !m_forwarder || m_forwarder->send(limit); }
 
 private:
     struct Job
     {
         Run run;
-        QByteArray journal;
+        std::deque<QByteArray> lines;
+        bool isSession = false; ///< only the begin of the run's session is checked
     };
 
+    void add(Job &&job);
+    int waitingRuns() const;
     void work();
     bool saveOne(const Job &job);
     bool openStore();
+    bool goToNextFile(const QString &error, RecordStore::Problem problem);
+    void openForSending();
+    void checkClock(const QDateTime &begin);
     void tell(const QString &sentence);
 
     const QString m_path;
     const Listener m_listener;
-    std::unique_ptr<RecordStore> m_store; ///< of the saver's thread, as the next three are
+    const std::unique_ptr<RunForwarder> m_forwarder; ///< nullptr: there is no server
+    std::unique_ptr<RecordStore> m_store;            ///< of the saver's thread, as the next three are
     QString m_lastSentence;
     QString m_currentPath;
     int m_number = 1; ///< of the file, if the first one can't be used

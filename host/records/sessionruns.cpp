@@ -1,5 +1,7 @@
 #include "records/sessionruns.h"
 
+#include <utility>
+
 namespace panelhost {
 
 SessionRuns::SessionRuns(RunSaver *saver, const RunExtractor::Listener &listener)
@@ -14,6 +16,8 @@ void SessionRuns::begin(const SessionInfo &info)
     m_info = info;
     m_sessionLine = info.toJsonLine() + '\n';
     m_lines.clear();
+    if (m_saver)
+        m_saver->beginSession(info.begin);
 }
 
 void SessionRuns::add(const Journal::Entry &entry)
@@ -36,13 +40,11 @@ void SessionRuns::end()
 // The caller holds the lock.
 void SessionRuns::take(const Run &run)
 {
-    QByteArray journal = m_sessionLine;
-    for (const QByteArray &line : m_lines)
-        journal += line;
+    m_lines.push_front(m_sessionLine);
+    if (m_saver)
+        m_saver->saveLines(run, std::exchange(m_lines, {}));
     m_lines.clear();
     m_sessionLine = m_info.toJsonLine() + '\n';
-    if (m_saver)
-        m_saver->save(run, journal);
     if (m_listener)
         m_listener(run);
 }

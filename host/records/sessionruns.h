@@ -9,8 +9,7 @@
 namespace panelhost {
 
 /// Extracts the runs of a live session and passes them to a saver, each with its part of the journal, and to a
-/// listener. add() may be
-/// called on any thread, but not on two at once. All other functions belong to the GUI thread.
+/// listener. add() may be called on any thread, but not on two at once. All other functions belong to the GUI thread.
 class SessionRuns
 {
 public:

@@ -42,10 +42,22 @@ StoreConnection::StoreConnection(StoreKind kind, const QString &name)
 {
 }
 
+// Qt's driver for PostgreSQL would free the statements one by one, and complain if the connection is lost. They end
+// with the connection.
 StoreConnection::~StoreConnection()
 {
-    m_prepared.clear();
+    if (m_kind == StoreKind::File)
+        m_prepared.clear();
     QSqlDatabase::removeDatabase(m_id);
+}
+
+// Qt would complain about the use of a connection that is lost.
+bool StoreConnection::isLost(const QSqlDatabase &database)
+{
+    if (database.isOpen())
+        return false;
+    m_error = QSqlError({}, QStringLiteral("The connection was lost"), QSqlError::ConnectionError);
+    return true;
 }
 
 bool StoreConnection::open(QSqlDatabase &database, QString *error)
@@ -94,9 +106,12 @@ std::unique_ptr<StoreConnection> StoreConnection::openServer(const ServerAddress
 // The rows of a file come one by one; those of a server are read at once, because it takes one statement at a time.
 StoreRows StoreConnection::execute(const QString &statement, const QVariantList &values)
 {
+    const QSqlDatabase database = QSqlDatabase::database(m_id, false);
+    if (isLost(database))
+        return StoreRows(nullptr);
     auto found = m_prepared.find(statement);
     if (found == m_prepared.end()) {
-        QSqlQuery query(QSqlDatabase::database(m_id, false));
+        QSqlQuery query(database);
         query.setForwardOnly(m_kind == StoreKind::File);
         if (!query.prepare(statement)) {
             m_error = query.lastError();
@@ -114,7 +129,10 @@ StoreRows StoreConnection::execute(const QString &statement, const QVariantList 
 
 bool StoreConnection::executeOnce(const QString &statement)
 {
-    QSqlQuery query(QSqlDatabase::database(m_id, false));
+    const QSqlDatabase database = QSqlDatabase::database(m_id, false);
+    if (isLost(database))
+        return false;
+    QSqlQuery query(database);
     if (query.exec(statement))
         return true;
     m_error = query.lastError();
@@ -129,7 +147,9 @@ bool StoreConnection::begin()
 // Keeps the error that led to it.
 void StoreConnection::rollback()
 {
-    QSqlQuery(QSqlDatabase::database(m_id, false)).exec(QStringLiteral("ROLLBACK"));
+    const QSqlDatabase database = QSqlDatabase::database(m_id, false);
+    if (database.isOpen())
+        QSqlQuery(database).exec(QStringLiteral("ROLLBACK"));
 }
 
 QString StoreConnection::errorText() const

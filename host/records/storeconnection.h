@@ -71,6 +71,7 @@ public:
 private:
     StoreConnection(StoreKind kind, const QString &name);
     bool open(QSqlDatabase &database, QString *error);
+    bool isLost(const QSqlDatabase &database);
 
     const StoreKind m_kind;
     const QString m_name;

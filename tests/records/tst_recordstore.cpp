@@ -4,6 +4,7 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QScopeGuard>
@@ -33,6 +34,9 @@ private Q_SLOTS:
     void whatIsNoStoreIsRefused();
     void theSaverGoesOnNextToAnUnusableFile();
     void aPlaceThatCanNotBeWritten();
+    void aReadOnlyDirectory();
+    void aClockThatGoesBackIsReported();
+    void savingTakesLittleTime();
     void aFullDiskCostsOnlyTime();
     void whatIsReportedAsSavedOutlivesTheProcess();
 
@@ -319,6 +323,82 @@ void RecordStoreTest::aPlaceThatCanNotBeWritten()
     QVERIFY(QFile::remove(path("file")));
     QCOMPARE(saver.finish(), 0);
     QCOMPARE(allRuns(path("file/runs.sqlite")).size(), 1);
+}
+
+// The file can be created again when the directory is writable.
+void RecordStoreTest::aReadOnlyDirectory()
+{
+    const QString directory = path("directory");
+    QVERIFY(QDir().mkpath(directory));
+    if (QProcess::execute(q("mount"), {q("-t"), q("tmpfs"), q("-o"), q("ro"), q("tmpfs"), directory}) != 0)
+        QSKIP("A read-only file system can't be mounted.");
+    const auto unmount = qScopeGuard([&directory] { QProcess::execute(q("umount"), {directory}); });
+    const QString file = directory + q("/runs.sqlite");
+    QStringList sentences;
+    RunSaver saver(file, [&sentences](const QString &sentence) { sentences << sentence; });
+    saver.save(someRun("A1"), {});
+    QCOMPARE(saver.finish(), 1);
+    QCOMPARE(saver.saved(), 0);
+    QCOMPARE(sentences.size(), 1);
+    QVERIFY2(sentences.first().startsWith(
+                 q("Runs can't be saved and are kept until they can: %1 can't be made: ").arg(file)),
+             qPrintable(sentences.first()));
+    QCOMPARE(QProcess::execute(q("mount"), {q("-o"), q("remount,rw"), directory}), 0);
+    QCOMPARE(saver.finish(), 0);
+    QCOMPARE(allRuns(file).size(), 1);
+}
+
+void RecordStoreTest::aClockThatGoesBackIsReported()
+{
+    QStringList sentences;
+    RunSaver saver(path(), [&sentences](const QString &sentence) { sentences << sentence; });
+    Run before = someRun("A1");
+    Run after = someRun("A1", RunOutcome::Failed);
+    after.session.begin = before.session.begin.addDays(-30);
+    for (const Run &run : {before, after, before}) {
+        saver.beginSession(run.session.begin);
+        saver.save(run, {});
+    }
+    QCOMPARE(saver.finish(), 0);
+    QCOMPARE(sentences,
+             QStringList{q("The clock has gone back: it is 2026-01-30T08:00:00.000Z, but a session in %1 began at "
+                           "2026-03-01T08:00:00.000Z. Check the date; runs are saved with these times.")
+                             .arg(path())});
+    QCOMPARE(allRuns(path()).size(), 2);
+    QCOMPARE(saver.saved(), 3);
+}
+
+// The caller only hands the run over. The journal is that of a complete machine test.
+void RecordStoreTest::savingTakesLittleTime()
+{
+    constexpr int Count = 50;
+    std::deque<QByteArray> lines;
+    QFile journal(q(LCD_SOURCE_DIR "/tests/e2e/journals/machine-pass.jsonl"));
+    QVERIFY(journal.open(QIODevice::ReadOnly));
+    while (!journal.atEnd())
+        lines.push_back(journal.readLine());
+    QVERIFY(lines.size() > 400);
+    const QVector<Run> runs = goldenRuns("machine-pass", session("A1"));
+    RunSaver saver(path(), [](const QString &sentence) { qWarning("%s", qPrintable(sentence)); });
+    QVector<qint64> callTimes;
+    QVector<qint64> saveTimes;
+    for (int index = 0; index < Count; ++index) {
+        Run run = runs.first();
+        run.id = QUuid::createUuid();
+        std::deque<QByteArray> copy = lines;
+        QElapsedTimer timer;
+        timer.start();
+        saver.saveLines(run, std::move(copy));
+        callTimes << timer.nsecsElapsed() / 1000;
+        QCOMPARE(saver.finish(), 0);
+        saveTimes << timer.nsecsElapsed() / 1000;
+    }
+    std::sort(callTimes.begin(), callTimes.end());
+    std::sort(saveTimes.begin(), saveTimes.end());
+    qInfo("a run: %lld us for the caller, %lld us until it is on the disk (medians)", callTimes.at(Count / 2),
+          saveTimes.at(Count / 2));
+    QVERIFY(callTimes.at(Count / 2) < 1000);
+    QVERIFY(saveTimes.at(Count / 2) < 50000); // a slow and busy disk; a usual one needs less than 5 ms
 }
 
 void RecordStoreTest::aFullDiskCostsOnlyTime()

@@ -1,0 +1,180 @@
+#include "postgresserver.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtSql/QSqlDatabase>
+
+#include <csignal>
+#include <unistd.h>
+
+using namespace panelhost;
+
+namespace {
+
+QString programPath(const char *name)
+{
+    const QDir versions(QStringLiteral("/usr/lib/postgresql"));
+    const QStringList found = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
+    for (const QString &version : found) {
+        const QString path = versions.filePath(version + QStringLiteral("/bin/") + QLatin1String(name));
+        if (QFile::exists(path))
+            return path;
+    }
+    return {};
+}
+
+// Killed processes disappear when their parent has read their status, which is not ours.
+bool isGone(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
+    return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
+}
+
+}
+
+PostgresServer::~PostgresServer()
+{
+    if (m_isRunning)
+        crash();
+}
+
+bool PostgresServer::isInstalled()
+{
+    return !programPath("initdb").isEmpty() && QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"));
+}
+
+// The server refuses to run as root.
+bool PostgresServer::run(const QString &program, const QStringList &arguments, const QByteArray &input)
+{
+    QStringList command{program};
+    command += arguments;
+    if (::getuid() == 0)
+        command = QStringList{QStringLiteral("setpriv"), QStringLiteral("--reuid=nobody"),
+                              QStringLiteral("--regid=nogroup"), QStringLiteral("--clear-groups")}
+            + command;
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setWorkingDirectory(QStringLiteral("/"));
+    // The server keeps its output open.
+    const QString log = m_directory.filePath(QStringLiteral("output"));
+    process.setStandardOutputFile(log);
+    process.start(command.takeFirst(), command);
+    process.write(input);
+    process.closeWriteChannel();
+    const bool isDone =
+        process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    QFile output(log);
+    if (!isDone && output.open(QIODevice::ReadOnly))
+        m_error = QString::fromUtf8(output.readAll());
+    return isDone;
+}
+
+bool PostgresServer::control(const QStringList &arguments)
+{
+    return run(programPath("pg_ctl"), QStringList{QStringLiteral("-D"), data(), QStringLiteral("-w")} + arguments);
+}
+
+bool PostgresServer::create()
+{
+    const QByteArray directory = QFile::encodeName(m_directory.path());
+    constexpr uid_t Nobody = 65534;
+    if (::getuid() == 0 && ::chown(directory.constData(), Nobody, Nobody) != 0) {
+        m_error = QStringLiteral("chown");
+        return false;
+    }
+    return run(programPath("initdb"),
+               {QStringLiteral("-D"), data(), QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-U"),
+                QStringLiteral("owner"), QStringLiteral("-E"), QStringLiteral("UTF8")})
+        && start()
+        && run(programPath("psql"),
+               {QStringLiteral("-h"), m_directory.path(), QStringLiteral("-U"), QStringLiteral("owner"),
+                QStringLiteral("-c"), QStringLiteral("CREATE ROLE station LOGIN"), QStringLiteral("-c"),
+                QStringLiteral("CREATE DATABASE line"), QStringLiteral("postgres")})
+        && execute(storeServerScript(0, QStringLiteral("station")));
+}
+
+// A server that was killed has left a file with its process id, which is no obstacle when its processes are gone.
+bool PostgresServer::start()
+{
+    m_isRunning = m_isRunning
+        || control({QStringLiteral("-l"), m_directory.filePath(QStringLiteral("log")), QStringLiteral("-o"),
+                    QStringLiteral("-k %1 -c listen_addresses='' -c max_connections=120").arg(m_directory.path()),
+                    QStringLiteral("start")});
+    return m_isRunning;
+}
+
+bool PostgresServer::crash()
+{
+    m_isRunning = false;
+    return control({QStringLiteral("-m"), QStringLiteral("immediate"), QStringLiteral("stop")});
+}
+
+bool PostgresServer::kill()
+{
+    QFile file(data() + QStringLiteral("/postmaster.pid"));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const qint64 server = file.readLine().trimmed().toLongLong();
+    QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(server));
+    QList<QByteArray> processes;
+    if (children.open(QIODevice::ReadOnly))
+        processes = children.readAll().simplified().split(' ');
+    processes.prepend(QByteArray::number(server));
+    for (const QByteArray &process : qAsConst(processes)) {
+        if (process.toLongLong() > 1)
+            ::kill(static_cast<pid_t>(process.toLongLong()), SIGKILL);
+    }
+    for (const QByteArray &process : qAsConst(processes)) {
+        while (process.toLongLong() > 1 && !isGone(process.toLongLong()))
+            ::usleep(1000);
+    }
+    m_isRunning = false;
+    return true;
+}
+
+bool PostgresServer::execute(const QString &sql, const QString &user)
+{
+    return run(programPath("psql"),
+               {QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"), QStringLiteral("-h"),
+                m_directory.path(), QStringLiteral("-U"), user, QStringLiteral("line")},
+               sql.toUtf8());
+}
+
+QStringList PostgresServer::values(const QString &query)
+{
+    QStringList list;
+    QString error;
+    const auto connection = StoreConnection::openServer(parsedAddress(QStringLiteral("owner")), &error);
+    if (!connection)
+        return {error};
+    StoreRows rows = connection->execute(query);
+    if (!rows)
+        return {connection->errorText()};
+    while (rows.next())
+        list << rows.value(0).toString();
+    return list;
+}
+
+bool PostgresServer::addAccessRule(const QByteArray &line)
+{
+    QFile file(data() + QStringLiteral("/pg_hba.conf"));
+    if (!file.open(QIODevice::ReadWrite))
+        return false;
+    const QByteArray rules = line + '\n' + file.readAll();
+    return file.seek(0) && file.write(rules) == rules.size() && file.flush() && control({QStringLiteral("reload")});
+}
+
+QString PostgresServer::address(const QString &user, const QString &options) const
+{
+    return QStringLiteral("postgresql://%1@/line?host=%2%3").arg(user, m_directory.path(), options);
+}
+
+ServerAddress PostgresServer::parsedAddress(const QString &user) const
+{
+    QString error;
+    const auto parsed = readServerAddress(address(user), &error);
+    if (!parsed)
+        qFatal("%s", qPrintable(error));
+    return *parsed;
+}
