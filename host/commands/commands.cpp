@@ -93,6 +93,13 @@ const QList<Command> &commands()
                                    option("csv", "Print comma-separated values.")}
              + recordsOptions() + statisticsOptions(),
          0, 0, false, runStats},
+        {QStringLiteral("prune"), QStringLiteral("prune"), QStringLiteral("copies old runs to a file and deletes them"),
+         QList<QCommandLineOption>{option("older-than", "Runs that began earlier than this, such as 5y.", "AGE"),
+                                   option("archive", "The new file for the copies.", "FILE"),
+                                   option("unit", "Only runs of this unit.", "NUMBER"),
+                                   option("yes", "Delete without being asked.")}
+             + recordsOptions(),
+         0, 0, false, runPrune},
         {QStringLiteral("schema"),
          QStringLiteral("schema"),
          QStringLiteral("prints the SQL that prepares a PostgreSQL database for runs"),

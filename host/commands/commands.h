@@ -41,6 +41,7 @@ int runInfo(const CommandLine &line);
 int runRuns(const CommandLine &line);
 int runRun(const CommandLine &line);
 int runStats(const CommandLine &line);
+int runPrune(const CommandLine &line);
 int runSchema(const CommandLine &line);
 
 }

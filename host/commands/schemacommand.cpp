@@ -1,6 +1,6 @@
-#include "application/standardoutput.h"
 #include "commands/commands.h"
 #include "diagnostics/reporterror.h"
+#include "output/standardoutput.h"
 #include "records/storeschema.h"
 
 namespace panelhost {
@@ -12,10 +12,10 @@ int runSchema(const CommandLine &line)
     const int version = from.toInt(&isNumber);
     if (!isNumber || version < 0 || version > StoreSchemaVersion)
         return reportError(
-            QStringLiteral("--from is \"%1\"; it is a version from 0 to %2.").arg(from).arg(StoreSchemaVersion));
+            QStringLiteral("--from is \"%1\", expected a version from 0 to %2.").arg(from).arg(StoreSchemaVersion));
     const QString role = line.parser.value(QStringLiteral("role"));
     if (role.isEmpty())
-        return reportError(QStringLiteral("--role is empty; it is the name of the role of the stations."));
+        return reportError(QStringLiteral("--role is empty, expected the name of the role of the stations."));
     print(storeServerScript(version, role));
     return 0;
 }

@@ -255,9 +255,53 @@ QDateTime RecordStore::latestSessionBegin()
     return rows && rows.next() ? QDateTime::fromString(rows.value(0).toString(), Qt::ISODateWithMs) : QDateTime();
 }
 
+std::optional<QVector<StoredRun>> RecordStore::storedRuns(const QVector<QUuid> &ids, QString *error)
+{
+    QVector<StoredRun> runs;
+    for (const QUuid &id : ids) {
+        const auto found = run(id, error);
+        const auto lines = found ? compressedJournal(id, error) : std::nullopt;
+        if (!found && error->isEmpty())
+            *error = QStringLiteral("%1: The run %2 was deleted meanwhile.").arg(path(), idText(id));
+        if (!lines)
+            return std::nullopt;
+        runs.append({*found, *lines});
+    }
+    return runs;
+}
+
+std::optional<QVector<QUuid>> RecordStore::sentIds(const RunFilter &filter, QString *error)
+{
+    Condition condition = conditionOf(filter);
+    if (m_connection->kind() == StoreKind::File)
+        condition.add("id NOT IN (SELECT run FROM pending)", {});
+    StoreRows rows = m_connection->execute(
+        QStringLiteral("SELECT id FROM run") + condition.text + QStringLiteral(" ORDER BY begin"), condition.values);
+    if (!rows) {
+        failed(error);
+        return std::nullopt;
+    }
+    QVector<QUuid> ids;
+    while (rows.next())
+        ids << QUuid::fromString(rows.value(0).toString());
+    return ids;
+}
+
+bool RecordStore::remove(const QVector<QUuid> &ids, QString *error)
+{
+    bool done = m_connection->begin();
+    for (const QUuid &id : ids)
+        done = done && m_connection->execute(QStringLiteral("DELETE FROM run WHERE id = ?"), {idText(id)});
+    if (done && m_connection->commit())
+        return true;
+    failed(error);
+    m_connection->rollback();
+    return false;
+}
+
 std::optional<QVector<StoredRun>> RecordStore::pending(int count, QString *error)
 {
-    QStringList ids;
+    QVector<QUuid> ids;
     {
         StoreRows rows =
             m_connection->execute(QStringLiteral("SELECT run FROM pending ORDER BY number LIMIT ?"), {count});
@@ -266,18 +310,9 @@ std::optional<QVector<StoredRun>> RecordStore::pending(int count, QString *error
             return std::nullopt;
         }
         while (rows.next())
-            ids << rows.value(0).toString();
+            ids << QUuid::fromString(rows.value(0).toString());
     }
-    QVector<StoredRun> runs;
-    for (const QString &id : qAsConst(ids)) {
-        const QUuid uuid = QUuid::fromString(id);
-        const auto found = run(uuid, error);
-        const auto lines = found ? compressedJournal(uuid, error) : std::nullopt;
-        if (!lines)
-            return std::nullopt;
-        runs.append({*found, *lines});
-    }
-    return runs;
+    return storedRuns(ids, error);
 }
 
 bool RecordStore::removePending(const QVector<StoredRun> &runs, QString *error)

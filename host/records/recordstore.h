@@ -55,6 +55,12 @@ public:
     std::optional<Run> run(const QUuid &id, QString *error);
     /// Returns the lines of the journal of a run.
     QByteArray journal(const QUuid &id, QString *error);
+    /// Returns the runs @p ids with their journals; nullopt on an error, also if one of them doesn't exist.
+    std::optional<QVector<StoredRun>> storedRuns(const QVector<QUuid> &ids, QString *error);
+    /// Returns the ids of the runs that @p filter lets through and that don't wait to be sent; nullopt on an error.
+    std::optional<QVector<QUuid>> sentIds(const RunFilter &filter, QString *error);
+    /// Deletes the runs @p ids, in one transaction. Returns false and sets @p error to a sentence if none was deleted.
+    bool remove(const QVector<QUuid> &ids, QString *error);
     /// Returns the number of runs that @p filter lets through; -1 on an error.
     qint64 count(const RunFilter &filter, QString *error);
     /// Returns when the session of the run with the latest begin began; invalid if there is no run or on an error.

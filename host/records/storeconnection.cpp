@@ -100,7 +100,12 @@ std::unique_ptr<StoreConnection> StoreConnection::openServer(const ServerAddress
     database.setUserName(address.user);
     database.setPassword(address.password);
     database.setConnectOptions(address.connectOptions());
-    return connection->open(database, error) ? std::move(connection) : nullptr;
+    if (!connection->open(database, error))
+        return nullptr;
+    // Errors are returned; remarks of the server don't belong on the standard error output.
+    PQsetNoticeProcessor(
+        connection->handle(), [](void *, const char *) {}, nullptr);
+    return connection;
 }
 
 // The rows of a file come one by one; those of a server are read at once, because it takes one statement at a time.
@@ -163,13 +168,15 @@ bool StoreConnection::isDamaged() const
     return m_kind == StoreKind::File && (code == CorruptCode || code == NotADatabaseCode);
 }
 
+pg_conn *StoreConnection::handle() const
+{
+    const QVariant handle = QSqlDatabase::database(m_id, false).driver()->handle();
+    return qstrcmp(handle.typeName(), "PGconn*") == 0 ? *static_cast<PGconn *const *>(handle.constData()) : nullptr;
+}
+
 int StoreConnection::socket() const
 {
-    if (m_kind == StoreKind::File)
-        return -1;
-    const QVariant handle = QSqlDatabase::database(m_id, false).driver()->handle();
-    return qstrcmp(handle.typeName(), "PGconn*") == 0 ? PQsocket(*static_cast<PGconn *const *>(handle.constData()))
-                                                      : -1;
+    return m_kind == StoreKind::Server ? PQsocket(handle()) : -1;
 }
 
 }

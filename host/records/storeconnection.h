@@ -10,6 +10,8 @@
 
 #include <memory>
 
+struct pg_conn;
+
 namespace panelhost {
 
 /// The rows that a statement has returned. The statement can be executed again after the object's end.
@@ -72,6 +74,7 @@ private:
     StoreConnection(StoreKind kind, const QString &name);
     bool open(QSqlDatabase &database, QString *error);
     bool isLost(const QSqlDatabase &database);
+    pg_conn *handle() const; ///< of the connection to a server
 
     const StoreKind m_kind;
     const QString m_name;

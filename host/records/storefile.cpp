@@ -121,7 +121,9 @@ QString storeFileProblem(const QString &path)
     const quint32 version = numberAt(header, VersionOffset);
     if (version > StoreSchemaVersion)
         return newerVersionProblem(path, static_cast<int>(version));
-    if (file.size() < pageSize(header) * numberAt(header, PageCountOffset))
+    // A process that was killed, or that is at work, may have pages of the end in the log.
+    const bool hasLog = QFileInfo(path + QStringLiteral("-wal")).size() > 0;
+    if (!hasLog && file.size() < pageSize(header) * numberAt(header, PageCountOffset))
         return QStringLiteral("%1 is damaged: the file is truncated.").arg(path);
     return {};
 }
@@ -159,6 +161,21 @@ bool createStoreFile(const QString &path, QString *error)
         *error = QStringLiteral("%1 can't be made: %2.")
                      .arg(path, reason.isEmpty() ? QStringLiteral("it can't be renamed") : reason);
     return done;
+}
+
+bool moveStoreFile(const QString &from, const QString &to, QString *error)
+{
+    const int descriptor = ::open(QFile::encodeName(from).constData(), O_RDONLY | O_CLOEXEC);
+    const bool isWritten = descriptor >= 0 && ::fsync(descriptor) == 0;
+    if (descriptor >= 0)
+        ::close(descriptor);
+    const LockedDirectory directory(QFileInfo(to).absolutePath());
+    if (isWritten && QFile::rename(from, to)) {
+        directory.sync();
+        return true;
+    }
+    *error = QStringLiteral("%1 can't be renamed to %2.").arg(from, to);
+    return false;
 }
 
 QString numberedPath(const QString &path, int number)

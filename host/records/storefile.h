@@ -15,6 +15,10 @@ QString newerVersionProblem(const QString &name, int version);
 /// is left as it is. Returns false and sets @p error to a sentence if there is no store afterwards.
 bool createStoreFile(const QString &path, QString *error);
 
+/// Writes the closed store at @p from to the disk and renames it to @p to, which must not exist. Returns false and sets
+/// @p error to a sentence on failure.
+bool moveStoreFile(const QString &from, const QString &to, QString *error);
+
 /// "/a/runs-2.sqlite" for "/a/runs.sqlite" and 2.
 QString numberedPath(const QString &path, int number);
 

@@ -487,7 +487,7 @@ void PostgresTest::theScriptOfTheSchema()
     QVERIFY2(store, qPrintable(error));
     QVERIFY2(store->save(someRuns(1).first(), "x", &error), qPrintable(error));
     QCOMPARE(panelhost({q("schema"), q("--from"), q("3")}).err,
-             q("panelhost: --from is \"3\"; it is a version from 0 to 2.\n"));
+             q("panelhost: --from is \"3\", expected a version from 0 to 2.\n"));
 }
 
 QTEST_GUILESS_MAIN(PostgresTest)

@@ -3,6 +3,8 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtSql/QSqlDatabase>
+#include <QtSql/QSqlQuery>
 #include <QtTest/QtTest>
 
 /// The command runs as a shell sees it.
@@ -22,6 +24,11 @@ private Q_SLOTS:
     void aPlaceThatIsNone_data();
     void aPlaceThatIsNone();
     void aDamagedFileIsLeftAsItIs();
+    void oldRunsAreCopiedAndDeleted();
+    void nothingIsDeletedWithoutAnAnswer();
+    void nothingIsDeletedWithoutItsCopy();
+    void wrongValuesOfPrune_data();
+    void wrongValuesOfPrune();
 
 private:
     struct Result
@@ -273,6 +280,165 @@ void RunsCommandTest::aDamagedFileIsLeftAsItIs()
     QCOMPARE(run({QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + next}).out.size(),
              4);
     QCOMPARE(run({QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).status, 2);
+}
+
+// The runs of the file that is handed over began before 2027.
+static QString oldRuns(const QTemporaryDir &directory)
+{
+    const QString path = directory.filePath(QStringLiteral("runs.sqlite"));
+    QFile::copy(QStringLiteral(LCD_SOURCE_DIR "/tests/records/data/schema-1.sqlite"), path);
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return path;
+}
+
+static QStringList pruneArguments(const QString &store, const QString &archive)
+{
+    return {QStringLiteral("prune"), QStringLiteral("--records"), QStringLiteral("sqlite:") + store,
+            QStringLiteral("--archive"), archive};
+}
+
+void RunsCommandTest::oldRunsAreCopiedAndDeleted()
+{
+    QTemporaryDir directory;
+    const QString store = oldRuns(directory);
+    const QString archive = directory.filePath(QStringLiteral("old.sqlite"));
+    // The unit's runs began a hundred years before: they are moved in time, so that only they are old.
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("old"));
+        database.setDatabaseName(store);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(
+            QStringLiteral("UPDATE run SET begin = '1990' || substr(begin, 5) WHERE kind <> 'machine'")));
+        QVERIFY(QSqlQuery(database).exec(
+            QStringLiteral("UPDATE run SET begin = '2999' || substr(begin, 5) WHERE kind = 'machine'")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("old"));
+    const QStringList json{QStringLiteral("--json"), QStringLiteral("--records")};
+    const QStringList before = run(json + QStringList{QStringLiteral("sqlite:") + store}).out;
+    QCOMPARE(before.size(), 7);
+    const QStringList options{QStringLiteral("--older-than"), QStringLiteral("5y"), QStringLiteral("--yes")};
+    const Result none = panelhost(pruneArguments(store, archive) + options
+                                  + QStringList{QStringLiteral("--unit"), QStringLiteral("B2")});
+    QCOMPARE(none.out, QStringList{QStringLiteral("There are no such runs.")});
+    QVERIFY(!QFile::exists(archive));
+
+    const Result pruned = panelhost(pruneArguments(store, archive) + options);
+    QCOMPARE(pruned.err, QString());
+    QCOMPARE(pruned.out, QStringList{QStringLiteral("Deleted 2 runs; copies are in %1.").arg(archive)});
+    const QStringList left = run(json + QStringList{QStringLiteral("sqlite:") + store}).out;
+    const QStringList archived = run(json + QStringList{QStringLiteral("sqlite:") + archive}).out;
+    QCOMPARE(left.size(), 5);
+    QCOMPARE(archived.size(), 2);
+    QStringList both = left + archived;
+    both.sort();
+    QStringList sorted = before;
+    sorted.sort();
+    QCOMPARE(both, sorted);
+    const QString id =
+        QJsonDocument::fromJson(archived.first().toUtf8()).object().value(QStringLiteral("id")).toString();
+    const Result journal = panelhost({QStringLiteral("run"), id, QStringLiteral("--journal"),
+                                      QStringLiteral("--records"), QStringLiteral("sqlite:") + archive});
+    QVERIFY(journal.out.size() > 20);
+    QCOMPARE(QDir(directory.path()).entryList({QStringLiteral("old*")}, QDir::Files),
+             QStringList{QStringLiteral("old.sqlite")});
+
+    const Result again = panelhost(pruneArguments(store, archive) + options);
+    QCOMPARE(again.out, QStringList{QStringLiteral("There are no such runs.")});
+}
+
+// There is no terminal.
+void RunsCommandTest::nothingIsDeletedWithoutAnAnswer()
+{
+    QTemporaryDir directory;
+    const QString store = oldRuns(directory);
+    const QString archive = directory.filePath(QStringLiteral("old.sqlite"));
+    QVERIFY(QFile::copy(store, directory.filePath(QStringLiteral("copy.sqlite"))));
+    const auto runsOfAll = [&store] {
+        return run({QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).out;
+    };
+    const QStringList before = runsOfAll();
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("old"));
+        database.setDatabaseName(store);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(QStringLiteral("UPDATE run SET begin = '1990' || substr(begin, 5)")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("old"));
+    const QStringList arguments =
+        pruneArguments(store, archive) + QStringList{QStringLiteral("--older-than"), QStringLiteral("30d")};
+    const Result refused = panelhost(arguments);
+    QCOMPARE(refused.status, 2);
+    QCOMPARE(refused.err,
+             QStringLiteral("panelhost: Nothing was deleted: the standard input is no terminal. Give --yes to delete "
+                            "without being asked.\n"));
+    QVERIFY(!QFile::exists(archive));
+    QCOMPARE(runsOfAll().size(), before.size());
+
+    // With a terminal: script gives it one.
+    const auto answer = [&arguments](const QByteArray &text) {
+        QProcess process;
+        process.start(QStringLiteral("script"),
+                      {QStringLiteral("-qec"), QStringLiteral(PANELHOST " ") + arguments.join(QLatin1Char(' ')),
+                       QStringLiteral("/dev/null")});
+        process.write(text);
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput());
+    };
+    QVERIFY(answer("n\n").contains(QStringLiteral("Nothing was deleted.")));
+    QCOMPARE(runsOfAll().size(), before.size());
+    const QString yes = answer("y\n");
+    QVERIFY2(yes.contains(QStringLiteral("7 runs in %1 began before ").arg(store)), qPrintable(yes));
+    QVERIFY2(yes.contains(QStringLiteral("Deleted 7 runs")), qPrintable(yes));
+    QCOMPARE(runsOfAll(), QStringList());
+}
+
+void RunsCommandTest::nothingIsDeletedWithoutItsCopy()
+{
+    QTemporaryDir directory;
+    const QString store = oldRuns(directory);
+    const QStringList options{QStringLiteral("--older-than"), QStringLiteral("1d"), QStringLiteral("--yes")};
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("old"));
+        database.setDatabaseName(store);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(QStringLiteral("UPDATE run SET begin = '1990' || substr(begin, 5)")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("old"));
+    const QString existing = directory.filePath(QStringLiteral("existing"));
+    QFile file(existing);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const Result exists = panelhost(pruneArguments(store, existing) + options);
+    QCOMPARE(exists.status, 2);
+    QCOMPARE(exists.err, QStringLiteral("panelhost: %1 exists; give a new file for the copies.\n").arg(existing));
+    QCOMPARE(panelhost(pruneArguments(store, existing + QStringLiteral("/old.sqlite")) + options).status, 2);
+    QCOMPARE(panelhost(pruneArguments(store, QStringLiteral("/dev/full/old.sqlite")) + options).status, 2);
+    QCOMPARE(run({QStringLiteral("--json"), QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).out.size(),
+             7);
+}
+
+void RunsCommandTest::wrongValuesOfPrune_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("sentence");
+    const QString age = QStringLiteral("--older-than is \"%1\", expected an age such as 5y, 6m, 10w or 30d.");
+    for (const char *wrong : {"5", "y", "0y", "-1y", "5 years", "999999d"})
+        QTest::newRow(wrong) << QStringList{QStringLiteral("--older-than=") + QLatin1String(wrong),
+                                            QStringLiteral("--archive"), QStringLiteral("x")}
+                             << age.arg(QLatin1String(wrong));
+    QTest::newRow("no age") << QStringList{QStringLiteral("--archive"), QStringLiteral("x")}
+                            << QStringLiteral("Give --older-than AGE, such as 5y.");
+    QTest::newRow("no archive") << QStringList{QStringLiteral("--older-than"), QStringLiteral("5y")}
+                                << QStringLiteral(
+                                       "Give --archive FILE, a new file for copies of the runs that are deleted.");
+}
+
+void RunsCommandTest::wrongValuesOfPrune()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, sentence);
+    const Result result = panelhost(QStringList{QStringLiteral("prune")} + options);
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.err, QStringLiteral("panelhost: %1\n").arg(sentence));
 }
 
 QTEST_GUILESS_MAIN(RunsCommandTest)

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void anUpgradedFileHasTheTablesOfANewOne();
     void anUpgradeThatFailsChangesNothing();
     void aNewerVersionInTheLogIsRefused();
+    void aFileWithItsEndInTheLogIsWhole();
     void leftoversOfAKilledProcessAreRemoved();
     void queriesUseAnIndex_data();
     void queriesUseAnIndex();
@@ -151,6 +152,33 @@ void StoreSchemaTest::aNewerVersionInTheLogIsRefused()
     QCOMPARE(error, q("%1 is of version 4; this panelhost knows versions up to 3.").arg(path));
     QCOMPARE(problem, RecordStore::Problem::Unusable);
     QCOMPARE(texts(*newer, q("PRAGMA user_version")), QStringList{q("4")});
+}
+
+// What a process leaves that is killed while it copies pages from the log to the file: the first page tells a size that
+// the file doesn't have yet.
+void StoreSchemaTest::aFileWithItsEndInTheLogIsWhole()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(q("runs.sqlite"));
+    const QString killed = directory.filePath(q("killed.sqlite"));
+    QString error;
+    {
+        const auto store = RecordStore::open(path, &error);
+        QByteArray journal;
+        while (journal.size() < 200000)
+            journal += QUuid::createUuid().toRfc4122();
+        QVERIFY2(store->save(RunFactory(1).run(0), journal, &error), qPrintable(error));
+        QVERIFY(QFile::copy(path, killed) && QFile::copy(path + q("-wal"), killed + q("-wal")));
+    }
+    const QByteArray whole = contentOf(path);
+    QFile file(killed);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.size() < whole.size());
+    QCOMPARE(file.write(whole.left(4096)), 4096);
+    file.close();
+    const auto store = RecordStore::openExisting(killed, &error);
+    QVERIFY2(store, qPrintable(error));
+    QCOMPARE(store->count({}, &error), 1);
 }
 
 void StoreSchemaTest::leftoversOfAKilledProcessAreRemoved()

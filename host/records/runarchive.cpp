@@ -1,0 +1,52 @@
+#include "records/runarchive.h"
+
+#include "output/replacefile.h"
+#include "records/storefile.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+namespace panelhost {
+
+namespace {
+
+constexpr int BatchSize = 100;
+
+void removeStore(const QString &path)
+{
+    for (const char *suffix : {"", "-journal", "-wal", "-shm"})
+        QFile::remove(path + QLatin1String(suffix));
+}
+
+bool writeArchive(RecordStore &store, const QVector<QUuid> &ids, const QString &path, QString *error)
+{
+    const auto archive = RecordStore::open(path, error);
+    if (!archive)
+        return false;
+    for (int first = 0; first < ids.size(); first += BatchSize) {
+        const auto runs = store.storedRuns(ids.mid(first, BatchSize), error);
+        if (!runs || !archive->saveAll(*runs, RecordStore::Forwarding::None, error))
+            return false;
+    }
+    const qint64 count = archive->count({}, error);
+    if (count >= 0 && count != ids.size())
+        *error = QStringLiteral("%1 has %2 runs instead of %3.").arg(path).arg(count).arg(ids.size());
+    return count == ids.size();
+}
+
+}
+
+bool archiveRuns(RecordStore &store, const QVector<QUuid> &ids, const QString &path, QString *error)
+{
+    if (QFileInfo::exists(path)) {
+        *error = QStringLiteral("%1 exists; give a new file for the copies.").arg(path);
+        return false;
+    }
+    const QString draft = partialPath(path);
+    removeStore(draft); // of a process that was killed
+    const bool isDone = writeArchive(store, ids, draft, error) && moveStoreFile(draft, path, error);
+    removeStore(draft);
+    return isDone;
+}
+
+}
