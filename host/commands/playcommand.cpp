@@ -45,7 +45,7 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
     options.isRealTime = isRealTime;
     options.takesScreenshots = outputs.wantsScreenshots();
     options.paintsLcd = hasDisplay(QGuiApplication::platformName());
-    outputs.addSessionLine(recording.beginSession(scenario.device.language, scenario.device.share));
+    outputs.addSessionLine(recording.beginSession(scenario.device, scenario.unit));
     options.journal = [&](const Journal::Entry &entry) {
         outputs.addEntry(entry);
         recording.add(entry);

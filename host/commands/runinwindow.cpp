@@ -165,7 +165,7 @@ int runInWindow(const CommandLine &line, const QString &recording)
     device.startsInFactoryMode = !options.asksForUnit || !records.unit().isEmpty();
     if (!readDevice(line, options, device, &error))
         return reportError(error);
-    files.addSessionLine(records.beginSession(device.language, device.share));
+    files.addSessionLine(records.beginSession(device));
     device.journalSink = both(files.journalSink(), records);
     // A board is restored before a signal ends the process.
     std::optional<QuitOnSignal> quitOnSignal;

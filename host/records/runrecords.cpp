@@ -1,10 +1,25 @@
 #include "records/runrecords.h"
 
+#include "session/loadprobe.h"
+
+#include <QtCore/QFileInfo>
+
 namespace panelhost {
 
 namespace {
 
 constexpr std::chrono::seconds SendLimit(5);
+
+// Empty if the library can't be loaded; opening the session says why then. A library that passes is tried only once.
+QString componentVersion(const QString &component)
+{
+    const QString path = component.isEmpty() ? defaultComponentPath() : component;
+    if (!QFileInfo(path).isFile() || !probeLoading(path).failure.isEmpty())
+        return {};
+    ComponentLibrary library(path);
+    const bool isValid = library.locate() && library.open() && library.check();
+    return isValid ? QString::fromUtf8(library.pluginInfo()->pluginVersion) : QString();
+}
 
 }
 
@@ -35,11 +50,13 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     return true;
 }
 
-QByteArray RunRecords::beginSession(const QString &language, const QString &share)
+QByteArray RunRecords::beginSession(const Session::Options &device, const QString &unit)
 {
-    if (!m_sessionRuns && m_unit.isEmpty() && m_station.isEmpty() && m_operator.isEmpty())
+    if (!m_sessionRuns && unit.isEmpty() && m_unit.isEmpty() && m_station.isEmpty() && m_operator.isEmpty())
         return {};
-    const SessionInfo info = newSessionInfo(m_unit, m_station, m_operator, language, share);
+    SessionInfo info =
+        newSessionInfo(m_unit.isEmpty() ? unit : m_unit, m_station, m_operator, device.language, device.share);
+    info.componentVersion = componentVersion(device.component);
     if (m_sessionRuns)
         m_sessionRuns->begin(info);
     return info.toJsonLine() + '\n';
@@ -65,8 +82,9 @@ bool RunRecords::finish()
                              : QStringLiteral("%1 runs could not be saved.").arg(lost));
     if (m_saver && !m_saver->sendPending(SendLimit)) {
         const int pending = m_saver->pending();
-        m_listener(pending == 1 ? QStringLiteral("One run waits to be sent. It is sent at the next start.")
-                                : QStringLiteral("%1 runs wait to be sent. They are sent at the next start.").arg(pending));
+        m_listener(pending == 1
+                       ? QStringLiteral("One run waits to be sent. It is sent at the next start.")
+                       : QStringLiteral("%1 runs wait to be sent. They are sent at the next start.").arg(pending));
     }
     return lost == 0;
 }

@@ -2,6 +2,7 @@
 
 #include "records/recordsoptions.h"
 #include "records/sessionruns.h"
+#include "session/session.h"
 
 namespace panelhost {
 
@@ -21,8 +22,8 @@ public:
     /// Returns the options that say where runs are saved, and --unit, --station and --operator.
     static QList<QCommandLineOption> options();
 
-    /// Sets a function that is called with the number of saved runs that wait to be sent to the server, when it changes,
-    /// on any thread. It must not block. Call it before open().
+    /// Sets a function that is called with the number of saved runs that wait to be sent to the server, when it
+    /// changes, on any thread. It must not block. Call it before open().
     void setPendingListener(const RunForwarder::PendingListener &listener) { m_pendingListener = listener; }
     /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before
     /// open().
@@ -32,9 +33,10 @@ public:
     /// file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any thread.
     bool open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener, QString *error);
 
-    /// Begins a session. Returns the first line of its journal, with line end. Empty if runs aren't saved and no option
-    /// says what is tested.
-    QByteArray beginSession(const QString &language, const QString &share);
+    /// Begins a session on @p device. @p unit is tested first, unless an option names another one. Returns the first
+    /// line of its journal, with line end. Empty if runs aren't saved and neither @p unit nor an option says what is
+    /// tested.
+    QByteArray beginSession(const Session::Options &device, const QString &unit = {});
     void add(const Journal::Entry &entry);
     void endSession();
 
@@ -45,8 +47,8 @@ public:
     /// Returns the unit that the options name; empty if none.
     QString unit() const { return m_unit; }
 
-    /// Waits until all runs are saved, and up to five seconds until a server has them. If some can't be saved, calls the
-    /// listener and returns false.
+    /// Waits until all runs are saved, and up to five seconds until a server has them. If some can't be saved, calls
+    /// the listener and returns false.
     bool finish();
 
 private:

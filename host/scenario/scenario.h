@@ -57,6 +57,7 @@ struct Scenario
     QString file;
     QStringList files; ///< all files that were read: the scenario and the files that it uses
     QString title;
+    QString unit; ///< serial number of the unit that is tested when the session begins; empty: unknown
     Session::Options device;
     QVector<OperatorAction> preparation; ///< performed before the steps, such as plugging
     QVector<Step> steps;

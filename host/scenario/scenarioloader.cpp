@@ -51,7 +51,7 @@ public:
     QStringList errors() const { return m_errors; }
 
 private:
-    void readDevice(YamlReader &reader, const YamlReader::Entries &entries);
+    void readHeader(YamlReader &reader, const YamlReader::Entries &entries);
     QVector<Step> readSteps(YamlReader &reader, const YamlNode &root, const YamlReader::Entries &entries);
     QVector<Step> use(YamlReader &reader, const QString &path, const YamlNode &where);
     /// Returns why the file @p path can't be used; empty if it can.
@@ -95,9 +95,9 @@ void Loader::load()
         return;
     }
     withFile(m_scenario.file, *data, [this](YamlReader &reader, const YamlNode &root) {
-        const auto entries =
-            reader.map(root, {QStringLiteral("title"), QStringLiteral("device"), QStringLiteral("steps")});
-        readDevice(reader, entries);
+        const auto entries = reader.map(
+            root, {QStringLiteral("title"), QStringLiteral("unit"), QStringLiteral("device"), QStringLiteral("steps")});
+        readHeader(reader, entries);
         m_deviceNames = deviceNamesOf(m_scenario.device);
         m_scenario.steps = readSteps(reader, root, entries);
         if (playedSteps(m_scenario.steps) > limits::PlayedSteps)
@@ -105,11 +105,13 @@ void Loader::load()
     });
 }
 
-void Loader::readDevice(YamlReader &reader, const YamlReader::Entries &entries)
+void Loader::readHeader(YamlReader &reader, const YamlReader::Entries &entries)
 {
     for (const auto &entry : entries) {
         if (entry.first.text() == QLatin1String("title"))
             m_scenario.title = reader.text(entry.second, QStringLiteral("a text")).value_or(QString());
+        else if (entry.first.text() == QLatin1String("unit"))
+            m_scenario.unit = readUnitNumber(reader, entry.second).value_or(QString());
         else if (entry.first.text() == QLatin1String("device"))
             DeviceReader(reader, m_scenario).read(entry.second);
     }

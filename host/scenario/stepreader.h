@@ -79,4 +79,7 @@ private:
     int m_ownCount = 0;
 };
 
+/// Reads the serial number of a unit. Reports an error and returns nullopt if it can't be one.
+std::optional<QString> readUnitNumber(YamlReader &reader, const YamlNode &value);
+
 }

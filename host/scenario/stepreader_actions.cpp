@@ -180,16 +180,19 @@ void StepReader::language(const YamlNode &value, Step &step)
         step.actions.append({OperatorAction::Kind::Language, {{QStringLiteral("code"), *code}}});
 }
 
+std::optional<QString> readUnitNumber(YamlReader &reader, const YamlNode &value)
+{
+    const auto number = reader.text(value, QStringLiteral("the serial number of a unit"));
+    const QString problem = number ? unitNumberProblem(*number) : QString();
+    if (!problem.isEmpty())
+        reader.error(value, problem);
+    return problem.isEmpty() ? number : std::nullopt;
+}
+
 void StepReader::unit(const YamlNode &value, Step &step)
 {
-    const auto number = m_reader.text(value, QStringLiteral("the serial number of a unit"));
-    if (!number)
-        return;
-    const QString problem = unitNumberProblem(*number);
-    if (problem.isEmpty())
+    if (const auto number = readUnitNumber(m_reader, value))
         step.actions.append({OperatorAction::Kind::Unit, {{QStringLiteral("unit"), *number}}});
-    else
-        m_reader.error(value, problem);
 }
 
 void StepReader::factoryMode(const YamlNode &value, Step &step)

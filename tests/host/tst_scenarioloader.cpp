@@ -135,6 +135,7 @@ void ScenarioLoaderTest::stepsAreCountedOverAllFiles()
 void ScenarioLoaderTest::deviceDescription()
 {
     const auto scenario = loadText("title: A device\n"
+                                   "unit: 4711\n"
                                    "device:\n"
                                    "  tbar: fader\n"
                                    "  tbar-tolerance: 0.1\n"
@@ -152,6 +153,7 @@ void ScenarioLoaderTest::deviceDescription()
                                    "steps: []\n");
     QVERIFY(scenario);
     QCOMPARE(scenario->title, QStringLiteral("A device"));
+    QCOMPARE(scenario->unit, QStringLiteral("4711"));
     const auto &device = scenario->device;
     QCOMPARE(device.tbarType, TBarType::Fader);
     QCOMPARE(device.tbarTolerance, 0.1);

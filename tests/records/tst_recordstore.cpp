@@ -421,6 +421,9 @@ void RecordStoreTest::aFullDiskCostsOnlyTime()
             waiting = saver.finish();
         }
         QVERIFY(count < 1000);
+        // Closing the file may make room for a run or two.
+        QVERIFY(!sentences.isEmpty());
+        sentences.removeDuplicates();
         QCOMPARE(sentences.size(), 1);
         QVERIFY2(sentences.first().contains(q("full")), qPrintable(sentences.first()));
         QCOMPARE(allRuns(file).size(), saver.saved());

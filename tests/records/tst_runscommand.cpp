@@ -19,6 +19,8 @@ private Q_SLOTS:
     void aJournalWithoutRuns();
     void whatCanNotBeRead();
     void whatIsPlayedIsSaved();
+    void everyScenarioGivesTheSameRunsFromItsJournal();
+    void theUnitOfAScenario();
     void aRunWithItsJournal();
     void playSavesOnlyWhereItIsTold();
     void aPlaceThatIsNone_data();
@@ -63,7 +65,7 @@ RunsCommandTest::Result RunsCommandTest::panelhost(const QStringList &arguments,
     environment.insert(QStringLiteral("XDG_DATA_HOME"), home.isEmpty() ? emptyHome.path() : home);
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(PANELHOST), arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
         return {};
     const QString out = QString::fromUtf8(process.readAllStandardOutput());
     return {process.exitCode(), out.split(QLatin1Char('\n'), Qt::SkipEmptyParts),
@@ -184,11 +186,57 @@ void RunsCommandTest::whatIsPlayedIsSaved()
     QCOMPARE(second.value(QStringLiteral("operator")).toString(), QStringLiteral("Kim"));
     QCOMPARE(second.value(QStringLiteral("attempt")).toInt(), 3);
     QCOMPARE(second.value(QStringLiteral("configuration")).toString().size(), 64);
+    QCOMPARE(second.value(QStringLiteral("component")).toString(), QStringLiteral("1.0.0"));
     QCOMPARE(run(records + QStringList{QStringLiteral("--outcome"), QStringLiteral("failed")}).out.size(), 2);
     QCOMPARE(run(records + QStringList{QStringLiteral("--since"), QStringLiteral("2999-01-01")}).out.size(), 0);
     QCOMPARE(run(records + QStringList{QStringLiteral("--unit"), QStringLiteral("B2")}).out.size(), 0);
     QCOMPARE(run(records + QStringList{QStringLiteral("--outcome"), QStringLiteral("good")}).status, 2);
     QCOMPARE(run(records + QStringList{QStringLiteral("--since"), QStringLiteral("monday")}).status, 2);
+}
+
+void RunsCommandTest::everyScenarioGivesTheSameRunsFromItsJournal()
+{
+    QTemporaryDir directory;
+    const QString records = QStringLiteral("sqlite:") + directory.filePath(QStringLiteral("runs.sqlite"));
+    const QString lines = directory.filePath(QStringLiteral("played.jsonl"));
+    const QDir scenarios(QStringLiteral(LCD_SOURCE_DIR "/scenarios"));
+    QStringList arguments{QStringLiteral("play")};
+    for (const QString &name : scenarios.entryList({QStringLiteral("*.yaml")}))
+        arguments << scenarios.filePath(name);
+    QVERIFY(arguments.size() > 30);
+    const Result played = panelhost(arguments
+                                    + QStringList{QStringLiteral("--records"), records, QStringLiteral("--journal"),
+                                                  lines, QStringLiteral("--unit"), QStringLiteral("A1")});
+    QCOMPARE(played.status, 0);
+    const QStringList json{QStringLiteral("--json")};
+    QStringList saved = withoutAttempts(run(json + QStringList{QStringLiteral("--records"), records}).out);
+    QStringList derived = withoutAttempts(run(json + QStringList{QStringLiteral("--from"), lines}).out);
+    QVERIFY(saved.size() > 30);
+    saved.sort();
+    derived.sort();
+    QCOMPARE(saved, derived);
+}
+
+// An option says it with more weight.
+void RunsCommandTest::theUnitOfAScenario()
+{
+    QTemporaryDir directory;
+    const QString records = QStringLiteral("sqlite:") + directory.filePath(QStringLiteral("runs.sqlite"));
+    const QString scenario = directory.filePath(QStringLiteral("unit.yaml"));
+    QFile file(scenario);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("unit: B7\nsteps:\n  - open: RepairMode/USB\n  - soft: right\n  - wait: 1s\n  - soft: left\n"
+               "  - unit: C8\n  - soft: right\n  - wait: 1s\n  - soft: left\n");
+    file.close();
+    const QStringList command{QStringLiteral("play"), scenario, QStringLiteral("--records"), records};
+    QCOMPARE(panelhost(command).status, 0);
+    QCOMPARE(panelhost(command + QStringList{QStringLiteral("--unit"), QStringLiteral("A1")}).status, 0);
+    QStringList units;
+    const QStringList runs = run({QStringLiteral("--json"), QStringLiteral("--records"), records}).out;
+    for (const QString &line : runs)
+        units << QJsonDocument::fromJson(line.toUtf8()).object().value(QStringLiteral("unit")).toString();
+    units.sort();
+    QCOMPARE(units.join(QLatin1Char(' ')), QStringLiteral("A1 B7 C8 C8"));
 }
 
 // The journal of the first run of a session gives that run again.
