@@ -292,6 +292,8 @@ bool RecordStore::remove(const QVector<QUuid> &ids, QString *error)
     bool done = m_connection->begin();
     for (const QUuid &id : ids)
         done = done && m_connection->execute(QStringLiteral("DELETE FROM run WHERE id = ?"), {idText(id)});
+    for (const QString &statement : storeRecount(m_connection->kind()))
+        done = done && m_connection->executeOnce(statement);
     if (done && m_connection->commit())
         return true;
     failed(error);

@@ -144,6 +144,19 @@ QStringList storeMigration(StoreKind kind, int from)
     return statements;
 }
 
+// The counts are filled as they were when their tables came into being. On a server, others wait with theirs.
+QStringList storeRecount(StoreKind kind)
+{
+    QStringList statements;
+    for (const char *table : countTables) {
+        if (kind == StoreKind::Server)
+            statements << QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(QLatin1String(table));
+    }
+    for (const char *table : countTables)
+        statements << QStringLiteral("DELETE FROM %1").arg(QLatin1String(table));
+    return statements + storeMigration(kind, 0).filter(QRegularExpression(QStringLiteral("^INSERT INTO ")));
+}
+
 QStringList storeFileSchema()
 {
     return QStringList{QStringLiteral("PRAGMA application_id=%1").arg(StoreApplicationId)}

@@ -20,6 +20,9 @@ enum class StoreKind {
 /// database. They don't store the version.
 QStringList storeMigration(StoreKind kind, int from);
 
+/// Returns the statements that count all runs anew, in a transaction.
+QStringList storeRecount(StoreKind kind);
+
 /// Returns the statements that create a store in an empty SQLite file, with its version.
 QStringList storeFileSchema();
 

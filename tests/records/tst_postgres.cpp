@@ -124,7 +124,8 @@ void PostgresTest::init()
         QSKIP("There is no server.");
     m_directory = std::make_unique<QTemporaryDir>();
     m_sentences.clear();
-    QVERIFY2(s_server->execute(q("TRUNCATE run, phase, failure, keypress, port, journal")),
+    QVERIFY2(s_server->execute(
+                 q("TRUNCATE run, phase, failure, keypress, port, journal, run_count, unit_result, duration_count")),
              qPrintable(s_server->errorString()));
 }
 
@@ -308,7 +309,8 @@ void PostgresTest::aStationCanNotChangeOrDelete_data()
           "DELETE FROM phase", "UPDATE phase SET outcome = 'passed'", "DELETE FROM journal",
           "UPDATE journal SET lines = ''", "DELETE FROM failure", "DELETE FROM keypress", "DELETE FROM port",
           "UPDATE schema_version SET version = 9", "INSERT INTO schema_version VALUES (9)", "DELETE FROM numbered_run",
-          "ALTER TABLE run ADD COLUMN x TEXT", "CREATE TABLE mine (x TEXT)"})
+          "ALTER TABLE run ADD COLUMN x TEXT", "DELETE FROM run_count", "DELETE FROM unit_result",
+          "DELETE FROM duration_count", "CREATE TABLE mine (x TEXT)"})
         QTest::newRow(statement) << q(statement);
 }
 
@@ -331,10 +333,10 @@ void PostgresTest::versionsOfTheServer_data()
 {
     QTest::addColumn<QString>("change");
     QTest::addColumn<QString>("sentence");
-    QTest::newRow("newer") << q("UPDATE schema_version SET version = 3")
-                           << q(" is of version 3; this panelhost knows versions up to 2.");
-    QTest::newRow("older") << q("UPDATE schema_version SET version = 1")
-                           << q(" is of version 1; its owner upgrades it with \"panelhost schema --from 1\".");
+    QTest::newRow("newer") << q("UPDATE schema_version SET version = 4")
+                           << q(" is of version 4; this panelhost knows versions up to 3.");
+    QTest::newRow("older") << q("UPDATE schema_version SET version = 2")
+                           << q(" is of version 2; its owner upgrades it with \"panelhost schema --from 2\".");
     QTest::newRow("no tables") << q("ALTER TABLE schema_version RENAME TO other")
                                << q(": relation \"schema_version\" does not exist LINE 1:");
 }
@@ -348,7 +350,7 @@ void PostgresTest::versionsOfTheServer()
     const auto store = RecordStore::openServer(s_server->parsedAddress(), &error);
     if (QByteArray(QTest::currentDataTag()) == "no tables")
         QVERIFY(s_server->execute(q("ALTER TABLE other RENAME TO schema_version")));
-    QVERIFY(s_server->execute(q("UPDATE schema_version SET version = 2")));
+    QVERIFY(s_server->execute(q("UPDATE schema_version SET version = 3")));
     QVERIFY(!store);
     QVERIFY2(error.contains(sentence), qPrintable(error));
 }
@@ -524,8 +526,8 @@ void PostgresTest::theScriptOfTheSchema()
     const auto store = RecordStore::openServer(address, &error);
     QVERIFY2(store, qPrintable(error));
     QVERIFY2(store->save(someRuns(1).first(), "x", &error), qPrintable(error));
-    QCOMPARE(panelhost({q("schema"), q("--from"), q("3")}).err,
-             q("panelhost: --from is \"3\", expected a version from 0 to 2.\n"));
+    QCOMPARE(panelhost({q("schema"), q("--from"), q("4")}).err,
+             q("panelhost: --from is \"4\", expected a version from 0 to 3.\n"));
 }
 
 QTEST_GUILESS_MAIN(PostgresTest)

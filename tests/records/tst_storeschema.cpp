@@ -26,6 +26,7 @@ private Q_SLOTS:
     void queriesUseAnIndex();
     void attemptsAreCountedByBegin();
     void manyRunsAreReadInPages();
+    void theCountsAreThoseOfTheRunsThatRemain();
     void theServersTablesAreTheSame();
 };
 
@@ -286,6 +287,35 @@ void StoreSchemaTest::manyRunsAreReadInPages()
     QVERIFY(expected.isEmpty());
     QVERIFY(std::is_sorted(begins.begin(), begins.end()));
     QCOMPARE(store->count({}, &error), Count);
+}
+
+void StoreSchemaTest::theCountsAreThoseOfTheRunsThatRemain()
+{
+    constexpr int Count = 60;
+    const QTemporaryDir directory;
+    QString error;
+    const auto some = RecordStore::open(directory.filePath(q("some.sqlite")), &error);
+    const auto all = RecordStore::open(directory.filePath(q("all.sqlite")), &error);
+    RunFactory factory(Count);
+    QVector<QUuid> removed;
+    for (int index = 0; index < Count; ++index) {
+        const Run run = factory.run(index);
+        QVERIFY(all->save(run, {}, &error));
+        if (index % 3 == 0)
+            removed << run.id;
+        else
+            QVERIFY(some->save(run, {}, &error));
+    }
+    QVERIFY2(all->remove(removed, &error), qPrintable(error));
+    for (const char *query :
+         {"SELECT kind || day || station || outcome || failed_phase || runs FROM run_count ORDER BY 1",
+          "SELECT unit || kind || first_begin || first_passed || last_begin || last_passed FROM unit_result ORDER BY 1",
+          "SELECT kind || phase || duration || month || station || runs FROM duration_count ORDER BY 1",
+          "SELECT run FROM phase ORDER BY 1", "SELECT run FROM journal ORDER BY 1"}) {
+        const QStringList expected = texts(some->connection(), q(query));
+        QVERIFY(expected.size() > 10);
+        QCOMPARE(texts(all->connection(), q(query)), expected);
+    }
 }
 
 // Only the types differ, and what files alone have.
