@@ -167,17 +167,14 @@ int runInWindow(const CommandLine &line, const QString &recording)
         return reportError(error);
     files.addSessionLine(records.beginSession(device));
     device.journalSink = both(files.journalSink(), records);
-    // A board is restored before a signal ends the process.
-    std::optional<QuitOnSignal> quitOnSignal;
-    if (device.board)
-        quitOnSignal.emplace();
+    // Before a signal ends the process, a board is restored, the recording is completed and runs are saved.
+    QuitOnSignal quitOnSignal;
     const int status = runSession(device, options, files, records, &error);
     if (!error.isEmpty())
         return status;
     records.endSession();
     const bool isSaved = records.finish();
-    if (quitOnSignal)
-        quitOnSignal->endProcessIfAsked();
+    quitOnSignal.endProcessIfAsked();
     return !isSaved || files.hasFailed() ? 2 : status;
 }
 
