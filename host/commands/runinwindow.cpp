@@ -167,14 +167,17 @@ int runInWindow(const CommandLine &line, const QString &recording)
         return reportError(error);
     files.addSessionLine(records.beginSession(device));
     device.journalSink = both(files.journalSink(), records);
-    // Before a signal ends the process, a board is restored, the recording is completed and runs are saved.
-    QuitOnSignal quitOnSignal;
+    // A board is restored before a signal ends the process.
+    std::optional<QuitOnSignal> quitOnSignal;
+    if (device.board)
+        quitOnSignal.emplace();
     const int status = runSession(device, options, files, records, &error);
     if (!error.isEmpty())
         return status;
     records.endSession();
     const bool isSaved = records.finish();
-    quitOnSignal.endProcessIfAsked();
+    if (quitOnSignal)
+        quitOnSignal->endProcessIfAsked();
     return !isSaved || files.hasFailed() ? 2 : status;
 }
 

@@ -36,8 +36,10 @@ QuitOnSignal::QuitOnSignal()
     received = 0;
     wakeUp = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     m_notifier = std::make_unique<QSocketNotifier>(wakeUp, QSocketNotifier::Read);
-    // Nobody reads the descriptor: a signal that comes before the event loop begins ends it when it has begun.
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), &QCoreApplication::quit);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
+        m_notifier->setEnabled(false);
+        QCoreApplication::quit();
+    });
     struct sigaction action = {};
     action.sa_handler = remember;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);

@@ -37,8 +37,6 @@ private Q_SLOTS:
     void addresses();
     void passwordFiles();
     void theCommands();
-    void aWindowThatIsTerminatedEndsInOrder_data();
-    void aWindowThatIsTerminatedEndsInOrder();
     void theScriptOfTheSchema();
 
 private:
@@ -475,40 +473,6 @@ void PostgresTest::theCommands()
     QCOMPARE(panelhost({q("play"), q(LCD_SOURCE_DIR "/scenarios/machine-fail-0.yaml"), q("--records"), address}).err,
              QString());
     QCOMPARE(s_server->values(q("SELECT count(*) FROM run")), QStringList{q("4")});
-}
-
-void PostgresTest::aWindowThatIsTerminatedEndsInOrder_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<bool>("isRecording");
-    QTest::newRow("SIGTERM") << SIGTERM << false;
-    QTest::newRow("SIGINT") << SIGINT << false;
-    QTest::newRow("SIGHUP while recording") << SIGHUP << true;
-}
-
-// With a run that waits, the end is seen on the standard error output.
-void PostgresTest::aWindowThatIsTerminatedEndsInOrder()
-{
-    QFETCH(int, number);
-    QFETCH(bool, isRecording);
-    const QString address = q("postgresql://station@/line?host=/nonexistent&local=") + file();
-    QCOMPARE(panelhost({q("play"), q(LCD_SOURCE_DIR "/scenarios/machine-fail-0.yaml"), q("--records"), address}).status,
-             0);
-    QProcess process;
-    const QString recording = m_directory->filePath(q("recording.yaml"));
-    const QStringList command = isRecording ? QStringList{q("record"), recording} : QStringList();
-    process.start(q(PANELHOST), command + QStringList{q("--records"), address});
-    QByteArray err;
-    while (!err.contains("Runs can't be sent") && process.waitForReadyRead(30000))
-        err += process.readAllStandardError();
-    QVERIFY2(process.state() == QProcess::Running, err.constData());
-    ::kill(static_cast<pid_t>(process.processId()), number);
-    QVERIFY(process.waitForFinished(60000));
-    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-    QCOMPARE(process.exitCode(), number);
-    err += process.readAllStandardError();
-    QVERIFY2(err.contains("One run waits to be sent. It is sent at the next start."), err.constData());
-    QCOMPARE(QFile::exists(recording), isRecording);
 }
 
 void PostgresTest::theScriptOfTheSchema()
