@@ -24,3 +24,34 @@ expect() {
 }
 expect clang-tidy 'modernize-use-nullptr'
 expect clazy-standalone 'Wclazy-rule-of-two-soft'
+
+# Sources with the same options are checked as one unit, and findings are told at their own lines. a.cpp and
+# b.cpp have a constant in common and don't go into the same unit.
+joined=$work/joined
+mkdir "$joined"
+printf '\n\nconstexpr int Limit = 1;\nint *first() { return 0; }\n' >"$joined/a.cpp"
+printf 'constexpr int Limit = 2;\nint second(const int *p) { return p ? Limit : *p; }\n' >"$joined/b.cpp"
+printf '\nstruct Copied { Copied(); Copied(const Copied &); };\nvoid assign(Copied &to, const Copied &from) { to = from; }\n' \
+    >"$joined/c.cpp"
+for file in a b c; do
+    printf '{\n  "directory": "%s",\n  "command": "c++ -std=c++17 -o %s.o -c %s",\n  "file": "%s"\n},\n' \
+        "$joined" "$file" "$joined/$file.cpp" "$joined/$file.cpp"
+done | sed '1s/^/[/; $s/,$/]/' >"$joined/compile_commands.json"
+cp "$source/.clang-tidy" "$joined"
+expect_joined() {
+    local status=0 output
+    output=$("$source/tools/lint" "$joined" "$joined" 2>&1) || status=$?
+    [ "$status" -eq 1 ] || { echo "joined sources: status $status; $output"; exit 1; }
+    for finding in "$@"; do
+        grep -qE "^$joined/$finding" <<<"$output" || { echo "joined sources: no $finding in: $output"; exit 1; }
+    done
+}
+expect_joined 'a\.cpp:4:23: .*modernize-use-nullptr' 'b\.cpp:2:.*NullDereference' 'c\.cpp:3:47: .*rule-of-two-soft'
+
+# Joined, these two don't compile; each alone does and has no finding.
+rm "$joined/c.cpp"
+for file in a b; do
+    printf 'int %s();\nnamespace { int helper() { return 3; } }\nint %s() { return helper(); }\n' "$file" "$file" >"$joined/$file.cpp"
+done
+touch "$joined/c.cpp"
+"$source/tools/lint" "$joined" "$joined"
