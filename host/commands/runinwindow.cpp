@@ -75,6 +75,7 @@ void showRecords(PanelWindow &window, const WindowOptions &options, const RunRec
     QObject::connect(&reader, &StoreReader::passedRead, &window, &PanelWindow::warnThatUnitPassed);
     if (options.asksForUnit)
         window.askForUnits(options.unitPattern, records.unit());
+    window.setPendingRuns(records.pendingCount());
     if (!records.location().isNone())
         window.addToday(reader, [&records] { return records.savedCount(); });
 }
@@ -156,6 +157,8 @@ int runInWindow(const CommandLine &line, const QString &recording)
     QString error;
     if (!options.read(line.parser, &error))
         return reportError(error);
+    records.setPendingListener(
+        [](int count) { callWindow([count](PanelWindow &window) { window.setPendingRuns(count); }); });
     if (options.asksForUnit)
         records.setRunListener([](const Run &run) { callWindow([run](PanelWindow &window) { window.showRun(run); }); });
     if (!records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)

@@ -44,6 +44,8 @@ public:
     RecordsLocation location() const { return m_location; }
     /// Returns the number of runs that were saved. Thread-safe.
     int savedCount() const { return m_saver ? m_saver->saved() : 0; }
+    /// Returns the number of saved runs that wait to be sent to the server. Thread-safe.
+    int pendingCount() const { return m_saver ? m_saver->pending() : 0; }
     /// Returns the unit that the options name; empty if none.
     QString unit() const { return m_unit; }
 

@@ -1,0 +1,127 @@
+#include "postgresserver.h"
+#include "records/statistics.h"
+#include "records/statisticstext.h"
+#include "runfactory.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtTest/QtTest>
+
+using namespace panelhost;
+
+/// Statistics from a real PostgreSQL server: the same as from a file with the same runs.
+class StatisticsPostgresTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void postgresHasTheFiguresOfTheFile_data();
+    void postgresHasTheFiguresOfTheFile();
+    void postgresCountsTheRunsOfAnEarlierVersion();
+    void aStationCountsItsRuns();
+
+private:
+    static QString figures(RecordStore &store, const StatisticsQuery &query);
+    QStringList counts();
+
+    std::unique_ptr<PostgresServer> m_server;
+    QTemporaryDir m_directory;
+    std::unique_ptr<RecordStore> m_file;
+    std::unique_ptr<RecordStore> m_station;
+};
+
+namespace {
+
+constexpr int RunCount = 1500;
+
+QString q(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+}
+
+// The runs come to the server in another order than to the file.
+void StatisticsPostgresTest::initTestCase()
+{
+    if (!PostgresServer::isInstalled())
+        QSKIP("The packages postgresql and libqt5sql5-psql are not installed.");
+    m_server = std::make_unique<PostgresServer>();
+    QVERIFY2(m_server->create(), qPrintable(m_server->errorString()));
+    QString error;
+    RunFactory factory(RunCount);
+    QVector<StoredRun> runs;
+    for (int index = 0; index < RunCount; ++index)
+        runs.append({factory.run(index), qCompress(QByteArray())});
+    m_file = RecordStore::open(m_directory.filePath(q("runs.sqlite")), &error);
+    QVERIFY2(m_file && m_file->saveAll(runs, RecordStore::Forwarding::None, &error), qPrintable(error));
+    std::reverse(runs.begin(), runs.end());
+    m_station = RecordStore::openServer(m_server->parsedAddress(), &error);
+    QVERIFY2(m_station && m_station->saveAll(runs, RecordStore::Forwarding::None, &error), qPrintable(error));
+}
+
+QString StatisticsPostgresTest::figures(RecordStore &store, const StatisticsQuery &query)
+{
+    QString error;
+    const auto statistics = readStatistics(store, query, &error);
+    return statistics ? QString::fromUtf8(QJsonDocument(statisticsJson(*statistics)).toJson()) : error;
+}
+
+QStringList StatisticsPostgresTest::counts()
+{
+    return m_server->values(q("SELECT run_count::text FROM run_count ORDER BY 1"))
+        + m_server->values(q("SELECT unit_result::text FROM unit_result ORDER BY 1"))
+        + m_server->values(q("SELECT duration_count::text FROM duration_count ORDER BY 1"));
+}
+
+void StatisticsPostgresTest::postgresHasTheFiguresOfTheFile_data()
+{
+    using Groups = StatisticsQuery::Groups;
+    QTest::addColumn<StatisticsQuery>("query");
+    const auto row = [](const char *name, RunKind kind, const char *station, const QDate &since, const QDate &until,
+                        Groups groups) {
+        QTest::newRow(name) << StatisticsQuery{kind, q(station), since, until, groups};
+    };
+    row("all", RunKind::Machine, "", {}, {}, Groups::None);
+    row("stations", RunKind::Machine, "", {2023, 5, 17}, {2024, 8, 3}, Groups::Station);
+    row("days", RunKind::Aging, "", {2024, 2, 1}, {2024, 3, 10}, Groups::Day);
+    row("weeks", RunKind::Repair, "", {}, {}, Groups::Week);
+    row("months of a station", RunKind::Machine, "S7", {2023, 5, 17}, {}, Groups::Month);
+}
+
+void StatisticsPostgresTest::postgresHasTheFiguresOfTheFile()
+{
+    QFETCH(StatisticsQuery, query);
+    const QString expected = figures(*m_file, query);
+    QVERIFY2(expected.startsWith(QLatin1Char('{')), qPrintable(expected));
+    QCOMPARE(figures(*m_station, query), expected);
+}
+
+void StatisticsPostgresTest::postgresCountsTheRunsOfAnEarlierVersion()
+{
+    const QStringList counted = counts();
+    QVERIFY(counted.size() > RunCount);
+    for (const char *table : {"run_count", "unit_result", "duration_count"})
+        QVERIFY2(m_server->execute(q("DELETE FROM %1").arg(q(table))), qPrintable(m_server->errorString()));
+    for (const QString &statement : storeMigration(StoreKind::Server, 2)) {
+        if (statement.startsWith(q("INSERT")))
+            QVERIFY2(m_server->execute(statement), qPrintable(m_server->errorString()));
+    }
+    QCOMPARE(counts(), counted);
+}
+
+// A role that may not change runs may count them, and nothing else.
+void StatisticsPostgresTest::aStationCountsItsRuns()
+{
+    const QString station = q("station");
+    QVERIFY(m_server->execute(q("UPDATE run_count SET runs = runs"), station));
+    QVERIFY(!m_server->execute(q("DELETE FROM run_count"), station));
+    QVERIFY(!m_server->execute(q("DELETE FROM unit_result"), station));
+    QVERIFY(!m_server->execute(q("TRUNCATE duration_count"), station));
+}
+
+Q_DECLARE_METATYPE(panelhost::StatisticsQuery)
+
+QTEST_GUILESS_MAIN(StatisticsPostgresTest)
+
+#include "tst_statisticspostgres.moc"
