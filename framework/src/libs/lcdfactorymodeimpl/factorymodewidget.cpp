@@ -74,7 +74,7 @@ constexpr TitleRow titles[] = {
 std::unique_ptr<QListWidgetItem> createRow(const QString &title)
 {
     auto row = std::make_unique<QListWidgetItem>(title);
-    row->setData(Qt::ForegroundRole, QBrush(QColor(QStringLiteral("#FFFFFF"))));
+    row->setData(Qt::ForegroundRole, QBrush(Qt::white));
     return row;
 }
 
@@ -85,7 +85,8 @@ static QString titleForKey(const QString &key)
     if (key.isEmpty())
         return {};
     for (const TitleRow &row : titles) {
-        if (key.compare(QLatin1String(row.key), Qt::CaseInsensitive) != 0)
+        const QLatin1String rowKey(row.key);
+        if (key.size() != rowKey.size() || key.compare(rowKey, Qt::CaseInsensitive) != 0)
             continue;
         const QLatin1String title(row.title);
         return row.wording == Wording::Translated ? translated(title) : QString(title);
