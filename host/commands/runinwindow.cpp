@@ -82,7 +82,7 @@ void showRecords(PanelWindow &window, const WindowOptions &options, const RunRec
 
 int runEventLoop(Session &session, WindowFiles &files)
 {
-    const int status = QApplication::exec();
+    const int status = QuitOnSignal::isAsked() ? 0 : QApplication::exec();
     files.close(session);
     return status;
 }

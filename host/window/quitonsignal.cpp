@@ -55,6 +55,11 @@ QuitOnSignal::~QuitOnSignal()
     ::close(wakeUp.exchange(-1));
 }
 
+bool QuitOnSignal::isAsked()
+{
+    return received != 0;
+}
+
 void QuitOnSignal::endProcessIfAsked()
 {
     const int number = received;

@@ -16,6 +16,8 @@ public:
     QuitOnSignal();
     ~QuitOnSignal();
 
+    /// Returns whether a signal has come. It may have come before the event loop has begun.
+    static bool isAsked();
     /// Ends the process by the signal that has ended the event loop. Does nothing if there was none.
     void endProcessIfAsked();
 

@@ -61,3 +61,10 @@ if(TARGET board_mocks)
     target_include_directories(tst_boardrecording PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
     add_dependencies(tst_boardrecording lcdfactorymodeimpl repairpages share_files)
 endif()
+
+# panelhost itself on mock hardware.
+lcd_add_mock_board_test(tst_boardprocess)
+if(TARGET tst_boardprocess)
+    target_compile_definitions(tst_boardprocess PRIVATE "PANELHOST=\"$<TARGET_FILE:panelhost>\"")
+    add_dependencies(tst_boardprocess panelhost lcdfactorymodeimpl repairpages share_files)
+endif()

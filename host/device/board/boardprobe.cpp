@@ -33,7 +33,7 @@ QVector<ProbedDevice> probeInputs()
     QVector<ProbedDevice> found;
     for (const QString &event : entries(QStringLiteral("/sys/class/input"), QStringLiteral("event*"))) {
         ProbedDevice device;
-        device.name = attribute(QStringLiteral("/sys/class/input/%1/device/name").arg(event));
+        device.name = attribute(QStringLiteral("/sys/class/input/%1/../name").arg(event));
         device.details = readable(QStringLiteral("/dev/input/") + event, &device.isUsable);
         if (!device.name.isEmpty())
             found << device;

@@ -24,6 +24,8 @@ LedOutput::LedOutput(const QString &name, bool isMulticolor)
 bool LedOutput::open(QString *error)
 {
     m_max = 0;
+    if (!m_device.checkExists(error))
+        return false;
     const auto max = m_device.readNumber("max_brightness", 1, error);
     if (!max || !m_device.checkWritable("brightness", error) || !m_device.checkWritable("trigger", error)
         || !checkTriggers(error) || (m_isMulticolor && !openMulticolor(error)))
@@ -122,6 +124,8 @@ BacklightOutput::BacklightOutput(const QString &name) : m_device(QStringLiteral(
 
 bool BacklightOutput::open(QString *error)
 {
+    if (!m_device.checkExists(error))
+        return false;
     const auto max = m_device.readNumber("max_brightness", 1, error);
     m_max = max && m_device.checkWritable("brightness", error) ? *max : 0;
     return m_max > 0;

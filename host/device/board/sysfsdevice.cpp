@@ -57,6 +57,14 @@ bool SysfsDevice::exists() const
     return QFileInfo(path()).isDir();
 }
 
+bool SysfsDevice::checkExists(QString *error) const
+{
+    if (exists())
+        return true;
+    *error = fileError(path(), ENOENT) + QStringLiteral("; ") + remedy(ENOENT, m_class);
+    return false;
+}
+
 bool SysfsDevice::has(const char *attribute) const
 {
     return QFileInfo::exists(path(attribute));

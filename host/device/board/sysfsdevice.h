@@ -19,6 +19,8 @@ public:
     QString path() const;
     QString path(const char *attribute) const;
     bool exists() const;
+    /// Returns true if exists(); otherwise sets @p error to the reason and the remedy.
+    bool checkExists(QString *error) const;
     bool has(const char *attribute) const;
 
     /// Returns the value without the line end. Returns nothing and sets @p error to "path: reason" on failure.

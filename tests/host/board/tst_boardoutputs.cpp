@@ -39,6 +39,17 @@ QString backlightDescription(const char *name)
         .arg(q(name));
 }
 
+// At the end of a test nobody waits for the other end of the pipe at @c path anymore, and it is gone.
+struct PipeEnd
+{
+    ~PipeEnd()
+    {
+        ::open(qPrintable(path), O_RDWR | O_NONBLOCK | O_CLOEXEC); // stays open for who waits
+        QFile::remove(path);
+    }
+    const QString path;
+};
+
 // Returns what is being written to the pipe at @p path; nothing if nobody writes.
 QByteArrayList readWaiting(const QString &path)
 {
@@ -337,7 +348,9 @@ void tst_BoardOutputs::missingPartsAreSaidWithRemedy_data()
     QTest::addColumn<QString>("sentence");
     const QString led = q("/sys/devices/panel/leds/single");
     const QString shown = q("board.yaml:2:8: /sys/class/leds/single/");
-    QTest::newRow("no such LED") << led << QString() << shown + q("max_brightness: No such file or directory.");
+    QTest::newRow("no such LED") << led << QString()
+                                 << q("board.yaml:2:8: /sys/class/leds/single: No such file or directory; \"panelhost "
+                                      "probe\" lists what is in /sys/class/leds.");
     QTest::newRow("read-only") << led + q("/brightness") << q("read-only")
                                << shown
             + q("brightness is read-only: its driver can't set it; take it out of the profile.");
@@ -401,6 +414,7 @@ void tst_BoardOutputs::slowWriteBlocksNobody()
     const QString path = realPath(q("/sys/devices/panel/leds/single/brightness"));
     QVERIFY(QFile::remove(path));
     QCOMPARE(mkfifo(qPrintable(path), 0666), 0);
+    const PipeEnd end{path};
     QElapsedTimer elapsed;
     elapsed.start();
     for (int level = 1; level <= 100; ++level)
@@ -420,7 +434,6 @@ void tst_BoardOutputs::slowWriteBlocksNobody()
     QVERIFY2(isNewestWritten, written.join(' ').constData());
     QVERIFY2(written.size() <= 3, written.join(' ').constData());
     QTRY_COMPARE(attribute(q("/sys/class/backlight/lcd0/brightness")), q("500"));
-    QFile::remove(path); // restoring must not wait for a reader
 }
 
 void tst_BoardOutputs::probeListsWhatIsThere()

@@ -8,6 +8,7 @@
 #include "scenario/scenariowriter.h"
 #include "session/devicenames.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
 
 #include <unistd.h>
@@ -31,12 +32,14 @@ private:
     bool record(const QString &scenario, const std::function<void()> &more = {});
     QByteArray played();
     void compare();
+    QString filePath(const char *name) const { return place + QLatin1Char('/') + q(name); }
     QString write(const char *name, const QByteArray &content);
     static QByteArray cut(const QByteArray &line) { return line.left(300); }
 
     std::unique_ptr<MockBed> bed;
     std::unique_ptr<MockBoard> board;
     std::unique_ptr<QTemporaryDir> directory;
+    QString place;       // of the files
     QByteArray recorded; // the journal
     QString failure;
 };
@@ -55,6 +58,14 @@ void tst_BoardRecording::initTestCase()
 void tst_BoardRecording::init()
 {
     directory = std::make_unique<QTemporaryDir>();
+    place = directory->path();
+    // "./run board-demo" keeps the files of each test.
+    const QString kept = qEnvironmentVariable("PANELHOST_BOARD_DEMO");
+    if (!kept.isEmpty()) {
+        place = kept + QLatin1Char('/') + q(QTest::currentTestFunction());
+        QDir(place).removeRecursively();
+        QVERIFY(QDir().mkpath(place));
+    }
     recorded.clear();
     failure.clear();
     Session::Options options;
@@ -72,7 +83,7 @@ void tst_BoardRecording::cleanup()
 
 QString tst_BoardRecording::write(const char *name, const QByteArray &content)
 {
-    QFile file(directory->filePath(q(name)));
+    QFile file(filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("no file");
     return file.fileName();
@@ -84,7 +95,7 @@ bool tst_BoardRecording::record(const QString &path, const std::function<void()>
     Session::Options options;
     options.share = q(LCD_SOURCE_DIR "/share");
     QStringList errors;
-    if (!readBoardProfile(write("board.yaml", board->profile()), directory->filePath(q("state")), options, &errors)) {
+    if (!readBoardProfile(write("board.yaml", board->profile()), filePath("state"), options, &errors)) {
         failure = errors.join(QLatin1Char('\n'));
         return false;
     }
@@ -101,7 +112,7 @@ bool tst_BoardRecording::record(const QString &path, const std::function<void()>
     const std::unique_ptr<Session> session = Session::open(options, &failure);
     if (!session)
         return false;
-    ScenarioWriter writer(directory->filePath(q("recorded.yaml")), *session);
+    ScenarioWriter writer(filePath("recorded.yaml"), *session);
     if (!writer.open(LineFile::IfExists::Refuse, &failure))
         return false;
     session->lcd()->show();
@@ -112,6 +123,7 @@ bool tst_BoardRecording::record(const QString &path, const std::function<void()>
         more();
     session->journal().setSink({});
     writer.close();
+    write("recorded.jsonl", recorded);
     return failure.isEmpty();
 }
 
@@ -120,7 +132,7 @@ QByteArray tst_BoardRecording::played()
     Session::Options options;
     options.share = q(LCD_SOURCE_DIR "/share");
     QStringList errors;
-    const auto scenario = loadScenario(directory->filePath(q("recorded.yaml")), options, &errors);
+    const auto scenario = loadScenario(filePath("recorded.yaml"), options, &errors);
     if (!scenario)
         return errors.join(QLatin1Char('\n')).toUtf8();
     QByteArray journal;
