@@ -8,6 +8,7 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/syscall.h>
+#include <sys/timerfd.h>
 #include <unistd.h>
 
 using namespace panelhost;
@@ -275,6 +276,10 @@ private Q_SLOTS:
         QVERIFY(pump(slider->sources(), [&] { return events.size() >= 2; }));
         QVERIFY2(events.last().startsWith(q("status ")) && events.last() != q("status "), qPrintable(events.last()));
         QCOMPARE(slider->calibrate(2), q("the T-Bar is missing"));
+        itimerspec timer = {};
+        QCOMPARE(timerfd_gettime(slider->sources().first()->fd(), &timer), 0);
+        QCOMPARE(timer.it_value.tv_sec, 0); // nothing is read as long as it is missing
+        QCOMPARE(timer.it_value.tv_nsec, 0);
         addChannel(3, "4095\n");
         bed->uevent(q("/sys/devices/adc/iio:device3"), "add");
         waitFor(q("1"));
