@@ -4,6 +4,7 @@
 
 #include "operator/sendinput.h"
 
+#include <algorithm>
 #include <libevdev/libevdev.h>
 
 namespace panelhost {
@@ -48,7 +49,8 @@ void readDevice(ProfileReader &reader, const QString &part, const YamlNode &node
             continue;
         }
         hasEvents = true;
-        for (const auto &[event, meaning] : reader.yaml.freeMap(value))
+        const auto events = reader.yaml.freeMap(value);
+        for (const auto &[event, meaning] : events)
             readEvent(input.input, event, meaning);
     }
     if (node.isMap() && entries.size() == node.entries().size() && !(hasDevice && hasEvents))
@@ -62,15 +64,18 @@ void readDevices(ProfileReader &reader, const QString &part, const YamlNode &val
 {
     if (!value.isSequence())
         return readDevice(reader, part, value, readEvent);
-    if (value.items().isEmpty())
+    const QVector<YamlNode> nodes = value.items();
+    if (nodes.isEmpty())
         reader.yaml.errorExpected(value, QStringLiteral("an input device or a list of them"));
-    for (const YamlNode &node : value.items())
+    for (const YamlNode &node : nodes)
         readDevice(reader, part, node, readEvent);
 }
 
 bool isKeyUsed(const ProfileReader &reader, const EvdevInput::Configuration &input, int halKey)
 {
-    const auto uses = [halKey](const EvdevInput::Configuration &each) { return each.keys.values().contains(halKey); };
+    const auto uses = [halKey](const EvdevInput::Configuration &each) {
+        return std::find(each.keys.begin(), each.keys.end(), halKey) != each.keys.end();
+    };
     return uses(input) || std::any_of(reader.board.inputs.begin(), reader.board.inputs.end(), [&](const auto &each) {
                return uses(each.input);
            });

@@ -47,7 +47,8 @@ QStringList readPaths(ProfileReader &reader, const YamlNode &node)
 void readNet(ProfileReader &reader, const YamlNode &value)
 {
     QStringList &interfaces = reader.board.net.interfaces;
-    for (const YamlNode &node : ports(reader, value, QStringLiteral("network interfaces"))) {
+    const auto nodes = ports(reader, value, QStringLiteral("network interfaces"));
+    for (const YamlNode &node : nodes) {
         const QString name = YamlReader::scalar(node);
         if (!isInterfaceName(name))
             reader.yaml.errorExpected(node, QStringLiteral("the name of a network interface such as eth0"));
@@ -61,7 +62,8 @@ void readNet(ProfileReader &reader, const YamlNode &value)
 void readUsb(ProfileReader &reader, const YamlNode &value)
 {
     QStringList seen;
-    for (const YamlNode &node : ports(reader, value, QStringLiteral("USB ports"))) {
+    const auto nodes = ports(reader, value, QStringLiteral("USB ports"));
+    for (const YamlNode &node : nodes) {
         const QStringList paths = readPaths(reader, node);
         for (const QString &path : paths) {
             if (seen.contains(path))

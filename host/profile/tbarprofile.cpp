@@ -74,7 +74,7 @@ void readOption(ProfileReader &reader, const YamlReader::Entry &entry)
     } else if (name == "axis") {
         tbar.input.axis = readEventCode(reader, value, EV_ABS);
     } else if (name == "iio") {
-        slider.iio.emplace();
+        slider.iio = SliderInput::IioChannel();
         readChannel(reader, value, *slider.iio);
     } else if (name == "range") {
         slider.range = readRange(reader, value);

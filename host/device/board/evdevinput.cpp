@@ -25,7 +25,7 @@ constexpr int KeyRepeat = 2; // value of a key event
 
 QString openProblem(const QString &node, int number)
 {
-    const QString problem = QStringLiteral("%1 can't be opened: %2.").arg(node, qt_error_string(number));
+    QString problem = QStringLiteral("%1 can't be opened: %2.").arg(node, qt_error_string(number));
     if (number != EACCES && number != EPERM)
         return problem;
     return problem
@@ -106,7 +106,8 @@ void EvdevInput::close()
     ::close(std::exchange(m_fd, -1));
     setProblem(QStringLiteral("The %1 was disconnected.").arg(m_configuration.device.description()));
     m_zones.clear();
-    for (const int halKey : std::exchange(m_down, {}))
+    const QSet<int> released = std::exchange(m_down, {});
+    for (const int halKey : released)
         m_callbacks.key(halKey, false);
 }
 
