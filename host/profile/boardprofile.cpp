@@ -49,7 +49,8 @@ void readParts(ProfileReader &reader, const YamlNode &root)
     QStringList names;
     for (const Part &part : parts())
         names << part.name;
-    for (const auto &entry : reader.yaml.map(root, names)) {
+    const auto entries = reader.yaml.map(root, names);
+    for (const auto &entry : entries) {
         const auto part = std::find_if(parts().begin(), parts().end(), [&entry](const Part &each) {
             return each.name == YamlReader::scalar(entry.first);
         });

@@ -21,7 +21,8 @@ BoardOutputs::BoardOutputs(const BoardConfiguration &board, PartHandler partChan
     : m_board(board), m_partChanged(std::move(partChanged)), m_saved(board.stateDirectory)
 {
     for (const KeyLedConfiguration &key : board.leds) {
-        for (const QString &name : key.names())
+        const auto names = key.names();
+        for (const QString &name : names)
             m_leds.try_emplace(name, name, name == key.multicolor);
     }
     for (int screen = 0; screen < board.screens.size(); ++screen) {
@@ -91,7 +92,8 @@ void BoardOutputs::watch(const char *deviceClass)
             reopen(name, deviceName(device));
     };
     const auto overflowed = [this, name] {
-        for (const QString &each : ledNames() + backlightNames())
+        const auto names = ledNames() + backlightNames();
+        for (const QString &each : names)
             reopen(name, each);
     };
     auto monitor = std::make_unique<UdevMonitor>(deviceClass, UdevMonitor::Listeners{changed, overflowed});
@@ -105,7 +107,8 @@ bool BoardOutputs::openAll(QString *error)
 {
     QString reason;
     for (const KeyLedConfiguration &key : m_board.leds) {
-        for (const QString &name : key.names()) {
+        const auto names = key.names();
+        for (const QString &name : names) {
             if (!m_leds.at(name).open(&reason)) {
                 *error = located(key.where, reason);
                 return false;
@@ -195,7 +198,8 @@ bool BoardOutputs::writeLeds()
         const auto light = m_lights.find(key.halKey);
         if (light == m_lights.end())
             continue;
-        for (const LedLevel &level : ledLevels(key, light->second)) {
+        const auto levels = ledLevels(key, light->second);
+        for (const LedLevel &level : levels) {
             QString error;
             isAllWritten = m_leds.at(level.led).show(level, &error) && isAllWritten;
         }

@@ -31,7 +31,8 @@ QString readable(const QString &path, bool *isUsable)
 QVector<ProbedDevice> probeInputs()
 {
     QVector<ProbedDevice> found;
-    for (const QString &event : entries(QStringLiteral("/sys/class/input"), QStringLiteral("event*"))) {
+    const auto events = entries(QStringLiteral("/sys/class/input"), QStringLiteral("event*"));
+    for (const QString &event : events) {
         ProbedDevice device;
         device.name = attribute(QStringLiteral("/sys/class/input/%1/../name").arg(event));
         device.details = readable(QStringLiteral("/dev/input/") + event, &device.isUsable);
@@ -56,7 +57,8 @@ ProbedDevice probeLight(const QString &deviceClass, const QString &name)
 QVector<ProbedDevice> probeLights(const QString &deviceClass)
 {
     QVector<ProbedDevice> found;
-    for (const QString &name : sysfsNames(deviceClass))
+    const auto names = sysfsNames(deviceClass);
+    for (const QString &name : names)
         found << probeLight(deviceClass, name);
     return found;
 }
@@ -66,7 +68,8 @@ QVector<ProbedDevice> probeOutputs()
 {
     static const QRegularExpression card(QStringLiteral("^card\\d+-"));
     QVector<ProbedDevice> found;
-    for (const QString &name : entries(QStringLiteral("/sys/class/drm"), QStringLiteral("card*-*"))) {
+    const auto cards = entries(QStringLiteral("/sys/class/drm"), QStringLiteral("card*-*"));
+    for (const QString &name : cards) {
         const QString status = attribute(QStringLiteral("/sys/class/drm/%1/status").arg(name));
         if (status == QLatin1String("connected"))
             found << ProbedDevice{QString(name).remove(card), status, true};
@@ -79,9 +82,11 @@ QVector<ProbedDevice> probeIio()
     const QString directory = QStringLiteral("/sys/bus/iio/devices");
     static const QRegularExpression channel(QStringLiteral("^in_(.+)_raw$"));
     QVector<ProbedDevice> found;
-    for (const QString &device : entries(directory, QStringLiteral("iio:device*"))) {
+    const auto devices = entries(directory, QStringLiteral("iio:device*"));
+    for (const QString &device : devices) {
         const QString path = directory + QLatin1Char('/') + device;
-        for (const QString &file : entries(path, QStringLiteral("in_*_raw")))
+        const auto files = entries(path, QStringLiteral("in_*_raw"));
+        for (const QString &file : files)
             found << ProbedDevice{device + QLatin1Char(' ') + channel.match(file).captured(1),
                                   attribute(path + QStringLiteral("/name")), true};
     }
@@ -92,7 +97,8 @@ QVector<ProbedDevice> probeNet()
 {
     constexpr int Ethernet = 1; // ARPHRD_ETHER
     QVector<ProbedDevice> found;
-    for (const QString &name : sysfsNames(QStringLiteral("net"))) {
+    const auto names = sysfsNames(QStringLiteral("net"));
+    for (const QString &name : names) {
         const QString path = QStringLiteral("/sys/class/net/") + name;
         if (attribute(path + QStringLiteral("/type")).toInt() == Ethernet)
             found << ProbedDevice{name, attribute(path + QStringLiteral("/operstate")), true};
@@ -116,8 +122,10 @@ QVector<ProbedDevice> probeUsb()
 {
     const QString directory = QStringLiteral("/sys/bus/usb/devices");
     QVector<ProbedDevice> found;
-    for (const QString &hub : entries(directory, QStringLiteral("*:1.0"))) {
-        for (const QString &port : entries(directory + QLatin1Char('/') + hub, QStringLiteral("*-port*"))) {
+    const auto hubs = entries(directory, QStringLiteral("*:1.0"));
+    for (const QString &hub : hubs) {
+        const auto ports = entries(directory + QLatin1Char('/') + hub, QStringLiteral("*-port*"));
+        for (const QString &port : ports) {
             const QString path = portPath(hub, port);
             if (path.isEmpty())
                 continue;

@@ -45,7 +45,7 @@ bool isNumber(const QByteArray &text)
 // Returns nothing if the LED has no such attribute.
 std::optional<QByteArray> valueToSave(const SysfsDevice &led, const char *attribute, QString *error)
 {
-    const auto value = led.read(attribute, error);
+    auto value = led.read(attribute, error);
     if (!value)
         return std::nullopt;
     if (qstrcmp(attribute, "trigger") == 0)

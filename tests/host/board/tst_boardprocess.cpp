@@ -47,7 +47,7 @@ private:
     QString write(const char *name, const QByteArray &text);
     QByteArray profile() const;
     int run(const QStringList &arguments);
-    bool startMachineTest(const QStringList &arguments);
+    bool startAgingTest(const QStringList &arguments);
 
     std::unique_ptr<MockBed> bed;
     std::unique_ptr<MockInput> knob;
@@ -107,8 +107,8 @@ int tst_BoardProcess::run(const QStringList &arguments)
     return hasEnded ? process->exitCode() : -1;
 }
 
-// The first entry of the menu is the machine test. It begins with the screens at 10 %.
-bool tst_BoardProcess::startMachineTest(const QStringList &arguments)
+// The first entry of the menu is the aging test. It begins with the screens at 10 %.
+bool tst_BoardProcess::startAgingTest(const QStringList &arguments)
 {
     const QString board = write("board.yaml", profile());
     process->start(q(PANELHOST),
@@ -162,7 +162,7 @@ void tst_BoardProcess::signalRestores_data()
 void tst_BoardProcess::signalRestores()
 {
     QFETCH(int, number);
-    QVERIFY2(startMachineTest({}), process->readAllStandardError().constData());
+    QVERIFY2(startAgingTest({}), process->readAllStandardError().constData());
     QVERIFY(QFile::exists(directory->filePath(q("state/outputs.json"))));
     kill(static_cast<pid_t>(process->processId()), number);
     QVERIFY(process->waitForFinished(30000));
@@ -175,7 +175,7 @@ void tst_BoardProcess::signalRestores()
 
 void tst_BoardProcess::restoreAfterAKill()
 {
-    QVERIFY2(startMachineTest({}), process->readAllStandardError().constData());
+    QVERIFY2(startAgingTest({}), process->readAllStandardError().constData());
     QProcess other;
     other.setWorkingDirectory(directory->path());
     other.start(q(PANELHOST), {q("restore"), q("--state"), q("state")});
@@ -194,7 +194,7 @@ void tst_BoardProcess::restoreAfterAKill()
 
 void tst_BoardProcess::kioskShowsTheLcd()
 {
-    QVERIFY2(startMachineTest({q("--kiosk")}), process->readAllStandardError().constData());
+    QVERIFY2(startAgingTest({q("--kiosk")}), process->readAllStandardError().constData());
     process->terminate();
     QVERIFY(process->waitForFinished(30000));
     QCOMPARE(content(q(Backlight)), QByteArray("420"));
