@@ -13,14 +13,17 @@ namespace panelhost {
 struct OperatorAction
 {
     enum class Kind {
-        Navigate, ///< knob or joystick: "key" is one of up, down, left, right, enter, back
-        Press,    ///< a key of the panel goes down and up: "key" is its hal key, or its name
-        Hold,     ///< a key of the panel goes down
-        Release,  ///< and up again
-        Soft,     ///< a soft button of the page by touch: "side" is left or right
-        Touch,    ///< a touch on the LCD: "x", "y" in LCD pixels
-        TBar,     ///< "position" from 0 (bottom) to 1 (top)
-        Plug,     ///< "port" such as net1 or usb2
+        Navigate,  ///< knob or joystick: "key" is one of up, down, left, right, enter, back
+        Press,     ///< a key of the panel goes down and up: "key" is its hal key, or its name
+        Hold,      ///< a key of the panel goes down
+        Release,   ///< and up again
+        Soft,      ///< a soft button of the page by touch: "side" is left or right
+        Touch,     ///< a touch on the LCD: "x", "y" in LCD pixels
+        TouchDown, ///< a finger is put on the LCD: "x", "y"
+        TouchMove, ///< and moves: "x", "y"
+        TouchUp,   ///< and is lifted where it is
+        TBar,      ///< "position" from 0 (bottom) to 1 (top)
+        Plug,      ///< "port" such as net1 or usb2
         Unplug,
         Block, ///< a USB port is blocked: "port"
         Unblock,

@@ -3,6 +3,7 @@
 #include "device/device.h"
 #include "device/faults.h"
 #include "journal/journal.h"
+#include "operator/sendinput.h"
 #include "time/virtualclock.h"
 
 #include <QtCore/QString>
@@ -32,6 +33,12 @@ public:
     virtual bool setLanguage(const QString &code) = 0;
     virtual void enterFactoryMode() = 0;
     virtual void exitFactoryMode() = 0;
+
+    /// Returns the operator's finger on the LCD.
+    Finger &finger() { return m_finger; }
+
+private:
+    Finger m_finger;
 };
 
 }

@@ -65,6 +65,13 @@ PreparedAction panelKey(OperatorTarget &target, const OperatorAction &action)
     });
 }
 
+// Returns whether a touch in the middle of the button reaches another widget.
+bool isCovered(const QWidget &button, const QWidget &lcd)
+{
+    const QWidget *touched = lcd.childAt(button.mapTo(&lcd, button.rect().center()));
+    return touched != &button && !button.isAncestorOf(touched);
+}
+
 PreparedAction soft(OperatorTarget &target, const OperatorAction &action)
 {
     const QString side = action.arguments.value(QStringLiteral("side")).toString();
@@ -73,15 +80,36 @@ PreparedAction soft(OperatorTarget &target, const OperatorAction &action)
     QWidget *button = findSoftButton(*target.lcd(), side);
     if (!button)
         return rejected(QStringLiteral("The page shows no %1 button.").arg(side));
+    if (isCovered(*button, *target.lcd()))
+        return rejected(QStringLiteral("The %1 button is covered.").arg(side));
     return accepted(action, {{QStringLiteral("side"), side}},
                     [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
 }
 
+QPoint pointOf(const Arguments &arguments)
+{
+    return {arguments.value(QStringLiteral("x")).toInt(), arguments.value(QStringLiteral("y")).toInt()};
+}
+
+void touchAt(OperatorTarget &target, OperatorAction::Kind kind, const QPoint &point)
+{
+    if (kind == OperatorAction::Kind::TouchDown)
+        target.finger().putDown(*target.lcd(), point);
+    else if (kind == OperatorAction::Kind::TouchMove)
+        target.finger().moveTo(point);
+    else
+        sendTouch(*target.lcd(), point);
+}
+
 PreparedAction touch(OperatorTarget &target, const OperatorAction &action)
 {
-    const QPoint point(action.arguments.value(QStringLiteral("x")).toInt(),
-                       action.arguments.value(QStringLiteral("y")).toInt());
-    QWidget *lcd = target.lcd();
+    const QPoint point = pointOf(action.arguments);
+    const QWidget *lcd = target.lcd();
+    const bool isDown = target.finger().isDown();
+    if (isDown && action.kind != OperatorAction::Kind::TouchMove)
+        return rejected(QStringLiteral("A finger is on the LCD already."));
+    if (!isDown && action.kind == OperatorAction::Kind::TouchMove)
+        return rejected(QStringLiteral("No finger is on the LCD."));
     if (!lcd->rect().contains(point))
         return rejected(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
                             .arg(point.x())
@@ -89,7 +117,14 @@ PreparedAction touch(OperatorTarget &target, const OperatorAction &action)
                             .arg(lcd->width())
                             .arg(lcd->height()));
     return accepted(action, {{QStringLiteral("x"), point.x()}, {QStringLiteral("y"), point.y()}},
-                    [lcd, point] { sendTouch(*lcd, point); });
+                    [&target, kind = action.kind, point] { touchAt(target, kind, point); });
+}
+
+PreparedAction touchUp(OperatorTarget &target, const OperatorAction &action)
+{
+    if (!target.finger().isDown())
+        return rejected(QStringLiteral("No finger is on the LCD."));
+    return accepted(action, {}, [&target] { target.finger().lift(); });
 }
 
 PreparedAction tbar(OperatorTarget &target, const OperatorAction &action)
@@ -217,6 +252,9 @@ PreparedAction prepareAction(OperatorTarget &target, const OperatorAction &actio
         {Kind::Release, panelKey},
         {Kind::Soft, soft},
         {Kind::Touch, touch},
+        {Kind::TouchDown, touch},
+        {Kind::TouchMove, touch},
+        {Kind::TouchUp, touchUp},
         {Kind::TBar, tbar},
         {Kind::Plug, port},
         {Kind::Unplug, port},

@@ -42,8 +42,9 @@ QWidget *keyTarget(QWidget &lcd)
 
 void sendMouse(QWidget *target, QEvent::Type type, const QPointF &local, const QPointF &global)
 {
-    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-    QMouseEvent event(type, local, local, global, Qt::LeftButton, held, Qt::NoModifier);
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButton changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, local, local, global, changed, held, Qt::NoModifier);
     QApplication::sendEvent(target, &event);
 }
 
@@ -84,6 +85,33 @@ void sendTouch(QWidget &widget, const QPoint &point)
     sendMouse(target, QEvent::MouseButtonPress, local, global);
     if (target)
         sendMouse(target, QEvent::MouseButtonRelease, local, global);
+}
+
+void Finger::putDown(QWidget &lcd, const QPoint &point)
+{
+    m_isDown = true;
+    m_lcd = &lcd;
+    m_target = lcd.childAt(point) ? lcd.childAt(point) : &lcd;
+    m_point = point;
+    send(QEvent::MouseButtonPress);
+}
+
+void Finger::moveTo(const QPoint &point)
+{
+    m_point = point;
+    send(QEvent::MouseMove);
+}
+
+void Finger::lift()
+{
+    m_isDown = false;
+    send(QEvent::MouseButtonRelease);
+}
+
+void Finger::send(QEvent::Type type)
+{
+    if (m_lcd && m_target)
+        sendMouse(m_target, type, m_target->mapFrom(m_lcd, m_point), m_lcd->mapToGlobal(m_point));
 }
 
 QWidget *findSoftButton(QWidget &lcd, const QString &side)

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QtCore/QEvent>
 #include <QtCore/QPoint>
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/Qt>
+#include <QtWidgets/QWidget>
 
 #include <optional>
-
-class QWidget;
 
 namespace panelhost {
 
@@ -22,6 +23,25 @@ void sendKey(QWidget &lcd, Qt::Key key);
 
 /// Sends a press and a release of the left mouse button at @p point of @p widget to the innermost widget there.
 void sendTouch(QWidget &widget, const QPoint &point);
+
+/// A finger on the LCD. The widget below it when it is put down gets its movements, as with a grabbed mouse, and gets
+/// nothing more once it is deleted.
+class Finger
+{
+public:
+    bool isDown() const { return m_isDown; }
+    void putDown(QWidget &lcd, const QPoint &point);
+    void moveTo(const QPoint &point);
+    void lift();
+
+private:
+    void send(QEvent::Type type);
+
+    bool m_isDown = false;
+    QPointer<QWidget> m_lcd;
+    QPointer<QWidget> m_target;
+    QPoint m_point; ///< in LCD pixels
+};
 
 /// Returns the visible soft button of the page on @p side, "left" or "right"; nullptr if there is none.
 QWidget *findSoftButton(QWidget &lcd, const QString &side);

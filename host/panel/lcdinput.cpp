@@ -6,6 +6,8 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 
+#include <utility>
+
 namespace panelhost {
 
 LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
@@ -34,9 +36,42 @@ void LcdInput::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     focusLcd();
-    const QPoint at = m_lcd->mapFromGlobal(mapToGlobal(event->pos()));
-    Q_EMIT actionTriggered(
-        {OperatorAction::Kind::Touch, {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}}});
+    m_last = lcdPoint(*event);
+    m_isMoving = false;
+}
+
+// A click is one action, so that recordings are short. It becomes a drag when the mouse has moved by some pixels.
+void LcdInput::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint point = lcdPoint(*event);
+    if (!(event->buttons() & Qt::LeftButton) || (point - m_last).manhattanLength() < QApplication::startDragDistance())
+        return;
+    if (!std::exchange(m_isMoving, true))
+        touch(OperatorAction::Kind::TouchDown, m_last);
+    touch(OperatorAction::Kind::TouchMove, point);
+    m_last = point;
+}
+
+void LcdInput::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (!std::exchange(m_isMoving, false))
+        return touch(OperatorAction::Kind::Touch, m_last);
+    touch(OperatorAction::Kind::TouchMove, lcdPoint(*event));
+    Q_EMIT actionTriggered({OperatorAction::Kind::TouchUp, {}});
+}
+
+// The mouse may leave the LCD while its button is held; a finger can't.
+QPoint LcdInput::lcdPoint(const QMouseEvent &event) const
+{
+    const QPoint point = m_lcd->mapFromGlobal(mapToGlobal(event.pos()));
+    return {qBound(0, point.x(), m_lcd->width() - 1), qBound(0, point.y(), m_lcd->height() - 1)};
+}
+
+void LcdInput::touch(OperatorAction::Kind kind, const QPoint &point)
+{
+    Q_EMIT actionTriggered({kind, {{QStringLiteral("x"), point.x()}, {QStringLiteral("y"), point.y()}}});
 }
 
 void LcdInput::wheelEvent(QWheelEvent *event)

@@ -5,9 +5,9 @@
 namespace panelhost {
 
 /// Converts the keyboard and mouse input of the window to operator actions, so that all input of the component is in
-/// the journal: mouse clicks become touches; arrow keys, Enter, Escape and the wheel become movements of the knob. A
-/// transparent overlay of the LCD that never takes the focus, which stays on the LCD. The operator sends the Qt events
-/// of these actions (operator/sendinput).
+/// the journal: mouse clicks become touches, and drags become a finger that moves; arrow keys, Enter, Escape and the
+/// wheel become movements of the knob. A transparent overlay of the LCD that never takes the focus, which stays on the
+/// LCD. The operator sends the Qt events of these actions (operator/sendinput).
 class LcdInput : public Control
 {
     Q_OBJECT
@@ -19,6 +19,8 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
@@ -26,8 +28,12 @@ private:
     bool isForOperator(const QWidget *widget) const;
     void focusLcd();
     void navigate(int key);
+    QPoint lcdPoint(const QMouseEvent &event) const;
+    void touch(OperatorAction::Kind kind, const QPoint &point);
 
     QWidget *m_lcd;
+    QPoint m_last; ///< where the mouse was pressed, or where the finger was moved to last
+    bool m_isMoving = false;
 };
 
 }

@@ -58,6 +58,10 @@ private:
     void unit(const YamlNode &value, Step &step);
     void factoryMode(const YamlNode &value, Step &step);
     void touch(const YamlNode &value, Step &step);
+    void touchDown(const YamlNode &value, Step &step);
+    void touchMove(const YamlNode &value, Step &step);
+    void touchUp(const YamlNode &value, Step &step);
+    void touchAt(const YamlNode &value, OperatorAction::Kind kind, Step &step);
     void open(const YamlNode &value, Step &step);
     void walkKeys(const YamlNode &value, Step &step);
     void wait(const YamlNode &value, Step &step);

@@ -83,7 +83,7 @@ void StepReader::release(const YamlNode &value, Step &step)
     keyActions(value, OperatorAction::Kind::Release, step);
 }
 
-void StepReader::touch(const YamlNode &value, Step &step)
+void StepReader::touchAt(const YamlNode &value, OperatorAction::Kind kind, Step &step)
 {
     QVariantMap arguments;
     for (const auto &entry : m_reader.map(value, {QStringLiteral("x"), QStringLiteral("y")})) {
@@ -92,7 +92,29 @@ void StepReader::touch(const YamlNode &value, Step &step)
     }
     if (value.isMap() && value.entries().size() < 2)
         m_reader.error(value, QStringLiteral("a touch needs x and y"));
-    step.actions.append({OperatorAction::Kind::Touch, arguments});
+    step.actions.append({kind, arguments});
+}
+
+void StepReader::touch(const YamlNode &value, Step &step)
+{
+    touchAt(value, OperatorAction::Kind::Touch, step);
+}
+
+void StepReader::touchDown(const YamlNode &value, Step &step)
+{
+    touchAt(value, OperatorAction::Kind::TouchDown, step);
+}
+
+void StepReader::touchMove(const YamlNode &value, Step &step)
+{
+    forEach(value, [&](const YamlNode &node) { touchAt(node, OperatorAction::Kind::TouchMove, step); });
+}
+
+void StepReader::touchUp(const YamlNode &value, Step &step)
+{
+    if (!value.isNull())
+        return m_reader.errorExpected(value, QStringLiteral("no value"));
+    step.actions.append({OperatorAction::Kind::TouchUp, {}});
 }
 
 void StepReader::tbar(const YamlNode &value, Step &step)

@@ -91,8 +91,12 @@ QString stepText(const OperatorAction &action)
         return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments);
     case Kind::Calibration:
         return actionName(action.kind) + QStringLiteral(": ") + calibrationText(action.arguments);
+    case Kind::TouchUp:
+        return actionName(action.kind) + QLatin1Char(':');
     case Kind::Part:
     case Kind::Touch:
+    case Kind::TouchDown:
+    case Kind::TouchMove:
         return actionName(action.kind) + QStringLiteral(": ") + mapText(action.arguments);
     case Kind::Unit:
         return actionName(action.kind) + QStringLiteral(": ")

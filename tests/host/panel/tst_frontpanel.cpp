@@ -26,6 +26,7 @@ private Q_SLOTS:
     void fitsInASmallScreen();
     void givesTheLcdBack();
     void touchHasLcdPixels();
+    void aDragIsAFingerThatMoves();
     void touchTakesTheFocusBack();
     void keyboardNavigates_data();
     void keyboardNavigates();
@@ -156,6 +157,28 @@ void TestFrontPanel::touchHasLcdPixels()
     QTest::mouseClick(overlay, Qt::LeftButton, {}, {123, 45});
     QTest::mouseClick(overlay, Qt::RightButton, {}, {1, 1});
     QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=123 y=45")));
+}
+
+// A small movement is still a click, and the finger stays on the LCD.
+void TestFrontPanel::aDragIsAFingerThatMoves()
+{
+    Bench bench(sampleDevice());
+    bench.show();
+    auto *overlay = bench.panel->findChild<LcdInput *>();
+    const auto drag = [overlay](const QPoint &from, const QPoint &to) {
+        QTest::mousePress(overlay, Qt::LeftButton, {}, from);
+        QMouseEvent move(QEvent::MouseMove, to, overlay->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(overlay, &move);
+        QTest::mouseRelease(overlay, Qt::LeftButton, {}, to);
+    };
+    drag({10, 20}, {12, 22});
+    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=10 y=20")));
+    drag({10, 20}, {2000, 30});
+    QCOMPARE(bench.log->lines.mid(1),
+             QStringList({QStringLiteral("touch-down x=10 y=20"), QStringLiteral("touch-move x=799 y=30"),
+                          QStringLiteral("touch-move x=799 y=30"), QStringLiteral("touch-up")}));
+    drag({1, 2}, {1, 2});
+    QCOMPARE(bench.log->lines.last(), QStringLiteral("touch x=1 y=2"));
 }
 
 void TestFrontPanel::touchTakesTheFocusBack()
