@@ -3,6 +3,7 @@
 #include "check/checker.h"
 #include "diagnostics/reporterror.h"
 #include "output/standardoutput.h"
+#include "records/runlines.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -72,6 +73,10 @@ void addCommonOptions(QCommandLineParser &parser)
          QStringLiteral("en")},
         {QStringLiteral("tbar"), QStringLiteral("Type of the T-Bar: slider or fader."), QStringLiteral("TYPE"),
          QStringLiteral("slider")},
+        {QStringLiteral("usb-stick"),
+         QStringLiteral("Directory where the USB stick for the log export is mounted; none; or temporary for an empty "
+                        "stick that is discarded."),
+         QStringLiteral("DIR"), Session::noUsbStick},
         {QStringLiteral("size"), QStringLiteral("Size of the LCD in pixels."), QStringLiteral("WxH"),
          QStringLiteral("800x480")},
     });
@@ -152,6 +157,8 @@ bool readOptions(const QCommandLineParser &parser, Session::Options &options, QS
     options.component = parser.value(QStringLiteral("component"));
     options.pages = parser.value(QStringLiteral("pages"));
     options.language = parser.value(QStringLiteral("language"));
+    options.usbStick = parser.value(QStringLiteral("usb-stick"));
+    options.deriveRuns = runLines;
     return checkValues(parser, error) && readShare(parser, options, error)
         && readTBar(parser.value(QStringLiteral("tbar")), options, error)
         && readSize(parser.value(QStringLiteral("size")), options, error);

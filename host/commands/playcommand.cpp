@@ -45,7 +45,9 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
     options.isRealTime = isRealTime;
     options.takesScreenshots = outputs.wantsScreenshots();
     options.paintsLcd = hasDisplay(QGuiApplication::platformName());
-    outputs.addSessionLine(recording.beginSession(scenario.device, scenario.unit));
+    Scenario played = scenario;
+    played.device.sessionLine = recording.beginSession(scenario.device, scenario.unit);
+    outputs.addSessionLine(played.device.sessionLine);
     options.journal = [&](const Journal::Entry &entry) {
         outputs.addEntry(entry);
         recording.add(entry);
@@ -61,7 +63,7 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
         outputs.writeScreenshot(scenario.file, step);
     };
     progress.begin(scenario.file, playedSteps(scenario.steps));
-    const auto result = Player(scenario, options, onStep).play();
+    const auto result = Player(played, options, onStep).play();
     recording.endSession();
     progress.end(result);
     return result;

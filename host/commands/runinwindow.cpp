@@ -168,7 +168,8 @@ int runInWindow(const CommandLine &line, const QString &recording)
     device.startsInFactoryMode = !options.asksForUnit || !records.unit().isEmpty();
     if (!readDevice(line, options, device, &error))
         return reportError(error);
-    files.addSessionLine(records.beginSession(device));
+    device.sessionLine = records.beginSession(device);
+    files.addSessionLine(device.sessionLine);
     device.journalSink = both(files.journalSink(), records);
     // A board is restored before a signal ends the process.
     std::optional<QuitOnSignal> quitOnSignal;

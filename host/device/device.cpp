@@ -10,6 +10,11 @@ QStringList boardParts()
             QStringLiteral("tbar"), QStringLiteral("net"),        QStringLiteral("usb")};
 }
 
+void Device::resetToFactoryState(const std::function<void(bool ok, const std::string &message)> &result)
+{
+    result(false, "This device has no factory reset.");
+}
+
 const KeyState *findKey(const DeviceState &state, int halKey)
 {
     const auto found = std::find_if(state.keys.begin(), state.keys.end(),

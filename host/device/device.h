@@ -87,6 +87,9 @@ public:
     /// Runs the calibration step @p command. @p result is called on the device's thread when the step is done or has
     /// failed. The T-Bar must be in the position of the step when this is called.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
+    /// Starts a factory reset. @p result is called on the device's thread when it is done or has failed. A device
+    /// without one fails at once.
+    virtual void resetToFactoryState(const std::function<void(bool ok, const std::string &message)> &result);
 
     // operations of an operator
     virtual bool setKeyDown(int halKey, bool down) = 0;

@@ -42,6 +42,7 @@ const QList<FaultInfo> &Faults::all()
     constexpr const char *keys = "keys of the panel";
     constexpr const char *calibration = "T-Bar calibration";
     constexpr const char *links = "reports and changes of the net and USB ports";
+    constexpr const char *stick = "log export";
     static const QList<FaultInfo> faults = {
         fault("key-dead", "A key gives no event", keys, key),
         fault("key-repeats", "A key gives three events for each press", keys, key),
@@ -57,6 +58,10 @@ const QList<FaultInfo> &Faults::all()
         fault("empty-report", "Link reports hold no record", links),
         fault("garbage-ports", "Link reports hold ports with negative and huge numbers as well", links),
         fault("duplicate-reports", "Each link report comes twice", links),
+        fault("usb-stick-missing", "There is no USB stick, or it was unplugged", stick),
+        fault("usb-stick-full", "Half of the data fit onto the USB stick", stick),
+        fault("usb-stick-read-only", "The USB stick is write-protected", stick),
+        fault("factory-reset-fails", "A factory reset fails", "factory reset"),
         fault("event-while-replacing", "A key event arrives while the key listener is being replaced",
               "registration of a key listener"),
     };
@@ -80,7 +85,8 @@ QStringList Faults::allowedValues(const QString &argument)
          {QStringLiteral("lcdKeyboardEvent"), QStringLiteral("lcdFactoryModeBiz"),
           QStringLiteral("lcdFactoryModeWidget"), QStringLiteral("lcdMemoryCacheNetworkPort"),
           QStringLiteral("lcdMemoryCacheNodeUSB"), QStringLiteral("lcdMemoryCacheScreenDetail"),
-          QStringLiteral("lcdTBarCalibration"), QStringLiteral("lcdConfig")}},
+          QStringLiteral("lcdTBarCalibration"), QStringLiteral("lcdConfig"), QStringLiteral("lcdLogExport"),
+          QStringLiteral("lcdFactoryReset")}},
     };
     return values.value(argument);
 }

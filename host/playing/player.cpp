@@ -28,7 +28,9 @@ ScenarioResult Player::play()
     m_result.state = ScenarioResult::State::Running;
     auto device = m_scenario.device;
     device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
-    device.journalLineLimit = LinesOnFailure;
+    // The log export reads the lines that are kept.
+    if (device.usbStick == Session::noUsbStick)
+        device.journalLineLimit = LinesOnFailure;
     m_session = Session::open(device, &m_result.error);
     if (m_session)
         playSession();

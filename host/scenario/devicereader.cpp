@@ -4,6 +4,8 @@
 #include "session/devicenames.h"
 #include "yaml/limits.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
 namespace panelhost {
@@ -23,7 +25,8 @@ QStringList optionNames()
             QStringLiteral("changed-on-subscribe"),
             QStringLiteral("factory-mode"),
             QStringLiteral("link-delay"),
-            QStringLiteral("calibration")};
+            QStringLiteral("calibration"),
+            QStringLiteral("usb-stick")};
 }
 
 QStringList preparationNames()
@@ -68,6 +71,8 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
     } else if (name == "calibration") {
         const auto source = m_reader.word(value, {QStringLiteral("simulated"), QStringLiteral("recorded")});
         device.hasCalibrationResults = source == QStringLiteral("recorded");
+    } else if (name == "usb-stick") {
+        readUsbStick(value);
     } else if (name == "net-ports") {
         device.netPorts = m_reader.integer(value, 0, limits::Ports).value_or(device.netPorts);
     } else if (name == "usb-ports") {
@@ -102,6 +107,16 @@ void DeviceReader::readLinkDelay(const YamlNode &node)
         m_reader.errorExpected(node, QStringLiteral("at most %1 ms").arg(limits::LinkDelay));
     else if (delay)
         m_scenario.device.linkDelay = static_cast<int>(*delay);
+}
+
+// A directory is relative to the scenario.
+void DeviceReader::readUsbStick(const YamlNode &node)
+{
+    const QString text = node.isScalar() ? YamlReader::scalar(node) : QString();
+    if (text.isEmpty())
+        return m_reader.errorExpected(node, QStringLiteral("none, temporary or a directory"));
+    const bool isWord = text == Session::noUsbStick || text == Session::temporaryUsbStick;
+    m_scenario.device.usbStick = isWord ? text : QFileInfo(m_reader.file()).absoluteDir().absoluteFilePath(text);
 }
 
 void DeviceReader::readSize(const YamlNode &node)

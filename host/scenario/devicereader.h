@@ -19,6 +19,7 @@ private:
     void readPreparation(const YamlReader::Entry &entry);
     void readLinkDelay(const YamlNode &node);
     void readSize(const YamlNode &node);
+    void readUsbStick(const YamlNode &node);
 
     YamlReader &m_reader;
     Scenario &m_scenario;

@@ -4,9 +4,19 @@
 #include "scenario/steptext.h"
 #include "yaml/duration.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 
 namespace panelhost {
+
+// A directory doesn't depend on where the recording is.
+static QByteArray usbStickText(const QString &usbStick)
+{
+    if (usbStick == Session::temporaryUsbStick)
+        return usbStick.toUtf8();
+    const QString path = QFileInfo(usbStick).absoluteFilePath().replace(QLatin1Char('\''), QStringLiteral("''"));
+    return '\'' + path.toUtf8() + '\'';
+}
 
 ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_path(path), m_session(session)
 {
@@ -62,6 +72,8 @@ QByteArray ScenarioWriter::header() const
         add("link-delay", QByteArray::number(options.linkDelay) + "ms");
     if (options.hasCalibrationResults)
         add("calibration", "recorded");
+    if (options.usbStick != Session::noUsbStick)
+        add("usb-stick", usbStickText(options.usbStick));
     if (!options.faults.isEmpty())
         text += "  faults:\n";
     for (const auto &fault : options.faults)

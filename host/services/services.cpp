@@ -4,10 +4,12 @@
 
 namespace panelhost {
 
-Services::Services(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe)
+Services::Services(Device &device, Journal &journal, const Faults &faults, bool changedOnSubscribe,
+                   const LogExportOptions &exportOptions)
     : keyboard(device, journal, faults), factoryModeBiz(device, journal),
       networkPort(device, journal, faults, changedOnSubscribe), usb(device, journal, faults, changedOnSubscribe),
-      tbarCalibration(device, journal), config(journal)
+      tbarCalibration(device, journal), config(journal), logExport(exportOptions, journal, faults),
+      factoryReset(device, journal)
 {
 }
 
@@ -22,6 +24,8 @@ void Services::addTo(ServiceHost &host)
     host.addService("lcdMemoryCacheScreenDetail", &screenDetail);
     host.addService("lcdTBarCalibration", static_cast<ITBarCalibration *>(&tbarCalibration));
     host.addService("lcdConfig", static_cast<IConfig *>(&config));
+    host.addService("lcdLogExport", static_cast<LCD::RepairMode::ILogExport *>(&logExport));
+    host.addService("lcdFactoryReset", static_cast<LCD::RepairMode::IFactoryReset *>(&factoryReset));
 }
 
 }

@@ -40,7 +40,7 @@ DeviceSession::DeviceSession(const Options &options)
       m_clock(VirtualClock::instance()),
       m_library(options.component.isEmpty() ? defaultComponentPath() : options.component),
       m_journal(options.journalSink, options.journalLineLimit), m_logCapture(m_journal, m_share),
-      m_device(makeDevice()), m_services(*m_device, m_journal, m_faults, options.changedOnSubscribe),
+      m_device(makeDevice()), m_services(*m_device, m_journal, m_faults, options.changedOnSubscribe, exportOptions()),
       m_host(m_journal, m_faults), m_lcd(options.lcdSize), m_screenLogger(m_journal, m_lcd), m_operator(*this)
 {
     s_isAlive = true;
@@ -87,6 +87,16 @@ HardwareHandler DeviceSession::hardwareHandler()
                 reportError(error);
         });
     };
+}
+
+LogExportOptions DeviceSession::exportOptions()
+{
+    LogExportOptions exported{m_options.usbStick, m_options.sessionLine, m_options.deriveRuns};
+    if (m_options.usbStick == noUsbStick)
+        exported.directory.clear();
+    else if (m_options.usbStick == temporaryUsbStick)
+        exported.directory = m_usbStick.emplace().path();
+    return exported;
 }
 
 bool DeviceSession::applyOptions(QString *error)

@@ -10,6 +10,8 @@
 #include "services/services.h"
 #include "session/session.h"
 
+#include <QtCore/QTemporaryDir>
+
 #include <optional>
 
 namespace panelhost {
@@ -54,6 +56,7 @@ public:
 private:
     std::unique_ptr<Device> makeDevice();
     HardwareHandler hardwareHandler();
+    LogExportOptions exportOptions();
     bool applyOptions(QString *error);
     bool loadLibrary(ComponentLibrary &library, const LoadObserver &observer);
     bool probe(ComponentLibrary &library);
@@ -75,6 +78,7 @@ private:
     LogCapture m_logCapture;
     BoardDevice *m_board = nullptr; ///< the device, if it is a board
     std::unique_ptr<Device> m_device;
+    std::optional<QTemporaryDir> m_usbStick;
     Services m_services;
     ServiceHost m_host;
     Lcd m_lcd;

@@ -32,6 +32,11 @@ public:
         QVariantMap arguments;
     };
 
+    /// Value of Options::usbStick for no USB stick.
+    static inline const QString noUsbStick = QStringLiteral("none");
+    /// Value of Options::usbStick for an empty USB stick that is discarded when the session ends.
+    static inline const QString temporaryUsbStick = QStringLiteral("temporary");
+
     struct Options
     {
         QString component; ///< path of the library; empty: the one next to the program
@@ -45,6 +50,10 @@ public:
         int usbPorts = 4;
         int linkDelay = SimulatedDevice::DefaultLinkDelay; ///< virtual milliseconds from the plug to the changed link
         bool hasCalibrationResults = false;                ///< steps of the T-Bar's calibration end by operator actions
+        QString usbStick = noUsbStick; ///< directory where the USB stick is mounted, temporaryUsbStick or noUsbStick
+        QByteArray sessionLine;        ///< the first line of an exported journal; empty: none
+        /// Derives the test runs of a journal for the log export; see LogExportOptions.
+        std::function<QByteArray(const QByteArray &journal)> deriveRuns;
         QList<InitialFault> faults;
         std::optional<BoardConfiguration> board; ///< the board that is the device; empty: the device is simulated
         /// A new subscriber to the changes of a link service gets the current value shortly after, as if it had just

@@ -61,6 +61,7 @@ public:
     bool settle();
     bool advanceTo(Milliseconds target, const std::function<bool()> &done);
     bool catchUp(Milliseconds target);
+    Mode mode() const { return m_mode; }
     void setMode(Mode mode, double factor);
     void restart();
     void post(std::function<void()> input);
@@ -324,6 +325,11 @@ void VirtualClock::run(double factor)
     d->setMode(factor > 0 ? Impl::Mode::Paced : Impl::Mode::Fast, factor);
     if (d->dispatcher)
         d->dispatcher->wakeUp();
+}
+
+bool VirtualClock::isPaced() const
+{
+    return d->mode() == Impl::Mode::Paced;
 }
 
 void VirtualClock::setObserver(std::function<void()> observer)

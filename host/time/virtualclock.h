@@ -55,6 +55,9 @@ public:
     /// as fast as possible.
     void run(double factor);
 
+    /// Returns whether the clock runs by the wall clock. GUI or device thread.
+    bool isPaced() const;
+
     /// Sets a function that is called after each timer, each scheduled work and each action, when nothing that is due
     /// is left: the screen can be read then.
     void setObserver(std::function<void()> observer);

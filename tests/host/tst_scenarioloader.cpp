@@ -145,6 +145,7 @@ void ScenarioLoaderTest::deviceDescription()
                                    "  usb-ports: 8\n"
                                    "  changed-on-subscribe: off\n"
                                    "  factory-mode: false\n"
+                                   "  usb-stick: sticks/one\n"
                                    "  plugged: [net2, usb8]\n"
                                    "  blocked: usb1\n"
                                    "  faults:\n"
@@ -163,6 +164,7 @@ void ScenarioLoaderTest::deviceDescription()
     QCOMPARE(device.usbPorts, 8);
     QVERIFY(!device.changedOnSubscribe);
     QVERIFY(!device.startsInFactoryMode);
+    QCOMPARE(device.usbStick, QFileInfo(scenario->file).absoluteDir().absoluteFilePath(QStringLiteral("sticks/one")));
     QCOMPARE(device.faults.size(), 2);
     QCOMPARE(device.faults.at(1).name, QStringLiteral("key-dead"));
     QCOMPARE(device.faults.at(1).arguments, (QVariantMap{{QStringLiteral("key"), 33}}));

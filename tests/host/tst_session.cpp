@@ -37,7 +37,7 @@ private Q_SLOTS:
         QCOMPARE(screen("menu.row"), QVariant(0));
         QVERIFY(screen("menu.items").toStringList().size() >= 5);
         QCOMPARE(session->library().state(), LoadState::Created);
-        QCOMPARE(session->serviceNames().size(), 8);
+        QCOMPARE(session->serviceNames().size(), 10);
         QVERIFY(session->pagesLibrary());
     }
 
@@ -51,6 +51,7 @@ private Q_SLOTS:
 
     void showsAContainerAndComesBackToTheSameRow()
     {
+        openWithoutPages();
         const int row = openRow("container", "container.logexport");
         QVERIFY2(row >= 0, "the shipped menu has a log export");
         QCOMPARE(screen("page"), QVariant(q("container")));
@@ -80,6 +81,7 @@ private Q_SLOTS:
 
     void touchesTheMenu()
     {
+        openWithoutPages();
         const auto *list = session->lcd()->findChild<QListWidget *>();
         const int row = screen("menu.items").toStringList().indexOf(q("Log Export"));
         const QPoint point = list->viewport()->mapTo(session->lcd(), list->visualItemRect(list->item(row)).center());
@@ -89,6 +91,24 @@ private Q_SLOTS:
         const QPoint control = back->mapTo(session->lcd(), back->rect().center());
         perform({OperatorAction::Kind::Touch, {{q("x"), control.x()}, {q("y"), control.y()}}});
         QCOMPARE(screen("menu.row"), QVariant(row));
+    }
+
+    void aFingerStaysOnTheWidgetThatItTouched()
+    {
+        const OperatorAction down{OperatorAction::Kind::TouchDown, {{q("x"), 1}, {q("y"), 1}}};
+        perform(down);
+        QString error;
+        for (const auto &kind : {OperatorAction::Kind::TouchDown, OperatorAction::Kind::Touch}) {
+            QVERIFY(!session->panelOperator().perform({kind, down.arguments}, &error));
+            QCOMPARE(error, q("A finger is on the LCD already."));
+        }
+        perform({OperatorAction::Kind::TouchMove, {{q("x"), 799}, {q("y"), 479}}});
+        perform({OperatorAction::Kind::TouchUp, {}});
+        perform(down);
+        perform({OperatorAction::Kind::TouchUp, {}});
+        QCOMPARE(countOf(Journal::Kind::Action, "touch-down"), 2);
+        QCOMPARE(countOf(Journal::Kind::Action, "touch-move"), 1);
+        QCOMPARE(countOf(Journal::Kind::Action, "touch-up"), 2);
     }
 
     void refusesWhatTheDeviceHasNot_data()
@@ -112,6 +132,11 @@ private Q_SLOTS:
                               << q("The T-Bar's position is a number from 0 to 1.");
         QTest::newRow("touch") << OperatorAction{OperatorAction::Kind::Touch, {{q("x"), 800}, {q("y"), 0}}}
                                << q("The point 800, 0 is outside the LCD of 800 x 480.");
+        QTest::newRow("touch-down") << OperatorAction{OperatorAction::Kind::TouchDown, {{q("x"), 0}, {q("y"), 480}}}
+                                    << q("The point 0, 480 is outside the LCD of 800 x 480.");
+        QTest::newRow("touch-move") << OperatorAction{OperatorAction::Kind::TouchMove, {{q("x"), 0}, {q("y"), 0}}}
+                                    << q("No finger is on the LCD.");
+        QTest::newRow("touch-up") << OperatorAction{OperatorAction::Kind::TouchUp, {}} << q("No finger is on the LCD.");
         QTest::newRow("faulty key") << OperatorAction{OperatorAction::Kind::Fault,
                                                       {{q("name"), q("key-dead")}, {q("key"), 9999}}}
                                     << q("The panel has no key \"9999\".");
@@ -260,6 +285,13 @@ private Q_SLOTS:
     }
 
 private:
+    void openWithoutPages()
+    {
+        Session::Options options;
+        options.pages = Session::noPages;
+        open(options);
+    }
+
     void open(const Session::Options &options)
     {
         session.reset();

@@ -16,6 +16,8 @@ constexpr int repeatDelay = 40;        // between the events of a key that repea
 constexpr int calibrationQuarter = 75; // four of these make one step of the calibration
 constexpr int calibrationDone = 100;   // percent; reported by a step that has worked, and by no other
 
+constexpr int resetTime = 1000; // of a factory reset
+
 constexpr int tbarPanelMode = 12; // set by the component in its T-Bar phase
 
 QList<PortState> makePorts(const QString &prefix, int count)
@@ -241,6 +243,33 @@ void SimulatedDevice::endCalibration(const Calibration &calibration)
     });
     if (calibration.result)
         calibration.result(message.isEmpty(), message.toStdString());
+}
+
+void SimulatedDevice::resetToFactoryState(const std::function<void(bool, const std::string &)> &result)
+{
+    m_clock.schedule(resetTime, [work = std::weak_ptr(m_work), result] {
+        if (const auto alive = work.lock())
+            alive->device.finishReset(result);
+    });
+}
+
+// What the operator does with the device stays: ports, keys that are down, the position of the T-Bar.
+void SimulatedDevice::finishReset(const std::function<void(bool, const std::string &)> &result)
+{
+    if (m_faults.isOn(QStringLiteral("factory-reset-fails")))
+        return result(false, "The settings can't be written.");
+    setAllKeyBrightness(0);
+    change([this](DeviceState &state) {
+        const DeviceState initial;
+        std::copy(std::begin(initial.screenBrightness), std::end(initial.screenBrightness), state.screenBrightness);
+        state.pattern = initial.pattern;
+        state.testType = initial.testType;
+        state.machineTestKind = initial.machineTestKind;
+        ++m_calibrationRun;
+        state.tbar.target.reset();
+        state.tbar.failure.clear();
+    });
+    result(true, {});
 }
 
 bool SimulatedDevice::setKeyDown(int halKey, bool down)

@@ -43,6 +43,7 @@ public:
     void setMachineTestKind(int kind) override;
     void setFactoryMode(bool active) override;
     void calibrate(int command, const std::function<void(bool, const std::string &)> &result) override;
+    void resetToFactoryState(const std::function<void(bool, const std::string &)> &result) override;
     bool setKeyDown(int halKey, bool down) override;
     void setTBarPosition(double position) override;
     bool setPlugged(const QString &port, bool plugged) override;
@@ -83,6 +84,7 @@ private:
     void endCalibration(const Calibration &calibration);
     void sendProgress(int command, int quarter);
     bool isWaiting(int command) const;
+    void finishReset(const std::function<void(bool, const std::string &)> &result);
 
     VirtualClock &m_clock;
     const Faults &m_faults;

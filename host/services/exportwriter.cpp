@@ -1,0 +1,196 @@
+#include "services/exportwriter.h"
+
+#include "device/faults.h"
+#include "output/systemfile.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace panelhost {
+
+namespace {
+
+constexpr mode_t FileMode = 0644;
+
+QString nameOf(int number, const QString &suffix)
+{
+    return QStringLiteral("lcd-logs-%1%2").arg(number).arg(suffix);
+}
+
+// Exports are never overwritten.
+int freeNumber(const QDir &directory, const QVector<ExportWriter::File> &files)
+{
+    const auto isTaken = [&](int number) {
+        return std::any_of(files.begin(), files.end(), [&](const ExportWriter::File &file) {
+            return directory.exists(nameOf(number, file.suffix));
+        });
+    };
+    int number = 1;
+    while (isTaken(number))
+        ++number;
+    return number;
+}
+
+// So that the new names are on the stick, too. A file system without this is no failure.
+void syncDirectory(const QString &directory)
+{
+    const int descriptor = ::open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
+}
+
+}
+
+ExportWriter::ExportWriter(const QString &directory, const Collect &collect, const Faults &faults)
+    : m_directory(directory), m_collect(collect), m_faults(faults)
+{
+}
+
+ExportWriter::~ExportWriter()
+{
+    for (const Output &output : qAsConst(m_outputs)) {
+        if (output.descriptor >= 0)
+            ::close(output.descriptor);
+        if (!output.temporary.isEmpty())
+            ::unlink(output.temporary.constData());
+    }
+}
+
+void ExportWriter::writeNext()
+{
+    if (m_state != State::Writing)
+        return;
+    if (!m_hasBegun)
+        return begin();
+    auto left = static_cast<int>(std::max<qint64>(1, (m_size + Parts - 1) / Parts));
+    for (Output &output : m_outputs) {
+        const int size = std::min(left, output.content.size() - output.written);
+        if (const int number = writePart(output, size))
+            return fail(number);
+        left -= size;
+    }
+    if (m_written == m_size)
+        finish();
+}
+
+void ExportWriter::begin()
+{
+    m_hasBegun = true;
+    const QVector<File> files = m_collect();
+    const int number = freeNumber(QDir(m_directory), files);
+    for (const File &file : files) {
+        m_outputs.append({nameOf(number, file.suffix), {}, file.content});
+        m_size += file.content.size();
+    }
+    for (Output &output : m_outputs) {
+        if (const int error = openOutput(output))
+            return fail(error);
+    }
+}
+
+int ExportWriter::openOutput(Output &output)
+{
+    if (const int number = simulatedError())
+        return number;
+    if (m_directory.isEmpty())
+        return ENODEV;
+    QByteArray path = pathOf(QLatin1Char('.') + output.name + QStringLiteral(".XXXXXX"));
+    output.descriptor = ::mkostemp(path.data(), O_CLOEXEC);
+    if (output.descriptor < 0)
+        return errno;
+    output.temporary = path;
+    // File systems of sticks may have no modes.
+    if (::fchmod(output.descriptor, FileMode) != 0 && errno != EPERM)
+        return errno;
+    return 0;
+}
+
+int ExportWriter::writePart(Output &output, int size)
+{
+    if (const int number = simulatedError())
+        return number;
+    if (const int number = writeAll(output.descriptor, output.content.mid(output.written, size)))
+        return number;
+    output.written += size;
+    m_written += size;
+    return 0;
+}
+
+void ExportWriter::finish()
+{
+    for (Output &output : m_outputs) {
+        const int synced = ::fsync(output.descriptor);
+        const int number = synced == 0 ? 0 : errno;
+        const int closed = ::close(output.descriptor);
+        output.descriptor = -1;
+        if (number != 0 || closed != 0)
+            return fail(number != 0 ? number : errno);
+    }
+    if (const int number = rename())
+        return fail(number);
+    syncDirectory(m_directory);
+    m_state = State::Done;
+}
+
+// All of them or none. A file that was renamed is removed again if it stays alone.
+int ExportWriter::rename()
+{
+    for (int index = 0; index < m_outputs.size(); ++index) {
+        Output &output = m_outputs[index];
+        if (std::rename(output.temporary.constData(), pathOf(output.name).constData()) != 0) {
+            const int number = errno;
+            for (int renamed = 0; renamed < index; ++renamed)
+                ::unlink(pathOf(m_outputs.at(renamed).name).constData());
+            return number;
+        }
+        output.temporary.clear();
+    }
+    return 0;
+}
+
+void ExportWriter::fail(int number)
+{
+    m_error = number;
+    m_state = State::Failed;
+}
+
+// A simulated full stick has room for the first half.
+int ExportWriter::simulatedError() const
+{
+    if (m_faults.isOn(QStringLiteral("usb-stick-missing")))
+        return ENODEV;
+    if (m_faults.isOn(QStringLiteral("usb-stick-read-only")))
+        return EROFS;
+    const bool isFull = m_faults.isOn(QStringLiteral("usb-stick-full")) && m_written >= (m_size + 1) / 2;
+    return isFull ? ENOSPC : 0;
+}
+
+QByteArray ExportWriter::pathOf(const QString &name) const
+{
+    return QFile::encodeName(QDir(m_directory).filePath(name));
+}
+
+int ExportWriter::percent() const
+{
+    return m_size > 0 ? static_cast<int>(m_written * 100 / m_size) : 0;
+}
+
+QStringList ExportWriter::names() const
+{
+    QStringList names;
+    for (const Output &output : m_outputs)
+        names << output.name;
+    return names;
+}
+
+}
