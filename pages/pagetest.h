@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <QtCore/QPointF>
 #include <QtCore/QString>
 #include <QtCore/QVector>
 #include <QtGui/QColor>
 
-class QWidget;
-
 namespace LCD::RepairPages {
+
+class TouchCells;
 
 /// The state of a test.
 enum class TestState {
@@ -71,6 +72,15 @@ public:
     /// Returns the lines below the verdict, such as what failed.
     virtual QVector<PageLine> remarks() const { return {}; }
 
+    /// Returns the line with the verdict; empty: the text for tests.
+    virtual QString verdictText() const { return {}; }
+
+    /// Return the captions of the button that starts the test and of the one that starts it after a verdict; empty: the
+    /// captions for tests.
+    virtual QString startCaption() const { return {}; }
+    virtual QString againCaption() const { return {}; }
+    /// Returns whether the page is left when the test has passed.
+    virtual bool leavesWhenPassed() const { return false; }
     /// Return the captions of the buttons while the test runs. An empty caption hides the button.
     virtual QString leftCaption() const { return {}; }
     virtual QString rightCaption() const { return {}; }
@@ -79,6 +89,22 @@ public:
     virtual void pressRight() {}
     /// Returns whether the running test gets the keys of the panel, including Back.
     virtual bool takesKeys() const { return false; }
+    /// Returns whether the running test needs @p qtKey, a key of the knob or of the joystick. The page then passes its
+    /// presses to pressKey(); all other keys operate the page.
+    virtual bool takesKey(int qtKey) const
+    {
+        Q_UNUSED(qtKey)
+        return false;
+    }
+    virtual void pressKey(int qtKey) { Q_UNUSED(qtKey) }
+    /// Returns the cells that the operator touches while the test runs; nullptr if the page isn't covered with cells.
+    virtual const TouchCells *cells() const { return nullptr; }
+    /// Called when a finger is put down or moves while the cells are shown, with fractions of the page's size.
+    virtual void touch(const QPointF &from, const QPointF &to)
+    {
+        Q_UNUSED(from)
+        Q_UNUSED(to)
+    }
 
 Q_SIGNALS:
     /// Emitted on the GUI thread when what the page shows may have changed.

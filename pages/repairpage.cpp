@@ -5,7 +5,10 @@
 #include "mirel/api.h"
 #include "pagetable.h"
 #include "texts.h"
+#include "touchgrid.h"
 
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
@@ -29,10 +32,15 @@ Widget::IconType iconOf(PageLine::Mark mark)
     return Widget::IconNone;
 }
 
+QString orDefault(const QString &words, const char *key)
+{
+    return words.isEmpty() ? text(key) : words;
+}
+
 }
 
 RepairPage::RepairPage(const PageInfo &info, QWidget *parent)
-    : QWidget(parent), m_info(info), m_frame(new Widget::FactoryTestFrame(this))
+    : QWidget(parent), m_info(info), m_frame(new Widget::FactoryTestFrame(this)), m_grid(new TouchGrid(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -40,6 +48,7 @@ RepairPage::RepairPage(const PageInfo &info, QWidget *parent)
     connect(m_frame, &Widget::FactoryTestFrame::signalBackPrevious, this, &RepairPage::backRequested);
     connect(m_frame, &Widget::FactoryTestFrame::signalLeftBtnClicked, this, &RepairPage::onLeftButton);
     connect(m_frame, &Widget::FactoryTestFrame::signalRightBtnClicked, this, &RepairPage::onRightButton);
+    connect(m_grid, &TouchGrid::touched, this, &RepairPage::onTouch);
 }
 
 RepairPage::~RepairPage()
@@ -53,6 +62,7 @@ void RepairPage::enter()
     m_isServiceMissing = !hasServices();
     m_isNewState = true;
     refresh();
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 // The test and the page keep the services that they find here.
@@ -69,9 +79,47 @@ void RepairPage::leave()
 {
     if (!m_test)
         return;
+    QCoreApplication::instance()->removeEventFilter(this);
+    m_grid->showCells(nullptr);
     m_test->restore();
     m_test.reset();
     setPanelMode(PanelModeMenu);
+}
+
+// The widgets of the frame that may have the focus are the frame's own, so their keys are taken from the application.
+bool RepairPage::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease
+        || event->type() == QEvent::ShortcutOverride;
+    const auto *key = isKey ? static_cast<QKeyEvent *>(event) : nullptr;
+    if (!key || !takesKeyOf(watched, key->key()))
+        return false;
+    event->accept();
+    if (event->type() == QEvent::KeyPress && !key->isAutoRepeat()) {
+        m_test->pressKey(key->key());
+        onTestChanged();
+    }
+    return true;
+}
+
+bool RepairPage::takesKeyOf(const QObject *watched, int qtKey) const
+{
+    const auto *widget = qobject_cast<const QWidget *>(watched);
+    return widget && (widget == m_frame || m_frame->isAncestorOf(widget)) && m_test
+        && m_test->state() == TestState::Running && m_test->takesKey(qtKey);
+}
+
+void RepairPage::onTouch(const QPointF &from, const QPointF &to)
+{
+    if (!m_test || m_test->state() != TestState::Running)
+        return;
+    m_test->touch(from, to);
+    onTestChanged();
+}
+
+void RepairPage::resizeEvent(QResizeEvent *)
+{
+    m_grid->setGeometry(rect());
 }
 
 void RepairPage::setPanelMode(int mode) const
@@ -137,6 +185,16 @@ void RepairPage::onTestChanged()
     if (isVerdict && state != m_shownState)
         m_test->restore();
     refresh();
+    if (state == TestState::Passed && m_test->leavesWhenPassed())
+        QMetaObject::invokeMethod(
+            this, [this] { leaveAfterPass(); }, Qt::QueuedConnection);
+}
+
+// Later, because the test that has reported its change is deleted.
+void RepairPage::leaveAfterPass()
+{
+    if (m_test && m_test->state() == TestState::Passed)
+        Q_EMIT backRequested();
 }
 
 void RepairPage::refresh()
@@ -150,6 +208,7 @@ void RepairPage::refresh()
     m_frame->setIsReponseEvent(true);
     m_frame->setStatusIconVisible(false);
     showState();
+    m_grid->showCells(state == TestState::Running ? m_test->cells() : nullptr);
     m_isNewState = false;
 }
 
@@ -206,14 +265,13 @@ void RepairPage::showIdle()
     if (m_isServiceMissing)
         lines << PageLine{text("RepairServiceMissing"), notPassColor()};
     showLines(lines, text("TestStep"));
-    showButtons({}, text("FCAgeModeStartTest"));
+    showButtons({}, orDefault(m_test->startCaption(), "FCAgeModeStartTest"));
 }
 
 void RepairPage::showRunning()
 {
     const QVector<PageLine> lines = m_test->lines();
-    const QString heading = m_test->heading();
-    showLines(lines.isEmpty() ? steps() : lines, heading.isEmpty() ? text("TestStep") : heading);
+    showLines(lines.isEmpty() ? steps() : lines, orDefault(m_test->heading(), "TestStep"));
     showButtons(m_test->leftCaption(), m_test->rightCaption());
 }
 
@@ -225,12 +283,13 @@ void RepairPage::showJudging()
 
 void RepairPage::showVerdict(bool passed)
 {
-    const QString verdict =
+    const QString testVerdict =
         passed ? text("FCTestPass") : QStringLiteral("%1 (%2)").arg(text("FCNoPass")).arg(m_test->failCount());
-    const PageLine line{verdict, passed ? passColor() : notPassColor(),
+    const QString verdict = m_test->verdictText();
+    const PageLine line{verdict.isEmpty() ? testVerdict : verdict, passed ? passColor() : notPassColor(),
                         passed ? PageLine::Mark::Pass : PageLine::Mark::NotPass};
     showLines(QVector<PageLine>{line} + m_test->remarks(), text("FCTestComplete"));
-    showButtons({}, text("FCReTest"));
+    showButtons({}, orDefault(m_test->againCaption(), "FCReTest"));
 }
 
 }

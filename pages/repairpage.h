@@ -17,6 +17,7 @@ class FactoryTestFrame;
 namespace LCD::RepairPages {
 
 struct PageInfo;
+class TouchGrid;
 
 /// A page: a frame, and between enter() and leave() the test that it shows. GUI thread.
 class RepairPage : public QWidget
@@ -32,18 +33,26 @@ public:
     /// Restores the hardware and deletes the test. Does nothing if the page isn't entered.
     void leave();
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     /// Emitted when the operator goes back.
     void backRequested();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void onLeftButton();
     void onRightButton();
+    void onTouch(const QPointF &from, const QPointF &to);
     void onTestChanged();
+    void leaveAfterPass();
     void beginVisit();
     void start();
     void setPanelMode(int mode) const;
     bool hasServices() const;
+    bool takesKeyOf(const QObject *watched, int qtKey) const;
 
     void showLines(const QVector<PageLine> &lines, const QString &heading);
     void showButtons(const QString &left, const QString &right);
@@ -57,6 +66,7 @@ private:
 
     const PageInfo &m_info;
     Widget::FactoryTestFrame *m_frame;
+    TouchGrid *m_grid;
     /// Looked up when the page is entered; nullptr if the host has no such service.
     FactoryMode::IKeyboardEvent *m_keyboard = nullptr;
     std::unique_ptr<PageTest> m_test;

@@ -4,13 +4,13 @@
 #include "lcd/factorymode/itbarcalibration.h"
 #include "lcdfactorymodeimpl/tbartestbiz.h"
 #include "mirel/api.h"
+#include "reportqueue.h"
 #include "singletest.h"
 #include "texts.h"
 
 #include <QtCore/QTimer>
 
 #include <iterator>
-#include <mutex>
 #include <string>
 
 namespace LCD::RepairPages {
@@ -48,7 +48,6 @@ class TBarTest : public SingleTest<FactoryModeImpl::TbarTestBiz>
 {
 public:
     TBarTest();
-    ~TBarTest() override;
 
     void start() override;
     void reTest() override;
@@ -66,13 +65,6 @@ public:
     void pressRight() override;
 
 private:
-    /// The link from the listener at the service to the test; `test` is nullptr once the test is deleted.
-    struct Reports
-    {
-        std::mutex mutex;
-        TBarTest *test;
-    };
-
     void listen();
     void onReport(int command, int percent);
     void onNoAnswer();
@@ -83,7 +75,7 @@ private:
         mirel::api::get().service<FactoryMode::IKeyboardEvent>("lcdKeyboardEvent");
     FactoryMode::ITBarCalibration *m_calibration =
         mirel::api::get().service<FactoryMode::ITBarCalibration>("lcdTBarCalibration");
-    std::shared_ptr<Reports> m_reports = std::make_shared<Reports>();
+    ReportQueue m_reports{this};
     QTimer m_timer;
     TestState m_state = TestState::Idle;
     int m_step = 0; ///< the step that is running or that the next press starts
@@ -94,37 +86,19 @@ private:
 
 TBarTest::TBarTest()
 {
-    m_reports->test = this;
     m_timer.setSingleShot(true);
     m_timer.setInterval(AnswerTime);
     connect(&m_timer, &QTimer::timeout, this, [this] { onNoAnswer(); });
     m_biz->registerRightBtnTextCallback(subscriber, [this](bool isLast) { m_isLastPress = isLast; });
 }
 
-// A report that comes later finds no test.
-TBarTest::~TBarTest()
-{
-    const std::lock_guard locker(m_reports->mutex);
-    m_reports->test = nullptr;
-}
-
-// Reports come on a thread of the service's own.
 void TBarTest::listen()
 {
-    if (!m_calibration)
-        return;
-    const auto listener = [weak = std::weak_ptr(m_reports)](const ProtocolImpl::s_BarCalibration &report) {
-        const auto reports = weak.lock();
-        if (!reports)
-            return;
-        const std::lock_guard locker(reports->mutex);
-        TBarTest *test = reports->test;
-        if (!test)
-            return;
-        QMetaObject::invokeMethod(
-            test, [test, report] { test->onReport(report.command, report.value); }, Qt::QueuedConnection);
-    };
-    m_calibration->registerBarCalibrationCallback(subscriber, listener);
+    if (m_calibration)
+        m_calibration->registerBarCalibrationCallback(
+            subscriber, m_reports.listener([this](const ProtocolImpl::s_BarCalibration &report) {
+                onReport(report.command, report.value);
+            }));
 }
 
 void TBarTest::start()

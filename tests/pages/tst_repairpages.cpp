@@ -3,9 +3,19 @@
 #include "hosttest.h"
 #include "journal/journal.h"
 #include "lcd/screenreader.h"
+#include "records/runlines.h"
 #include "session/session.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QSemaphore>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QWidget>
+
+#include <sys/mount.h>
 
 using namespace panelhost;
 
@@ -15,7 +25,41 @@ namespace {
 const QStringList visits = {q("idle"), q("running"), q("judging"), q("passed"), q("failed"), q("again")};
 
 // These pages judge by themselves.
-const QStringList judgingPages = {q("T-Bar"), q("Net ports"), q("USB ports")};
+const QStringList judgingPages = {q("T-Bar"), q("Net ports"), q("USB ports"),
+                                  q("Knob"),  q("Joystick"),  q("Touch screen")};
+
+// What the operator does with the knob and the joystick.
+const QMap<QString, QStringList> movements = {
+    {q("Knob"), {q("up"), q("up"), q("up"), q("down"), q("down"), q("down"), q("enter")}},
+    {q("Joystick"), {q("up"), q("down"), q("left"), q("right"), q("enter")}},
+};
+
+/// A small file system in memory, mounted while the object exists. Only root may mount.
+class Mount
+{
+public:
+    explicit Mount(const QString &options)
+    {
+        const bool isReadOnly = options == q("ro");
+        m_isMounted = m_directory.isValid()
+            && ::mount("tmpfs", qPrintable(path()), "tmpfs", isReadOnly ? MS_RDONLY : 0,
+                       isReadOnly ? "" : qPrintable(options))
+                == 0;
+    }
+    ~Mount()
+    {
+        if (m_isMounted)
+            ::umount2(qPrintable(path()), MNT_DETACH);
+    }
+    Q_DISABLE_COPY(Mount)
+
+    bool isMounted() const { return m_isMounted; }
+    QString path() const { return m_directory.path(); }
+
+private:
+    QTemporaryDir m_directory;
+    bool m_isMounted = false;
+};
 
 // Values for the arguments of faults. The first key of the walk, so that it is hit in each run.
 QVariantMap faultArguments(const FaultInfo &info, const QString &value)
@@ -261,6 +305,446 @@ private Q_SLOTS:
         QCOMPARE(steps().first(), q("Fail (1)"));
     }
 
+    // A movement that is left out keeps the test from passing, however often the others are made.
+    void eachMovementIsNeeded_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("missing");
+        for (auto page = movements.begin(); page != movements.end(); ++page) {
+            for (const QString &movement : QSet<QString>(page->begin(), page->end()))
+                QTest::newRow(qPrintable(page.key() + q(" ") + movement)) << page.key() << movement;
+        }
+    }
+    void eachMovementIsNeeded()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, missing);
+        enter(q("container.factorytest.repairmode.") + page.toLower());
+        soft("right");
+        for (int round = 0; round < 2; ++round) {
+            for (const QString &key : movements.value(page)) {
+                if (key != missing)
+                    navigate(key);
+            }
+        }
+        QCOMPARE(pageState(), q("running"));
+        QCOMPARE(marks().count(q("none")), 1);
+        while (pageState() == q("running"))
+            navigate(missing);
+        QCOMPARE(pageState(), q("passed"));
+        soft("right");
+        QCOMPARE(marks().count(q("pass")), 0);
+        leave();
+    }
+
+    // One step may be a bouncing contact.
+    void theKnobNeedsThreeStepsInEachDirection()
+    {
+        enter(q("container.factorytest.repairmode.knob"));
+        soft("right");
+        for (const QString &key : {q("enter"), q("up"), q("up"), q("down"), q("down")})
+            navigate(key);
+        QCOMPARE(steps(),
+                 QStringList({q("Turn to the left (2/3)"), q("Turn to the right (2/3)"), q("Press the knob")}));
+        QCOMPARE(marks(), QStringList({q("none"), q("none"), q("pass")}));
+        soft("left");
+        QCOMPARE(steps(), QStringList({q("Fail (1)"), q("Turn to the left (2/3)"), q("Turn to the right (2/3)")}));
+        QCOMPARE(marks(), QStringList({q("notpass"), q("notpass"), q("notpass")}));
+        leave();
+    }
+
+    // The keys that the joystick doesn't have, and a key that is held, are no movement.
+    void otherKeysAreNoMovement()
+    {
+        enter(q("container.factorytest.repairmode.knob"));
+        soft("right");
+        for (const char *key : {"left", "right", "left"})
+            navigate(q(key));
+        QCOMPARE(marks(), QStringList({q("none"), q("none"), q("none")}));
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(session->lcd()->focusWidget(), &held);
+        QCOMPARE(marks(), QStringList({q("none"), q("none"), q("none")}));
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Enter}) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(session->lcd()->focusWidget(), &press);
+            QCOMPARE(marks(), QStringList({q("none"), q("none"), q("pass")}));
+        }
+        leave();
+    }
+
+    void eachCellIsNeeded()
+    {
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        for (int round = 0; round < 2; ++round) {
+            soft("right");
+            for (int cell = 0; cell < 40; ++cell) {
+                QCOMPARE(steps().first(), q("Touch every field, or drag a finger over it. (%1/40)").arg(cell));
+                perform(touchAction(OperatorAction::Kind::Touch, {cell % 8, cell / 8}));
+                // A cell counts once.
+                if (cell < 39)
+                    perform(touchAction(OperatorAction::Kind::Touch, {cell % 8, cell / 8}));
+            }
+            QCOMPARE(pageState(), q("passed"));
+        }
+        leave();
+    }
+
+    void aDragTouchesTheCellsBetween_data()
+    {
+        QTest::addColumn<QVector<QPoint>>("path");
+        QTest::addColumn<int>("count");
+        QTest::newRow("row") << QVector<QPoint>{{0, 2}, {7, 2}} << 8;
+        QTest::newRow("to the left") << QVector<QPoint>{{6, 2}, {3, 2}} << 4;
+        QTest::newRow("column") << QVector<QPoint>{{3, 4}, {3, 0}} << 5;
+        QTest::newRow("corner") << QVector<QPoint>{{0, 0}, {7, 0}, {7, 4}} << 12;
+    }
+    void aDragTouchesTheCellsBetween()
+    {
+        QFETCH(QVector<QPoint>, path);
+        QFETCH(int, count);
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        soft("right");
+        drag(path);
+        QCOMPARE(steps().first(), q("Touch every field, or drag a finger over it. (%1/40)").arg(count));
+        fail();
+        QCOMPARE(steps(), QStringList({q("Fail (1)"), q("Touched fields (%1/40)").arg(count)}));
+        leave();
+    }
+
+    // The four corners of the LCD belong to cells as well.
+    void theCellsCoverThePage()
+    {
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        soft("right");
+        QString error;
+        QVERIFY(!session->panelOperator().perform({OperatorAction::Kind::Soft, {{q("side"), q("left")}}}, &error));
+        QCOMPARE(error, q("The left button is covered."));
+        for (const QPoint &corner : {QPoint(0, 0), QPoint(799, 0), QPoint(0, 479), QPoint(799, 479)})
+            perform({OperatorAction::Kind::Touch, {{q("x"), corner.x()}, {q("y"), corner.y()}}});
+        QCOMPARE(steps().first(), q("Touch every field, or drag a finger over it. (4/40)"));
+        auto *grid = session->lcd()->findChild<QWidget *>(q("TouchGrid"));
+        QMouseEvent rightButton(QEvent::MouseButtonPress, {450, 250}, Qt::RightButton, Qt::RightButton, {});
+        QCoreApplication::sendEvent(grid, &rightButton);
+        QCOMPARE(steps().first(), q("Touch every field, or drag a finger over it. (4/40)"));
+        const QImage untouched = grid->grab().toImage();
+        perform(touchAction(OperatorAction::Kind::Touch, {3, 2}));
+        QVERIFY(grid->grab().toImage() != untouched);
+        leave();
+    }
+
+    // The page is left, and the next one entered, while the finger is on the LCD.
+    void aFingerMayStayOnTheLcd()
+    {
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        soft("right");
+        perform(touchAction(OperatorAction::Kind::TouchDown, {0, 0}));
+        leave();
+        perform(touchAction(OperatorAction::Kind::TouchMove, {7, 0}));
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        perform(touchAction(OperatorAction::Kind::TouchMove, {7, 4}));
+        QCOMPARE(pageState(), q("idle"));
+        perform({OperatorAction::Kind::TouchUp, {}});
+        soft("right");
+        QCOMPARE(steps().first(), q("Touch every field, or drag a finger over it. (0/40)"));
+        leave();
+    }
+
+    void theExportHasTheJournalAndItsRuns()
+    {
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        enter(q("container.factorytest.repairmode.joystick"));
+        go(q("passed"));
+        leave();
+        enter(logExportKey);
+        QCOMPARE(screen("right"), q("Export"));
+        const int before = journal().size();
+        soft("right");
+        session->clock().advance(2000);
+        QCOMPARE(steps(),
+                 QStringList({q("The export is complete. The USB stick can be unplugged."),
+                              q("lcd-logs-1-journal.jsonl, lcd-logs-1-runs.jsonl")}));
+        QCOMPARE(filesOn(stick), QStringList({q("lcd-logs-1-journal.jsonl"), q("lcd-logs-1-runs.jsonl")}));
+        // From the first line to the one that starts the export.
+        const QStringList lines = linesOf(stick, "lcd-logs-1-journal.jsonl");
+        QVERIFY(lines.size() > before);
+        QCOMPARE(lines, journal().mid(0, lines.size()));
+        QVERIFY(lines.last().contains(q("lcdLogExport.startExport")));
+        const QStringList runs = linesOf(stick, "lcd-logs-1-runs.jsonl");
+        QCOMPARE(runs.size(), 1);
+        const QJsonObject run = QJsonDocument::fromJson(runs.first().toUtf8()).object();
+        QCOMPARE(run.value(q("outcome")).toString(), q("passed"));
+        QCOMPARE(run.value(q("phases")).toArray().at(0).toObject().value(q("name")).toString(), q("joystick"));
+        leave();
+    }
+
+    // At no time is there a file that isn't complete, and nothing is overwritten.
+    void theExportHasItsNamesAtTheEnd()
+    {
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        QFile taken(stick.filePath(q("lcd-logs-1-runs.jsonl")));
+        QVERIFY(taken.open(QIODevice::WriteOnly) && taken.write("older") == 5);
+        taken.close();
+        enter(logExportKey);
+        soft("right");
+        QStringList percents;
+        for (int time = 0; time < 100 && screen("right") != q("Export again"); ++time) {
+            percents << steps().first();
+            QCOMPARE(filesOn(stick), QStringList(q("lcd-logs-1-runs.jsonl")));
+            QVERIFY(percents.size() < 3 || allFilesOn(stick).size() == 3);
+            session->clock().advance(50);
+        }
+        percents.removeDuplicates();
+        QCOMPARE(percents.size(), 10);
+        QCOMPARE(allFilesOn(stick),
+                 QStringList({q("lcd-logs-1-runs.jsonl"), q("lcd-logs-2-journal.jsonl"), q("lcd-logs-2-runs.jsonl")}));
+        QCOMPARE(linesOf(stick, "lcd-logs-1-runs.jsonl"), QStringList(q("older")));
+        leave();
+    }
+
+    void anExportThatFailsLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("after");
+        QTest::addColumn<QString>("reason");
+        for (const int after : {0, 250}) {
+            const auto row = [after](const char *fault, const char *reason) {
+                QTest::addRow("%s %d", fault, after) << q(fault) << after << q(reason);
+            };
+            row("usb-stick-missing", "There is no USB stick.");
+            row("usb-stick-read-only", "The USB stick is write-protected.");
+            row("usb-stick-full", "The USB stick is full.");
+        }
+    }
+    void anExportThatFailsLeavesNothing()
+    {
+        QFETCH(QString, fault);
+        QFETCH(int, after);
+        QFETCH(QString, reason);
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        enter(logExportKey);
+        soft("right");
+        session->clock().advance(after);
+        setFault(*Faults::find(fault), {}, true);
+        session->clock().advance(2000);
+        QCOMPARE(steps(), QStringList({q("The export failed. Nothing was written."), reason}));
+        QCOMPARE(marks().first(), q("notpass"));
+        QCOMPARE(allFilesOn(stick), QStringList());
+        setFault(*Faults::find(fault), {}, false);
+        soft("right");
+        session->clock().advance(2000);
+        QCOMPARE(filesOn(stick).size(), 2);
+        leave();
+    }
+
+    // The errors of a real file system.
+    void aStickMayBeUnusable_data()
+    {
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("full") << q("size=4k") << q("The USB stick is full.");
+        QTest::newRow("read-only") << q("ro") << q("The USB stick is write-protected.");
+        QTest::newRow("no files left") << q("nr_inodes=1") << q("The USB stick is full.");
+    }
+    void aStickMayBeUnusable()
+    {
+        QFETCH(QString, options);
+        QFETCH(QString, reason);
+        const Mount stick(options);
+        if (!stick.isMounted())
+            QSKIP("only root may mount a file system");
+        openWithStick(stick.path());
+        enter(logExportKey);
+        soft("right");
+        session->clock().advance(2000);
+        QCOMPARE(steps(), QStringList({q("The export failed. Nothing was written."), reason}));
+        QCOMPARE(QDir(stick.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+        session.reset();
+    }
+
+    void withoutAStickThePageSaysSo()
+    {
+        QTemporaryDir directory;
+        for (const QString &stick : {Session::noUsbStick, directory.filePath(q("absent"))}) {
+            openWithStick(stick);
+            enter(logExportKey);
+            soft("right");
+            session->clock().advance(2000);
+            QCOMPARE(steps().last(), q("There is no USB stick."));
+            leave();
+        }
+    }
+
+    void anExportMayEndAtAnyTime_data()
+    {
+        QTest::addColumn<int>("after");
+        for (const int after : {0, 49, 50, 120, 400, 600})
+            QTest::addRow("%d ms", after) << after;
+    }
+    void anExportMayEndAtAnyTime()
+    {
+        QFETCH(int, after);
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        const auto start = [&] {
+            enter(logExportKey);
+            soft("right");
+            session->clock().advance(after);
+            QCOMPARE(screen("left"), after < 550 ? q("Cancel") : QString());
+        };
+        const bool isDone = after >= 550;
+        start();
+        soft("left");
+        QCOMPARE(screen("right"), isDone ? q("Export again") : q("Export"));
+        // A report of the export that was cancelled isn't taken for one of the next.
+        soft("right");
+        session->clock().advance(49);
+        QCOMPARE(steps().first(), q("Writing: 0 %"));
+        leave();
+        session->clock().advance(2000);
+        QCOMPARE(allFilesOn(stick).size(), isDone ? 2 : 0);
+        start();
+        session.reset();
+        QCOMPARE(allFilesOn(stick).size(), isDone ? 4 : 0);
+    }
+
+    // The GUI thread goes on while the stick doesn't.
+    void aSlowStickBlocksNothing()
+    {
+        QTemporaryDir stick;
+        QSemaphore slow;
+        Session::Options options;
+        options.usbStick = stick.path();
+        options.deriveRuns = [&slow](const QByteArray &) {
+            slow.acquire();
+            return QByteArray();
+        };
+        open(options);
+        enter(logExportKey);
+        session->clock().run(1);
+        soft("right");
+        QElapsedTimer time;
+        time.start();
+        while (session->clock().now() < 200)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QVERIFY(time.elapsed() >= 150);
+        QCOMPARE(steps().first(), q("Writing: 0 %"));
+        slow.release();
+        QTRY_COMPARE(screen("right"), q("Export again"));
+        session->clock().stop();
+        QCOMPARE(filesOn(stick).size(), 2);
+        leave();
+    }
+
+    void theHostsServicesMayBeAbsent_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("service");
+        QTest::newRow("log export") << logExportKey << q("lcdLogExport");
+        QTest::newRow("factory reset") << factoryResetKey << q("lcdFactoryReset");
+    }
+    void theHostsServicesMayBeAbsent()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, service);
+        const FaultInfo &absent = *Faults::find(q("service-absent"));
+        setFault(absent, service, true);
+        enter(key);
+        const QString caption = screen("right");
+        soft("right");
+        QCOMPARE(screen("right"), caption);
+        QVERIFY(steps().contains(q("The device doesn't offer what this test needs.")));
+        setFault(absent, service, false);
+        soft("right");
+        QCOMPARE(screen("left").isEmpty(), false);
+        // It may go while the page is open.
+        setFault(absent, service, true);
+        soft("left");
+        session->clock().advance(2000);
+        setFault(absent, service, false);
+        if (screen("page") == q("repair"))
+            leave();
+        QCOMPARE(troubles(), QStringList());
+    }
+
+    void theResetIsConfirmed()
+    {
+        changeDevice();
+        const int before = countOf("lcdFactoryReset.resetDevice");
+        enter(factoryResetKey);
+        QCOMPARE(screen("right"), q("Reset"));
+        soft("right");
+        QCOMPARE(screen("stepTitle"), q("Do you really want to reset the device?"));
+        QCOMPARE(screen("focus"), q("right"));
+        QCOMPARE(screen("right"), q("Cancel"));
+        soft("right");
+        QCOMPARE(screen("right"), q("Reset"));
+        QCOMPARE(countOf("lcdFactoryReset.resetDevice"), before);
+        session->clock().advance(2000);
+        QCOMPARE(session->device().state().screenBrightness[1], 30);
+        soft("right");
+        soft("left");
+        QCOMPARE(screen("stepTitle"), q("The device is being reset"));
+        QCOMPARE(screen("left") + screen("right"), QString());
+        session->clock().advance(2000);
+        QCOMPARE(screen("page"), q("menu"));
+        QCOMPARE(troubles(), QStringList());
+        QCOMPARE(session->device().state().testType, -1);
+        QCOMPARE(session->device().state().machineTestKind, -1);
+        QVERIFY(session->device().state().tbar.failure.isEmpty());
+        QVERIFY(findPort(session->device().state(), q("net1"))->isPlugged);
+    }
+
+    void aResetMayFail()
+    {
+        changeDevice();
+        setFault(*Faults::find(q("factory-reset-fails")), {}, true);
+        enter(factoryResetKey);
+        soft("right");
+        soft("left");
+        session->clock().advance(2000);
+        QCOMPARE(steps(), QStringList({q("The factory reset failed."), q("The settings can't be written.")}));
+        QCOMPARE(screen("right"), q("Try again"));
+        QCOMPARE(session->device().state().screenBrightness[1], 30);
+        setFault(*Faults::find(q("factory-reset-fails")), {}, false);
+        soft("right");
+        QCOMPARE(screen("right"), q("Cancel"));
+        soft("left");
+        session->clock().advance(2000);
+        QCOMPARE(screen("page"), q("menu"));
+    }
+
+    // The result of a reset comes to a page that was left, to another page, and to none at all.
+    void aResetMayBeLeft()
+    {
+        const auto reset = [this] {
+            enter(factoryResetKey);
+            soft("right");
+            soft("left");
+        };
+        reset();
+        back();
+        session->clock().advance(2000);
+        QCOMPARE(screen("page"), q("menu"));
+        reset();
+        show(logExportKey);
+        session->clock().advance(2000);
+        QCOMPARE(screen("right"), q("Export"));
+        reset();
+        back();
+        enter(factoryResetKey);
+        session->clock().advance(2000);
+        QCOMPARE(screen("right"), q("Reset"));
+        soft("right");
+        session->clock().advance(2000);
+        QCOMPARE(screen("right"), q("Cancel"));
+        back();
+        reset();
+        session.reset();
+    }
+
     void everyLanguageHasItsTexts_data() { eachPage(); }
     void everyLanguageHasItsTexts()
     {
@@ -328,6 +812,60 @@ private Q_SLOTS:
     }
 
 private:
+    const QString logExportKey = q("container.logexport");
+    const QString factoryResetKey = q("container.resetfactory");
+
+    void openWithStick(const QString &stick)
+    {
+        Session::Options options;
+        options.usbStick = stick;
+        options.deriveRuns = runLines;
+        open(options);
+    }
+
+    QStringList journal() const
+    {
+        return QString::fromUtf8(session->journal().toJsonLines()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+
+    static QStringList filesOn(const QTemporaryDir &stick) { return QDir(stick.path()).entryList(QDir::Files); }
+    static QStringList allFilesOn(const QTemporaryDir &stick)
+    {
+        return QDir(stick.path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    static QStringList linesOf(const QTemporaryDir &stick, const char *name)
+    {
+        QFile file(stick.filePath(q(name)));
+        return file.open(QIODevice::ReadOnly)
+            ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+            : QStringList();
+    }
+
+    int countOf(const char *name) const
+    {
+        const QVector<Journal::Entry> entries = session->journal().entries();
+        return static_cast<int>(std::count_if(entries.begin(), entries.end(),
+                                              [name](const Journal::Entry &entry) { return entry.name == q(name); }));
+    }
+
+    // Everything that a reset sets back, and a port, which it doesn't.
+    void changeDevice()
+    {
+        Device &device = session->device();
+        device.setScreenBrightness(1, 30);
+        device.setTestPattern(1, 2);
+        device.setPatternLevel(9);
+        device.setKeyLed(1, {2, 1, 100, 800});
+        device.setTestType(3);
+        device.setMachineTestKind(1);
+        device.setPanelMode(12);
+        device.calibrate(1, {});
+        session->clock().advance(100);
+        device.setPanelMode(3);
+        perform({OperatorAction::Kind::Plug, {{q("port"), q("net1")}}});
+    }
+
     void eachPage()
     {
         QTest::addColumn<QString>("key");
@@ -335,15 +873,18 @@ private:
         QTest::addColumn<QStringList>("services");
         const auto row = [](const char *tail, const char *title, const char *services) {
             QTest::newRow(tail) << q("container.factorytest.repairmode.") + q(tail) << q(title)
-                                << q(services).split(QLatin1Char(' '));
+                                << q(services).split(QLatin1Char(' '), Qt::SkipEmptyParts);
         };
         row("screenlight", "Screen brightness", "lcdKeyboardEvent");
         row("screenbadpixel", "Screen pixels", "lcdKeyboardEvent");
         row("screenbadpixels", "Screen pixels", "lcdKeyboardEvent");
         row("buttonlight", "Key lights", "lcdKeyboardEvent");
         row("buttonfunction", "Key function", "lcdKeyboardEvent lcdFactoryModeWidget");
+        row("knob", "Knob", "");
+        row("joystick", "Joystick", "");
         row("tbar", "T-Bar", "lcdKeyboardEvent lcdTBarCalibration");
         row("net", "Net ports", "lcdMemoryCacheNetworkPort");
+        row("touchscreen", "Touch screen", "");
         row("usb", "USB ports", "lcdMemoryCacheNodeUSB");
     }
 
@@ -396,11 +937,21 @@ private:
         return texts;
     }
 
+    QStringList marks() const
+    {
+        QStringList marks;
+        for (const QVariant &step : readScreen(session->lcd()).value(q("steps")).toList())
+            marks << step.toMap().value(q("mark")).toString();
+        return marks;
+    }
+
     void soft(const char *side)
     {
         if (!screen(side).isEmpty())
             perform({OperatorAction::Kind::Soft, {{q("side"), q(side)}}});
     }
+
+    void navigate(const QString &key) { perform({OperatorAction::Kind::Navigate, {{q("key"), key}}}); }
 
     void back() { perform({OperatorAction::Kind::Navigate, {{q("key"), q("back")}}}); }
 
@@ -440,6 +991,8 @@ private:
             pressBlinkingKey();
             moveTBar();
             plugAll(true);
+            moveControl();
+            dragOverAllCells();
             if (screen("right") == q("Next step") || screen("right") == q("Test complete"))
                 soft("right");
             session->clock().advance(2000);
@@ -452,6 +1005,43 @@ private:
         const std::optional<TBarEnd> target = session->device().state().tbar.target;
         if (target)
             perform({OperatorAction::Kind::TBar, {{q("position"), *target == TBarEnd::Top ? 1 : 0}}});
+    }
+
+    // The last movement passes the test. After that the keys operate the page.
+    void moveControl()
+    {
+        for (const QString &key : movements.value(screen("title"))) {
+            QCOMPARE(pageState(), q("running"));
+            navigate(key);
+        }
+    }
+
+    // From the center of one cell to that of another, by column and row.
+    void drag(const QVector<QPoint> &cells)
+    {
+        perform(touchAction(OperatorAction::Kind::TouchDown, cells.first()));
+        for (const QPoint &cell : cells.mid(1))
+            perform(touchAction(OperatorAction::Kind::TouchMove, cell));
+        perform({OperatorAction::Kind::TouchUp, {}});
+    }
+
+    static OperatorAction touchAction(OperatorAction::Kind kind, const QPoint &cell)
+    {
+        return {kind, {{q("x"), 100 * cell.x() + 50}, {q("y"), 96 * cell.y() + 48}}};
+    }
+
+    void dragOverAllCells()
+    {
+        for (int row = 0; row < 5 && screen("title") == q("Touch screen"); ++row)
+            drag({{0, row}, {7, row}});
+    }
+
+    void fail()
+    {
+        if (screen("title") != q("Touch screen"))
+            return soft("left");
+        navigate(q("left"));
+        navigate(q("enter"));
     }
 
     void plugAll(bool plugged)
@@ -482,7 +1072,7 @@ private:
         if (visit == q("running"))
             return pageState();
         if (visit == q("failed") && judgingPages.contains(screen("title"))) {
-            soft("left");
+            fail();
             return pageState();
         }
         work();

@@ -28,7 +28,15 @@ QStringList allKeys()
                           "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed|"
                           "RepairNetStep|RepairUSBStep|RepairNetPort|RepairUSBPort|RepairLinked|RepairNotLinked|"
                           "RepairMorePorts|RepairTBar|RepairTBarStart|RepairTBarMeasuring|RepairTBarNotTop|"
-                          "RepairTBarNotBottom|RepairTBarNoAnswer")
+                          "RepairTBarNotBottom|RepairTBarNoAnswer"
+                          "|RepairKnob|RepairKnobStep|RepairKnobLeft|RepairKnobRight|RepairKnobPress|"
+                          "RepairJoystick|RepairJoystickStep|RepairJoystickUp|RepairJoystickDown|"
+                          "RepairJoystickLeft|RepairJoystickRight|RepairJoystickPress|RepairTouch|"
+                          "RepairTouchStep|RepairTouchKeys|RepairTouchCells|RepairExport|RepairExportAgain|"
+                          "RepairCancel|RepairExportTitle|RepairExportStep|RepairExportWriting|"
+                          "RepairExportDone|RepairExportFailed|RepairExportNoStick|RepairExportFull|"
+                          "RepairExportReadOnly|RepairReset|RepairResetAgain|RepairResetTitle|RepairResetStep|"
+                          "RepairResetConfirm|RepairResetRunning|RepairResetDone|RepairResetFailed")
         .split(QLatin1Char('|'));
 }
 

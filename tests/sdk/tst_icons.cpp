@@ -48,7 +48,8 @@ namespace {
 QStringList iconKeys()
 {
     QStringList keys = QStringLiteral("AgingMode|MachineMode|ScreenLight|ScreenBadPixel|ButtonLight|ButtonFunction|"
-                                      "fc_tbar_slider|fc_tbar_fader|NetTest|UsbTest|TypecTest")
+                                      "fc_tbar_slider|fc_tbar_fader|NetTest|UsbTest|TypecTest|"
+                                      "Knob|Joystick|TouchScreen|LogExport|FactoryReset")
                            .split(QLatin1Char('|'));
     keys << Icon_Genlock_Normal << Icon_Genlock_Pass << Icon_Genlock_NoPass << Icon_LTC_Normal << Icon_LTC_Pass
          << Icon_LTC_NoPass << Icon_TypeC_Link << Icon_TypeC_LinkF << Icon_TypeC_LinkR << Icon_TypeC_UnLink

@@ -322,5 +322,191 @@
         <comment>Global</comment>
         <translation>Die Kalibrierung hat den Schritt nicht beendet. Anschluss des T-Bars prüfen.</translation>
     </message>
+    <message>
+        <source>RepairKnob</source>
+        <comment>Global</comment>
+        <translation>Drehknopf</translation>
+    </message>
+    <message>
+        <source>RepairKnobStep</source>
+        <comment>Global</comment>
+        <translation>Den Drehknopf in beide Richtungen drehen und drücken.</translation>
+    </message>
+    <message>
+        <source>RepairKnobLeft</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>Nach links drehen</translation>
+    </message>
+    <message>
+        <source>RepairKnobRight</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>Nach rechts drehen</translation>
+    </message>
+    <message>
+        <source>RepairKnobPress</source>
+        <comment>Global</comment>
+        <translation>Den Knopf drücken</translation>
+    </message>
+    <message>
+        <source>RepairJoystick</source>
+        <comment>Global</comment>
+        <translation>Joystick</translation>
+    </message>
+    <message>
+        <source>RepairJoystickStep</source>
+        <comment>Global</comment>
+        <translation>Den Joystick in alle Richtungen bewegen und drücken.</translation>
+    </message>
+    <message>
+        <source>RepairJoystickUp</source>
+        <comment>Global</comment>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>RepairJoystickDown</source>
+        <comment>Global</comment>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>RepairJoystickLeft</source>
+        <comment>Global</comment>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>RepairJoystickRight</source>
+        <comment>Global</comment>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>RepairJoystickPress</source>
+        <comment>Global</comment>
+        <translation>Drücken</translation>
+    </message>
+    <message>
+        <source>RepairTouch</source>
+        <comment>Global</comment>
+        <translation>Touchscreen</translation>
+    </message>
+    <message>
+        <source>RepairTouchStep</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>Jedes Feld berühren oder mit dem Finger darüberstreichen.</translation>
+    </message>
+    <message>
+        <source>RepairTouchKeys</source>
+        <comment>Global</comment>
+        <extracomment>Fail is the caption of the left button.</extracomment>
+        <translation>Tasten: Links und Enter für „Nicht bestanden“, Zurück zum Verlassen.</translation>
+    </message>
+    <message>
+        <source>RepairTouchCells</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>Berührte Felder</translation>
+    </message>
+    <message>
+        <source>RepairExport</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>RepairExportAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Noch einmal</translation>
+    </message>
+    <message>
+        <source>RepairCancel</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>RepairExportTitle</source>
+        <comment>Global</comment>
+        <translation>Protokoll exportieren</translation>
+    </message>
+    <message>
+        <source>RepairExportStep</source>
+        <comment>Global</comment>
+        <translation>USB-Stick einstecken. Journal und Testergebnisse werden darauf geschrieben.</translation>
+    </message>
+    <message>
+        <source>RepairExportWriting</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number from 0 to 100.</extracomment>
+        <translation>Wird geschrieben: %1 %</translation>
+    </message>
+    <message>
+        <source>RepairExportDone</source>
+        <comment>Global</comment>
+        <translation>Der Export ist abgeschlossen. Der USB-Stick kann abgezogen werden.</translation>
+    </message>
+    <message>
+        <source>RepairExportFailed</source>
+        <comment>Global</comment>
+        <translation>Der Export ist fehlgeschlagen. Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>RepairExportNoStick</source>
+        <comment>Global</comment>
+        <translation>Es steckt kein USB-Stick.</translation>
+    </message>
+    <message>
+        <source>RepairExportFull</source>
+        <comment>Global</comment>
+        <translation>Der USB-Stick ist voll.</translation>
+    </message>
+    <message>
+        <source>RepairExportReadOnly</source>
+        <comment>Global</comment>
+        <translation>Der USB-Stick ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>RepairReset</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>RepairResetAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>RepairResetTitle</source>
+        <comment>Global</comment>
+        <translation>Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>RepairResetStep</source>
+        <comment>Global</comment>
+        <translation>Alle Einstellungen werden auf die Werkseinstellungen zurückgesetzt. Das kann nicht rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>RepairResetConfirm</source>
+        <comment>Global</comment>
+        <translation>Das Gerät wirklich zurücksetzen?</translation>
+    </message>
+    <message>
+        <source>RepairResetRunning</source>
+        <comment>Global</comment>
+        <translation>Das Gerät wird zurückgesetzt</translation>
+    </message>
+    <message>
+        <source>RepairResetDone</source>
+        <comment>Global</comment>
+        <translation>Das Gerät wurde zurückgesetzt.</translation>
+    </message>
+    <message>
+        <source>RepairResetFailed</source>
+        <comment>Global</comment>
+        <translation>Das Zurücksetzen ist fehlgeschlagen.</translation>
+    </message>
 </context>
 </TS>

@@ -322,5 +322,191 @@
         <comment>Global</comment>
         <translation>The calibration didn't finish the step. Check how the T-Bar is connected.</translation>
     </message>
+    <message>
+        <source>RepairKnob</source>
+        <comment>Global</comment>
+        <translation>Knob</translation>
+    </message>
+    <message>
+        <source>RepairKnobStep</source>
+        <comment>Global</comment>
+        <translation>Turn the knob in both directions and press it.</translation>
+    </message>
+    <message>
+        <source>RepairKnobLeft</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>Turn to the left</translation>
+    </message>
+    <message>
+        <source>RepairKnobRight</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>Turn to the right</translation>
+    </message>
+    <message>
+        <source>RepairKnobPress</source>
+        <comment>Global</comment>
+        <translation>Press the knob</translation>
+    </message>
+    <message>
+        <source>RepairJoystick</source>
+        <comment>Global</comment>
+        <translation>Joystick</translation>
+    </message>
+    <message>
+        <source>RepairJoystickStep</source>
+        <comment>Global</comment>
+        <translation>Push the joystick in all directions and press it.</translation>
+    </message>
+    <message>
+        <source>RepairJoystickUp</source>
+        <comment>Global</comment>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>RepairJoystickDown</source>
+        <comment>Global</comment>
+        <translation>Down</translation>
+    </message>
+    <message>
+        <source>RepairJoystickLeft</source>
+        <comment>Global</comment>
+        <translation>Left</translation>
+    </message>
+    <message>
+        <source>RepairJoystickRight</source>
+        <comment>Global</comment>
+        <translation>Right</translation>
+    </message>
+    <message>
+        <source>RepairJoystickPress</source>
+        <comment>Global</comment>
+        <translation>Press</translation>
+    </message>
+    <message>
+        <source>RepairTouch</source>
+        <comment>Global</comment>
+        <translation>Touch screen</translation>
+    </message>
+    <message>
+        <source>RepairTouchStep</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>Touch every field, or drag a finger over it.</translation>
+    </message>
+    <message>
+        <source>RepairTouchKeys</source>
+        <comment>Global</comment>
+        <extracomment>Fail is the caption of the left button.</extracomment>
+        <translation>Keys: Left and Enter for "Fail", Back to leave.</translation>
+    </message>
+    <message>
+        <source>RepairTouchCells</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>Touched fields</translation>
+    </message>
+    <message>
+        <source>RepairExport</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>RepairExportAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Export again</translation>
+    </message>
+    <message>
+        <source>RepairCancel</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>RepairExportTitle</source>
+        <comment>Global</comment>
+        <translation>Log export</translation>
+    </message>
+    <message>
+        <source>RepairExportStep</source>
+        <comment>Global</comment>
+        <translation>Plug in a USB stick. The journal and the test results are written to it.</translation>
+    </message>
+    <message>
+        <source>RepairExportWriting</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number from 0 to 100.</extracomment>
+        <translation>Writing: %1 %</translation>
+    </message>
+    <message>
+        <source>RepairExportDone</source>
+        <comment>Global</comment>
+        <translation>The export is complete. The USB stick can be unplugged.</translation>
+    </message>
+    <message>
+        <source>RepairExportFailed</source>
+        <comment>Global</comment>
+        <translation>The export failed. Nothing was written.</translation>
+    </message>
+    <message>
+        <source>RepairExportNoStick</source>
+        <comment>Global</comment>
+        <translation>There is no USB stick.</translation>
+    </message>
+    <message>
+        <source>RepairExportFull</source>
+        <comment>Global</comment>
+        <translation>The USB stick is full.</translation>
+    </message>
+    <message>
+        <source>RepairExportReadOnly</source>
+        <comment>Global</comment>
+        <translation>The USB stick is write-protected.</translation>
+    </message>
+    <message>
+        <source>RepairReset</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>RepairResetAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>RepairResetTitle</source>
+        <comment>Global</comment>
+        <translation>Factory reset</translation>
+    </message>
+    <message>
+        <source>RepairResetStep</source>
+        <comment>Global</comment>
+        <translation>All settings return to how they left the factory. This can't be undone.</translation>
+    </message>
+    <message>
+        <source>RepairResetConfirm</source>
+        <comment>Global</comment>
+        <translation>Do you really want to reset the device?</translation>
+    </message>
+    <message>
+        <source>RepairResetRunning</source>
+        <comment>Global</comment>
+        <translation>The device is being reset</translation>
+    </message>
+    <message>
+        <source>RepairResetDone</source>
+        <comment>Global</comment>
+        <translation>The device was reset.</translation>
+    </message>
+    <message>
+        <source>RepairResetFailed</source>
+        <comment>Global</comment>
+        <translation>The factory reset failed.</translation>
+    </message>
 </context>
 </TS>

@@ -322,5 +322,191 @@
         <comment>Global</comment>
         <translation>校正がこの手順を完了しませんでした。T-Bar の接続を確認してください。</translation>
     </message>
+    <message>
+        <source>RepairKnob</source>
+        <comment>Global</comment>
+        <translation>ノブ</translation>
+    </message>
+    <message>
+        <source>RepairKnobStep</source>
+        <comment>Global</comment>
+        <translation>ノブを両方向に回し、押してください。</translation>
+    </message>
+    <message>
+        <source>RepairKnobLeft</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>左に回す</translation>
+    </message>
+    <message>
+        <source>RepairKnobRight</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>右に回す</translation>
+    </message>
+    <message>
+        <source>RepairKnobPress</source>
+        <comment>Global</comment>
+        <translation>ノブを押す</translation>
+    </message>
+    <message>
+        <source>RepairJoystick</source>
+        <comment>Global</comment>
+        <translation>ジョイスティック</translation>
+    </message>
+    <message>
+        <source>RepairJoystickStep</source>
+        <comment>Global</comment>
+        <translation>ジョイスティックを全方向に倒し、押してください。</translation>
+    </message>
+    <message>
+        <source>RepairJoystickUp</source>
+        <comment>Global</comment>
+        <translation>上</translation>
+    </message>
+    <message>
+        <source>RepairJoystickDown</source>
+        <comment>Global</comment>
+        <translation>下</translation>
+    </message>
+    <message>
+        <source>RepairJoystickLeft</source>
+        <comment>Global</comment>
+        <translation>左</translation>
+    </message>
+    <message>
+        <source>RepairJoystickRight</source>
+        <comment>Global</comment>
+        <translation>右</translation>
+    </message>
+    <message>
+        <source>RepairJoystickPress</source>
+        <comment>Global</comment>
+        <translation>押す</translation>
+    </message>
+    <message>
+        <source>RepairTouch</source>
+        <comment>Global</comment>
+        <translation>タッチパネル</translation>
+    </message>
+    <message>
+        <source>RepairTouchStep</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>すべてのマスをタッチするか、指でなぞってください。</translation>
+    </message>
+    <message>
+        <source>RepairTouchKeys</source>
+        <comment>Global</comment>
+        <extracomment>Fail is the caption of the left button.</extracomment>
+        <translation>キー：左と決定で「不合格」、戻るで終了。</translation>
+    </message>
+    <message>
+        <source>RepairTouchCells</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>タッチ済みのマス</translation>
+    </message>
+    <message>
+        <source>RepairExport</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>書き出す</translation>
+    </message>
+    <message>
+        <source>RepairExportAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>もう一度</translation>
+    </message>
+    <message>
+        <source>RepairCancel</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>RepairExportTitle</source>
+        <comment>Global</comment>
+        <translation>ログの書き出し</translation>
+    </message>
+    <message>
+        <source>RepairExportStep</source>
+        <comment>Global</comment>
+        <translation>USB メモリを接続してください。ログと試験結果が書き込まれます。</translation>
+    </message>
+    <message>
+        <source>RepairExportWriting</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number from 0 to 100.</extracomment>
+        <translation>書き込み中：%1 %</translation>
+    </message>
+    <message>
+        <source>RepairExportDone</source>
+        <comment>Global</comment>
+        <translation>書き出しが完了しました。USB メモリを取り外せます。</translation>
+    </message>
+    <message>
+        <source>RepairExportFailed</source>
+        <comment>Global</comment>
+        <translation>書き出しに失敗しました。何も書き込まれていません。</translation>
+    </message>
+    <message>
+        <source>RepairExportNoStick</source>
+        <comment>Global</comment>
+        <translation>USB メモリがありません。</translation>
+    </message>
+    <message>
+        <source>RepairExportFull</source>
+        <comment>Global</comment>
+        <translation>USB メモリに空きがありません。</translation>
+    </message>
+    <message>
+        <source>RepairExportReadOnly</source>
+        <comment>Global</comment>
+        <translation>USB メモリは書き込み禁止です。</translation>
+    </message>
+    <message>
+        <source>RepairReset</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>初期化する</translation>
+    </message>
+    <message>
+        <source>RepairResetAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>もう一度</translation>
+    </message>
+    <message>
+        <source>RepairResetTitle</source>
+        <comment>Global</comment>
+        <translation>出荷時設定に戻す</translation>
+    </message>
+    <message>
+        <source>RepairResetStep</source>
+        <comment>Global</comment>
+        <translation>すべての設定が出荷時の状態に戻ります。元に戻すことはできません。</translation>
+    </message>
+    <message>
+        <source>RepairResetConfirm</source>
+        <comment>Global</comment>
+        <translation>本当に初期化しますか？</translation>
+    </message>
+    <message>
+        <source>RepairResetRunning</source>
+        <comment>Global</comment>
+        <translation>初期化しています</translation>
+    </message>
+    <message>
+        <source>RepairResetDone</source>
+        <comment>Global</comment>
+        <translation>初期化しました。</translation>
+    </message>
+    <message>
+        <source>RepairResetFailed</source>
+        <comment>Global</comment>
+        <translation>初期化に失敗しました。</translation>
+    </message>
 </context>
 </TS>

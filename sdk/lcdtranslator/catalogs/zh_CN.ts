@@ -322,5 +322,191 @@
         <comment>Global</comment>
         <translation>校准未完成该步骤。请检查 T-Bar 的连接。</translation>
     </message>
+    <message>
+        <source>RepairKnob</source>
+        <comment>Global</comment>
+        <translation>旋钮</translation>
+    </message>
+    <message>
+        <source>RepairKnobStep</source>
+        <comment>Global</comment>
+        <translation>向两个方向转动旋钮，然后按下旋钮。</translation>
+    </message>
+    <message>
+        <source>RepairKnobLeft</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>向左转动</translation>
+    </message>
+    <message>
+        <source>RepairKnobRight</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (1/3)&quot; follows.</extracomment>
+        <translation>向右转动</translation>
+    </message>
+    <message>
+        <source>RepairKnobPress</source>
+        <comment>Global</comment>
+        <translation>按下旋钮</translation>
+    </message>
+    <message>
+        <source>RepairJoystick</source>
+        <comment>Global</comment>
+        <translation>摇杆</translation>
+    </message>
+    <message>
+        <source>RepairJoystickStep</source>
+        <comment>Global</comment>
+        <translation>向各个方向推动摇杆，然后按下摇杆。</translation>
+    </message>
+    <message>
+        <source>RepairJoystickUp</source>
+        <comment>Global</comment>
+        <translation>上</translation>
+    </message>
+    <message>
+        <source>RepairJoystickDown</source>
+        <comment>Global</comment>
+        <translation>下</translation>
+    </message>
+    <message>
+        <source>RepairJoystickLeft</source>
+        <comment>Global</comment>
+        <translation>左</translation>
+    </message>
+    <message>
+        <source>RepairJoystickRight</source>
+        <comment>Global</comment>
+        <translation>右</translation>
+    </message>
+    <message>
+        <source>RepairJoystickPress</source>
+        <comment>Global</comment>
+        <translation>按下</translation>
+    </message>
+    <message>
+        <source>RepairTouch</source>
+        <comment>Global</comment>
+        <translation>触摸屏</translation>
+    </message>
+    <message>
+        <source>RepairTouchStep</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>触摸每个格子，或用手指划过。</translation>
+    </message>
+    <message>
+        <source>RepairTouchKeys</source>
+        <comment>Global</comment>
+        <extracomment>Fail is the caption of the left button.</extracomment>
+        <translation>按键：左键和确认键为“不通过”，返回键离开。</translation>
+    </message>
+    <message>
+        <source>RepairTouchCells</source>
+        <comment>Global</comment>
+        <extracomment>A count such as &quot; (12/40)&quot; follows.</extracomment>
+        <translation>已触摸的格子</translation>
+    </message>
+    <message>
+        <source>RepairExport</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>RepairExportAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>重新导出</translation>
+    </message>
+    <message>
+        <source>RepairCancel</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>RepairExportTitle</source>
+        <comment>Global</comment>
+        <translation>日志导出</translation>
+    </message>
+    <message>
+        <source>RepairExportStep</source>
+        <comment>Global</comment>
+        <translation>请插入 U 盘，日志和测试结果将写入其中。</translation>
+    </message>
+    <message>
+        <source>RepairExportWriting</source>
+        <comment>Global</comment>
+        <extracomment>%1 is a number from 0 to 100.</extracomment>
+        <translation>正在写入：%1%</translation>
+    </message>
+    <message>
+        <source>RepairExportDone</source>
+        <comment>Global</comment>
+        <translation>导出完成，可以拔出 U 盘。</translation>
+    </message>
+    <message>
+        <source>RepairExportFailed</source>
+        <comment>Global</comment>
+        <translation>导出失败，未写入任何文件。</translation>
+    </message>
+    <message>
+        <source>RepairExportNoStick</source>
+        <comment>Global</comment>
+        <translation>没有 U 盘。</translation>
+    </message>
+    <message>
+        <source>RepairExportFull</source>
+        <comment>Global</comment>
+        <translation>U 盘已满。</translation>
+    </message>
+    <message>
+        <source>RepairExportReadOnly</source>
+        <comment>Global</comment>
+        <translation>U 盘有写保护。</translation>
+    </message>
+    <message>
+        <source>RepairReset</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>恢复</translation>
+    </message>
+    <message>
+        <source>RepairResetAgain</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>RepairResetTitle</source>
+        <comment>Global</comment>
+        <translation>恢复出厂设置</translation>
+    </message>
+    <message>
+        <source>RepairResetStep</source>
+        <comment>Global</comment>
+        <translation>所有设置将恢复为出厂状态，此操作无法撤销。</translation>
+    </message>
+    <message>
+        <source>RepairResetConfirm</source>
+        <comment>Global</comment>
+        <translation>确定要恢复出厂设置吗？</translation>
+    </message>
+    <message>
+        <source>RepairResetRunning</source>
+        <comment>Global</comment>
+        <translation>正在恢复出厂设置</translation>
+    </message>
+    <message>
+        <source>RepairResetDone</source>
+        <comment>Global</comment>
+        <translation>已恢复出厂设置。</translation>
+    </message>
+    <message>
+        <source>RepairResetFailed</source>
+        <comment>Global</comment>
+        <translation>恢复出厂设置失败。</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,154 @@
+#include "servicetests.h"
+
+#include "lcd/repairmode/ifactoryreset.h"
+#include "lcd/repairmode/ilogexport.h"
+#include "mirel/api.h"
+#include "owntest.h"
+#include "reportqueue.h"
+
+namespace LCD::RepairPages {
+
+namespace {
+
+using LCD::RepairMode::IFactoryReset;
+using LCD::RepairMode::ILogExport;
+using LCD::RepairMode::LogExportReport;
+
+class LogExport : public OwnTest
+{
+public:
+    void start() override;
+    void restore() override;
+
+    QVector<PageLine> lines() const override { return {{text("RepairExportWriting").arg(m_report.percent)}}; }
+    QVector<PageLine> remarks() const override;
+    QString startCaption() const override { return text("RepairExport"); }
+    QString againCaption() const override { return text("RepairExportAgain"); }
+    QString verdictText() const override
+    {
+        return text(state() == TestState::Passed ? "RepairExportDone" : "RepairExportFailed");
+    }
+    QString leftCaption() const override { return text("RepairCancel"); }
+    void pressLeft() override;
+
+private:
+    void onReport(int run, const LogExportReport &report);
+
+    ILogExport *m_service = mirel::api::get().service<ILogExport>("lcdLogExport");
+    int m_run = 0; ///< number of the export; reports of earlier ones are late
+    LogExportReport m_report;
+    ReportQueue m_reports{this};
+};
+
+void LogExport::start()
+{
+    OwnTest::start();
+    m_report = {};
+    const int run = ++m_run;
+    m_service->startExport(m_reports.listener([this, run](const LogExportReport &report) { onReport(run, report); }));
+}
+
+void LogExport::onReport(int run, const LogExportReport &report)
+{
+    if (run != m_run || state() != TestState::Running)
+        return;
+    m_report = report;
+    if (report.state == LogExportReport::Done)
+        setPass();
+    else if (report.state != LogExportReport::Writing)
+        setNotPass();
+    Q_EMIT changed();
+}
+
+void LogExport::pressLeft()
+{
+    restore();
+    reTest();
+}
+
+void LogExport::restore()
+{
+    if (state() == TestState::Running)
+        m_service->cancelExport();
+}
+
+// The files, or why there are none.
+QVector<PageLine> LogExport::remarks() const
+{
+    const QString detail = QString::fromStdString(m_report.detail);
+    switch (m_report.state) {
+    case LogExportReport::NoStick:
+        return {{text("RepairExportNoStick"), notPassColor()}};
+    case LogExportReport::Full:
+        return {{text("RepairExportFull"), notPassColor()}};
+    case LogExportReport::ReadOnly:
+        return {{text("RepairExportReadOnly"), notPassColor()}};
+    case LogExportReport::Writing:
+    case LogExportReport::Done:
+    case LogExportReport::Failed:
+        break;
+    }
+    return {{detail, state() == TestState::Failed ? notPassColor() : QColor(Qt::white)}};
+}
+
+/// The right button, which has the focus, leads away from the reset.
+class FactoryReset : public OwnTest
+{
+public:
+    void start() override
+    {
+        m_isConfirmed = false;
+        OwnTest::start();
+    }
+
+    QString heading() const override { return text(m_isConfirmed ? "RepairResetRunning" : "RepairResetConfirm"); }
+    QVector<PageLine> remarks() const override { return {{m_reason, notPassColor()}}; }
+    QString startCaption() const override { return text("RepairReset"); }
+    QString againCaption() const override { return text("RepairResetAgain"); }
+    QString verdictText() const override
+    {
+        return text(state() == TestState::Passed ? "RepairResetDone" : "RepairResetFailed");
+    }
+    bool leavesWhenPassed() const override { return true; }
+    QString leftCaption() const override { return m_isConfirmed ? QString() : text("RepairReset"); }
+    QString rightCaption() const override { return m_isConfirmed ? QString() : text("RepairCancel"); }
+    void pressLeft() override;
+    void pressRight() override { reTest(); }
+
+private:
+    void onResult(bool ok, const std::string &message);
+
+    IFactoryReset *m_service = mirel::api::get().service<IFactoryReset>("lcdFactoryReset");
+    bool m_isConfirmed = false;
+    QString m_reason;
+    ReportQueue m_reports{this};
+};
+
+void FactoryReset::pressLeft()
+{
+    m_isConfirmed = true;
+    m_service->resetDevice(m_reports.listener([this](bool ok, const std::string &message) { onResult(ok, message); }));
+}
+
+void FactoryReset::onResult(bool ok, const std::string &message)
+{
+    if (state() != TestState::Running || !m_isConfirmed)
+        return;
+    m_reason = QString::fromStdString(message);
+    ok ? setPass() : setNotPass();
+    Q_EMIT changed();
+}
+
+}
+
+std::unique_ptr<PageTest> makeLogExport()
+{
+    return std::make_unique<LogExport>();
+}
+
+std::unique_ptr<PageTest> makeFactoryReset()
+{
+    return std::make_unique<FactoryReset>();
+}
+
+}
