@@ -102,7 +102,10 @@ public:
     }
 
     QString heading() const override { return text(m_isConfirmed ? "RepairResetRunning" : "RepairResetConfirm"); }
-    QVector<PageLine> remarks() const override { return {{m_reason, notPassColor()}}; }
+    QVector<PageLine> remarks() const override
+    {
+        return m_reason.isEmpty() ? QVector<PageLine>() : QVector<PageLine>{{m_reason, notPassColor()}};
+    }
     QString startCaption() const override { return text("RepairReset"); }
     QString againCaption() const override { return text("RepairResetAgain"); }
     QString verdictText() const override

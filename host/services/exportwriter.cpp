@@ -1,6 +1,5 @@
 #include "services/exportwriter.h"
 
-#include "device/faults.h"
 #include "output/systemfile.h"
 
 #include <QtCore/QDir>
@@ -51,8 +50,8 @@ void syncDirectory(const QString &directory)
 
 }
 
-ExportWriter::ExportWriter(const QString &directory, const Collect &collect, const Faults &faults)
-    : m_directory(directory), m_collect(collect), m_faults(faults)
+ExportWriter::ExportWriter(const QString &directory, const Collect &collect)
+    : m_directory(directory), m_collect(collect)
 {
 }
 
@@ -66,8 +65,9 @@ ExportWriter::~ExportWriter()
     }
 }
 
-void ExportWriter::writeNext()
+void ExportWriter::writeNext(const StickFaults &faults)
 {
+    m_faults = faults;
     if (m_state != State::Writing)
         return;
     if (!m_hasBegun)
@@ -164,14 +164,13 @@ void ExportWriter::fail(int number)
     m_state = State::Failed;
 }
 
-// A simulated full stick has room for the first half.
 int ExportWriter::simulatedError() const
 {
-    if (m_faults.isOn(QStringLiteral("usb-stick-missing")))
+    if (m_faults.isMissing)
         return ENODEV;
-    if (m_faults.isOn(QStringLiteral("usb-stick-read-only")))
+    if (m_faults.isReadOnly)
         return EROFS;
-    const bool isFull = m_faults.isOn(QStringLiteral("usb-stick-full")) && m_written >= (m_size + 1) / 2;
+    const bool isFull = m_faults.isFull && m_written >= (m_size + 1) / 2;
     return isFull ? ENOSPC : 0;
 }
 

@@ -9,8 +9,6 @@
 
 namespace panelhost {
 
-class Faults;
-
 /// Writes files to a USB stick, part by part. They are written under temporary names, and get their final names when
 /// all of them are complete and on the stick. The destructor removes temporary files. Any thread, one at a time.
 class ExportWriter
@@ -31,15 +29,23 @@ public:
 
     static constexpr int Parts = 10; ///< into which the data are divided
 
+    /// Faults of a simulated stick.
+    struct StickFaults
+    {
+        bool isMissing = false;
+        bool isReadOnly = false;
+        bool isFull = false; ///< there is room for half of the data
+    };
+
     /// @p directory is where the stick is mounted; empty if there is none. @p collect is called once, by the first
-    /// writeNext(). @p faults may make the stick missing, full or read-only.
-    ExportWriter(const QString &directory, const Collect &collect, const Faults &faults);
+    /// writeNext().
+    ExportWriter(const QString &directory, const Collect &collect);
     ~ExportWriter();
     ExportWriter(const ExportWriter &) = delete;
     ExportWriter &operator=(const ExportWriter &) = delete;
 
     /// Does the next part of the work. Does nothing when the export has ended.
-    void writeNext();
+    void writeNext(const StickFaults &faults);
 
     State state() const { return m_state; }
     int percent() const;
@@ -69,7 +75,7 @@ private:
 
     const QString m_directory;
     const Collect m_collect;
-    const Faults &m_faults;
+    StickFaults m_faults;
     State m_state = State::Writing;
     int m_error = 0;
     bool m_hasBegun = false;

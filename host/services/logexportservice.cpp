@@ -1,5 +1,6 @@
 #include "services/logexportservice.h"
 
+#include "device/faults.h"
 #include "time/virtualclock.h"
 
 #include <atomic>
@@ -55,9 +56,8 @@ LogExportReport reportOf(const ExportWriter &writer)
 /// A running export. The scheduled work owns it. Its destructor waits for the part that is being written.
 struct LogExportService::Export
 {
-    Export(const QString &directory, const ExportWriter::Collect &collect, const Faults &faults,
-           const Listener &exportListener)
-        : writer(directory, collect, faults), listener(exportListener)
+    Export(const QString &directory, const ExportWriter::Collect &collect, const Listener &exportListener)
+        : writer(directory, collect), listener(exportListener)
     {
     }
 
@@ -72,7 +72,7 @@ void LogExportService::startExport(const Listener &listener)
     cancelExport();
     m_journal.add(Journal::Kind::Call, QStringLiteral("lcdLogExport.startExport"));
     const auto collectLines = [this, lastLine = m_journal.count()] { return collect(lastLine); };
-    const auto begun = std::make_shared<Export>(m_options.directory, collectLines, m_faults, listener);
+    const auto begun = std::make_shared<Export>(m_options.directory, collectLines, listener);
     m_current = begun;
     proceed(begun);
 }
@@ -123,7 +123,11 @@ void LogExportService::proceed(const std::shared_ptr<Export> &running)
         if (running->writer.state() != ExportWriter::State::Writing)
             return;
     }
-    part = std::async(std::launch::async, [&writer = running->writer] { writer.writeNext(); });
+    // Read here, so that it doesn't depend on the speed of the machine which part a fault affects.
+    const ExportWriter::StickFaults faults{m_faults.isOn(QStringLiteral("usb-stick-missing")),
+                                           m_faults.isOn(QStringLiteral("usb-stick-read-only")),
+                                           m_faults.isOn(QStringLiteral("usb-stick-full"))};
+    part = std::async(std::launch::async, [&writer = running->writer, faults] { writer.writeNext(faults); });
     scheduleNext(running);
 }
 

@@ -453,9 +453,11 @@ private Q_SLOTS:
     {
         QTemporaryDir stick;
         openWithStick(stick.path());
+        openLastEntry();
         enter(q("container.factorytest.repairmode.joystick"));
         go(q("passed"));
         leave();
+        back();
         enter(logExportKey);
         QCOMPARE(screen("right"), q("Export"));
         const int before = journal().size();
