@@ -32,7 +32,7 @@ RunSaver::RunSaver(const RecordsLocation &location, const Listener &listener,
                    const RunForwarder::PendingListener &pendingListener, const RunForwarder::Pace &pace)
     : m_path(location.path), m_listener(listener),
       m_forwarder(location.server ? std::make_unique<RunForwarder>(*location.server, listener, pendingListener, pace)
-                               : nullptr),
+                                  : nullptr),
       m_currentPath(location.path), m_thread([this] { work(); })
 {
 }
@@ -95,7 +95,8 @@ int RunSaver::saved() const
     return m_saved;
 }
 
-// Accesses the disk without holding the lock. A job stays in the queue until it is done; others are only added behind it.
+// Accesses the disk without holding the lock. A job stays in the queue until it is done; others are only added behind
+// it.
 void RunSaver::work()
 {
     openForSending();

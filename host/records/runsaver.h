@@ -24,7 +24,8 @@ public:
 
     RunSaver(const QString &path, const Listener &listener);
     /// @p pendingListener gets the number of runs that wait to be sent to the server when it changes, on any thread.
-    RunSaver(const RecordsLocation &location, const Listener &listener, const RunForwarder::PendingListener &pendingListener,
+    RunSaver(const RecordsLocation &location, const Listener &listener,
+             const RunForwarder::PendingListener &pendingListener,
              const RunForwarder::Pace &pace = RunForwarder::Pace());
     /// Tries to save what is still waiting once more.
     ~RunSaver();

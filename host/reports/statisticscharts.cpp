@@ -75,6 +75,8 @@ public:
         m_names->setGridLineVisible(false);
     }
 
+    Q_DISABLE_COPY(CategoryChart)
+
     /// Adds @p series to the left axis, or to @p axis.
     void add(QtCharts::QAbstractSeries *series, QtCharts::QValueAxis *axis = nullptr)
     {

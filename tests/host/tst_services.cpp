@@ -202,7 +202,7 @@ private Q_SLOTS:
     {
         ServiceHost host(*journal, *faults);
         services->addTo(host);
-        QCOMPARE(host.serviceNames().size(), size_t(7));
+        QCOMPARE(host.serviceNames().size(), size_t(9));
         auto *keyboard = static_cast<LCD::FactoryMode::IKeyboardEvent *>(host.getComponent("lcdKeyboardEvent"));
         QCOMPARE(keyboard->getTBarType(), 0);
         QVERIFY(!host.getComponent("lcdCoffee"));

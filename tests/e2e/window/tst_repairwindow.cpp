@@ -50,8 +50,6 @@ void TestRepairWindow::openPage(const QString &name, int row)
     m_panel = std::make_unique<PanelProcess>(m_xServer);
     QVERIFY(m_panel->start({}));
     waitFor("menu.row", 0);
-    type("Up");
-    type("Down");
     for (int down = 1; down <= 4; ++down) {
         type("Down");
         waitFor("menu.row", down);
