@@ -171,17 +171,14 @@ int runInWindow(const CommandLine &line, const QString &recording)
     device.sessionLine = records.beginSession(device);
     files.addSessionLine(device.sessionLine);
     device.journalSink = both(files.journalSink(), records);
-    // A board is restored before a signal ends the process.
-    std::optional<QuitOnSignal> quitOnSignal;
-    if (device.board)
-        quitOnSignal.emplace();
+    // Before a signal ends the process, runs are saved, files are completed, and a board is restored.
+    QuitOnSignal quitOnSignal;
     const int status = runSession(device, options, files, records, &error);
     if (!error.isEmpty())
         return status;
     records.endSession();
     const bool isSaved = records.finish();
-    if (quitOnSignal)
-        quitOnSignal->endProcessIfAsked();
+    quitOnSignal.endProcessIfAsked();
     return !isSaved || files.hasFailed() ? 2 : status;
 }
 

@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -74,10 +75,10 @@ std::optional<QByteArray> SysfsDevice::read(const char *attribute, QString *erro
 {
     int number = 0;
     const int descriptor = openAttribute(path(attribute), O_RDONLY, &number);
-    QByteArray value(PageSize, '\0');
+    std::array<char, PageSize> value;
     ssize_t size = -1;
     if (descriptor >= 0) {
-        size = ::read(descriptor, value.data(), PageSize);
+        size = ::read(descriptor, value.data(), value.size());
         number = size < 0 ? errno : 0;
         ::close(descriptor);
     }
@@ -85,7 +86,7 @@ std::optional<QByteArray> SysfsDevice::read(const char *attribute, QString *erro
         *error = fileError(path(attribute), number);
         return std::nullopt;
     }
-    return value.left(static_cast<int>(size)).trimmed();
+    return QByteArray(value.data(), static_cast<int>(size)).trimmed();
 }
 
 std::optional<int> SysfsDevice::readNumber(const char *attribute, int min, QString *error) const

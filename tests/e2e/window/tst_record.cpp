@@ -23,6 +23,8 @@ private Q_SLOTS:
     void fullDiskIsToldAtOnce();
     void runsAreSaved();
     void scannedUnitsAreRecorded();
+    void aSignalEndsTheWindowInOrder_data();
+    void aSignalEndsTheWindowInOrder();
 
 private:
     QProcess &runOffscreen(QProcess &panel, const QStringList &arguments);
@@ -255,6 +257,42 @@ void TestRecord::scannedUnitsAreRecorded()
     QVERIFY2(saved.contains(text(",A17,,,aging,aborted,1,")), qPrintable(saved));
     QCOMPARE(csv({text("--from"), m_panel->path(text("journal.jsonl"))}),
              QString(saved).replace(text(",1,"), text(",,")));
+}
+
+void TestRecord::aSignalEndsTheWindowInOrder_data()
+{
+    QTest::addColumn<int>("signal");
+
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+// The run that was going on is saved as aborted, and the recording can be played.
+void TestRecord::aSignalEndsTheWindowInOrder()
+{
+    QFETCH(const int, signal);
+    const QString store = text("sqlite:") + m_panel->path(text("runs.sqlite"));
+    QVERIFY(m_panel->start(
+        {text("record"), m_panel->path(text("session.yaml")), text("--records"), store, text("--unit"), text("A1")}));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    QCOMPARE(kill(static_cast<pid_t>(m_panel->process().processId()), signal), 0);
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitStatus(), QProcess::CrashExit); // ended by the signal, after all was done
+    QCOMPARE(m_panel->process().exitCode(), signal);
+
+    QProcess panel;
+    const QByteArray runs =
+        runOffscreen(panel, {text("runs"), text("--records"), store, text("--json")}).readAllStandardOutput();
+    QCOMPARE(runs.count('\n'), 1);
+    const QJsonObject run = QJsonDocument::fromJson(runs).object();
+    QCOMPARE(run.value(text("kind")).toString(), text("aging"));
+    QCOMPARE(run.value(text("outcome")).toString(), text("aborted"));
+    QCOMPARE(run.value(text("unit")).toString(), text("A1"));
+    QVERIFY(!play().isEmpty());
 }
 
 int main(int argc, char **argv)
