@@ -230,7 +230,7 @@
     <message>
         <source>RepairServiceMissing</source>
         <comment>Global</comment>
-        <translation>この試験に必要な機能がデバイスにありません。</translation>
+        <translation>このテストに必要な機能がデバイスにありません。</translation>
     </message>
     <message>
         <source>RepairSkipKey</source>
@@ -242,7 +242,7 @@
         <source>RepairKeyUnderTest</source>
         <comment>Global</comment>
         <extracomment>%1 is the name of a key.</extracomment>
-        <translation>試験中のキー：%1</translation>
+        <translation>テスト中のキー：%1</translation>
     </message>
     <message>
         <source>RepairKeysFailed</source>
@@ -433,13 +433,13 @@
     <message>
         <source>RepairExportStep</source>
         <comment>Global</comment>
-        <translation>USB メモリを接続してください。ログと試験結果が書き込まれます。</translation>
+        <translation>USB メモリを接続してください。ログとテスト結果が書き込まれます。</translation>
     </message>
     <message>
         <source>RepairExportWriting</source>
         <comment>Global</comment>
         <extracomment>%1 is a number from 0 to 100.</extracomment>
-        <translation>書き込み中：%1 %</translation>
+        <translation>書き込み中：%1%</translation>
     </message>
     <message>
         <source>RepairExportDone</source>
