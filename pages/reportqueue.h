@@ -7,8 +7,8 @@
 
 namespace LCD::RepairPages {
 
-/// Brings the reports of a service, which may come on any thread, to an object on the GUI thread. A member of that
-/// object: a report that comes later finds no object and is dropped.
+/// Passes the reports of a service, which may arrive on any thread, to an object on the GUI thread. The queue is a
+/// member of this object. A report that arrives after the object was deleted is dropped.
 class ReportQueue
 {
 public:

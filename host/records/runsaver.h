@@ -32,14 +32,15 @@ public:
     RunSaver(const RunSaver &) = delete;
     RunSaver &operator=(const RunSaver &) = delete;
 
-    /// Checks that @p begin, when a session begins, isn't before the saved ones; the listener is told if it is. Returns
-    /// at once, as the next two do.
+    /// Checks whether the session that begins at @p begin is older than a saved session, and tells the listener if so.
+    /// The check runs on another thread: this function, save() and saveLines() return at once.
     void beginSession(const QDateTime &begin);
     /// Saves @p run with @p journal, its part of the journal.
     void save(const Run &run, const QByteArray &journal);
     /// The same, with one element for each line.
     void saveLines(const Run &run, std::deque<QByteArray> lines);
-    /// Waits until every run was saved, or failed once more. Returns how many were not saved.
+    /// Waits until each run has been saved or has failed to be saved once more. Returns the number of runs that weren't
+    /// saved.
     int finish();
     /// Returns the number of runs that this object has saved.
     int saved() const;
@@ -54,7 +55,7 @@ private:
     {
         Run run;
         std::deque<QByteArray> lines;
-        bool isSession = false; ///< only the begin of the run's session is checked
+        bool isSession = false; ///< if true, only checks when the session of @c run began and saves nothing
     };
 
     void add(Job &&job);

@@ -34,8 +34,8 @@ public:
     /// Runs @p work on the device thread at now() + @p delay. Thread-safe.
     void schedule(Milliseconds delay, std::function<void()> work);
     /// Calls @p input on the GUI thread as soon as the clock has caught up with the wall clock, in the order of the
-    /// calls. For events of the outside world, which get the virtual time at which they are taken over. Only the event
-    /// loop takes them over, not advance() or settle(). Thread-safe.
+    /// calls. Used for input from outside; it is stamped with the virtual time at which it is handled. Only the event
+    /// loop handles it, not advance() or settle(). Thread-safe.
     void post(std::function<void()> input);
     /// Runs @p work on the device thread now and waits for it. On the device thread itself it calls @p work directly.
     /// For what a device does in the middle of a call. GUI or device thread.

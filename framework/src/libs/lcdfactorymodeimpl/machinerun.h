@@ -26,7 +26,7 @@ struct RunState
     bool shouldTimerRun = false;
     /// A report on another thread is starting the phase. Its single test may still have the state of an earlier run.
     bool isStartingOnOtherThread = false;
-    /// If true, the right button repeats a failed button function test. Nothing sets it to true, so it never does.
+    /// Whether the right button repeats a failed button function test. Always false, because nothing sets it to true.
     bool btnFuncRetestArmed = false;
     /// The button function phase shows its verdict screen.
     bool btnFuncAwaitingJudge = false;
