@@ -12,12 +12,12 @@
 
 namespace panelhost {
 
-/// The LEDs of a key, by their names in /sys/class/leds. Either one LED of one colour, one multicolour LED, or one LED
-/// for each of two or three colours.
+/// The LEDs of a key, by their names in /sys/class/leds. Either one LED of one color, one multicolor LED, or one LED
+/// for each of two or three colors.
 struct KeyLedConfiguration
 {
     int halKey = 0;
-    QString single;     ///< shows every colour
+    QString single;     ///< shows every color
     QString multicolor; ///< has the attribute multi_intensity
     QString red;
     QString green;

@@ -11,13 +11,13 @@ struct LedLevel
     QString led;
     int percent = 0;
     int period = 0;        ///< of one blink, in milliseconds; 0: it doesn't blink
-    bool hasColor = false; ///< multicolour: the components are set, too
+    bool hasColor = false; ///< multicolor: the components are set, too
     bool red = false;
     bool green = false;
     bool blue = false;
 };
 
-/// Returns what the LEDs of a key have to show for @p light, in the order of KeyLedConfiguration::names(). A colour for
+/// Returns what the LEDs of a key have to show for @p light, in the order of KeyLedConfiguration::names(). A color for
 /// which the key has no LED is shown by all of its LEDs.
 QVector<LedLevel> ledLevels(const KeyLedConfiguration &key, const KeyLed &light);
 

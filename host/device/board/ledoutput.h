@@ -33,7 +33,7 @@ private:
     SysfsDevice m_device;
     bool m_isMulticolor;
     int m_max = 0;                  // 0: not open
-    QList<QByteArray> m_components; // of a multicolour LED, in its order
+    QList<QByteArray> m_components; // of a multicolor LED, in its order
     std::optional<LedLevel> m_shown;
 };
 
