@@ -74,12 +74,26 @@ bool readLine(const QByteArray &text, RunExtractor &extractor, QString *error)
     return entry.has_value();
 }
 
+// QIODevice::readLine() allocates as many bytes as it may read, so a line is read in pieces.
+QByteArray nextLine(QIODevice &device)
+{
+    constexpr qint64 Piece = 16 * 1024;
+    QByteArray line;
+    while (line.size() < MaxLine && !line.endsWith('\n')) {
+        const QByteArray piece = device.readLine(qMin(Piece, MaxLine - line.size()));
+        if (piece.isEmpty())
+            break;
+        line += piece;
+    }
+    return line;
+}
+
 }
 
 bool readJournal(QIODevice &device, const QString &name, RunExtractor &extractor, QString *error)
 {
     for (qint64 number = 1;; ++number) {
-        const QByteArray text = device.readLine(MaxLine);
+        const QByteArray text = nextLine(device);
         if (text.isEmpty())
             return true;
         QString problem;

@@ -144,9 +144,14 @@ bool StoreConnection::executeOnce(const QString &statement)
     return false;
 }
 
+// Stations that save runs update the same counts. On a server they would wait for each other's rows in changing order,
+// which ends in deadlocks, so one lock is taken first. It is released at the end of the transaction.
 bool StoreConnection::begin()
 {
-    return executeOnce(m_kind == StoreKind::File ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
+    if (m_kind == StoreKind::File)
+        return executeOnce(QStringLiteral("BEGIN IMMEDIATE"));
+    return executeOnce(QStringLiteral("BEGIN"))
+        && executeOnce(QStringLiteral("SELECT pg_advisory_xact_lock(hashtext('panelhost runs'))"));
 }
 
 // Keeps the error that led to it.

@@ -57,7 +57,7 @@ public:
     StoreRows execute(const QString &statement, const QVariantList &values = {});
     /// Executes a statement that has no values and isn't used often, such as a pragma.
     bool executeOnce(const QString &statement);
-    /// Begins a transaction. No other connection writes to the same file until its end.
+    /// Begins a transaction. No other connection writes to the same file or database until its end.
     bool begin();
     bool commit() { return executeOnce(QStringLiteral("COMMIT")); }
     void rollback();

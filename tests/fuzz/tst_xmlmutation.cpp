@@ -138,11 +138,13 @@ private Q_SLOTS:
         QFETCH(int, documents);
         Mutator mutator;
         int accepted = 0;
+        int read = 0;
         int refusedForLimit = 0;
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < documents && timer.elapsed() < 4000; ++i) {
             const QByteArray data = mutator.next(size);
+            ++read;
             const QString outcome = componentOutcome(data);
             if (outcome.contains(QStringLiteral("the document needs more than"))) {
                 QVERIFY2(DepthCheck{data}(), data.left(4000).constData());
@@ -156,7 +158,9 @@ private Q_SLOTS:
             accepted += outcome.contains(QStringLiteral("Failed to parse")) ? 0 : 1;
         }
         QVERIFY(accepted > 0);
-        QVERIFY(refusedForLimit < documents / 20);
+        // Each refusal is justified; they must only not be the rule. Of 30 documents, one or two may be nested too
+        // deeply.
+        QVERIFY2(refusedForLimit <= 2 + read / 20, qPrintable(QString::number(refusedForLimit)));
     }
 
     void parsersTakeWhatTheDomTakes()
