@@ -21,13 +21,10 @@ constexpr int StackBytes = 256 * 1024;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr long MemoryKib = 4 * 1024 * 1024;
 constexpr double Seconds = 3;
-#elif !defined(NDEBUG)
-constexpr long MemoryKib = 64 * 1024;
-constexpr double Seconds = 0.5;
 #else
 constexpr long MemoryKib = 64 * 1024;
-// Processor time. The processor of a panel is ten times slower.
-constexpr double Seconds = 0.1;
+// Processor time: about 0.05 s alone, more if other processes use the same core. Without limits it would be minutes.
+constexpr double Seconds = 0.5;
 #endif
 
 struct Attempt
