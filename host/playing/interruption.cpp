@@ -1,8 +1,11 @@
 #include "playing/interruption.h"
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <unistd.h>
 
 namespace panelhost {
 
@@ -10,10 +13,17 @@ namespace {
 
 constexpr int Signals[] = {SIGINT, SIGTERM, SIGHUP};
 volatile std::sig_atomic_t received = 0;
+std::atomic<int> eventDescriptor = -1;
 
+// Is called on any thread, at any time.
 void remember(int number)
 {
+    const int before = errno;
     received = number;
+    const quint64 one = 1;
+    if (eventDescriptor >= 0) [[maybe_unused]]
+        const ssize_t written = ::write(eventDescriptor, &one, sizeof one);
+    errno = before;
 }
 
 bool isIgnored(int number)
@@ -24,9 +34,10 @@ bool isIgnored(int number)
 
 }
 
-Interruption::Interruption()
+Interruption::Interruption(int wakeUp)
 {
     received = 0;
+    eventDescriptor = wakeUp;
     struct sigaction action = {};
     action.sa_handler = remember;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
@@ -42,6 +53,7 @@ Interruption::~Interruption()
         if (!isIgnored(number))
             std::signal(number, SIG_DFL);
     }
+    eventDescriptor = -1;
 }
 
 int Interruption::signalNumber()

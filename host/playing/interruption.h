@@ -9,7 +9,8 @@ namespace panelhost {
 class Interruption
 {
 public:
-    Interruption();
+    /// Each caught signal makes the event descriptor @p wakeUp readable, unless it is -1. It must outlive the object.
+    explicit Interruption(int wakeUp = -1);
     ~Interruption();
 
     /// Returns the signal that was caught; 0 if there was none. Thread-safe.

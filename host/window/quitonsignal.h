@@ -1,15 +1,19 @@
 #pragma once
 
+#include "playing/interruption.h"
+
 #include <QtCore/QtGlobal>
 
 #include <memory>
+#include <optional>
 
 class QSocketNotifier;
 
 namespace panelhost {
 
 /// While it exists, SIGINT, SIGTERM and SIGHUP end the event loop instead of the process, so that what must be done at
-/// the end is done. There can be only one at a time. A second signal of the same kind ends the process. GUI thread.
+/// the end is done. There can be only one at a time. See Interruption for a second signal and for
+/// ignored ones. GUI thread.
 class QuitOnSignal
 {
 public:
@@ -24,7 +28,9 @@ public:
 private:
     Q_DISABLE_COPY(QuitOnSignal)
 
+    const int m_wakeUp; ///< event descriptor
     std::unique_ptr<QSocketNotifier> m_notifier;
+    std::optional<Interruption> m_interruption;
 };
 
 }

@@ -5,8 +5,14 @@
 #include <QtCore/QProcess>
 #include <QtSql/QSqlDatabase>
 
+#include <algorithm>
 #include <csignal>
+#include <functional>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 using namespace panelhost;
 
@@ -24,12 +30,30 @@ QString programPath(const char *name)
     return {};
 }
 
-// Killed processes disappear when their parent has read their status, which is not ours.
-bool isGone(qint64 pid)
+/// A process that needn't be a child. Its descriptor is readable when it has ended.
+class ProcessHandle
 {
-    QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
-    return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
-}
+public:
+    explicit ProcessHandle(qint64 pid) : m_descriptor(static_cast<int>(syscall(SYS_pidfd_open, pid, 0))) {}
+    ProcessHandle(ProcessHandle &&other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+    ProcessHandle &operator=(ProcessHandle &&) = delete;
+    ~ProcessHandle()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+
+    void kill() const { syscall(SYS_pidfd_send_signal, m_descriptor, SIGKILL, nullptr, 0); }
+    /// Returns false after ten seconds.
+    bool waitForEnd() const
+    {
+        pollfd ended = {m_descriptor, POLLIN, 0};
+        return m_descriptor < 0 || ::poll(&ended, 1, 10000) == 1;
+    }
+
+private:
+    int m_descriptor; ///< -1: there is no such process
+};
 
 }
 
@@ -117,18 +141,18 @@ bool PostgresServer::kill()
         return false;
     const qint64 server = file.readLine().trimmed().toLongLong();
     QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(server));
-    QList<QByteArray> processes;
-    if (children.open(QIODevice::ReadOnly))
-        processes = children.readAll().simplified().split(' ');
-    processes.prepend(QByteArray::number(server));
-    for (const QByteArray &process : qAsConst(processes)) {
-        if (process.toLongLong() > 1)
-            ::kill(static_cast<pid_t>(process.toLongLong()), SIGKILL);
+    std::vector<ProcessHandle> processes;
+    processes.emplace_back(server);
+    if (children.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &child : children.readAll().simplified().split(' ')) {
+            if (child.toLongLong() > 1)
+                processes.emplace_back(child.toLongLong());
+        }
     }
-    for (const QByteArray &process : qAsConst(processes)) {
-        while (process.toLongLong() > 1 && !isGone(process.toLongLong()))
-            ::usleep(1000);
-    }
+    for (const ProcessHandle &process : processes)
+        process.kill();
+    if (!std::all_of(processes.begin(), processes.end(), std::mem_fn(&ProcessHandle::waitForEnd)))
+        return false;
     m_isRunning = false;
     return true;
 }

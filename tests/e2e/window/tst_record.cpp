@@ -25,6 +25,7 @@ private Q_SLOTS:
     void scannedUnitsAreRecorded();
     void aSignalEndsTheWindowInOrder_data();
     void aSignalEndsTheWindowInOrder();
+    void anIgnoredSignalStaysIgnored();
 
 private:
     QProcess &runOffscreen(QProcess &panel, const QStringList &arguments);
@@ -293,6 +294,22 @@ void TestRecord::aSignalEndsTheWindowInOrder()
     QCOMPARE(run.value(text("outcome")).toString(), text("aborted"));
     QCOMPARE(run.value(text("unit")).toString(), text("A1"));
     QVERIFY(!play().isEmpty());
+}
+
+// As under nohup: a terminal that is closed doesn't end the window.
+void TestRecord::anIgnoredSignalStaysIgnored()
+{
+    std::signal(SIGHUP, SIG_IGN); // panelhost inherits it
+    const bool isStarted = m_panel->start({text("--records"), text("none")});
+    std::signal(SIGHUP, SIG_DFL);
+    QVERIFY(isStarted);
+    QCOMPARE(kill(static_cast<pid_t>(m_panel->process().processId()), SIGHUP), 0);
+    m_xServer.type(text("Return"));
+    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    m_xServer.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_panel->process().exitCode(), 0);
 }
 
 int main(int argc, char **argv)
