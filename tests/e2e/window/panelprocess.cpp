@@ -15,18 +15,27 @@ static bool isAction(const QJsonObject &entry)
     return entry.value(QStringLiteral("kind")).toString() == QLatin1String("action");
 }
 
+static bool startsToBlink(const QJsonObject &keyLed)
+{
+    const QJsonObject data = keyLed.value(QStringLiteral("data")).toObject();
+    return data.value(QStringLiteral("mode")).toInt() == 1;
+}
+
 // A click that takes longer than a press is journaled as "hold" and "release", and nothing responds to the second.
 static bool getsResponse(const QJsonObject &entry)
 {
     return isAction(entry) && entry.value(QStringLiteral("name")).toString() != QLatin1String("release");
 }
 
-// Entries after which the LCD or the keys show the result of an action.
-static bool isResponse(const QJsonObject &entry)
+// The LCD shows the result of an action only with its last entry. A key that starts to blink is the result only if a
+// key was pressed: at the start of the key walk, the screen changes after that.
+static bool isResponse(const QJsonObject &entry, const QJsonObject &action)
 {
     const QString name = entry.value(QStringLiteral("name")).toString();
-    return name == QLatin1String("screen") || name == QLatin1String("testPatternDisplay")
-        || name == QLatin1String("lcdKeyboardEvent.setKeyLed");
+    const bool isNavigation = action.value(QStringLiteral("name")).toString() == QLatin1String("navigate");
+    if (name == QLatin1String("lcdKeyboardEvent.setKeyLed"))
+        return !isNavigation && startsToBlink(entry);
+    return name == QLatin1String("screen") || (isNavigation && name == QLatin1String("testPatternDisplay"));
 }
 
 PanelProcess::~PanelProcess()
@@ -113,10 +122,8 @@ void PanelProcess::take(const QJsonObject &entry)
     if (name == QLatin1String("screen"))
         for (auto it = data.begin(); it != data.end(); ++it)
             m_screen.insert(it.key(), it.value());
-    if (name == QLatin1String("lcdKeyboardEvent.setKeyLed")) {
-        const bool blinks = data.value(QStringLiteral("mode")).toInt() == 1;
-        m_blinkingKey = blinks ? data.value(QStringLiteral("halKey")).toInt() : -1;
-    }
+    if (name == QLatin1String("lcdKeyboardEvent.setKeyLed"))
+        m_blinkingKey = startsToBlink(entry) ? data.value(QStringLiteral("halKey")).toInt() : -1;
 }
 
 int PanelProcess::count(const QString &kind, const QString &name) const
@@ -135,7 +142,10 @@ int PanelProcess::actionCount() const
 bool PanelProcess::hasRespondedToLastAction() const
 {
     const auto action = std::find_if(m_entries.crbegin(), m_entries.crend(), getsResponse);
-    return std::any_of(m_entries.crbegin(), action, isResponse);
+    if (action == m_entries.crend())
+        return false;
+    return std::any_of(m_entries.crbegin(), action,
+                       [&](const QJsonObject &entry) { return isResponse(entry, *action); });
 }
 
 QRect PanelProcess::place(const QString &control) const
