@@ -198,10 +198,10 @@ bool BoardOutputs::writeLeds()
         const auto light = m_lights.find(key.halKey);
         if (light == m_lights.end())
             continue;
-        const auto levels = ledLevels(key, light->second);
-        for (const LedLevel &level : levels) {
+        const auto states = ledOutputStates(key, light->second);
+        for (const LedOutputState &state : states) {
             QString error;
-            isAllWritten = m_leds.at(level.led).show(level, &error) && isAllWritten;
+            isAllWritten = m_leds.at(state.led).show(state, &error) && isAllWritten;
         }
     }
     return isAllWritten;

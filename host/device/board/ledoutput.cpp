@@ -8,7 +8,7 @@ namespace {
 
 constexpr char timer[] = "timer"; // the trigger
 
-bool isSame(const LedLevel &left, const LedLevel &right)
+bool isSame(const LedOutputState &left, const LedOutputState &right)
 {
     return left.percent == right.percent && left.period == right.period && left.red == right.red
         && left.green == right.green && left.blue == right.blue;
@@ -63,31 +63,31 @@ void LedOutput::reset()
     m_shown.reset();
 }
 
-bool LedOutput::show(const LedLevel &level, QString *error)
+bool LedOutput::show(const LedOutputState &state, QString *error)
 {
-    if (m_shown && isSame(*m_shown, level))
+    if (m_shown && isSame(*m_shown, state))
         return true;
-    if ((m_max > 0 || open(error)) && writeAll(level, error)) {
-        m_shown = level;
+    if ((m_max > 0 || open(error)) && writeAll(state, error)) {
+        m_shown = state;
         return true;
     }
     reset();
     return false;
 }
 
-bool LedOutput::writeAll(const LedLevel &level, QString *error)
+bool LedOutput::writeAll(const LedOutputState &state, QString *error)
 {
-    return writeColor(level, error) && (level.period > 0 ? writeBlink(level, error) : writeSteady(level, error));
+    return writeColor(state, error) && (state.period > 0 ? writeBlink(state, error) : writeSteady(state, error));
 }
 
-bool LedOutput::writeColor(const LedLevel &level, QString *error)
+bool LedOutput::writeColor(const LedOutputState &state, QString *error)
 {
     if (!m_isMulticolor)
         return true;
     QList<QByteArray> values;
     for (const QByteArray &component : qAsConst(m_components)) {
-        const bool isLit = (component == "red" && level.red) || (component == "green" && level.green)
-            || (component == "blue" && level.blue);
+        const bool isLit = (component == "red" && state.red) || (component == "green" && state.green)
+            || (component == "blue" && state.blue);
         values << QByteArray::number(isLit ? m_max : 0);
     }
     return m_device.write("multi_intensity", values.join(' '), error);
@@ -102,20 +102,20 @@ bool LedOutput::hasTimer() const
 
 // The trigger blinks with the brightness that is set when it begins, and has the times as attributes of its own. It
 // isn't set again, because its attributes would be new ones, for which the udev rule has to give the permission first.
-bool LedOutput::writeBlink(const LedLevel &level, QString *error)
+bool LedOutput::writeBlink(const LedOutputState &state, QString *error)
 {
-    const int on = level.period / 2;
-    return m_device.write("brightness", QByteArray::number(scaled(level.percent, m_max)), error)
+    const int on = state.period / 2;
+    return m_device.write("brightness", QByteArray::number(scaled(state.percent, m_max)), error)
         && (hasTimer() || m_device.write("trigger", timer, error))
         && m_device.write("delay_on", QByteArray::number(on), error)
-        && m_device.write("delay_off", QByteArray::number(level.period - on), error);
+        && m_device.write("delay_off", QByteArray::number(state.period - on), error);
 }
 
-bool LedOutput::writeSteady(const LedLevel &level, QString *error)
+bool LedOutput::writeSteady(const LedOutputState &state, QString *error)
 {
     const bool hasNoTrigger = m_shown && m_shown->period == 0;
     return (hasNoTrigger || m_device.write("trigger", "none", error))
-        && m_device.write("brightness", QByteArray::number(scaled(level.percent, m_max)), error);
+        && m_device.write("brightness", QByteArray::number(scaled(state.percent, m_max)), error);
 }
 
 BacklightOutput::BacklightOutput(const QString &name) : m_device(QStringLiteral("backlight"), name)

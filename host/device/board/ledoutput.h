@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/board/ledlevels.h"
+#include "device/board/ledoutputstate.h"
 #include "device/board/sysfsdevice.h"
 
 namespace panelhost {
@@ -15,26 +15,26 @@ public:
     /// Reads the largest brightness and checks that everything it takes can be written. Writes nothing. Returns false
     /// and sets @p error to a sentence on failure.
     bool open(QString *error);
-    /// Shows @p level. Returns false and sets @p error to "path: reason" if it can't be written; the next call writes
+    /// Shows @p state. Returns false and sets @p error to "path: reason" if it can't be written; the next call writes
     /// everything again.
-    bool show(const LedLevel &level, QString *error);
+    bool show(const LedOutputState &state, QString *error);
     /// The LED was away: the next call of show() opens it and writes everything.
     void reset();
 
 private:
     bool checkTriggers(QString *error) const;
     bool openMulticolor(QString *error);
-    bool writeColor(const LedLevel &level, QString *error);
+    bool writeColor(const LedOutputState &state, QString *error);
     bool hasTimer() const;
-    bool writeBlink(const LedLevel &level, QString *error);
-    bool writeSteady(const LedLevel &level, QString *error);
-    bool writeAll(const LedLevel &level, QString *error);
+    bool writeBlink(const LedOutputState &state, QString *error);
+    bool writeSteady(const LedOutputState &state, QString *error);
+    bool writeAll(const LedOutputState &state, QString *error);
 
     SysfsDevice m_device;
     bool m_isMulticolor;
     int m_max = 0;                  // 0: not open
     QList<QByteArray> m_components; // of a multicolor LED, in its order
-    std::optional<LedLevel> m_shown;
+    std::optional<LedOutputState> m_shown;
 };
 
 /// A backlight in /sys/class/backlight. One thread at a time.

@@ -6,7 +6,7 @@
 namespace panelhost {
 
 /// What one LED in /sys/class/leds has to show.
-struct LedLevel
+struct LedOutputState
 {
     QString led;
     int percent = 0;
@@ -19,7 +19,7 @@ struct LedLevel
 
 /// Returns what the LEDs of a key have to show for @p light, in the order of KeyLedConfiguration::names(). A color for
 /// which the key has no LED is shown by all of its LEDs.
-QVector<LedLevel> ledLevels(const KeyLedConfiguration &key, const KeyLed &light);
+QVector<LedOutputState> ledOutputStates(const KeyLedConfiguration &key, const KeyLed &light);
 
 /// Returns @p percent of @p max, rounded; at least 1 if @p percent isn't 0.
 int scaled(int percent, int max);

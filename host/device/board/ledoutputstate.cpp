@@ -1,4 +1,4 @@
-#include "device/board/ledlevels.h"
+#include "device/board/ledoutputstate.h"
 
 namespace panelhost {
 
@@ -22,7 +22,7 @@ Components componentsOf(int color)
 
 }
 
-QVector<LedLevel> ledLevels(const KeyLedConfiguration &key, const KeyLed &light)
+QVector<LedOutputState> ledOutputStates(const KeyLedConfiguration &key, const KeyLed &light)
 {
     const int percent = qBound(0, light.brightness, 100);
     const int period = light.isBlinking() ? qMax(2, light.period) : 0;
@@ -33,15 +33,15 @@ QVector<LedLevel> ledLevels(const KeyLedConfiguration &key, const KeyLed &light)
         return {{key.multicolor, percent, period, true, lit.red, lit.green, lit.blue}};
     const bool isShown =
         (lit.red && !key.red.isEmpty()) || (lit.green && !key.green.isEmpty()) || (lit.blue && !key.blue.isEmpty());
-    QVector<LedLevel> levels;
+    QVector<LedOutputState> states;
     const auto add = [&](const QString &led, bool isLit) {
         if (!led.isEmpty())
-            levels << LedLevel{led, isLit || !isShown ? percent : 0, isLit || !isShown ? period : 0};
+            states << LedOutputState{led, isLit || !isShown ? percent : 0, isLit || !isShown ? period : 0};
     };
     add(key.red, lit.red);
     add(key.green, lit.green);
     add(key.blue, lit.blue);
-    return levels;
+    return states;
 }
 
 int scaled(int percent, int max)
