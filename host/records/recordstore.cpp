@@ -10,7 +10,8 @@ namespace {
 
 constexpr int PageSize = 100; // runs that are read at once
 
-struct Condition
+/// The WHERE clause of a statement with its values.
+struct SqlCondition
 {
     QString text; ///< begins with WHERE; empty: none
     QVariantList values;
@@ -22,9 +23,9 @@ struct Condition
     }
 };
 
-Condition conditionOf(const RunFilter &filter)
+SqlCondition conditionOf(const RunFilter &filter)
 {
-    Condition condition;
+    SqlCondition condition;
     if (!filter.unit.isEmpty())
         condition.add("unit = ?", {filter.unit});
     if (filter.since.isValid())
@@ -175,8 +176,8 @@ bool RecordStore::insertAll(const QVector<StoredRun> &runs, Forwarding forwardin
 // In pages, each after the last run of the one before, so that a million runs need the memory of a page.
 bool RecordStore::read(const RunFilter &filter, const std::function<void(const Run &)> &listener, QString *error)
 {
-    const Condition condition = conditionOf(filter);
-    Condition next = condition;
+    const SqlCondition condition = conditionOf(filter);
+    SqlCondition next = condition;
     next.add("(begin, position, id) > (?, ?, ?)", {});
     const QString order = QStringLiteral(" ORDER BY begin, position, id LIMIT %1").arg(PageSize);
     RunKey last;
@@ -240,7 +241,7 @@ QByteArray RecordStore::journal(const QUuid &id, QString *error)
 
 qint64 RecordStore::count(const RunFilter &filter, QString *error)
 {
-    const Condition condition = conditionOf(filter);
+    const SqlCondition condition = conditionOf(filter);
     StoreRows rows =
         m_connection->execute(QStringLiteral("SELECT count(*) FROM run") + condition.text, condition.values);
     if (rows && rows.next())
@@ -272,7 +273,7 @@ std::optional<QVector<StoredRun>> RecordStore::storedRuns(const QVector<QUuid> &
 
 std::optional<QVector<QUuid>> RecordStore::sentIds(const RunFilter &filter, QString *error)
 {
-    Condition condition = conditionOf(filter);
+    SqlCondition condition = conditionOf(filter);
     if (m_connection->kind() == StoreKind::File)
         condition.add("id NOT IN (SELECT run FROM pending)", {});
     StoreRows rows = m_connection->execute(

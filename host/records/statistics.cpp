@@ -32,19 +32,19 @@ QString monthText(const QDate &day)
     return dayText(day).left(7);
 }
 
-/// The conditions of one statement with their values.
-struct Condition
+/// The conditions of a WHERE clause with their values.
+struct SqlCondition
 {
     QStringList texts;
     QVariantList values;
 
-    Condition &add(const char *text, const QString &value)
+    SqlCondition &add(const char *text, const QString &value)
     {
         texts << QLatin1String(text);
         values << value;
         return *this;
     }
-    Condition &addIf(bool isWanted, const char *text, const QString &value)
+    SqlCondition &addIf(bool isWanted, const char *text, const QString &value)
     {
         return isWanted ? add(text, value) : *this;
     }
@@ -144,7 +144,7 @@ QString Reader::groupName(const QString &value) const
 
 bool Reader::readRuns()
 {
-    const auto condition = Condition()
+    const auto condition = SqlCondition()
                                .add("kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
                                .addIf(m_query.since.isValid(), "day >= ?", dayText(m_query.since))
@@ -189,7 +189,7 @@ bool Reader::readDays(Statistics *statistics)
 
 bool Reader::readUnits()
 {
-    const auto condition = Condition()
+    const auto condition = SqlCondition()
                                .add("kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "first_station = ?", m_query.station)
                                .addIf(m_query.since.isValid(), "first_day >= ?", dayText(m_query.since))
@@ -208,7 +208,7 @@ bool Reader::readUnits()
 
 bool Reader::readMonths(const QDate &first, const QDate &last)
 {
-    const auto condition = Condition()
+    const auto condition = SqlCondition()
                                .add("kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
                                .addIf(first.isValid(), "month >= ?", monthText(first))
@@ -226,7 +226,7 @@ bool Reader::readMonths(const QDate &first, const QDate &last)
 // Durations are counted by month. Those of a part of a month are counted here.
 bool Reader::readRunsBetween(const QDate &first, const QDate &last)
 {
-    const auto condition = Condition()
+    const auto condition = SqlCondition()
                                .add("run.kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "run.station = ?", m_query.station)
                                .add("run.begin >= ?", dayText(first))
