@@ -4,7 +4,7 @@
 #include "lcdfactorymodeimpl/buttonfunctionbiz.h"
 #include "mirel/api.h"
 #include "pagetest.h"
-#include "singletest.h"
+#include "singletestadapter.h"
 #include "texts.h"
 
 #include <QtCore/QStringList>

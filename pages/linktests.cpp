@@ -2,7 +2,7 @@
 
 #include "lcdfactorymodeimpl/netporttestbiz.h"
 #include "lcdfactorymodeimpl/usbporttestbiz.h"
-#include "singletest.h"
+#include "singletestadapter.h"
 #include "texts.h"
 
 #include <algorithm>
@@ -27,7 +27,7 @@ struct PortTexts
 };
 
 template <class Biz>
-class LinkTest : public SingleTest<Biz>
+class LinkTest : public SingleTestAdapter<Biz>
 {
 public:
     explicit LinkTest(const PortTexts &texts) : m_texts(texts)
@@ -43,7 +43,7 @@ public:
 
     void reTest() override
     {
-        SingleTest<Biz>::reTest();
+        SingleTestAdapter<Biz>::reTest();
         onLinks({});
     }
 

@@ -5,7 +5,7 @@
 #include "lcdfactorymodeimpl/tbartestbiz.h"
 #include "mirel/api.h"
 #include "reportqueue.h"
-#include "singletest.h"
+#include "singletestadapter.h"
 #include "texts.h"
 
 #include <QtCore/QTimer>
@@ -44,7 +44,7 @@ constexpr int StepCount = std::size(steps);
 
 /// The single test goes on after a failed step. This test waits for the report that a step is done, and fails if it
 /// doesn't arrive in time.
-class TBarTest : public SingleTest<FactoryModeImpl::TbarTestBiz>
+class TBarTest : public SingleTestAdapter<FactoryModeImpl::TbarTestBiz>
 {
 public:
     TBarTest();
@@ -121,7 +121,7 @@ void TBarTest::setNotPass()
 {
     m_timer.stop();
     m_state = TestState::Failed;
-    SingleTest::setNotPass();
+    SingleTestAdapter::setNotPass();
 }
 
 void TBarTest::pressRight()

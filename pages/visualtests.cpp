@@ -5,7 +5,7 @@
 #include "lcdfactorymodeimpl/screenbadpixelbiz.h"
 #include "lcdfactorymodeimpl/screenbrightnessbiz.h"
 #include "mirel/api.h"
-#include "singletest.h"
+#include "singletestadapter.h"
 #include "texts.h"
 
 #include <QtCore/QTimer>
@@ -18,7 +18,7 @@ constexpr int LevelInterval = 2000; // milliseconds
 
 /// A test that goes through the brightness levels by itself.
 template <class Biz>
-class LevelTest : public SingleTest<Biz>
+class LevelTest : public SingleTestAdapter<Biz>
 {
 public:
     LevelTest()
@@ -29,7 +29,7 @@ public:
 
     void start() override
     {
-        SingleTest<Biz>::start();
+        SingleTestAdapter<Biz>::start();
         m_timer.start();
     }
 
@@ -79,7 +79,7 @@ private:
 };
 
 /// The operator goes from pattern to pattern.
-class ScreenBadPixelTest : public SingleTest<FactoryModeImpl::ScreenBadPixelBiz>
+class ScreenBadPixelTest : public SingleTestAdapter<FactoryModeImpl::ScreenBadPixelBiz>
 {
 public:
     QString rightCaption() const override { return text("FCNextStep"); }

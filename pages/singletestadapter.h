@@ -31,7 +31,7 @@ inline TestState testState(int code)
 /// The common part of the page tests that are based on a single test of the factory mode. Counts the verdicts "not
 /// passed" since the page was entered.
 template <class Biz>
-class SingleTest : public PageTest
+class SingleTestAdapter : public PageTest
 {
 public:
     void enter() override { m_biz->enter(); }
