@@ -1,9 +1,9 @@
 #include "frameimpl.h"
 
 #include "fitlabel.h"
+#include "frametheme.h"
 #include "iconlabel.h"
 #include "softbutton.h"
-#include "theme.h"
 #include "titlebar.h"
 
 #include <QtCore/QVariant>

@@ -2,9 +2,9 @@
 
 #include "fitlabel.h"
 #include "frameimpl.h"
+#include "frametheme.h"
 #include "iconlabel.h"
 #include "softbutton.h"
-#include "theme.h"
 #include "titlebar.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,8 +1,8 @@
 #include "iconlabel.h"
 
+#include "frametheme.h"
 #include "iconstore.h"
 #include "textfit.h"
-#include "theme.h"
 
 #include <QtGui/QPainter>
 

@@ -1,7 +1,7 @@
 #include "logpane.h"
 
+#include "frametheme.h"
 #include "textfit.h"
-#include "theme.h"
 
 #include <QtGui/QPainter>
 

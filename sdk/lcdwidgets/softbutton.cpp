@@ -1,7 +1,7 @@
 #include "softbutton.h"
 
+#include "frametheme.h"
 #include "textfit.h"
-#include "theme.h"
 
 #include <QtGui/QPainter>
 

@@ -1,9 +1,9 @@
 #include "steplist.h"
 
+#include "frametheme.h"
 #include "iconstore.h"
 #include "lcd/widget/icons.h"
 #include "textfit.h"
-#include "theme.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QPainter>

@@ -1,9 +1,9 @@
 #include "titlebar.h"
 
 #include "fitlabel.h"
+#include "frametheme.h"
 #include "iconlabel.h"
 #include "iconstore.h"
-#include "theme.h"
 
 #include <QtGui/QPainter>
 

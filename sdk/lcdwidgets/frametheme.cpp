@@ -1,4 +1,4 @@
-#include "theme.h"
+#include "frametheme.h"
 
 #include <algorithm>
 #include <cmath>
