@@ -12,7 +12,7 @@ Operator::Operator(OperatorTarget &target) : m_target(target)
 bool Operator::perform(const OperatorAction &action, QString *error)
 {
     const PreparedAction prepared = prepareAction(m_target, action);
-    if (!prepared.run) {
+    if (!prepared.perform) {
         if (error)
             *error = prepared.error;
         return false;
@@ -20,7 +20,7 @@ bool Operator::perform(const OperatorAction &action, QString *error)
     const Milliseconds at = m_target.clock().now();
     m_target.journal().add(Journal::Kind::Action, actionName(action.kind),
                            QJsonObject::fromVariantMap(prepared.action.arguments));
-    prepared.run();
+    prepared.perform();
     m_target.clock().settle();
     Q_EMIT performed(prepared.action, at);
     return true;

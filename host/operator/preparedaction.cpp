@@ -23,9 +23,9 @@ PreparedAction rejected(const QString &sentence)
     return {{}, {}, sentence};
 }
 
-PreparedAction accepted(const OperatorAction &action, const Arguments &arguments, std::function<void()> run)
+PreparedAction accepted(const OperatorAction &action, const Arguments &arguments, std::function<void()> perform)
 {
-    return {{action.kind, arguments}, std::move(run), {}};
+    return {{action.kind, arguments}, std::move(perform), {}};
 }
 
 PreparedAction navigate(OperatorTarget &target, const OperatorAction &action)

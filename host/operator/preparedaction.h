@@ -13,8 +13,8 @@ class OperatorTarget;
 struct PreparedAction
 {
     OperatorAction action;
-    std::function<void()> run; ///< performs the action; empty if it isn't possible
-    QString error;             ///< why it isn't possible, in one sentence
+    std::function<void()> perform; ///< performs the action; empty if it isn't possible
+    QString error;                 ///< why it isn't possible, in one sentence
 };
 
 /// Checks @p action and prepares it. GUI thread.
