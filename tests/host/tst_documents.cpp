@@ -1,4 +1,4 @@
-#include "device/calibrationsteps.h"
+#include "device/calibrationcommand.h"
 #include "device/faults.h"
 #include "hosttest.h"
 
@@ -36,11 +36,11 @@ private Q_SLOTS:
     void theTableOfCalibrationSteps()
     {
         QStringList expected;
-        for (const int command : {2, 1, 0, 4}) {
-            const CalibrationStep &step = *findCalibrationStep(command);
-            expected << row({QString::number(command), QString::fromLatin1(step.name),
-                             step.position ? q("at the ") + tbarEndName(*step.position) : q("anywhere"),
-                             step.next ? q("the ") + tbarEndName(*step.next) : QString()});
+        for (const int number : {2, 1, 0, 4}) {
+            const CalibrationCommand &command = *findCalibrationCommand(number);
+            expected << row({QString::number(number), QString::fromLatin1(command.name),
+                             command.position ? q("at the ") + tbarEndName(*command.position) : q("anywhere"),
+                             command.next ? q("the ") + tbarEndName(*command.next) : QString()});
         }
         QCOMPARE(tableBelow(q("| Command | Step | The bar must be | Next, the operator moves it to |")), expected);
     }

@@ -1,6 +1,6 @@
 #include "device/board/slidercalibration.h"
 
-#include "device/calibrationsteps.h"
+#include "device/calibrationcommand.h"
 #include "output/replacefile.h"
 #include "output/systemfile.h"
 

@@ -25,7 +25,7 @@ std::optional<SliderEnds> loadSliderEnds(const QString &path, QString *error);
 bool saveSliderEnds(const QString &path, const SliderEnds &ends, QString *error);
 
 /// Finds the ends of a slider while an operator moves it from end to end. The commands are those of
-/// device/calibrationsteps.h.
+/// device/calibrationcommand.h.
 class SliderCalibration
 {
 public:

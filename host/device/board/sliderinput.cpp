@@ -1,6 +1,6 @@
 #include "device/board/sliderinput.h"
 
-#include "device/calibrationsteps.h"
+#include "device/calibrationcommand.h"
 #include "output/systemfile.h"
 
 #include <QtCore/QFile>

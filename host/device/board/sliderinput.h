@@ -55,7 +55,7 @@ public:
     /// Tells that the axis is gone; its value is unknown until the next setRaw().
     void setMissing(const QString &problem);
 
-    /// Takes the calibration step @p command (see device/calibrationsteps.h) with the T-Bar where it is. Returns why
+    /// Takes the calibration step @p command (see device/calibrationcommand.h) with the T-Bar where it is. Returns why
     /// the step failed; empty if it was successful. The last step stores the ends that were found.
     QString calibrate(int command);
 

@@ -1,6 +1,6 @@
 #include "device/simulated/simulateddevice.h"
 
-#include "device/calibrationsteps.h"
+#include "device/calibrationcommand.h"
 #include "device/faults.h"
 #include "device/simulated/portreports.h"
 #include "time/virtualclock.h"
@@ -206,8 +206,8 @@ bool SimulatedDevice::isWaiting(int command) const
 // A failure is kept until the next calibration, because the component goes on after a failed step.
 void SimulatedDevice::startStep(TBarState &bar, int command)
 {
-    bar.step = calibrationStepName(command);
-    const CalibrationStep *known = findCalibrationStep(command);
+    bar.step = calibrationCommandName(command);
+    const CalibrationCommand *known = findCalibrationCommand(command);
     bar.target = known ? known->next : std::nullopt;
     ++m_calibrationStep;
     if (command != BeginCalibration)
@@ -224,7 +224,7 @@ QString SimulatedDevice::failureOf(const Calibration &calibration) const
     if (!isBroken && !calibration.hasFailed)
         return {};
     const QString failure =
-        QStringLiteral("step %1 (%2) failed").arg(calibration.step).arg(calibrationStepName(calibration.command));
+        QStringLiteral("step %1 (%2) failed").arg(calibration.step).arg(calibrationCommandName(calibration.command));
     return calibration.problem.isEmpty() ? failure : failure + QStringLiteral(": ") + calibration.problem;
 }
 
