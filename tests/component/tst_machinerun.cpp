@@ -24,7 +24,7 @@ void goTo(RunState &state, int phase)
 /// Sets the phase of @p run on another thread.
 void moveElsewhere(MachineRun &run, int phase)
 {
-    elsewhere([&] { QVERIFY(RunAction(run).change([phase](RunState &state) { goTo(state, phase); })); });
+    elsewhere([&] { QVERIFY(RunEvent(run).change([phase](RunState &state) { goTo(state, phase); })); });
 }
 
 }
@@ -45,17 +45,17 @@ private Q_SLOTS:
     void eachRunHasANumberOfItsOwn()
     {
         MachineRun run;
-        RunAction action(run);
-        action.beginRun();
+        RunEvent event(run);
+        event.beginRun();
         const RunState first = run.state();
         QCOMPARE(first.phaseIndex, 0);
-        QVERIFY(action.change([](RunState &state) {
+        QVERIFY(event.change([](RunState &state) {
             state.testResult = 2;
             state.shouldTimerRun = true;
             state.isStartingOnOtherThread = true;
             state.btnFuncAwaitingJudge = true;
         }));
-        action.beginRun();
+        event.beginRun();
         QVERIFY(run.state().run != first.run);
         QCOMPARE(run.state().testResult, 0);
         QVERIFY(!run.state().shouldTimerRun);
@@ -66,44 +66,44 @@ private Q_SLOTS:
     void onlyAnActionInsideAnotherOneOnTheOwnThreadIsNested()
     {
         MachineRun run;
-        const RunAction action(run);
-        QVERIFY(!action.isNested());
-        QVERIFY(RunAction(run).isNested());
-        elsewhere([&] { QVERIFY(!RunAction(run).isNested()); });
+        const RunEvent event(run);
+        QVERIFY(!event.isNested());
+        QVERIFY(RunEvent(run).isNested());
+        elsewhere([&] { QVERIFY(!RunEvent(run).isNested()); });
     }
 
     void anActionThatAnotherThreadOvertakesChangesNothing()
     {
         MachineRun run;
-        RunAction action(run);
-        QVERIFY(action.isCurrent());
+        RunEvent event(run);
+        QVERIFY(event.isCurrent());
         moveElsewhere(run, 5);
-        QVERIFY(!action.isCurrent());
-        QVERIFY(!action.change([](RunState &state) { goTo(state, 7); }));
+        QVERIFY(!event.isCurrent());
+        QVERIFY(!event.change([](RunState &state) { goTo(state, 7); }));
         QCOMPARE(run.state().phaseIndex, 5);
-        QCOMPARE(action.state().phaseIndex, -1);
+        QCOMPARE(event.state().phaseIndex, -1);
     }
 
-    void actionsInsideAnOvertakenOneAreLateToo()
+    void eventsInsideAnOvertakenOneAreLateToo()
     {
         MachineRun run;
         {
-            const RunAction action(run);
+            const RunEvent event(run);
             moveElsewhere(run, 5);
-            RunAction inner(run);
+            RunEvent inner(run);
             QVERIFY(!inner.isCurrent());
             QVERIFY(!inner.change([](RunState &state) { goTo(state, 7); }));
         }
-        QVERIFY(RunAction(run).isCurrent());
+        QVERIFY(RunEvent(run).isCurrent());
     }
 
     void onTheOwnersThreadAnActionGoesOnFromTheOneInsideIt()
     {
         MachineRun run;
-        RunAction action(run);
-        QVERIFY(RunAction(run).change([](RunState &state) { goTo(state, 5); }));
-        QCOMPARE(action.state().phaseIndex, 5);
-        QVERIFY(action.change([](RunState &state) { goTo(state, 6); }));
+        RunEvent event(run);
+        QVERIFY(RunEvent(run).change([](RunState &state) { goTo(state, 5); }));
+        QCOMPARE(event.state().phaseIndex, 5);
+        QVERIFY(event.change([](RunState &state) { goTo(state, 6); }));
         QCOMPARE(run.state().phaseIndex, 6);
     }
 
@@ -111,10 +111,10 @@ private Q_SLOTS:
     {
         MachineRun run;
         elsewhere([&run] {
-            RunAction action(run);
-            QVERIFY(!action.isOnOwnThread());
-            QVERIFY(RunAction(run).change([](RunState &state) { goTo(state, 5); }));
-            QVERIFY(!action.change([](RunState &state) { goTo(state, 6); }));
+            RunEvent event(run);
+            QVERIFY(!event.isOnOwnThread());
+            QVERIFY(RunEvent(run).change([](RunState &state) { goTo(state, 5); }));
+            QVERIFY(!event.change([](RunState &state) { goTo(state, 6); }));
         });
         QCOMPARE(run.state().phaseIndex, 5);
     }
@@ -124,12 +124,12 @@ private Q_SLOTS:
         MachineRun run;
         moveElsewhere(run, 6);
         elsewhere([&run] {
-            RunAction action(run);
+            RunEvent event(run);
             elsewhere([&run] {
-                RunAction(run).beginRun();
+                RunEvent(run).beginRun();
                 moveElsewhere(run, 6);
             });
-            QVERIFY(!action.change([](RunState &state) { goTo(state, 7); }));
+            QVERIFY(!event.change([](RunState &state) { goTo(state, 7); }));
         });
         QCOMPARE(run.state().phaseIndex, 6);
     }
@@ -138,13 +138,13 @@ private Q_SLOTS:
     {
         MachineRun run;
         const auto fail = [](RunState &state) { state.testResult = 2; };
-        RunAction action(run);
+        RunEvent event(run);
         moveElsewhere(run, 6);
-        QVERIFY(action.changeSameRun(fail));
+        QVERIFY(event.changeSameRun(fail));
         QCOMPARE(run.state().phaseIndex, 6);
         QCOMPARE(run.state().testResult, 2);
-        elsewhere([&run] { RunAction(run).beginRun(); });
-        QVERIFY(!action.changeSameRun(fail));
+        elsewhere([&run] { RunEvent(run).beginRun(); });
+        QVERIFY(!event.changeSameRun(fail));
         QCOMPARE(run.state().testResult, 0);
     }
 };

@@ -28,18 +28,18 @@ CompleteMachinePhaseInfo netPortScreen(const char *rightBtnKey)
 // and here.
 void CompleteMachineTestBiz::Impl::onLeftBtnClicked()
 {
-    RunAction action(m_run);
-    const auto phase = static_cast<Phase>(action.state().phaseIndex);
+    RunEvent event(m_run);
+    const auto phase = static_cast<Phase>(event.state().phaseIndex);
     if (!isInRun(phase))
         return;
-    action.changeSameRun([](RunState &state) { state.shouldTimerRun = false; });
+    event.changeSameRun([](RunState &state) { state.shouldTimerRun = false; });
     syncTimer();
-    failSubTest(action, phase);
-    action.changeSameRun(setFailed);
-    sendFailure(action);
+    failSubTest(event, phase);
+    event.changeSameRun(setFailed);
+    sendFailure(event);
 }
 
-void CompleteMachineTestBiz::Impl::failSubTest(RunAction &action, Phase phase)
+void CompleteMachineTestBiz::Impl::failSubTest(RunEvent &event, Phase phase)
 {
     switch (phase) {
     case PhaseScreenBrightness:
@@ -49,7 +49,7 @@ void CompleteMachineTestBiz::Impl::failSubTest(RunAction &action, Phase phase)
     case PhaseButtonLight:
         return buttonLightBiz.setNotPass();
     case PhaseButtonFunction:
-        return failButtonFunction(action);
+        return failButtonFunction(event);
     case PhaseTBar:
         return tbarTestBiz.setNotPass();
     case PhaseNetPort:
@@ -61,10 +61,10 @@ void CompleteMachineTestBiz::Impl::failSubTest(RunAction &action, Phase phase)
     }
 }
 
-void CompleteMachineTestBiz::Impl::failButtonFunction(RunAction &action)
+void CompleteMachineTestBiz::Impl::failButtonFunction(RunEvent &event)
 {
     bool wasAwaitingJudge = false;
-    action.changeSameRun([&wasAwaitingJudge](RunState &state) {
+    event.changeSameRun([&wasAwaitingJudge](RunState &state) {
         wasAwaitingJudge = std::exchange(state.btnFuncAwaitingJudge, false);
         if (!wasAwaitingJudge)
             state.btnFuncRetestArmed = false;
@@ -87,23 +87,23 @@ void CompleteMachineTestBiz::Impl::onCurrentKey(unsigned halKey)
 // A press is ignored while another thread starts the phase, because the single test isn't ready yet.
 void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 {
-    RunAction action(m_run);
-    if (action.state().isStartingOnOtherThread)
+    RunEvent event(m_run);
+    if (event.state().isStartingOnOtherThread)
         return;
-    const auto phase = static_cast<Phase>(action.state().phaseIndex);
+    const auto phase = static_cast<Phase>(event.state().phaseIndex);
     switch (phase) {
     case PhaseScreenBrightness:
-        return onRightBtnInLevelTest(action, screenBrightnessBiz);
+        return onRightBtnInLevelTest(event, screenBrightnessBiz);
     case PhaseScreenBadPixel:
         return onRightBtnInScreenBadPixel();
     case PhaseButtonLight:
-        return onRightBtnInLevelTest(action, buttonLightBiz);
+        return onRightBtnInLevelTest(event, buttonLightBiz);
     case PhaseButtonFunction:
-        return onRightBtnInButtonFunction(action);
+        return onRightBtnInButtonFunction(event);
     case PhaseTBar:
-        return onRightBtnInTBar(action);
+        return onRightBtnInTBar(event);
     case PhaseNetPort:
-        return onRightBtnInNetPort(action);
+        return onRightBtnInNetPort(event);
     case PhaseUsbPort:
         return usbPortTestBiz.setPass();
     case PhaseTypecCommunication:
@@ -111,7 +111,7 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
     case PhaseTypecPower:
     case PhaseNet1Poe:
         logPhase(phase);
-        return advancePhase(action);
+        return advancePhase(event);
     default:
         return;
     }
@@ -119,10 +119,10 @@ void CompleteMachineTestBiz::Impl::onRightBtnClicked()
 
 // The phase has passed. The single test isn't told and keeps its state.
 template <class Biz>
-void CompleteMachineTestBiz::Impl::onRightBtnInLevelTest(RunAction &action, Biz &biz)
+void CompleteMachineTestBiz::Impl::onRightBtnInLevelTest(RunEvent &event, Biz &biz)
 {
     if (biz.state() == StateAllStepsDone)
-        advancePhase(action);
+        advancePhase(event);
 }
 
 void CompleteMachineTestBiz::Impl::onRightBtnInScreenBadPixel()
@@ -133,42 +133,42 @@ void CompleteMachineTestBiz::Impl::onRightBtnInScreenBadPixel()
         screenBadPixelBiz.nextStep();
 }
 
-void CompleteMachineTestBiz::Impl::onRightBtnInButtonFunction(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInButtonFunction(RunEvent &event)
 {
-    if (action.state().btnFuncAwaitingJudge) {
-        if (!action.change([](RunState &state) { state.btnFuncAwaitingJudge = false; }))
+    if (event.state().btnFuncAwaitingJudge) {
+        if (!event.change([](RunState &state) { state.btnFuncAwaitingJudge = false; }))
             return;
         logPhase(PhaseButtonFunction);
-        advancePhase(action);
-    } else if (buttonFunctionBiz.state() == StateNotPass && action.state().btnFuncRetestArmed
-               && action.change([](RunState &state) { state.btnFuncRetestArmed = false; })) {
+        advancePhase(event);
+    } else if (buttonFunctionBiz.state() == StateNotPass && event.state().btnFuncRetestArmed
+               && event.change([](RunState &state) { state.btnFuncRetestArmed = false; })) {
         buttonFunctionBiz.enter();
         buttonFunctionBiz.startTest();
-        show(action, buttonFunctionScreen());
+        show(event, buttonFunctionScreen());
     }
 }
 
-void CompleteMachineTestBiz::Impl::onRightBtnInTBar(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInTBar(RunEvent &event)
 {
     if (tbarTestBiz.state() == StatePass)
-        advancePhase(action);
+        advancePhase(event);
     else
         tbarTestBiz.requestNextStep();
 }
 
-void CompleteMachineTestBiz::Impl::onRightBtnInNetPort(RunAction &action)
+void CompleteMachineTestBiz::Impl::onRightBtnInNetPort(RunEvent &event)
 {
     switch (netPortTestBiz.state()) {
     case StateIdle:
         netPortTestBiz.startTest();
-        return show(action, netPortScreen("FCPass"));
+        return show(event, netPortScreen("FCPass"));
     case StateRunning:
         return netPortTestBiz.setPass();
     case StateNotPass:
         netPortTestBiz.reTest();
-        return show(action, netPortScreen("FCAgeModeStartTest"));
+        return show(event, netPortScreen("FCAgeModeStartTest"));
     case StatePass:
-        return advancePhase(action);
+        return advancePhase(event);
     default:
         return;
     }

@@ -20,9 +20,9 @@ namespace {
 // On another thread, creates a screen before the run changes, so that nothing has changed if there is no memory for the
 // screen. Returns nothing on the run's own thread, where the screen is created when it is shown.
 template <class Make>
-std::optional<CompleteMachinePhaseInfo> screenInAdvance(const RunAction &action, const Make &make)
+std::optional<CompleteMachinePhaseInfo> screenInAdvance(const RunEvent &event, const Make &make)
 {
-    if (action.isOnOwnThread())
+    if (event.isOnOwnThread())
         return std::nullopt;
     return make();
 }
@@ -30,123 +30,123 @@ std::optional<CompleteMachinePhaseInfo> screenInAdvance(const RunAction &action,
 }
 
 template <class Biz>
-void CompleteMachineTestBiz::Impl::startLevels(RunAction &action, Biz &biz, Phase phase)
+void CompleteMachineTestBiz::Impl::startLevels(RunEvent &event, Biz &biz, Phase phase)
 {
     biz.enter();
     biz.startTest();
     const CompleteMachinePhaseInfo info = phaseScreen(phase, levelSuffix(biz.state()));
-    auto event = makeTimerUpdate();
-    if (!action.change([](RunState &state) { state.shouldTimerRun = true; }))
+    auto timerUpdate = makeTimerUpdate();
+    if (!event.change([](RunState &state) { state.shouldTimerRun = true; }))
         return;
-    applyTimer(std::move(event));
-    showStarted(action, info);
+    applyTimer(std::move(timerUpdate));
+    showStarted(event, info);
 }
 
 template <class Biz>
-void CompleteMachineTestBiz::Impl::showNextLevel(const RunAction &action, Biz &biz, Phase phase)
+void CompleteMachineTestBiz::Impl::showNextLevel(const RunEvent &event, Biz &biz, Phase phase)
 {
     biz.nextStep();
     const QString suffix = levelSuffix(biz.state());
     // There is no suffix at the last tick, because the verdict screen is already shown.
     if (!suffix.isEmpty())
-        show(action, phaseScreen(phase, suffix));
+        show(event, phaseScreen(phase, suffix));
 }
 
-void CompleteMachineTestBiz::Impl::startCurrentPhase(RunAction &action)
+void CompleteMachineTestBiz::Impl::startCurrentPhase(RunEvent &event)
 {
-    const auto phase = static_cast<Phase>(action.state().phaseIndex);
+    const auto phase = static_cast<Phase>(event.state().phaseIndex);
     switch (phase) {
     case PhaseScreenBrightness:
-        return startLevels(action, screenBrightnessBiz, phase);
+        return startLevels(event, screenBrightnessBiz, phase);
     case PhaseScreenBadPixel:
-        return startScreenBadPixel(action);
+        return startScreenBadPixel(event);
     case PhaseButtonLight:
-        return startLevels(action, buttonLightBiz, phase);
+        return startLevels(event, buttonLightBiz, phase);
     case PhaseButtonFunction:
-        return startButtonFunction(action);
+        return startButtonFunction(event);
     case PhaseTBar:
-        return startTBar(action);
+        return startTBar(event);
     case PhaseNetPort:
-        return startNetPort(action);
+        return startNetPort(event);
     case PhaseUsbPort:
-        return startUsbPort(action);
+        return startUsbPort(event);
     case PhaseTypecCommunication:
     case PhaseTypecPower:
     case PhaseNet1Poe:
-        return showStarted(action, phaseScreen(phase));
+        return showStarted(event, phaseScreen(phase));
     case PhaseDcAdapter: // always skipped
-        return advancePhase(action);
+        return advancePhase(event);
     case PhaseNone:
     case PhaseFinished:
         return;
     }
 }
 
-void CompleteMachineTestBiz::Impl::startScreenBadPixel(RunAction &action)
+void CompleteMachineTestBiz::Impl::startScreenBadPixel(RunEvent &event)
 {
     screenBadPixelBiz.enter();
     screenBadPixelBiz.startTest();
-    showStarted(action, phaseScreen(PhaseScreenBadPixel));
+    showStarted(event, phaseScreen(PhaseScreenBadPixel));
 }
 
 // Shows the screen before the test starts, unlike the other phases: the test announces its first key while it starts.
-void CompleteMachineTestBiz::Impl::startButtonFunction(RunAction &action)
+void CompleteMachineTestBiz::Impl::startButtonFunction(RunEvent &event)
 {
-    if (!action.change([](RunState &state) { state.btnFuncRetestArmed = false; }))
+    if (!event.change([](RunState &state) { state.btnFuncRetestArmed = false; }))
         return;
-    showStarted(action, buttonFunctionScreen());
+    showStarted(event, buttonFunctionScreen());
     buttonFunctionBiz.enter();
     buttonFunctionBiz.startTest();
 }
 
-void CompleteMachineTestBiz::Impl::startTBar(RunAction &action)
+void CompleteMachineTestBiz::Impl::startTBar(RunEvent &event)
 {
     tbarTestBiz.enter();
     tbarTestBiz.startTest();
     CompleteMachinePhaseInfo info;
     fillPhase4TBarInfo(info, translated(QLatin1String("FCAgeModeStartTest")));
-    showStarted(action, info);
+    showStarted(event, info);
 }
 
 // The right button starts the test itself.
-void CompleteMachineTestBiz::Impl::startNetPort(RunAction &action)
+void CompleteMachineTestBiz::Impl::startNetPort(RunEvent &event)
 {
     netPortTestBiz.enter();
-    showStarted(action, firstPortScreen(PhaseNetPort));
+    showStarted(event, firstPortScreen(PhaseNetPort));
 }
 
-void CompleteMachineTestBiz::Impl::startUsbPort(RunAction &action)
+void CompleteMachineTestBiz::Impl::startUsbPort(RunEvent &event)
 {
     usbPortTestBiz.enter();
     usbPortTestBiz.startTest();
-    showStarted(action, firstPortScreen(PhaseUsbPort));
+    showStarted(event, firstPortScreen(PhaseUsbPort));
 }
 
 // Shows the first screen of a phase. From now on the buttons respond.
-void CompleteMachineTestBiz::Impl::showStarted(RunAction &action, const CompleteMachinePhaseInfo &info)
+void CompleteMachineTestBiz::Impl::showStarted(RunEvent &event, const CompleteMachinePhaseInfo &info)
 {
-    if (action.change([](RunState &state) { state.isStartingOnOtherThread = false; }))
+    if (event.change([](RunState &state) { state.isStartingOnOtherThread = false; }))
         notifyPhase(info);
 }
 
-// An action ends only the phase in which it began. It does nothing if another thread has already ended this phase.
-void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
+// An event ends only the phase in which it began. It does nothing if another thread has already ended this phase.
+void CompleteMachineTestBiz::Impl::advancePhase(RunEvent &event)
 {
-    const RunState before = action.state();
+    const RunState before = event.state();
     const int next = before.phaseIndex + 1;
     if (next <= PhaseNet1Poe) {
-        const bool advanced = action.change([next, &action](RunState &state) {
+        const bool advanced = event.change([next, &event](RunState &state) {
             state.phaseIndex = next;
-            state.isStartingOnOtherThread = !action.isOnOwnThread();
+            state.isStartingOnOtherThread = !event.isOnOwnThread();
         });
         if (!advanced)
             return;
-        callOrRollBack([&] { startCurrentPhase(action); }, [&] { rollBackPhase(action, before, next); });
-        if (!action.isOnOwnThread())
-            endStart(action, next);
+        callOrRollBack([&] { startCurrentPhase(event); }, [&] { rollBackPhase(event, before, next); });
+        if (!event.isOnOwnThread())
+            endStart(event, next);
         return;
     }
-    const bool finished = action.change([](RunState &state) {
+    const bool finished = event.change([](RunState &state) {
         state.phaseIndex = PhaseFinished;
         state.testResult = ResultPassed;
     });
@@ -155,16 +155,16 @@ void CompleteMachineTestBiz::Impl::advancePhase(RunAction &action)
 }
 
 // If there is no memory to start the next phase, a report on another thread is dropped and the run doesn't change.
-void CompleteMachineTestBiz::Impl::rollBackPhase(RunAction &action, const RunState &before, int phase)
+void CompleteMachineTestBiz::Impl::rollBackPhase(RunEvent &event, const RunState &before, int phase)
 {
-    if (!action.isOnOwnThread() && !action.change([&before](RunState &state) { state = before; }))
-        endStart(action, phase);
+    if (!event.isOnOwnThread() && !event.change([&before](RunState &state) { state = before; }))
+        endStart(event, phase);
 }
 
 // A phase that was left or failed while it was starting shows no screen, but its buttons respond from now on.
-void CompleteMachineTestBiz::Impl::endStart(RunAction &action, int phase)
+void CompleteMachineTestBiz::Impl::endStart(RunEvent &event, int phase)
 {
-    action.changeSameRun([phase](RunState &state) {
+    event.changeSameRun([phase](RunState &state) {
         if (state.phaseIndex == phase)
             state.isStartingOnOtherThread = false;
     });
@@ -172,10 +172,10 @@ void CompleteMachineTestBiz::Impl::endStart(RunAction &action, int phase)
 
 // A failure concerns the whole run, even if another phase has begun in the meantime, but not a later run. If there is
 // no memory for it, the run doesn't change. Therefore the timer is stopped last; its ticks are ignored until then.
-void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
+void CompleteMachineTestBiz::Impl::failRun(RunEvent &event)
 {
-    const auto screen = screenInAdvance(action, failScreen);
-    auto event = makeTimerUpdate();
+    const auto screen = screenInAdvance(event, failScreen);
+    auto timerUpdate = makeTimerUpdate();
     RunState before;
     RunState failed;
     const auto fail = [&before, &failed](RunState &state) {
@@ -188,28 +188,28 @@ void CompleteMachineTestBiz::Impl::failRun(RunAction &action)
         if (state == failed)
             state = before;
     };
-    if (!action.changeSameRun(fail))
+    if (!event.changeSameRun(fail))
         return;
-    callOrRollBack([&] { sendFailure(action, screen); }, [&] { action.changeSameRun(rollBack); });
-    applyTimer(std::move(event));
+    callOrRollBack([&] { sendFailure(event, screen); }, [&] { event.changeSameRun(rollBack); });
+    applyTimer(std::move(timerUpdate));
 }
 
-bool CompleteMachineTestBiz::Impl::stopTimer(RunAction &action)
+bool CompleteMachineTestBiz::Impl::stopTimer(RunEvent &event)
 {
-    auto event = makeTimerUpdate();
-    const bool stopped = action.change([](RunState &state) { state.shouldTimerRun = false; });
+    auto timerUpdate = makeTimerUpdate();
+    const bool stopped = event.change([](RunState &state) { state.shouldTimerRun = false; });
     if (stopped)
-        applyTimer(std::move(event));
+        applyTimer(std::move(timerUpdate));
     return stopped;
 }
 
 // The run has already failed. Later events of this run don't change that, so the screen is shown even if another thread
 // has gone on to the next phase.
-void CompleteMachineTestBiz::Impl::sendFailure(const RunAction &action,
+void CompleteMachineTestBiz::Impl::sendFailure(const RunEvent &event,
                                                const std::optional<CompleteMachinePhaseInfo> &screen) const
 {
     notifyLog(QStringLiteral("Test failed"));
-    if (action.isSameRun())
+    if (event.isSameRun())
         notifyPhase(screen ? *screen : failScreen());
 }
 
@@ -243,23 +243,23 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
         {PhaseUsbPort,          StatePass,         false, true,  Then::Advance},
     }};
     // clang-format on
-    RunAction action(m_run);
-    if (action.isNested() && !action.isCurrent())
+    RunEvent event(m_run);
+    if (event.isNested() && !event.isCurrent())
         return;
-    const int phase = action.state().phaseIndex;
+    const int phase = event.state().phaseIndex;
     if (subState == StateNotPass)
-        return failRun(action);
+        return failRun(event);
     for (const Reaction &reaction : Reactions) {
         if (reaction.phase != phase || reaction.subState != subState)
             continue;
-        if (reaction.stopTimer && !stopTimer(action))
+        if (reaction.stopTimer && !stopTimer(event))
             return;
         if (reaction.log)
             logPhase(phase);
         if (reaction.then == Then::ShowVerdict)
-            show(action, judgeScreen(reaction.phase));
+            show(event, judgeScreen(reaction.phase));
         else if (reaction.then == Then::Advance)
-            advancePhase(action);
+            advancePhase(event);
         return;
     }
 }
@@ -267,38 +267,38 @@ void CompleteMachineTestBiz::Impl::onSubStateChanged(int subState)
 // Runs on the thread of the keyboard service after a key event.
 void CompleteMachineTestBiz::Impl::onSubStateChangedBtnFunc(int state, int)
 {
-    RunAction action(m_run);
-    if (action.state().phaseIndex != PhaseButtonFunction)
+    RunEvent event(m_run);
+    if (event.state().phaseIndex != PhaseButtonFunction)
         return;
     if (state == StateAllStepsDone || state == StatePass) {
         const auto makeScreen = [] { return judgeScreen(PhaseButtonFunction); };
-        const auto screen = screenInAdvance(action, makeScreen);
+        const auto screen = screenInAdvance(event, makeScreen);
         turnOffKeyLeds();
         const auto awaitJudge = [](RunState &changed) {
             changed.btnFuncRetestArmed = false;
             changed.btnFuncAwaitingJudge = true;
         };
-        if (!action.change(awaitJudge))
+        if (!event.change(awaitJudge))
             return;
         callOrRollBack([&] { notifyPhase(screen ? *screen : makeScreen()); },
-                       [&] { action.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
+                       [&] { event.change([](RunState &changed) { changed.btnFuncAwaitingJudge = false; }); });
     } else if (state == StateNotPass) {
         turnOffKeyLeds();
-        failRun(action);
+        failRun(event);
     }
 }
 
 // A tick may still arrive after a report on another thread has stopped the timer.
 void CompleteMachineTestBiz::Impl::onTimer()
 {
-    RunAction action(m_run);
-    if (!action.state().shouldTimerRun)
+    RunEvent event(m_run);
+    if (!event.state().shouldTimerRun)
         return;
-    const int phase = action.state().phaseIndex;
+    const int phase = event.state().phaseIndex;
     if (phase == PhaseScreenBrightness)
-        showNextLevel(action, screenBrightnessBiz, PhaseScreenBrightness);
+        showNextLevel(event, screenBrightnessBiz, PhaseScreenBrightness);
     else if (phase == PhaseButtonLight)
-        showNextLevel(action, buttonLightBiz, PhaseButtonLight);
+        showNextLevel(event, buttonLightBiz, PhaseButtonLight);
 }
 
 void CompleteMachineTestBiz::Impl::turnOffKeyLeds()

@@ -70,10 +70,10 @@ void CompleteMachineTestBiz::Impl::registerLinkCallbacks()
 // The current requester is set after the first phase has started. So the first state of a new object isn't announced.
 void CompleteMachineTestBiz::Impl::start()
 {
-    RunAction action(m_run);
-    action.beginRun();
+    RunEvent event(m_run);
+    event.beginRun();
     syncTimer();
-    startCurrentPhase(action);
+    startCurrentPhase(event);
     setCurrentRequester(CompleteMachineTestBizRequester, screenBrightnessBiz, screenBadPixelBiz, buttonLightBiz,
                         netPortTestBiz, usbPortTestBiz);
     setReportsReceived(true, netPortTestBiz, usbPortTestBiz);
@@ -87,10 +87,10 @@ std::unique_ptr<QEvent> CompleteMachineTestBiz::Impl::makeTimerUpdate() const
 
 // A report on the thread of a host service may start or stop the timer, but must not use the QTimer there. A posted
 // event then starts or stops it as requested last.
-void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> event)
+void CompleteMachineTestBiz::Impl::applyTimer(std::unique_ptr<QEvent> timerUpdate)
 {
-    if (event)
-        QCoreApplication::postEvent(this, event.release());
+    if (timerUpdate)
+        QCoreApplication::postEvent(this, timerUpdate.release());
     else
         syncTimer();
 }
@@ -110,9 +110,9 @@ void CompleteMachineTestBiz::Impl::syncTimer()
 }
 
 // A screen is dropped if another thread has changed the run in the meantime: it must not replace a newer screen.
-void CompleteMachineTestBiz::Impl::show(const RunAction &action, const CompleteMachinePhaseInfo &info) const
+void CompleteMachineTestBiz::Impl::show(const RunEvent &event, const CompleteMachinePhaseInfo &info) const
 {
-    if (action.isCurrent())
+    if (event.isCurrent())
         notifyPhase(info);
 }
 

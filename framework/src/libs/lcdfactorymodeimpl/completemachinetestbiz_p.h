@@ -26,7 +26,7 @@ namespace LCD::FactoryModeImpl {
 
 // Button presses and timer ticks are handled on the thread that created the object. Notifications of the single tests
 // are handled on the thread on which they arrive; for links and keys, this is the thread of a host service. Each of
-// these events is one RunAction.
+// these events is a RunEvent.
 //
 // Threads: `m_run`, the single tests and the listeners may be used on any thread, the timer only on the object's own
 // thread. Everything else is set by the constructor and doesn't change.
@@ -52,24 +52,24 @@ private:
     void registerKeyAndTBarCallbacks();
     void registerLinkCallbacks();
 
-    void startCurrentPhase(RunAction &action);
+    void startCurrentPhase(RunEvent &event);
     template <class Biz>
-    void startLevels(RunAction &action, Biz &biz, Phase phase);
-    void startScreenBadPixel(RunAction &action);
-    void startButtonFunction(RunAction &action);
-    void startTBar(RunAction &action);
-    void startNetPort(RunAction &action);
-    void startUsbPort(RunAction &action);
-    void showStarted(RunAction &action, const CompleteMachinePhaseInfo &info);
-    void show(const RunAction &action, const CompleteMachinePhaseInfo &info) const;
-    void advancePhase(RunAction &action);
-    void failRun(RunAction &action);
-    bool stopTimer(RunAction &action);
-    static void endStart(RunAction &action, int phase);
-    static void rollBackPhase(RunAction &action, const RunState &before, int phase);
-    void sendFailure(const RunAction &action, const std::optional<CompleteMachinePhaseInfo> &screen = {}) const;
+    void startLevels(RunEvent &event, Biz &biz, Phase phase);
+    void startScreenBadPixel(RunEvent &event);
+    void startButtonFunction(RunEvent &event);
+    void startTBar(RunEvent &event);
+    void startNetPort(RunEvent &event);
+    void startUsbPort(RunEvent &event);
+    void showStarted(RunEvent &event, const CompleteMachinePhaseInfo &info);
+    void show(const RunEvent &event, const CompleteMachinePhaseInfo &info) const;
+    void advancePhase(RunEvent &event);
+    void failRun(RunEvent &event);
+    bool stopTimer(RunEvent &event);
+    static void endStart(RunEvent &event, int phase);
+    static void rollBackPhase(RunEvent &event, const RunState &before, int phase);
+    void sendFailure(const RunEvent &event, const std::optional<CompleteMachinePhaseInfo> &screen = {}) const;
     std::unique_ptr<QEvent> makeTimerUpdate() const;
-    void applyTimer(std::unique_ptr<QEvent> event);
+    void applyTimer(std::unique_ptr<QEvent> timerUpdate);
     void syncTimer();
 
     void onSubStateChanged(int subState);
@@ -78,19 +78,19 @@ private:
     void onNetLinkStatus(const std::vector<bool> &links, bool linkValid);
     void onUsbLinkStatus(const std::vector<bool> &links) const;
     template <class Biz>
-    void showNextLevel(const RunAction &action, Biz &biz, Phase phase);
+    void showNextLevel(const RunEvent &event, Biz &biz, Phase phase);
     void fillPhase4TBarInfo(CompleteMachinePhaseInfo &info, const QString &rightBtnText) const;
     void turnOffKeyLeds();
 
     void onCurrentKey(unsigned halKey);
-    void failSubTest(RunAction &action, Phase phase);
-    void failButtonFunction(RunAction &action);
+    void failSubTest(RunEvent &event, Phase phase);
+    void failButtonFunction(RunEvent &event);
     template <class Biz>
-    void onRightBtnInLevelTest(RunAction &action, Biz &biz);
+    void onRightBtnInLevelTest(RunEvent &event, Biz &biz);
     void onRightBtnInScreenBadPixel();
-    void onRightBtnInButtonFunction(RunAction &action);
-    void onRightBtnInTBar(RunAction &action);
-    void onRightBtnInNetPort(RunAction &action);
+    void onRightBtnInButtonFunction(RunEvent &event);
+    void onRightBtnInTBar(RunEvent &event);
+    void onRightBtnInNetPort(RunEvent &event);
 
     void notifyPhase(const CompleteMachinePhaseInfo &info) const;
     void notifyLog(const QString &text) const;

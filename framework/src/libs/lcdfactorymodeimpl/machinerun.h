@@ -45,7 +45,7 @@ inline void setFailed(RunState &state)
     ++state.failures;
 }
 
-/// Holds the state of the run. Only a RunAction changes it.
+/// Holds the state of the run. It is changed through a RunEvent only.
 ///
 /// Threads: state() may be called on any thread. The object's own thread is the one that created it.
 class MachineRun
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    friend class RunAction;
+    friend class RunEvent;
 
     mutable std::mutex m_mutex;
     RunState m_state;
@@ -66,46 +66,46 @@ private:
     // Used on the object's own thread only.
     const std::thread::id m_ownThread = std::this_thread::get_id();
     RunState m_ownThreadState;
-    int m_nestedActions = 0;
+    int m_nestedEvents = 0;
 };
 
-/// Handles one event of the run: a button press, a timer tick or a notification of a single test. An action stores the
-/// state in which it began. Nested actions on the run's own thread share this state, so each one continues where the
-/// other has stopped. If another thread has changed the run in the meantime, the action is late: it must not end a
-/// phase in which it didn't begin.
+/// An event of the run while it is handled: a button press, a timer tick or a notification of a single test. It stores
+/// the state in which its handling began. On the run's own thread, an event can lead to another one, which is then
+/// nested in it. Nested events share the stored state, so that each one continues where the other has stopped. If
+/// another thread has changed the run in the meantime, the event is late: it must not end a phase in which it didn't
+/// begin.
 ///
 /// Threads: may be created on any thread, and is used on this thread only.
-class RunAction
+class RunEvent
 {
 public:
-    explicit RunAction(MachineRun &run)
+    explicit RunEvent(MachineRun &run)
         : m_run(run), m_onOwnThread(std::this_thread::get_id() == run.m_ownThread),
-          m_nested(m_onOwnThread && run.m_nestedActions++ > 0),
-          m_known(m_onOwnThread ? run.m_ownThreadState : m_ownView)
+          m_nested(m_onOwnThread && run.m_nestedEvents++ > 0), m_known(m_onOwnThread ? run.m_ownThreadState : m_ownView)
     {
         if (!m_nested)
             m_known = m_run.state();
     }
-    ~RunAction()
+    ~RunEvent()
     {
         if (m_onOwnThread)
-            --m_run.m_nestedActions;
+            --m_run.m_nestedEvents;
     }
-    RunAction(const RunAction &) = delete;
-    RunAction &operator=(const RunAction &) = delete;
+    RunEvent(const RunEvent &) = delete;
+    RunEvent &operator=(const RunEvent &) = delete;
 
     bool isOnOwnThread() const { return m_onOwnThread; }
 
-    /// Returns whether another action on the run's own thread led to this one.
+    /// Returns whether another event on the run's own thread has led to this one.
     bool isNested() const { return m_nested; }
 
-    /// Returns the state of the run as this action knows it.
+    /// Returns the state of the run as this event knows it.
     const RunState &state() const { return m_known; }
 
-    /// Returns whether no other thread has changed the run since this action began.
+    /// Returns whether no other thread has changed the run since this event began.
     bool isCurrent() const { return m_run.state() == m_known; }
 
-    /// Returns whether no other thread has begun a new run since this action began.
+    /// Returns whether no other thread has begun a new run since this event began.
     bool isSameRun() const { return m_run.state().run == m_known.run; }
 
     /// If isCurrent(), lets @p edit change the state and returns true. Otherwise changes nothing and returns false. The
