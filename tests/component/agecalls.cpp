@@ -1,6 +1,6 @@
 #include "agecalls.h"
 
-#include "agebench.h"
+#include "agetestfixture.h"
 
 namespace {
 

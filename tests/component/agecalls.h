@@ -3,7 +3,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-// The calls that the aging test makes, as AgeBench records them.
+// The calls that the aging test makes, as AgeTestFixture records them.
 
 QStringList screensAt(int level);
 /// The calls at the start of each step: its text lines, with the failures in the red line, and the calls to services.

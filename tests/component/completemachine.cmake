@@ -1,6 +1,6 @@
 # The complete machine test.
 
-add_library(test_machine OBJECT machinebench.cpp machineoperator.cpp machinepage.cpp singletestsupport.cpp)
+add_library(test_machine OBJECT machinetestfixture.cpp machineoperator.cpp machinepage.cpp singletestsupport.cpp)
 lcd_target(test_machine)
 target_link_libraries(test_machine PUBLIC lcdfactorymodeimpl test_page test_support test_virtualtime)
 
@@ -21,8 +21,8 @@ lcd_add_page_test(tst_behaviortables)
 target_link_libraries(tst_behaviortables PRIVATE test_machine test_behaviorpage)
 lcd_add_page_test(tst_behaviormachine)
 target_link_libraries(tst_behaviormachine PRIVATE test_machine)
-lcd_add_page_test(tst_behavioraging SOURCES agebench.cpp agecalls.cpp)
+lcd_add_page_test(tst_behavioraging SOURCES agetestfixture.cpp agecalls.cpp)
 
 # Every allocation of a report, a row or a page fails once. Replaces operator new for the whole program.
-lcd_add_page_test(tst_allocationfailures SOURCES agebench.cpp ../support/failingmemory.cpp)
+lcd_add_page_test(tst_allocationfailures SOURCES agetestfixture.cpp ../support/failingmemory.cpp)
 target_link_libraries(tst_allocationfailures PRIVATE test_machine)

@@ -1,5 +1,5 @@
-#include "agebench.h"
 #include "agecalls.h"
+#include "agetestfixture.h"
 #include "calls.h"
 #include "virtualtime.h"
 
@@ -23,16 +23,16 @@ class AgeTestBizTest : public QObject
 private Q_SLOTS:
     void nothingStartsOnItsOwn()
     {
-        AgeBench bench;
+        AgeTestFixture fixture;
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void servicesAreLookedUpInTheOrderOfTheSingleTests()
     {
-        const AgeBench bench;
+        const AgeTestFixture fixture;
         QCOMPARE(
-            bench.host.lookups,
+            fixture.host.lookups,
             calls({"lcdFactoryModeBiz", "lcdKeyboardEvent", "lcdFactoryModeBiz", "lcdKeyboardEvent",
                    "lcdMemoryCacheScreenDetail", "lcdFactoryModeBiz", "lcdKeyboardEvent", "lcdMemoryCacheNetworkPort",
                    "lcdFactoryModeBiz", "lcdMemoryCacheNodeUSB", "lcdFactoryModeBiz"}));
@@ -40,9 +40,9 @@ private Q_SLOTS:
 
     void startBeginsWithTheText()
     {
-        AgeBench bench;
-        bench.biz->start();
-        QCOMPARE(bench.take(), brightnessStarts(QStringLiteral(" 10%")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        QCOMPARE(fixture.take(), brightnessStarts(QStringLiteral(" 10%")));
     }
 
     void startOfARunningTestBeginsAgain_data()
@@ -62,75 +62,76 @@ private Q_SLOTS:
         QFETCH(const int, intoTheRound);
         QFETCH(const bool, netChanges);
         QFETCH(const QString, suffix);
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(intoTheRound);
         if (netChanges)
-            bench.netChanged({{0, false}});
-        bench.take();
+            fixture.netChanged({{0, false}});
+        fixture.take();
 
-        bench.biz->start();
+        fixture.biz->start();
 
-        QCOMPARE(bench.take(), brightnessStarts(suffix));
+        QCOMPARE(fixture.take(), brightnessStarts(suffix));
         VirtualTime::advance(3000);
-        QCOMPARE(bench.take(), screensAt(30) + lines(QStringLiteral("[FCScreenLight] 30%")));
+        QCOMPARE(fixture.take(), screensAt(30) + lines(QStringLiteral("[FCScreenLight] 30%")));
     }
 
     void stepsFollowEachOther()
     {
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(19999);
-        bench.take();
+        fixture.take();
 
         VirtualTime::advance(1);
-        QCOMPARE(bench.take(), badPixelStarts() + lines(QStringLiteral("[FCScreenBadPixel]")));
+        QCOMPARE(fixture.take(), badPixelStarts() + lines(QStringLiteral("[FCScreenBadPixel]")));
         VirtualTime::advance(35999);
-        bench.take();
+        fixture.take();
         VirtualTime::advance(1);
-        QCOMPARE(bench.take(), calls({"keyboard.setLcdTestPattern(0, 0)"}) + buttonLightStarts(QStringLiteral(" 10%")));
+        QCOMPARE(fixture.take(),
+                 calls({"keyboard.setLcdTestPattern(0, 0)"}) + buttonLightStarts(QStringLiteral(" 10%")));
         VirtualTime::advance(19999);
-        bench.take();
+        fixture.take();
         VirtualTime::advance(1);
-        QCOMPARE(bench.take(),
+        QCOMPARE(fixture.take(),
                  (calls({"keyboard.setAllButtonBrightness(0)", "finished"}) + netStarts()
                   + lines(QStringLiteral("[FCNet]"))));
-        bench.netChanged({{0, true}});
-        QCOMPARE(bench.take(), usbStarts());
-        bench.usbChanged({{1}});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        fixture.netChanged({{0, true}});
+        QCOMPARE(fixture.take(), usbStarts());
+        fixture.usbChanged({{1}});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void theEndOfTheButtonLightStepNeedsNoListener()
     {
-        AgeBench bench;
-        bench.biz->registerOnButtonLightFinishedCallback({});
-        bench.biz->start();
-        bench.runBrightness();
-        bench.runBadPixel();
-        bench.take();
-        bench.runButtonLight();
-        const QStringList made = bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->registerOnButtonLightFinishedCallback({});
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.runBadPixel();
+        fixture.take();
+        fixture.runButtonLight();
+        const QStringList made = fixture.take();
         QVERIFY(!made.contains(QStringLiteral("finished")));
         QCOMPARE(made.mid(made.size() - 3), lines(QStringLiteral("[FCNet]")));
     }
 
     void aLaterListenerTakesThePlaceOfAnEarlierOne()
     {
-        AgeBench bench;
-        bench.biz->registerOnButtonLightFinishedCallback([&] { bench.host.calls.add(QStringLiteral("second")); });
-        bench.biz->start();
-        bench.runToNetStep();
-        const QStringList made = bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->registerOnButtonLightFinishedCallback([&] { fixture.host.calls.add(QStringLiteral("second")); });
+        fixture.biz->start();
+        fixture.runToNetStep();
+        const QStringList made = fixture.take();
         QVERIFY(!made.contains(QStringLiteral("finished")));
         QCOMPARE(made.count(QStringLiteral("second")), 1);
     }
 
     void stopWhenIdleRunsAllItsSteps()
     {
-        AgeBench bench;
-        bench.biz->stop();
-        QCOMPARE(bench.take(), lines(QStringLiteral("[FCScreenLight] 10%")) + BrightnessReset);
+        AgeTestFixture fixture;
+        fixture.biz->stop();
+        QCOMPARE(fixture.take(), lines(QStringLiteral("[FCScreenLight] 10%")) + BrightnessReset);
     }
 
     void stopAtEachStep_data()
@@ -148,80 +149,81 @@ private Q_SLOTS:
     {
         QFETCH(const int, after);
         QFETCH(const QStringList, expected);
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(after);
-        bench.take();
-        bench.biz->stop();
-        QCOMPARE(bench.take(), expected);
+        fixture.take();
+        fixture.biz->stop();
+        QCOMPARE(fixture.take(), expected);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void stopAtTheUsbStepTouchesNoPortTest()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.take();
-        bench.biz->stop();
-        QCOMPARE(bench.take(), lines(QStringLiteral("[FCUSB]"), QStringLiteral(" [FCAgeNetNoPass]")) + BrightnessReset);
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.take();
+        fixture.biz->stop();
+        QCOMPARE(fixture.take(),
+                 lines(QStringLiteral("[FCUSB]"), QStringLiteral(" [FCAgeNetNoPass]")) + BrightnessReset);
     }
 
     void aNewRunAfterAStopBeginsAtTenPercentWithoutFailures()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.biz->stop();
-        bench.take();
-        bench.biz->start();
-        QCOMPARE(bench.take(), brightnessStarts(QStringLiteral(" 10%")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.biz->stop();
+        fixture.take();
+        fixture.biz->start();
+        QCOMPARE(fixture.take(), brightnessStarts(QStringLiteral(" 10%")));
     }
 
     void theBadPixelWalkNeedsNoScreenDetail()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runBrightness();
-        bench.runBadPixel();
-        const QStringList expected = bench.take();
-        bench.biz.reset();
-        bench.host.remove("lcdMemoryCacheScreenDetail");
-        bench.make();
-        bench.biz->start();
-        bench.runBrightness();
-        bench.runBadPixel();
-        QCOMPARE(bench.take(), expected);
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.runBadPixel();
+        const QStringList expected = fixture.take();
+        fixture.biz.reset();
+        fixture.host.remove("lcdMemoryCacheScreenDetail");
+        fixture.make();
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.runBadPixel();
+        QCOMPARE(fixture.take(), expected);
         QCOMPARE(expected.filter(QStringLiteral("setLcdTestPattern")).size(), 13);
     }
 
     void destructionStopsNothing()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runBrightness();
-        bench.take();
-        bench.biz.reset();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.take();
+        fixture.biz.reset();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void withoutAnyServiceTheVisualStepsStillRun()
     {
-        AgeBench bench;
-        bench.biz.reset();
+        AgeTestFixture fixture;
+        fixture.biz.reset();
         for (const char *name : {"lcdKeyboardEvent", "lcdFactoryModeBiz", "lcdMemoryCacheNetworkPort",
                                  "lcdMemoryCacheNodeUSB", "lcdMemoryCacheScreenDetail"})
-            bench.host.remove(name);
+            fixture.host.remove(name);
         AgeTestBiz alone;
         QStringList texts;
         alone.registerSetAgeTextInfoCallBack([&](const QString &text, const QColor &) { texts << text; });
         alone.start();
         QTest::ignoreMessage(QtWarningMsg, "NetPortTestBiz: INetworkPort is null, cannot start test");
-        bench.runToNetStep();
+        fixture.runToNetStep();
         QCOMPARE(texts.last(), QStringLiteral(" "));
         QCOMPARE(texts.at(texts.size() - 2), QStringLiteral("[FCAging][FCNet]"));
         alone.stop();

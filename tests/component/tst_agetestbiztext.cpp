@@ -1,4 +1,4 @@
-#include "agebench.h"
+#include "agetestfixture.h"
 #include "keytranslation.h"
 #include "virtualtime.h"
 
@@ -35,58 +35,58 @@ private Q_SLOTS:
 
     void theFirstRoundNamesTheLevelFromTheStart()
     {
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(19999);
         QStringList expected;
         for (const int level : {10, 30, 50, 70, 100, 10, 30, 50, 70, 100})
             expected << QStringLiteral("white [FCAging][FCScreenLight] %1%").arg(level);
-        QCOMPARE(stepLines(bench.take()), expected);
+        QCOMPARE(stepLines(fixture.take()), expected);
     }
 
     void laterRoundsNameNoLevelUntilTheFirstTick()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
-        bench.take();
-        bench.usbChanged({});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
+        fixture.take();
+        fixture.usbChanged({});
         VirtualTime::advance(2000);
-        QCOMPARE(stepLines(bench.take()),
+        QCOMPARE(stepLines(fixture.take()),
                  (QStringList{QStringLiteral("white [FCAging][FCScreenLight]"),
                               QStringLiteral("white [FCAging][FCScreenLight] 30%")}));
     }
 
     void afterAStopTheFirstLineNamesTenPercentAgain()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runBrightness();
-        bench.biz->stop();
-        bench.take();
-        bench.biz->start();
-        QCOMPARE(stepLines(bench.take()), QStringList{QStringLiteral("white [FCAging][FCScreenLight] 10%")});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.biz->stop();
+        fixture.take();
+        fixture.biz->start();
+        QCOMPARE(stepLines(fixture.take()), QStringList{QStringLiteral("white [FCAging][FCScreenLight] 10%")});
     }
 
     void theEndOfTheWalkIsNeverShownAsALevel()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        const QStringList written = bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        const QStringList written = fixture.take();
         QVERIFY(written.filter(QStringLiteral("101")).isEmpty());
         QCOMPARE(stepLines(written).last(), QStringLiteral("white [FCAging][FCNet]"));
     }
 
     void noTickOfTheBadPixelStepWrites()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runBrightness();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runBrightness();
+        fixture.take();
         VirtualTime::advance(35999);
-        const QStringList written = bench.take();
+        const QStringList written = fixture.take();
         QCOMPARE(written.size(), 11);
         QCOMPARE(written.filter(QStringLiteral("keyboard.setLcdTestPattern")).size(), 11);
     }
@@ -107,30 +107,30 @@ private Q_SLOTS:
         QFETCH(const bool, netUp);
         QFETCH(const bool, usbUp);
         QFETCH(const QString, red);
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, netUp}});
-        bench.usbChanged({{3, 26, usbUp ? 1 : 0}});
-        bench.runBrightness();
-        const QStringList written = bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, netUp}});
+        fixture.usbChanged({{3, 26, usbUp ? 1 : 0}});
+        fixture.runBrightness();
+        const QStringList written = fixture.take();
         QCOMPARE(written.last(), red);
         QVERIFY(written.contains(QStringLiteral("white [FCAging][FCScreenBadPixel]")));
     }
 
     void recountForgetsTheFailuresAndWritesNoRedLine()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.usbChanged({});
-        bench.take();
-        bench.biz->recount();
-        QCOMPARE(bench.take(),
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.usbChanged({});
+        fixture.take();
+        fixture.biz->recount();
+        QCOMPARE(fixture.take(),
                  (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCScreenLight] 10%")}));
         VirtualTime::advance(2000);
-        QCOMPARE(bench.take().last(), QStringLiteral("red  "));
+        QCOMPARE(fixture.take().last(), QStringLiteral("red  "));
     }
 
     void recountAtEachStepLeavesTheStepAlone_data()
@@ -151,108 +151,108 @@ private Q_SLOTS:
         QFETCH(const int, after);
         QFETCH(const QString, line);
         QFETCH(const QString, next);
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(after);
-        bench.take();
-        bench.biz->recount();
-        QCOMPARE(bench.take(), (QStringList{QStringLiteral("clear"), line}));
+        fixture.take();
+        fixture.biz->recount();
+        QCOMPARE(fixture.take(), (QStringList{QStringLiteral("clear"), line}));
         VirtualTime::advance(3000);
-        QCOMPARE(bench.take().first(), next);
+        QCOMPARE(fixture.take().first(), next);
     }
 
     void recountAtAPortStepLeavesItWaiting()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        bench.biz->recount();
-        QCOMPARE(bench.take(), (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCNet]")}));
-        bench.netChanged({});
-        QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCUSB]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.biz->recount();
+        QCOMPARE(fixture.take(), (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCNet]")}));
+        fixture.netChanged({});
+        QVERIFY(fixture.take().contains(QStringLiteral("white [FCAging][FCUSB]")));
     }
 
     void recountAtTheUsbStepLeavesItWaitingAndForgetsTheNetFailure()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.take();
-        bench.biz->recount();
-        QCOMPARE(bench.take(), (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCUSB]")}));
-        bench.usbChanged({{1}});
-        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.take();
+        fixture.biz->recount();
+        QCOMPARE(fixture.take(), (QStringList{QStringLiteral("clear"), QStringLiteral("white [FCAging][FCUSB]")}));
+        fixture.usbChanged({{1}});
+        QCOMPARE(fixture.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight]")));
     }
 
     void aNewLanguageShowsAtTheNextUpdate()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.take();
         setTestLanguage(QStringLiteral("de"));
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
         VirtualTime::advance(2000);
-        QCOMPARE(stepLines(bench.take()), QStringList{QStringLiteral("white [de:FCAging][de:FCScreenLight] 30%")});
+        QCOMPARE(stepLines(fixture.take()), QStringList{QStringLiteral("white [de:FCAging][de:FCScreenLight] 30%")});
     }
 
     void aTranslationThatEndsInTheSeparatorKeepsIt()
     {
-        AgeBench bench;
+        AgeTestFixture fixture;
         setTestEnding(QStringLiteral("、"));
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        bench.netChanged({{0, false}});
-        QVERIFY(bench.take().contains(QStringLiteral("red  [FCAgeNetNoPass]、")));
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.netChanged({{0, false}});
+        QVERIFY(fixture.take().contains(QStringLiteral("red  [FCAgeNetNoPass]、")));
     }
 
     void theListenerForTheTextMayReplaceItself()
     {
-        AgeBench bench;
+        AgeTestFixture fixture;
         const auto own = std::make_shared<int>(1);
         QStringList first;
         QStringList second;
-        bench.biz->registerSetAgeTextInfoCallBack([&, own](const QString &, const QColor &) {
-            bench.biz->registerSetAgeTextInfoCallBack([&](const QString &text, const QColor &) { second << text; });
+        fixture.biz->registerSetAgeTextInfoCallBack([&, own](const QString &, const QColor &) {
+            fixture.biz->registerSetAgeTextInfoCallBack([&](const QString &text, const QColor &) { second << text; });
             first << QString::number(*own);
         });
-        bench.biz->start();
+        fixture.biz->start();
         QCOMPARE(first, QStringList{QStringLiteral("1")});
         QCOMPARE(second, (QStringList{QStringLiteral("[FCAging][FCScreenLight] 10%"), QStringLiteral(" ")}));
     }
 
     void theListenerForTheButtonLightMayReplaceItself()
     {
-        AgeBench bench;
+        AgeTestFixture fixture;
         const auto own = std::make_shared<int>(1);
-        bench.biz->registerOnButtonLightFinishedCallback([&, own] {
-            bench.biz->registerOnButtonLightFinishedCallback({});
-            bench.host.calls.add(QStringLiteral("own %1").arg(*own));
+        fixture.biz->registerOnButtonLightFinishedCallback([&, own] {
+            fixture.biz->registerOnButtonLightFinishedCallback({});
+            fixture.host.calls.add(QStringLiteral("own %1").arg(*own));
         });
-        bench.biz->start();
-        bench.runToNetStep();
-        QCOMPARE(bench.take().filter(QRegularExpression(QStringLiteral("^(own|finished)"))),
+        fixture.biz->start();
+        fixture.runToNetStep();
+        QCOMPARE(fixture.take().filter(QRegularExpression(QStringLiteral("^(own|finished)"))),
                  QStringList{QStringLiteral("own 1")});
     }
 
     void theListenersKeepTheirState()
     {
-        AgeBench bench;
+        AgeTestFixture fixture;
         QList<int> texts;
         QList<int> ends;
-        bench.biz->registerSetAgeTextInfoCallBack(
+        fixture.biz->registerSetAgeTextInfoCallBack(
             [&texts, n = 0](const QString &, const QColor &) mutable { texts << ++n; });
-        bench.biz->registerOnButtonLightFinishedCallback([&ends, n = 0]() mutable { ends << ++n; });
-        bench.biz->start();
+        fixture.biz->registerOnButtonLightFinishedCallback([&ends, n = 0]() mutable { ends << ++n; });
+        fixture.biz->start();
         QCOMPARE(texts, (QList<int>{1, 2, 3}));
         for (int round = 1; round <= 2; ++round) {
-            bench.runToNetStep();
+            fixture.runToNetStep();
             QCOMPARE(ends.size(), round);
             QCOMPARE(ends.last(), round);
-            bench.netChanged({});
-            bench.usbChanged({});
+            fixture.netChanged({});
+            fixture.usbChanged({});
         }
     }
 

@@ -1,5 +1,5 @@
-#include "agebench.h"
 #include "agecalls.h"
+#include "agetestfixture.h"
 #include "calls.h"
 #include "virtualtime.h"
 
@@ -13,120 +13,120 @@ class AgeTestLinksTest : public QObject
 private Q_SLOTS:
     void aPortStepWaitsForEver()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
         VirtualTime::advance(10000000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void theReportSubscriptionIsNotHeard()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        QVERIFY(bench.host.networkPort.report.fire(RecordingNetworkPort::payload({{0, true}})));
-        QCOMPARE(bench.take(), QStringList());
-        bench.netChanged({{0, true}});
-        bench.take();
-        QVERIFY(bench.host.usb.report.fire(RecordingUsb::payload({{1}})));
-        QCOMPARE(bench.take(), QStringList());
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        QVERIFY(fixture.host.networkPort.report.fire(RecordingNetworkPort::payload({{0, true}})));
+        QCOMPARE(fixture.take(), QStringList());
+        fixture.netChanged({{0, true}});
+        fixture.take();
+        QVERIFY(fixture.host.usb.report.fire(RecordingUsb::payload({{1}})));
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aPayloadThatCannotBeReadEndsNoStep()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^NetPortTestBiz: need type")));
-        bench.host.networkPort.changed.fire(std::any(42));
-        QCOMPARE(bench.take(), QStringList());
+        fixture.host.networkPort.changed.fire(std::any(42));
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void anEmptyReportPasses()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.take();
-        bench.netChanged({});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.take();
+        fixture.netChanged({});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void oneDownPortFailsTheFamily()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        bench.netChanged({{0, true}, {1, false}, {2, true}});
-        QCOMPARE(bench.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
-        bench.usbChanged({{1, 26, 1, 0}, {2, 26, 0, 0}});
-        QCOMPARE(bench.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]、[FCAgeUSBNoPass]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.netChanged({{0, true}, {1, false}, {2, true}});
+        QCOMPARE(fixture.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
+        fixture.usbChanged({{1, 26, 1, 0}, {2, 26, 0, 0}});
+        QCOMPARE(fixture.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]、[FCAgeUSBNoPass]")));
     }
 
     void aFailureIsForgottenAtTheNextPass()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.usbChanged({{1}});
-        bench.runToNetStep();
-        const QStringList secondRound = bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.usbChanged({{1}});
+        fixture.runToNetStep();
+        const QStringList secondRound = fixture.take();
         QCOMPARE(secondRound.mid(secondRound.size() - 3),
                  lines(QStringLiteral("[FCNet]"), QStringLiteral(" [FCAgeNetNoPass]")));
-        bench.netChanged({{0, true}});
-        QCOMPARE(bench.take(), usbStarts());
+        fixture.netChanged({{0, true}});
+        QCOMPARE(fixture.take(), usbStarts());
     }
 
     void twoFailuresInARowAreOne()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, false}});
-        bench.usbChanged({{1}});
-        bench.runToNetStep();
-        bench.take();
-        bench.netChanged({{0, false}});
-        QCOMPARE(bench.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
-        bench.usbChanged({{1}});
-        bench.runToNetStep();
-        bench.netChanged({{0, true}});
-        bench.take();
-        bench.usbChanged({{1}});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, false}});
+        fixture.usbChanged({{1}});
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.netChanged({{0, false}});
+        QCOMPARE(fixture.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
+        fixture.usbChanged({{1}});
+        fixture.runToNetStep();
+        fixture.netChanged({{0, true}});
+        fixture.take();
+        fixture.usbChanged({{1}});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void aServiceThatAnswersAtOnceNestsTheSteps()
     {
-        AgeBench bench;
-        bench.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, false}});
-        bench.host.usb.answerAtOnce = RecordingUsb::payload({{7}});
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, false}});
+        fixture.host.usb.answerAtOnce = RecordingUsb::payload({{7}});
+        fixture.biz->start();
         VirtualTime::advance(75999);
-        bench.take();
+        fixture.take();
         VirtualTime::advance(1);
         const QString failed = QStringLiteral(" [FCAgeNetNoPass]");
-        QCOMPARE(bench.take(),
+        QCOMPARE(fixture.take(),
                  (calls({"keyboard.setAllButtonBrightness(0)", "finished"}) + netStarts() + usbStarts(failed)
                   + brightnessStarts(QString(), failed) + lines(QStringLiteral("[FCScreenLight] 10%"), failed)));
         VirtualTime::advance(2000);
-        QCOMPARE(bench.take(), screensAt(30) + lines(QStringLiteral("[FCScreenLight] 30%"), failed));
+        QCOMPARE(fixture.take(), screensAt(30) + lines(QStringLiteral("[FCScreenLight] 30%"), failed));
     }
 
     void beforeTheFirstNetStepNobodyListensToLinks()
     {
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(75999);
-        QVERIFY(!bench.host.networkPort.changed.get());
-        QVERIFY(!bench.host.usb.changed.get());
+        QVERIFY(!fixture.host.networkPort.changed.get());
+        QVERIFY(!fixture.host.usb.changed.get());
     }
 
     void aLinkChangeEndsWhateverStepItMeets_data()
@@ -151,110 +151,110 @@ private Q_SLOTS:
         QFETCH(const bool, usb);
         QFETCH(const int, intoTheRound);
         QFETCH(const QStringList, next);
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, true}});
-        bench.usbChanged({{1}});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, true}});
+        fixture.usbChanged({{1}});
         VirtualTime::advance(intoTheRound);
-        bench.take();
+        fixture.take();
         if (usb)
-            bench.usbChanged({{1, 26, 0}});
+            fixture.usbChanged({{1, 26, 0}});
         else
-            bench.netChanged({{0, false}});
-        QCOMPARE(bench.take(), next);
+            fixture.netChanged({{0, false}});
+        QCOMPARE(fixture.take(), next);
     }
 
     void aNetChangeEndsTheUsbStep()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
-        bench.take();
-        bench.netChanged({{0, false}});
-        QCOMPARE(bench.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
+        fixture.take();
+        fixture.netChanged({{0, false}});
+        QCOMPARE(fixture.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]")));
     }
 
     void aStepThatWasCutShortShowsItsLevelAtTheNextStart()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
-        bench.usbChanged({});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
+        fixture.usbChanged({});
         VirtualTime::advance(4000);
-        bench.usbChanged({});
-        bench.runBadPixel();
-        bench.runButtonLight();
-        bench.netChanged({});
-        bench.take();
-        bench.usbChanged({});
-        QCOMPARE(bench.take(), brightnessStarts(QStringLiteral(" 50%")));
+        fixture.usbChanged({});
+        fixture.runBadPixel();
+        fixture.runButtonLight();
+        fixture.netChanged({});
+        fixture.take();
+        fixture.usbChanged({});
+        QCOMPARE(fixture.take(), brightnessStarts(QStringLiteral(" 50%")));
     }
 
     void aLinkChangeRevivesAStoppedTest()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.biz->stop();
-        bench.take();
-        bench.netChanged({{0, false}});
-        QCOMPARE(bench.take(), badPixelStarts(QStringLiteral(" [FCAgeNetNoPass]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.biz->stop();
+        fixture.take();
+        fixture.netChanged({{0, false}});
+        QCOMPARE(fixture.take(), badPixelStarts(QStringLiteral(" [FCAgeNetNoPass]")));
         VirtualTime::advance(3000);
-        QCOMPARE(bench.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
+        QCOMPARE(fixture.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
         VirtualTime::advance(33000);
-        QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCBtnLight] 10%")));
+        QVERIFY(fixture.take().contains(QStringLiteral("white [FCAging][FCBtnLight] 10%")));
     }
 
     void aUsbChangeRevivesAStoppedTest()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
-        bench.biz->stop();
-        bench.take();
-        bench.usbChanged({{1, 26, 0}});
-        QCOMPARE(bench.take(), badPixelStarts(QStringLiteral(" [FCAgeUSBNoPass]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
+        fixture.biz->stop();
+        fixture.take();
+        fixture.usbChanged({{1, 26, 0}});
+        QCOMPARE(fixture.take(), badPixelStarts(QStringLiteral(" [FCAgeUSBNoPass]")));
     }
 
     void anotherStartAndStopDoesNotKeepATestFromBeingRevived()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.biz->stop();
-        bench.biz->start();
-        bench.biz->stop();
-        bench.take();
-        bench.netChanged({});
-        QCOMPARE(bench.take(), badPixelStarts());
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.biz->stop();
+        fixture.biz->start();
+        fixture.biz->stop();
+        fixture.take();
+        fixture.netChanged({});
+        QCOMPARE(fixture.take(), badPixelStarts());
     }
 
     void stoppedBeforeTheFirstNetStepItStaysStopped()
     {
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(75999);
-        bench.biz->stop();
-        bench.take();
-        QVERIFY(!bench.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}})));
+        fixture.biz->stop();
+        fixture.take();
+        QVERIFY(!fixture.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, false}})));
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aLinkChangeAfterDestructionIsDropped()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        bench.biz.reset();
-        bench.netChanged({{0, false}});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.biz.reset();
+        fixture.netChanged({{0, false}});
         VirtualTime::settle();
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 };
 

@@ -1,4 +1,4 @@
-#include "agebench.h"
+#include "agetestfixture.h"
 #include "agetestwidget.h"
 #include "recordingframe.h"
 #include "virtualtime.h"
@@ -61,72 +61,73 @@ class AgeTestThreadsTest : public QObject
 private Q_SLOTS:
     void aResultFromAnotherThreadWaitsForTheLoop()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        elsewhere([&] { bench.netChanged({{0, false}}); });
-        QCOMPARE(bench.take(), QStringList());
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        elsewhere([&] { fixture.netChanged({{0, false}}); });
+        QCOMPARE(fixture.take(), QStringList());
         VirtualTime::settle();
-        const QStringList made = bench.take();
+        const QStringList made = fixture.take();
         QCOMPARE(made.mid(0, 3), lines(QStringLiteral("[FCUSB]"), QStringLiteral(" [FCAgeNetNoPass]")));
-        elsewhere([&] { bench.usbChanged({{1}}); });
+        elsewhere([&] { fixture.usbChanged({{1}}); });
         VirtualTime::settle();
-        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight]"), QStringLiteral(" [FCAgeNetNoPass]")));
+        QCOMPARE(fixture.take().mid(0, 3),
+                 lines(QStringLiteral("[FCScreenLight]"), QStringLiteral(" [FCAgeNetNoPass]")));
         VirtualTime::advance(2000);
-        QVERIFY(bench.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 30)")));
+        QVERIFY(fixture.take().contains(QStringLiteral("keyboard.setScreenBrightness(0, 30)")));
     }
 
     void everyResultIsOneStep()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
         elsewhere([&] {
-            bench.netChanged({});
-            bench.netChanged({});
+            fixture.netChanged({});
+            fixture.netChanged({});
         });
         VirtualTime::settle();
-        bench.take();
+        fixture.take();
         VirtualTime::advance(2000);
-        QVERIFY(bench.take().contains(QStringLiteral("white [FCAging][FCScreenLight] 30%")));
+        QVERIFY(fixture.take().contains(QStringLiteral("white [FCAging][FCScreenLight] 30%")));
     }
 
     void twoThreadsAtOnceLoseNoResult()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
+        fixture.take();
         constexpr int Reports = 500;
         std::thread net([&] {
             for (int i = 0; i < Reports; ++i)
-                bench.netChanged({{0, i % 2 == 0}});
+                fixture.netChanged({{0, i % 2 == 0}});
         });
         std::thread usb([&] {
             for (int i = 0; i < Reports; ++i)
-                bench.usbChanged({{0, 26, i % 2}});
+                fixture.usbChanged({{0, 26, i % 2}});
         });
         net.join();
         usb.join();
-        bench.take();
+        fixture.take();
         VirtualTime::settle();
-        const QStringList steps = bench.take().filter(QStringLiteral("white [FCAging]"));
+        const QStringList steps = fixture.take().filter(QStringLiteral("white [FCAging]"));
         QCOMPARE(steps.size(), 2 * Reports);
         QCOMPARE(steps.last(), QStringLiteral("white [FCAging][FCUSB]"));
     }
 
     void aResultOnItsWayIsDroppedWithTheTest()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        elsewhere([&] { bench.netChanged({{0, false}}); });
-        bench.biz.reset();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        elsewhere([&] { fixture.netChanged({{0, false}}); });
+        fixture.biz.reset();
+        fixture.take();
         VirtualTime::advance(10000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aPageMayGoWhileResultsPourIn()
@@ -152,87 +153,87 @@ private Q_SLOTS:
 
     void aResultFromAnotherThreadRevivesAStoppedTest()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.biz->stop();
-        bench.take();
-        elsewhere([&] { bench.netChanged({{0, false}}); });
-        QCOMPARE(bench.take(), QStringList());
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.biz->stop();
+        fixture.take();
+        elsewhere([&] { fixture.netChanged({{0, false}}); });
+        QCOMPARE(fixture.take(), QStringList());
         VirtualTime::settle();
-        QCOMPARE(bench.take().mid(0, 3),
+        QCOMPARE(fixture.take().mid(0, 3),
                  lines(QStringLiteral("[FCScreenBadPixel]"), QStringLiteral(" [FCAgeNetNoPass]")));
         VirtualTime::advance(3000);
-        QCOMPARE(bench.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
+        QCOMPARE(fixture.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
     }
 
     void aQueuedResultEndsTheFirstStepOfTheNextRun()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        elsewhere([&] { bench.netChanged({{0, false}}); });
-        bench.biz->start();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        elsewhere([&] { fixture.netChanged({{0, false}}); });
+        fixture.biz->start();
+        fixture.take();
         VirtualTime::settle();
-        QCOMPARE(stepLines(bench.take()), QStringList{QStringLiteral("white [FCAging][FCScreenBadPixel]")});
+        QCOMPARE(stepLines(fixture.take()), QStringList{QStringLiteral("white [FCAging][FCScreenBadPixel]")});
     }
 
     void aQueuedResultRevivesTheTestThatIsBeingStopped()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        elsewhere([&] { bench.netChanged({{0, false}}); });
-        bench.biz->stop();
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        elsewhere([&] { fixture.netChanged({{0, false}}); });
+        fixture.biz->stop();
+        fixture.take();
         VirtualTime::settle();
-        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenBadPixel]")));
+        QCOMPARE(fixture.take().mid(0, 3), lines(QStringLiteral("[FCScreenBadPixel]")));
         VirtualTime::advance(3000);
-        QCOMPARE(bench.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
+        QCOMPARE(fixture.take(), QStringList{QStringLiteral("keyboard.setLcdTestPattern(1, 2)")});
     }
 
     void startWhileResultsPourIn()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({});
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({});
         for (int i = 0; i < 50; ++i) {
-            Reports net([&](int number) { bench.netChanged({{0, number % 2 == 0}}); });
-            Reports usb([&](int number) { bench.usbChanged({{1, 26, number % 2}}); });
+            Reports net([&](int number) { fixture.netChanged({{0, number % 2 == 0}}); });
+            Reports usb([&](int number) { fixture.usbChanged({{1, 26, number % 2}}); });
             net.waitForAFew();
             usb.waitForAFew();
-            bench.biz->start();
+            fixture.biz->start();
             VirtualTime::advance(1);
             net.join();
             usb.join();
         }
         VirtualTime::settle();
-        bench.biz->stop();
-        bench.take();
-        bench.biz->start();
-        QCOMPARE(bench.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight] 10%")));
+        fixture.biz->stop();
+        fixture.take();
+        fixture.biz->start();
+        QCOMPARE(fixture.take().mid(0, 3), lines(QStringLiteral("[FCScreenLight] 10%")));
     }
 
     void stopAndRecountWhileResultsPourIn()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
         for (int i = 0; i < 50; ++i) {
-            Reports reports([&](int number) { bench.netChanged({{0, number % 2 == 0}}); });
+            Reports reports([&](int number) { fixture.netChanged({{0, number % 2 == 0}}); });
             reports.waitForAFew();
-            bench.biz->stop();
-            bench.biz->recount();
+            fixture.biz->stop();
+            fixture.biz->recount();
             VirtualTime::advance(1);
             reports.join();
         }
         VirtualTime::settle();
-        bench.biz->stop();
-        bench.take();
+        fixture.biz->stop();
+        fixture.take();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 };
 

@@ -1,4 +1,4 @@
-#include "agebench.h"
+#include "agetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtCore/QElapsedTimer>
@@ -132,11 +132,11 @@ QStringList stamped(const QStringList &calls, int second)
 }
 
 /// Advances the clock second by second and records each call with its time in seconds.
-void runSeconds(AgeBench &bench, int seconds, int &now, QStringList &calls)
+void runSeconds(AgeTestFixture &fixture, int seconds, int &now, QStringList &calls)
 {
     for (int i = 0; i < seconds; ++i) {
         VirtualTime::advance(1000);
-        calls << stamped(bench.take(), ++now);
+        calls << stamped(fixture.take(), ++now);
     }
 }
 
@@ -163,20 +163,20 @@ private Q_SLOTS:
         round(expected, 170, {QString(), none, none});
         brightnessStep(expected, 255, QString(), none);
 
-        AgeBench bench;
+        AgeTestFixture fixture;
         QStringList calls;
         int now = 0;
-        bench.biz->start();
-        calls << stamped(bench.take(), now);
+        fixture.biz->start();
+        calls << stamped(fixture.take(), now);
         for (const bool netUp : {false, true, true}) {
-            runSeconds(bench, 80, now, calls);
-            bench.netChanged({{0, true}, {1, netUp}});
-            calls << stamped(bench.take(), now);
-            runSeconds(bench, 5, now, calls);
-            bench.usbChanged({{4}});
-            calls << stamped(bench.take(), now);
+            runSeconds(fixture, 80, now, calls);
+            fixture.netChanged({{0, true}, {1, netUp}});
+            calls << stamped(fixture.take(), now);
+            runSeconds(fixture, 5, now, calls);
+            fixture.usbChanged({{4}});
+            calls << stamped(fixture.take(), now);
         }
-        runSeconds(bench, 18, now, calls);
+        runSeconds(fixture, 18, now, calls);
 
         QCOMPARE(calls, expected.calls());
     }
@@ -185,15 +185,15 @@ private Q_SLOTS:
     {
         QElapsedTimer wall;
         wall.start();
-        AgeBench bench;
-        bench.biz->start();
+        AgeTestFixture fixture;
+        fixture.biz->start();
         [[maybe_unused]] std::size_t afterTen = 0;
         for (int rounds = 1; rounds <= 1000; ++rounds) {
-            bench.runToNetStep();
-            bench.netChanged({{0, rounds % 3 != 0}});
-            bench.usbChanged({{4, 26, rounds % 5 != 0}});
-            const QStringList calls = bench.take();
-            bench.host.lookups.clear();
+            fixture.runToNetStep();
+            fixture.netChanged({{0, rounds % 3 != 0}});
+            fixture.usbChanged({{4, 26, rounds % 5 != 0}});
+            const QStringList calls = fixture.take();
+            fixture.host.lookups.clear();
             QCOMPARE(calls.filter(QStringLiteral("white [FCAging][FCUSB]")).size(), 1);
             QCOMPARE(calls.filter(QStringLiteral("finished")).size(), 1);
             if (rounds == 10)

@@ -1,10 +1,10 @@
-#include "agebench.h"
+#include "agetestfixture.h"
 #include "completemachinetestwidget.h"
 #include "factorymodewidget.h"
 #include "failingmemory.h"
 #include "linksession.h"
-#include "machinebench.h"
 #include "machinepage.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include "buttonfunctionbiz.h"
@@ -199,57 +199,57 @@ Listening lastKeyPress()
 // The right button passes the phase only while its verdict screen is shown.
 Listening lastKeyPressOfTheMachineTest()
 {
-    auto bench = std::make_shared<MachineBench>();
-    bench->startAndPassTo(3);
-    bench->biz->registerPhaseCallback("with memory", [](const CompleteMachinePhaseInfo &) { needMemory(); });
-    press(bench->host, 10)();
-    press(bench->host, 27)();
-    const auto press33 = press(bench->host, 33);
-    return {bench, press33, press33, [bench = bench.get()] {
-                bench->right();
-                return QStringLiteral("phase %1").arg(bench->biz->currentPhaseIndex());
+    auto fixture = std::make_shared<MachineTestFixture>();
+    fixture->startAndPassTo(3);
+    fixture->biz->registerPhaseCallback("with memory", [](const CompleteMachinePhaseInfo &) { needMemory(); });
+    press(fixture->host, 10)();
+    press(fixture->host, 27)();
+    const auto press33 = press(fixture->host, 33);
+    return {fixture, press33, press33, [fixture = fixture.get()] {
+                fixture->right();
+                return QStringLiteral("phase %1").arg(fixture->biz->currentPhaseIndex());
             }};
 }
 
 /// Returns the phase, the result, and whether the next tick shows a level.
-QString runOf(MachineBench &bench)
+QString runOf(MachineTestFixture &fixture)
 {
     VirtualTime::settle();
-    bench.take();
+    fixture.take();
     VirtualTime::advance(2000);
-    const bool walks = !bench.told().filter(QRegularExpression(QStringLiteral("^phase title=.*%"))).isEmpty();
+    const bool walks = !fixture.told().filter(QRegularExpression(QStringLiteral("^phase title=.*%"))).isEmpty();
     return QStringLiteral("phase %1, result %2, levels walk %3")
-        .arg(bench.biz->currentPhaseIndex())
-        .arg(bench.biz->result())
+        .arg(fixture.biz->currentPhaseIndex())
+        .arg(fixture.biz->result())
         .arg(walks);
 }
 
 // The net test announces with its report that it failed in the previous run.
 Listening failureOfTheMachineTest()
 {
-    auto bench = std::make_shared<MachineBench>();
-    bench->startAndPassTo(5);
-    bench->right();
-    bench->left();
-    bench->biz->registerLogCallback("with memory", [](const QString &) { needMemory(); });
-    elsewhere([&] { bench->netReport({{0, true}}); });
-    bench->startAndPassTo(0);
-    const auto report = delivery(bench->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
-    const auto again = delivery(bench->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
-    return {bench, report, again, [bench = bench.get()] { return runOf(*bench); }};
+    auto fixture = std::make_shared<MachineTestFixture>();
+    fixture->startAndPassTo(5);
+    fixture->right();
+    fixture->left();
+    fixture->biz->registerLogCallback("with memory", [](const QString &) { needMemory(); });
+    elsewhere([&] { fixture->netReport({{0, true}}); });
+    fixture->startAndPassTo(0);
+    const auto report = delivery(fixture->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
+    const auto again = delivery(fixture->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
+    return {fixture, report, again, [fixture = fixture.get()] { return runOf(*fixture); }};
 }
 
 // The net test announces with its report that it passed in the previous run. In the pattern phase, this goes on to the
 // phase of the key lights.
 Listening nextPhaseOfTheMachineTest()
 {
-    auto bench = std::make_shared<MachineBench>();
-    bench->startAndPassTo(11);
-    elsewhere([&] { bench->netReport({{0, true}}); });
-    bench->startAndPassTo(1);
-    const auto report = delivery(bench->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
-    const auto again = delivery(bench->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
-    return {bench, report, again, [bench = bench.get()] { return runOf(*bench); }};
+    auto fixture = std::make_shared<MachineTestFixture>();
+    fixture->startAndPassTo(11);
+    elsewhere([&] { fixture->netReport({{0, true}}); });
+    fixture->startAndPassTo(1);
+    const auto report = delivery(fixture->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
+    const auto again = delivery(fixture->host.networkPort.report, RecordingNetworkPort::payload({{0, true}}));
+    return {fixture, report, again, [fixture = fixture.get()] { return runOf(*fixture); }};
 }
 
 Listening pageOfTheMachineTest()
@@ -271,16 +271,16 @@ Listening pageOfTheMachineTest()
 // The text of the next step would show the failure of the net ports.
 Listening agingTest()
 {
-    auto bench = std::make_shared<AgeBench>();
-    bench->biz->start();
-    bench->runToNetStep();
-    elsewhere([&] { bench->netChanged({{0, true}}); });
+    auto fixture = std::make_shared<AgeTestFixture>();
+    fixture->biz->start();
+    fixture->runToNetStep();
+    elsewhere([&] { fixture->netChanged({{0, true}}); });
     VirtualTime::settle();
-    bench->take();
-    return {bench, delivery(bench->host.networkPort.changed, RecordingNetworkPort::payload({{0, false}})),
-            delivery(bench->host.usb.changed, RecordingUsb::payload({{1}})), [bench = bench.get()] {
+    fixture->take();
+    return {fixture, delivery(fixture->host.networkPort.changed, RecordingNetworkPort::payload({{0, false}})),
+            delivery(fixture->host.usb.changed, RecordingUsb::payload({{1}})), [fixture = fixture.get()] {
                 VirtualTime::settle();
-                return bench->host.calls.all().join(QLatin1Char('\n'));
+                return fixture->host.calls.all().join(QLatin1Char('\n'));
             }};
 }
 

@@ -1,5 +1,5 @@
-#include "agebench.h"
 #include "agecalls.h"
+#include "agetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -8,10 +8,10 @@ namespace {
 
 const QString UsbFailed = QStringLiteral(" [FCAgeUSBNoPass]");
 
-void runToUsbStep(AgeBench &bench)
+void runToUsbStep(AgeTestFixture &fixture)
 {
-    bench.runToNetStep();
-    bench.netChanged({{0, true}});
+    fixture.runToNetStep();
+    fixture.netChanged({{0, true}});
 }
 
 }
@@ -24,22 +24,22 @@ class BehaviorAgingTest : public QObject
 private Q_SLOTS:
     void theUsbStepWaitsForEver()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.take();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.take();
         VirtualTime::advance(10000000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void beforeTheFirstUsbStepNobodyListensToUsbLinks()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        QVERIFY(!bench.host.usb.changed.get());
-        bench.netChanged({});
-        QVERIFY(bench.host.usb.changed.get());
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        QVERIFY(!fixture.host.usb.changed.get());
+        fixture.netChanged({});
+        QVERIFY(fixture.host.usb.changed.get());
     }
 
     void thePageDoesNotShowWhichPortFailed_data()
@@ -52,79 +52,79 @@ private Q_SLOTS:
     void thePageDoesNotShowWhichPortFailed()
     {
         QFETCH(const int, port);
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.take();
-        bench.netChanged({{port, false}});
-        QCOMPARE(bench.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
-        bench.usbChanged({{port, 26, 0}});
-        QCOMPARE(bench.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]、[FCAgeUSBNoPass]")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.take();
+        fixture.netChanged({{port, false}});
+        QCOMPARE(fixture.take(), usbStarts(QStringLiteral(" [FCAgeNetNoPass]")));
+        fixture.usbChanged({{port, 26, 0}});
+        QCOMPARE(fixture.take(), brightnessStarts(QString(), QStringLiteral(" [FCAgeNetNoPass]、[FCAgeUSBNoPass]")));
     }
 
     void anEmptyUsbEventPassesWhileNoPortIsKnown()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.take();
-        bench.usbChanged({});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.take();
+        fixture.usbChanged({});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void anEmptyUsbEventFailsOnceAPortIsKnown()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.usbChanged({{1}});
-        bench.take();
-        bench.usbChanged({});
-        QCOMPARE(bench.take(), badPixelStarts(UsbFailed));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.usbChanged({{1}});
+        fixture.take();
+        fixture.usbChanged({});
+        QCOMPARE(fixture.take(), badPixelStarts(UsbFailed));
     }
 
     void aUsbEventFailsWithoutAPortThatIsKnown()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.usbChanged({{1}, {2}});
-        bench.take();
-        bench.usbChanged({{1}});
-        QCOMPARE(bench.take(), badPixelStarts(UsbFailed));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.usbChanged({{1}, {2}});
+        fixture.take();
+        fixture.usbChanged({{1}});
+        QCOMPARE(fixture.take(), badPixelStarts(UsbFailed));
     }
 
     void theUsbStepForgetsThePortsWhenItStarts()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.usbChanged({{1}});
-        runToUsbStep(bench);
-        bench.take();
-        bench.usbChanged({});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.usbChanged({{1}});
+        runToUsbStep(fixture);
+        fixture.take();
+        fixture.usbChanged({});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void anEmptyNetEventPassesAlsoWhenPortsWereSeen()
     {
-        AgeBench bench;
-        bench.biz->start();
-        bench.runToNetStep();
-        bench.netChanged({{0, true}, {1, true}});
-        bench.take();
-        bench.netChanged({});
-        QCOMPARE(bench.take(), brightnessStarts(QString()));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        fixture.runToNetStep();
+        fixture.netChanged({{0, true}, {1, true}});
+        fixture.take();
+        fixture.netChanged({});
+        QCOMPARE(fixture.take(), brightnessStarts(QString()));
     }
 
     void everyUpdateWritesAWhiteAndARedLine()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.usbChanged({{1}});
-        bench.biz->stop();
-        const QStringList written = bench.take().filter(QRegularExpression(QStringLiteral("^(clear|white|red)")));
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.usbChanged({{1}});
+        fixture.biz->stop();
+        const QStringList written = fixture.take().filter(QRegularExpression(QStringLiteral("^(clear|white|red)")));
         QVERIFY(written.size() >= 3 * 27);
         QCOMPARE(written.size() % 3, 0);
         for (int i = 0; i < written.size(); i += 3) {
@@ -136,20 +136,20 @@ private Q_SLOTS:
 
     void aKeyLightStepThatWasCutShortShowsItsLevelAtTheNextStart()
     {
-        AgeBench bench;
-        bench.biz->start();
-        runToUsbStep(bench);
-        bench.usbChanged({});
-        bench.runBrightness();
-        bench.runBadPixel();
+        AgeTestFixture fixture;
+        fixture.biz->start();
+        runToUsbStep(fixture);
+        fixture.usbChanged({});
+        fixture.runBrightness();
+        fixture.runBadPixel();
         VirtualTime::advance(4000);
-        bench.netChanged({});
-        bench.netChanged({});
-        bench.usbChanged({});
-        bench.runBrightness();
-        bench.take();
-        bench.runBadPixel();
-        const QStringList made = bench.take();
+        fixture.netChanged({});
+        fixture.netChanged({});
+        fixture.usbChanged({});
+        fixture.runBrightness();
+        fixture.take();
+        fixture.runBadPixel();
+        const QStringList made = fixture.take();
         QCOMPARE(made.mid(made.size() - 5), buttonLightStarts(QStringLiteral(" 50%")));
     }
 };

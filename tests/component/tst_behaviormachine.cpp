@@ -1,6 +1,6 @@
 #include "calls.h"
-#include "machinebench.h"
 #include "machinepage.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -85,17 +85,17 @@ private Q_SLOTS:
 
     void thePatternStaysOnTheScreensWhenANetReportPassesItsPhase()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.startAndPassTo(1);
-        bench.right();
-        QCOMPARE(bench.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
-        bench.netReport({{0, true}});
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.startAndPassTo(1);
+        fixture.right();
+        QCOMPARE(fixture.take(), calls({"keyboard.setLcdTestPattern(1, 2)"}));
+        fixture.netReport({{0, true}});
         QStringList made;
-        while (bench.biz->isRunning()) {
-            made << bench.take();
-            bench.bringToVerdict();
-            bench.right();
+        while (fixture.biz->isRunning()) {
+            made << fixture.take();
+            fixture.bringToVerdict();
+            fixture.right();
         }
         QVERIFY(made.contains(QStringLiteral("log Screen bad pixel pass")));
         QCOMPARE(made.filter(QStringLiteral("setLcdTestPattern")), QStringList());
@@ -103,65 +103,65 @@ private Q_SLOTS:
 
     void anyKeyEndsTheWalkAtItsLastKey()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
         for (const unsigned key : {999U, 10U, 999U, 27U}) {
-            bench.host.keyboard.press(key);
-            QVERIFY(!bench.told().contains(
+            fixture.host.keyboard.press(key);
+            QVERIFY(!fixture.told().contains(
                 judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))));
         }
-        bench.host.keyboard.press(999);
-        QCOMPARE(bench.told(),
+        fixture.host.keyboard.press(999);
+        QCOMPARE(fixture.told(),
                  QStringList{judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))});
     }
 
     void theWalkGoesOnAfterANetReportHasFailedTheRun()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.startAndPassTo(3);
-        bench.netReport({{0, true}});
-        QCOMPARE(bench.told(), failure());
-        bench.host.keyboard.press(10);
-        QCOMPARE(bench.told(), calls({"phase noPassBlocked"}));
-        bench.host.keyboard.press(27);
-        bench.host.keyboard.press(33);
-        QCOMPARE(bench.told().last(),
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.startAndPassTo(3);
+        fixture.netReport({{0, true}});
+        QCOMPARE(fixture.told(), failure());
+        fixture.host.keyboard.press(10);
+        QCOMPARE(fixture.told(), calls({"phase noPassBlocked"}));
+        fixture.host.keyboard.press(27);
+        fixture.host.keyboard.press(33);
+        QCOMPARE(fixture.told().last(),
                  judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction")));
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
-        QCOMPARE(bench.biz->result(), 2);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 4);
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void theLeftButtonStopsTheWalk()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.left();
-        bench.take();
-        bench.pressKeys();
-        QCOMPARE(bench.take(), QStringList());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.left();
+        fixture.take();
+        fixture.pressKeys();
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aNetReportBeforeTheFirstStartOfTheNetTestIsNotHeard()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.netReport({{0, true}, {1, true}});
-        QCOMPARE(bench.take(), QStringList());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.netReport({{0, true}, {1, true}});
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aNetReportAfterAFailureBeforeTheStartAnnouncesNoFailure()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.startAndPassTo(5);
-        bench.left();
-        QCOMPARE(bench.take(), failure());
-        bench.netReport({{0, true}, {1, true}});
-        const QStringList told = bench.take();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.startAndPassTo(5);
+        fixture.left();
+        QCOMPARE(fixture.take(), failure());
+        fixture.netReport({{0, true}, {1, true}});
+        const QStringList told = fixture.take();
         QCOMPARE(told.size(), 1);
         QVERIFY(told.first().contains(QStringLiteral("status=NetPass; statusShown")));
     }
@@ -199,34 +199,34 @@ private Q_SLOTS:
 
     void aKnownUsbPortThatAReportLacksIsDown()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.usbReport({{1}, {2}});
-        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbPass"));
-        bench.usbReport({{1}});
-        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbNoPass"));
-        bench.usbReport({{1}, {2}});
-        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbPass"));
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.usbReport({{1}, {2}});
+        QCOMPARE(usbIcon(fixture.take()), QStringLiteral("UsbPass"));
+        fixture.usbReport({{1}});
+        QCOMPARE(usbIcon(fixture.take()), QStringLiteral("UsbNoPass"));
+        fixture.usbReport({{1}, {2}});
+        QCOMPARE(usbIcon(fixture.take()), QStringLiteral("UsbPass"));
     }
 
     void anEmptyUsbReportShowsTheNoPassIconOnceAPortIsKnown()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.usbReport({{1}});
-        bench.take();
-        bench.usbReport({});
-        QCOMPARE(usbIcon(bench.take()), QStringLiteral("UsbNoPass"));
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.usbReport({{1}});
+        fixture.take();
+        fixture.usbReport({});
+        QCOMPARE(usbIcon(fixture.take()), QStringLiteral("UsbNoPass"));
     }
 
     void anEmptyNetReportIsIgnoredAlsoWhenPortsWereSeen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.bringToVerdict();
-        bench.take();
-        bench.netReport({});
-        QCOMPARE(bench.take(), QStringList());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.bringToVerdict();
+        fixture.take();
+        fixture.netReport({});
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aScreenWithoutATextLeavesTheOneBefore()
@@ -255,17 +255,17 @@ private Q_SLOTS:
 
     void withoutAKeyboardServiceTheWalkCanOnlyBeFailed()
     {
-        MachineBench bench;
-        bench.host.remove("lcdKeyboardEvent");
-        bench.make();
-        bench.startAndPassTo(2);
-        QCOMPARE(bench.pass().filter(QStringLiteral("keyboard.")), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
-        bench.right();
+        MachineTestFixture fixture;
+        fixture.host.remove("lcdKeyboardEvent");
+        fixture.make();
+        fixture.startAndPassTo(2);
+        QCOMPARE(fixture.pass().filter(QStringLiteral("keyboard.")), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
+        fixture.right();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.told(), QStringList());
-        bench.left();
-        QCOMPARE(bench.told(), failure() + failure());
+        QCOMPARE(fixture.told(), QStringList());
+        fixture.left();
+        QCOMPARE(fixture.told(), failure() + failure());
     }
 
     void withoutPortServicesNoIconIsShown()

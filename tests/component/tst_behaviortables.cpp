@@ -1,5 +1,5 @@
 #include "behaviorpage.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -20,13 +20,13 @@ struct Moment
     /// Empty in a phase without a single test.
     QString state;
     /// Does what brings the phase from its first screen to this state.
-    std::function<void(MachineBench &)> reach;
+    std::function<void(MachineTestFixture &)> reach;
 };
 
 std::vector<Moment> moments()
 {
-    const auto nothing = [](MachineBench &) {};
-    const auto verdict = [](MachineBench &bench) { bench.bringToVerdict(); };
+    const auto nothing = [](MachineTestFixture &) {};
+    const auto verdict = [](MachineTestFixture &fixture) { fixture.bringToVerdict(); };
     const QString levels = QStringLiteral("levels running");
     const QString judge = QStringLiteral("verdict screen");
     return {
@@ -41,7 +41,7 @@ std::vector<Moment> moments()
         {4, QStringLiteral("before the first press"), nothing},
         {4, QStringLiteral("after the seventh press"), verdict},
         {5, QStringLiteral("not started"), nothing},
-        {5, QStringLiteral("running"), [](MachineBench &bench) { bench.right(); }},
+        {5, QStringLiteral("running"), [](MachineTestFixture &fixture) { fixture.right(); }},
         {6, QStringLiteral("running"), nothing},
         {7, QString(), nothing},
         {9, QString(), nothing},
@@ -76,25 +76,25 @@ enum class History {
     NetFailed
 };
 
-void makeHistory(MachineBench &bench, History history)
+void makeHistory(MachineTestFixture &fixture, History history)
 {
     if (history == History::None)
         return;
-    bench.startAndPassTo(5);
-    bench.right();
+    fixture.startAndPassTo(5);
+    fixture.right();
     if (history == History::NetPassed)
-        bench.right();
+        fixture.right();
     else
-        bench.left();
+        fixture.left();
 }
 
 /// Starts a run after this history and brings it to @p moment. Clears the recorded calls.
-void bringTo(MachineBench &bench, History history, const Moment &moment)
+void bringTo(MachineTestFixture &fixture, History history, const Moment &moment)
 {
-    makeHistory(bench, history);
-    bench.startAndPassTo(moment.phase);
-    moment.reach(bench);
-    bench.take();
+    makeHistory(fixture, history);
+    fixture.startAndPassTo(moment.phase);
+    moment.reach(fixture);
+    fixture.take();
 }
 
 void add(QStringList &list, const QString &text)
@@ -142,12 +142,12 @@ QString effectOf(const QString &call)
 
 /// Returns what the run did since the last take(), as the page describes it. For the start of another phase, returns
 /// only its name.
-QString effects(MachineBench &bench, int phaseBefore)
+QString effects(MachineTestFixture &fixture, int phaseBefore)
 {
-    const QStringList made = bench.take();
+    const QStringList made = fixture.take();
     if (made == failure())
         return QStringLiteral("fails the run");
-    const int phase = bench.biz->currentPhaseIndex();
+    const int phase = fixture.biz->currentPhaseIndex();
     QStringList result;
     for (const QString &call : phase == phaseBefore ? made : made.filter(QRegularExpression(QStringLiteral("^log ")))) {
         const QString effect = effectOf(call);
@@ -171,15 +171,15 @@ QString ordinal(int number)
 
 /// Returns what the right button does from now on until the phase ends: the first press, and each later press that has
 /// another effect than the press before it.
-QStringList pressRight(MachineBench &bench)
+QStringList pressRight(MachineTestFixture &fixture)
 {
-    const int phase = bench.biz->currentPhaseIndex();
+    const int phase = fixture.biz->currentPhaseIndex();
     QString first;
     QString last;
     QStringList later;
-    for (int press = 1; press <= 20 && bench.biz->currentPhaseIndex() == phase; ++press) {
-        bench.right();
-        const QString does = effects(bench, phase);
+    for (int press = 1; press <= 20 && fixture.biz->currentPhaseIndex() == phase; ++press) {
+        fixture.right();
+        const QString does = effects(fixture, phase);
         if (press == 1)
             first = does;
         else if (does != last)
@@ -192,20 +192,20 @@ QStringList pressRight(MachineBench &bench)
 struct Failure
 {
     QString name;
-    std::function<void(MachineBench &)> fail;
+    std::function<void(MachineTestFixture &)> fail;
 };
 
 const std::vector<Failure> &failures()
 {
     static const std::vector<Failure> all = {
-        {QStringLiteral("left button"), [](MachineBench &bench) { bench.left(); }},
+        {QStringLiteral("left button"), [](MachineTestFixture &fixture) { fixture.left(); }},
         {QStringLiteral("net report"),
-         [](MachineBench &bench) {
-             bench.netReport({{0, true}, {1, true}});
+         [](MachineTestFixture &fixture) {
+             fixture.netReport({{0, true}, {1, true}});
          }},
         {QStringLiteral("USB report"),
-         [](MachineBench &bench) {
-             bench.usbReport({{1, 26, 0}});
+         [](MachineTestFixture &fixture) {
+             fixture.usbReport({{1, 26, 0}});
          }},
     };
     return all;
@@ -214,13 +214,13 @@ const std::vector<Failure> &failures()
 /// Returns what the right button does after @p failure, or nothing if @p failure doesn't fail the run at @p moment.
 std::optional<QStringList> rightAfter(const Moment &moment, const Failure &failure)
 {
-    MachineBench bench;
-    bringTo(bench, History::NetFailed, moment);
-    failure.fail(bench);
-    bench.take();
-    if (bench.biz->result() != Failed)
+    MachineTestFixture fixture;
+    bringTo(fixture, History::NetFailed, moment);
+    failure.fail(fixture);
+    fixture.take();
+    if (fixture.biz->result() != Failed)
         return {};
-    return pressRight(bench);
+    return pressRight(fixture);
 }
 
 /// Returns the rows of @p moment: one for each kind of failure. Failures with the same effect share a row.
@@ -241,19 +241,19 @@ QList<QStringList> rowsAfterFailure(const Moment &moment)
     return rows;
 }
 
-using Report = std::function<void(MachineBench &)>;
+using Report = std::function<void(MachineTestFixture &)>;
 
 const std::vector<Report> &netReports()
 {
     static const std::vector<Report> all = {
-        [](MachineBench &bench) {
-            bench.netReport({{0, true}, {1, true}});
+        [](MachineTestFixture &fixture) {
+            fixture.netReport({{0, true}, {1, true}});
         },
-        [](MachineBench &bench) {
-            bench.netReport({{0, false}});
+        [](MachineTestFixture &fixture) {
+            fixture.netReport({{0, false}});
         },
-        [](MachineBench &bench) {
-            bench.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, true}, {1, true}}));
+        [](MachineTestFixture &fixture) {
+            fixture.host.networkPort.changed.fire(RecordingNetworkPort::payload({{0, true}, {1, true}}));
         },
     };
     return all;
@@ -263,10 +263,10 @@ QStringList netReportCells(const Moment &moment, const Report &report)
 {
     QStringList cells;
     for (const History history : {History::None, History::NetPassed, History::NetFailed}) {
-        MachineBench bench;
-        bringTo(bench, history, moment);
-        report(bench);
-        cells << effects(bench, moment.phase);
+        MachineTestFixture fixture;
+        bringTo(fixture, history, moment);
+        report(fixture);
+        cells << effects(fixture, moment.phase);
     }
     return cells;
 }
@@ -319,15 +319,15 @@ private Q_SLOTS:
     {
         for (const Moment &moment : moments()) {
             for (const Failure &failure : failures()) {
-                MachineBench bench;
-                bringTo(bench, History::NetFailed, moment);
-                failure.fail(bench);
-                if (bench.biz->result() != Failed)
+                MachineTestFixture fixture;
+                bringTo(fixture, History::NetFailed, moment);
+                failure.fail(fixture);
+                if (fixture.biz->result() != Failed)
                     continue;
-                QCOMPARE(bench.biz->currentPhaseIndex(), moment.phase);
-                QVERIFY(bench.biz->isRunning());
-                pressRight(bench);
-                QCOMPARE(bench.biz->result(), moment.phase == 10 ? Passed : Failed);
+                QCOMPARE(fixture.biz->currentPhaseIndex(), moment.phase);
+                QVERIFY(fixture.biz->isRunning());
+                pressRight(fixture);
+                QCOMPARE(fixture.biz->result(), moment.phase == 10 ? Passed : Failed);
             }
         }
     }
@@ -344,10 +344,10 @@ private Q_SLOTS:
     void aNetReportInAFailedRunDoesTheSame()
     {
         const Report report = netReports().front();
-        const Report reportAfterLeft = [&](MachineBench &bench) {
-            bench.left();
-            bench.take();
-            report(bench);
+        const Report reportAfterLeft = [&](MachineTestFixture &fixture) {
+            fixture.left();
+            fixture.take();
+            report(fixture);
         };
         for (const Moment &moment : moments()) {
             if (moment.phase != 5)

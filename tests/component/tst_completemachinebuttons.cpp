@@ -1,6 +1,6 @@
 #include "calls.h"
 #include "keytranslation.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -41,22 +41,22 @@ class CompleteMachineButtonsTest : public QObject
 private Q_SLOTS:
     void buttonsDoNothingBeforeARun()
     {
-        MachineBench bench;
-        bench.left();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), -1);
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        fixture.left();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), -1);
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void buttonsDoNothingAfterAPass()
     {
-        MachineBench bench;
-        bench.startAndPassTo(11);
-        bench.left();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.biz->result(), 1);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(11);
+        fixture.left();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.biz->result(), 1);
     }
 
     void leftFailsThePhase_data()
@@ -92,25 +92,25 @@ private Q_SLOTS:
     {
         QFETCH(const int, phase);
         QFETCH(const QStringList, expected);
-        MachineBench bench;
-        bringToTheRow(bench);
-        bench.take();
-        bench.left();
-        QCOMPARE(bench.take(), expected);
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
-        QCOMPARE(bench.biz->result(), 2);
+        MachineTestFixture fixture;
+        bringToTheRow(fixture);
+        fixture.take();
+        fixture.left();
+        QCOMPARE(fixture.take(), expected);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase);
+        QCOMPARE(fixture.biz->result(), 2);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void leftWhileTheNetTestWaitsForAReport()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.take();
-        bench.left();
-        QCOMPARE(bench.take(), failure() + failure());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.take();
+        fixture.left();
+        QCOMPARE(fixture.take(), failure() + failure());
     }
 
     void leftASecondTime_data()
@@ -140,13 +140,13 @@ private Q_SLOTS:
     {
         QFETCH(const int, phase);
         QFETCH(const QStringList, expected);
-        MachineBench bench;
-        bringToTheRow(bench);
-        bench.left();
-        bench.take();
-        bench.left();
-        QCOMPARE(bench.take(), expected);
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+        MachineTestFixture fixture;
+        bringToTheRow(fixture);
+        fixture.left();
+        fixture.take();
+        fixture.left();
+        QCOMPARE(fixture.take(), expected);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase);
     }
 
     void rightAfterAFailure_data()
@@ -182,14 +182,14 @@ private Q_SLOTS:
         QFETCH(const QStringList, expected);
         QFETCH(const int, then);
         QFETCH(const int, result);
-        MachineBench bench;
-        bringToTheRow(bench);
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), expected);
-        QCOMPARE(bench.biz->currentPhaseIndex(), then);
-        QCOMPARE(bench.biz->result(), result);
+        MachineTestFixture fixture;
+        bringToTheRow(fixture);
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), expected);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), then);
+        QCOMPARE(fixture.biz->result(), result);
     }
 
     void rightInALevelPhaseWaitsForTheEnd_data()
@@ -202,206 +202,206 @@ private Q_SLOTS:
     void rightInALevelPhaseWaitsForTheEnd()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
         for (int tick = 0; tick < 10; ++tick) {
-            bench.take();
-            bench.right();
-            QCOMPARE(bench.take(), QStringList());
-            QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+            fixture.take();
+            fixture.right();
+            QCOMPARE(fixture.take(), QStringList());
+            QCOMPARE(fixture.biz->currentPhaseIndex(), phase);
             VirtualTime::advance(2000);
         }
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
     }
 
     void rightDuringTheKeyWalkDoesNothing()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.right();
-        bench.host.keyboard.press(10);
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.right();
+        fixture.host.keyboard.press(10);
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
     }
 
     void rightAfterAFailedKeyWalkDoesNothing()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void rightOnTheVerdictOfTheKeyWalkTakesOnePress()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.pressKeys();
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.pressKeys();
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
     }
 
     void rightStartsTheNetTest()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        QCOMPARE(bench.take(), NetSubscriptions + QStringList{NetRunning});
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        QCOMPARE(fixture.take(), NetSubscriptions + QStringList{NetRunning});
     }
 
     void rightPassesTheRunningNetTest()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take().first(), QStringLiteral("log Net port pass"));
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take().first(), QStringLiteral("log Net port pass"));
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
     }
 
     void rightAfterAFailedNetTestPreparesItAgain()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList{NetRetest});
-        bench.right();
-        QCOMPARE(bench.take(), NetSubscriptions + QStringList{NetRunning});
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        QCOMPARE(bench.biz->result(), 2);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList{NetRetest});
+        fixture.right();
+        QCOMPARE(fixture.take(), NetSubscriptions + QStringList{NetRunning});
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     // The order of the screens: first the next phase, then the running screen of this phase.
     void aPressDuringTheStartOfTheNetTestIsFollowedByTheRunningScreen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.biz->registerPhaseCallback("zeta", [&](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info) {
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.biz->registerPhaseCallback("zeta", [&](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &info) {
             if (!info.statusIconVisible)
                 return;
-            bench.host.networkPort.answerAtOnce.reset();
-            bench.right();
+            fixture.host.networkPort.answerAtOnce.reset();
+            fixture.right();
         });
-        bench.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, true}, {1, true}});
-        bench.right();
-        const QStringList told = bench.told();
+        fixture.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, true}, {1, true}});
+        fixture.right();
+        const QStringList told = fixture.told();
         QCOMPARE(told.size(), 4);
         QVERIFY(told.at(0).contains(QStringLiteral("status=NetPass; statusShown")));
         QCOMPARE(told.at(1), QStringLiteral("log Net port pass"));
         QVERIFY(told.at(2).startsWith(QStringLiteral("phase title=[USBA];")));
         QCOMPARE(told.at(3), NetRunning);
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
     }
 
     void missingPortServicesDoNotMakeTheRunWait()
     {
-        MachineBench bench;
-        bench.host.remove("lcdMemoryCacheNetworkPort");
-        bench.host.remove("lcdMemoryCacheNodeUSB");
-        bench.make();
-        bench.biz->start();
-        while (bench.biz->currentPhaseIndex() < 5)
-            bench.pass();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList{NetRunning});
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 7);
-        QCOMPARE(bench.log.warnings().filter(QStringLiteral("PortTestBiz")),
+        MachineTestFixture fixture;
+        fixture.host.remove("lcdMemoryCacheNetworkPort");
+        fixture.host.remove("lcdMemoryCacheNodeUSB");
+        fixture.make();
+        fixture.biz->start();
+        while (fixture.biz->currentPhaseIndex() < 5)
+            fixture.pass();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList{NetRunning});
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 7);
+        QCOMPARE(fixture.log.warnings().filter(QStringLiteral("PortTestBiz")),
                  calls({"NetPortTestBiz: INetworkPort is null, cannot start test",
                         "UsbPortTestBiz: IUSB is null, cannot start test"}));
     }
 
     void rightPassesTheUsbTestOnlyWhileItRuns()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
     }
 
     void rightAfterAFailureByEyeGoesOnAndCanStillPass()
     {
-        MachineBench bench;
-        bench.startAndPassTo(7);
-        bench.left();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take().first(), QStringLiteral("log Type-C USB communication pass"));
-        QCOMPARE(bench.biz->currentPhaseIndex(), 9);
-        QCOMPARE(bench.biz->result(), 2);
-        bench.right();
-        bench.right();
-        QCOMPARE(bench.take().last(), passScreen());
-        QCOMPARE(bench.biz->result(), 1);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(7);
+        fixture.left();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take().first(), QStringLiteral("log Type-C USB communication pass"));
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 9);
+        QCOMPARE(fixture.biz->result(), 2);
+        fixture.right();
+        fixture.right();
+        QCOMPARE(fixture.take().last(), passScreen());
+        QCOMPARE(fixture.biz->result(), 1);
     }
 
     void theTBarGoesOnWithoutACalibrationServiceNowhere()
     {
-        MachineBench bench;
-        bench.host.remove("lcdTBarCalibration");
-        bench.make();
-        bench.startAndPassTo(3);
-        bench.pass();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
-        repeat(10, [&] { bench.right(); });
-        QCOMPARE(bench.told(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
+        MachineTestFixture fixture;
+        fixture.host.remove("lcdTBarCalibration");
+        fixture.make();
+        fixture.startAndPassTo(3);
+        fixture.pass();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 4);
+        repeat(10, [&] { fixture.right(); });
+        QCOMPARE(fixture.told(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 4);
     }
 
     void aFailedCalibrationStillPassesThePhase()
     {
-        MachineBench bench;
-        bench.startAndPassTo(4);
-        bench.bringToVerdict();
-        bench.log.clear();
-        for (const auto &result : bench.host.tbarCalibration.results)
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(4);
+        fixture.bringToVerdict();
+        fixture.log.clear();
+        for (const auto &result : fixture.host.tbarCalibration.results)
             result(false, "no answer");
-        QCOMPARE(bench.log.warnings(), calls({"[TbarTestBiz] T-Bar calibration end failed"}));
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
+        QCOMPARE(fixture.log.warnings(), calls({"[TbarTestBiz] T-Bar calibration end failed"}));
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 5);
     }
 
     void theKeyWalkNeedsItsList()
     {
-        MachineBench bench;
-        bench.menu.load({});
-        bench.startAndPassTo(2);
-        bench.pass();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
-        bench.pressKeys();
-        bench.take();
-        bench.right();
-        QCOMPARE(bench.take(), QStringList());
-        bench.left();
-        QCOMPARE(bench.told(), failure() + failure());
+        MachineTestFixture fixture;
+        fixture.menu.load({});
+        fixture.startAndPassTo(2);
+        fixture.pass();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
+        fixture.pressKeys();
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.take(), QStringList());
+        fixture.left();
+        QCOMPARE(fixture.told(), failure() + failure());
     }
 
     void onlyTextsOfTheRecordAreLookedUp()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         QStringList differences;
         int records = 0;
         QStringList lookedUpSoFar;
-        bench.biz->registerPhaseCallback("texts", [&](const CompleteMachinePhaseInfo &info) {
+        fixture.biz->registerPhaseCallback("texts", [&](const CompleteMachinePhaseInfo &info) {
             QStringList shown = translatedWords(describe(info));
             QStringList lookedUp = std::exchange(lookedUpSoFar, {});
             shown.sort();
@@ -411,12 +411,12 @@ private Q_SLOTS:
                 differences << QStringLiteral("%1 for %2").arg(lookedUp.join(QStringLiteral(", ")), describe(info));
         });
         recordLookedUpKeys(&lookedUpSoFar);
-        bench.startAndPassTo(5);
-        bench.right(); // net test runs
-        bench.left();  // failed
-        bench.right(); // set back
-        while (bench.biz->currentPhaseIndex() < 11)
-            bench.pass();
+        fixture.startAndPassTo(5);
+        fixture.right(); // net test runs
+        fixture.left();  // failed
+        fixture.right(); // set back
+        while (fixture.biz->currentPhaseIndex() < 11)
+            fixture.pass();
         recordLookedUpKeys(nullptr);
         QCOMPARE(differences, QStringList());
         QVERIFY(records > 40);
@@ -434,12 +434,12 @@ private Q_SLOTS:
     {
         QFETCH(const int, phase);
         QFETCH(const int, failures);
-        MachineBench bench;
+        MachineTestFixture fixture;
         QStringList lookedUp;
-        bench.startAndPassTo(phase);
-        bench.biz->registerLogCallback("keys", [&lookedUp](const QString &line) { lookedUp << line; });
+        fixture.startAndPassTo(phase);
+        fixture.biz->registerLogCallback("keys", [&lookedUp](const QString &line) { lookedUp << line; });
         recordLookedUpKeys(&lookedUp);
-        bench.left();
+        fixture.left();
         recordLookedUpKeys(nullptr);
         const QStringList once = calls({"Test failed", "MachineMode", "FCTestComplete", "FCNoPass", "FCReTest"});
         QCOMPARE(lookedUp, failures == 1 ? once : once + once);
@@ -447,29 +447,29 @@ private Q_SLOTS:
 
     void theCaptionsAreTranslatedFromLeftToRight()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         QStringList lookedUp;
-        bench.startAndPassTo(5);
+        fixture.startAndPassTo(5);
         recordLookedUpKeys(&lookedUp);
-        bench.right();
+        fixture.right();
         QCOMPARE(std::exchange(lookedUp, {}),
                  calls({"FCNet", "TestStep", "FCNetConnectPort1Port2", "FCNoPass", "FCPass"}));
-        bench.netReport({{0, true}, {1, true}});
+        fixture.netReport({{0, true}, {1, true}});
         QCOMPARE(std::exchange(lookedUp, {}), calls({"FCNet", "FCTestComplete", "FCNoPass", "FCPass"}));
-        bench.right();
+        fixture.right();
         recordLookedUpKeys(nullptr);
         QCOMPARE(lookedUp, calls({"USBA", "TestStep", "FCUSB30TestStep", "FCNoPass", "FCPass"}));
     }
 
 private:
     /// Passes the phases before that of the current data row, and brings that phase to its verdict if the row says so.
-    static void bringToTheRow(MachineBench &bench)
+    static void bringToTheRow(MachineTestFixture &fixture)
     {
         QFETCH(const int, phase);
         QFETCH(const bool, atVerdict);
-        bench.startAndPassTo(phase);
+        fixture.startAndPassTo(phase);
         if (atVerdict)
-            bench.bringToVerdict();
+            fixture.bringToVerdict();
     }
 };
 

@@ -1,6 +1,6 @@
 #include "calls.h"
-#include "machinebench.h"
 #include "machinepage.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -91,58 +91,58 @@ private Q_SLOTS:
 
     void aNetReportBeforeTheStartOfALaterRunShowsTheVerdict()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.startAndPassTo(5);
-        bench.netReport({{0, true}, {1, true}});
-        QCOMPARE(bench.take(), QStringList{NetResult});
-        bench.right();
-        const QStringList started = bench.told();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.startAndPassTo(5);
+        fixture.netReport({{0, true}, {1, true}});
+        QCOMPARE(fixture.take(), QStringList{NetResult});
+        fixture.right();
+        const QStringList started = fixture.told();
         QCOMPARE(started.size(), 1);
         QVERIFY(
             started.first().startsWith(QStringLiteral("phase title=[FCNet]; icon=NetTest; stepTitle=[TestStep]; ")));
-        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 5);
     }
 
     void leftOnThatVerdictFailsOnce()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.startAndPassTo(5);
-        bench.netReport({{0, true}, {1, true}});
-        bench.take();
-        bench.left();
-        QCOMPARE(bench.take(), failure());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.startAndPassTo(5);
+        fixture.netReport({{0, true}, {1, true}});
+        fixture.take();
+        fixture.left();
+        QCOMPARE(fixture.take(), failure());
     }
 
     void aKeyEventOnItsWaySendsItsRecordBehindTheFailScreen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        const auto listener = bench.host.keyboard.listener();
-        bench.left();
-        QCOMPARE(bench.told(), failure() + failure());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        const auto listener = fixture.host.keyboard.listener();
+        fixture.left();
+        QCOMPARE(fixture.told(), failure() + failure());
         std::thread([&] { listener(10, 0, 0, {}, {}, {}); }).join();
-        QCOMPARE(bench.told(), calls({"phase noPassBlocked"}));
-        QCOMPARE(bench.biz->result(), 2);
+        QCOMPARE(fixture.told(), calls({"phase noPassBlocked"}));
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void theLastKeyOnItsWayPutsTheVerdictOverTheFailScreen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.host.keyboard.press(10);
-        bench.host.keyboard.press(27);
-        const auto listener = bench.host.keyboard.listener();
-        bench.left();
-        bench.take();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.host.keyboard.press(10);
+        fixture.host.keyboard.press(27);
+        const auto listener = fixture.host.keyboard.listener();
+        fixture.left();
+        fixture.take();
         std::thread([&] { listener(33, 0, 0, {}, {}, {}); }).join();
-        QCOMPARE(bench.told(),
+        QCOMPARE(fixture.told(),
                  QStringList{judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))});
-        bench.right();
-        QCOMPARE(bench.told().first(), QStringLiteral("log Button function pass"));
-        QCOMPARE(bench.biz->currentPhaseIndex(), 4);
-        QCOMPARE(bench.biz->result(), 2);
+        fixture.right();
+        QCOMPARE(fixture.told().first(), QStringLiteral("log Button function pass"));
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 4);
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
 private:

@@ -1,4 +1,4 @@
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -51,14 +51,14 @@ private Q_SLOTS:
     {
         QFETCH(const Ports, ports);
         QFETCH(const QString, icon);
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.take();
-        bench.netReport(ports);
-        QCOMPARE(bench.take(), QStringList{netResult(icon)});
-        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.take();
+        fixture.netReport(ports);
+        QCOMPARE(fixture.take(), QStringList{netResult(icon)});
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 5);
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void theUsbResult_data()
@@ -77,72 +77,72 @@ private Q_SLOTS:
     {
         QFETCH(const Nodes, nodes);
         QFETCH(const QString, icon);
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.usbReport(nodes);
-        QCOMPARE(bench.take(), QStringList{usbResult(icon)});
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.usbReport(nodes);
+        QCOMPARE(fixture.take(), QStringList{usbResult(icon)});
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void everyReportIsShown()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.usbReport({{1}});
-        bench.usbReport({{1}});
-        QCOMPARE(bench.take(),
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.usbReport({{1}});
+        fixture.usbReport({{1}});
+        QCOMPARE(fixture.take(),
                  (QStringList{usbResult(QStringLiteral("UsbPass")), usbResult(QStringLiteral("UsbPass"))}));
     }
 
     void anEmptyReportLeavesTheScreen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.take();
-        bench.netReport({});
-        QCOMPARE(bench.take(), QStringList());
-        bench.startAndPassTo(6);
-        bench.usbReport({});
-        QCOMPARE(bench.take(), QStringList());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.take();
+        fixture.netReport({});
+        QCOMPARE(fixture.take(), QStringList());
+        fixture.startAndPassTo(6);
+        fixture.usbReport({});
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aReportOutsideItsPhaseIsNotShown()
     {
-        MachineBench bench;
-        bench.startAndPassTo(11);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(11);
         for (const int phase : {0, 2, 3, 7, 9, 10, 11}) {
-            bench.startAndPassTo(phase);
-            bench.netReport({{0, true}, {1, true}});
-            bench.usbReport({{1}});
-            QCOMPARE(bench.take(), QStringList());
+            fixture.startAndPassTo(phase);
+            fixture.netReport({{0, true}, {1, true}});
+            fixture.usbReport({{1}});
+            QCOMPARE(fixture.take(), QStringList());
         }
-        bench.startAndPassTo(5);
-        bench.usbReport({{1}});
-        QCOMPARE(bench.take(), QStringList());
+        fixture.startAndPassTo(5);
+        fixture.usbReport({{1}});
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void theVerdictIsTheOperatorsWhateverTheIcon()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.netReport({{0, false}});
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        bench.usbReport({{1}});
-        bench.left();
-        QCOMPARE(bench.biz->result(), 2);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.netReport({{0, false}});
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        fixture.usbReport({{1}});
+        fixture.left();
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void aNetReportDuringTheStartIsReplacedAtOnce()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, true}, {1, true}});
-        bench.right();
-        const QStringList told = bench.told();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.host.networkPort.answerAtOnce = RecordingNetworkPort::payload({{0, true}, {1, true}});
+        fixture.right();
+        const QStringList told = fixture.told();
         QCOMPARE(told.size(), 3);
         QCOMPARE(told.at(0), netResult(QStringLiteral("NetPass")));
         QVERIFY(told.at(2).startsWith(QStringLiteral("phase title=[FCNet]; icon=NetTest; stepTitle=[TestStep];")));
@@ -151,13 +151,13 @@ private Q_SLOTS:
 
     void aUsbReportDuringTheStartIsReplacedAtOnce()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.host.usb.answerAtOnce = RecordingUsb::payload({{1}});
-        bench.right();
-        bench.take();
-        bench.right();
-        const QStringList told = bench.told();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.host.usb.answerAtOnce = RecordingUsb::payload({{1}});
+        fixture.right();
+        fixture.take();
+        fixture.right();
+        const QStringList told = fixture.told();
         QCOMPARE(told.size(), 4);
         QCOMPARE(told.at(1), usbResult(QStringLiteral("UsbPass")));
         QVERIFY(told.at(3).contains(QStringLiteral("status=UsbNoPass; mode=9")));
@@ -165,10 +165,10 @@ private Q_SLOTS:
 
     void theChangedSubscriptionCountsToo()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.host.usb.changed.fire(RecordingUsb::payload({{1}}));
-        QCOMPARE(bench.take(), QStringList{usbResult(QStringLiteral("UsbPass"))});
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.host.usb.changed.fire(RecordingUsb::payload({{1}}));
+        QCOMPARE(fixture.take(), QStringList{usbResult(QStringLiteral("UsbPass"))});
     }
 };
 

@@ -1,6 +1,6 @@
 #include "calls.h"
 #include "keytranslation.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -153,50 +153,50 @@ void elsewhere(const Work &work)
     thread.join();
 }
 
-void holdLog(MachineBench &bench, Hold &hold)
+void holdLog(MachineTestFixture &fixture, Hold &hold)
 {
-    bench.biz->registerLogCallback("zz hold", [&hold](const QString &) { hold.pass(); });
+    fixture.biz->registerLogCallback("zz hold", [&hold](const QString &) { hold.pass(); });
 }
 
 /// Calls @p action once, during the next log callback on the thread of the test.
-void insideTheNextLogLine(MachineBench &bench, const std::function<void()> &action)
+void insideTheNextLogLine(MachineTestFixture &fixture, const std::function<void()> &action)
 {
-    bench.biz->registerLogCallback("zz action",
-                                   [action, own = std::this_thread::get_id(), done = false](const QString &) mutable {
-                                       if (std::this_thread::get_id() == own && !std::exchange(done, true))
-                                           action();
-                                   });
+    fixture.biz->registerLogCallback("zz action",
+                                     [action, own = std::this_thread::get_id(), done = false](const QString &) mutable {
+                                         if (std::this_thread::get_id() == own && !std::exchange(done, true))
+                                             action();
+                                     });
 }
 
-void reportNet(MachineBench &bench)
+void reportNet(MachineTestFixture &fixture)
 {
-    bench.netReport({{0, true}, {1, true}});
+    fixture.netReport({{0, true}, {1, true}});
 }
 
 /// Gives the net test the state passed or failed, as after an earlier run.
-void leaveNetPassed(MachineBench &bench)
+void leaveNetPassed(MachineTestFixture &fixture)
 {
-    bench.startAndPassTo(11);
+    fixture.startAndPassTo(11);
 }
 
-void leaveNetFailed(MachineBench &bench)
+void leaveNetFailed(MachineTestFixture &fixture)
 {
-    bench.startAndPassTo(5);
-    bench.right();
-    bench.left();
+    fixture.startAndPassTo(5);
+    fixture.right();
+    fixture.left();
 }
 
-QStringList screens(MachineBench &bench)
+QStringList screens(MachineTestFixture &fixture)
 {
-    return bench.told().filter(QRegularExpression(QStringLiteral("^phase ")));
+    return fixture.told().filter(QRegularExpression(QStringLiteral("^phase ")));
 }
 
 /// Returns whether the next tick changes the brightness of the screens.
-bool levelsWalkOn(MachineBench &bench)
+bool levelsWalkOn(MachineTestFixture &fixture)
 {
-    bench.take();
+    fixture.take();
     VirtualTime::advance(2000);
-    return bench.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%"));
+    return fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%"));
 }
 
 }
@@ -217,91 +217,91 @@ private Q_SLOTS:
     void aHeldReportLeavesOnlyItsOwnPhase()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        leaveNetPassed(bench);
-        bench.startAndPassTo(phase);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.pass();
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(phase);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.pass();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
         report.finish();
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
-        QCOMPARE(screens(bench), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
+        QCOMPARE(screens(fixture), QStringList());
     }
 
     void aHeldReportDoesNotMoveTheNextRun()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        bench.startAndPassTo(6);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.biz->start();
-        bench.take();
+        fixture.startAndPassTo(6);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.biz->start();
+        fixture.take();
         report.finish();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QCOMPARE(bench.take(), QStringList());
-        QVERIFY(levelsWalkOn(bench));
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QCOMPARE(fixture.take(), QStringList());
+        QVERIFY(levelsWalkOn(fixture));
     }
 
     void aHeldReportDoesNotLeaveTheSamePhaseOfTheNextRun()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        bench.startAndPassTo(6);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.startAndPassTo(6);
+        fixture.startAndPassTo(6);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.startAndPassTo(6);
         report.finish();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aHeldReportDoesNotLeaveAPhaseThatHasFailedSince()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        bench.startAndPassTo(6);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.left();
-        bench.take();
+        fixture.startAndPassTo(6);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.left();
+        fixture.take();
         report.finish();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aHeldFailureDoesNotFailTheNextRun()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        leaveNetFailed(bench);
-        bench.startAndPassTo(1);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        QCOMPARE(bench.biz->result(), 2);
-        bench.biz->start();
-        bench.take();
+        leaveNetFailed(fixture);
+        fixture.startAndPassTo(1);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        QCOMPARE(fixture.biz->result(), 2);
+        fixture.biz->start();
+        fixture.take();
         report.finish();
-        QCOMPARE(bench.biz->result(), 0);
-        QCOMPARE(bench.take(), QStringList());
-        QVERIFY(levelsWalkOn(bench));
+        QCOMPARE(fixture.biz->result(), 0);
+        QCOMPARE(fixture.take(), QStringList());
+        QVERIFY(levelsWalkOn(fixture));
     }
 
     void aHeldFailureShowsItsScreenInThePhaseThatTheOperatorWentOnTo()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         Hold hold;
-        leaveNetFailed(bench);
-        bench.startAndPassTo(1);
-        holdLog(bench, hold);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.pass();
+        leaveNetFailed(fixture);
+        fixture.startAndPassTo(1);
+        holdLog(fixture, hold);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.pass();
         report.finish();
-        QCOMPARE(bench.take(), QStringList{failScreen()});
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
-        QCOMPARE(bench.biz->result(), 2);
+        QCOMPARE(fixture.take(), QStringList{failScreen()});
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void aPressThatAReportOvertakesLeavesOnlyItsOwnPhase_data()
@@ -315,45 +315,45 @@ private Q_SLOTS:
     void aPressThatAReportOvertakesLeavesOnlyItsOwnPhase()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        leaveNetPassed(bench);
-        bench.startAndPassTo(phase);
-        bench.bringToVerdict();
-        insideTheNextLogLine(bench, [&] { elsewhere([&] { reportNet(bench); }); });
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+        MachineTestFixture fixture;
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(phase);
+        fixture.bringToVerdict();
+        insideTheNextLogLine(fixture, [&] { elsewhere([&] { reportNet(fixture); }); });
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
     }
 
     void aPressThatIsOvertakenBeforeItsTestReportsIsNotJudgedInTheNextPhase()
     {
         Hold hold;
         hold.release();
-        MachineBench bench;
-        HoldingKeyboard keyboard(bench.host.keyboard, hold);
-        bench.host.offer("lcdKeyboardEvent", &keyboard);
-        bench.make();
-        leaveNetPassed(bench);
-        bench.startAndPassTo(1);
+        MachineTestFixture fixture;
+        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
         for (int pattern = 1; pattern < 12; ++pattern)
-            bench.right();
-        bench.take();
-        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(bench); }); };
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
-        QVERIFY(!bench.told().contains(QStringLiteral("log Button light done")));
+            fixture.right();
+        fixture.take();
+        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
+        QVERIFY(!fixture.told().contains(QStringLiteral("log Button light done")));
         VirtualTime::settle();
         VirtualTime::advance(2000);
-        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
+        QVERIFY(fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
     }
 
     void aTickThatAFailureOvertakesShowsNothingMore()
     {
-        MachineBench bench;
-        leaveNetFailed(bench);
-        bench.startAndPassTo(0);
-        insideTheNextLogLine(bench, [&] { elsewhere([&] { reportNet(bench); }); });
+        MachineTestFixture fixture;
+        leaveNetFailed(fixture);
+        fixture.startAndPassTo(0);
+        insideTheNextLogLine(fixture, [&] { elsewhere([&] { reportNet(fixture); }); });
         VirtualTime::advance(20000);
-        const QStringList told = bench.told();
+        const QStringList told = fixture.told();
         QCOMPARE(told.mid(told.indexOf(QStringLiteral("log Screen brightness done"))),
                  calls({"log Screen brightness done"}) + failure());
     }
@@ -362,62 +362,62 @@ private Q_SLOTS:
     {
         Hold hold;
         HoldingFactoryBiz service(hold);
-        MachineBench bench;
-        bench.host.offer("lcdFactoryModeBiz", &service);
-        bench.make();
-        leaveNetPassed(bench);
-        bench.startAndPassTo(1);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
         report.finish();
         VirtualTime::settle();
-        bench.take();
+        fixture.take();
         VirtualTime::advance(2000);
-        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
+        QVERIFY(fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
         VirtualTime::advance(18000);
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
     }
 
     void aFailureEndsThePhaseThatAReportIsStarting()
     {
         Hold hold;
         HoldingFactoryBiz service(hold);
-        MachineBench bench;
-        bench.host.offer("lcdFactoryModeBiz", &service);
-        bench.make();
-        leaveNetPassed(bench);
-        bench.startAndPassTo(1);
-        HeldWork report(hold, [&] { reportNet(bench); });
-        bench.left();
-        bench.take();
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.left();
+        fixture.take();
         report.finish();
         VirtualTime::settle();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.told(), QStringList());
-        QCOMPARE(bench.biz->result(), 2);
+        QCOMPARE(fixture.told(), QStringList());
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void theRightButtonRespondsAfterAFailureWhileAReportWasStartingThePhase()
     {
         Hold hold;
         HoldingFactoryBiz service(hold);
-        MachineBench bench;
-        bench.host.offer("lcdFactoryModeBiz", &service);
-        bench.make();
-        bench.startAndPassTo(5);
-        bench.bringToVerdict();
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        fixture.startAndPassTo(5);
+        fixture.bringToVerdict();
         std::optional<HeldWork> report;
-        insideTheNextLogLine(bench, [&] { report.emplace(hold, [&] { reportNet(bench); }); });
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 6);
-        bench.left();
+        insideTheNextLogLine(fixture, [&] { report.emplace(hold, [&] { reportNet(fixture); }); });
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        fixture.left();
         report->finish();
-        QCOMPARE(bench.biz->result(), 2);
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 7);
+        QCOMPARE(fixture.biz->result(), 2);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 7);
     }
 
     void aFailureWithoutMemoryChangesNothing_data()
@@ -434,44 +434,44 @@ private Q_SLOTS:
     {
         QFETCH(const bool, byLog);
         QFETCH(const bool, onOwnThread);
-        MachineBench bench;
-        leaveNetFailed(bench);
-        bench.startAndPassTo(0);
+        MachineTestFixture fixture;
+        leaveNetFailed(fixture);
+        fixture.startAndPassTo(0);
         bool thrown = false;
         const auto throwOnce = [&thrown] {
             if (!std::exchange(thrown, true))
                 throw std::bad_alloc();
         };
         if (byLog)
-            bench.biz->registerLogCallback("zz", [throwOnce](const QString &) { throwOnce(); });
+            fixture.biz->registerLogCallback("zz", [throwOnce](const QString &) { throwOnce(); });
         else
-            bench.biz->registerPhaseCallback(
+            fixture.biz->registerPhaseCallback(
                 "zz", [throwOnce](const LCD::FactoryModeImpl::CompleteMachinePhaseInfo &) { throwOnce(); });
         if (onOwnThread)
-            reportNet(bench);
+            reportNet(fixture);
         else
-            elsewhere([&] { reportNet(bench); });
+            elsewhere([&] { reportNet(fixture); });
         QVERIFY(thrown);
         VirtualTime::settle();
-        QCOMPARE(bench.biz->result(), 0);
-        QVERIFY(levelsWalkOn(bench));
+        QCOMPARE(fixture.biz->result(), 0);
+        QVERIFY(levelsWalkOn(fixture));
     }
 
     void theVerdictScreenOfTheKeyWalkIsTranslatedAfterTheLedsAreOff()
     {
         Hold hold;
         hold.release();
-        MachineBench bench;
-        HoldingKeyboard keyboard(bench.host.keyboard, hold);
-        bench.host.offer("lcdKeyboardEvent", &keyboard);
-        bench.make();
-        bench.startAndPassTo(3);
-        bench.host.keyboard.press(10);
-        bench.host.keyboard.press(27);
+        MachineTestFixture fixture;
+        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        fixture.make();
+        fixture.startAndPassTo(3);
+        fixture.host.keyboard.press(10);
+        fixture.host.keyboard.press(27);
         QStringList made;
         keyboard.onBrightness = [&made] { made << QStringLiteral("LEDs off"); };
         recordLookedUpKeys(&made);
-        bench.host.keyboard.press(33);
+        fixture.host.keyboard.press(33);
         recordLookedUpKeys(nullptr);
         QCOMPARE(made,
                  calls({"LEDs off", "ButtonFunction", "FCTestComplete", "FCPleaseJudgePass", "FCNoPass", "FCPass"}));
@@ -480,42 +480,42 @@ private Q_SLOTS:
     void aReportWithoutMemoryForTheNextPhaseLeavesNone()
     {
         ThrowingFactoryBiz service;
-        MachineBench bench;
-        bench.host.offer("lcdFactoryModeBiz", &service);
-        bench.make();
-        leaveNetPassed(bench);
-        bench.startAndPassTo(1);
-        elsewhere([&] { reportNet(bench); });
-        QCOMPARE(bench.biz->currentPhaseIndex(), 1);
-        bench.pass();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
+        elsewhere([&] { reportNet(fixture); });
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 1);
+        fixture.pass();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
         VirtualTime::advance(20000);
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 3);
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
     }
 
     void aHeldKeyDoesNotReachTheNextRun()
     {
         Hold hold;
-        MachineBench bench;
-        HoldingKeyboard keyboard(bench.host.keyboard, hold);
-        bench.host.offer("lcdKeyboardEvent", &keyboard);
-        bench.make();
-        bench.startAndPassTo(3);
-        bench.host.keyboard.press(10);
-        bench.host.keyboard.press(27);
-        HeldWork key(hold, [&] { bench.host.keyboard.press(33); });
-        bench.left();
-        bench.biz->start();
-        bench.take();
+        MachineTestFixture fixture;
+        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        fixture.make();
+        fixture.startAndPassTo(3);
+        fixture.host.keyboard.press(10);
+        fixture.host.keyboard.press(27);
+        HeldWork key(hold, [&] { fixture.host.keyboard.press(33); });
+        fixture.left();
+        fixture.biz->start();
+        fixture.take();
         key.finish();
-        QCOMPARE(bench.told(), QStringList());
-        while (bench.biz->currentPhaseIndex() < 3)
-            bench.pass();
+        QCOMPARE(fixture.told(), QStringList());
+        while (fixture.biz->currentPhaseIndex() < 3)
+            fixture.pass();
         // Without a verdict screen, the left button fails the key walk itself.
-        bench.take();
-        bench.left();
-        QCOMPARE(bench.told(), failure() + failure());
+        fixture.take();
+        fixture.left();
+        QCOMPARE(fixture.told(), failure() + failure());
     }
 
     void onOneThreadAPressInsideANotificationComesFirst_data()
@@ -532,24 +532,24 @@ private Q_SLOTS:
         QFETCH(const int, phase);
         QFETCH(const bool, byReport);
         QFETCH(const int, expected);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
-        insideTheNextLogLine(bench, [&] { bench.right(); });
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
+        insideTheNextLogLine(fixture, [&] { fixture.right(); });
         if (byReport)
-            reportNet(bench);
+            reportNet(fixture);
         else
-            bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), expected);
+            fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), expected);
     }
 
     void onOneThreadAStartInsideANotificationComesFirst()
     {
-        MachineBench bench;
-        bench.startAndPassTo(7);
-        insideTheNextLogLine(bench, [&] { bench.biz->start(); });
-        bench.left();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QCOMPARE(screens(bench).last(), failScreen());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(7);
+        insideTheNextLogLine(fixture, [&] { fixture.biz->start(); });
+        fixture.left();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QCOMPARE(screens(fixture).last(), failScreen());
     }
 };
 

@@ -1,6 +1,6 @@
 #include "calls.h"
 #include "keytranslation.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -90,9 +90,9 @@ private Q_SLOTS:
 
     void phaseZeroStarts()
     {
-        MachineBench bench;
-        bench.biz->start();
-        QCOMPARE(bench.take(),
+        MachineTestFixture fixture;
+        fixture.biz->start();
+        QCOMPARE(fixture.take(),
                  calls({"factoryBiz.setFactoryTestType(0)"}) + ScreensAtTen << screenLight(QStringLiteral(" 10%")));
     }
 
@@ -101,33 +101,33 @@ private Q_SLOTS:
     {
         QFETCH(const int, previous);
         QFETCH(const QStringList, expected);
-        MachineBench bench;
-        bench.startAndPassTo(previous);
-        QCOMPARE(bench.pass(), expected);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(previous);
+        QCOMPARE(fixture.pass(), expected);
     }
 
     void theKeyWalkTellsEachKey()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.host.keyboard.press(10);
-        QCOMPARE(bench.told(), calls({"phase noPassBlocked"}));
-        bench.host.keyboard.press(27);
-        QCOMPARE(bench.told(), calls({"phase "}));
-        bench.host.keyboard.press(33);
-        QCOMPARE(bench.told(),
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.host.keyboard.press(10);
+        QCOMPARE(fixture.told(), calls({"phase noPassBlocked"}));
+        fixture.host.keyboard.press(27);
+        QCOMPARE(fixture.told(), calls({"phase "}));
+        fixture.host.keyboard.press(33);
+        QCOMPARE(fixture.told(),
                  QStringList{judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))});
     }
 
     void theEndOfTheKeyWalkDarkensTheKeysBeforeTheVerdict()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.host.keyboard.press(10);
-        bench.host.keyboard.press(27);
-        bench.take();
-        bench.host.keyboard.press(99);
-        const QStringList made = bench.take();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.host.keyboard.press(10);
+        fixture.host.keyboard.press(27);
+        fixture.take();
+        fixture.host.keyboard.press(99);
+        const QStringList made = fixture.take();
         QCOMPARE(made.mid(made.size() - 2),
                  (QStringList{QStringLiteral("keyboard.setAllButtonBrightness(0)"),
                               judgeScreenOf(QStringLiteral("[ButtonFunction]"), QStringLiteral("ButtonFunction"))}));
@@ -157,50 +157,50 @@ private Q_SLOTS:
         QFETCH(const int, phase);
         QFETCH(const QStringList, screens);
         QFETCH(const QStringList, end);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
         for (const QString &screen : screens) {
             VirtualTime::advance(1999);
-            QCOMPARE(bench.told(), QStringList());
+            QCOMPARE(fixture.told(), QStringList());
             VirtualTime::advance(1);
-            QCOMPARE(bench.told(), QStringList{screen});
+            QCOMPARE(fixture.told(), QStringList{screen});
         }
         VirtualTime::advance(1999);
-        QCOMPARE(bench.told(), QStringList());
+        QCOMPARE(fixture.told(), QStringList());
         VirtualTime::advance(1);
-        QCOMPARE(bench.told(), end);
+        QCOMPARE(fixture.told(), end);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
-        bench.right();
-        QCOMPARE(bench.told().filter(QStringLiteral("log ")), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase + 1);
+        QCOMPARE(fixture.take(), QStringList());
+        fixture.right();
+        QCOMPARE(fixture.told().filter(QStringLiteral("log ")), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
     }
 
     void thePatternsGoOnByTheRightButtonAlone()
     {
-        MachineBench bench;
-        bench.startAndPassTo(1);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(1);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
-        repeat(11, [&] { bench.right(); });
-        QCOMPARE(bench.take().last(), QStringLiteral("keyboard.setLcdTestPattern(3, 4)"));
-        bench.right();
-        QCOMPARE(bench.take(),
+        QCOMPARE(fixture.take(), QStringList());
+        repeat(11, [&] { fixture.right(); });
+        QCOMPARE(fixture.take().last(), QStringLiteral("keyboard.setLcdTestPattern(3, 4)"));
+        fixture.right();
+        QCOMPARE(fixture.take(),
                  (calls({"keyboard.setLcdTestPattern(0, 0)"})
                   << judgeScreenOf(QStringLiteral("[FCScreenBadPixel]"), QStringLiteral("ScreenBadPixel"))));
-        bench.right();
-        QCOMPARE(bench.take().mid(0, 2), calls({"keyboard.setLcdTestPattern(0, 0)", "log Screen bad pixel pass"}));
+        fixture.right();
+        QCOMPARE(fixture.take().mid(0, 2), calls({"keyboard.setLcdTestPattern(0, 0)", "log Screen bad pixel pass"}));
     }
 
     void keysOutsideTheirPhaseChangeNothing()
     {
-        MachineBench bench;
-        bench.startAndPassTo(3);
-        bench.biz->start();
-        bench.take();
-        bench.pressKeys();
-        QCOMPARE(bench.told(), QStringList());
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(3);
+        fixture.biz->start();
+        fixture.take();
+        fixture.pressKeys();
+        QCOMPARE(fixture.told(), QStringList());
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
     }
 
     void aLateFailureOfTheNetTestFailsAnyPhase_data()
@@ -213,17 +213,17 @@ private Q_SLOTS:
     void aLateFailureOfTheNetTestFailsAnyPhase()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.startAndPassTo(phase);
-        bench.netReport({{0, true}});
-        QCOMPARE(bench.take(), failure());
-        QCOMPARE(bench.biz->result(), 2);
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.startAndPassTo(phase);
+        fixture.netReport({{0, true}});
+        QCOMPARE(fixture.take(), failure());
+        QCOMPARE(fixture.biz->result(), 2);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void aLatePassOfTheNetTestIsTakenByThePresentPhase_data()
@@ -256,21 +256,21 @@ private Q_SLOTS:
         QFETCH(const int, phase);
         QFETCH(const QStringList, made);
         QFETCH(const int, then);
-        MachineBench bench;
-        bench.startAndPassTo(11);
-        bench.startAndPassTo(phase);
-        bench.netReport({{0, true}});
-        QCOMPARE(bench.take(), made);
-        QCOMPARE(bench.biz->currentPhaseIndex(), then);
-        QCOMPARE(bench.biz->result(), phase == 11 ? 1 : 0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(11);
+        fixture.startAndPassTo(phase);
+        fixture.netReport({{0, true}});
+        QCOMPARE(fixture.take(), made);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), then);
+        QCOMPARE(fixture.biz->result(), phase == 11 ? 1 : 0);
     }
 
     void theTitleOfTheTBarIsNotTranslated()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         setTestLanguage(QStringLiteral("de"));
-        bench.startAndPassTo(3);
-        const QStringList made = bench.pass();
+        fixture.startAndPassTo(3);
+        const QStringList made = fixture.pass();
         QCOMPARE(made.first(), QStringLiteral("log Button function pass"));
         QVERIFY(
             made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_slider; stepTitle=[de:TestStep]; "
@@ -279,48 +279,48 @@ private Q_SLOTS:
 
     void aNewLanguageShowsOnTheNextScreen()
     {
-        MachineBench bench;
-        bench.startAndPassTo(0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(0);
         setTestLanguage(QStringLiteral("de"));
         VirtualTime::settle();
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
         VirtualTime::advance(2000);
-        QVERIFY(bench.told().value(0).startsWith(
+        QVERIFY(fixture.told().value(0).startsWith(
             QStringLiteral("phase title=[de:FCScreenLight] 30%; icon=ScreenLight; stepTitle=[de:TestStep];")));
         setTestLanguage(QStringLiteral("fr"));
         VirtualTime::advance(18000);
-        const QStringList told = bench.told();
+        const QStringList told = fixture.told();
         QCOMPARE(told.at(told.size() - 2), QStringLiteral("log Screen brightness done"));
         QVERIFY(told.last().contains(QStringLiteral("steps=[fr:FCPleaseJudgePass]")));
     }
 
     void aTestThatIsFailedWhileItShowsItsFirstLevelHasABareTitle()
     {
-        MachineBench bench;
-        OperatorInsideTheScreens keyboard(bench.host.keyboard);
-        bench.host.offer("lcdKeyboardEvent", static_cast<LCD::FactoryMode::IKeyboardEvent *>(&keyboard));
-        bench.make();
-        bench.biz->start();
-        bench.take();
+        MachineTestFixture fixture;
+        OperatorInsideTheScreens keyboard(fixture.host.keyboard);
+        fixture.host.offer("lcdKeyboardEvent", static_cast<LCD::FactoryMode::IKeyboardEvent *>(&keyboard));
+        fixture.make();
+        fixture.biz->start();
+        fixture.take();
         keyboard.act = [&] {
             keyboard.act = {};
-            bench.left();
+            fixture.left();
         };
-        bench.biz->start();
-        const QStringList told = bench.told();
+        fixture.biz->start();
+        const QStringList told = fixture.told();
         QCOMPARE(told, failure() + failure() + failure() << screenLight(QString()));
-        QCOMPARE(bench.biz->result(), 2);
+        QCOMPARE(fixture.biz->result(), 2);
     }
 
     void theAdapterPhaseIsNeverSeen()
     {
-        MachineBench bench;
-        bench.biz->start();
+        MachineTestFixture fixture;
+        fixture.biz->start();
         QStringList told;
-        while (bench.biz->isRunning()) {
-            bench.bringToVerdict();
-            bench.right();
-            told << bench.told();
+        while (fixture.biz->isRunning()) {
+            fixture.bringToVerdict();
+            fixture.right();
+            told << fixture.told();
         }
         QCOMPARE(told.filter(QStringLiteral("log ")),
                  calls({"log Screen brightness done", "log Screen bad pixel pass", "log Button light done",
@@ -343,10 +343,10 @@ private Q_SLOTS:
     {
         QFETCH(const int, type);
         QFETCH(const QString, icon);
-        MachineBench bench;
-        bench.host.keyboard.tbarType = type;
-        bench.startAndPassTo(3);
-        QVERIFY(bench.pass().last().contains(icon));
+        MachineTestFixture fixture;
+        fixture.host.keyboard.tbarType = type;
+        fixture.startAndPassTo(3);
+        QVERIFY(fixture.pass().last().contains(icon));
     }
 };
 

@@ -1,5 +1,5 @@
 #include "calls.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -42,8 +42,8 @@ class CompleteMachineTBarTest : public QObject
 private Q_SLOTS:
     void theTBarPressByPress()
     {
-        MachineBench bench;
-        bench.startAndPassTo(4);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(4);
         const QString next = tbarStep(QStringLiteral("[FCNextStep]"));
         const QString complete = tbarStep(QStringLiteral("[FCTestComplete]"));
         const QList<QPair<QStringList, int>> presses = {
@@ -56,26 +56,26 @@ private Q_SLOTS:
             {{complete, QStringLiteral("icon 5")}, 4},
         };
         for (const auto &[told, command] : presses) {
-            bench.right();
-            QCOMPARE(bench.take(),
+            fixture.right();
+            QCOMPARE(fixture.take(),
                      (calls({"keyboard.getTBarType()"}) + told
                       << QStringLiteral("tbar.setBarCalibration(0, %1, 0)").arg(command)));
         }
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 5);
-        QCOMPARE(bench.told().filter(QStringLiteral("log ")), QStringList());
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 5);
+        QCOMPARE(fixture.told().filter(QStringLiteral("log ")), QStringList());
     }
 
     void aDriverWithoutAKeyboardServiceTakesTheBarForAFader()
     {
-        MachineBench bench;
-        HostThatLosesTheKeyboard host(bench.host);
-        bench.make();
-        bench.startAndPassTo(3);
-        bench.pressKeys();
-        QVERIFY(!bench.take().contains(QStringLiteral("keyboard.setAllButtonBrightness(0)")));
-        bench.right();
-        const QStringList made = bench.take();
+        MachineTestFixture fixture;
+        HostThatLosesTheKeyboard host(fixture.host);
+        fixture.make();
+        fixture.startAndPassTo(3);
+        fixture.pressKeys();
+        QVERIFY(!fixture.take().contains(QStringLiteral("keyboard.setAllButtonBrightness(0)")));
+        fixture.right();
+        const QStringList made = fixture.take();
         QCOMPARE(made.filter(QStringLiteral("getTBarType")), QStringList());
         QVERIFY(made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_fader;")));
     }

@@ -1,5 +1,5 @@
 #include "calls.h"
-#include "machinebench.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -27,12 +27,12 @@ private Q_SLOTS:
 
     void beforeTheFirstStart()
     {
-        MachineBench bench;
-        QCOMPARE(bench.biz->currentPhaseIndex(), -1);
-        QVERIFY(!bench.biz->isRunning());
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        QCOMPARE(fixture.biz->currentPhaseIndex(), -1);
+        QVERIFY(!fixture.biz->isRunning());
+        QCOMPARE(fixture.biz->result(), 0);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void servicesAreLookedUpInTheOrderOfTheSingleTests()
@@ -48,33 +48,33 @@ private Q_SLOTS:
 
     void startBeginsAtPhaseZero()
     {
-        MachineBench bench;
-        bench.biz->start();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QVERIFY(bench.biz->isRunning());
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        fixture.biz->start();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QVERIFY(fixture.biz->isRunning());
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void aPassedRunStandsAtEleven()
     {
-        MachineBench bench;
-        bench.startAndPassTo(10);
-        QVERIFY(bench.biz->isRunning());
-        bench.right();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 11);
-        QVERIFY(!bench.biz->isRunning());
-        QCOMPARE(bench.biz->result(), 1);
-        QCOMPARE(bench.take(), (QStringList{QStringLiteral("log Net port 1 POE power pass"), passScreen()}));
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(10);
+        QVERIFY(fixture.biz->isRunning());
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 11);
+        QVERIFY(!fixture.biz->isRunning());
+        QCOMPARE(fixture.biz->result(), 1);
+        QCOMPARE(fixture.take(), (QStringList{QStringLiteral("log Net port 1 POE power pass"), passScreen()}));
     }
 
     void thePhasesComeInOrderWithoutTheEighth()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         QList<int> seen;
-        bench.biz->start();
-        while (bench.biz->isRunning()) {
-            seen << bench.biz->currentPhaseIndex();
-            bench.pass();
+        fixture.biz->start();
+        while (fixture.biz->isRunning()) {
+            seen << fixture.biz->currentPhaseIndex();
+            fixture.pass();
         }
         QCOMPARE(seen, (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 9, 10}));
     }
@@ -89,14 +89,14 @@ private Q_SLOTS:
     void aFailedRunStaysOnItsPhase()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
-        bench.left();
-        QCOMPARE(bench.biz->currentPhaseIndex(), phase);
-        QVERIFY(bench.biz->isRunning());
-        QCOMPARE(bench.biz->result(), 2);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
+        fixture.left();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), phase);
+        QVERIFY(fixture.biz->isRunning());
+        QCOMPARE(fixture.biz->result(), 2);
         VirtualTime::advance(100000);
-        QCOMPARE(bench.told().last(), failScreen());
+        QCOMPARE(fixture.told().last(), failScreen());
     }
 
     void startAfterAFailureBeginsAgain_data() { aFailedRunStaysOnItsPhase_data(); }
@@ -104,27 +104,27 @@ private Q_SLOTS:
     void startAfterAFailureBeginsAgain()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
-        bench.left();
-        bench.take();
-        bench.biz->start();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QCOMPARE(bench.biz->result(), 0);
-        QVERIFY(bench.told().last().startsWith(QStringLiteral("phase title=[FCScreenLight] 10%")));
-        while (bench.biz->isRunning())
-            bench.pass();
-        QCOMPARE(bench.biz->result(), 1);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
+        fixture.left();
+        fixture.take();
+        fixture.biz->start();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QCOMPARE(fixture.biz->result(), 0);
+        QVERIFY(fixture.told().last().startsWith(QStringLiteral("phase title=[FCScreenLight] 10%")));
+        while (fixture.biz->isRunning())
+            fixture.pass();
+        QCOMPARE(fixture.biz->result(), 1);
     }
 
     void startAfterAPassBeginsAgain()
     {
-        MachineBench bench;
-        bench.startAndPassTo(11);
-        bench.biz->start();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QVERIFY(bench.biz->isRunning());
-        QCOMPARE(bench.biz->result(), 0);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(11);
+        fixture.biz->start();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QVERIFY(fixture.biz->isRunning());
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void startDuringARunBeginsAgain_data() { aFailedRunStaysOnItsPhase_data(); }
@@ -132,100 +132,100 @@ private Q_SLOTS:
     void startDuringARunBeginsAgain()
     {
         QFETCH(const int, phase);
-        MachineBench bench;
-        bench.startAndPassTo(phase);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(phase);
         VirtualTime::advance(3000);
-        bench.biz->start();
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        bench.take();
+        fixture.biz->start();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        fixture.take();
         VirtualTime::advance(1999);
-        QCOMPARE(bench.told(), QStringList());
+        QCOMPARE(fixture.told(), QStringList());
         VirtualTime::advance(1);
-        QVERIFY(bench.told().last().startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
+        QVERIFY(fixture.told().last().startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
     }
 
     void aSecondCallbackOfOneRequesterReplacesTheFirst()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         QStringList heard;
-        bench.biz->registerPhaseCallback("page",
-                                         [&](const CompleteMachinePhaseInfo &) { heard << QStringLiteral("phase"); });
-        bench.biz->registerLogCallback("page", [&](const QString &) { heard << QStringLiteral("log"); });
-        bench.biz->registerStepIconCallback("page", [&](int) { heard << QStringLiteral("icon"); });
-        bench.startAndPassTo(4);
+        fixture.biz->registerPhaseCallback("page",
+                                           [&](const CompleteMachinePhaseInfo &) { heard << QStringLiteral("phase"); });
+        fixture.biz->registerLogCallback("page", [&](const QString &) { heard << QStringLiteral("log"); });
+        fixture.biz->registerStepIconCallback("page", [&](int) { heard << QStringLiteral("icon"); });
+        fixture.startAndPassTo(4);
         heard.clear();
-        bench.right();
-        bench.right();
-        bench.left();
+        fixture.right();
+        fixture.right();
+        fixture.left();
         QCOMPARE(heard, calls({"phase", "phase", "icon", "log", "phase", "log", "phase"}));
-        QCOMPARE(bench.told(), QStringList());
+        QCOMPARE(fixture.told(), QStringList());
     }
 
     void anEmptyRequesterOrCallbackChangesNothing()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         const auto fail = [](auto &&...) { QFAIL("called"); };
-        bench.biz->registerPhaseCallback("", fail);
-        bench.biz->registerLogCallback("", fail);
-        bench.biz->registerStepIconCallback("", fail);
-        bench.biz->registerPhaseCallback("page", {});
-        bench.biz->registerLogCallback("page", {});
-        bench.biz->registerStepIconCallback("page", {});
-        bench.startAndPassTo(4);
-        bench.right();
-        bench.right();
-        QCOMPARE(bench.told().last(), QStringLiteral("icon 0"));
-        bench.left();
-        QCOMPARE(bench.told(), failure() + failure());
+        fixture.biz->registerPhaseCallback("", fail);
+        fixture.biz->registerLogCallback("", fail);
+        fixture.biz->registerStepIconCallback("", fail);
+        fixture.biz->registerPhaseCallback("page", {});
+        fixture.biz->registerLogCallback("page", {});
+        fixture.biz->registerStepIconCallback("page", {});
+        fixture.startAndPassTo(4);
+        fixture.right();
+        fixture.right();
+        QCOMPARE(fixture.told().last(), QStringLiteral("icon 0"));
+        fixture.left();
+        QCOMPARE(fixture.told(), failure() + failure());
     }
 
     void allRequestersHearInTheOrderOfTheirNames()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         for (const char *name : {"zeta", "alpha"})
-            bench.biz->registerPhaseCallback(name, [&bench, name](const CompleteMachinePhaseInfo &) {
-                bench.host.calls.add(QString::fromLatin1(name));
+            fixture.biz->registerPhaseCallback(name, [&fixture, name](const CompleteMachinePhaseInfo &) {
+                fixture.host.calls.add(QString::fromLatin1(name));
             });
-        bench.startAndPassTo(7);
-        bench.left();
-        QCOMPARE(bench.take(), (calls({"log Test failed", "alpha"}) << failScreen() << QStringLiteral("zeta")));
+        fixture.startAndPassTo(7);
+        fixture.left();
+        QCOMPARE(fixture.take(), (calls({"log Test failed", "alpha"}) << failScreen() << QStringLiteral("zeta")));
     }
 
     void destructionStopsNothing()
     {
-        MachineBench bench;
-        bench.biz->start();
+        MachineTestFixture fixture;
+        fixture.biz->start();
         VirtualTime::advance(5000);
-        bench.take();
-        bench.biz.reset();
+        fixture.take();
+        fixture.biz.reset();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), calls({"keyboard.registerKeyCallback(empty)"}));
+        QCOMPARE(fixture.take(), calls({"keyboard.registerKeyCallback(empty)"}));
     }
 
     void reportsAfterDestructionAreDropped()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.biz.reset();
-        bench.take();
-        bench.netReport({{0, true}});
-        bench.usbReport({{1}});
-        bench.host.keyboard.press(10);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.biz.reset();
+        fixture.take();
+        fixture.netReport({{0, true}});
+        fixture.usbReport({{1}});
+        fixture.host.keyboard.press(10);
         VirtualTime::settle();
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void theListenersKeepTheirState()
     {
-        MachineBench bench;
+        MachineTestFixture fixture;
         QMap<QString, int> counts;
         const auto count = [&counts](const char *channel) {
             return [&counts, channel, n = 0](const auto &) mutable { counts[QLatin1String(channel)] = ++n; };
         };
-        bench.biz->registerPhaseCallback("count", count("phase"));
-        bench.biz->registerLogCallback("count", count("log"));
-        bench.biz->registerStepIconCallback("count", count("icon"));
-        bench.startAndPassTo(11);
+        fixture.biz->registerPhaseCallback("count", count("phase"));
+        fixture.biz->registerLogCallback("count", count("log"));
+        fixture.biz->registerStepIconCallback("count", count("icon"));
+        fixture.startAndPassTo(11);
         QVERIFY(counts.value(QStringLiteral("phase")) > 30);
         QCOMPARE(counts.value(QStringLiteral("log")), 9);
         QCOMPARE(counts.value(QStringLiteral("icon")), 6);
@@ -233,21 +233,21 @@ private Q_SLOTS:
 
     void ofItsOwnItLogsNothing()
     {
-        MachineBench bench;
-        bench.startAndPassTo(10);
-        bench.left();
-        QVERIFY(!bench.log.entries().empty());
-        for (const LogCapture::Entry &entry : bench.log.entries())
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(10);
+        fixture.left();
+        QVERIFY(!fixture.log.entries().empty());
+        for (const LogCapture::Entry &entry : fixture.log.entries())
             QVERIFY2(!entry.file.contains("completemachine") && !entry.file.contains("phase"), qPrintable(entry.text));
     }
 
     void withoutAnyServiceARunStillMoves()
     {
-        MachineBench bench;
-        bench.biz.reset();
+        MachineTestFixture fixture;
+        fixture.biz.reset();
         for (const char *name : {"lcdFactoryModeBiz", "lcdKeyboardEvent", "lcdMemoryCacheNetworkPort",
                                  "lcdMemoryCacheNodeUSB", "lcdTBarCalibration", "lcdFactoryModeWidget"})
-            bench.host.remove(name);
+            fixture.host.remove(name);
         CompleteMachineTestBiz biz;
         QString title;
         biz.registerPhaseCallback("page", [&](const CompleteMachinePhaseInfo &info) { title = info.title; });

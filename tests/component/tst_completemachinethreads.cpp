@@ -1,6 +1,6 @@
 #include "calls.h"
-#include "machinebench.h"
 #include "machinepage.h"
+#include "machinetestfixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>
@@ -89,21 +89,21 @@ private Q_SLOTS:
         QFETCH(const int, phase);
         QStringList made[2];
         for (const bool foreign : {false, true}) {
-            MachineBench bench;
-            bench.startAndPassTo(11);
-            bench.startAndPassTo(phase);
+            MachineTestFixture fixture;
+            fixture.startAndPassTo(11);
+            fixture.startAndPassTo(phase);
             const auto report = [&] {
-                bench.usbReport({{1}, {2}});
-                bench.netReport({{0, true}, {1, true}});
+                fixture.usbReport({{1}, {2}});
+                fixture.netReport({{0, true}, {1, true}});
             };
             if (foreign)
                 elsewhere(report);
             else
                 report();
-            made[foreign] = bench.take() << QString::number(bench.biz->currentPhaseIndex());
+            made[foreign] = fixture.take() << QString::number(fixture.biz->currentPhaseIndex());
             VirtualTime::settle();
             VirtualTime::advance(2000);
-            made[foreign] << bench.take();
+            made[foreign] << fixture.take();
         }
         QCOMPARE(made[1], made[0]);
     }
@@ -122,42 +122,42 @@ private Q_SLOTS:
     {
         QFETCH(const int, phase);
         QFETCH(const int, before);
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.startAndPassTo(phase);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.startAndPassTo(phase);
         VirtualTime::advance(before);
-        bench.take();
-        BeforeTheTick failure([&] { elsewhere([&] { bench.netReport({{0, true}}); }); });
+        fixture.take();
+        BeforeTheTick failure([&] { elsewhere([&] { fixture.netReport({{0, true}}); }); });
         VirtualTime::advance(1);
         QVERIFY(failure.done());
-        QCOMPARE(bench.take(), ::failure());
+        QCOMPARE(fixture.take(), ::failure());
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
     }
 
     void startWhileReportsPourIn()
     {
-        MachineBench bench;
-        bench.startAndPassTo(6);
-        bench.biz->start();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(6);
+        fixture.biz->start();
         for (int i = 0; i < 50; ++i) {
             std::atomic<int> sent{0};
             std::thread service([&] {
                 for (int number = 0; number < 100; ++number) {
-                    bench.netReport({{0, number % 2 == 0}});
-                    bench.usbReport({{1, 26, number % 2}});
+                    fixture.netReport({{0, number % 2 == 0}});
+                    fixture.usbReport({{1, 26, number % 2}});
                     ++sent;
                 }
             });
             while (sent < 5)
                 std::this_thread::yield();
-            bench.biz->start();
+            fixture.biz->start();
             service.join();
         }
-        QCOMPARE(bench.biz->currentPhaseIndex(), 0);
-        QCOMPARE(bench.biz->result(), 0);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        QCOMPARE(fixture.biz->result(), 0);
     }
 
     void recordsKeepTheirOrder()
@@ -217,45 +217,45 @@ private Q_SLOTS:
 
     void aLateReportThatPassesThePatternsStartsTheLightTimer()
     {
-        MachineBench bench;
-        bench.startAndPassTo(11);
-        bench.startAndPassTo(1);
-        elsewhere([&] { bench.netReport({{0, true}}); });
-        QCOMPARE(bench.biz->currentPhaseIndex(), 2);
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(11);
+        fixture.startAndPassTo(1);
+        elsewhere([&] { fixture.netReport({{0, true}}); });
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
         VirtualTime::settle();
-        bench.take();
+        fixture.take();
         VirtualTime::advance(2000);
-        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
-        QCOMPARE(bench.log.warnings().filter(QStringLiteral("Timer")), QStringList());
+        QVERIFY(fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
+        QCOMPARE(fixture.log.warnings().filter(QStringLiteral("Timer")), QStringList());
     }
 
     void aLateReportThatFailsTheLevelsStopsTheirTimer()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.startAndPassTo(0);
-        elsewhere([&] { bench.netReport({{0, true}}); });
-        QCOMPARE(bench.take(), failure());
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.startAndPassTo(0);
+        elsewhere([&] { fixture.netReport({{0, true}}); });
+        QCOMPARE(fixture.take(), failure());
         VirtualTime::settle();
         VirtualTime::advance(100000);
-        QCOMPARE(bench.take(), QStringList());
-        QCOMPARE(bench.log.warnings().filter(QStringLiteral("Timer")), QStringList());
+        QCOMPARE(fixture.take(), QStringList());
+        QCOMPARE(fixture.log.warnings().filter(QStringLiteral("Timer")), QStringList());
     }
 
     void aStopThatComesLateDoesNotStopTheNextRun()
     {
-        MachineBench bench;
-        bench.startAndPassTo(5);
-        bench.right();
-        bench.left();
-        bench.startAndPassTo(0);
-        elsewhere([&] { bench.netReport({{0, true}}); });
-        bench.biz->start();
-        bench.take();
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.left();
+        fixture.startAndPassTo(0);
+        elsewhere([&] { fixture.netReport({{0, true}}); });
+        fixture.biz->start();
+        fixture.take();
         VirtualTime::advance(2000);
-        QVERIFY(bench.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
+        QVERIFY(fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCScreenLight] 30%")));
     }
 
     void wrongReportsAtEveryMoment_data() { addPhases(); }

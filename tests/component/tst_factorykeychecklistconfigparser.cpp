@@ -1,5 +1,5 @@
 #include "factorykeychecklistconfigparser.h"
-#include "shellbench.h"
+#include "menufixture.h"
 
 #include <QtTest/QtTest>
 

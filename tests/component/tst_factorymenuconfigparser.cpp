@@ -1,5 +1,5 @@
 #include "factorymenuconfigparser.h"
-#include "shellbench.h"
+#include "menufixture.h"
 
 #include <QtTest/QtTest>
 

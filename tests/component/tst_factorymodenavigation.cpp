@@ -1,4 +1,4 @@
-#include "shellbench.h"
+#include "menufixture.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QScrollBar>

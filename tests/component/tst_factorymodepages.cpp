@@ -1,5 +1,5 @@
+#include "menufixture.h"
 #include "recordingframe.h"
-#include "shellbench.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QStackedLayout>

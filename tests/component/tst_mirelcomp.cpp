@@ -1,5 +1,5 @@
+#include "menufixture.h"
 #include "mirelcomp.h"
-#include "shellbench.h"
 
 #include <QtTest/QtTest>
 

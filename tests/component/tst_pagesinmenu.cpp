@@ -1,5 +1,5 @@
 #include "machineoperator.h"
-#include "shellbench.h"
+#include "menufixture.h"
 #include "virtualtime.h"
 
 #include <QtTest/QtTest>

@@ -40,9 +40,9 @@ private Q_SLOTS:
 namespace {
 
 /// A panel around an LCD that holds a list, as the component's does.
-struct Bench
+struct PanelFixture
 {
-    explicit Bench(const DeviceState &device)
+    explicit PanelFixture(const DeviceState &device)
     {
         lcd.resize(800, 480);
         list = new QListWidget(&lcd);
@@ -87,9 +87,9 @@ QList<QWidget *> partsOf(FrontPanel &panel)
 
 void TestFrontPanel::everyKeyHasAButton()
 {
-    Bench bench(sampleDevice(40));
+    PanelFixture fixture(sampleDevice(40));
     for (int key = 1; key <= 40; ++key)
-        QVERIFY2(bench.panel->findChild<KeyButton *>(QStringLiteral("key-%1").arg(key)),
+        QVERIFY2(fixture.panel->findChild<KeyButton *>(QStringLiteral("key-%1").arg(key)),
                  qPrintable(QString::number(key)));
 }
 
@@ -106,26 +106,26 @@ void TestFrontPanel::nothingOverlaps()
 {
     QFETCH(int, keys);
     QFETCH(QSize, size);
-    Bench bench(sampleDevice(keys));
-    bench.panel->resize(size.expandedTo(bench.panel->minimumSizeHint()));
-    bench.show();
-    const QList<QWidget *> parts = partsOf(*bench.panel);
+    PanelFixture fixture(sampleDevice(keys));
+    fixture.panel->resize(size.expandedTo(fixture.panel->minimumSizeHint()));
+    fixture.show();
+    const QList<QWidget *> parts = partsOf(*fixture.panel);
     for (int i = 0; i < parts.size(); ++i) {
-        const QRect rect = rectIn(*bench.panel, *parts[i]);
-        QVERIFY2(rect.left() >= 0 && rect.right() < bench.panel->width(), qPrintable(parts[i]->objectName()));
+        const QRect rect = rectIn(*fixture.panel, *parts[i]);
+        QVERIFY2(rect.left() >= 0 && rect.right() < fixture.panel->width(), qPrintable(parts[i]->objectName()));
         for (int j = 0; j < i; ++j)
-            QVERIFY2(!rect.intersects(rectIn(*bench.panel, *parts[j])),
+            QVERIFY2(!rect.intersects(rectIn(*fixture.panel, *parts[j])),
                      qPrintable(parts[i]->objectName() + QStringLiteral(" over ") + parts[j]->objectName()));
     }
 }
 
 void TestFrontPanel::keysScrollWhenThereAreMany()
 {
-    Bench bench(sampleDevice(200));
-    bench.panel->resize(bench.panel->minimumSizeHint());
-    bench.show();
-    auto *area = bench.panel->findChild<QScrollArea *>(QStringLiteral("key-area"));
-    auto *last = bench.panel->findChild<KeyButton *>(QStringLiteral("key-200"));
+    PanelFixture fixture(sampleDevice(200));
+    fixture.panel->resize(fixture.panel->minimumSizeHint());
+    fixture.show();
+    auto *area = fixture.panel->findChild<QScrollArea *>(QStringLiteral("key-area"));
+    auto *last = fixture.panel->findChild<KeyButton *>(QStringLiteral("key-200"));
     QVERIFY(last->visibleRegion().isEmpty());
     area->ensureWidgetVisible(last);
     QVERIFY(!last->visibleRegion().isEmpty());
@@ -133,38 +133,38 @@ void TestFrontPanel::keysScrollWhenThereAreMany()
 
 void TestFrontPanel::fitsInASmallScreen()
 {
-    Bench bench(sampleDevice(40));
-    const QSize smallest = bench.panel->minimumSizeHint();
+    PanelFixture fixture(sampleDevice(40));
+    const QSize smallest = fixture.panel->minimumSizeHint();
     QVERIFY2(smallest.width() <= 1280 && smallest.height() <= 740,
              qPrintable(QStringLiteral("%1x%2").arg(smallest.width()).arg(smallest.height())));
 }
 
 void TestFrontPanel::givesTheLcdBack()
 {
-    Bench bench(sampleDevice());
-    QVERIFY(bench.panel->isAncestorOf(&bench.lcd));
-    bench.panel.reset();
-    QVERIFY(!bench.lcd.parentWidget());
-    QCOMPARE(bench.lcd.size(), QSize(800, 480));
+    PanelFixture fixture(sampleDevice());
+    QVERIFY(fixture.panel->isAncestorOf(&fixture.lcd));
+    fixture.panel.reset();
+    QVERIFY(!fixture.lcd.parentWidget());
+    QCOMPARE(fixture.lcd.size(), QSize(800, 480));
 }
 
 void TestFrontPanel::touchHasLcdPixels()
 {
-    Bench bench(sampleDevice());
-    bench.show();
-    auto *overlay = bench.panel->findChild<LcdInput *>();
-    QCOMPARE(overlay->size(), bench.lcd.size());
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
+    auto *overlay = fixture.panel->findChild<LcdInput *>();
+    QCOMPARE(overlay->size(), fixture.lcd.size());
     QTest::mouseClick(overlay, Qt::LeftButton, {}, {123, 45});
     QTest::mouseClick(overlay, Qt::RightButton, {}, {1, 1});
-    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=123 y=45")));
+    QCOMPARE(fixture.log->lines, QStringList(QStringLiteral("touch x=123 y=45")));
 }
 
 // A small movement is still a click, and the finger stays on the LCD.
 void TestFrontPanel::aDragIsAFingerThatMoves()
 {
-    Bench bench(sampleDevice());
-    bench.show();
-    auto *overlay = bench.panel->findChild<LcdInput *>();
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
+    auto *overlay = fixture.panel->findChild<LcdInput *>();
     const auto drag = [overlay](const QPoint &from, const QPoint &to) {
         QTest::mousePress(overlay, Qt::LeftButton, {}, from);
         QMouseEvent move(QEvent::MouseMove, to, overlay->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
@@ -172,25 +172,25 @@ void TestFrontPanel::aDragIsAFingerThatMoves()
         QTest::mouseRelease(overlay, Qt::LeftButton, {}, to);
     };
     drag({10, 20}, {12, 22});
-    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=10 y=20")));
+    QCOMPARE(fixture.log->lines, QStringList(QStringLiteral("touch x=10 y=20")));
     drag({10, 20}, {2000, 30});
-    QCOMPARE(bench.log->lines.mid(1),
+    QCOMPARE(fixture.log->lines.mid(1),
              QStringList({QStringLiteral("touch-down x=10 y=20"), QStringLiteral("touch-move x=799 y=30"),
                           QStringLiteral("touch-move x=799 y=30"), QStringLiteral("touch-up")}));
     drag({1, 2}, {1, 2});
-    QCOMPARE(bench.log->lines.last(), QStringLiteral("touch x=1 y=2"));
+    QCOMPARE(fixture.log->lines.last(), QStringLiteral("touch x=1 y=2"));
 }
 
 void TestFrontPanel::touchTakesTheFocusBack()
 {
-    Bench bench(sampleDevice());
-    QLineEdit other(bench.panel.get());
-    bench.show();
+    PanelFixture fixture(sampleDevice());
+    QLineEdit other(fixture.panel.get());
+    fixture.show();
     other.setFocus();
     QTest::keyClick(&other, Qt::Key_Down);
-    QTest::mouseClick(bench.panel->findChild<LcdInput *>(), Qt::LeftButton, {}, {1, 2});
-    QCOMPARE(QApplication::focusWidget(), bench.list);
-    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("touch x=1 y=2")));
+    QTest::mouseClick(fixture.panel->findChild<LcdInput *>(), Qt::LeftButton, {}, {1, 2});
+    QCOMPARE(QApplication::focusWidget(), fixture.list);
+    QCOMPARE(fixture.log->lines, QStringList(QStringLiteral("touch x=1 y=2")));
 }
 
 void TestFrontPanel::keyboardNavigates_data()
@@ -214,46 +214,46 @@ void TestFrontPanel::keyboardNavigates()
 {
     QFETCH(int, key);
     QFETCH(QString, line);
-    Bench bench(sampleDevice());
-    bench.show();
-    QTest::keyClick(bench.list, Qt::Key(key));
-    QTest::keyClick(bench.panel.get(), Qt::Key(key));
-    QTest::keyClick(bench.list, Qt::Key_A);
-    QCOMPARE(bench.log->lines, (QStringList{line, line}));
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
+    QTest::keyClick(fixture.list, Qt::Key(key));
+    QTest::keyClick(fixture.panel.get(), Qt::Key(key));
+    QTest::keyClick(fixture.list, Qt::Key_A);
+    QCOMPARE(fixture.log->lines, (QStringList{line, line}));
 }
 
 void TestFrontPanel::keysNeverReachTheLcdByThemselves()
 {
-    Bench bench(sampleDevice());
-    bench.show();
-    QTest::keyClick(bench.list, Qt::Key_Down);
-    QTest::keyClick(bench.list, Qt::Key_Down, Qt::ControlModifier);
-    QTest::keyClick(bench.list, Qt::Key_T);
-    QCOMPARE(bench.list->currentRow(), 0);
-    QCOMPARE(bench.log->lines, QStringList(QStringLiteral("navigate key=down")));
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
+    QTest::keyClick(fixture.list, Qt::Key_Down);
+    QTest::keyClick(fixture.list, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(fixture.list, Qt::Key_T);
+    QCOMPARE(fixture.list->currentRow(), 0);
+    QCOMPARE(fixture.log->lines, QStringList(QStringLiteral("navigate key=down")));
 }
 
 void TestFrontPanel::keysThatAreSentToTheLcdPass()
 {
-    Bench bench(sampleDevice());
-    bench.show();
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
     QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
-    QCoreApplication::sendEvent(bench.list, &down);
-    QCOMPARE(bench.list->currentRow(), 1);
-    QCOMPARE(bench.log->lines, QStringList());
+    QCoreApplication::sendEvent(fixture.list, &down);
+    QCOMPARE(fixture.list->currentRow(), 1);
+    QCOMPARE(fixture.log->lines, QStringList());
 }
 
 void TestFrontPanel::stateReachesEveryPart()
 {
-    Bench bench(sampleDevice());
-    bench.show();
+    PanelFixture fixture(sampleDevice());
+    fixture.show();
     DeviceState device = sampleDevice();
-    const QImage before = bench.panel->grab().toImage();
+    const QImage before = fixture.panel->grab().toImage();
     const auto changes = [&](const QString &part) {
-        bench.panel->setState(device, 0);
-        const auto *widget = bench.panel->findChild<QWidget *>(part);
-        const QRect rect = rectIn(*bench.panel, *widget);
-        return bench.panel->grab().toImage().copy(rect) != before.copy(rect);
+        fixture.panel->setState(device, 0);
+        const auto *widget = fixture.panel->findChild<QWidget *>(part);
+        const QRect rect = rectIn(*fixture.panel, *widget);
+        return fixture.panel->grab().toImage().copy(rect) != before.copy(rect);
     };
     device.keys[2].led.brightness = 100;
     device.screenBrightness[1] = 10;

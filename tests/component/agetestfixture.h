@@ -10,10 +10,10 @@
 
 /// An aging test with recording services. Its text lines and its calls to the services are recorded in the same list:
 /// "clear", "white <text>", "red <text>", and "finished" when the button light step ends.
-class AgeBench
+class AgeTestFixture
 {
 public:
-    AgeBench();
+    AgeTestFixture();
 
     /// Creates a new test and registers listeners with it.
     void make();

@@ -1,13 +1,13 @@
-#include "machinebench.h"
+#include "machinetestfixture.h"
 
 using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
 
-MachineBench::MachineBench()
+MachineTestFixture::MachineTestFixture()
 {
     make();
 }
 
-void MachineBench::make()
+void MachineTestFixture::make()
 {
     biz.emplace();
     biz->registerPhaseCallback("page",
@@ -16,12 +16,12 @@ void MachineBench::make()
     biz->registerStepIconCallback("page", [this](int step) { host.calls.add(QStringLiteral("icon %1").arg(step)); });
 }
 
-QStringList MachineBench::told()
+QStringList MachineTestFixture::told()
 {
     return take().filter(QRegularExpression(QStringLiteral("^(phase|log|icon) ")));
 }
 
-void MachineBench::startAndPassTo(int phase)
+void MachineTestFixture::startAndPassTo(int phase)
 {
     biz->start();
     while (biz->currentPhaseIndex() < phase)
@@ -29,7 +29,7 @@ void MachineBench::startAndPassTo(int phase)
     take();
 }
 
-QStringList MachineBench::pass()
+QStringList MachineTestFixture::pass()
 {
     bringToVerdict();
     take();

@@ -1,4 +1,4 @@
-#include "shellbench.h"
+#include "menufixture.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>

@@ -10,10 +10,10 @@
 
 /// A complete machine test with recording services. Its callbacks and its calls to the services are recorded in the
 /// same list: "log <line>", "icon <step>" and "phase <fields>" with each field that differs from its default.
-class MachineBench
+class MachineTestFixture
 {
 public:
-    MachineBench();
+    MachineTestFixture();
 
     /// Creates a new test and registers callbacks with it.
     void make();

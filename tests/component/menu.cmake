@@ -1,13 +1,13 @@
 # The factory menu: entry points, configuration files, lists, keys and rows.
-add_library(shell_test_support STATIC shellbench.cpp shellbench.h)
-lcd_target(shell_test_support)
-target_include_directories(shell_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
-target_link_libraries(shell_test_support PUBLIC lcdfactorymodeimpl test_support Qt5::Xml)
+add_library(menu_test_support STATIC menufixture.cpp menufixture.h)
+lcd_target(menu_test_support)
+target_include_directories(menu_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+target_link_libraries(menu_test_support PUBLIC lcdfactorymodeimpl test_support Qt5::Xml)
 
-# lcd_add_shell_test(<name>): a component test with a share directory of its own at bin/../share, in which the
+# lcd_add_menu_test(<name>): a component test with a share directory of its own at bin/../share, in which the
 # component finds a recording frame and a translation that returns the key.
-function(lcd_add_shell_test name)
-    lcd_add_component_test(${name} ${ARGN} LIBRARIES shell_test_support test_page)
+function(lcd_add_menu_test name)
+    lcd_add_component_test(${name} ${ARGN} LIBRARIES menu_test_support test_page)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests/${name}.dir/bin")
 endfunction()
@@ -15,8 +15,8 @@ endfunction()
 foreach(name
         tst_mirelcomp tst_factorymenuconfigparser tst_factorykeychecklistconfigparser
         tst_factorymodewidget tst_factorymodenavigation tst_factorymodepages
-        tst_factorymodeitemdelegate tst_shelllog)
-    lcd_add_shell_test(${name})
+        tst_factorymodeitemdelegate tst_menulog)
+    lcd_add_menu_test(${name})
 endforeach()
 
 # The symbols of the built library, and hostile files that must not take much memory.
@@ -25,10 +25,10 @@ add_dependencies(tst_librarysymbols lcdfactorymodeimpl)
 lcd_add_component_test(tst_sharedconstants)
 # Reads each file in a forked child process with a thread, which the thread sanitizer doesn't support.
 if(NOT LCD_SANITIZE STREQUAL "thread")
-    lcd_add_component_test(tst_xmllimits LIBRARIES shell_test_support)
+    lcd_add_component_test(tst_xmllimits LIBRARIES menu_test_support)
 endif()
-lcd_add_component_test(tst_xmldifference LIBRARIES shell_test_support)
-lcd_add_component_test(tst_sharefiles LIBRARIES shell_test_support)
+lcd_add_component_test(tst_xmldifference LIBRARIES menu_test_support)
+lcd_add_component_test(tst_sharefiles LIBRARIES menu_test_support)
 add_dependencies(tst_sharefiles share_files)
 
 # The sanitizers replace the heap.

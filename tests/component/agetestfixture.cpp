@@ -1,13 +1,13 @@
-#include "agebench.h"
+#include "agetestfixture.h"
 
 #include "virtualtime.h"
 
-AgeBench::AgeBench()
+AgeTestFixture::AgeTestFixture()
 {
     make();
 }
 
-void AgeBench::make()
+void AgeTestFixture::make()
 {
     biz.emplace();
     biz->registerSetAgeTextInfoCallBack([this](const QString &text, const QColor &color) {
@@ -19,34 +19,34 @@ void AgeBench::make()
     biz->registerOnButtonLightFinishedCallback([this] { host.calls.add(QStringLiteral("finished")); });
 }
 
-void AgeBench::runBrightness()
+void AgeTestFixture::runBrightness()
 {
     VirtualTime::advance(20000);
 }
 
-void AgeBench::runBadPixel()
+void AgeTestFixture::runBadPixel()
 {
     VirtualTime::advance(36000);
 }
 
-void AgeBench::runButtonLight()
+void AgeTestFixture::runButtonLight()
 {
     VirtualTime::advance(20000);
 }
 
-void AgeBench::runToNetStep()
+void AgeTestFixture::runToNetStep()
 {
     runBrightness();
     runBadPixel();
     runButtonLight();
 }
 
-void AgeBench::netChanged(const std::vector<std::pair<int, bool>> &ports)
+void AgeTestFixture::netChanged(const std::vector<std::pair<int, bool>> &ports)
 {
     host.networkPort.changed.fire(RecordingNetworkPort::payload(ports));
 }
 
-void AgeBench::usbChanged(const std::vector<RecordingUsb::Node> &nodes)
+void AgeTestFixture::usbChanged(const std::vector<RecordingUsb::Node> &nodes)
 {
     host.usb.changed.fire(RecordingUsb::payload(nodes));
 }

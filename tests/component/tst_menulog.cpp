@@ -1,5 +1,5 @@
 #include "log.h"
-#include "shellbench.h"
+#include "menufixture.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QtTest>
@@ -30,7 +30,7 @@ struct AfterTheDefaultCategory
 
 }
 
-class tst_ShellLog : public QObject
+class tst_MenuLog : public QObject
 {
     Q_OBJECT
 
@@ -122,8 +122,8 @@ int main(int argc, char **argv)
     logsWhileExiting = QCoreApplication::arguments().contains(LogWhileExiting);
     if (logsWhileExiting)
         return componentLog().isDebugEnabled() ? 0 : 1;
-    tst_ShellLog test;
+    tst_MenuLog test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_shelllog.moc"
+#include "tst_menulog.moc"
