@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,12 +25,48 @@ QString nameOf(int number, const QString &suffix)
     return QStringLiteral("lcd-logs-%1%2").arg(number).arg(suffix);
 }
 
-// Exports are never overwritten.
+// The names that mkostemp() gives the temporary files of the file @p name.
+QString temporaryPattern(const QString &name)
+{
+    return QStringLiteral(".%1.??????").arg(name);
+}
+
+QStringList hiddenFiles(const QDir &directory, const QString &pattern)
+{
+    return directory.entryList({pattern}, QDir::Files | QDir::Hidden);
+}
+
+// Left by exports whose process was killed. The files of an export that is running are locked.
+void removeLeftovers(const QDir &directory)
+{
+    const QStringList names = hiddenFiles(directory, temporaryPattern(QStringLiteral("lcd-logs-*.jsonl")));
+    for (const QString &name : names) {
+        const QByteArray path = QFile::encodeName(directory.filePath(name));
+        const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+        if (descriptor < 0)
+            continue;
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.constData());
+        ::close(descriptor);
+    }
+}
+
+// Returns false if another export has just taken the new file for a leftover.
+bool lockTemporary(int descriptor)
+{
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0)
+        return errno != EWOULDBLOCK; // a file system without locks
+    struct stat status = {};
+    return ::fstat(descriptor, &status) != 0 || status.st_nlink > 0;
+}
+
+// Exports are never overwritten, not even by one that is running.
 int freeNumber(const QDir &directory, const QVector<ExportWriter::File> &files)
 {
     const auto isTaken = [&](int number) {
         return std::any_of(files.begin(), files.end(), [&](const ExportWriter::File &file) {
-            return directory.exists(nameOf(number, file.suffix));
+            const QString name = nameOf(number, file.suffix);
+            return directory.exists(name) || !hiddenFiles(directory, temporaryPattern(name)).isEmpty();
         });
     };
     int number = 1;
@@ -87,6 +124,8 @@ void ExportWriter::begin()
 {
     m_hasBegun = true;
     const QVector<File> files = m_collect();
+    if (!m_directory.isEmpty() && simulatedError() == 0)
+        removeLeftovers(QDir(m_directory));
     const int number = freeNumber(QDir(m_directory), files);
     for (const File &file : files) {
         m_outputs.append({nameOf(number, file.suffix), {}, file.content});
@@ -104,15 +143,27 @@ int ExportWriter::openOutput(Output &output)
         return number;
     if (m_directory.isEmpty())
         return ENODEV;
-    QByteArray path = pathOf(QLatin1Char('.') + output.name + QStringLiteral(".XXXXXX"));
-    output.descriptor = ::mkostemp(path.data(), O_CLOEXEC);
-    if (output.descriptor < 0)
-        return errno;
-    output.temporary = path;
+    if (const int number = makeTemporary(output))
+        return number;
     // File systems of sticks may have no modes.
     if (::fchmod(output.descriptor, FileMode) != 0 && errno != EPERM)
         return errno;
     return 0;
+}
+
+int ExportWriter::makeTemporary(Output &output) const
+{
+    for (;;) {
+        QByteArray path = pathOf(QLatin1Char('.') + output.name + QStringLiteral(".XXXXXX"));
+        output.descriptor = ::mkostemp(path.data(), O_CLOEXEC);
+        if (output.descriptor < 0)
+            return errno;
+        if (lockTemporary(output.descriptor)) {
+            output.temporary = path;
+            return 0;
+        }
+        ::close(output.descriptor);
+    }
 }
 
 int ExportWriter::writePart(Output &output, int size)

@@ -10,7 +10,8 @@
 namespace panelhost {
 
 /// Writes files to a USB stick, part by part. They are written under temporary names, and get their final names when
-/// all of them are complete and on the stick. The destructor removes temporary files. Any thread, one at a time.
+/// all of them are complete and on the stick. The destructor removes temporary files. If the process is killed, they
+/// stay until the next export removes them. Any thread, one at a time.
 class ExportWriter
 {
 public:
@@ -66,6 +67,7 @@ private:
 
     void begin();
     int openOutput(Output &output);
+    int makeTemporary(Output &output) const;
     int writePart(Output &output, int size);
     void finish();
     int rename();
