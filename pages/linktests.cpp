@@ -19,18 +19,19 @@ const std::string requester = "RepairPages";
 /// The largest number of ports that a page shows. A report may name more.
 constexpr std::size_t MaxShownPorts = 16;
 
-/// The texts for one kind of ports, as keys of the catalogs.
-struct PortTexts
+/// What differs by the kind of the ports. Texts are keys of the catalogs.
+struct PortKind
 {
     const char *step;
     const char *port;
+    bool keepsLinks; ///< a port that was linked once has passed
 };
 
 template <class Biz>
 class LinkTest : public SingleTestAdapter<Biz>
 {
 public:
-    explicit LinkTest(const PortTexts &texts) : m_texts(texts)
+    explicit LinkTest(const PortKind &kind) : m_kind(kind)
     {
         QObject::connect(this, &PageTest::changed, this, [this] { passIfAllLinked(); });
         this->m_biz->setCurRequester(requester);
@@ -49,28 +50,35 @@ public:
 
     int failCount() const override { return this->m_biz->failCount(); }
     QVector<PageLine> lines() const override;
+    QVector<PageLine> remarks() const override;
     QString leftCaption() const override { return text("FCNoPass"); }
     void pressLeft() override { this->setNotPass(); }
 
 private:
-    void onLinks(const std::vector<bool> &links);
+    void onLinks(std::vector<bool> links);
     void passIfAllLinked();
+    QString portText(std::size_t port) const;
 
-    const PortTexts m_texts;
+    const PortKind m_kind;
     mutable std::mutex m_mutex;
-    std::vector<bool> m_links; ///< links of the first ports
-    std::size_t m_portCount = 0;
+    std::vector<bool> m_links;
+    std::vector<bool> m_passed; ///< as long as m_links
 };
 
-// On the thread of the port service.
+// On the thread of the port service. A verdict isn't changed by later reports.
 template <class Biz>
-void LinkTest<Biz>::onLinks(const std::vector<bool> &links)
+void LinkTest<Biz>::onLinks(std::vector<bool> links)
 {
+    const TestState state = this->state();
+    if (state == TestState::Passed || state == TestState::Failed)
+        return;
     {
+        std::vector<bool> passed = links;
         const std::lock_guard locker(m_mutex);
-        m_portCount = links.size();
-        m_links.assign(links.begin(),
-                       links.begin() + static_cast<std::ptrdiff_t>(std::min(MaxShownPorts, links.size())));
+        for (std::size_t port = 0; m_kind.keepsLinks && port < std::min(passed.size(), m_passed.size()); ++port)
+            passed[port] = passed[port] || m_passed[port];
+        m_links.swap(links);
+        m_passed.swap(passed);
     }
     this->announceChange();
 }
@@ -83,18 +91,45 @@ void LinkTest<Biz>::passIfAllLinked()
 }
 
 template <class Biz>
+QString LinkTest<Biz>::portText(std::size_t port) const
+{
+    return QStringLiteral("%1: %2").arg(text(m_kind.port).arg(port + 1),
+                                        text(m_links[port] ? "RepairLinked" : "RepairNotLinked"));
+}
+
+template <class Biz>
 QVector<PageLine> LinkTest<Biz>::lines() const
 {
     const std::lock_guard locker(m_mutex);
-    QVector<PageLine> lines{{text(m_texts.step)}};
-    for (std::size_t port = 0; port < m_links.size(); ++port) {
-        const bool isLinked = m_links[port];
-        lines << PageLine{QStringLiteral("%1: %2").arg(text(m_texts.port).arg(port + 1),
-                                                       text(isLinked ? "RepairLinked" : "RepairNotLinked")),
-                          Qt::white, isLinked ? PageLine::Mark::Pass : PageLine::Mark::None};
+    QVector<PageLine> lines{{text(m_kind.step)}};
+    if (m_links.empty())
+        lines << PageLine{text("RepairNoPort")};
+    const std::size_t shown = std::min(MaxShownPorts, m_links.size());
+    for (std::size_t port = 0; port < shown; ++port)
+        lines << PageLine{portText(port), Qt::white, m_passed[port] ? PageLine::Mark::Pass : PageLine::Mark::None};
+    if (m_links.size() > shown)
+        lines << PageLine{text("RepairMorePorts").arg(m_links.size() - shown)};
+    return lines;
+}
+
+// The ports that failed.
+template <class Biz>
+QVector<PageLine> LinkTest<Biz>::remarks() const
+{
+    if (this->state() != TestState::Failed)
+        return {};
+    const std::lock_guard locker(m_mutex);
+    if (m_links.empty())
+        return {{text("RepairNoPort"), notPassColor()}};
+    const auto failed = static_cast<std::size_t>(std::count(m_passed.begin(), m_passed.end(), false));
+    const std::size_t shown = std::min(MaxShownPorts, failed);
+    QVector<PageLine> lines;
+    for (std::size_t port = 0; static_cast<std::size_t>(lines.size()) < shown; ++port) {
+        if (!m_passed[port])
+            lines << PageLine{portText(port), notPassColor(), PageLine::Mark::NotPass};
     }
-    if (m_portCount > m_links.size())
-        lines << PageLine{text("RepairMorePorts").arg(m_portCount - m_links.size())};
+    if (failed > shown)
+        lines << PageLine{text("RepairMorePorts").arg(failed - shown), notPassColor()};
     return lines;
 }
 
@@ -102,12 +137,14 @@ QVector<PageLine> LinkTest<Biz>::lines() const
 
 std::unique_ptr<PageTest> makeNetTest()
 {
-    return std::make_unique<LinkTest<FactoryModeImpl::NetPortTestBiz>>(PortTexts{"RepairNetStep", "RepairNetPort"});
+    return std::make_unique<LinkTest<FactoryModeImpl::NetPortTestBiz>>(
+        PortKind{"RepairNetStep", "RepairNetPort", false});
 }
 
 std::unique_ptr<PageTest> makeUsbTest()
 {
-    return std::make_unique<LinkTest<FactoryModeImpl::UsbPortTestBiz>>(PortTexts{"RepairUSBStep", "RepairUSBPort"});
+    return std::make_unique<LinkTest<FactoryModeImpl::UsbPortTestBiz>>(
+        PortKind{"RepairUSBStep", "RepairUSBPort", true});
 }
 
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "texts.h"
+
 #include <QtCore/QObject>
 #include <QtCore/QPointF>
 #include <QtCore/QString>
@@ -65,8 +67,12 @@ public:
     virtual QString titleSuffix() const { return {}; }
     /// Returns the icon of the title; empty: the icon in the table.
     virtual QString titleIcon() const { return {}; }
-    /// Returns the heading of the running test; empty: the default heading.
-    virtual QString heading() const { return {}; }
+    /// Returns the line above the steps or the verdict; empty: there is none.
+    virtual QString heading() const
+    {
+        const bool isBeforeVerdict = state() == TestState::Idle || state() == TestState::Running;
+        return text(isBeforeVerdict ? "TestStep" : "FCTestComplete");
+    }
     /// Returns the lines of the running test. If there are none, the page shows the steps in the table.
     virtual QVector<PageLine> lines() const { return {}; }
     /// Returns the lines below the verdict, such as what failed.

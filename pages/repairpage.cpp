@@ -80,7 +80,7 @@ void RepairPage::leave()
     if (!m_test)
         return;
     QCoreApplication::instance()->removeEventFilter(this);
-    m_grid->showCells(nullptr);
+    m_grid->showCells(nullptr, {});
     m_test->restore();
     m_test.reset();
     setPanelMode(PanelModeMenu);
@@ -208,7 +208,7 @@ void RepairPage::refresh()
     m_frame->setIsReponseEvent(true);
     m_frame->setStatusIconVisible(false);
     showState();
-    m_grid->showCells(state == TestState::Running ? m_test->cells() : nullptr);
+    showGrid();
     m_isNewState = false;
 }
 
@@ -228,6 +228,18 @@ void RepairPage::showState()
     }
 }
 
+// The grid covers the frame, so it shows the lines itself.
+void RepairPage::showGrid()
+{
+    const TouchCells *cells = m_shownState == TestState::Running ? m_test->cells() : nullptr;
+    QStringList lines;
+    if (cells) {
+        for (const PageLine &line : m_test->lines())
+            lines << line.text;
+    }
+    m_grid->showCells(cells, lines);
+}
+
 QVector<PageLine> RepairPage::steps() const
 {
     QVector<PageLine> lines;
@@ -236,10 +248,11 @@ QVector<PageLine> RepairPage::steps() const
     return lines;
 }
 
-void RepairPage::showLines(const QVector<PageLine> &lines, const QString &heading)
+void RepairPage::showLines(const QVector<PageLine> &lines)
 {
+    const QString heading = m_test->heading();
     m_frame->setStepTitle(heading, QColor(Qt::white));
-    m_frame->setStepTitleVisible(true);
+    m_frame->setStepTitleVisible(!heading.isEmpty());
     m_frame->clearAllSteps();
     for (int index = 0; index < lines.size(); ++index) {
         m_frame->addTestStep(lines.at(index).text, lines.at(index).color, false);
@@ -264,20 +277,20 @@ void RepairPage::showIdle()
     QVector<PageLine> lines = steps();
     if (m_isServiceMissing)
         lines << PageLine{text("RepairServiceMissing"), notPassColor()};
-    showLines(lines, text("TestStep"));
+    showLines(lines);
     showButtons({}, orDefault(m_test->startCaption(), "FCAgeModeStartTest"));
 }
 
 void RepairPage::showRunning()
 {
     const QVector<PageLine> lines = m_test->lines();
-    showLines(lines.isEmpty() ? steps() : lines, orDefault(m_test->heading(), "TestStep"));
+    showLines(lines.isEmpty() ? steps() : lines);
     showButtons(m_test->leftCaption(), m_test->rightCaption());
 }
 
 void RepairPage::showJudging()
 {
-    showLines(QVector<PageLine>{{text("FCPleaseJudgePass")}} + m_test->remarks(), text("FCTestComplete"));
+    showLines(QVector<PageLine>{{text("FCPleaseJudgePass")}} + m_test->remarks());
     showButtons(text("FCNoPass"), text("FCPass"));
 }
 
@@ -288,7 +301,7 @@ void RepairPage::showVerdict(bool passed)
     const QString verdict = m_test->verdictText();
     const PageLine line{verdict.isEmpty() ? testVerdict : verdict, passed ? passColor() : notPassColor(),
                         passed ? PageLine::Mark::Pass : PageLine::Mark::NotPass};
-    showLines(QVector<PageLine>{line} + m_test->remarks(), text("FCTestComplete"));
+    showLines(QVector<PageLine>{line} + m_test->remarks());
     showButtons({}, orDefault(m_test->againCaption(), "FCReTest"));
 }
 

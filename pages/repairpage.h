@@ -54,13 +54,14 @@ private:
     bool hasServices() const;
     bool takesKeyOf(const QObject *watched, int qtKey) const;
 
-    void showLines(const QVector<PageLine> &lines, const QString &heading);
+    void showLines(const QVector<PageLine> &lines);
     void showButtons(const QString &left, const QString &right);
     void showIdle();
     void showRunning();
     void showJudging();
     void showVerdict(bool passed);
     void showState();
+    void showGrid();
     void refresh();
     QVector<PageLine> steps() const;
 

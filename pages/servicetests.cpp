@@ -6,6 +6,8 @@
 #include "owntest.h"
 #include "reportqueue.h"
 
+#include <QtCore/QDebug>
+
 namespace LCD::RepairPages {
 
 namespace {
@@ -14,12 +16,19 @@ using LCD::RepairMode::IFactoryReset;
 using LCD::RepairMode::ILogExport;
 using LCD::RepairMode::LogExportReport;
 
+// The service has no translated texts, so the page shows a text of its own.
+void logReason(const char *work, const std::string &reason)
+{
+    qWarning().noquote() << work << "failed:" << QString::fromStdString(reason);
+}
+
 class LogExport : public OwnTest
 {
 public:
     void start() override;
     void restore() override;
 
+    QString heading() const override { return {}; }
     QVector<PageLine> lines() const override { return {{text("RepairExportWriting").arg(m_report.percent)}}; }
     QVector<PageLine> remarks() const override;
     QString startCaption() const override { return text("RepairExport"); }
@@ -33,6 +42,7 @@ public:
 
 private:
     void onReport(int run, const LogExportReport &report);
+    void fail(const std::string &detail);
 
     ILogExport *m_service = mirel::api::get().service<ILogExport>("lcdLogExport");
     int m_run = 0; ///< number of the export; reports of earlier ones are late
@@ -56,8 +66,14 @@ void LogExport::onReport(int run, const LogExportReport &report)
     if (report.state == LogExportReport::Done)
         setPass();
     else if (report.state != LogExportReport::Writing)
-        setNotPass();
+        fail(report.detail);
     Q_EMIT changed();
+}
+
+void LogExport::fail(const std::string &detail)
+{
+    logReason("Log export", detail);
+    setNotPass();
 }
 
 void LogExport::pressLeft()
@@ -75,7 +91,6 @@ void LogExport::restore()
 // The files, or why there are none.
 QVector<PageLine> LogExport::remarks() const
 {
-    const QString detail = QString::fromStdString(m_report.detail);
     switch (m_report.state) {
     case LogExportReport::NoStick:
         return {{text("RepairExportNoStick"), notPassColor()}};
@@ -85,10 +100,11 @@ QVector<PageLine> LogExport::remarks() const
         return {{text("RepairExportReadOnly"), notPassColor()}};
     case LogExportReport::Writing:
     case LogExportReport::Done:
+        return {{QString::fromStdString(m_report.detail)}};
     case LogExportReport::Failed:
         break;
     }
-    return {{detail, state() == TestState::Failed ? notPassColor() : QColor(Qt::white)}};
+    return {{text("RepairExportBroken"), notPassColor()}};
 }
 
 /// The right button, which has the focus, leads away from the reset.
@@ -101,10 +117,11 @@ public:
         OwnTest::start();
     }
 
-    QString heading() const override { return text(m_isConfirmed ? "RepairResetRunning" : "RepairResetConfirm"); }
+    QString heading() const override;
     QVector<PageLine> remarks() const override
     {
-        return m_reason.isEmpty() ? QVector<PageLine>() : QVector<PageLine>{{m_reason, notPassColor()}};
+        return state() == TestState::Failed ? QVector<PageLine>{{text("RepairResetError"), notPassColor()}}
+                                            : QVector<PageLine>();
     }
     QString startCaption() const override { return text("RepairReset"); }
     QString againCaption() const override { return text("RepairResetAgain"); }
@@ -123,9 +140,15 @@ private:
 
     IFactoryReset *m_service = mirel::api::get().service<IFactoryReset>("lcdFactoryReset");
     bool m_isConfirmed = false;
-    QString m_reason;
     ReportQueue m_reports{this};
 };
+
+QString FactoryReset::heading() const
+{
+    if (state() != TestState::Running)
+        return {};
+    return text(m_isConfirmed ? "RepairResetRunning" : "RepairResetConfirm");
+}
 
 void FactoryReset::pressLeft()
 {
@@ -137,8 +160,12 @@ void FactoryReset::onResult(bool ok, const std::string &message)
 {
     if (state() != TestState::Running || !m_isConfirmed)
         return;
-    m_reason = QString::fromStdString(message);
-    ok ? setPass() : setNotPass();
+    if (ok) {
+        setPass();
+    } else {
+        logReason("Factory reset", message);
+        setNotPass();
+    }
     Q_EMIT changed();
 }
 

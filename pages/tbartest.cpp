@@ -161,7 +161,7 @@ QString TBarTest::titleIcon() const
 
 QString TBarTest::heading() const
 {
-    return isMeasuring() ? text("RepairTBarMeasuring") : QString();
+    return isMeasuring() ? text("RepairTBarMeasuring") : SingleTest::heading();
 }
 
 QString TBarTest::rightCaption() const
@@ -173,8 +173,8 @@ PageLine TBarTest::lineOf(int step) const
 {
     const bool hasFailed = m_state == TestState::Failed && step == m_step;
     const auto mark = step < m_step ? PageLine::Mark::Pass : PageLine::Mark::None;
-    return {QStringLiteral("%1.%2").arg(step).arg(text(steps[step].movement)), Qt::white,
-            hasFailed ? PageLine::Mark::NotPass : mark};
+    return {QStringLiteral("%1.%2").arg(step).arg(text(steps[step].movement)),
+            hasFailed ? notPassColor() : QColor(Qt::white), hasFailed ? PageLine::Mark::NotPass : mark};
 }
 
 QVector<PageLine> TBarTest::lines() const

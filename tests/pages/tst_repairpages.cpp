@@ -4,12 +4,14 @@
 #include "journal/journal.h"
 #include "lcd/screenreader.h"
 #include "records/runlines.h"
+#include "services/exportwriter.h"
 #include "session/session.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QProcess>
 #include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QKeyEvent>
@@ -55,6 +57,8 @@ public:
 
     bool isMounted() const { return m_isMounted; }
     QString path() const { return m_directory.path(); }
+    /// What is open stays open, as on a stick that is pulled out.
+    void remove() { m_isMounted = ::umount2(qPrintable(path()), MNT_DETACH) != 0; }
 
 private:
     QTemporaryDir m_directory;
@@ -244,6 +248,7 @@ private Q_SLOTS:
         }
         QCOMPARE(steps().first(), q("Fail (1)"));
         QCOMPARE(steps().last(), hint);
+        QCOMPARE(colors().count(failureColor), steps().size());
         if (failingStep > 0)
             setFault(broken, QString::number(failingStep), false);
         QCOMPARE(go(q("passed")), q("passed"));
@@ -273,6 +278,10 @@ private Q_SLOTS:
         QCOMPARE(steps().size(), 1 + 16 + 1);
         QCOMPARE(steps().at(1), q("Net port 1: not linked"));
         QCOMPARE(steps().last(), q("999985 more ports"));
+        soft("left");
+        QCOMPARE(steps().size(), 1 + 16 + 1);
+        QCOMPARE(steps().at(1), q("Net port 1: not linked"));
+        QCOMPARE(steps().last(), q("999984 more ports"));
         leave();
     }
 
@@ -291,6 +300,79 @@ private Q_SLOTS:
         perform({OperatorAction::Kind::Unblock, {{q("port"), q("usb4")}}});
         session->clock().advance(500);
         QCOMPARE(pageState(), q("passed"));
+        leave();
+    }
+
+    void aFailedPortPageShowsThePorts_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QStringList>("plugged");
+        QTest::addColumn<QStringList>("unplugged");
+        QTest::addColumn<QStringList>("failed");
+        QTest::newRow("net") << q("net") << QStringList{q("net1"), q("net3")} << QStringList()
+                             << QStringList{q("Net port 2: not linked"), q("Net port 4: not linked")};
+        QTest::newRow("net, unplugged") << q("net") << QStringList{q("net1"), q("net2"), q("net3")}
+                                        << QStringList{q("net3")}
+                                        << QStringList{q("Net port 3: not linked"), q("Net port 4: not linked")};
+        // One device is enough for all ports.
+        QTest::newRow("USB, unplugged") << q("usb") << QStringList{q("usb1"), q("usb3"), q("usb4")}
+                                        << QStringList{q("usb1"), q("usb3")}
+                                        << QStringList{q("USB port 2: not linked")};
+    }
+    void aFailedPortPageShowsThePorts()
+    {
+        QFETCH(QString, page);
+        QFETCH(QStringList, plugged);
+        QFETCH(QStringList, unplugged);
+        QFETCH(QStringList, failed);
+        enter(q("container.factorytest.repairmode.") + page);
+        soft("right");
+        plug(plugged, true);
+        plug(unplugged, false);
+        QCOMPARE(marks().count(q("pass")), 4 - failed.size());
+        for (const QString &port : qAsConst(unplugged))
+            QVERIFY(steps().contains(portText(port) + q(": not linked")));
+        soft("left");
+        const QStringList shown = QStringList(q("Fail (1)")) + failed;
+        QCOMPARE(steps(), shown);
+        QCOMPARE(marks().count(q("notpass")), shown.size());
+        QCOMPARE(colors().count(failureColor), shown.size());
+        // The verdict stays what it was.
+        plug({q("net4"), q("usb2")}, true);
+        plug({q("net1"), q("usb4")}, false);
+        QCOMPARE(steps(), shown);
+        soft("right");
+        QVERIFY(screen("left") == q("Fail"));
+        leave();
+    }
+
+    // A device whose reports name no port.
+    void aPortPageWithoutPortsSaysSo_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("fault");
+        for (const char *page : {"net", "usb"}) {
+            for (const char *fault : {"empty-report", "empty-payload", "wrong-payload", "null-payload"})
+                QTest::addRow("%s %s", page, fault) << q(page) << q(fault);
+        }
+    }
+    void aPortPageWithoutPortsSaysSo()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, fault);
+        setFault(*Faults::find(fault), {}, true);
+        enter(q("container.factorytest.repairmode.") + page);
+        soft("right");
+        session->clock().advance(500);
+        QCOMPARE(steps().mid(1), QStringList(q("No port has been reported.")));
+        soft("left");
+        QCOMPARE(steps(), QStringList({q("Fail (1)"), q("No port has been reported.")}));
+        QCOMPARE(colors(), QStringList({failureColor, failureColor}));
+        setFault(*Faults::find(fault), {}, false);
+        soft("right");
+        session->clock().advance(500);
+        plug({q("net1"), q("usb1")}, true);
+        QVERIFY(!steps().contains(q("No port has been reported.")));
         leave();
     }
 
@@ -432,6 +514,33 @@ private Q_SLOTS:
         leave();
     }
 
+    // The text is over the cells, whether they are touched or not, and nothing else of the page is seen.
+    void theInstructionsAreOverTheCells()
+    {
+        enter(q("container.factorytest.repairmode.touchscreen"));
+        QString shown;
+        for (const QString &language : session->languages()) {
+            perform({OperatorAction::Kind::Language, {{q("code"), language}}});
+            soft("right");
+            auto *grid = session->lcd()->findChild<QWidget *>(q("TouchGrid"));
+            const QImage page = session->lcd()->grab().toImage();
+            QCOMPARE(page.size(), grid->size());
+            QCOMPARE(page, grid->grab().toImage().convertToFormat(page.format()));
+            const QRect text = whiteArea(page);
+            QVERIFY2(text.width() > 300 && text.height() > 40, qPrintable(language));
+            QVERIFY2(QRect(100, 96, 600, 288).contains(text), qPrintable(language));
+            for (int row = 1; row < 4; ++row)
+                drag({{1, row}, {6, row}});
+            const QImage touched = session->lcd()->grab().toImage();
+            QVERIFY(touched != page);
+            QVERIFY2(whitePixels(touched) > whitePixels(page) / 2, qPrintable(language));
+            back();
+            enter(q("container.factorytest.repairmode.touchscreen"));
+        }
+        perform({OperatorAction::Kind::Language, {{q("code"), q("en")}}});
+        leave();
+    }
+
     // The page is left, and the next one entered, while the finger is on the LCD.
     void aFingerMayStayOnTheLcd()
     {
@@ -538,6 +647,94 @@ private Q_SLOTS:
         soft("right");
         session->clock().advance(2000);
         QCOMPARE(filesOn(stick).size(), 2);
+        leave();
+    }
+
+    // A process that is killed leaves hidden files. The next export removes them, even if they fill the stick.
+    void aKilledExportIsCleanedUp()
+    {
+        QTemporaryDir directory;
+        QDir(directory.path()).mkdir(q("stick"));
+        const QDir stick(directory.filePath(q("stick")));
+        QFile scenario(directory.filePath(q("export.yaml")));
+        QVERIFY(scenario.open(QIODevice::WriteOnly));
+        // The clock stands still while the keys are pressed, in the middle of the export.
+        scenario.write("title: export\ndevice: {usb-stick: stick}\nsteps:\n  - open: em.factorytest.LogExport\n"
+                       "  - soft: right\n  - wait: 200ms\n  - repeat: {times: 100000, steps: [{navigate: down}]}\n");
+        scenario.close();
+        QProcess player;
+        player.setStandardOutputFile(QProcess::nullDevice());
+        player.start(q(PANELHOST), {q("play"), scenario.fileName()});
+        QTRY_COMPARE_WITH_TIMEOUT(hiddenFilesIn(stick).size(), 2, 60000);
+        player.kill();
+        QVERIFY(player.waitForFinished());
+        QCOMPARE(player.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(hiddenFilesIn(stick).size(), 2);
+        QCOMPARE(stick.entryList(QDir::Files), QStringList());
+        QFile other(stick.filePath(q(".lcd-logs-notes")));
+        QVERIFY(other.open(QIODevice::WriteOnly));
+        other.close();
+        exportTo(stick.path());
+        QCOMPARE(hiddenFilesIn(stick), QStringList(q(".lcd-logs-notes")));
+        QCOMPARE(stick.entryList(QDir::Files),
+                 QStringList({q("lcd-logs-1-journal.jsonl"), q("lcd-logs-1-runs.jsonl")}));
+    }
+
+    void leftoversDoNotFillTheStick()
+    {
+        const Mount stick(q("size=128k"));
+        if (!stick.isMounted())
+            QSKIP("only root may mount a file system");
+        QFile leftover(stick.path() + q("/.lcd-logs-1-journal.jsonl.a1B2c3"));
+        QVERIFY(leftover.open(QIODevice::WriteOnly));
+        leftover.write(QByteArray(128 << 10, 'x'));
+        leftover.close();
+        exportTo(stick.path());
+        QCOMPARE(QDir(stick.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList({q("lcd-logs-1-journal.jsonl"), q("lcd-logs-1-runs.jsonl")}));
+        session.reset();
+    }
+
+    // Files of an export that another process is writing are no leftovers.
+    void twoExportsDoNotDisturbEachOther()
+    {
+        QTemporaryDir stick;
+        ExportWriter other(stick.path(), [] {
+            return QVector<ExportWriter::File>{{q("-journal.jsonl"), QByteArray(1000, 'x')}};
+        });
+        other.writeNext({});
+        other.writeNext({});
+        exportTo(stick.path());
+        while (other.state() == ExportWriter::State::Writing)
+            other.writeNext({});
+        QCOMPARE(other.state(), ExportWriter::State::Done);
+        QCOMPARE(
+            allFilesOn(stick),
+            QStringList({q("lcd-logs-1-journal.jsonl"), q("lcd-logs-2-journal.jsonl"), q("lcd-logs-2-runs.jsonl")}));
+    }
+
+    void aStickMayBePulledOut_data()
+    {
+        QTest::addColumn<int>("after");
+        for (const int after : {60, 250, 460})
+            QTest::addRow("%d ms", after) << after;
+    }
+    void aStickMayBePulledOut()
+    {
+        QFETCH(int, after);
+        Mount stick(q("size=1m"));
+        if (!stick.isMounted())
+            QSKIP("only root may mount a file system");
+        openWithStick(stick.path());
+        enter(logExportKey);
+        soft("right");
+        session->clock().advance(after);
+        QCOMPARE(hiddenFilesIn(QDir(stick.path())).size(), 2);
+        stick.remove();
+        session->clock().advance(2000);
+        QCOMPARE(steps(), QStringList({q("The export failed. Nothing was written."), q("There is no USB stick.")}));
+        // Nothing comes into the empty directory in its place.
+        QCOMPARE(QDir(stick.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
         leave();
     }
 
@@ -707,7 +904,10 @@ private Q_SLOTS:
         soft("right");
         soft("left");
         session->clock().advance(2000);
-        QCOMPARE(steps(), QStringList({q("The factory reset failed."), q("The settings can't be written.")}));
+        QCOMPARE(steps(),
+                 QStringList({q("The factory reset failed."),
+                              q("The device has reported an error. The log contains the message.")}));
+        QCOMPARE(countOfLog(q("Factory reset failed: The settings can't be written.")), 1);
         QCOMPARE(screen("right"), q("Try again"));
         QCOMPARE(session->device().state().screenBrightness[1], 30);
         setFault(*Faults::find(q("factory-reset-fails")), {}, false);
@@ -716,6 +916,75 @@ private Q_SLOTS:
         soft("left");
         session->clock().advance(2000);
         QCOMPARE(screen("page"), q("menu"));
+    }
+
+    // In each language, without a word of the service.
+    void everyReasonIsTranslated_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("missing") << logExportKey << q("usb-stick-missing");
+        QTest::newRow("full") << logExportKey << q("usb-stick-full");
+        QTest::newRow("read-only") << logExportKey << q("usb-stick-read-only");
+        QTest::newRow("broken") << logExportKey << QString();
+        QTest::newRow("reset") << factoryResetKey << q("factory-reset-fails");
+    }
+    void everyReasonIsTranslated()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, fault);
+        QTemporaryDir directory;
+        const QString loop = directory.filePath(q("loop"));
+        QVERIFY(QFile::link(q("loop"), loop));
+        openWithStick(fault.isEmpty() ? loop : directory.path());
+        if (!fault.isEmpty())
+            setFault(*Faults::find(fault), {}, true);
+        QSet<QString> reasons;
+        for (const QString &language : session->languages()) {
+            perform({OperatorAction::Kind::Language, {{q("code"), language}}});
+            enter(key);
+            soft("right");
+            if (key == factoryResetKey)
+                soft("left");
+            session->clock().advance(2000);
+            QCOMPARE(steps().size(), 2);
+            QCOMPARE(colors(), QStringList({failureColor, failureColor}));
+            reasons << steps().last();
+            leave();
+        }
+        QCOMPARE(reasons.size(), session->languages().size());
+        perform({OperatorAction::Kind::Language, {{q("code"), q("en")}}});
+        if (fault.isEmpty())
+            QVERIFY(countOfLog(q("Log export failed: Too many levels of symbolic links")) > 0);
+    }
+
+    // These pages are no tests.
+    void noTestIsNamedWhereThereIsNone()
+    {
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        for (const QString &key : {logExportKey, factoryResetKey}) {
+            for (const char *fault : {"usb-stick-full", "factory-reset-fails"})
+                setFault(*Faults::find(q(fault)), {}, true);
+            enter(key);
+            QCOMPARE(screen("stepTitle"), QString());
+            soft("right");
+            QCOMPARE(screen("stepTitle").isEmpty(), key == logExportKey);
+            if (key == factoryResetKey)
+                soft("left");
+            session->clock().advance(2000);
+            QCOMPARE(screen("stepTitle"), QString());
+            QCOMPARE(marks().first(), q("notpass"));
+            setFault(*Faults::find(q("usb-stick-full")), {}, false);
+            soft("right");
+            session->clock().advance(2000);
+            QCOMPARE(screen("stepTitle").isEmpty(), key == logExportKey);
+            leave();
+        }
+        enter(q("container.factorytest.repairmode.knob"));
+        QCOMPARE(screen("stepTitle"), q("Test steps"));
+        go(q("failed"));
+        QCOMPARE(screen("stepTitle"), q("Test complete"));
     }
 
     // The result of a reset comes to a page that was left, to another page, and to none at all.
@@ -816,6 +1085,65 @@ private Q_SLOTS:
 private:
     const QString logExportKey = q("container.logexport");
     const QString factoryResetKey = q("container.resetfactory");
+
+    const QString failureColor = q("#ff483c");
+
+    static QStringList hiddenFilesIn(const QDir &directory)
+    {
+        return directory.entryList({q(".*")}, QDir::Files | QDir::Hidden);
+    }
+
+    void exportTo(const QString &stick)
+    {
+        openWithStick(stick);
+        enter(logExportKey);
+        soft("right");
+        session->clock().advance(2000);
+        QCOMPARE(steps().first(), q("The export is complete. The USB stick can be unplugged."));
+        leave();
+    }
+
+    static bool isWhite(QRgb pixel) { return qRed(pixel) > 200 && qGreen(pixel) > 200 && qBlue(pixel) > 200; }
+
+    static QRect whiteArea(const QImage &image)
+    {
+        QRect area;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                area |= isWhite(image.pixel(x, y)) ? QRect(x, y, 1, 1) : QRect();
+        }
+        return area;
+    }
+
+    static int whitePixels(const QImage &image)
+    {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                count += isWhite(image.pixel(x, y)) ? 1 : 0;
+        }
+        return count;
+    }
+
+    int countOfLog(const QString &line) const
+    {
+        const QVector<Journal::Entry> entries = session->journal().entries();
+        return static_cast<int>(std::count_if(entries.begin(), entries.end(), [&line](const Journal::Entry &entry) {
+            return entry.toJsonLine().contains(line.toUtf8());
+        }));
+    }
+
+    static QString portText(const QString &port)
+    {
+        return (port.startsWith(q("net")) ? q("Net port ") : q("USB port ")) + port.mid(3);
+    }
+
+    void plug(const QStringList &ports, bool plugged)
+    {
+        for (const QString &port : ports)
+            perform({plugged ? OperatorAction::Kind::Plug : OperatorAction::Kind::Unplug, {{q("port"), port}}});
+        session->clock().advance(200);
+    }
 
     void openWithStick(const QString &stick)
     {
@@ -931,21 +1259,18 @@ private:
 
     QString screen(const char *key) const { return readScreen(session->lcd()).value(q(key)).toString(); }
 
-    QStringList steps() const
+    QStringList steps() const { return ofSteps("text"); }
+
+    QStringList ofSteps(const char *what) const
     {
-        QStringList texts;
+        QStringList values;
         for (const QVariant &step : readScreen(session->lcd()).value(q("steps")).toList())
-            texts << step.toMap().value(q("text")).toString();
-        return texts;
+            values << step.toMap().value(q(what)).toString();
+        return values;
     }
 
-    QStringList marks() const
-    {
-        QStringList marks;
-        for (const QVariant &step : readScreen(session->lcd()).value(q("steps")).toList())
-            marks << step.toMap().value(q("mark")).toString();
-        return marks;
-    }
+    QStringList marks() const { return ofSteps("mark"); }
+    QStringList colors() const { return ofSteps("color"); }
 
     void soft(const char *side)
     {

@@ -17,26 +17,28 @@ const QString Section = QStringLiteral("Global");
 /// Every key of the component and of the repair pages, in the order in which the catalogs hold them.
 QStringList allKeys()
 {
-    return QStringLiteral("FCAging|FCScreenLight|FCScreenBadPixel|FCBtnLight|FCNet|FCUSB|FCAgeNetNoPass|"
-                          "FCAgeUSBNoPass|FCAgeMode|FCAgeModeTestPreparation|FCAgeModeStartTips|FCAgeModeStartTest|"
-                          "FCAgeModeStopTest|FCAgeModeRecount|MachineMode|TestStep|FCTestComplete|FCTestPass|FCReTest|"
-                          "FCPass|FCNoPass|FCPleaseJudgePass|FCNextStep|FCScreenBrightnessStep|FCBtnBrightnessStep|"
-                          "FCObserveScreenShowStep1|FCObserveScreenShowStep2|ButtonFunction|FCClickGreenFlashingBtn|"
-                          "Push T-Bar to Top|Push T-Bar to Bottom|FCNetConnectPort1Port2|USBA|FCUSB30TestStep|"
-                          "TypecCommuication|FCTypecCommStep1|FCTypecCommStep2|TypecPower|FCTypecPowerStep1|"
-                          "FCTypecPowerStep2|NET1POE|FCNetPort1PowerStep1|FCNetPort1PowerStep2|"
-                          "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed|"
-                          "RepairNetStep|RepairUSBStep|RepairNetPort|RepairUSBPort|RepairLinked|RepairNotLinked|"
-                          "RepairMorePorts|RepairTBar|RepairTBarStart|RepairTBarMeasuring|RepairTBarNotTop|"
-                          "RepairTBarNotBottom|RepairTBarNoAnswer"
-                          "|RepairKnob|RepairKnobStep|RepairKnobLeft|RepairKnobRight|RepairKnobPress|"
-                          "RepairJoystick|RepairJoystickStep|RepairJoystickUp|RepairJoystickDown|"
-                          "RepairJoystickLeft|RepairJoystickRight|RepairJoystickPress|RepairTouch|"
-                          "RepairTouchStep|RepairTouchKeys|RepairTouchCells|RepairExport|RepairExportAgain|"
-                          "RepairCancel|RepairExportTitle|RepairExportStep|RepairExportWriting|"
-                          "RepairExportDone|RepairExportFailed|RepairExportNoStick|RepairExportFull|"
-                          "RepairExportReadOnly|RepairReset|RepairResetAgain|RepairResetTitle|RepairResetStep|"
-                          "RepairResetConfirm|RepairResetRunning|RepairResetDone|RepairResetFailed")
+    return QStringLiteral(
+               "FCAging|FCScreenLight|FCScreenBadPixel|FCBtnLight|FCNet|FCUSB|FCAgeNetNoPass|"
+               "FCAgeUSBNoPass|FCAgeMode|FCAgeModeTestPreparation|FCAgeModeStartTips|FCAgeModeStartTest|"
+               "FCAgeModeStopTest|FCAgeModeRecount|MachineMode|TestStep|FCTestComplete|FCTestPass|FCReTest|"
+               "FCPass|FCNoPass|FCPleaseJudgePass|FCNextStep|FCScreenBrightnessStep|FCBtnBrightnessStep|"
+               "FCObserveScreenShowStep1|FCObserveScreenShowStep2|ButtonFunction|FCClickGreenFlashingBtn|"
+               "Push T-Bar to Top|Push T-Bar to Bottom|FCNetConnectPort1Port2|USBA|FCUSB30TestStep|"
+               "TypecCommuication|FCTypecCommStep1|FCTypecCommStep2|TypecPower|FCTypecPowerStep1|"
+               "FCTypecPowerStep2|NET1POE|FCNetPort1PowerStep1|FCNetPort1PowerStep2|"
+               "RepairServiceMissing|RepairSkipKey|RepairKeyUnderTest|RepairKeysFailed|"
+               "RepairNetStep|RepairUSBStep|RepairNetPort|RepairUSBPort|RepairLinked|RepairNotLinked|"
+               "RepairMorePorts|RepairNoPort|RepairTBar|RepairTBarStart|RepairTBarMeasuring|RepairTBarNotTop|"
+               "RepairTBarNotBottom|RepairTBarNoAnswer"
+               "|RepairKnob|RepairKnobStep|RepairKnobLeft|RepairKnobRight|RepairKnobPress|"
+               "RepairJoystick|RepairJoystickStep|RepairJoystickUp|RepairJoystickDown|"
+               "RepairJoystickLeft|RepairJoystickRight|RepairJoystickPress|RepairTouch|"
+               "RepairTouchStep|RepairTouchKeys|RepairTouchCells|RepairExport|RepairExportAgain|"
+               "RepairCancel|RepairExportTitle|RepairExportStep|RepairExportWriting|"
+               "RepairExportDone|RepairExportFailed|RepairExportNoStick|RepairExportFull|"
+               "RepairExportReadOnly|RepairExportBroken|RepairReset|RepairResetAgain|RepairResetTitle|RepairResetStep|"
+               "RepairResetConfirm|RepairResetRunning|RepairResetDone|RepairResetFailed|"
+               "RepairResetError")
         .split(QLatin1Char('|'));
 }
 

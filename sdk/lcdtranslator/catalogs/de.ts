@@ -291,6 +291,11 @@
         <translation>%1 weitere Anschlüsse</translation>
     </message>
     <message>
+        <source>RepairNoPort</source>
+        <comment>Global</comment>
+        <translation>Es wurde kein Anschluss gemeldet.</translation>
+    </message>
+    <message>
         <source>RepairTBar</source>
         <comment>Global</comment>
         <extracomment>Page title.</extracomment>
@@ -467,6 +472,11 @@
         <translation>Der USB-Stick ist schreibgeschützt.</translation>
     </message>
     <message>
+        <source>RepairExportBroken</source>
+        <comment>Global</comment>
+        <translation>Auf den USB-Stick kann nicht geschrieben werden. Er ist vielleicht abgezogen oder defekt.</translation>
+    </message>
+    <message>
         <source>RepairReset</source>
         <comment>Global</comment>
         <extracomment>Caption of a button.</extracomment>
@@ -507,6 +517,11 @@
         <source>RepairResetFailed</source>
         <comment>Global</comment>
         <translation>Das Zurücksetzen ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>RepairResetError</source>
+        <comment>Global</comment>
+        <translation>Das Gerät hat einen Fehler gemeldet. Die Meldung steht im Protokoll.</translation>
     </message>
 </context>
 </TS>

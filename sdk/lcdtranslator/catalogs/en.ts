@@ -291,6 +291,11 @@
         <translation>%1 more ports</translation>
     </message>
     <message>
+        <source>RepairNoPort</source>
+        <comment>Global</comment>
+        <translation>No port has been reported.</translation>
+    </message>
+    <message>
         <source>RepairTBar</source>
         <comment>Global</comment>
         <extracomment>Page title.</extracomment>
@@ -467,6 +472,11 @@
         <translation>The USB stick is write-protected.</translation>
     </message>
     <message>
+        <source>RepairExportBroken</source>
+        <comment>Global</comment>
+        <translation>The USB stick can't be written to. It may be unplugged or damaged.</translation>
+    </message>
+    <message>
         <source>RepairReset</source>
         <comment>Global</comment>
         <extracomment>Caption of a button.</extracomment>
@@ -507,6 +517,11 @@
         <source>RepairResetFailed</source>
         <comment>Global</comment>
         <translation>The factory reset failed.</translation>
+    </message>
+    <message>
+        <source>RepairResetError</source>
+        <comment>Global</comment>
+        <translation>The device has reported an error. The log contains the message.</translation>
     </message>
 </context>
 </TS>

@@ -291,6 +291,11 @@
         <translation>ほか %1 ポート</translation>
     </message>
     <message>
+        <source>RepairNoPort</source>
+        <comment>Global</comment>
+        <translation>ポートが 1 つも報告されていません。</translation>
+    </message>
+    <message>
         <source>RepairTBar</source>
         <comment>Global</comment>
         <extracomment>Page title.</extracomment>
@@ -467,6 +472,11 @@
         <translation>USB メモリは書き込み禁止です。</translation>
     </message>
     <message>
+        <source>RepairExportBroken</source>
+        <comment>Global</comment>
+        <translation>USB メモリに書き込めません。取り外されたか、壊れている可能性があります。</translation>
+    </message>
+    <message>
         <source>RepairReset</source>
         <comment>Global</comment>
         <extracomment>Caption of a button.</extracomment>
@@ -507,6 +517,11 @@
         <source>RepairResetFailed</source>
         <comment>Global</comment>
         <translation>初期化に失敗しました。</translation>
+    </message>
+    <message>
+        <source>RepairResetError</source>
+        <comment>Global</comment>
+        <translation>デバイスがエラーを報告しました。内容はログに記録されています。</translation>
     </message>
 </context>
 </TS>

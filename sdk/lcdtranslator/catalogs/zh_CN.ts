@@ -291,6 +291,11 @@
         <translation>另有 %1 个接口</translation>
     </message>
     <message>
+        <source>RepairNoPort</source>
+        <comment>Global</comment>
+        <translation>设备未报告任何接口。</translation>
+    </message>
+    <message>
         <source>RepairTBar</source>
         <comment>Global</comment>
         <extracomment>Page title.</extracomment>
@@ -467,6 +472,11 @@
         <translation>U 盘有写保护。</translation>
     </message>
     <message>
+        <source>RepairExportBroken</source>
+        <comment>Global</comment>
+        <translation>无法写入 U 盘，U 盘可能已拔出或损坏。</translation>
+    </message>
+    <message>
         <source>RepairReset</source>
         <comment>Global</comment>
         <extracomment>Caption of a button.</extracomment>
@@ -507,6 +517,11 @@
         <source>RepairResetFailed</source>
         <comment>Global</comment>
         <translation>恢复出厂设置失败。</translation>
+    </message>
+    <message>
+        <source>RepairResetError</source>
+        <comment>Global</comment>
+        <translation>设备报告了错误，错误信息已写入日志。</translation>
     </message>
 </context>
 </TS>

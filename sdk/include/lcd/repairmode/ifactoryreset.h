@@ -10,7 +10,7 @@ namespace LCD::RepairMode {
 class IFactoryReset
 {
 public:
-    /// @p message is the reason of a failure in UTF-8, for the operator. It may be empty.
+    /// @p message is the reason of a failure in UTF-8, for the log. It isn't translated and may be empty.
     using Listener = std::function<void(bool ok, const std::string &message)>;
 
     /// Starts a factory reset and returns at once. @p listener is called once, on any thread, when the reset is done or

@@ -14,12 +14,12 @@ struct LogExportReport
         NoStick = 2,  ///< no USB stick is plugged in, or it was unplugged
         Full = 3,     ///< there is no space left on the USB stick
         ReadOnly = 4, ///< the USB stick is write-protected
-        Failed = 5,   ///< `detail` has the reason
+        Failed = 5,   ///< `detail` has the reason, for the log
     };
 
     State state = Writing;
     int percent = 0;
-    std::string detail; ///< UTF-8, for the operator
+    std::string detail; ///< UTF-8, isn't translated
 };
 
 /// The service "lcdLogExport": writes the device's journal and its test results to a USB stick. A file has its final
