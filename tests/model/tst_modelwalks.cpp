@@ -1,9 +1,9 @@
-#include "agebench.h"
 #include "agemodel.h"
+#include "agetestfixture.h"
 #include "factorymodewidget.h"
 #include "keytranslation.h"
-#include "machinebench.h"
 #include "machinemodel.h"
+#include "machinetestfixture.h"
 #include "modelpayloads.h"
 #include "prooflength.h"
 #include "virtualtime.h"
@@ -164,7 +164,7 @@ class AgePair
 {
 public:
     static const std::vector<Operation<AgePair>> &operations();
-    QStringList actual() { return m_bench.take(); }
+    QStringList actual() { return m_fixture.take(); }
     QStringList expected() { return std::exchange(m_device.model.lines, {}); }
 
 private:
@@ -176,28 +176,28 @@ private:
     void renew(quint32 value)
     {
         m_device.setServices(value);
-        m_bench.make();
+        m_fixture.make();
         m_model.emplace(m_device.model);
     }
 
-    AgeBench m_bench;
-    LogInCalls m_log{m_bench.host.calls};
-    KeyListWidget m_menu{m_bench.host, keyList(0)};
-    Device m_device{m_bench.host, m_menu};
+    AgeTestFixture m_fixture;
+    LogInCalls m_log{m_fixture.host.calls};
+    KeyListWidget m_menu{m_fixture.host, keyList(0)};
+    Device m_device{m_fixture.host, m_menu};
     std::optional<AgeModel> m_model{m_device.model};
 };
 
 const std::vector<Operation<AgePair>> &AgePair::operations()
 {
     static const std::vector<Operation<AgePair>> table = {
-        {"start", 3, [](AgePair &p, quint32) { p.m_bench.biz->start(), p.m_model->start(); }},
-        {"stop", 2, [](AgePair &p, quint32) { p.m_bench.biz->stop(), p.m_model->stop(); }},
-        {"recount", 4, [](AgePair &p, quint32) { p.m_bench.biz->recount(), p.m_model->recount(); }},
+        {"start", 3, [](AgePair &p, quint32) { p.m_fixture.biz->start(), p.m_model->start(); }},
+        {"stop", 2, [](AgePair &p, quint32) { p.m_fixture.biz->stop(), p.m_model->stop(); }},
+        {"recount", 4, [](AgePair &p, quint32) { p.m_fixture.biz->recount(), p.m_model->recount(); }},
         {"advance", 50, [](AgePair &p, quint32 value) { p.advance(value); }},
-        {"net report", 3, [](AgePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, false, false, v); }},
-        {"net changed", 10, [](AgePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, false, true, v); }},
-        {"usb report", 3, [](AgePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, true, false, v); }},
-        {"usb changed", 10, [](AgePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, true, true, v); }},
+        {"net report", 3, [](AgePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, false, false, v); }},
+        {"net changed", 10, [](AgePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, false, true, v); }},
+        {"usb report", 3, [](AgePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, true, false, v); }},
+        {"usb changed", 10, [](AgePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, true, true, v); }},
         {"language", 3, [](AgePair &p, quint32 value) { p.m_device.setLanguage(value); }},
         {"menu", 2, [](AgePair &p, quint32 value) { p.m_device.setMenu(value); }},
         {"net answers", 2, [](AgePair &p, quint32 value) { p.m_device.setNetAnswer(value); }},
@@ -213,8 +213,8 @@ public:
     static const std::vector<Operation<MachinePair>> &operations();
     QStringList actual()
     {
-        const auto &biz = *m_bench.biz;
-        return m_bench.take() << stateLine(biz.currentPhaseIndex(), biz.isRunning(), biz.result());
+        const auto &biz = *m_fixture.biz;
+        return m_fixture.take() << stateLine(biz.currentPhaseIndex(), biz.isRunning(), biz.result());
     }
     QStringList expected()
     {
@@ -229,18 +229,18 @@ private:
     }
     void start()
     {
-        m_bench.biz->start();
+        m_fixture.biz->start();
         m_model->start();
     }
     void left()
     {
-        m_bench.left();
+        m_fixture.left();
         m_model->left();
     }
     void right(int times = 1)
     {
         for (; times > 0; --times) {
-            m_bench.right();
+            m_fixture.right();
             m_model->right();
         }
     }
@@ -251,22 +251,22 @@ private:
     }
     void press(int key)
     {
-        m_bench.host.keyboard.press(static_cast<unsigned>(key));
+        m_fixture.host.keyboard.press(static_cast<unsigned>(key));
         m_model->keys.press(key);
     }
     void answerCommand(bool ok);
     void renew(quint32 value);
     void passPhase();
 
-    MachineBench m_bench;
-    Device m_device{m_bench.host, m_bench.menu};
+    MachineTestFixture m_fixture;
+    Device m_device{m_fixture.host, m_fixture.menu};
     std::optional<MachineModel> m_model{m_device.model};
-    LogInCalls m_log{m_bench.host.calls};
+    LogInCalls m_log{m_fixture.host.calls};
 };
 
 void MachinePair::answerCommand(bool ok)
 {
-    const auto &results = m_bench.host.tbarCalibration.results;
+    const auto &results = m_fixture.host.tbarCalibration.results;
     if (!results.empty())
         results.back()(ok, {});
     m_model->tbar.answer(ok);
@@ -276,7 +276,7 @@ void MachinePair::renew(quint32 value)
 {
     m_model->destroy();
     m_device.setServices(value);
-    m_bench.make();
+    m_fixture.make();
     m_model.emplace(m_device.model);
 }
 
@@ -316,15 +316,17 @@ const std::vector<Operation<MachinePair>> &MachinePair::operations()
         {"advance", 20, [](MachinePair &p, quint32 value) { p.advance(timeOf(value)); }},
         {"press", 12, [](MachinePair &p, quint32 value) { p.press(keys[value % std::size(keys)]); }},
         {"net report", 6,
-         [](MachinePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, false, false, v); }},
+         [](MachinePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, false, false, v); }},
         {"net changed", 6,
-         [](MachinePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, false, true, v); }},
-        {"usb report", 6, [](MachinePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, true, false, v); }},
-        {"usb changed", 6, [](MachinePair &p, quint32 v) { deliverReport(p.m_bench.host, *p.m_model, true, true, v); }},
+         [](MachinePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, false, true, v); }},
+        {"usb report", 6,
+         [](MachinePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, true, false, v); }},
+        {"usb changed", 6,
+         [](MachinePair &p, quint32 v) { deliverReport(p.m_fixture.host, *p.m_model, true, true, v); }},
         {"answer command", 4, [](MachinePair &p, quint32 value) { p.answerCommand(value % 2 == 0); }},
         {"calibration report", 1,
          [](MachinePair &p, quint32) {
-             p.m_bench.host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration());
+             p.m_fixture.host.tbarCalibration.listener.fire(LCD::ProtocolImpl::s_BarCalibration());
              p.advance(0);
          }},
         {"T-Bar type", 2, [](MachinePair &p, quint32 value) { p.m_device.setTBarType(value); }},
