@@ -78,7 +78,7 @@ LogCapture::~LogCapture()
     activeCapture = nullptr;
 }
 
-QString LogCapture::normalised(const QString &line) const
+QString LogCapture::normalized(const QString &line) const
 {
     static const QRegularExpression address(QStringLiteral("\\b0x[0-9a-fA-F]+"));
     QString text = line;
@@ -94,7 +94,7 @@ QString LogCapture::normalised(const QString &line) const
 void LogCapture::add(QtMsgType type, const QString &category, const QString &text)
 {
     m_journal.add(Journal::Kind::Log, category,
-                  {{QStringLiteral("level"), levelName(type)}, {QStringLiteral("text"), normalised(text)}});
+                  {{QStringLiteral("level"), levelName(type)}, {QStringLiteral("text"), normalized(text)}});
 }
 
 }

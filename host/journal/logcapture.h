@@ -19,7 +19,7 @@ public:
     LogCapture(const LogCapture &) = delete;
     LogCapture &operator=(const LogCapture &) = delete;
 
-    QString normalised(const QString &line) const;
+    QString normalized(const QString &line) const;
     void add(QtMsgType type, const QString &category, const QString &text);
 
 private:

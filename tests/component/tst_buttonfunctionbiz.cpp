@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(session.callsOfPress(900), steady(5) << QStringLiteral("state 101, failed 0"));
     }
 
-    void cutHasAColourOfItsOwn()
+    void cutHasAColorOfItsOwn()
     {
         ButtonSession session({{8, QStringLiteral("CUT")}, {9, QStringLiteral("cut")}, {10, QStringLiteral("Z")}});
         session->enter();
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(session.callsOfPress(9), steady(9, 2) + blinks(10, 2));
     }
 
-    void cutAsTheLastKeyTurnsSteadyInTheColourOfTheOthers()
+    void cutAsTheLastKeyTurnsSteadyInTheColorOfTheOthers()
     {
         ButtonSession session({{1, QStringLiteral("A")}, {8, QStringLiteral("CUT")}});
         session.begin();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(session.callsOfPress(8), steady(8, 2) << QStringLiteral("state 101, failed 0"));
     }
 
-    void onlyTheFirstCutCountsForTheSteadyColour()
+    void onlyTheFirstCutCountsForTheSteadyColor()
     {
         ButtonSession session({{8, QStringLiteral("CUT")}, {9, QStringLiteral("CUT")}, {1, QStringLiteral("A")}});
         session.begin();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(session.callsOfPress(9), steady(4) << QStringLiteral("state 101, failed 0"));
     }
 
-    void skippedKeyInTheMiddleTurnsSteadyInColour0()
+    void skippedKeyInTheMiddleTurnsSteadyInColor0()
     {
         ButtonSession session(abc());
         session.begin();

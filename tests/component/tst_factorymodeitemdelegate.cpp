@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(row.image.pixelColor(Row.topLeft()), QColor(0, 0, 255));
         QCOMPARE(row.image.pixelColor(Row.bottomRight()), QColor(0, 0, 255));
     }
-    void highlightIsThatOfTheColourGroup()
+    void highlightIsThatOfTheColorGroup()
     {
         QStyleOptionViewItem option;
         option.rect = Row;
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QVERIFY(row.ink(0, row.arrowLeft() - 1).isEmpty());
         QVERIFY(!row.ink(row.arrowLeft(), 219).isEmpty());
     }
-    void colourOfTheText_data()
+    void colorOfTheText_data()
     {
         QTest::addColumn<QVariant>("foreground");
         QTest::addColumn<QImage>("same");
@@ -138,10 +138,10 @@ private Q_SLOTS:
         QTest::newRow("red brush") << QVariant(QBrush(Qt::red))
                                    << Painted(QStringLiteral("T"), QStyle::State_Enabled, QColor(Qt::red)).image
                                    << false;
-        QTest::newRow("no colour") << QVariant(QSize(1, 1))
-                                   << Painted(QStringLiteral("T"), QStyle::State_Enabled, QColor()).image << false;
+        QTest::newRow("no color") << QVariant(QSize(1, 1))
+                                  << Painted(QStringLiteral("T"), QStyle::State_Enabled, QColor()).image << false;
     }
-    void colourOfTheText()
+    void colorOfTheText()
     {
         QFETCH(QVariant, foreground);
         QFETCH(QImage, same);

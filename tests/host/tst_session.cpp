@@ -200,11 +200,11 @@ private Q_SLOTS:
     {
         Journal journal;
         const LogCapture tap(journal, q("/somewhere/share"));
-        QCOMPARE(tap.normalised(q("at QListWidget(0x55aa01, name) of QRect(0,0 100x30)")),
+        QCOMPARE(tap.normalized(q("at QListWidget(0x55aa01, name) of QRect(0,0 100x30)")),
                  q("at QListWidget(0x…, name) of QRect(0,0 100x30)"));
-        QCOMPARE(tap.normalised(q("from \"/somewhere/share/factorymenu.xml\"")), q("from \"$SHARE/factorymenu.xml\""));
-        QCOMPARE(tap.normalised(QDir::currentPath() + q("/x")), q("$CWD/x"));
-        QCOMPARE(tap.normalised(QCoreApplication::applicationDirPath() + q("/../share/y")), q("$DEFAULT_SHARE/y"));
+        QCOMPARE(tap.normalized(q("from \"/somewhere/share/factorymenu.xml\"")), q("from \"$SHARE/factorymenu.xml\""));
+        QCOMPARE(tap.normalized(QDir::currentPath() + q("/x")), q("$CWD/x"));
+        QCOMPARE(tap.normalized(QCoreApplication::applicationDirPath() + q("/../share/y")), q("$DEFAULT_SHARE/y"));
     }
 
     void theAgingLoopGoesOnByItself()

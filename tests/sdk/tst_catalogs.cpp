@@ -82,7 +82,7 @@ QVector<Entry> sourceEntries(const QString &language)
 
 }
 
-class TestCatalogues : public QObject
+class TestCatalogs : public QObject
 {
     Q_OBJECT
 
@@ -92,8 +92,8 @@ private Q_SLOTS:
     void offersTheShippedLanguages();
     void startsInEnglish();
     void refusesAnUnknownLanguage();
-    void everyCatalogueHoldsExactlyTheKeys_data() { eachLanguage(); }
-    void everyCatalogueHoldsExactlyTheKeys();
+    void everyCatalogHoldsExactlyTheKeys_data() { eachLanguage(); }
+    void everyCatalogHoldsExactlyTheKeys();
     void everyKeyHasItsTextAtRunTime_data() { eachLanguage(); }
     void everyKeyHasItsTextAtRunTime();
     void joinedTextsCarryTheirOwnSpacing_data() { eachLanguage(); }
@@ -109,25 +109,25 @@ private:
     void eachLanguage();
 };
 
-void TestCatalogues::eachLanguage()
+void TestCatalogs::eachLanguage()
 {
     QTest::addColumn<QString>("language");
     for (const QString &code : languages().languages())
         QTest::newRow(qPrintable(code)) << code;
 }
 
-void TestCatalogues::offersTheShippedLanguages()
+void TestCatalogs::offersTheShippedLanguages()
 {
     QCOMPARE(languages().languages(), QStringLiteral("de|en|ja|zh_CN").split(QLatin1Char('|')));
 }
 
-void TestCatalogues::startsInEnglish()
+void TestCatalogs::startsInEnglish()
 {
     QCOMPARE(languages().language(), QStringLiteral("en"));
     QCOMPARE(word("FCPass"), QStringLiteral("Pass"));
 }
 
-void TestCatalogues::refusesAnUnknownLanguage()
+void TestCatalogs::refusesAnUnknownLanguage()
 {
     for (const char *code : {"", "fr", "../en", "en.qm"})
         QVERIFY2(!languages().setLanguage(QString::fromLatin1(code)), code);
@@ -135,7 +135,7 @@ void TestCatalogues::refusesAnUnknownLanguage()
     QCOMPARE(word("FCPass"), QStringLiteral("Pass"));
 }
 
-void TestCatalogues::everyCatalogueHoldsExactlyTheKeys()
+void TestCatalogs::everyCatalogHoldsExactlyTheKeys()
 {
     QFETCH(QString, language);
     QStringList keys;
@@ -148,7 +148,7 @@ void TestCatalogues::everyCatalogueHoldsExactlyTheKeys()
     QCOMPARE(keys, allKeys());
 }
 
-void TestCatalogues::everyKeyHasItsTextAtRunTime()
+void TestCatalogs::everyKeyHasItsTextAtRunTime()
 {
     QFETCH(QString, language);
     QVERIFY(languages().setLanguage(language));
@@ -158,7 +158,7 @@ void TestCatalogues::everyKeyHasItsTextAtRunTime()
         QCOMPARE(translated(Context, Section, entry.key), entry.text);
 }
 
-void TestCatalogues::joinedTextsCarryTheirOwnSpacing()
+void TestCatalogs::joinedTextsCarryTheirOwnSpacing()
 {
     QFETCH(QString, language);
     QVERIFY(languages().setLanguage(language));
@@ -170,7 +170,7 @@ void TestCatalogues::joinedTextsCarryTheirOwnSpacing()
         QVERIFY(!word(failure).endsWith(QChar(0x3001)));
 }
 
-void TestCatalogues::titlesAreShort()
+void TestCatalogs::titlesAreShort()
 {
     QFETCH(QString, language);
     QVERIFY(languages().setLanguage(language));
@@ -179,19 +179,19 @@ void TestCatalogues::titlesAreShort()
         QVERIFY2(word(title).size() <= 20, title);
 }
 
-void TestCatalogues::aMissingKeyComesBackAsItself()
+void TestCatalogs::aMissingKeyComesBackAsItself()
 {
     QCOMPARE(translated(Context, Section, QStringLiteral("NoSuchKey")), QStringLiteral("NoSuchKey"));
     QCOMPARE(translated(QStringLiteral("Other"), Section, QStringLiteral("FCPass")), QStringLiteral("FCPass"));
     QCOMPARE(translated(Context, Section, QString()), QString());
 }
 
-void TestCatalogues::noTranslatorGivesTheKey()
+void TestCatalogs::noTranslatorGivesTheKey()
 {
     QCOMPARE(veltor::trans::translate(nullptr, Context, Section, QStringLiteral("FCPass")), QStringLiteral("FCPass"));
 }
 
-void TestCatalogues::aChangeOfLanguageShowsAtTheNextLookUp()
+void TestCatalogs::aChangeOfLanguageShowsAtTheNextLookUp()
 {
     const veltor::trans::Translator *translator = languages().translator();
     QCOMPARE(word("FCNoPass"), QStringLiteral("Fail"));
@@ -201,7 +201,7 @@ void TestCatalogues::aChangeOfLanguageShowsAtTheNextLookUp()
     QCOMPARE(languages().translator(), translator);
 }
 
-void TestCatalogues::translatesWhileTheLanguageChanges()
+void TestCatalogs::translatesWhileTheLanguageChanges()
 {
     std::atomic<bool> done{false};
     std::atomic<int> lookUps{0};
@@ -224,5 +224,5 @@ void TestCatalogues::translatesWhileTheLanguageChanges()
     QCOMPARE(strangers.load(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestCatalogues)
+QTEST_GUILESS_MAIN(TestCatalogs)
 #include "tst_catalogs.moc"

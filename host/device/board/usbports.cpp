@@ -65,7 +65,7 @@ void UsbPorts::deviceChanged(const QString &action, udev_device &device)
     if (socket == m_sockets.end())
         return;
     if (isInterface(name)) {
-        // A device loses its interfaces when it is no longer authorised, and gets them back.
+        // A device loses its interfaces when it is no longer authorized, and gets them back.
         const UdevDevice parent(udev_device_new_from_subsystem_sysname(&m_monitor.context(), "usb",
                                                                        socket.key().toLocal8Bit().constData()));
         if (socket->isPlugged && parent)

@@ -24,7 +24,7 @@ public:
     struct State
     {
         bool isPlugged = false;
-        /// The device isn't authorised, or the port has reported too much current since a device was plugged in last.
+        /// The device isn't authorized, or the port has reported too much current since a device was plugged in last.
         bool isBlocked = false;
         int speed = 0; ///< of the device, in Mbit/s; 0 if there is none or it doesn't say
         bool operator==(const State &o) const

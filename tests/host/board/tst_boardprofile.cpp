@@ -143,11 +143,11 @@ void tst_BoardProfile::namesFileLineAndColumn_data()
     row("LED outside", "leds:\n  CUT: ..\n",
         ":2:8: error: found \"..\", expected a name in /sys/class, without a slash");
     row("LED of two keys", "leds:\n  CUT: a\n  AUTO: a\n", ":3:9: error: the LED \"a\" is that of another key");
-    row("one colour", "leds:\n  CUT: {red: a}\n",
+    row("one color", "leds:\n  CUT: {red: a}\n",
         ":2:8: error: an LED needs multicolor, or two or three of red, green, blue");
-    row("multicolour and more", "leds:\n  CUT: {multicolor: a, red: b}\n",
+    row("multicolor and more", "leds:\n  CUT: {multicolor: a, red: b}\n",
         ":2:8: error: a multicolor LED has no other LEDs beside it");
-    row("unknown colour", "leds:\n  CUT: {red: a, pink: b}\n",
+    row("unknown color", "leds:\n  CUT: {red: a, pink: b}\n",
         ":2:17: error: found \"pink\", expected one of multicolor, red, green, blue");
     row("screens as a map", "screens: {backlight: a}\n",
         ":1:10: error: found a map, expected a list of one to 3 screens");

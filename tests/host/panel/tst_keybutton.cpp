@@ -18,8 +18,8 @@ private Q_SLOTS:
     void ledLevelFollowsPeriod_data();
     void ledLevelFollowsPeriod();
     void blinkingLedGoesOnAndOff();
-    void capTakesTheLedsColour_data();
-    void capTakesTheLedsColour();
+    void capTakesTheLedsColor_data();
+    void capTakesTheLedsColor();
     void unnamedKeyShowsItsNumber();
 };
 
@@ -114,7 +114,7 @@ void TestKeyButton::blinkingLedGoesOnAndOff()
     QCOMPARE(button.level(), 0);
 }
 
-void TestKeyButton::capTakesTheLedsColour_data()
+void TestKeyButton::capTakesTheLedsColor_data()
 {
     QTest::addColumn<int>("color");
     QTest::addColumn<QColor>("expected");
@@ -125,7 +125,7 @@ void TestKeyButton::capTakesTheLedsColour_data()
     QTest::newRow("unknown is amber") << 99 << QColor(0xff, 0xb0, 0x2e);
 }
 
-void TestKeyButton::capTakesTheLedsColour()
+void TestKeyButton::capTakesTheLedsColor()
 {
     QFETCH(int, color);
     QFETCH(QColor, expected);
