@@ -47,16 +47,16 @@ Lcd::~Lcd()
 void Lcd::setComponent(QWidget *component)
 {
     m_component = component;
-    takeIn(component);
+    embed(component);
 }
 
 void Lcd::setRepairMode(QWidget *repairMode)
 {
     m_repairMode = repairMode;
-    takeIn(repairMode);
+    embed(repairMode);
 }
 
-void Lcd::takeIn(QWidget *widget)
+void Lcd::embed(QWidget *widget)
 {
     widget->setParent(this);
     widget->setGeometry(rect());

@@ -35,7 +35,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void takeIn(QWidget *widget);
+    void embed(QWidget *widget);
     void showPage(QWidget *page);
     QList<QWidget *> pages() const;
 

@@ -177,11 +177,11 @@ bool RunSaver::openStore()
 bool RunSaver::goToNextFile(const QString &error, RecordStore::Problem problem)
 {
     if (problem != RecordStore::Problem::Unusable || m_number >= MaxFiles) {
-        tell(QStringLiteral("Runs can't be saved and are kept until they can: %1").arg(error));
+        notify(QStringLiteral("Runs can't be saved and are kept until they can: %1").arg(error));
         return false;
     }
     m_currentPath = numberedPath(m_path, ++m_number);
-    tell(QStringLiteral("%1 It is left as it is; runs are saved to %2.").arg(error, m_currentPath));
+    notify(QStringLiteral("%1 It is left as it is; runs are saved to %2.").arg(error, m_currentPath));
     return true;
 }
 
@@ -197,7 +197,7 @@ void RunSaver::checkClock(const QDateTime &begin)
                        .arg(timeText(begin), m_store->path(), timeText(latest)));
 }
 
-void RunSaver::tell(const QString &sentence)
+void RunSaver::notify(const QString &sentence)
 {
     if (sentence == m_lastSentence)
         return;

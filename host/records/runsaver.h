@@ -66,7 +66,7 @@ private:
     bool goToNextFile(const QString &error, RecordStore::Problem problem);
     void openForSending();
     void checkClock(const QDateTime &begin);
-    void tell(const QString &sentence);
+    void notify(const QString &sentence);
 
     const QString m_path;
     const Listener m_listener;
