@@ -161,7 +161,7 @@ QString TBarTest::titleIcon() const
 
 QString TBarTest::heading() const
 {
-    return isMeasuring() ? text("RepairTBarMeasuring") : SingleTest::heading();
+    return isMeasuring() ? text("RepairTBarMeasuring") : SingleTestAdapter::heading();
 }
 
 QString TBarTest::rightCaption() const
