@@ -1,7 +1,5 @@
 #include "records/runtables.h"
 
-#include "records/statisticstables.h"
-
 namespace panelhost {
 
 namespace {
@@ -199,12 +197,12 @@ bool insertRun(StoreConnection &connection, const StoredRun &stored, bool *isNew
             return false;
         *isNew = inserted.changed() > 0;
     }
+    // The journal comes last: with it the run is complete, and the store counts it.
     return !*isNew
         || (insertPhases(connection, stored.run) && insertFailures(connection, stored.run)
             && insertKeys(connection, stored.run) && insertPorts(connection, stored.run)
             && connection.execute(QStringLiteral("INSERT INTO journal VALUES (?, ?)"),
-                                  {idText(stored.run.id), stored.journal})
-            && countRun(connection, stored.run));
+                                  {idText(stored.run.id), stored.journal}));
 }
 
 QString selectRuns()

@@ -2,7 +2,6 @@
 
 #include "records/machinetestruns.h"
 #include "records/recordstore.h"
-#include "records/statisticstables.h"
 
 #include <algorithm>
 
@@ -337,6 +336,13 @@ QVector<FailingPhase> failingPhases(const RunCounts &counts)
         each.cumulativeShare = double(sum) / double(counts.failed);
     }
     return failing;
+}
+
+// The schema has the same as an expression of SQL.
+qint64 roundedDuration(qint64 milliseconds)
+{
+    const qint64 step = milliseconds < 100000 ? 100 : milliseconds < 1000000 ? 1000 : 10000;
+    return (milliseconds + step / 2) / step * step;
 }
 
 qint64 percentile(const QMap<qint64, qint64> &counts, int percent)

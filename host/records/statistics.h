@@ -82,6 +82,10 @@ struct Statistics
 /// Returns the phases that have failed, the most frequent first.
 QVector<FailingPhase> failingPhases(const RunCounts &counts);
 
+/// Returns @p milliseconds in the precision in which the statistics count durations: 0.1 s, 1 s from 100 s on, and 10 s
+/// from 1000 s on.
+qint64 roundedDuration(qint64 milliseconds);
+
 /// Returns the smallest of the durations in @p counts, which maps each to its number, that is at least as long as the
 /// share @p percent of all; -1 if there are none.
 qint64 percentile(const QMap<qint64, qint64> &counts, int percent);

@@ -8,7 +8,7 @@ namespace panelhost {
 constexpr int StoreApplicationId = 0x50485243;
 
 /// The version of the schema that this panelhost reads and writes.
-constexpr int StoreSchemaVersion = 3;
+constexpr int StoreSchemaVersion = 4;
 
 /// Where a store is kept. The tables are the same; the types and a few statements differ.
 enum class StoreKind {

@@ -302,13 +302,40 @@ void PostgresTest::aServerThatRefusesIsReportedOnce()
 void PostgresTest::aStationCanNotChangeOrDelete_data()
 {
     QTest::addColumn<QString>("statement");
-    for (const char *statement :
-         {"DELETE FROM run", "UPDATE run SET outcome = 'passed'", "TRUNCATE run CASCADE", "DROP TABLE run CASCADE",
-          "DELETE FROM phase", "UPDATE phase SET outcome = 'passed'", "DELETE FROM journal",
-          "UPDATE journal SET lines = ''", "DELETE FROM failure", "DELETE FROM keypress", "DELETE FROM port",
-          "UPDATE schema_version SET version = 9", "INSERT INTO schema_version VALUES (9)", "DELETE FROM numbered_run",
-          "ALTER TABLE run ADD COLUMN x TEXT", "DELETE FROM run_count", "DELETE FROM unit_result",
-          "DELETE FROM duration_count", "CREATE TABLE mine (x TEXT)"})
+    for (const char *statement : {"DELETE FROM run",
+                                  "UPDATE run SET outcome = 'passed'",
+                                  "TRUNCATE run CASCADE",
+                                  "DROP TABLE run CASCADE",
+                                  "DELETE FROM phase",
+                                  "UPDATE phase SET outcome = 'passed'",
+                                  "DELETE FROM journal",
+                                  "UPDATE journal SET lines = ''",
+                                  "DELETE FROM failure",
+                                  "DELETE FROM keypress",
+                                  "DELETE FROM port",
+                                  "UPDATE schema_version SET version = 9",
+                                  "INSERT INTO schema_version VALUES (9)",
+                                  "DELETE FROM numbered_run",
+                                  "ALTER TABLE run ADD COLUMN x TEXT",
+                                  "DELETE FROM run_count",
+                                  "DELETE FROM unit_result",
+                                  "DELETE FROM duration_count",
+                                  "UPDATE run_count SET runs = 9",
+                                  "UPDATE unit_result SET first_passed = 1",
+                                  "UPDATE duration_count SET runs = 9",
+                                  "TRUNCATE run_count",
+                                  "TRUNCATE unit_result",
+                                  "TRUNCATE duration_count",
+                                  "INSERT INTO run_count VALUES ('machine', '2026-01-01', '', 'passed', '', 1)",
+                                  "INSERT INTO unit_result VALUES ('A1', 'machine', '', 1, '', '', 1, '', 1, 1)",
+                                  "INSERT INTO duration_count VALUES ('machine', 'tbar', 1, '2026-01', '', 1)",
+                                  "DROP TRIGGER count_run ON journal",
+                                  "ALTER TABLE journal DISABLE TRIGGER count_run",
+                                  "DROP FUNCTION count_run()",
+                                  "CREATE OR REPLACE FUNCTION count_run() RETURNS trigger LANGUAGE plpgsql AS "
+                                  "$$BEGIN RETURN NULL; END$$",
+                                  "CREATE TRIGGER mine AFTER INSERT ON run EXECUTE FUNCTION count_run()",
+                                  "CREATE TABLE mine (x TEXT)"})
         QTest::newRow(statement) << q(statement);
 }
 
@@ -331,8 +358,8 @@ void PostgresTest::versionsOfTheServer_data()
 {
     QTest::addColumn<QString>("change");
     QTest::addColumn<QString>("sentence");
-    QTest::newRow("newer") << q("UPDATE schema_version SET version = 4")
-                           << q(" is of version 4; this panelhost knows versions up to 3.");
+    QTest::newRow("newer") << q("UPDATE schema_version SET version = 5")
+                           << q(" is of version 5; this panelhost knows versions up to 4.");
     QTest::newRow("older") << q("UPDATE schema_version SET version = 2")
                            << q(" is of version 2; its owner upgrades it with \"panelhost schema --from 2\".");
     QTest::newRow("no tables") << q("ALTER TABLE schema_version RENAME TO other")
@@ -348,7 +375,7 @@ void PostgresTest::versionsOfTheServer()
     const auto store = RecordStore::openServer(s_server->parsedAddress(), &error);
     if (QByteArray(QTest::currentDataTag()) == "no tables")
         QVERIFY(s_server->execute(q("ALTER TABLE other RENAME TO schema_version")));
-    QVERIFY(s_server->execute(q("UPDATE schema_version SET version = 3")));
+    QVERIFY(s_server->execute(q("UPDATE schema_version SET version = %1").arg(RecordStore::SchemaVersion)));
     QVERIFY(!store);
     QVERIFY2(error.contains(sentence), qPrintable(error));
 }
@@ -490,8 +517,8 @@ void PostgresTest::theScriptOfTheSchema()
     const auto store = RecordStore::openServer(address, &error);
     QVERIFY2(store, qPrintable(error));
     QVERIFY2(store->save(someRuns(1).first(), "x", &error), qPrintable(error));
-    QCOMPARE(panelhost({q("schema"), q("--from"), q("4")}).err,
-             q("panelhost: --from is \"4\", expected a version from 0 to 3.\n"));
+    QCOMPARE(panelhost({q("schema"), q("--from"), q("5")}).err,
+             q("panelhost: --from is \"5\", expected a version from 0 to 4.\n"));
 }
 
 QTEST_GUILESS_MAIN(PostgresTest)

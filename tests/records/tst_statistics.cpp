@@ -1,6 +1,5 @@
 #include "records/recordstore.h"
 #include "records/statistics.h"
-#include "records/statisticstables.h"
 #include "runfactory.h"
 
 #include <QtCore/QJsonArray>

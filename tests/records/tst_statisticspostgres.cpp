@@ -18,7 +18,8 @@ private Q_SLOTS:
     void postgresHasTheFiguresOfTheFile_data();
     void postgresHasTheFiguresOfTheFile();
     void postgresCountsTheRunsOfAnEarlierVersion();
-    void aStationCountsItsRuns();
+    void aStationCanNotChangeWhatIsCounted();
+    void anUpgradeTakesTheRightToChangeCounts();
 
 private:
     static QString figures(RecordStore &store, const StatisticsQuery &query);
@@ -110,14 +111,57 @@ void StatisticsPostgresTest::postgresCountsTheRunsOfAnEarlierVersion()
     QCOMPARE(counts(), counted);
 }
 
-// A role that may not change runs may count them, and nothing else.
-void StatisticsPostgresTest::aStationCountsItsRuns()
+// The server counts with the rights of the owner. Tables of the same names that a station makes aren't mistaken for its
+// own.
+void StatisticsPostgresTest::aStationCanNotChangeWhatIsCounted()
 {
     const QString station = q("station");
-    QVERIFY(m_server->execute(q("UPDATE run_count SET runs = runs"), station));
-    QVERIFY(!m_server->execute(q("DELETE FROM run_count"), station));
-    QVERIFY(!m_server->execute(q("DELETE FROM unit_result"), station));
-    QVERIFY(!m_server->execute(q("TRUNCATE duration_count"), station));
+    const QStringList before = counts();
+    for (const char *table : {"run_count", "unit_result", "duration_count"}) {
+        QVERIFY(!m_server->execute(q("UPDATE %1 SET kind = kind").arg(q(table)), station));
+        QVERIFY(!m_server->execute(q("DELETE FROM %1").arg(q(table)), station));
+        QVERIFY(!m_server->execute(q("INSERT INTO %1 SELECT * FROM %1 LIMIT 0").arg(q(table)), station));
+    }
+    QCOMPARE(counts(), before);
+    const auto add = [&](const char *id, const char *tables) {
+        return m_server->execute(q("%1; INSERT INTO run (id, session, position, unit, kind, outcome, session_begin, "
+                                   "begin, \"end\", device_begin, device_end, rounds, failure_count, wrong_key_count) "
+                                   "VALUES ('%2', 's', 1, 'X1', 'repair', 'failed', '2031-01-01', '2031-01-01', "
+                                   "'2031-01-01', 0, 0, 0, 0, 0); INSERT INTO phase VALUES ('%2', 1, 'tbar', 'failed', "
+                                   "0, 100, NULL), ('%2', 2, 'tbar', 'passed', 0, 101, NULL); "
+                                   "INSERT INTO journal VALUES ('%2', '')")
+                                     .arg(q(tables), q(id)),
+                                 station);
+    };
+    QVERIFY2(add("1",
+                 "SET search_path = pg_temp, public; CREATE TABLE pg_temp.run_count (LIKE public.run_count); "
+                 "CREATE TABLE pg_temp.unit_result (LIKE public.unit_result); "
+                 "CREATE TABLE pg_temp.duration_count (LIKE public.duration_count)"),
+             qPrintable(m_server->errorString()));
+    QVERIFY2(add("2", "SELECT 1"), qPrintable(m_server->errorString()));
+    QCOMPARE(m_server->values(q("SELECT run_count::text FROM run_count WHERE day = '2031-01-01'")),
+             QStringList{q("(repair,2031-01-01,\"\",failed,tbar,2)")});
+    QCOMPARE(m_server->values(q("SELECT duration_count::text FROM duration_count WHERE month = '2031-01'")),
+             QStringList{q("(repair,tbar,100,2031-01,\"\",4)")});
+    QCOMPARE(m_server->values(q("SELECT count(*) FROM unit_result WHERE unit = 'X1'")), QStringList{q("1")});
+}
+
+// Stations had to count by themselves in version 3.
+void StatisticsPostgresTest::anUpgradeTakesTheRightToChangeCounts()
+{
+    const QString version3 = q("DROP TRIGGER count_run ON journal; DROP FUNCTION count_run(); "
+                               "GRANT INSERT, UPDATE ON run_count, unit_result, duration_count TO station; "
+                               "UPDATE schema_version SET version = 3");
+    QVERIFY2(m_server->execute(version3), qPrintable(m_server->errorString()));
+    QVERIFY(m_server->execute(q("UPDATE run_count SET runs = runs"), q("station")));
+    QVERIFY2(m_server->execute(storeServerScript(3, q("station"))), qPrintable(m_server->errorString()));
+    QVERIFY(!m_server->execute(q("UPDATE run_count SET runs = runs"), q("station")));
+    const QStringList before = counts();
+    QString error;
+    Run run = RunFactory(1, 77).run(0);
+    run.session.begin = QDateTime({2032, 1, 1}, {8, 0}, Qt::UTC);
+    QVERIFY2(m_station->save(run, {}, &error), qPrintable(error));
+    QVERIFY(counts() != before);
 }
 
 Q_DECLARE_METATYPE(panelhost::StatisticsQuery)
