@@ -8,15 +8,35 @@
 
 #include <QtWidgets/QApplication>
 
-int main(int argc, char **argv)
+namespace {
+
+int runOnConsole(int argc, char **argv)
 {
-    panelhost::prepareOutput();
-    const bool needsDisplay = panelhost::needsDisplay(argc, argv);
+    panelhost::prepareConsoleProcess();
+    const QCoreApplication application(argc, argv);
+    panelhost::nameApplication();
+    return panelhost::runCommandLine(QCoreApplication::arguments());
+}
+
+int runWithWidgets(bool needsDisplay, int argc, char **argv)
+{
     QString error;
     if (!panelhost::isDisplayReachable(needsDisplay, argc, argv, &error))
         return panelhost::reportError(error);
     panelhost::prepareProcess(needsDisplay);
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     panelhost::prepareApplication();
-    return panelhost::statusAfterOutput(panelhost::runCommandLine(QApplication::arguments()));
+    return panelhost::runCommandLine(QApplication::arguments());
+}
+
+}
+
+int main(int argc, char **argv)
+{
+    using panelhost::Platform;
+    panelhost::prepareOutput();
+    const Platform platform = panelhost::neededPlatform(argc, argv);
+    return panelhost::statusAfterOutput(platform == Platform::None
+                                            ? runOnConsole(argc, argv)
+                                            : runWithWidgets(platform == Platform::Display, argc, argv));
 }

@@ -25,13 +25,24 @@ void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &contex
 
 }
 
+// Writing beyond the file size limit is an error with a reason instead of a signal.
+void prepareConsoleProcess()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
+}
+
+void nameApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("panelhost"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(PANELHOST_VERSION));
+}
+
 void prepareProcess(bool needsDisplay)
 {
-    // Writing beyond the file size limit is an error with a reason instead of a signal.
-    std::signal(SIGXFSZ, SIG_IGN);
+    prepareConsoleProcess();
     if (!needsDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    defaultHandler = qInstallMessageHandler(dropRuntimeDirectoryRemark);
     VirtualClock::install();
     runAsProbe();
 }
@@ -41,8 +52,7 @@ void prepareApplication()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
-    QApplication::setApplicationName(QStringLiteral("panelhost"));
-    QApplication::setApplicationVersion(QStringLiteral(PANELHOST_VERSION));
+    nameApplication();
     // A blinking text cursor and animations would run in virtual time.
     QApplication::setCursorFlashTime(0);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);

@@ -6,6 +6,12 @@ namespace panelhost {
 /// Without @p needsDisplay the offscreen platform is used unless another one is asked for.
 void prepareProcess(bool needsDisplay);
 
+/// Prepares a process that has no widgets and no virtual clock. Call it before the application object is made.
+void prepareConsoleProcess();
+
+/// Sets the name and the version of the application. Call it after the application object is made.
+void nameApplication();
+
 /// Sets the style, the palette and the name of the application. Call it after the application object is made.
 void prepareApplication();
 

@@ -172,13 +172,24 @@ int printed(const QString &text)
 
 }
 
-bool needsDisplay(int argc, const char *const *argv)
+Platform neededPlatform(int argc, const char *const *argv)
 {
     QStringList arguments;
     for (int index = 0; index < argc; ++index)
         arguments << QString::fromLocal8Bit(argv[index]);
-    const auto asks = [&arguments](const char *name) { return arguments.contains(QLatin1String(name)); };
-    return commandIn(arguments)->needsDisplay && !asks("--help") && !asks("-h") && !asks("--version") && !asks("-v");
+    const auto asks = [&arguments](const QString &option) {
+        return std::any_of(arguments.begin(), arguments.end(), [&option](const QString &argument) {
+            return argument == option || argument.startsWith(option + QLatin1Char('='));
+        });
+    };
+    const Command &command = *commandIn(arguments);
+    // Only an application with widgets removes Qt's own option from the arguments.
+    if (command.platform == Platform::None && !asks(QStringLiteral("-platform"))
+        && (command.drawingOption.isEmpty() || !asks(QStringLiteral("--") + command.drawingOption)))
+        return Platform::None;
+    const bool isHelp = asks(QStringLiteral("--help")) || asks(QStringLiteral("-h"))
+        || asks(QStringLiteral("--version")) || asks(QStringLiteral("-v"));
+    return command.platform == Platform::Display && !isHelp ? Platform::Display : Platform::Offscreen;
 }
 
 int runCommandLine(const QStringList &arguments)

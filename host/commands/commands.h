@@ -15,6 +15,13 @@ struct CommandLine
     const QCommandLineParser &parser; ///< for the command's own options
 };
 
+/// What a command needs of Qt.
+enum class Platform {
+    None,      ///< no window system and no widgets, so that it starts fast
+    Offscreen, ///< widgets that nobody sees
+    Display
+};
+
 /// A command of panelhost. Each is implemented in a file of its own. The exit status is 0 for success, 1 if an
 /// expectation or a check failed, and 2 for wrong usage, unreadable input or a component that can't be loaded.
 struct Command
@@ -25,8 +32,9 @@ struct Command
     QList<QCommandLineOption> options;
     int minArguments;
     int maxArguments;
-    bool needsDisplay; ///< if not, the offscreen platform is used
+    Platform platform;
     int (*run)(const CommandLine &);
+    QString drawingOption = {}; ///< with this option, Platform::Offscreen is needed instead of Platform::None
 };
 
 const QList<Command> &commands();

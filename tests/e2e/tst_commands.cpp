@@ -695,7 +695,7 @@ void CommandsTest::theDisplayCanNotBeReached_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("sentence");
-    const auto row = [](const char *name, const char *line, const QString &sentence) {
+    const auto row = [](const char *name, const QByteArray &line, const QString &sentence) {
         QTest::newRow(name) << QString::fromLatin1(line) << sentence;
     };
     const QString none = QStringLiteral("There is no display: neither DISPLAY nor WAYLAND_DISPLAY is set; ");
@@ -713,6 +713,21 @@ void CommandsTest::theDisplayCanNotBeReached_data()
     row("play", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" play passing.yaml", {});
     row("info", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" info", {});
     row("help", "env -u QT_QPA_PLATFORM DISPLAY=:4711 \"$0\" --help", {});
+    // Commands that only read or write run records start without the window system, unless they draw.
+    const QString paper = QStringLiteral("The platform \"paper\" can't show a window here; the command needs none when "
+                                         "no platform is asked for.");
+    const auto onPaper = [&row](const char *name, const char *command, const QString &sentence = {}) {
+        row(name, QByteArray("env QT_QPA_PLATFORM=paper PANELHOST_RECORDS=sqlite:r.sqlite \"$0\" ") + command,
+            sentence);
+    };
+    onPaper("runs", "runs");
+    onPaper("runs as JSON", "runs --json");
+    onPaper("prune", "prune --older-than 1d --archive a.sqlite");
+    onPaper("stats", "stats");
+    onPaper("stats with charts", "stats --html page", paper);
+    onPaper("schema", "schema");
+    onPaper("info on a platform", "info", paper);
+    row("runs with Qt's option", "env PANELHOST_RECORDS=sqlite:r.sqlite \"$0\" runs -platform offscreen", {});
 }
 
 void CommandsTest::theDisplayCanNotBeReached()
@@ -720,6 +735,7 @@ void CommandsTest::theDisplayCanNotBeReached()
     QFETCH(QString, line);
     QFETCH(QString, sentence);
     write(QStringLiteral("passing.yaml"), Passing);
+    QCOMPARE(runInShell(QStringLiteral("\"$0\" play passing.yaml --records sqlite:r.sqlite")).status, 0);
     const auto ended = runInShell(line);
     QCOMPARE(ended.err, sentence.isEmpty() ? QString() : QStringLiteral("panelhost: %1\n").arg(sentence));
     QCOMPARE(ended.status, sentence.isEmpty() ? 0 : 2);
