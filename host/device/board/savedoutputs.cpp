@@ -154,7 +154,7 @@ bool SavedOutputs::save(const QStringList &leds, const QStringList &backlights, 
     QJsonObject content{{formatKey(), Format}};
     return saveAll(ledsClass, leds, ledAttributeList(), content, error)
         && saveAll(backlightClass, backlights, {"brightness"}, content, error)
-        && replaceFile(path(), QJsonDocument(content).toJson(), error);
+        && replaceFileDurably(path(), QJsonDocument(content).toJson(), error);
 }
 
 QStringList SavedOutputs::restore()

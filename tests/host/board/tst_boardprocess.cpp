@@ -1,7 +1,9 @@
 #include "mockinput.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void signalRestores_data();
     void signalRestores();
     void restoreAfterAKill();
+    void killAtAnyMomentCanBeRestored();
     void kioskShowsTheLcd();
     void probedProfileCanBeUsed();
     void nothingToRestore();
@@ -190,6 +193,41 @@ void tst_BoardProcess::restoreAfterAKill()
     QCOMPARE(output.constData(), "Restored: 2.\n");
     QCOMPARE(content(q(Backlight)), QByteArray("420"));
     QCOMPARE(content(q("/sys/class/leds/cut/brightness")), QByteArray("7"));
+}
+
+// Whenever the process is killed, the file is whole or not there, and what it wrote before is restored.
+void tst_BoardProcess::killAtAnyMomentCanBeRestored()
+{
+    constexpr int Kills = 20;
+    constexpr int Longest = 1500; // ms: until the LEDs and screens of a test are being written
+    const QString state = directory->filePath(q("state/outputs.json"));
+    const QString board = write("board.yaml", profile());
+    QRandomGenerator random(20260122);
+    int restored = 0;
+    for (int kill = 0; kill < Kills; ++kill) {
+        process->start(q(PANELHOST), {q("--device"), board, q("--state"), q("state")});
+        QVERIFY(process->waitForStarted());
+        QElapsedTimer lived;
+        lived.start();
+        const int life = static_cast<int>(random.bounded(Longest));
+        while (!process->waitForFinished(20) && lived.elapsed() < life) {
+            knob->send(EV_KEY, KEY_ENTER, 1); // begins the aging test, which writes to the board
+            knob->send(EV_KEY, KEY_ENTER, 0);
+        }
+        process->kill();
+        process->waitForFinished(30000);
+        if (QFile::exists(state)) {
+            QVERIFY2(QJsonDocument::fromJson(content(state)).isObject(), content(state).constData());
+            ++restored;
+        }
+        QCOMPARE(run({q("restore"), q("--state"), q("state")}), 0);
+        QCOMPARE(content(q(Backlight)), QByteArray("420"));
+        QCOMPARE(content(q("/sys/class/leds/cut/trigger")).contains("heartbeat"), true);
+        QCOMPARE(content(q("/sys/class/leds/cut/brightness")), QByteArray("7"));
+        QVERIFY(!QFile::exists(state));
+    }
+    qInfo("%d of %d kills left something to restore", restored, Kills);
+    QVERIFY(restored > 0);
 }
 
 void tst_BoardProcess::kioskShowsTheLcd()
