@@ -60,6 +60,11 @@ if(TARGET board_mocks)
     target_link_libraries(tst_boardrecording PRIVATE panelhost_scenario)
     target_include_directories(tst_boardrecording PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
     add_dependencies(tst_boardrecording lcdfactorymodeimpl repairpages share_files)
+    # What "./run board-demo" shows.
+    add_test(NAME boarddemo COMMAND "${CMAKE_SOURCE_DIR}/tools/board-demo" "${CMAKE_BINARY_DIR}"
+        "${CMAKE_BINARY_DIR}/tests/board-demo")
+    set_tests_properties(boarddemo PROPERTIES LABELS board TIMEOUT 300 SKIP_RETURN_CODE 77
+        ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endif()
 
 # panelhost itself on mock hardware.

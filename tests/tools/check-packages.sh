@@ -33,6 +33,14 @@ for tool in ccache clang-format clang clang-tidy clazy gcovr libbenchmark-dev li
     ! tools/setup --list $asked | grep -qx "$tool" || fail "./run asks for $tool"
 done
 
+# A package that is known for two architectures is there.
+programs=$(mktemp -d)
+trap 'rm -rf "$programs"' EXIT
+printf '#!/bin/sh\nprintf "installed\\ninstalled\\n"\n' >"$programs/dpkg-query"
+printf '#!/bin/sh\nexit 1\n' >"$programs/apt-get"
+chmod +x "$programs"/*
+PATH=$programs:$PATH tools/setup run || fail "tools/setup installs what is there"
+
 # A purpose that isn't there, or none at all, is refused in one sentence.
 for arguments in dance ''; do
     status=0
