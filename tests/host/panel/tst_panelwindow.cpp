@@ -44,6 +44,7 @@ private Q_SLOTS:
     void faultAsksForItsKey();
     void faultOffersItsValues();
     void failedCalibrationIsShown();
+    void missingPartsAreShown();
     void speedMovesTime();
     void pausedWindowStillActs();
     void recordingLightShowsTheFile();
@@ -230,6 +231,29 @@ void TestPanelWindow::failedCalibrationIsShown()
     m_session->device().calibrate(2, {});
     m_window->refresh();
     QCOMPARE(message->text(), QString());
+}
+
+// Until all parts are back. A part that is gone matters more than a failed calibration.
+void TestPanelWindow::missingPartsAreShown()
+{
+    auto *message = m_window->findChild<QLabel *>(QStringLiteral("message"));
+    QVERIFY(message);
+    const auto report = [this](const char *part, bool present) {
+        return m_session->panelOperator().perform(
+            {OperatorAction::Kind::Part,
+             {{QStringLiteral("name"), QString::fromLatin1(part)}, {QStringLiteral("present"), present}}});
+    };
+    QVERIFY(report("leds", false));
+    QVERIFY(report("keys", false));
+    m_window->refresh();
+    QCOMPARE(message->toolTip(), QStringLiteral("The board has lost: leds, keys"));
+    QVERIFY(report("leds", true));
+    m_window->refresh();
+    QCOMPARE(message->toolTip(), QStringLiteral("The board has lost: keys"));
+    QVERIFY(message->isVisible());
+    QVERIFY(report("keys", true));
+    m_window->refresh();
+    QCOMPARE(message->toolTip(), QString());
 }
 
 void TestPanelWindow::speedMovesTime()
