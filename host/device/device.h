@@ -40,6 +40,7 @@ struct PortState
     int number = 0; ///< port number or identifier in reports
     bool isPlugged = false;
     bool isBlocked = false; ///< USB only
+    double speed = 0;       ///< of what is plugged in, in Mbit/s; USB only; 0 if it isn't known
 };
 
 struct TestPattern
@@ -96,6 +97,8 @@ public:
     virtual void setTBarPosition(double position) = 0;
     virtual bool setPlugged(const QString &port, bool plugged) = 0;
     virtual bool setBlocked(const QString &port, bool blocked) = 0;
+    /// Sets the speed of what is plugged into a USB port, in Mbit/s; 0 if it isn't known. It is only shown.
+    virtual bool setPortSpeed(const QString &port, double speed) = 0;
     /// Ends the calibration step @p command that waits for the result of a real T-Bar. @p message is why it has failed.
     /// Returns false if no such step is running.
     virtual bool finishCalibration(int command, bool ok, const QString &message) = 0;

@@ -23,7 +23,7 @@ struct OperatorAction
         TouchMove, ///< and moves: "x", "y"
         TouchUp,   ///< and is lifted where it is
         TBar,      ///< "position" from 0 (bottom) to 1 (top)
-        Plug,      ///< "port" such as net1 or usb2
+        Plug,      ///< "port" such as net1 or usb2, and "speed" in Mbit/s if a USB device has told it
         Unplug,
         Block, ///< a USB port is blocked: "port"
         Unblock,

@@ -139,7 +139,9 @@ PreparedAction tbar(OperatorTarget &target, const OperatorAction &action)
 
 PreparedAction port(OperatorTarget &target, const OperatorAction &action)
 {
-    const QString name = action.arguments.value(QStringLiteral("port")).toString();
+    const QString portKey = QStringLiteral("port");
+    const QString speedKey = QStringLiteral("speed");
+    const QString name = action.arguments.value(portKey).toString();
     const DeviceState state = target.device().state();
     if (!findPort(state, name))
         return rejected(QStringLiteral("The device has no port \"%1\".").arg(name));
@@ -147,11 +149,15 @@ PreparedAction port(OperatorTarget &target, const OperatorAction &action)
     if (isBlock && !name.startsWith(QLatin1String("usb")))
         return rejected(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
     const bool on = action.kind == OperatorAction::Kind::Plug || action.kind == OperatorAction::Kind::Block;
-    return accepted(action, {{QStringLiteral("port"), name}}, [&target, name, isBlock, on] {
-        if (isBlock)
-            target.device().setBlocked(name, on);
-        else
-            target.device().setPlugged(name, on);
+    if (isBlock)
+        return accepted(action, {{portKey, name}}, [&target, name, on] { target.device().setBlocked(name, on); });
+    Arguments arguments{{portKey, name}};
+    const double speed = on ? action.arguments.value(speedKey).toDouble() : 0;
+    if (speed > 0)
+        arguments.insert(speedKey, speed);
+    return accepted(action, arguments, [&target, name, on, speed] {
+        target.device().setPlugged(name, on);
+        target.device().setPortSpeed(name, speed);
     });
 }
 

@@ -18,6 +18,13 @@ static QString caption(const PortState &port)
     return digits > 0 ? text.insert(digits, QLatin1Char(' ')) : text;
 }
 
+static QString toolTipOf(const PortState &port)
+{
+    if (port.speed <= 0)
+        return caption(port);
+    return QStringLiteral("%1: %2 Mbit/s").arg(caption(port)).arg(port.speed);
+}
+
 PortWidget::PortWidget(Type type, const PortState &port, QWidget *parent)
     : Control(port.name, caption(port), parent), m_type(type), m_port(port)
 {
@@ -31,9 +38,10 @@ QSize PortWidget::sizeHint() const
 
 void PortWidget::setState(const PortState &port)
 {
-    if (port.isPlugged == m_port.isPlugged && port.isBlocked == m_port.isBlocked)
+    if (port.isPlugged == m_port.isPlugged && port.isBlocked == m_port.isBlocked && port.speed == m_port.speed)
         return;
     m_port = port;
+    setToolTip(toolTipOf(port));
     update();
 }
 

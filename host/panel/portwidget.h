@@ -5,7 +5,8 @@
 
 namespace panelhost {
 
-/// A net or USB port. A click plugs or unplugs it. A USB port has a switch that blocks it.
+/// A net or USB port. A click plugs or unplugs it. A USB port has a switch that blocks it, and
+/// its tool tip states the speed of what is plugged in, if it is known.
 class PortWidget : public Control
 {
     Q_OBJECT

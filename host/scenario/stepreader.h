@@ -48,6 +48,7 @@ private:
     void release(const YamlNode &value, Step &step);
     void tbar(const YamlNode &value, Step &step);
     void plug(const YamlNode &value, Step &step);
+    void plugUsb(const YamlNode &value, Step &step);
     void unplug(const YamlNode &value, Step &step);
     void block(const YamlNode &value, Step &step);
     void unblock(const YamlNode &value, Step &step);

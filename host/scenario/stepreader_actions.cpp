@@ -137,9 +137,30 @@ QVector<OperatorAction> StepReader::portActions(const YamlNode &node, OperatorAc
     return actions;
 }
 
+// A USB device with its speed, or ports.
 void StepReader::plug(const YamlNode &value, Step &step)
 {
+    if (value.isMap())
+        return plugUsb(value, step);
     step.actions = portActions(value, OperatorAction::Kind::Plug, m_deviceNames.ports());
+}
+
+void StepReader::plugUsb(const YamlNode &value, Step &step)
+{
+    const QStringList names{QStringLiteral("port"), QStringLiteral("speed")};
+    QVariantMap arguments;
+    for (const auto &entry : m_reader.map(value, names)) {
+        const QString name = YamlReader::scalar(entry.first);
+        if (name == names.at(1)) {
+            if (const auto speed = m_reader.number(entry.second, 0, limits::UsbSpeed))
+                arguments.insert(name, *speed);
+        } else if (const auto port = m_reader.word(entry.second, m_deviceNames.usbPorts)) {
+            arguments.insert(name, *port);
+        }
+    }
+    if (!hasKeys(value, names))
+        m_reader.error(value, QStringLiteral("a plug with a speed needs port and speed"));
+    step.actions.append({OperatorAction::Kind::Plug, arguments});
 }
 
 void StepReader::unplug(const YamlNode &value, Step &step)

@@ -93,6 +93,10 @@ QString stepText(const OperatorAction &action)
         return actionName(action.kind) + QStringLiteral(": ") + calibrationText(action.arguments);
     case Kind::TouchUp:
         return actionName(action.kind) + QLatin1Char(':');
+    case Kind::Plug:
+        return actionName(action.kind) + QStringLiteral(": ")
+            + (action.arguments.size() > 1 ? mapText(action.arguments)
+                                           : valueText(action.arguments.value(argumentOf(action.kind))));
     case Kind::Part:
     case Kind::Touch:
     case Kind::TouchDown:

@@ -22,5 +22,6 @@ constexpr int Ports = 16;      ///< of each kind
 constexpr int TouchPixel = 10000;
 constexpr int LinkDelay = 10000; ///< milliseconds
 constexpr int CalibrationCommand = 1000;
+constexpr int UsbSpeed = 100000; ///< Mbit/s
 
 }

@@ -92,7 +92,10 @@ QVector<TimedAction> timedActions()
     const auto enter = with(Kind::Navigate, "key", QStringLiteral("enter"));
     const auto back = with(Kind::Navigate, "key", QStringLiteral("back"));
     const auto right = with(Kind::Soft, "side", QStringLiteral("right"));
-    return {{0, with(Kind::Plug, "port", QStringLiteral("net1"))},
+    const OperatorAction fastPlug{Kind::Plug,
+                                  {{QStringLiteral("port"), QStringLiteral("usb2")}, {QStringLiteral("speed"), 1.5}}};
+    return {{0, fastPlug},
+            {0, with(Kind::Plug, "port", QStringLiteral("net1"))},
             {250, down},
             {1234, enter},
             {0, fault(true)},

@@ -53,7 +53,10 @@ QJsonArray values()
         {"active": true}, {"name": "nothing"}, {"command": 1, "ok": true},
         {"command": 1, "ok": "off", "message": "late"}, {"command": 1}, {"ok": true}, {"command": 1001, "ok": true},
         {"command": 1, "ok": 1}, {"command": 1, "ok": true, "message": ""}, {"command": 1, "ok": true, "message": []},
-        {"name": "keys", "present": false}, {"name": "keys"}, {"present": true}, {"name": "lcd", "present": true}
+        {"name": "keys", "present": false}, {"name": "keys"}, {"present": true}, {"name": "lcd", "present": true},
+        {"port": "usb1", "speed": 480}, {"port": "usb1", "speed": 1.5}, {"port": "usb1"}, {"speed": 480},
+        {"port": "net1", "speed": 480}, {"port": "usb1", "speed": -1}, {"port": "usb1", "speed": 100001},
+        {"port": "usb1", "speed": "fast"}
     ])";
     return QJsonDocument::fromJson(text).array();
 }

@@ -277,6 +277,19 @@ private Q_SLOTS:
         QVERIFY(!session->faults().isOn(q("key-dead")));
     }
 
+    void speedOfAUsbDeviceIsInTheJournal()
+    {
+        const QVariantMap fast{{q("port"), q("usb1")}, {q("speed"), 5000.0}};
+        perform({OperatorAction::Kind::Plug, fast});
+        QCOMPARE(session->journal().entries().last().data, QJsonObject::fromVariantMap(fast));
+        QCOMPARE(findPort(session->device().state(), q("usb1"))->speed, 5000.0);
+        perform(action(OperatorAction::Kind::Unplug, "port", q("usb1")));
+        QCOMPARE(findPort(session->device().state(), q("usb1"))->speed, 0.0);
+        // A device that doesn't say how fast it is.
+        perform(action(OperatorAction::Kind::Plug, "port", q("usb1")));
+        QVERIFY(!session->journal().entries().last().data.contains(q("speed")));
+    }
+
     void theLanguageChanges()
     {
         perform(action(OperatorAction::Kind::Language, "code", q("zh_CN")));

@@ -37,6 +37,7 @@ public:
     void setTBarPosition(double position) override { m_model.setTBarPosition(position); }
     bool setPlugged(const QString &port, bool plugged) override { return m_model.setPlugged(port, plugged); }
     bool setBlocked(const QString &port, bool blocked) override { return m_model.setBlocked(port, blocked); }
+    bool setPortSpeed(const QString &port, double speed) override { return m_model.setPortSpeed(port, speed); }
     bool finishCalibration(int command, bool ok, const QString &message) override;
     bool setPartPresent(const QString &part, bool present) override { return m_model.setPartPresent(part, present); }
     void setKeyListener(KeyListener listener) override { m_model.setKeyListener(std::move(listener)); }

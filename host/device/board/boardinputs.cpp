@@ -17,6 +17,14 @@ QVariantMap portArgument(const QString &kind, int port)
     return {{QStringLiteral("port"), kind + QString::number(port + 1)}};
 }
 
+QVariantMap plugArguments(int port, double speed)
+{
+    QVariantMap arguments = portArgument(UsbPart, port);
+    if (speed > 0)
+        arguments.insert(QStringLiteral("speed"), speed);
+    return arguments;
+}
+
 // The axis of the T-Bar is one more user of an input device.
 std::vector<InputConfiguration> usersOf(const BoardConfiguration &board)
 {
@@ -214,14 +222,16 @@ void BoardInputs::setProblem(const QString &part, const QString &where, const QS
         send("part", {{QStringLiteral("name"), part}, {QStringLiteral("present"), problems.isEmpty()}});
 }
 
-// A port that is blocked must not seem to be linked in between.
+// A port that is blocked must not seem to be linked in between. A device that is plugged in with another speed, such
+// as the one on the other bus of a USB 3 port, is a plug, too.
 void BoardInputs::usbChanged(int port, const UsbPorts::State &state)
 {
     const UsbPorts::State before = std::exchange(m_usbStates[static_cast<std::size_t>(port)], state);
     if (state.isBlocked && !before.isBlocked)
         send("block", portArgument(UsbPart, port));
-    if (state.isPlugged != before.isPlugged)
-        send(state.isPlugged ? "plug" : "unplug", portArgument(UsbPart, port));
+    const bool hasOtherSpeed = state.isPlugged && state.speed != before.speed;
+    if (state.isPlugged != before.isPlugged || hasOtherSpeed)
+        send(state.isPlugged ? "plug" : "unplug", plugArguments(port, state.speed));
     if (!state.isBlocked && before.isBlocked)
         send("unblock", portArgument(UsbPart, port));
 }

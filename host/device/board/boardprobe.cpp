@@ -118,6 +118,17 @@ QString portPath(const QString &hub, const QString &port)
                           : root + QLatin1Char('-') + match.captured(3);
 }
 
+// What is in a port: "Panel stick, 480 Mbit/s". Not every device says what it is.
+QString usbDetails(const QString &device)
+{
+    const QString speed = attribute(device + QStringLiteral("/speed"));
+    if (speed.isEmpty())
+        return QStringLiteral("free");
+    const QString product = attribute(device + QStringLiteral("/product"));
+    const QString name = product.isEmpty() ? QStringLiteral("a device") : product;
+    return QStringLiteral("%1, %2 Mbit/s").arg(name, speed);
+}
+
 QVector<ProbedDevice> probeUsb()
 {
     const QString directory = QStringLiteral("/sys/bus/usb/devices");
@@ -129,8 +140,7 @@ QVector<ProbedDevice> probeUsb()
             const QString path = portPath(hub, port);
             if (path.isEmpty())
                 continue;
-            const QString product = attribute(directory + QLatin1Char('/') + path + QStringLiteral("/product"));
-            found << ProbedDevice{path, product.isEmpty() ? QStringLiteral("free") : product, true};
+            found << ProbedDevice{path, usbDetails(directory + QLatin1Char('/') + path), true};
         }
     }
     return found;

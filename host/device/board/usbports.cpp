@@ -97,7 +97,7 @@ void UsbPorts::overCurrentChanged(const QString &hubPort)
 void UsbPorts::read(Socket &socket, udev_device &device)
 {
     socket.isAuthorized = deviceAttribute(device, "authorized") != QLatin1String("0");
-    socket.speed = static_cast<int>(deviceAttribute(device, "speed").toDouble()); // "1.5" is the lowest
+    socket.speed = qMax(0.0, deviceAttribute(device, "speed").toDouble()); // "1.5" is the lowest
 }
 
 void UsbPorts::readAll()

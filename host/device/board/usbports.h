@@ -26,7 +26,7 @@ public:
         bool isPlugged = false;
         /// The device isn't authorized, or the port has reported too much current since a device was plugged in last.
         bool isBlocked = false;
-        int speed = 0; ///< of the device, in Mbit/s; 0 if there is none or it doesn't say
+        double speed = 0; ///< of the device, in Mbit/s; 0 if there is none or it doesn't say
         bool operator==(const State &o) const
         {
             return isPlugged == o.isPlugged && isBlocked == o.isBlocked && speed == o.speed;
@@ -56,7 +56,7 @@ private:
         bool isPlugged = false;
         bool isAuthorized = true;
         bool hasOverCurrent = false;
-        int speed = 0;
+        double speed = 0;
     };
 
     struct Port

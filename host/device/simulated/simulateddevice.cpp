@@ -24,7 +24,7 @@ QList<PortState> makePorts(const QString &prefix, int count)
 {
     QList<PortState> ports;
     for (int number = 0; number < count; ++number)
-        ports << PortState{prefix + QString::number(number + 1), number, false, false};
+        ports << PortState{prefix + QString::number(number + 1), number, false, false, 0};
     return ports;
 }
 
@@ -322,6 +322,18 @@ bool SimulatedDevice::setPlugged(const QString &port, bool plugged)
 bool SimulatedDevice::setBlocked(const QString &port, bool blocked)
 {
     return port.startsWith(QLatin1String("usb")) && changePort(port, &PortState::isBlocked, blocked);
+}
+
+bool SimulatedDevice::setPortSpeed(const QString &name, double speed)
+{
+    return change([&](DeviceState &state) {
+        const auto port = std::find_if(state.usbPorts.begin(), state.usbPorts.end(),
+                                       [&name](const PortState &each) { return each.name == name; });
+        if (port == state.usbPorts.end())
+            return false;
+        port->speed = speed;
+        return true;
+    });
 }
 
 bool SimulatedDevice::setPartPresent(const QString &part, bool present)

@@ -48,6 +48,7 @@ public:
     void setTBarPosition(double position) override;
     bool setPlugged(const QString &port, bool plugged) override;
     bool setBlocked(const QString &port, bool blocked) override;
+    bool setPortSpeed(const QString &port, double speed) override;
     bool finishCalibration(int command, bool ok, const QString &message) override;
     bool setPartPresent(const QString &part, bool present) override;
     void setKeyListener(KeyListener listener) override;

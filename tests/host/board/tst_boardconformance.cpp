@@ -142,6 +142,7 @@ void tst_BoardConformance::keepsWhatItIsTold()
     device->setPanelMode(15);
     device->setTestType(7);
     device->setMachineTestKind(1);
+    QVERIFY(device->setPortSpeed(q("usb2"), 480));
     const DeviceState now = device->state();
     QVERIFY(findKey(now, 33)->led.isBlinking());
     QCOMPARE(now.screenBrightness[2], 40);
@@ -151,6 +152,7 @@ void tst_BoardConformance::keepsWhatItIsTold()
     QCOMPARE(now.panelMode, 15);
     QCOMPARE(now.testType, 7);
     QCOMPARE(now.machineTestKind, 1);
+    QCOMPARE(now.usbPorts.at(1).speed, 480.0);
 }
 
 void tst_BoardConformance::ignoresScreensThatItDoesNotHave()
@@ -200,6 +202,7 @@ void tst_BoardConformance::unknownKeysAndPortsAreRefused()
     QVERIFY(!device->setPlugged(q("lcd"), true));
     QVERIFY(!device->setBlocked(q("usb9"), true));
     QVERIFY(!device->setBlocked(q("net1"), true));
+    QVERIFY(!device->setPortSpeed(q("net1"), 480));
     QVERIFY(!device->setPartPresent(q("lcd"), false));
     QVERIFY(!device->finishCalibration(2, true, {}));
     clock.advance(1000);

@@ -207,6 +207,22 @@ private Q_SLOTS:
         QCOMPARE(events.wait(4).mid(2), (QStringList{q("unplug usb1"), q("unblock usb1")}));
     }
 
+    // A device may be plugged in faster than before, on the other bus of a USB 3 port.
+    void usbSpeedIsReportedWithThePlug()
+    {
+        bed->add(q("P: /devices/usb1\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\n\n"
+                   "P: /devices/usb1/1-1\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nA: authorized=1\\n\n"
+                   "A: speed=1.5\\n\n\n"));
+        board.parts.insert(q("usb"), Source::Real);
+        board.usb.ports = {{q("1-1"), q("2-1")}};
+        QVERIFY2(start(), qPrintable(error));
+        QCOMPARE(events.wait(1), (QStringList{q("plug usb1 1.5")}));
+        bed->add(q("P: /devices/usb2/2-1\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nA: authorized=1\\n\n"
+                   "A: speed=5000\\n\n\n"));
+        bed->uevent(q("/sys/devices/usb2/2-1"), "add");
+        QCOMPARE(events.wait(2).last(), q("plug usb1 5000"));
+    }
+
 private:
     static EvdevInput::Configuration panelInput()
     {

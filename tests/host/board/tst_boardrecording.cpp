@@ -157,6 +157,7 @@ void tst_BoardRecording::machineTest()
     QVERIFY2(record(q(LCD_SOURCE_DIR "/scenarios/machine-pass.yaml")), qPrintable(failure));
     QVERIFY(recorded.contains("\"name\":\"calibration\""));
     QVERIFY(recorded.contains("\"name\":\"plug\""));
+    QVERIFY(recorded.contains("{\"port\":\"usb1\",\"speed\":480}"));
     QVERIFY(recorded.contains("\"name\":\"hold\""));
     compare();
 }

@@ -1,3 +1,4 @@
+#include "device/board/boardprobe.h"
 #include "device/board/usbports.h"
 #include "mockinput.h"
 #include "pump.h"
@@ -96,7 +97,7 @@ private Q_SLOTS:
         unplug("1-1.2");
         expect({q("usb1 plugged 480"), q("usb1 empty 0")});
         plug("1-1.2", "1.5");
-        expect({q("usb1 plugged 480"), q("usb1 empty 0"), q("usb1 plugged 1")});
+        expect({q("usb1 plugged 480"), q("usb1 empty 0"), q("usb1 plugged 1.5")});
     }
 
     // A connector of USB 3 is on two buses.
@@ -165,6 +166,21 @@ private Q_SLOTS:
         addDevice("1-1.3", "-480", "");
         bed->uevent(path("1-1.3"), "add");
         expect({q("usb1 plugged 0"), q("usb2 plugged 0")});
+    }
+
+    void probeStatesWhatIsPluggedInAndHowFast()
+    {
+        bed->add(q("P: /devices/pci/usb1/1-1/1-1:1.0/1-1-port2\nE: SUBSYSTEM=usb\n\n"
+                   "P: /devices/pci/usb1/1-1/1-1:1.0/1-1-port3\nE: SUBSYSTEM=usb\n\n"
+                   "P: /devices/pci/usb1/1-1/1-1:1.0/1-1-port4\nE: SUBSYSTEM=usb\n\n"));
+        addDevice("1-1.2", "480", "1");
+        addDevice("1-1.3", "1.5", "1");
+        bed->set(path("1-1.2"), "product", "Panel stick\n");
+        QStringList lines;
+        for (const ProbedDevice &port : probeBoard().usb)
+            lines << port.name + q(" ") + port.details;
+        QCOMPARE(lines,
+                 (QStringList{q("1-1.2 Panel stick, 480 Mbit/s"), q("1-1.3 a device, 1.5 Mbit/s"), q("1-1.4 free")}));
     }
 
     // As many reports as in an hour of a rattling plug, sent as fast as they are read. The mock bed's socket holds a

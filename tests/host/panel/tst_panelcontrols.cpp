@@ -31,6 +31,7 @@ private Q_SLOTS:
     void portPlugsAndUnplugs_data();
     void portPlugsAndUnplugs();
     void usbSwitchBlocksAndUnblocks();
+    void usbSpeedIsInTheToolTip();
     void netPortHasNoSwitch();
     void joystickNavigates_data();
     void joystickNavigates();
@@ -210,7 +211,7 @@ void TestPanelControls::portPlugsAndUnplugs()
 {
     QFETCH(QString, name);
     QFETCH(int, type);
-    PortState port{name, 2, false, false};
+    PortState port{name, 2, false, false, 0};
     PortWidget widget(PortWidget::Type(type), port, nullptr);
     widget.resize(widget.sizeHint());
     ActionLog log(widget);
@@ -225,7 +226,7 @@ void TestPanelControls::portPlugsAndUnplugs()
 
 void TestPanelControls::usbSwitchBlocksAndUnblocks()
 {
-    PortState port{QStringLiteral("usb1"), 1, false, false};
+    PortState port{QStringLiteral("usb1"), 1, false, false, 0};
     PortWidget widget(PortWidget::Type::Usb, port, nullptr);
     widget.resize(widget.sizeHint());
     ActionLog log(widget);
@@ -236,9 +237,26 @@ void TestPanelControls::usbSwitchBlocksAndUnblocks()
     QCOMPARE(log.lines, (QStringList{QStringLiteral("block port=usb1"), QStringLiteral("unblock port=usb1")}));
 }
 
+void TestPanelControls::usbSpeedIsInTheToolTip()
+{
+    PortState port{QStringLiteral("usb1"), 0, false, false, 0};
+    PortWidget widget(PortWidget::Type::Usb, port, nullptr);
+    QCOMPARE(widget.toolTip(), QStringLiteral("USB 1"));
+    port.isPlugged = true;
+    port.speed = 1.5;
+    widget.setState(port);
+    QCOMPARE(widget.toolTip(), QStringLiteral("USB 1: 1.5 Mbit/s"));
+    port.speed = 5000;
+    widget.setState(port);
+    QCOMPARE(widget.toolTip(), QStringLiteral("USB 1: 5000 Mbit/s"));
+    port = {QStringLiteral("usb1"), 0, false, false, 0};
+    widget.setState(port);
+    QCOMPARE(widget.toolTip(), QStringLiteral("USB 1"));
+}
+
 void TestPanelControls::netPortHasNoSwitch()
 {
-    PortWidget widget(PortWidget::Type::Net, {QStringLiteral("net1"), 1, false, false}, nullptr);
+    PortWidget widget(PortWidget::Type::Net, {QStringLiteral("net1"), 1, false, false, 0}, nullptr);
     widget.resize(widget.sizeHint());
     QVERIFY(widget.blockSwitch().isEmpty());
     ActionLog log(widget);
