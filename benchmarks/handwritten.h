@@ -1,12 +1,10 @@
 #pragma once
 
-#include "linkhost.h"
+#include "quiethost.h"
 
 #include <QtCore/QMutex>
 
 #include <algorithm>
-#include <map>
-#include <set>
 
 // The work that one report makes, written down straight on: nothing shared, nothing guarded against the end of the
 // object, one listener without a table.
@@ -49,23 +47,23 @@ struct HandwrittenUsb
         if (!held || !*held)
             return;
         const std::shared_ptr<UsbRecords> records = *held;
-        std::set<int> found;
-        for (const auto &record : *records) {
-            if (record.nodeType == 26)
-                found.insert(record.portId);
-        }
+        std::vector<int> ports;
         {
             const QMutexLocker locker(&mutex);
-            found.insert(knownPorts.begin(), knownPorts.end());
+            ports = knownPorts;
         }
-        const std::vector<int> ports(found.begin(), found.end());
-        std::map<int, std::size_t> positions;
-        for (std::size_t i = 0; i < ports.size(); ++i)
-            positions.emplace_hint(positions.end(), ports[i], i);
+        for (const auto &record : *records) {
+            if (record.nodeType == 26)
+                ports.push_back(record.portId);
+        }
+        std::sort(ports.begin(), ports.end());
+        ports.erase(std::unique(ports.begin(), ports.end()), ports.end());
         std::vector<bool> links(ports.size(), false);
         for (const auto &record : *records) {
-            if (record.nodeType == 26 && record.linkBlocked == 0 && record.linkActive != 0)
-                links[positions.at(record.portId)] = true;
+            if (record.nodeType == 26 && record.linkBlocked == 0 && record.linkActive != 0) {
+                const auto port = std::lower_bound(ports.begin(), ports.end(), record.portId);
+                links[static_cast<std::size_t>(port - ports.begin())] = true;
+            }
         }
         {
             const QMutexLocker locker(&mutex);

@@ -17,7 +17,7 @@ repeated=$(tools/setup --list $purposes | sort | uniq -d)
 [ -z "$repeated" ] || fail "listed for two purposes: $repeated"
 
 # What scripts and documents type. Purposes in variables stand in a list of their own.
-used=$(grep -hoE 'tools/setup( +[a-z]+)+|purposes\+?=\([a-z ]+\)' run test .ci/run docs/*.md README.md |
+used=$(grep -hoE 'tools/setup( +[a-z]+)+|purposes\+?=\([a-z ]+\)' run test bench .ci/run docs/*.md README.md |
     sed -E 's,^tools/setup,,; s,^purposes[^(]*\((.*)\)$,\1,')
 for purpose in $used; do
     tools/setup --list "$purpose" >/dev/null || fail "nobody knows the purpose $purpose"
