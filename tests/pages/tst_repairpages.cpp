@@ -3,6 +3,7 @@
 #include "hosttest.h"
 #include "journal/journal.h"
 #include "lcd/screenreader.h"
+#include "listenertap.h"
 #include "records/runlines.h"
 #include "services/exportwriter.h"
 #include "session/session.h"
@@ -16,6 +17,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QWidget>
+
+#include <thread>
 
 #include <sys/mount.h>
 
@@ -91,7 +94,11 @@ class tst_RepairPages : public QObject
 
 private Q_SLOTS:
     void init() { open({}); }
-    void cleanup() { session.reset(); }
+    void cleanup()
+    {
+        session.reset();
+        tap.reset();
+    }
 
     void everyKeyOpensItsPage_data() { eachPage(); }
     void everyKeyOpensItsPage()
@@ -121,7 +128,7 @@ private Q_SLOTS:
         }
     }
 
-    void noFaultKeepsTheHardware_data() { eachPage(); }
+    void noFaultKeepsTheHardware_data() { eachPageAndService(); }
     void noFaultKeepsTheHardware()
     {
         QFETCH(QString, key);
@@ -137,7 +144,7 @@ private Q_SLOTS:
     }
 
     // The service goes while the page is open: the hardware is restored all the same.
-    void aServiceMayGoDuringATest_data() { eachPage(); }
+    void aServiceMayGoDuringATest_data() { eachPageAndService(); }
     void aServiceMayGoDuringATest()
     {
         QFETCH(QString, key);
@@ -145,9 +152,9 @@ private Q_SLOTS:
         for (const QString &service : Faults::allowedValues(q("service"))) {
             for (const QString &visit : {q("running"), q("judging"), q("passed")}) {
                 enter(key);
-                go(visit);
+                visitState(visit);
                 setFault(absent, service, true);
-                leave();
+                leaveIfOpen();
                 setFault(absent, service, false);
                 QCOMPARE(troubles(), QStringList());
             }
@@ -174,13 +181,13 @@ private Q_SLOTS:
         }
     }
 
-    void theHostMayLeaveAtAnyTime_data() { eachPage(); }
+    void theHostMayLeaveAtAnyTime_data() { eachPageAndService(); }
     void theHostMayLeaveAtAnyTime()
     {
         QFETCH(QString, key);
         for (const QString &visit : visits) {
             enter(key);
-            go(visit);
+            visitState(visit);
             perform({OperatorAction::Kind::ExitFactoryMode, {}});
             QCOMPARE(screen("page"), q("hidden"));
             QCOMPARE(troubles(), QStringList());
@@ -189,13 +196,42 @@ private Q_SLOTS:
         }
     }
 
-    void theSessionMayEndAtAnyTime_data() { eachPage(); }
+    // Services may report on any thread: while a page is entered, while its test runs, and after it was left.
+    void eventsMayComeFromForeignThreads_data() { eachPageAndService(); }
+    void eventsMayComeFromForeignThreads()
+    {
+        QFETCH(QString, key);
+        QTemporaryDir stick;
+        openWithStick(stick.path());
+        tap = std::make_unique<ListenerTap>();
+        for (const QString &visit : visits) {
+            enter(key);
+            visitState(visit);
+            const std::size_t listeners = tap->events().size();
+            sendFromForeignThreads([this] { session->clock().settle(); });
+            // The page is left while the events come.
+            sendFromForeignThreads([this] {
+                perform({OperatorAction::Kind::ExitFactoryMode, {}});
+                perform({OperatorAction::Kind::EnterFactoryMode, {}});
+            });
+            QCOMPARE(screen("page"), q("menu"));
+            QCOMPARE(troubles(), QStringList());
+            sendFromForeignThreads([this] { session->clock().advance(4000); });
+            QCOMPARE(screen("page"), q("menu"));
+            QCOMPARE(troubles(), QStringList());
+            QVERIFY(visit == q("idle") || listeners > 0 || !hasListeners(key));
+        }
+        enter(key);
+        QCOMPARE(visitState(q("passed")), q("passed"));
+    }
+
+    void theSessionMayEndAtAnyTime_data() { eachPageAndService(); }
     void theSessionMayEndAtAnyTime()
     {
         QFETCH(QString, key);
         for (const QString &visit : visits) {
             enter(key);
-            go(visit);
+            visitState(visit);
             open({});
         }
     }
@@ -1218,6 +1254,13 @@ private:
         row("usb", "USB ports", "lcdMemoryCacheNodeUSB");
     }
 
+    void eachPageAndService()
+    {
+        eachPage();
+        QTest::newRow("logexport") << logExportKey << q("Log export") << QStringList{q("lcdLogExport")};
+        QTest::newRow("resetfactory") << factoryResetKey << q("Factory reset") << QStringList{q("lcdFactoryReset")};
+    }
+
     void open(const Session::Options &options)
     {
         session.reset();
@@ -1289,6 +1332,13 @@ private:
             soft("left");
         back();
         QCOMPARE(screen("page"), q("menu"));
+    }
+
+    // A reset that succeeds leaves its page.
+    void leaveIfOpen()
+    {
+        if (screen("page") != q("menu"))
+            leave();
     }
 
     void setFault(const FaultInfo &info, const QString &value, bool on)
@@ -1389,6 +1439,29 @@ private:
         }
     }
 
+    static bool hasListeners(const QString &key)
+    {
+        const QStringList without = {q("screenlight"), q("screenbadpixel"), q("screenbadpixels"), q("buttonlight"),
+                                     q("knob"),        q("joystick"),       q("touchscreen")};
+        return !without.contains(key.section(QLatin1Char('.'), -1));
+    }
+
+    // Also for the pages that are no tests: the reset is confirmed, and passing leaves its page.
+    QString visitState(const QString &visit)
+    {
+        const bool isReset = screen("title") == q("Factory reset");
+        if (!isReset && screen("title") != q("Log export"))
+            return go(visit);
+        if (visit == q("idle"))
+            return visit;
+        soft("right");
+        if (isReset)
+            soft("left");
+        session->clock().advance(visit == q("running") ? 100 : 2000);
+        const bool isDone = screen("page") == q("menu") || screen("right") == q("Export again");
+        return isDone ? q("passed") : visit;
+    }
+
     // Goes on until @p visit is reached; returns where the page is.
     QString go(const QString &visit)
     {
@@ -1417,8 +1490,8 @@ private:
     {
         setFault(info, value, true);
         enter(key);
-        go(visit);
-        leave();
+        visitState(visit);
+        leaveIfOpen();
         setFault(info, value, false);
         const bool isKeyboardAway = value == q("lcdKeyboardEvent");
         const QStringList left = isKeyboardAway ? hardwareTroubles() : troubles();
@@ -1463,6 +1536,26 @@ private:
         return troubles();
     }
 
+    // Two threads that Qt doesn't know call every listener that is registered.
+    void sendFromForeignThreads(const std::function<void()> &meanwhile)
+    {
+        constexpr int Rounds = 40;
+        const std::vector<Events::Send> events = tap->events();
+        const auto send = [&events] {
+            for (int round = 0; round < Rounds; ++round) {
+                for (const Events::Send &event : events)
+                    event(round);
+            }
+        };
+        std::thread first(send);
+        std::thread second(send);
+        meanwhile();
+        first.join();
+        second.join();
+        session->clock().settle();
+    }
+
+    std::unique_ptr<ListenerTap> tap; ///< outlives the session
     std::unique_ptr<Session> session;
 };
 
