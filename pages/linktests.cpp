@@ -44,8 +44,19 @@ public:
 
     void reTest() override
     {
+        setJudged(false);
         SingleTestAdapter<Biz>::reTest();
         onLinks({});
+    }
+    void setPass() override
+    {
+        setJudged(true);
+        SingleTestAdapter<Biz>::setPass();
+    }
+    void setNotPass() override
+    {
+        setJudged(true);
+        SingleTestAdapter<Biz>::setNotPass();
     }
 
     int failCount() const override { return this->m_biz->failCount(); }
@@ -55,12 +66,18 @@ public:
     void pressLeft() override { this->setNotPass(); }
 
 private:
+    void setJudged(bool isJudged)
+    {
+        const std::lock_guard locker(m_mutex);
+        m_isJudged = isJudged;
+    }
     void onLinks(std::vector<bool> links);
     void passIfAllLinked();
     QString portText(std::size_t port) const;
 
     const PortKind m_kind;
     mutable std::mutex m_mutex;
+    bool m_isJudged = false;
     std::vector<bool> m_links;
     std::vector<bool> m_passed; ///< as long as m_links
 };
@@ -69,12 +86,11 @@ private:
 template <class Biz>
 void LinkTest<Biz>::onLinks(std::vector<bool> links)
 {
-    const TestState state = this->state();
-    if (state == TestState::Passed || state == TestState::Failed)
-        return;
     {
         std::vector<bool> passed = links;
         const std::lock_guard locker(m_mutex);
+        if (m_isJudged)
+            return;
         for (std::size_t port = 0; m_kind.keepsLinks && port < std::min(passed.size(), m_passed.size()); ++port)
             passed[port] = passed[port] || m_passed[port];
         m_links.swap(links);
