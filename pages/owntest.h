@@ -5,8 +5,8 @@
 
 namespace LCD::RepairPages {
 
-/// The common part of the tests that have no single test in the factory mode. They pass by themselves; the left button
-/// fails them. Counts the verdicts "not passed" since the page was entered.
+/// The common part of the tests that have no single test in the factory mode. Such a test passes by itself; the left
+/// button fails it. Counts the verdicts "not passed" since the page was entered.
 class OwnTest : public PageTest
 {
 public:

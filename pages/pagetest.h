@@ -44,11 +44,11 @@ class PageTest : public QObject
 public:
     using QObject::QObject;
 
-    /// Sets the idle state and tells the device which test is active. Called once, before all other functions.
+    /// Makes the test idle and tells the device which test is active. Called once, before all other functions.
     virtual void enter() = 0;
     /// Starts the idle test.
     virtual void start() = 0;
-    /// Sets the idle state after a verdict.
+    /// Makes the test idle again after a verdict.
     virtual void reTest() = 0;
     /// Ends the test with the verdict "passed".
     virtual void setPass() = 0;
@@ -78,11 +78,11 @@ public:
     /// Returns the lines below the verdict, such as what failed.
     virtual QVector<PageLine> remarks() const { return {}; }
 
-    /// Returns the line with the verdict; empty: the text for tests.
+    /// Returns the line with the verdict. If it is empty, the page shows its usual text.
     virtual QString verdictText() const { return {}; }
 
-    /// Return the captions of the button that starts the test and of the one that starts it after a verdict; empty: the
-    /// captions for tests.
+    /// Return the caption of the button that starts the test, and of the button that starts it again after a verdict.
+    /// If one is empty, the button has its usual caption.
     virtual QString startCaption() const { return {}; }
     virtual QString againCaption() const { return {}; }
     /// Returns whether the page is left when the test has passed.

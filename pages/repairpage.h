@@ -19,7 +19,7 @@ namespace LCD::RepairPages {
 struct PageInfo;
 class TouchGrid;
 
-/// A page: a frame, and between enter() and leave() the test that it shows. GUI thread.
+/// A page: a frame and, between enter() and leave(), the test that it shows. GUI thread.
 class RepairPage : public QWidget
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ enum class Platform {
     Display
 };
 
-/// A command of panelhost. Each is implemented in a file of its own. The exit status is 0 for success, 1 if an
+/// A command of panelhost. Each command is implemented in a file of its own. The exit status is 0 for success, 1 if an
 /// expectation or a check failed, and 2 for wrong usage, unreadable input or a component that can't be loaded.
 struct Command
 {

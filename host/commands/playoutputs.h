@@ -22,7 +22,7 @@ public:
     bool wantsReport() const { return !m_report.isEmpty(); }
     bool wantsScreenshots() const { return !m_report.isEmpty() || !m_screenshots.isEmpty(); }
     /// Makes the directories and opens the journal. Returns false, with a sentence in @p error, if that is impossible
-    /// or a file would be written over one that is read.
+    /// or if an input file would be overwritten.
     bool open(QString *error);
 
     /// Adds the line that the journal of a session begins with; empty if there is none.

@@ -72,8 +72,8 @@ public:
     bool create();
     /// Deletes the widget with the component's `deletor`.
     void destroy();
-    /// Calls destroy() and removes the host from the library. Libraries share their pointer to the host, so the others
-    /// have none either after that.
+    /// Calls destroy() and sets the library's host to nullptr. All loaded libraries share this pointer, so the others
+    /// have no host either after that.
     void shutDown();
 
     LoadState state() const { return m_state; }

@@ -83,13 +83,14 @@ public:
     virtual void setPanelMode(int mode) = 0;
     virtual void setTestType(int type) = 0;
     virtual void setMachineTestKind(int kind) = 0;
-    /// The host enters or exits factory mode. Only then a board takes its input devices for itself.
+    /// Called when the host enters or exits factory mode. A board grabs its input devices only while factory mode is
+    /// active.
     virtual void setFactoryMode(bool active) = 0;
     /// Runs the calibration step @p command. @p result is called on the device's thread when the step is done or has
     /// failed. The T-Bar must be in the position of the step when this is called.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
-    /// Starts a factory reset. @p result is called on the device's thread when it is done or has failed. A device
-    /// without one fails at once.
+    /// Starts a factory reset. @p result is called on the device's thread when it is done or has failed. On a device
+    /// without a factory reset, @p result is called with a failure at once.
     virtual void resetToFactoryState(const std::function<void(bool ok, const std::string &message)> &result);
 
     // operations of an operator
@@ -99,11 +100,11 @@ public:
     virtual bool setBlocked(const QString &port, bool blocked) = 0;
     /// Sets the speed of what is plugged into a USB port, in Mbit/s; 0 if it isn't known. It is only shown.
     virtual bool setPortSpeed(const QString &port, double speed) = 0;
-    /// Ends the calibration step @p command that waits for the result of a real T-Bar. @p message is why it has failed.
-    /// Returns false if no such step is running.
+    /// Ends the calibration step @p command, which waits for the result of a real T-Bar. @p message is the reason if it
+    /// has failed. Returns false if no such step is running.
     virtual bool finishCalibration(int command, bool ok, const QString &message) = 0;
-    /// Says that a part of the board, such as "keys", has disappeared or is back. Returns false if there is no such
-    /// part.
+    /// Sets whether a part of the board, such as "keys", is there. A part may disappear and come back. Returns false if
+    /// there is no such part.
     virtual bool setPartPresent(const QString &part, bool present) = 0;
 
     // listeners, all called on the device's thread

@@ -13,8 +13,8 @@ public:
     explicit DiagnosticCollector(const QString &file) : m_file(file) {}
 
     void add(SourceLocation where, const QString &text) { add(where, {}, text); }
-    /// Adds an error in a value that was reached through @p aliases. It is reported at the last alias, and only if the
-    /// value isn't wrong without the aliases as well.
+    /// Adds an error in a value that was reached through @p aliases. It is reported at the last alias. It isn't
+    /// reported if the value is also wrong where it is defined.
     void add(SourceLocation definition, const QVector<SourceLocation> &aliases, const QString &text);
 
     QString file() const { return m_file; }

@@ -6,13 +6,13 @@
 
 namespace panelhost {
 
-/// A condition for a value.
+/// A condition for the value of a property.
 struct Condition
 {
     enum class Comparison {
         Equals,
-        Contains, ///< a text that contains it, or a list with such an element
-        Matches   ///< a regular expression that matches anywhere in the text or in an element of the list
+        Contains, ///< the text, or an element of the list, contains the expected text
+        Matches   ///< the regular expression matches anywhere in the text or in an element of the list
     };
 
     Comparison comparison = Comparison::Equals;

@@ -25,8 +25,8 @@ using ExpectationResults = QVector<ExpectationResult>;
 class ExpectationEvaluator
 {
 public:
-    /// Advances virtual time by at most @p duration and calls @p done after each step. Returns true as soon as that
-    /// does.
+    /// Advances virtual time by at most @p duration and calls @p done after each step. Returns true as soon as @p done
+    /// returns true.
     using Advance = std::function<bool(Milliseconds duration, const std::function<bool()> &done)>;
 
     /// @p counter counts the entries of the session's journal.

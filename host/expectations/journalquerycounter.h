@@ -15,7 +15,7 @@ namespace panelhost {
 class JournalQueryCounter
 {
 public:
-    /// Counts for those of @p expectations that query the journal.
+    /// Counts for the expectations in @p expectations that query the journal.
     explicit JournalQueryCounter(const Expectations &expectations);
 
     void add(const Journal::Entry &entry);

@@ -19,7 +19,7 @@ struct Snapshot
 QStringList propertyNames();
 /// Returns true if @p name is a property of a device with @p deviceNames.
 bool isProperty(const QString &name, const DeviceNames &deviceNames);
-/// Returns the value of @p property, a text or a list of texts. Invalid if the current page doesn't have the property.
+/// Returns the value of @p property, a text or a list of texts; invalid if the current page doesn't have the property.
 QVariant propertyValue(const Snapshot &snapshot, const QString &property);
 
 }

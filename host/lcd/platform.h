@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// Returns false if @p platform, such as "offscreen", shows its windows nowhere.
+/// Returns false if @p platform doesn't show windows on a display, such as "offscreen".
 bool hasDisplay(const QString &platform);
 
 }

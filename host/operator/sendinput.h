@@ -24,8 +24,8 @@ void sendKey(QWidget &lcd, Qt::Key key);
 /// Sends a press and a release of the left mouse button at @p point of @p widget to the innermost widget there.
 void sendTouch(QWidget &widget, const QPoint &point);
 
-/// A finger on the LCD. The widget below it when it is put down gets its movements, as with a grabbed mouse, and gets
-/// nothing more once it is deleted.
+/// A finger on the LCD. The widget that is below the finger when it is put down gets all of its movements, as with a
+/// grabbed mouse. If that widget is deleted, no widget gets them.
 class Finger
 {
 public:

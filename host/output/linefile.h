@@ -22,11 +22,11 @@ public:
     LineFile() = default;
     ~LineFile();
 
-    /// Opens @p path for writing and locks it. Returns false, with a sentence in @p error, if that is impossible,
-    /// another process is writing the file, or a regular file is there and @p ifExists is Refuse. The previous content
+    /// Opens @p path for writing and locks it. Returns false, with a sentence in @p error, if that is impossible, if
+    /// another process is writing the file, or if a regular file exists and @p ifExists is Refuse. The previous content
     /// is kept until the first append().
     bool open(const QString &path, IfExists ifExists, QString *error);
-    /// Closes the file. It is empty then if nothing was appended. Some file systems report a full disk only now; see
+    /// Closes the file. If nothing was appended, the file is empty. Some file systems report a full disk only now; see
     /// error().
     void close();
     bool isOpen() const;

@@ -6,8 +6,8 @@
 
 namespace panelhost {
 
-/// A control of the front panel. It emits actionTriggered() and has no effect itself: the window performs the action,
-/// and the control is updated with the new state of the device. GUI thread.
+/// A control of the front panel. It only emits actionTriggered(). The window performs the action, and then updates the
+/// control with the new state of the device. GUI thread.
 class Control : public QWidget
 {
     Q_OBJECT

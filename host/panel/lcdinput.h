@@ -6,8 +6,8 @@ namespace panelhost {
 
 /// Converts the keyboard and mouse input of the window to operator actions, so that all input of the component is in
 /// the journal: mouse clicks become touches, and drags become a finger that moves; arrow keys, Enter, Escape and the
-/// wheel become movements of the knob. A transparent overlay of the LCD that never takes the focus, which stays on the
-/// LCD. The operator sends the Qt events of these actions (operator/sendinput).
+/// wheel become movements of the knob. It is a transparent overlay of the LCD. It never takes the focus; the focus
+/// stays on the LCD. The operator sends the Qt events of these actions (operator/sendinput).
 class LcdInput : public Control
 {
     Q_OBJECT

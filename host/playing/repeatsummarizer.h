@@ -5,8 +5,8 @@
 
 namespace panelhost {
 
-/// Shortens the results of a repeat. Keeps the first two repetitions and the newest one; one element replaces those
-/// between them. The size of the results therefore doesn't depend on the number of repetitions.
+/// Shortens the results of a repeat. Keeps the first two repetitions and the newest one; one element replaces all
+/// others. The size of the results therefore doesn't depend on the number of repetitions.
 class RepeatSummarizer
 {
 public:

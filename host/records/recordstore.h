@@ -39,7 +39,7 @@ public:
 
     /// Returns the path of the file, or the address of the server without its password.
     QString path() const { return m_connection->name(); }
-    /// For statements that this class doesn't have.
+    /// For statements for which this class has no function.
     StoreConnection &connection() { return *m_connection; }
 
     /// Saves @p run with @p journal, its part of the journal as lines, in one transaction. A run that exists stays as
@@ -48,26 +48,26 @@ public:
     /// Saves all @p runs in one transaction. Returns false and sets @p error to a sentence if none was saved.
     bool saveAll(const QVector<StoredRun> &runs, Forwarding forwarding, QString *error, Problem *problem = nullptr);
 
-    /// Calls @p listener with each run that @p filter lets through, by begin. Returns false and sets @p error to a
-    /// sentence on an error. The listener may not use this store.
+    /// Calls @p listener with each run that @p filter selects, in the order of their begin. Returns false and sets @p
+    /// error to a sentence on an error. The listener may not use this store.
     bool read(const RunFilter &filter, const std::function<void(const Run &)> &listener, QString *error);
     /// Returns the run; nullopt, with @p error empty, if it doesn't exist.
     std::optional<Run> run(const QUuid &id, QString *error);
     /// Returns the lines of the journal of a run.
     QByteArray journal(const QUuid &id, QString *error);
-    /// Returns the runs @p ids with their journals; nullopt on an error, also if one of them doesn't exist.
+    /// Returns the runs @p ids with their journals; nullopt on an error, or if one of them doesn't exist.
     std::optional<QVector<StoredRun>> storedRuns(const QVector<QUuid> &ids, QString *error);
-    /// Returns the ids of the runs that @p filter lets through and that don't wait to be sent; nullopt on an error.
+    /// Returns the ids of the runs that @p filter selects, without those that wait to be sent; nullopt on an error.
     std::optional<QVector<QUuid>> sentIds(const RunFilter &filter, QString *error);
     /// Deletes the runs @p ids, in one transaction. Returns false and sets @p error to a sentence if none was deleted.
     bool remove(const QVector<QUuid> &ids, QString *error);
-    /// Returns the number of runs that @p filter lets through; -1 on an error.
+    /// Returns the number of runs that @p filter selects; -1 on an error.
     qint64 count(const RunFilter &filter, QString *error);
-    /// Returns when the session of the run with the latest begin began; invalid if there is no run or on an error.
+    /// Returns the begin of the session that the newest run belongs to; invalid if there is no run or on an error.
     QDateTime latestSessionBegin();
 
     /// Returns at most @p count of the runs that wait to be sent, in the order in which they were saved; nullopt on an
-    /// error. Only for files, as the next two.
+    /// error. Only for files, like the next two functions.
     std::optional<QVector<StoredRun>> pending(int count, QString *error);
     /// Notes that the first @p runs of the waiting ones were sent.
     bool removePending(const QVector<StoredRun> &runs, QString *error);

@@ -25,7 +25,7 @@ public:
     void beginSession(const SessionInfo &info);
     /// Reads a line. A line with the sequence number 1 also begins a session, unless one has just begun.
     void add(const Journal::Entry &entry);
-    /// Ends the session, and its open runs as aborted.
+    /// Ends the session. Its open runs end as aborted.
     void endSession();
 
 private:

@@ -11,15 +11,14 @@ namespace panelhost {
 class RecordStore;
 
 /// Sends the runs that wait in a file to a server, in the order in which they were saved, on a thread of its own. A run
-/// leaves the list of the waiting ones when the server has committed it; if it is sent again after that, the server
-/// keeps the first one. While the server can't be reached, sending is tried again at growing intervals. All functions
-/// are thread-safe.
+/// no longer waits when the server has committed it. If it is sent again after that, the server ignores it. While the
+/// server can't be reached, sending is tried again at growing intervals. All functions are thread-safe.
 class RunForwarder
 {
 public:
-    /// Gets a sentence about each problem once. Called on any thread.
+    /// Called with a sentence about each problem, once per problem, on any thread.
     using Listener = std::function<void(const QString &sentence)>;
-    /// Gets the number of waiting runs when it changes. Called on any thread; it must not block.
+    /// Called with the number of waiting runs when it changes, on any thread. It must not block.
     using PendingListener = std::function<void(int count)>;
 
     struct Pace
@@ -36,12 +35,12 @@ public:
     RunForwarder(const RunForwarder &) = delete;
     RunForwarder &operator=(const RunForwarder &) = delete;
 
-    /// Call it after runs were saved in @p store, and when the file is first opened: sends what waits there.
+    /// Sends the runs that wait in @p store. Call it after runs were saved, and when the file is first opened.
     void sendFrom(RecordStore &store);
     /// Returns the number of runs that wait in the file.
     int pending() const;
-    /// Tries at once, and waits until no run waits, the server fails, or @p limit has passed. Returns true if no run
-    /// waits.
+    /// Begins to send at once. Returns when no run waits any more, when the server fails, or after @p limit. Returns
+    /// true if no run waits.
     bool send(std::chrono::milliseconds limit);
 
 private:

@@ -29,8 +29,9 @@ public:
     /// open().
     void setRunListener(const RunExtractor::Listener &listener) { m_runListener = listener; }
 
-    /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Opens no file yet. If a
-    /// file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any thread.
+    /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Doesn't open a file
+    /// yet. If a file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any
+    /// thread.
     bool open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener, QString *error);
 
     /// Begins a session on @p device. @p unit is tested first, unless an option names another one. Returns the first

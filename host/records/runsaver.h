@@ -13,21 +13,22 @@
 namespace panelhost {
 
 /// Saves runs in order on a thread of its own, so that a slow disk doesn't block the caller. A run that can't be saved
-/// is kept and tried again every few seconds and in finish(). If the file turns out to be unusable, it is left as it is
-/// and a new one next to it is used. Runs for a server are saved in the file first; another thread sends them. All
-/// functions are thread-safe.
+/// is kept and tried again every few seconds and in finish(). A file that can't be used is left as it is, and a new one
+/// next to it is used. Runs for a server are saved in the file first; another thread sends them. All functions are
+/// thread-safe.
 class RunSaver
 {
 public:
-    /// Gets one sentence about each problem once, on any thread.
+    /// Called with a sentence about each problem, once per problem, on any thread.
     using Listener = RunForwarder::Listener;
 
     RunSaver(const QString &path, const Listener &listener);
-    /// @p pendingListener gets the number of runs that wait to be sent to the server when it changes, on any thread.
+    /// @p pendingListener is called with the number of runs that wait to be sent to the server when it changes, on any
+    /// thread.
     RunSaver(const RecordsLocation &location, const Listener &listener,
              const RunForwarder::PendingListener &pendingListener,
              const RunForwarder::Pace &pace = RunForwarder::Pace());
-    /// Tries to save what is still waiting once more.
+    /// Tries once more to save the runs that are still waiting.
     ~RunSaver();
     RunSaver(const RunSaver &) = delete;
     RunSaver &operator=(const RunSaver &) = delete;
@@ -71,10 +72,10 @@ private:
     const QString m_path;
     const Listener m_listener;
     const std::unique_ptr<RunForwarder> m_forwarder; ///< nullptr: there is no server
-    std::unique_ptr<RecordStore> m_store;            ///< of the saver's thread, as the next three are
+    std::unique_ptr<RecordStore> m_store;            ///< this and the next three: used on the saver's thread only
     QString m_lastSentence;
     QString m_currentPath;
-    int m_number = 1; ///< of the file, if the first one can't be used
+    int m_number = 1; ///< number of the current file; higher than 1 if the first one can't be used
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Job> m_jobs;

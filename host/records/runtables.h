@@ -20,13 +20,13 @@ struct RunKey
     QString id;
 };
 
-/// Adds @p stored. A run that exists stays as it is: @p isNew is set to false then. Returns false on an error.
+/// Adds @p stored. A run that already exists isn't changed, and @p isNew is set to false. Returns false on an error.
 bool insertRun(StoreConnection &connection, const StoredRun &stored, bool *isNew);
 
 /// Returns the start of a query for readRuns(), to which conditions and an order can be added.
 QString selectRuns();
-/// Reads the rows of such a query, without the phases, failures, keys and ports. @p last, if given, is set to the key
-/// of the last one.
+/// Reads the rows of such a query, without the phases, failures, keys and ports. Sets @p last, unless it is nullptr, to
+/// the key of the last row.
 QVector<Run> readRuns(StoreRows &rows, RunKey *last = nullptr);
 /// Adds the phases, failures, keys and ports to @p runs. Returns false on an error.
 bool readDetails(StoreConnection &connection, QVector<Run> &runs);

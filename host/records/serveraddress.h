@@ -33,7 +33,7 @@ struct ServerAddress
 bool isServerAddress(const QString &place);
 
 /// Reads an address such as postgresql://station@server:5432/line?sslmode=require. Returns nullopt and sets @p error to
-/// what is wrong with it, without a password that it may contain.
+/// what is wrong with it. The error never contains a password.
 std::optional<ServerAddress> readServerAddress(const QString &place, QString *error);
 
 /// Returns the first line of the file at @p path. Returns nullopt and sets @p error to a sentence if it can't be read,

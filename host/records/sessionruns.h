@@ -23,7 +23,7 @@ public:
     /// Begins a session. Call it before its first entry.
     void begin(const SessionInfo &info);
     void add(const Journal::Entry &entry);
-    /// Ends the session, and its open runs as aborted.
+    /// Ends the session. Its open runs end as aborted.
     void end();
 
 private:

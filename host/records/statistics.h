@@ -28,16 +28,16 @@ struct StatisticsQuery
     Groups groups = Groups::None;
 };
 
-/// Numbers of runs and of units, of all runs that a query asks for or of one group of them.
+/// The numbers of runs and units in a selection of runs: all runs that a query asks for, or one group of them.
 struct RunCounts
 {
     qint64 passed = 0;
     qint64 failed = 0;
     qint64 aborted = 0;
-    qint64 days = 0;              ///< on which at least one run began
-    qint64 units = 0;             ///< whose first run with a verdict is one of these
-    qint64 firstPassed = 0;       ///< units that passed it
-    qint64 finallyPassed = 0;     ///< units that passed their last run with a verdict, whenever that was
+    qint64 days = 0;              ///< days on which at least one run began
+    qint64 units = 0;             ///< units whose first run with a verdict is one of these runs
+    qint64 firstPassed = 0;       ///< those that passed this first run
+    qint64 finallyPassed = 0;     ///< those that passed their last run with a verdict, whenever that was
     QMap<QString, qint64> phases; ///< number of failed runs by the phase that failed; "" if no phase has failed
 
     qint64 runs() const { return passed + failed + aborted; }
@@ -86,8 +86,8 @@ QVector<FailingPhase> failingPhases(const RunCounts &counts);
 /// from 1000 s on.
 qint64 roundedDuration(qint64 milliseconds);
 
-/// Returns the smallest of the durations in @p counts, which maps each to its number, that is at least as long as the
-/// share @p percent of all; -1 if there are none.
+/// Returns the smallest duration that is at least as long as @p percent percent of all durations; -1 if there are none.
+/// @p counts has the number of occurrences of each duration.
 qint64 percentile(const QMap<qint64, qint64> &counts, int percent);
 
 /// Reads statistics from @p store. Returns nullopt and sets @p error to a sentence on an error.

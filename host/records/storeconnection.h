@@ -50,7 +50,8 @@ public:
     /// Returns the path of the file, or the address of the server without its password.
     QString name() const { return m_name; }
 
-    /// Makes transactions outlive a power failure, and references hold. A server is set up like that.
+    /// Sets up a file so that committed transactions survive a power failure and foreign keys are checked. A server
+    /// does both by default.
     bool makeSafe();
 
     /// Executes @p statement with @p values in place of its question marks.

@@ -4,15 +4,15 @@
 
 namespace panelhost {
 
-/// Looks at the file at @p path without opening it as a database. Returns why it isn't a store of this version or an
-/// earlier one, in one sentence; empty if it is.
+/// Checks the file at @p path without opening it as a database. Returns why it isn't a store of this version or an
+/// earlier one, in one sentence; empty if it is one.
 QString storeFileProblem(const QString &path);
 
 /// Returns the sentence about a store of a version that this panelhost doesn't know.
 QString newerVersionProblem(const QString &name, int version);
 
-/// Creates the store at @p path: it exists completely or not at all. A file that another process has created meanwhile
-/// is left as it is. Returns false and sets @p error to a sentence if there is no store afterwards.
+/// Creates the store at @p path, as a whole. A file that another process has created in the meantime is left as it is.
+/// Returns false and sets @p error to a sentence if there is no store afterwards.
 bool createStoreFile(const QString &path, QString *error);
 
 /// Writes the closed store at @p from to the disk and renames it to @p to, which must not exist. Returns false and sets

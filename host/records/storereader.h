@@ -16,8 +16,8 @@ struct TodayFigures
     QVector<Run> lastRuns; ///< of all kinds, the last one first; without details
 };
 
-/// Reads from the store of runs on a thread of its own, so that no disk holds up the window. A store that isn't there
-/// or can't be read has no runs. GUI thread.
+/// Reads from the store of runs on a thread of its own, so that a slow disk doesn't block the window. A store that
+/// isn't there or can't be read has no runs. GUI thread.
 class StoreReader : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,8 @@ public:
     /// Waits for what is being read.
     ~StoreReader() override;
 
-    /// Looks for a complete machine test that @p unit has passed, at any station if there is a server.
+    /// Looks for a complete machine test that @p unit has passed. If there is a server, the test may be from any
+    /// station.
     void readPassed(const QString &unit);
     /// Reads the figures of today, in UTC, from the file, with the last @p runs runs.
     void readToday(int runs);

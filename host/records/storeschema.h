@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// Tells a store from other SQLite files: "PHRC".
+/// The application id of a store, "PHRC", which other SQLite files don't have.
 constexpr int StoreApplicationId = 0x50485243;
 
 /// The version of the schema that this panelhost reads and writes.

@@ -6,7 +6,8 @@ class QByteArray;
 
 namespace panelhost {
 
-// The charts of the statistics page, as PNG files with twice the pixels of their size on the page. GUI thread.
+// The charts of the statistics page, as PNG files with twice as many pixels as on the page in each direction. GUI
+// thread.
 
 /// Returns the numbers of runs of each group, by outcome.
 QByteArray runsChart(const Statistics &statistics);

@@ -11,7 +11,7 @@ class DeviceReader
 public:
     DeviceReader(YamlReader &reader, Scenario &scenario) : m_reader(reader), m_scenario(scenario) {}
 
-    /// Reads @p node. The device isn't changed if that is undefined.
+    /// Reads @p node. Changes nothing if @p node is undefined.
     void read(const YamlNode &node);
 
 private:

@@ -21,7 +21,7 @@ public:
     {
     }
 
-    /// Returns the names of all steps in the order of messages.
+    /// Returns the names of all steps in the order in which messages list them.
     static QStringList stepNames();
 
     QVector<Step> steps(const YamlNode &list);
@@ -29,7 +29,7 @@ public:
     std::optional<OperatorAction> fault(const YamlNode &node);
     /// Reads a fault that is on from the beginning.
     std::optional<Session::InitialFault> initialFault(const YamlNode &node);
-    /// Returns one action for each port in @p node. @p ports has the names that are allowed.
+    /// Returns one action for each port in @p node. @p ports are the allowed names.
     QVector<OperatorAction> portActions(const YamlNode &node, OperatorAction::Kind kind, const QStringList &ports);
 
 private:

@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// Returns the key for whether a fault is on. It isn't "on", which means true in YAML 1.1.
+/// Returns "active", the key that says whether a fault is on. The key isn't "on", because this means true in YAML 1.1.
 QString activeWord();
 /// Returns @p action as a step, such as "press: 27" or "fault: {active: true, key: 27, name: key-dead}".
 QString stepText(const OperatorAction &action);

@@ -69,12 +69,12 @@ public:
 
     /// Loads the component and enters factory mode at virtual time 0, unless the options say otherwise. The clock is
     /// stopped. The LCD isn't visible: show it or add it to a window. Returns nullptr and sets @p error to a sentence
-    /// if a library can't be loaded or an option is wrong. @p reached, if given, is then set to the loading steps of
-    /// that library that were completed.
+    /// if a library can't be loaded or an option is wrong. If a library can't be loaded, @p reached (unless it is
+    /// nullptr) is set to the loading steps that this library has completed.
     static std::unique_ptr<Session> open(const Options &options, QString *error, QList<LoadStep> *reached = nullptr);
 
     virtual const Options &options() const = 0;
-    /// Returns the directory with the XML files, also if it is the default.
+    /// Returns the directory with the XML files, whether it was given or is the default.
     virtual QString shareDirectory() const = 0;
     virtual const ComponentLibrary &library() const = 0;
     /// Returns the library of the repair mode's pages; nullptr if there is none.

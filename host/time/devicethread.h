@@ -7,8 +7,8 @@
 
 namespace panelhost {
 
-/// The device's thread. Whoever runs work on it waits until the work is done, so that two threads never run at the same
-/// time. The thread starts with the first work and ends with the object.
+/// The device's thread. The thread that runs work on it waits until the work is done, so that the two never run at the
+/// same time. The thread starts with the first work and ends with the object.
 class DeviceThread
 {
 public:

@@ -7,7 +7,8 @@ class QSocketNotifier;
 namespace panelhost {
 
 /// A timer that runs by the wall clock, while every QTimer of the process runs by the virtual clock. For what must not
-/// depend on the speed of virtual time: repainting, and telling a press of a key from a hold. GUI thread.
+/// depend on the speed of virtual time, such as repainting and the difference between a press and a hold of a key. GUI
+/// thread.
 class RealTimeTimer : public QObject
 {
     Q_OBJECT

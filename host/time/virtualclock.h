@@ -17,11 +17,11 @@ enum class ThreadKind {
     Other
 };
 
-/// The virtual clock of the process. All timers of the GUI thread, including those of the component, and all work that
-/// the device has scheduled run by it, ordered by due time and then by the order in which they were added. The GUI
-/// thread and the device thread never run at the same time: one runs until it has nothing left to do, then the other.
-/// So a session depends only on the operator's actions and their times, not on the speed of the machine.
-/// GUI thread only, except for now(), schedule(), post() and currentThread().
+/// The virtual clock of the process. It fires all timers of the GUI thread, including those of the component, and runs
+/// all work that the device has scheduled. Items with the same due time are handled in the order in which they were
+/// added. The GUI thread and the device thread take turns: one runs until it has nothing left to do, then the other.
+/// Therefore a session depends only on the operator's actions and their times, not on the speed of the machine. GUI
+/// thread only, except for now(), schedule(), post() and currentThread().
 class VirtualClock
 {
 public:
@@ -34,11 +34,11 @@ public:
     /// Runs @p work on the device thread at now() + @p delay. Thread-safe.
     void schedule(Milliseconds delay, std::function<void()> work);
     /// Calls @p input on the GUI thread as soon as the clock has caught up with the wall clock, in the order of the
-    /// calls. Used for input from outside; it is stamped with the virtual time at which it is handled. Only the event
+    /// calls. For input from outside the process. Its virtual time is the time at which it is handled. Only the event
     /// loop handles it, not advance() or settle(). Thread-safe.
     void post(std::function<void()> input);
-    /// Runs @p work on the device thread now and waits for it. On the device thread itself it calls @p work directly.
-    /// For what a device does in the middle of a call. GUI or device thread.
+    /// Runs @p work on the device thread now and waits for it. If called on the device thread, calls @p work directly.
+    /// Use it for what the device does while a service's operation is being called. GUI or device thread.
     void runOnDevice(const std::function<void()> &work);
     ThreadKind currentThread() const;
 
@@ -58,8 +58,8 @@ public:
     /// Returns whether the clock runs by the wall clock. GUI or device thread.
     bool isPaced() const;
 
-    /// Sets a function that is called after each timer, each scheduled work and each action, when nothing that is due
-    /// is left: the screen can be read then.
+    /// Sets a function that is called after each timer, each scheduled work and each action, as soon as nothing else is
+    /// due. The screen can be read at that moment.
     void setObserver(std::function<void()> observer);
 
     /// Stops the clock, sets it to 0 and discards all scheduled work and posted input, for a new session.

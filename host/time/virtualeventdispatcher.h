@@ -35,7 +35,7 @@ public:
     VirtualEventDispatcher(EventQueue &queue, EventClock &clock);
     ~VirtualEventDispatcher() override;
 
-    /// Sends the event of a timer that was taken from the queue, and adds the timer for the next time.
+    /// Sends the event of a timer that was taken from the queue, and adds the timer to the queue again.
     void fire(int timerId);
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;

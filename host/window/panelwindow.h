@@ -43,8 +43,8 @@ public:
     void setJournalFile(const QString &fileName);
     /// Adds @p text to the status bar permanently: a file could not be written.
     void addFailure(const QString &text);
-    /// Asks for the serial number of each unit from now on: input on the LCD is refused outside factory mode, and a
-    /// serial number that is entered begins the test of the next unit in factory mode. @p unit, if not empty, is the
+    /// Asks for the serial number of each unit from now on. Outside factory mode, input on the LCD has no effect.
+    /// Entering a serial number enters factory mode and begins the test of that unit. @p unit, if not empty, is the
     /// unit that is tested now.
     void askForUnits(const UnitPattern &pattern, const QString &unit);
     /// Adds the dock with the figures of today, closed unless the window asks for units. @p reader must outlive the

@@ -11,9 +11,9 @@ class QSocketNotifier;
 
 namespace panelhost {
 
-/// While it exists, SIGINT, SIGTERM and SIGHUP end the event loop instead of the process, so that what must be done at
-/// the end is done. There can be only one at a time. See Interruption for a second signal and for
-/// ignored ones. GUI thread.
+/// While the object exists, SIGINT, SIGTERM and SIGHUP end the event loop instead of the process, so that the process
+/// can save and restore what it must. Only one object can exist at a time. For a second signal and for ignored signals
+/// see Interruption. GUI thread.
 class QuitOnSignal
 {
 public:

@@ -13,7 +13,7 @@ struct Run;
 
 /// A strip that asks for the serial number of the unit to test next, and shows the last verdict of the current one in a
 /// large field. A barcode scanner is a keyboard that ends with Enter: characters that are typed anywhere in the window
-/// go to the strip. It only asks and shows; the window decides what a serial number does. GUI thread.
+/// go to the strip. The window decides what happens with a serial number. GUI thread.
 class UnitBar : public QWidget
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// Emitted when a serial number was entered that is allowed.
+    /// Emitted when an allowed serial number was entered.
     void unitEntered(const QString &unit);
     /// Emitted when the keyboard is no longer needed here.
     void finished();

@@ -27,7 +27,7 @@ public:
 
     /// Creates an undefined node.
     YamlNode() = default;
-    /// @p aliases as for aliases().
+    /// @p aliases are those that aliases() returns.
     explicit YamlNode(std::shared_ptr<const Value> value, const QVector<SourceLocation> &aliases = {});
 
     bool isDefined() const { return m_value != nullptr; }
@@ -43,7 +43,7 @@ public:
     /// Returns the entries of a map in the order of the file; none for other kinds.
     Entries entries() const;
 
-    /// Returns the location of the value; of its key if it is null.
+    /// Returns the location of the value. If the value is null, returns the location of its key.
     SourceLocation definition() const;
     /// Returns the aliases through which it was reached, the outermost one first.
     const QVector<SourceLocation> &aliases() const { return m_aliases; }

@@ -4,8 +4,8 @@
 
 namespace LCD::Widget {
 
-/// One of the two buttons at the bottom of a page. The frame and not Qt decides whether it shows the focus, so that the
-/// focus is also visible in an inactive window.
+/// One of the two buttons at the bottom of a page. The frame decides whether it shows the focus, not Qt. So the focus
+/// is also visible in an inactive window.
 class SoftButton : public QPushButton
 {
     Q_OBJECT

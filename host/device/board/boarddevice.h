@@ -6,11 +6,10 @@
 
 namespace panelhost {
 
-/// A Linux board as a device. Its state is that of a simulated device, which also stands in for the parts that the
-/// profile says are simulated. What the component sets is passed on to the hardware. What the hardware reports is
-/// passed to the handler; the state changes when it is performed as an operator action. So everything happens
-/// at a definite virtual time, and the actions that were performed are a recording of the hardware.
-/// It must be destroyed on the GUI thread.
+/// A Linux board as a device. A simulated device holds its state and replaces the parts that the profile declares as
+/// simulated. What the component sets is passed on to the hardware. What the hardware reports is passed to the handler;
+/// the state changes when it is performed as an operator action. Therefore each change has a virtual time, and the
+/// performed actions are a recording of the hardware. It must be destroyed on the GUI thread.
 class BoardDevice final : public Device
 {
 public:

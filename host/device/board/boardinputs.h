@@ -12,8 +12,8 @@
 
 namespace panelhost {
 
-/// The keys, knob, T-Bar and ports of a board. Everything that they report is a hardware event. They live on a thread
-/// of their own, on which the handler is called.
+/// The keys, knob, T-Bar and ports of a board. Everything that they report is a hardware event. They run on a thread of
+/// their own, and the handler is called on that thread.
 class BoardInputs
 {
 public:
@@ -49,7 +49,7 @@ private:
     void destroyParts();
     void addSources(const QList<EventSource *> &sources);
     void deviceStatus(const InputDevice &device, const QString &problem);
-    /// A part is there as long as no place in the profile has a problem.
+    /// A part is present as long as nothing that the profile lists for it has a problem.
     void setProblem(const QString &part, const QString &where, const QString &problem);
     void usbChanged(int port, const UsbPorts::State &state);
     void send(const char *action, const QVariantMap &arguments);

@@ -20,8 +20,8 @@ class EventLoop
 {
 public:
     EventLoop();
-    /// Ends the thread after the work that was posted before. Timers that are not due yet don't fire. Not on the loop's
-    /// own thread.
+    /// Ends the thread after the work that was posted before. Timers that are not due yet don't fire. Must not be
+    /// called on the loop's own thread.
     ~EventLoop();
     EventLoop(const EventLoop &) = delete;
     EventLoop &operator=(const EventLoop &) = delete;
@@ -41,7 +41,7 @@ public:
     void remove(EventSource &source);
 
     using Timer = quint64;
-    /// Calls @p work once after @p delay of the wall clock, such as to look for a missing device again. Returns a
+    /// Calls @p work once after @p delay of the wall clock, for example to look for a missing device again. Returns a
     /// number for stopTimer() that is never 0.
     Timer startTimer(std::chrono::milliseconds delay, std::function<void()> work);
     /// Does nothing if the timer has fired or was stopped, or if @p timer is 0.

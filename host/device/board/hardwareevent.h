@@ -7,7 +7,8 @@
 
 namespace panelhost {
 
-/// Something that the hardware of a board has done, as an operator action: its name, such as "hold", and its arguments.
+/// Something that the hardware of a board has reported, as the name of an operator action, such as "hold", and its
+/// arguments.
 struct HardwareEvent
 {
     QString action;

@@ -6,7 +6,7 @@
 
 namespace panelhost {
 
-/// Says which input device of the kernel is meant, in one of three ways.
+/// Selects an input device of the kernel in one of three ways.
 struct InputDeviceSelector
 {
     enum class By {
@@ -23,10 +23,10 @@ struct InputDeviceSelector
     bool operator==(const InputDeviceSelector &o) const { return by == o.by && value == o.value; }
 };
 
-/// Returns whether @p device is the event device that @p selector means. Only by its name or a property.
+/// Returns whether @p selector selects the event device @p device. Not for a selection by path.
 bool isSelected(const InputDeviceSelector &selector, udev_device &device);
 
-/// Returns the device node that @p selector means, such as "/dev/input/event3"; the first one if there are several.
+/// Returns the device node that @p selector selects, such as "/dev/input/event3"; the first one if there are several.
 /// Empty if there is none.
 QString findInputDevice(udev &context, const InputDeviceSelector &selector);
 

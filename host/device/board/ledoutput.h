@@ -12,13 +12,13 @@ public:
     LedOutput(const QString &name, bool isMulticolor);
 
     const SysfsDevice &device() const { return m_device; }
-    /// Reads the largest brightness and checks that everything it takes can be written. Writes nothing. Returns false
-    /// and sets @p error to a sentence on failure.
+    /// Reads the largest brightness and checks that all attributes that show() needs can be written. Writes nothing.
+    /// Returns false and sets @p error to a sentence on failure.
     bool open(QString *error);
     /// Shows @p state. Returns false and sets @p error to "path: reason" if it can't be written; the next call writes
     /// everything again.
     bool show(const LedOutputState &state, QString *error);
-    /// The LED was away: the next call of show() opens it and writes everything.
+    /// Call it when the LED has disappeared. The next call of show() opens it again and writes everything.
     void reset();
 
 private:
@@ -44,7 +44,7 @@ public:
     explicit BacklightOutput(const QString &name);
 
     const SysfsDevice &device() const { return m_device; }
-    /// As LedOutput::open(), show() and reset().
+    /// Like LedOutput::open(), show() and reset().
     bool open(QString *error);
     bool show(int percent, QString *error);
     void reset();

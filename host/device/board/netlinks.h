@@ -18,7 +18,7 @@ struct rtnl_link;
 namespace panelhost {
 
 /// The links of network interfaces, as the kernel reports them through rtnetlink. An interface is found by its name,
-/// also if it appears later or is renamed. Its link is up if the interface is up and has a carrier.
+/// even if it appears later or is renamed. Its link is up if the interface is up and has a carrier.
 class NetLinks final : public EventSource
 {
 public:

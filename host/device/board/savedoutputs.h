@@ -5,8 +5,8 @@
 
 namespace panelhost {
 
-/// What LEDs and backlights showed before the first write, in a file, so that it can be restored after a crash, too.
-/// Only devices that are in the file are written. Any thread, one at a time.
+/// Saves in a file what LEDs and backlights showed before the first write, so that it can be restored even after a
+/// crash. Only devices that are in the file are written. Any thread, one at a time.
 class SavedOutputs
 {
 public:
@@ -22,8 +22,8 @@ public:
     /// Creates the directory and locks the file. Returns false and sets @p error to a sentence if another panelhost
     /// uses the board or the directory can't be written.
     bool lock(QString *error);
-    /// Saves the values of @p leds and @p backlights. The file is there as a whole, or unchanged. Returns false and
-    /// sets @p error to a sentence if a value can't be read or the file can't be written.
+    /// Saves the values of @p leds and @p backlights. The file is replaced as a whole. Returns false and sets @p error
+    /// to a sentence if a value can't be read or the file can't be written.
     bool save(const QStringList &leds, const QStringList &backlights, QString *error);
     /// Writes the saved values back and removes the file. Devices that are gone are skipped. Returns why values could
     /// not be restored, one sentence for each; the file stays then. Returns nothing if there is no file.
@@ -40,7 +40,8 @@ private:
 /// Returns the trigger of an LED in @p triggers, the content of its attribute: the one in brackets.
 QString activeTrigger(const QString &triggers);
 
-/// Returns the directory for what must survive the process: @p given, or $STATE_DIRECTORY, or a place of the user's.
+/// Returns the directory for what must survive the process: @p given if it isn't empty, otherwise $STATE_DIRECTORY,
+/// otherwise a directory of the user.
 QString stateDirectory(const QString &given);
 
 }

@@ -45,14 +45,14 @@ public:
     SliderInput(const Configuration &configuration, Callbacks callbacks);
     ~SliderInput();
 
-    /// Loads the calibration and begins to read the IIO channel, if any. Without a calibration the T-Bar works, too:
-    /// @p warning is set to a sentence if the stored one can't be used.
+    /// Loads the calibration and begins to read the IIO channel, if any. The T-Bar also works without a calibration. If
+    /// the stored one can't be used, sets @p warning to a sentence.
     void start(QString *warning);
     QList<EventSource *> sources();
 
     /// Sets the value of the axis and the limits that its driver states. Not for an IIO channel.
     void setRaw(int value, int minimum, int maximum);
-    /// Tells that the axis is gone; its value is unknown until the next setRaw().
+    /// Call it when the axis has disappeared. Its value is unknown until the next setRaw().
     void setMissing(const QString &problem);
 
     /// Takes the calibration step @p command (see device/calibrationcommand.h) with the T-Bar where it is. Returns why

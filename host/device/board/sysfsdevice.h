@@ -25,12 +25,13 @@ public:
 
     /// Returns the value without the line end. Returns nothing and sets @p error to "path: reason" on failure.
     std::optional<QByteArray> read(const char *attribute, QString *error) const;
-    /// Returns a number of at least @p min. Returns nothing and sets @p error if it can't be read or is none.
+    /// Returns the value as a number. Returns nothing and sets @p error if it can't be read, isn't a number, or is less
+    /// than @p min.
     std::optional<int> readNumber(const char *attribute, int min, QString *error) const;
     /// Returns false and sets @p error to "path: reason" on failure.
     bool write(const char *attribute, const QByteArray &value, QString *error) const;
-    /// Returns whether the attribute can be written, without writing. Sets @p error to a sentence with the reason and
-    /// the remedy if not.
+    /// Returns whether the attribute can be written. Doesn't write it. If it can't be written, sets @p error to a
+    /// sentence with the reason and the remedy.
     bool checkWritable(const char *attribute, QString *error) const;
 
 private:

@@ -18,7 +18,8 @@ public:
         std::function<void()> overflowed;
     };
 
-    /// @p receiveBuffer is the size of the socket's buffer in bytes; 0 for that of udev's library, which is large.
+    /// @p receiveBuffer is the size of the socket's buffer in bytes; 0 for the default of udev's library, which is
+    /// large.
     UdevMonitor(const char *subsystem, Listeners listeners, int receiveBuffer = 0);
 
     /// Returns whether changes are reported. They aren't if udev can't be reached.

@@ -26,7 +26,7 @@ public:
         bool isPlugged = false;
         /// The device isn't authorized, or the port has reported too much current since a device was plugged in last.
         bool isBlocked = false;
-        double speed = 0; ///< of the device, in Mbit/s; 0 if there is none or it doesn't say
+        double speed = 0; ///< of the device, in Mbit/s; 0 if no device is plugged in or its speed is unknown
         bool operator==(const State &o) const
         {
             return isPlugged == o.isPlugged && isBlocked == o.isBlocked && speed == o.speed;

@@ -9,7 +9,7 @@ class IHost
 {
 public:
     /// Returns the service or component named @p name, or nullptr if there is none. The type isn't checked: the pointer
-    /// must be one to exactly the interface that the caller expects. The host keeps ownership.
+    /// must point to exactly the interface that the caller expects. The host keeps ownership.
     virtual void *getComponent(const char *name) = 0;
 
 protected:

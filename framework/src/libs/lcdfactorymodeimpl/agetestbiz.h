@@ -8,8 +8,8 @@
 namespace LCD::FactoryModeImpl {
 
 /// The driver of the aging test: runs five single tests in a loop until stop(). It gives no verdict and counts no
-/// rounds. Its only output is text lines. Neither a callback nor an operation of a host service that a step calls may
-/// delete the test.
+/// rounds. Its only output is text lines. The test must not be deleted by one of its callbacks, or by an operation of a
+/// host service that a step calls.
 ///
 /// Threads: call all operations on the thread that created the object, which needs an event loop. Callbacks may be
 /// registered on any thread. Link results arrive on the threads of the port services; the next step is queued to the
@@ -18,8 +18,8 @@ class AgeTestBiz
 {
 public:
     AgeTestBiz();
-    /// Stops the timers and ignores later events of the host's services. Doesn't do what stop() does. Waits for link
-    /// results that are being handled on other threads, which therefore must not wait for this thread.
+    /// Stops the timers and ignores later events of the host's services, but doesn't do what stop() does. Waits for
+    /// link results that are being handled on other threads. These threads therefore must not wait for this thread.
     ~AgeTestBiz();
     AgeTestBiz(const AgeTestBiz &) = delete;
     AgeTestBiz &operator=(const AgeTestBiz &) = delete;

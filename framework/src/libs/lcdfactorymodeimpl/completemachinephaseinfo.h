@@ -38,8 +38,7 @@ struct CompleteMachinePhaseInfo
     bool stepTitleVisible = true;
     /// If true, the page keeps its step lines and marks, and `steps` is ignored.
     bool keepSteps = false;
-    /// The panel mode that the page sets on the device. Every value but KeepPanelMode is set, also the initial value
-    /// -1.
+    /// The panel mode that the page sets on the device. Only KeepPanelMode is not set; the initial value -1 is.
     std::int32_t panelMode = -1;
 };
 

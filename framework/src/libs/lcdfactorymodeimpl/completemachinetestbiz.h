@@ -10,8 +10,8 @@
 namespace LCD::FactoryModeImpl {
 
 /// The driver of the complete machine test: runs eleven phases one after another until one fails or all have passed. It
-/// has no widget; it describes each screen by a CompleteMachinePhaseInfo. Neither a callback nor an operation of a host
-/// service that the run calls may delete the test.
+/// has no widget; it describes each screen by a CompleteMachinePhaseInfo. The test must not be deleted by one of its
+/// callbacks, or by an operation of a host service that the run calls.
 ///
 /// Threads: call start() and the two button functions on the thread that created the object, which needs an event loop.
 /// All other functions are thread-safe. Reports arrive on the threads of the host services. A report can leave only the

@@ -4,9 +4,9 @@
 
 namespace LCD::FactoryModeImpl {
 
-// Functions by which both drivers set up their single tests at the start of a run. The link tests read these values on
-// the threads of their services, also while a run begins again. So a value is written only if it changes, which happens
-// before the first subscription.
+// Functions with which both drivers set up their single tests at the start of a run. The link tests read these values
+// on the threads of their services, even while the next run begins. Therefore a value is written only if it changes.
+// This happens once, before the first subscription.
 
 /// Makes @p requester the current requester of all @p tests.
 template <class... Tests>

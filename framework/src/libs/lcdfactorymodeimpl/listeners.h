@@ -10,9 +10,9 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Protects all tables of listeners, all requester names and all single listeners of the component. So one thread may
-/// register a listener while another one notifies. The mutex is held for a look-up or an assignment only, never while a
-/// listener runs.
+/// Protects all tables of listeners, all requester names and all single listeners of the component, so that one thread
+/// may register a listener while another one notifies. The mutex is held for a look-up or an assignment only, never
+/// while a listener runs.
 inline std::mutex listenersMutex;
 
 /// A registered function. Copies of a Listener share the function, so it keeps its own state from call to call. It

@@ -26,7 +26,7 @@ struct RunState
     bool shouldTimerRun = false;
     /// A report on another thread is starting the phase. Its single test may still have the state of an earlier run.
     bool isStartingOnOtherThread = false;
-    /// Whether the right button repeats a failed button function test. Always false, because nothing sets it to true.
+    /// Whether the right button repeats a failed button function test. It is read, but nothing sets it to true.
     bool btnFuncRetestArmed = false;
     /// The button function phase shows its verdict screen.
     bool btnFuncAwaitingJudge = false;
@@ -117,7 +117,7 @@ public:
         return m_run.m_state == m_known && apply(edit);
     }
 
-    /// As change(), but only the run number must be the same. Used for a failure, which concerns the whole run.
+    /// Like change(), but only requires that the run is the same. For a failure, which concerns the whole run.
     template <class Edit>
     bool changeSameRun(const Edit &edit)
     {

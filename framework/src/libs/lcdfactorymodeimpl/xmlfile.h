@@ -8,8 +8,8 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Opens, reads and checks a configuration file. Both parsers use it. Each of its log lines begins with
-/// the name of the parser, such as "[FactoryMenuConfigParser]". May be used on any thread.
+/// Opens, reads and checks a configuration file, for both parsers. Each log line begins with the name of the parser,
+/// such as "[FactoryMenuConfigParser]". May be used on any thread.
 class XmlFile
 {
 public:

@@ -7,34 +7,34 @@
 namespace LCD::FactoryModeImpl {
 
 // QDomDocument needs stack for each level of nesting. Entities, attributes and namespaces can make it use unlimited
-// memory and time even for a small file. checkXmlLimits() keeps it within a stack of 256 KiB and 64 MiB of memory. It
+// memory and time even for a small file. checkXmlLimits() keeps it within 256 KiB of stack and 64 MiB of memory. It
 // reads the text once, from start to end, builds nothing, and counts four things:
 //
-//   levels       open elements, or open brackets in a declaration. The parser takes stack for each.
-//   characters   with the text of an entity in the place of each reference to it. The parser reads them all.
-//   nodes        elements, runs of text, comments and so on; an attribute or a declaration counts as three of them.
-//                The parser allocates each.
-//   comparisons  names times the characters in them, where the parser compares each name with the others: those of the
-//                attributes of an element, those of the prefixes in scope at each element, and those of the entities at
-//                each declaration of one.
+//   levels       open elements, or open brackets in a declaration. The parser uses stack for each one.
+//   characters   each reference to an entity counts as the text of the entity. The parser reads all of them.
+//   nodes        elements, runs of text, comments and so on; an attribute or a declaration counts as three. The parser
+//                allocates memory for each one.
+//   comparisons  where the parser compares names with each other: the number of names times the number of characters in
+//                all of them. It compares the attributes of an element, the prefixes in scope at an element, and the
+//                entities at each declaration of an entity.
 //
-// Each count has one limit, far above what a configuration needs. QDomDocument parses a document that stays below all
-// of them, with its own result and its own errors. A document that passes a limit is refused before QDomDocument sees
-// it. Whether a document is well-formed is left to the parser: behind an error this check may misread the text, but the
-// parser goes no further than the error and refuses the document as well.
+// Each count has one limit, far above what a configuration needs. A document that stays below all limits is parsed by
+// QDomDocument, with its own result and its own errors. A document that exceeds a limit is rejected before QDomDocument
+// sees it. The check doesn't decide whether a document is well-formed. After an error it may misread the text, but then
+// the parser stops at the error and rejects the document as well.
 //
-// Entities have to be followed as the parser follows them. They may hold tags, or halves of tags, and they grow without
-// bound where they refer to each other. So the check reads a document and the entities in it as one stream.
+// Entities have to be followed as the parser follows them. They may contain tags, or parts of tags, and they grow
+// without limit if they refer to each other. Therefore the check reads a document and its entities as one stream.
 //
-// Three other designs were weighed:
+// Three other designs were considered:
 //
 // - QXmlStreamReader as the scanner takes a quarter of QDomDocument's time; this check takes a thirtieth. The reader
-//   stops at errors that QDomDocument accepts, such as an undeclared prefix, and can't tell what comes behind them. And
-//   it compares the attributes of an element with each other itself.
-// - Counting in handlers while the parser runs is exact for elements, but comes too late for attributes, brackets and
-//   the entities in a value or a declaration: their handlers are called at the end of them. And a document that is
-//   refused near its end has cost all the time of parsing it.
-// - Counting bytes, with the longest entity for each '&', refuses documents that QDomDocument takes: a few hundred
+//   stops at errors that QDomDocument accepts, such as an undeclared prefix, and can't tell what comes after them. It
+//   also compares the attributes of an element with each other itself.
+// - Handlers that count while the parser runs are exact for elements, but they are called too late for attributes,
+//   brackets and the entities in a value or a declaration: at the end of each. And a document that is rejected near its
+//   end has taken almost all of the parsing time.
+// - Counting bytes, with the longest entity for each '&', rejects documents that QDomDocument accepts: a few hundred
 //   references to an entity with one tag look like a few hundred levels.
 
 /// The size of the longest file that is parsed, in bytes.
@@ -46,7 +46,7 @@ constexpr int XmlCharacterLimit = 2 * 1024 * 1024;
 constexpr int XmlNodeLimit = 128 * 1024;
 constexpr int XmlComparisonLimit = 16 * 1024 * 1024;
 
-/// Which limit a document passes, and where. Line and column count from 1.
+/// The limit that a document exceeds, and where. Line and column are counted from 1.
 struct XmlLimitViolation
 {
     QString reason;
@@ -54,7 +54,7 @@ struct XmlLimitViolation
     int column;
 };
 
-/// Returns the first limit that the document in @p text passes, or nothing. Any thread may call it.
+/// Returns the first limit that the document in @p text exceeds; nothing if it exceeds none. Thread-safe.
 std::optional<XmlLimitViolation> checkXmlLimits(const QString &text);
 
 }

@@ -2,7 +2,7 @@
 
 namespace LCD::FactoryMode {
 
-/// The service "lcdFactoryModeBiz": receives which test is active. "Biz" marks a class with logic and no widget. Called
+/// The service "lcdFactoryModeBiz": is told which test is active. "Biz" marks a class with logic and no widget. Called
 /// on the caller's thread.
 class IFactoryModeBiz
 {
