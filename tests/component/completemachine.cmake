@@ -26,3 +26,11 @@ lcd_add_page_test(tst_behavioraging SOURCES agetestfixture.cpp agecalls.cpp)
 # Every allocation of a report, a row or a page fails once. Replaces operator new for the whole program.
 lcd_add_page_test(tst_allocationfailures SOURCES agetestfixture.cpp ../support/failingmemory.cpp)
 target_link_libraries(tst_allocationfailures PRIVATE test_machine)
+
+# Sessions in which a service throws or an allocation fails.
+lcd_add_page_test(tst_interruptedsessions SOURCES agetestfixture.cpp ../support/failingmemory.cpp)
+target_link_libraries(tst_interruptedsessions PRIVATE test_machine)
+
+# Long sessions in virtual time.
+lcd_add_page_test(tst_soak)
+target_link_libraries(tst_soak PRIVATE test_machine)

@@ -90,6 +90,12 @@ bool FailingMemory::failed()
     return hasFailed;
 }
 
+int FailingMemory::count()
+{
+    const std::lock_guard locker(mutex);
+    return allocations;
+}
+
 int FailingMemory::blocksLeft()
 {
     const std::lock_guard locker(mutex);

@@ -15,6 +15,8 @@ public:
     void end();
     /// Returns true if there was an allocation with this number.
     static bool failed();
+    /// Returns the number of allocations that were counted.
+    static int count();
     /// Returns the number of blocks that were allocated before end() and not freed since.
     static int blocksLeft();
 

@@ -23,8 +23,12 @@ QString text(const std::string &value)
 
 void CallLog::add(const QString &call)
 {
-    const std::lock_guard locker(m_mutex);
-    m_calls << call;
+    {
+        const std::lock_guard locker(m_mutex);
+        m_calls << call;
+    }
+    if (afterCall)
+        afterCall();
 }
 
 QStringList CallLog::all() const

@@ -11,6 +11,7 @@
 
 #include <QtCore/QStringList>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -27,6 +28,10 @@ public:
     /// Returns all calls since the last take() and removes them.
     QStringList take();
     void clear() { take(); }
+
+    /// Called after each call was added, on the same thread. May throw, as a service or a listener may. Set it while no
+    /// other thread adds calls.
+    std::function<void()> afterCall;
 
 private:
     mutable std::mutex m_mutex;

@@ -27,6 +27,11 @@ qint64 VirtualTime::now()
     return current()->m_now;
 }
 
+int VirtualTime::timerCount()
+{
+    return static_cast<int>(current()->m_timers.size());
+}
+
 void VirtualTime::advance(qint64 milliseconds)
 {
     VirtualTime *time = current();

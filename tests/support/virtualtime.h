@@ -24,6 +24,8 @@ public:
     static void settle() { advance(0); }
     /// Returns the milliseconds since install().
     static qint64 now();
+    /// Returns the number of running timers of the main thread.
+    static int timerCount();
 
     bool processEvents(QEventLoop::ProcessEventsFlags flags) override;
     bool hasPendingEvents() override;
