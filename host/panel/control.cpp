@@ -2,7 +2,7 @@
 
 namespace panelhost {
 
-Control::Control(const QString &name, const QString &description, QWidget *parent) : QWidget(parent)
+Control::Control(const QString &name, const QString &description, QWidget *parent) : ScaledWidget(parent)
 {
     setObjectName(name);
     setAccessibleName(description);

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "operator/operatoraction.h"
-
-#include <QtWidgets/QWidget>
+#include "panel/scaledwidget.h"
 
 namespace panelhost {
 
 /// A control of the front panel. It only emits actionTriggered(). The window performs the action, and then updates the
 /// control with the new state of the device. GUI thread.
-class Control : public QWidget
+class Control : public ScaledWidget
 {
     Q_OBJECT
 

@@ -9,8 +9,6 @@
 #include "panel/theme.h"
 
 #include <QtGui/QPainter>
-#include <QtWidgets/QBoxLayout>
-#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 
@@ -18,89 +16,156 @@ namespace panelhost {
 
 using theme::Grid;
 
-constexpr int SideWidth = 47 * Grid;
-constexpr int MinKeyAreaHeight = 22 * Grid;
+namespace {
 
-FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent) : QWidget(parent)
+constexpr int Margin = 2 * Grid;
+constexpr int SideWidth = 48 * Grid;
+constexpr int MinKeyAreaHeight = 22 * Grid;
+constexpr int PortColumns = 4;
+constexpr double MinScale = 0.25;
+
+// Distributes columns over the width of the side.
+int gapOf(int columns, int width)
+{
+    return (SideWidth - columns * width) / (columns - 1);
+}
+
+int rowsOf(const QVector<PortWidget *> &ports)
+{
+    return (ports.size() + PortColumns - 1) / PortColumns;
+}
+
+// With the space above the ports.
+int heightOf(const QVector<PortWidget *> &ports)
+{
+    return ports.isEmpty() ? 0 : rowsOf(ports) * (ports.first()->naturalSize().height() + Grid);
+}
+
+}
+
+FrontPanel::FrontPanel(const DeviceState &device, QWidget *lcd, QWidget *parent)
+    : QWidget(parent), m_bezel(new LcdBezel(lcd, this))
 {
     setObjectName(QStringLiteral("panel"));
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(2 * Grid, 2 * Grid, 2 * Grid, 2 * Grid);
-    column->setSpacing(2 * Grid);
-    column->addLayout(makeTop(device, lcd));
-    column->addWidget(makeKeyArea(device.keys, lcd->width() + 6 * Grid + SideWidth), 1);
-}
-
-QLayout *FrontPanel::makeTop(const DeviceState &device, QWidget *lcd)
-{
-    auto *bezel = new LcdBezel(lcd, this);
-    forwardActions(bezel->input());
-    auto *row = new QHBoxLayout;
-    row->setSpacing(2 * Grid);
-    row->addWidget(bezel, 0, Qt::AlignTop);
-    row->addLayout(makeSide(device));
-    row->addStretch();
-    return row;
-}
-
-QLayout *FrontPanel::makeSide(const DeviceState &device)
-{
-    m_tbar = forwardActions(new TBarWidget(this));
-    auto *controls = new QHBoxLayout;
-    controls->addWidget(forwardActions(new NavigationControls(this)));
-    controls->addStretch();
-    controls->addWidget(m_tbar);
-    auto *side = new QVBoxLayout;
-    side->setSpacing(Grid);
-    side->addLayout(makeScreens());
-    side->addLayout(controls, 1);
-    side->addLayout(makePorts(device.netPorts, PortWidget::Type::Net, m_netPorts));
-    side->addLayout(makePorts(device.usbPorts, PortWidget::Type::Usb, m_usbPorts));
-    return side;
-}
-
-QLayout *FrontPanel::makeScreens()
-{
-    auto *row = new QHBoxLayout;
-    row->setSpacing(Grid);
-    for (int index = 0; index < 3; ++index) {
+    forwardActions(m_bezel->input());
+    for (int index = 0; index < 3; ++index)
         m_screens.append(new ScreenView(index, this));
-        row->addWidget(m_screens.last());
-    }
-    return row;
+    m_navigation = forwardActions(new NavigationControls(this));
+    m_tbar = forwardActions(new TBarWidget(this));
+    addPorts(device.netPorts, PortWidget::Type::Net, m_netPorts);
+    addPorts(device.usbPorts, PortWidget::Type::Usb, m_usbPorts);
+    addKeyArea(device.keys);
 }
 
-QLayout *FrontPanel::makePorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets)
+void FrontPanel::addPorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets)
 {
-    constexpr int Columns = 4;
-    auto *grid = new QGridLayout;
-    grid->setSpacing(Grid);
-    for (int i = 0; i < ports.size(); ++i) {
-        portWidgets.append(forwardActions(new PortWidget(type, ports[i], this)));
-        grid->addWidget(portWidgets.last(), i / Columns, i % Columns);
-    }
-    grid->setColumnStretch(Columns, 1);
-    return grid;
+    for (const PortState &port : ports)
+        portWidgets.append(forwardActions(new PortWidget(type, port, this)));
 }
 
-// A few keys are shown without scrolling. Many keys scroll, so that the window stays small.
-QWidget *FrontPanel::makeKeyArea(const QList<KeyState> &keys, int width)
+void FrontPanel::addKeyArea(const QList<KeyState> &keys)
 {
     m_keys = forwardActions(new KeyPanel(keys, this));
-    auto *area = new QScrollArea(this);
-    area->setObjectName(QStringLiteral("key-area"));
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidget(m_keys);
-    area->viewport()->setAutoFillBackground(false);
+    m_keyArea = new QScrollArea(this);
+    m_keyArea->setObjectName(QStringLiteral("key-area"));
+    m_keyArea->setFrameShape(QFrame::NoFrame);
+    m_keyArea->setFocusPolicy(Qt::NoFocus);
+    m_keyArea->setWidgetResizable(true);
+    m_keyArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_keyArea->setWidget(m_keys);
+    m_keyArea->viewport()->setAutoFillBackground(false);
     m_keys->setAutoFillBackground(false);
-    const int height = m_keys->heightForWidth(width);
-    area->setMinimumHeight(qMin(height, MinKeyAreaHeight));
-    area->setVerticalScrollBarPolicy(height <= MinKeyAreaHeight ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
-    theme::applyTo(area->verticalScrollBar());
-    return area;
+    theme::applyTo(m_keyArea->verticalScrollBar());
+}
+
+int FrontPanel::sideHeight() const
+{
+    const int controls = qMax(m_navigation->naturalSize().height(), m_tbar->naturalSize().height());
+    return m_screens.first()->naturalSize().height() + Grid + controls + heightOf(m_netPorts) + heightOf(m_usbPorts);
+}
+
+int FrontPanel::topHeight() const
+{
+    return qMax(m_bezel->naturalSize().height(), sideHeight());
+}
+
+int FrontPanel::keysWidth() const
+{
+    return m_bezel->naturalSize().width() + Margin + SideWidth;
+}
+
+QSize FrontPanel::naturalSize() const
+{
+    const int keysHeight = qMin(m_keys->naturalHeight(keysWidth()), MinKeyAreaHeight);
+    return {keysWidth() + 2 * Margin, topHeight() + 3 * Margin + keysHeight};
+}
+
+QSize FrontPanel::minimumSizeHint() const
+{
+    return naturalSize() * MinScale;
+}
+
+void FrontPanel::place(ScaledWidget *part, const QRect &rect) const
+{
+    part->setScale(m_scale);
+    part->setGeometry(scaledRect(rect, m_scale).translated(m_origin));
+}
+
+void FrontPanel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const QSize natural = naturalSize();
+    m_scale = qMin(double(width()) / natural.width(), double(height()) / natural.height());
+    // Keys that would scroll get the height that is left.
+    const int missing = m_keys->naturalHeight(keysWidth()) + topHeight() + 3 * Margin - natural.height();
+    const int spare = qRound(height() - (natural.height() + missing) * m_scale);
+    m_origin = {qRound((width() - natural.width() * m_scale) / 2), qMax(0, spare / 2)};
+    place(m_bezel, {QPoint(Margin, Margin), m_bezel->naturalSize()});
+    placeSide({Margin + m_bezel->naturalSize().width() + Margin, Margin});
+    placeKeyArea();
+}
+
+// From top to bottom: the screens, navigation and T-Bar, the net ports, the USB ports.
+void FrontPanel::placeSide(const QPoint &topLeft)
+{
+    QPoint next = topLeft;
+    const QSize screen = m_screens.first()->naturalSize();
+    for (ScreenView *view : qAsConst(m_screens)) {
+        place(view, {next, screen});
+        next.rx() += screen.width() + gapOf(m_screens.size(), screen.width());
+    }
+    next = topLeft + QPoint(0, screen.height() + Grid);
+    const int ports = heightOf(m_netPorts) + heightOf(m_usbPorts);
+    const QSize bar(m_tbar->naturalSize().width(), topLeft.y() + topHeight() - ports - next.y());
+    const QSize navigation = m_navigation->naturalSize();
+    place(m_navigation, {next + QPoint(0, (bar.height() - navigation.height()) / 2), navigation});
+    place(m_tbar, {next + QPoint(SideWidth - bar.width(), 0), bar});
+    next.ry() += bar.height() + Grid;
+    next.ry() += placePorts(m_netPorts, next);
+    placePorts(m_usbPorts, next);
+}
+
+// Returns the height that the ports take, with the space below them.
+int FrontPanel::placePorts(const QVector<PortWidget *> &ports, const QPoint &topLeft) const
+{
+    for (int i = 0; i < ports.size(); ++i) {
+        const QSize size = ports[i]->naturalSize();
+        const int pitch = size.width() + gapOf(PortColumns, size.width());
+        const QPoint offset(i % PortColumns * pitch, i / PortColumns * (size.height() + Grid));
+        place(ports[i], {topLeft + offset, size});
+    }
+    return heightOf(ports);
+}
+
+void FrontPanel::placeKeyArea()
+{
+    m_keys->setScale(m_scale);
+    const QPoint topLeft = scaledRect({Margin, 2 * Margin + topHeight(), 0, 0}, m_scale).topLeft() + m_origin;
+    const int keysPixels = qRound(keysWidth() * m_scale);
+    const int room = height() - topLeft.y() - qRound(Margin * m_scale);
+    const int wanted = m_keys->heightForWidth(keysPixels);
+    m_keyArea->setVerticalScrollBarPolicy(wanted <= room + 2 ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    m_keyArea->setGeometry({topLeft, QSize(keysPixels, qMin(wanted, qMax(room, 0)))});
 }
 
 void FrontPanel::setState(const DeviceState &device, Milliseconds now)

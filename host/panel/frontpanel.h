@@ -7,16 +7,20 @@
 #include <QtCore/QVector>
 #include <QtWidgets/QWidget>
 
-class QLayout;
+class QScrollArea;
 
 namespace panelhost {
 
 struct OperatorAction;
 class KeyPanel;
+class LcdBezel;
+class NavigationControls;
+class ScaledWidget;
 class ScreenView;
 class TBarWidget;
 
-/// The front panel with the LCD in it. Shows the state of a device.
+/// The front panel with the LCD in it. Shows the state of a device. The panel is scaled as a whole to the largest size
+/// that fits into the widget. Many keys scroll, so that the other parts stay large.
 class FrontPanel : public QWidget
 {
     Q_OBJECT
@@ -27,6 +31,12 @@ public:
 
     /// Shows @p device. LEDs blink by the time @p now.
     void setState(const DeviceState &device, Milliseconds now);
+    /// Returns the size at scale 1.
+    QSize naturalSize() const;
+    /// Returns the scale at which the panel is shown.
+    double scale() const { return m_scale; }
+    QSize sizeHint() const override { return naturalSize(); }
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// Emitted when the operator uses a control of the panel.
@@ -34,6 +44,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     template <class Part>
@@ -42,17 +53,26 @@ private:
         connect(part, &Part::actionTriggered, this, &FrontPanel::actionTriggered);
         return part;
     }
-    QLayout *makeTop(const DeviceState &device, QWidget *lcd);
-    QLayout *makeSide(const DeviceState &device);
-    QLayout *makeScreens();
-    QLayout *makePorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets);
-    QWidget *makeKeyArea(const QList<KeyState> &keys, int width);
+    void addPorts(const QList<PortState> &ports, PortWidget::Type type, QVector<PortWidget *> &portWidgets);
+    void addKeyArea(const QList<KeyState> &keys);
+    int sideHeight() const;
+    int topHeight() const;
+    int keysWidth() const;
+    void place(ScaledWidget *part, const QRect &rect) const;
+    void placeSide(const QPoint &topLeft);
+    int placePorts(const QVector<PortWidget *> &ports, const QPoint &topLeft) const;
+    void placeKeyArea();
 
+    LcdBezel *m_bezel;
     QVector<ScreenView *> m_screens;
+    NavigationControls *m_navigation;
+    TBarWidget *m_tbar;
     QVector<PortWidget *> m_netPorts;
     QVector<PortWidget *> m_usbPorts;
-    TBarWidget *m_tbar = nullptr;
+    QScrollArea *m_keyArea = nullptr;
     KeyPanel *m_keys = nullptr;
+    double m_scale = 1;
+    QPoint m_origin; ///< of the scaled panel in the widget
 };
 
 }

@@ -8,6 +8,24 @@
 
 namespace panelhost {
 
+constexpr int CaptionSize = 10; ///< the same for all keys, in pixels
+
+// Breaks the caption after the word that still fits. Elides the second line.
+QString keyCaption(const QString &text, int width)
+{
+    const QFontMetrics metrics(theme::font(CaptionSize, true));
+    const auto fits = [&](const QString &line) { return metrics.horizontalAdvance(line) <= width; };
+    if (fits(text))
+        return text;
+    int end = text.size();
+    while (end > 0 && !fits(text.left(end).trimmed()))
+        end = text.lastIndexOf(QLatin1Char(' '), end - 1);
+    if (end <= 0)
+        return metrics.elidedText(text, Qt::ElideRight, width);
+    return text.left(end).trimmed() + QLatin1Char('\n')
+        + metrics.elidedText(text.mid(end).trimmed(), Qt::ElideRight, width);
+}
+
 KeyButton::KeyButton(const KeyState &key, QWidget *parent)
     : Control(QStringLiteral("key-%1").arg(key.halKey), QStringLiteral("%1 (key %2)").arg(key.name).arg(key.halKey),
               parent),
@@ -20,9 +38,9 @@ KeyButton::KeyButton(const KeyState &key, QWidget *parent)
     });
 }
 
-QSize KeyButton::sizeHint() const
+QSize KeyButton::naturalSize() const
 {
-    return {6 * theme::Grid, 5 * theme::Grid};
+    return {6 * theme::Grid + theme::Grid / 2, 5 * theme::Grid};
 }
 
 void KeyButton::setState(const KeyState &key, Milliseconds now)
@@ -35,6 +53,11 @@ void KeyButton::setState(const KeyState &key, Milliseconds now)
         update();
 }
 
+QString KeyButton::caption() const
+{
+    return m_key.name.isEmpty() ? QString::number(m_key.halKey) : m_key.name;
+}
+
 QColor KeyButton::capColor() const
 {
     return theme::mix(theme::Cap, ledLight(m_key.led.color), m_level == 0 ? 0 : 0.15 + 0.85 * m_level / 100.0);
@@ -43,12 +66,12 @@ QColor KeyButton::capColor() const
 void KeyButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    theme::drawRecess(painter, rect(), theme::RecessEdge);
-    theme::drawCap(painter, rect(), capColor(), isDown());
+    painter.scale(scale(), scale());
+    theme::drawRecess(painter, area(), theme::RecessEdge);
+    theme::drawCap(painter, area(), capColor(), isDown());
     painter.setPen(theme::textColorOn(capColor()));
-    const QString label = m_key.name.isEmpty() ? QString::number(m_key.halKey) : m_key.name;
-    painter.setFont(theme::font(label.size() > 5 ? 9 : label.size() > 4 ? 10 : 11, true));
-    painter.drawText(rect().adjusted(3, 3, -3, -3), Qt::AlignCenter | Qt::TextWordWrap, label);
+    painter.setFont(theme::font(CaptionSize, true));
+    painter.drawText(area(), Qt::AlignCenter, keyCaption(caption(), area().width() - 4));
 }
 
 void KeyButton::trigger(OperatorAction::Kind kind)

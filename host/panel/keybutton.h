@@ -7,6 +7,9 @@
 
 namespace panelhost {
 
+/// Returns @p text as the caption of a key: on one or two lines of @p width unscaled pixels, elided if it is longer.
+QString keyCaption(const QString &text, int width);
+
 /// A key of the panel with its LED. A click presses the key, a long press holds it until the mouse button is released,
 /// and the right mouse button holds it until the next click.
 class KeyButton : public Control
@@ -23,7 +26,7 @@ public:
     /// Returns the level that the LED shows, in percent.
     int level() const { return m_level; }
     bool isDown() const { return m_key.isDown || m_isMouseDown; }
-    QSize sizeHint() const override;
+    QSize naturalSize() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -34,6 +37,7 @@ protected:
 private:
     void trigger(OperatorAction::Kind kind);
     void setMouseDown(bool down);
+    QString caption() const;
     QColor capColor() const;
 
     KeyState m_key;

@@ -7,30 +7,32 @@
 #include <QtCore/QHash>
 #include <QtGui/QPainter>
 
+#include <cmath>
+
 namespace panelhost {
 
 using theme::Grid;
 
-constexpr int CapWidth = 6 * Grid;
+constexpr int CapWidth = 6 * Grid + Grid / 2;
 constexpr int CapHeight = 5 * Grid;
-constexpr int Pitch = CapWidth + Grid;
+constexpr int KeyGap = Grid / 2;
+constexpr int Pitch = CapWidth + KeyGap;
 constexpr int RowPitch = CapHeight + Grid;
 constexpr int TitleHeight = 2 * Grid;
-constexpr int GroupGap = 3 * Grid;
 
 static int columnsIn(int width)
 {
-    return qMax(1, (width + Grid) / Pitch);
+    return qMax(1, (width + KeyGap) / Pitch);
 }
 
 static QSize groupSize(int keys, int width)
 {
     const int columns = qMin(keys, columnsIn(width));
     const int rows = (keys + columns - 1) / columns;
-    return {columns * Pitch - Grid, TitleHeight + rows * RowPitch - Grid};
+    return {columns * Pitch - KeyGap, TitleHeight + rows * RowPitch - Grid};
 }
 
-KeyPanel::KeyPanel(const QList<KeyState> &keys, QWidget *parent) : QWidget(parent)
+KeyPanel::KeyPanel(const QList<KeyState> &keys, QWidget *parent) : ScaledWidget(parent)
 {
     setObjectName(QStringLiteral("keys"));
     const auto groups = groupKeys(keys);
@@ -75,12 +77,17 @@ QVector<QRect> KeyPanel::arrange(int width) const
         }
         rects.append({next, size});
         shelf = qMax(shelf, size.height());
-        next.rx() += size.width() + GroupGap;
+        next.rx() += size.width() + KeyGap + Pitch; // all groups are aligned to the same columns
     }
     return rects;
 }
 
 int KeyPanel::heightForWidth(int width) const
+{
+    return static_cast<int>(std::ceil(naturalHeight(qRound(width / scale())) * scale()));
+}
+
+int KeyPanel::naturalHeight(int width) const
 {
     int height = 0;
     for (const QRect &rect : arrange(width))
@@ -88,10 +95,10 @@ int KeyPanel::heightForWidth(int width) const
     return height;
 }
 
-QSize KeyPanel::sizeHint() const
+QSize KeyPanel::naturalSize() const
 {
-    const int width = 22 * Pitch - Grid;
-    return {width, heightForWidth(width)};
+    const int width = 22 * Pitch - KeyGap;
+    return {width, naturalHeight(width)};
 }
 
 QSize KeyPanel::minimumSizeHint() const
@@ -104,14 +111,26 @@ void KeyPanel::placeButtons(const Group &group) const
     const int columns = columnsIn(group.rect.width());
     for (int i = 0; i < group.buttons.size(); ++i) {
         const QPoint place(i % columns * Pitch, TitleHeight + i / columns * RowPitch);
-        group.buttons[i]->setGeometry({group.rect.topLeft() + place, QSize(CapWidth, CapHeight)});
+        group.buttons[i]->setScale(scale());
+        group.buttons[i]->setGeometry(scaled({group.rect.topLeft() + place, QSize(CapWidth, CapHeight)}));
     }
 }
 
 void KeyPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    const QVector<QRect> rects = arrange(width());
+    placeGroups();
+}
+
+void KeyPanel::scaleChanged()
+{
+    placeGroups();
+    updateGeometry();
+}
+
+void KeyPanel::placeGroups()
+{
+    const QVector<QRect> rects = arrange(area().width());
     for (int i = 0; i < m_groups.size(); ++i) {
         m_groups[i].rect = rects[i];
         placeButtons(m_groups[i]);
@@ -121,6 +140,7 @@ void KeyPanel::resizeEvent(QResizeEvent *event)
 void KeyPanel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.scale(scale(), scale());
     for (const Group &group : qAsConst(m_groups)) {
         const QRect title(group.rect.topLeft(), QSize(group.rect.width(), TitleHeight - 2));
         theme::drawCaption(painter, title, Qt::AlignLeft | Qt::AlignVCenter, group.title);

@@ -15,22 +15,23 @@ Knob::Knob(QWidget *parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize Knob::sizeHint() const
+QSize Knob::naturalSize() const
 {
     return {9 * Grid, 9 * Grid};
 }
 
 QRectF Knob::disc() const
 {
-    return QRectF(rect()).adjusted(Grid, Grid, -Grid, -Grid);
+    return QRectF(area()).adjusted(Grid, Grid, -Grid, -Grid);
 }
 
 void Knob::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.scale(scale(), scale());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(theme::DimTextColor), 2));
-    painter.drawArc(QRectF(rect()).adjusted(2, 2, -2, -2), -60 * 16, 300 * 16);
+    painter.drawArc(QRectF(area()).adjusted(2, 2, -2, -2), -60 * 16, 300 * 16);
     QLinearGradient metal(disc().topLeft(), disc().bottomRight());
     metal.setColorAt(0, QColor(theme::CapEdge));
     metal.setColorAt(1, QColor(theme::CapDown));
@@ -54,7 +55,7 @@ void Knob::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    const qreal side = event->localPos().x() - disc().center().x();
+    const qreal side = unscaled(event->localPos()).x() - disc().center().x();
     if (qAbs(side) <= disc().width() / 4)
         return navigate(QStringLiteral("enter"), 0);
     side < 0 ? navigate(QStringLiteral("up"), -20) : navigate(QStringLiteral("down"), 20);

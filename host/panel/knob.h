@@ -12,7 +12,7 @@ class Knob : public Control
 public:
     explicit Knob(QWidget *parent);
 
-    QSize sizeHint() const override;
+    QSize naturalSize() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,11 +1,14 @@
 #include "panel/lcdinput.h"
 
+#include "panel/lcdview.h"
+
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 
+#include <cmath>
 #include <utility>
 
 namespace panelhost {
@@ -62,11 +65,15 @@ void LcdInput::mouseReleaseEvent(QMouseEvent *event)
     Q_EMIT actionTriggered({OperatorAction::Kind::TouchUp, {}});
 }
 
-// The mouse may leave the LCD while its button is held; a finger can't.
+// The LCD can be shown larger or smaller than it is. The mouse may leave the LCD while its button is held; a finger
+// can't.
 QPoint LcdInput::lcdPoint(const QMouseEvent &event) const
 {
-    const QPoint point = m_lcd->mapFromGlobal(mapToGlobal(event.pos()));
-    return {qBound(0, point.x(), m_lcd->width() - 1), qBound(0, point.y(), m_lcd->height() - 1)};
+    const auto pixel = [](double place, int shown, int pixels) {
+        return qBound(0, static_cast<int>(std::floor(place * pixels / qMax(shown, 1))), pixels - 1);
+    };
+    return {pixel(event.localPos().x(), width(), m_lcd->width()),
+            pixel(event.localPos().y(), height(), m_lcd->height())};
 }
 
 void LcdInput::touch(OperatorAction::Kind kind, const QPoint &point)
@@ -83,20 +90,19 @@ void LcdInput::wheelEvent(QWheelEvent *event)
 // Returns the focus from the journal's filter to the LCD.
 void LcdInput::focusLcd()
 {
-    QWidget *inner = m_lcd->focusWidget();
     if (!isOnLcd(QApplication::focusWidget()))
-        (inner ? inner : m_lcd)->setFocus(Qt::OtherFocusReason);
+        panelhost::focusLcd(*m_lcd);
 }
 
 bool LcdInput::isOnLcd(const QWidget *widget) const
 {
-    return widget && (widget == m_lcd || m_lcd->isAncestorOf(widget));
+    return widget && (widget == m_lcd || m_lcd->isAncestorOf(widget) || isViewOfLcd(*widget, *m_lcd));
 }
 
 bool LcdInput::isForOperator(const QWidget *widget) const
 {
     const bool isOther = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QMenuBar *>(widget);
-    return widget && widget->window() == window() && !isOther;
+    return widget && (widget->window() == window() || isOnLcd(widget)) && !isOther;
 }
 
 // Key events of the window system become actions, whichever widget has the focus. The events that the operator sends to

@@ -16,6 +16,7 @@ public:
     LcdInput(QWidget *lcd, QWidget *parent);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
+    QSize naturalSize() const override { return m_lcd->size(); }
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;

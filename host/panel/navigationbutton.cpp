@@ -15,7 +15,7 @@ NavigationButton::NavigationButton(const QString &key, const QString &sign, QWid
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize NavigationButton::sizeHint() const
+QSize NavigationButton::naturalSize() const
 {
     return {6 * Grid, 5 * Grid};
 }
@@ -23,11 +23,12 @@ QSize NavigationButton::sizeHint() const
 void NavigationButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    theme::drawRecess(painter, rect(), theme::RecessEdge);
-    theme::drawCap(painter, rect(), QColor(theme::Cap), m_isDown);
+    painter.scale(scale(), scale());
+    theme::drawRecess(painter, area(), theme::RecessEdge);
+    theme::drawCap(painter, area(), QColor(theme::Cap), m_isDown);
     painter.setPen(QColor(theme::TextColor));
     painter.setFont(theme::font(m_sign.size() > 1 ? 11 : 14, true));
-    painter.drawText(rect(), Qt::AlignCenter, m_sign);
+    painter.drawText(area(), Qt::AlignCenter, m_sign);
 }
 
 void NavigationButton::mousePressEvent(QMouseEvent *event)

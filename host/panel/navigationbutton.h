@@ -13,7 +13,7 @@ public:
     /// @p key is the argument of the action Navigate: up, down, left, right, enter or back.
     NavigationButton(const QString &key, const QString &sign, QWidget *parent);
 
-    QSize sizeHint() const override;
+    QSize naturalSize() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -4,12 +4,13 @@
 #include "panel/navigationbutton.h"
 #include "panel/theme.h"
 
-#include <QtWidgets/QBoxLayout>
-#include <QtWidgets/QGridLayout>
-
 namespace panelhost {
 
+using theme::Grid;
+
 namespace {
+
+constexpr QSize Pitch(7 * Grid, 6 * Grid); ///< from one direction of the joystick to the next
 
 struct Direction
 {
@@ -30,40 +31,41 @@ QList<Direction> joystickDirections()
 
 }
 
-NavigationControls::NavigationControls(QWidget *parent) : QWidget(parent)
+NavigationControls::NavigationControls(QWidget *parent) : ScaledWidget(parent)
 {
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(theme::Grid);
-    column->addLayout(makeJoystick());
-    column->addLayout(makeKnobRow());
-}
-
-Control *NavigationControls::forwardActions(Control *control)
-{
-    connect(control, &Control::actionTriggered, this, &NavigationControls::actionTriggered);
-    return control;
-}
-
-QLayout *NavigationControls::makeJoystick()
-{
-    auto *grid = new QGridLayout;
-    grid->setSpacing(theme::Grid);
     const auto directions = joystickDirections();
     for (const Direction &direction : directions)
-        grid->addWidget(forwardActions(new NavigationButton(direction.key, direction.sign, this)), direction.row,
-                        direction.column);
-    return grid;
+        add(new NavigationButton(direction.key, direction.sign, this),
+            {direction.column * Pitch.width(), direction.row * Pitch.height()});
+    const int top = 3 * Pitch.height() + Grid;
+    auto *knob = new Knob(this);
+    auto *back = new NavigationButton(QStringLiteral("back"), QStringLiteral("BACK"), this);
+    add(knob, {0, top});
+    add(back, {2 * Pitch.width(), top + (knob->naturalSize().height() - back->naturalSize().height()) / 2});
+    resize(sizeHint());
 }
 
-QLayout *NavigationControls::makeKnobRow()
+void NavigationControls::add(Control *control, const QPoint &topLeft)
 {
-    auto *row = new QHBoxLayout;
-    row->setSpacing(2 * theme::Grid);
-    row->addWidget(forwardActions(new Knob(this)));
-    row->addWidget(forwardActions(new NavigationButton(QStringLiteral("back"), QStringLiteral("BACK"), this)));
-    row->addStretch();
-    return row;
+    connect(control, &Control::actionTriggered, this, &NavigationControls::actionTriggered);
+    m_places.append({control, topLeft});
+}
+
+QSize NavigationControls::naturalSize() const
+{
+    QRect all;
+    for (const Place &place : m_places)
+        all |= QRect(place.topLeft, place.control->naturalSize());
+    return all.size();
+}
+
+void NavigationControls::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    for (const Place &place : qAsConst(m_places)) {
+        place.control->setScale(scale());
+        place.control->setGeometry(scaled({place.topLeft, place.control->naturalSize()}));
+    }
 }
 
 }

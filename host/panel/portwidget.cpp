@@ -31,7 +31,7 @@ PortWidget::PortWidget(Type type, const PortState &port, QWidget *parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize PortWidget::sizeHint() const
+QSize PortWidget::naturalSize() const
 {
     return {11 * Grid, (m_type == Type::Usb ? 10 : 8) * Grid};
 }
@@ -47,12 +47,12 @@ void PortWidget::setState(const PortState &port)
 
 QRect PortWidget::shell() const
 {
-    return {2 * Grid, 0, width() - 4 * Grid, 6 * Grid};
+    return {2 * Grid, 0, area().width() - 4 * Grid, 6 * Grid};
 }
 
 QRect PortWidget::blockSwitch() const
 {
-    return m_type == Type::Usb ? QRect(0, height() - 2 * Grid, width(), 2 * Grid) : QRect();
+    return m_type == Type::Usb ? QRect(0, area().height() - 2 * Grid, area().width(), 2 * Grid) : QRect();
 }
 
 void PortWidget::drawNet(QPainter &painter) const
@@ -96,10 +96,11 @@ void PortWidget::drawBlockSwitch(QPainter &painter) const
 void PortWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.scale(scale(), scale());
     theme::drawRecess(painter, shell(), theme::PanelEdge);
     painter.setPen(Qt::NoPen);
     m_type == Type::Net ? drawNet(painter) : drawUsb(painter);
-    const QRect name(0, shell().bottom() + 1, width(), 2 * Grid);
+    const QRect name(0, shell().bottom() + 1, area().width(), 2 * Grid);
     theme::drawCaption(painter, name, Qt::AlignCenter, caption(m_port));
     if (m_type == Type::Usb)
         drawBlockSwitch(painter);
@@ -121,7 +122,7 @@ void PortWidget::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    blockSwitch().contains(event->pos()) ? toggleBlock() : togglePlug();
+    blockSwitch().contains(unscaled(event->localPos()).toPoint()) ? toggleBlock() : togglePlug();
 }
 
 void PortWidget::contextMenuEvent(QContextMenuEvent *event)

@@ -20,8 +20,8 @@ public:
     PortWidget(Type type, const PortState &port, QWidget *parent);
 
     void setState(const PortState &port);
-    QSize sizeHint() const override;
-    /// Returns the rectangle of the switch; empty for a port without one.
+    QSize naturalSize() const override;
+    /// Returns the rectangle of the switch in unscaled coordinates; empty for a port without one.
     QRect blockSwitch() const;
 
 protected:

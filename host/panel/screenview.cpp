@@ -59,13 +59,13 @@ void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pa
         drawGreys(painter, rect, pattern);
 }
 
-ScreenView::ScreenView(int index, QWidget *parent) : QWidget(parent), m_index(index)
+ScreenView::ScreenView(int index, QWidget *parent) : ScaledWidget(parent), m_index(index)
 {
     setObjectName(QStringLiteral("screen%1").arg(index));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-QSize ScreenView::sizeHint() const
+QSize ScreenView::naturalSize() const
 {
     return {15 * theme::Grid, 12 * theme::Grid};
 }
@@ -92,7 +92,8 @@ void ScreenView::drawIdle(QPainter &painter, const QRect &screenRect) const
 void ScreenView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect frame = rect().adjusted(0, 0, 0, -2 * theme::Grid);
+    painter.scale(scale(), scale());
+    const QRect frame = area().adjusted(0, 0, 0, -2 * theme::Grid);
     const QRect screenRect = frame.adjusted(6, 6, -6, -6);
     theme::drawRecess(painter, frame, theme::Black);
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -102,7 +103,7 @@ void ScreenView::paintEvent(QPaintEvent *)
         drawIdle(painter, screenRect);
     const int dark = 255 * (100 - qBound(0, m_brightness, 100)) / 100;
     painter.fillRect(screenRect, QColor(0, 0, 0, dark));
-    const QRect caption(0, frame.bottom() + 1, width(), 2 * theme::Grid);
+    const QRect caption(0, frame.bottom() + 1, area().width(), 2 * theme::Grid);
     theme::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, QStringLiteral("SCREEN %1").arg(m_index + 1));
     theme::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, QStringLiteral("%1 %").arg(m_brightness));
 }

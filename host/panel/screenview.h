@@ -1,8 +1,7 @@
 #pragma once
 
 #include "device/device.h"
-
-#include <QtWidgets/QWidget>
+#include "panel/scaledwidget.h"
 
 class QPainter;
 
@@ -14,7 +13,7 @@ bool hasTestPattern(const TestPattern &pattern);
 void drawTestPattern(QPainter &painter, const QRect &rect, const TestPattern &pattern);
 
 /// One of the three screens of the panel, with its brightness and test pattern.
-class ScreenView : public QWidget
+class ScreenView : public ScaledWidget
 {
     Q_OBJECT
 
@@ -22,7 +21,7 @@ public:
     ScreenView(int index, QWidget *parent);
 
     void setState(int brightness, const TestPattern &pattern);
-    QSize sizeHint() const override;
+    QSize naturalSize() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -16,7 +16,7 @@ TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), QStrin
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 }
 
-QSize TBarWidget::sizeHint() const
+QSize TBarWidget::naturalSize() const
 {
     return {16 * Grid, 28 * Grid};
 }
@@ -32,7 +32,8 @@ void TBarWidget::setState(const TBarState &bar)
 
 QRect TBarWidget::track() const
 {
-    return rect().adjusted(width() / 2 - Grid / 2, 4 * Grid, -(width() / 2 - Grid / 2), -10 * Grid);
+    const int side = area().width() / 2 - Grid / 2;
+    return area().adjusted(side, 4 * Grid, -side, -10 * Grid);
 }
 
 int TBarWidget::yOf(double position) const
@@ -45,11 +46,12 @@ void TBarWidget::drawScale(QPainter &painter) const
     theme::drawRecess(painter, track().adjusted(0, -Grid, 0, Grid), theme::Black);
     painter.setPen(QColor(theme::DimTextColor));
     painter.setRenderHint(QPainter::Antialiasing, false);
+    const int middle = area().width() / 2;
     for (int tick = 0; tick <= 10; ++tick) {
         const int y = yOf(tick / 10.0);
         const int length = tick % 5 == 0 ? 2 * Grid : Grid;
-        painter.drawLine(width() / 2 - 3 * Grid - length, y, width() / 2 - 3 * Grid, y);
-        painter.drawLine(width() / 2 + 3 * Grid, y, width() / 2 + 3 * Grid + length, y);
+        painter.drawLine(middle - 3 * Grid - length, y, middle - 3 * Grid, y);
+        painter.drawLine(middle + 3 * Grid, y, middle + 3 * Grid + length, y);
     }
 }
 
@@ -94,7 +96,7 @@ static QString hintOf(const TBarState &bar)
 // From top to bottom: the position, what to do next, and what has failed.
 void TBarWidget::drawFoot(QPainter &painter) const
 {
-    const QRect line(0, height() - 7 * Grid, width(), 2 * Grid);
+    const QRect line(0, area().height() - 7 * Grid, area().width(), 2 * Grid);
     theme::drawCaption(painter, line, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_bar.position * 100)));
     const bool isReady = m_bar.step.isEmpty() && !m_bar.target;
     const bool isInPlace = m_bar.step.isEmpty() && m_bar.target && m_bar.isAt(*m_bar.target);
@@ -107,12 +109,13 @@ void TBarWidget::drawFoot(QPainter &painter) const
 void TBarWidget::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
+    painter.scale(scale(), scale());
     const bool isFader = m_bar.type == TBarType::Fader;
     const QString kind = isFader ? QStringLiteral("T-BAR FADER") : QStringLiteral("T-BAR SLIDER");
-    theme::drawCaption(painter, QRect(0, 0, width(), 2 * Grid), Qt::AlignCenter, kind);
+    theme::drawCaption(painter, QRect(0, 0, area().width(), 2 * Grid), Qt::AlignCenter, kind);
     drawScale(painter);
     drawTarget(painter);
-    const QPoint center(width() / 2, yOf(m_bar.position));
+    const QPoint center(area().width() / 2, yOf(m_bar.position));
     isFader ? drawFader(painter, center) : drawSlider(painter, center);
     drawFoot(painter);
 }
@@ -133,7 +136,7 @@ void TBarWidget::mouseMoveEvent(QMouseEvent *event)
 {
     const bool isDrag = (event->buttons() & Qt::LeftButton) != 0;
     if (isDrag && track().height() > 1)
-        moveTo(static_cast<double>(track().bottom() - event->pos().y()) / (track().height() - 1));
+        moveTo((track().bottom() - unscaled(event->localPos()).y()) / (track().height() - 1));
 }
 
 void TBarWidget::wheelEvent(QWheelEvent *event)

@@ -16,9 +16,9 @@ public:
 
     void setState(const TBarState &bar);
     double position() const { return m_bar.position; }
-    /// Returns the y coordinate of the bar's middle for @p position.
+    /// Returns the y coordinate of the bar's middle for @p position, in unscaled coordinates.
     int yOf(double position) const;
-    QSize sizeHint() const override;
+    QSize naturalSize() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,6 +1,7 @@
 #include "window/journalview.h"
 
 #include "panel/theme.h"
+#include "window/elidedlabel.h"
 #include "window/journalmodel.h"
 
 #include <QtGui/QPainter>
@@ -11,7 +12,7 @@
 #include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QStyledItemDelegate>
-#include <QtWidgets/QToolButton>
+#include <QtWidgets/QToolBar>
 
 namespace panelhost {
 
@@ -54,7 +55,7 @@ protected:
 
 JournalView::JournalView(const Journal &journal, QWidget *parent)
     : QDockWidget(QStringLiteral("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
-      m_count(new QLabel), m_forgotten(new QLabel), m_list(makeList())
+      m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel), m_list(makeList())
 {
     setObjectName(QStringLiteral("journal"));
     theme::applyTo(this);
@@ -65,8 +66,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     m_text->setMinimumWidth(120);
     connect(m_text, &QLineEdit::textChanged, m_model, &JournalModel::setText);
     auto *row = new QHBoxLayout;
-    row->setSpacing(theme::Grid / 2);
-    addKinds(row);
+    row->setSpacing(theme::Grid);
     row->addWidget(m_text, 1);
     row->addWidget(m_count);
     auto *content = new QWidget(this);
@@ -75,10 +75,10 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(theme::Grid, theme::Grid, theme::Grid, theme::Grid);
     column->setSpacing(theme::Grid);
-    m_count->setObjectName(QStringLiteral("journal-count"));
     m_forgotten->setObjectName(QStringLiteral("journal-forgotten"));
     m_forgotten->setWordWrap(true);
     m_forgotten->hide();
+    column->addWidget(makeKinds());
     column->addLayout(row);
     column->addWidget(m_forgotten);
     column->addWidget(m_list);
@@ -101,8 +101,11 @@ QListView *JournalView::makeList()
     return list;
 }
 
-void JournalView::addKinds(QHBoxLayout *row)
+// A tool bar moves what doesn't fit into a menu.
+QToolBar *JournalView::makeKinds()
 {
+    auto *bar = new QToolBar;
+    bar->setObjectName(QStringLiteral("journal-kinds"));
     for (const KindColor &kind : Kinds) {
         auto *action = new QAction(Journal::kindName(kind.kind), this);
         action->setCheckable(true);
@@ -110,12 +113,12 @@ void JournalView::addKinds(QHBoxLayout *row)
         action->setData(int(kind.kind));
         connect(action, &QAction::toggled, this, &JournalView::updateKinds);
         m_kinds.append(action);
-        auto *button = new QToolButton;
+        bar->addAction(action);
+        QWidget *button = bar->widgetForAction(action);
         button->setObjectName(QStringLiteral("journal-") + Journal::kindName(kind.kind));
-        button->setDefaultAction(action);
         button->setFocusPolicy(Qt::NoFocus);
-        row->addWidget(button);
     }
+    return bar;
 }
 
 void JournalView::updateKinds()

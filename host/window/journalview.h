@@ -3,13 +3,14 @@
 #include <QtWidgets/QDockWidget>
 
 class QAction;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListView;
+class QToolBar;
 
 namespace panelhost {
 
+class ElidedLabel;
 class Journal;
 class JournalModel;
 
@@ -29,7 +30,7 @@ public:
     void setFile(const QString &fileName) { m_file = fileName; }
 
 private:
-    void addKinds(QHBoxLayout *row);
+    QToolBar *makeKinds();
     void updateKinds();
     void updateCounts();
     QListView *makeList();
@@ -37,7 +38,7 @@ private:
     JournalModel *m_model;
     QList<QAction *> m_kinds;
     QLineEdit *m_text;
-    QLabel *m_count;
+    ElidedLabel *m_count;
     QLabel *m_forgotten;
     QString m_file;
     QListView *m_list;

@@ -1,22 +1,25 @@
 #include "window/panelwindow.h"
 
 #include "panel/frontpanel.h"
+#include "panel/lcdview.h"
 #include "panel/theme.h"
 #include "records/run.h"
 #include "session/session.h"
+#include "window/dockplace.h"
 #include "window/faultmenu.h"
 #include "window/journalview.h"
 #include "window/speedbar.h"
 #include "window/todayview.h"
 #include "window/unitbar.h"
+#include "window/windowstatus.h"
 
 #include <QtCore/QLocale>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
-#include <QtWidgets/QLabel>
+#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMenuBar>
-#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolBar>
 
 namespace panelhost {
@@ -33,15 +36,18 @@ static QString failureOf(const DeviceState &device)
 
 PanelWindow::PanelWindow(Session &session)
     : m_session(session), m_panel(new FrontPanel(session.device().state(), session.lcd(), this)),
-      m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this))
+      m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this)), m_status(new WindowStatus(this))
 {
     setObjectName(QStringLiteral("window"));
     setWindowTitle(QStringLiteral("panelhost"));
     setCentralWidget(m_panel);
     theme::applyTo(menuBar());
     theme::applyTo(m_speed);
+    setStatusBar(m_status);
+    setAnimated(false); // animations would run in virtual time
     addMenus();
     addJournal();
+    setInitialSize();
     connect(m_panel, &FrontPanel::actionTriggered, this, &PanelWindow::perform);
     connect(m_speed, &SpeedBar::speedSelected, this, &PanelWindow::setSpeed);
     connect(&m_refresh, &RealTimeTimer::timeout, this, &PanelWindow::refresh);
@@ -53,6 +59,9 @@ PanelWindow::PanelWindow(Session &session)
 
 PanelWindow::~PanelWindow()
 {
+    // They are hidden while the window is deleted.
+    for (QDockWidget *dock : qAsConst(m_docks))
+        dock->disconnect(this);
     m_session.clock().stop();
 }
 
@@ -63,7 +72,7 @@ void PanelWindow::perform(const OperatorAction &action)
         error = QStringLiteral("Enter the serial number of the unit first.");
     else
         m_session.panelOperator().perform(action, &error);
-    m_speed->setMessage(error);
+    m_status->setMessage(error);
     refresh();
 }
 
@@ -111,8 +120,7 @@ void PanelWindow::beginUnit(const QString &unit)
 
 void PanelWindow::focusLcd()
 {
-    QWidget *lcd = m_session.lcd();
-    (lcd->focusWidget() ? lcd->focusWidget() : lcd)->setFocus(Qt::OtherFocusReason);
+    panelhost::focusLcd(*m_session.lcd());
 }
 
 // Next to the journal, which is closed if there is no room for docks.
@@ -122,9 +130,10 @@ void PanelWindow::addToday(StoreReader &reader, const std::function<int()> &save
     QAction *action = m_today->toggleViewAction();
     action->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
     m_viewMenu->addAction(action);
-    const Qt::DockWidgetArea area = dockWidgetArea(m_journal);
-    addDockWidget(area, m_today);
-    splitDockWidget(m_today, m_journal, area == Qt::RightDockWidgetArea ? Qt::Vertical : Qt::Horizontal);
+    addDockWidget(dockWidgetArea(m_journal), m_today);
+    splitDockWidget(m_today, m_journal,
+                    dockWidgetArea(m_journal) == Qt::RightDockWidgetArea ? Qt::Vertical : Qt::Horizontal);
+    addToDocks(m_today);
     m_today->setVisible(m_units && !m_journal->isHidden());
 }
 
@@ -148,7 +157,7 @@ void PanelWindow::warnThatUnitPassed(const QString &unit, const QDateTime &passe
 void PanelWindow::showFailure(const QString &failure)
 {
     if (failure != m_failure)
-        m_speed->setMessage(failure);
+        m_status->setMessage(failure);
     m_failure = failure;
 }
 
@@ -165,18 +174,80 @@ void PanelWindow::refresh()
         m_units->setWaiting(!m_session.isInFactoryMode());
 }
 
-// QMenuBar reads the width of its corner widget only when that is set.
-void PanelWindow::placeSpeedBar()
+QList<QDockWidget *> PanelWindow::dockedDocks() const
 {
-    const QRect lastMenu = menuBar()->actionGeometry(menuBar()->actions().constLast());
-    m_speed->fitToWidth(menuBar()->width() - lastMenu.right() - 2 * theme::Grid);
-    menuBar()->setCornerWidget(m_speed);
+    QList<QDockWidget *> docked;
+    for (QDockWidget *dock : m_docks) {
+        if (!dock->isHidden() && !dock->isFloating())
+            docked.append(dock);
+    }
+    return docked;
+}
+
+QSize PanelWindow::roomForPanelAndDocks() const
+{
+    int used = menuBar()->sizeHint().height() + m_status->sizeHint().height();
+    const auto bars = findChildren<QToolBar *>(QString(), Qt::FindDirectChildrenOnly);
+    for (const QToolBar *bar : bars)
+        used += bar->isHidden() ? 0 : bar->sizeHint().height();
+    return {width(), height() - used};
+}
+
+void PanelWindow::arrangeDocks()
+{
+    const QList<QDockWidget *> docks = dockedDocks();
+    if (!isVisible() || !m_arrangesDocks || m_isArranging || docks.isEmpty())
+        return;
+    m_isArranging = true;
+    QSize minimum(40 * theme::Grid, 22 * theme::Grid);
+    for (const QDockWidget *dock : docks)
+        minimum = minimum.expandedTo(dock->minimumSizeHint());
+    const DockPlace place = placeDocks(roomForPanelAndDocks(), m_panel->naturalSize(), minimum);
+    const bool isRight = place.area == Qt::RightDockWidgetArea;
+    if (dockWidgetArea(docks.first()) != place.area) {
+        for (QDockWidget *dock : qAsConst(m_docks)) {
+            if (!dock->isFloating())
+                addDockWidget(place.area, dock, isRight ? Qt::Vertical : Qt::Horizontal);
+        }
+    }
+    resizeDocks({docks.first()}, {place.extent}, isRight ? Qt::Horizontal : Qt::Vertical);
+    m_isArranging = false;
+}
+
+void PanelWindow::setArrangesDocks(bool arranges)
+{
+    m_arrangesDocks = arranges;
+    arrangeDocks();
+}
+
+void PanelWindow::addToDocks(QDockWidget *dock)
+{
+    const auto end = [this] {
+        if (!m_isArranging)
+            m_arrangesDocks = false;
+    };
+    m_docks.append(dock);
+    connect(dock, &QDockWidget::topLevelChanged, this, end);
+    connect(dock, &QDockWidget::visibilityChanged, this, &PanelWindow::arrangeDocks);
+}
+
+bool PanelWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress && isSeparator(static_cast<QMouseEvent *>(event)->pos()))
+        m_arrangesDocks = false;
+    return QMainWindow::event(event);
 }
 
 void PanelWindow::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
-    placeSpeedBar();
+    arrangeDocks();
+}
+
+void PanelWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    arrangeDocks();
 }
 
 void PanelWindow::paintEvent(QPaintEvent *)
@@ -195,12 +266,12 @@ void PanelWindow::setSpeed(double factor)
 
 void PanelWindow::setRecording(const QString &fileName)
 {
-    m_speed->setRecording(fileName);
+    m_status->setRecording(fileName);
 }
 
 void PanelWindow::setPendingRuns(int count)
 {
-    m_speed->setPendingRuns(count);
+    m_status->setPendingRuns(count);
 }
 
 void PanelWindow::setJournalFile(const QString &fileName)
@@ -210,12 +281,7 @@ void PanelWindow::setJournalFile(const QString &fileName)
 
 void PanelWindow::addFailure(const QString &text)
 {
-    auto *failure = new QLabel(text);
-    failure->setObjectName(QStringLiteral("failure"));
-    theme::applyTo(statusBar());
-    statusBar()->setSizeGripEnabled(false);
-    statusBar()->addWidget(failure);
-    statusBar()->show();
+    m_status->addFailure(text);
 }
 
 void PanelWindow::addMenus()
@@ -228,7 +294,6 @@ void PanelWindow::addMenus()
     addLanguageMenu();
     addViewMenu();
     menuBar()->setCornerWidget(m_speed);
-    connect(m_speed, &SpeedBar::widthChanged, this, &PanelWindow::placeSpeedBar);
 }
 
 void PanelWindow::addDeviceMenu()
@@ -273,17 +338,28 @@ void PanelWindow::addViewMenu()
     m_viewMenu->addAction(journal);
 }
 
-// Places the journal to the right of the panel if the screen is wide enough, or below it if the screen is high enough.
-// Otherwise hides it.
+// It is closed at first if the screen has no room for it next to the panel at its natural size.
 void PanelWindow::addJournal()
 {
-    constexpr int Room = 25 * theme::Grid;
-    const QSize free = screen() ? screen()->availableSize() : QSize();
-    const QSize panel = sizeHint();
-    const bool isWide = free.width() >= panel.width() + 2 * Room;
-    addDockWidget(isWide ? Qt::RightDockWidgetArea : Qt::BottomDockWidgetArea, m_journal);
-    if (!isWide && free.height() < panel.height() + Room)
+    addDockWidget(Qt::RightDockWidgetArea, m_journal);
+    addToDocks(m_journal);
+}
+
+// The panel at its natural size with a dock beside or below it, if the screen has room for both.
+void PanelWindow::setInitialSize()
+{
+    constexpr QSize Dock(70 * theme::Grid, 30 * theme::Grid);
+    constexpr int MinDock = 40 * theme::Grid;
+    constexpr int Frame = 4 * theme::Grid; // of the window manager
+    const QSize free = screen() ? screen()->availableSize() - QSize(0, Frame) : QSize();
+    QSize wanted = m_panel->naturalSize() + size() - roomForPanelAndDocks();
+    if (free.width() >= wanted.width() + MinDock)
+        wanted.rwidth() += Dock.width();
+    else if (free.height() >= wanted.height() + Dock.height())
+        wanted.rheight() += Dock.height();
+    else
         m_journal->hide();
+    resize(wanted.boundedTo(free));
 }
 
 }

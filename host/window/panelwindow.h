@@ -22,6 +22,7 @@ class StoreReader;
 class TodayView;
 class UnitBar;
 class UnitPattern;
+class WindowStatus;
 
 /// The window with front panel, LCD, menus, speed bar and journal. All actions are performed by the operator of the
 /// session. It is updated by the wall clock and adds nothing to the journal itself. GUI thread.
@@ -54,6 +55,9 @@ public:
     void showRun(const Run &run);
     /// Warns that @p unit has passed at @p passedAt, if it is still the unit that is tested.
     void warnThatUnitPassed(const QString &unit, const QDateTime &passedAt);
+    /// Sets whether the docks are placed where they leave the most room for the panel. Ends by itself when the user
+    /// moves or resizes a dock.
+    void setArrangesDocks(bool arranges);
     /// Updates everything that is shown.
     void refresh();
 
@@ -62,8 +66,10 @@ Q_SIGNALS:
     void unitBegun(const QString &unit);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void perform(const OperatorAction &action);
@@ -71,20 +77,28 @@ private:
     void beginUnit(const QString &unit);
     void focusLcd();
     void showFailure(const QString &failure);
-    void placeSpeedBar();
     void addMenus();
     void addDeviceMenu();
     void addLanguageMenu();
     void addViewMenu();
     void addJournal();
+    void addToDocks(QDockWidget *dock);
+    QList<QDockWidget *> dockedDocks() const;
+    QSize roomForPanelAndDocks() const;
+    void arrangeDocks();
+    void setInitialSize();
 
     Session &m_session;
     FrontPanel *m_panel;
     JournalView *m_journal;
     SpeedBar *m_speed;
+    WindowStatus *m_status;
     UnitBar *m_units = nullptr;
     TodayView *m_today = nullptr;
     QMenu *m_viewMenu = nullptr;
+    QList<QDockWidget *> m_docks;
+    bool m_arrangesDocks = true; ///< until the user moves or resizes a dock
+    bool m_isArranging = false;
     QHash<QString, QDateTime> m_passed; ///< units that have passed in this session, and when
     QString m_failure;                  ///< of the T-Bar's calibration or of the board, last shown
     RealTimeTimer m_refresh;

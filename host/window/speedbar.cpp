@@ -19,30 +19,16 @@ static QString clockText(Milliseconds now)
         .arg(now / 100 % 10);
 }
 
-static QLabel *makeLabel(const QString &name)
-{
-    auto *label = new QLabel;
-    label->setObjectName(name);
-    return label;
-}
-
-SpeedBar::SpeedBar(QWidget *parent)
-    : QWidget(parent), m_message(makeLabel(QStringLiteral("message"))),
-      m_recording(makeLabel(QStringLiteral("recording"))), m_pending(makeLabel(QStringLiteral("pending-runs"))),
-      m_clock(makeLabel(QStringLiteral("clock")))
+SpeedBar::SpeedBar(QWidget *parent) : QWidget(parent), m_clock(new QLabel)
 {
     setObjectName(QStringLiteral("speed-bar"));
-    m_recording->hide();
-    m_pending->hide();
-    m_pending->setToolTip(QStringLiteral("Saved runs that the server doesn't have yet"));
+    m_clock->setObjectName(QStringLiteral("clock"));
     m_clock->setToolTip(QStringLiteral("Time on the device since it started"));
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(theme::Grid, theme::Grid / 2, 2 * theme::Grid, theme::Grid / 2);
     row->setSpacing(theme::Grid / 2);
-    for (QLabel *label : {m_message, m_recording, m_pending, m_clock}) {
-        row->addWidget(label);
-        row->addSpacing(theme::Grid);
-    }
+    row->addWidget(m_clock);
+    row->addSpacing(theme::Grid);
     addSpeed(row, QStringLiteral("speed-pause"), QStringLiteral("Pause"), Paused);
     addSpeed(row, QStringLiteral("speed-1"), QStringLiteral("Real time"), 1);
     addSpeed(row, QStringLiteral("speed-10"), QStringLiteral("10×"), 10);
@@ -76,36 +62,6 @@ void SpeedBar::setSpeed(double factor)
 void SpeedBar::setNow(Milliseconds now)
 {
     m_clock->setText(clockText(now));
-}
-
-void SpeedBar::setMessage(const QString &text)
-{
-    m_message->setText(text);
-    m_message->setToolTip(text);
-    Q_EMIT widthChanged();
-}
-
-void SpeedBar::fitToWidth(int width)
-{
-    constexpr int MinMessageWidth = 32 * theme::Grid;
-    const QString text = m_message->toolTip();
-    m_message->setText(text);
-    const int room = width - (sizeHint().width() - m_message->sizeHint().width());
-    m_message->setText(m_message->fontMetrics().elidedText(text, Qt::ElideRight, qMax(room, MinMessageWidth)));
-}
-
-void SpeedBar::setRecording(const QString &fileName)
-{
-    m_recording->setText(QStringLiteral("● REC %1").arg(fileName));
-    m_recording->setVisible(!fileName.isEmpty());
-    Q_EMIT widthChanged();
-}
-
-void SpeedBar::setPendingRuns(int count)
-{
-    m_pending->setText(count == 1 ? QStringLiteral("1 run to send") : QStringLiteral("%1 runs to send").arg(count));
-    m_pending->setVisible(count > 0);
-    Q_EMIT widthChanged();
 }
 
 }

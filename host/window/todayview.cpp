@@ -2,6 +2,7 @@
 
 #include "panel/theme.h"
 #include "records/statisticstext.h"
+#include "window/elidedlabel.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QGridLayout>
@@ -69,9 +70,7 @@ TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount
     m_failing = addLine(grid, QStringLiteral("today-failing"), QStringLiteral("Fails most often"));
     column->addLayout(grid);
     for (int index = 0; index < LastRuns; ++index) {
-        auto *label = new QLabel;
-        label->setObjectName(QStringLiteral("today-run-%1").arg(index));
-        label->setTextFormat(Qt::PlainText);
+        auto *label = new ElidedLabel(QStringLiteral("today-run-%1").arg(index));
         label->hide();
         m_lastRuns.append(label);
         column->addWidget(label);
@@ -84,8 +83,8 @@ TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount
 QLabel *TodayView::addLine(QGridLayout *grid, const QString &name, const QString &caption)
 {
     const int row = grid->rowCount();
-    auto *label = new QLabel(QStringLiteral("-"));
-    label->setObjectName(name);
+    auto *label = new ElidedLabel(name);
+    label->setText(QStringLiteral("-"));
     grid->addWidget(new QLabel(caption), row, 0);
     grid->addWidget(label, row, 1);
     return label;

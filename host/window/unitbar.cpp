@@ -2,6 +2,7 @@
 
 #include "panel/theme.h"
 #include "records/run.h"
+#include "window/elidedlabel.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
@@ -60,7 +61,7 @@ UnitBar::UnitBar(const UnitPattern &pattern, QWidget *parent)
     : QWidget(parent), m_pattern(pattern), m_field(new QWidget(this)),
       m_headline(makeLabel(QStringLiteral("verdict-headline"), m_field)),
       m_detail(makeLabel(QStringLiteral("verdict-detail"), m_field)), m_input(new QLineEdit(this)),
-      m_message(makeLabel(QStringLiteral("unit-message"), this))
+      m_message(new ElidedLabel(QStringLiteral("unit-message"), this))
 {
     setObjectName(QStringLiteral("unit-bar"));
     setAttribute(Qt::WA_StyledBackground);

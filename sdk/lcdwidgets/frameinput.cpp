@@ -6,6 +6,11 @@
 
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QGraphicsProxyWidget>
+#include <QtWidgets/QGraphicsScene>
+#include <QtWidgets/QGraphicsView>
+
+#include <algorithm>
 
 namespace LCD::Widget {
 
@@ -158,11 +163,20 @@ void FactoryTestFrame::Impl::takeKeyboard()
     holder->setFocus(Qt::OtherFocusReason);
 }
 
+// A host that scales the LCD shows it in a graphics view, which is then Qt's focus widget.
+static bool isShownIn(const QWidget &view, const QWidget &window)
+{
+    const QGraphicsProxyWidget *proxy = window.graphicsProxyWidget();
+    const auto views = proxy ? proxy->scene()->views() : QList<QGraphicsView *>();
+    return std::find(views.cbegin(), views.cend(), &view) != views.cend();
+}
+
 // An update of the page must not take the focus from another part of the host's window.
 bool FactoryTestFrame::Impl::mayTakeKeyboard() const
 {
     const QWidget *holder = QApplication::focusWidget();
-    return !holder || !holder->isVisible() || holder->isAncestorOf(m_frame) || m_frame->isAncestorOf(holder);
+    return !holder || !holder->isVisible() || isShownIn(*holder, *m_frame->window()) || holder->isAncestorOf(m_frame)
+        || m_frame->isAncestorOf(holder);
 }
 
 }

@@ -159,10 +159,11 @@ QRect PanelProcess::place(const QString &control) const
 void PanelProcess::clickPort(const QString &port) const
 {
     const QRect widget = place(port);
-    m_xServer.click({widget.center().x(), widget.top() + 24});
+    m_xServer.click({widget.center().x(), widget.top() + widget.height() / 3});
 }
 
 void PanelProcess::touch(const QPoint &lcdPoint) const
 {
-    m_xServer.click(place(QStringLiteral("lcd-overlay")).topLeft() + lcdPoint);
+    const QRect lcd = place(QStringLiteral("lcd-overlay"));
+    m_xServer.click(lcd.topLeft() + QPoint(lcdPoint.x() * lcd.width() / 800, lcdPoint.y() * lcd.height() / 480));
 }

@@ -45,6 +45,7 @@ public:
     void click(const QString &control) const { m_xServer.click(place(control).center()); }
     /// Plugs or unplugs.
     void clickPort(const QString &port) const;
+    /// Touches a pixel of the LCD, which has 800x480 pixels and is shown at any scale.
     void touch(const QPoint &lcdPoint) const;
 
 private:

@@ -116,7 +116,8 @@ void TestWindow::portsArePluggedByClick()
         m_panel->clickPort(text(port));
     }
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
-    m_xServer.click(m_panel->place(text("usb3")).center() + QPoint(0, 34));
+    const QRect usb = m_panel->place(text("usb3"));
+    m_xServer.click({usb.center().x(), usb.bottom() - usb.height() / 10});
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("block"))), 1);
     m_panel->clickPort(text("net1"));
     QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("unplug"))), 1);

@@ -6,6 +6,7 @@
 #include "panelfixture.h"
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QScrollArea>
@@ -23,7 +24,13 @@ private Q_SLOTS:
     void nothingOverlaps_data();
     void nothingOverlaps();
     void keysScrollWhenThereAreMany();
-    void fitsInASmallScreen();
+    void isScaledAsAWhole_data();
+    void isScaledAsAWhole();
+    void aLargeLcdIsScaledDown();
+    void touchIsMappedBackToLcdPixels_data();
+    void touchIsMappedBackToLcdPixels();
+    void theScaledLcdShowsItsPixels();
+    void theLcdIsDrawnAgainWhenItChanges();
     void givesTheLcdBack();
     void touchHasLcdPixels();
     void aDragIsAFingerThatMoves();
@@ -42,9 +49,9 @@ namespace {
 /// A panel around an LCD that holds a list, as the component's does.
 struct PanelFixture
 {
-    explicit PanelFixture(const DeviceState &device)
+    explicit PanelFixture(const DeviceState &device, const QSize &lcdSize = {800, 480})
     {
-        lcd.resize(800, 480);
+        lcd.resize(lcdSize);
         list = new QListWidget(&lcd);
         list->resize(lcd.size());
         list->addItems({QStringLiteral("one"), QStringLiteral("two")});
@@ -55,6 +62,7 @@ struct PanelFixture
     void show()
     {
         panel->show();
+        panel->resize(panel->size().expandedTo(panel->naturalSize()));
         QVERIFY(QTest::qWaitForWindowActive(panel.get()));
         list->setFocus();
     }
@@ -122,7 +130,7 @@ void TestFrontPanel::nothingOverlaps()
 void TestFrontPanel::keysScrollWhenThereAreMany()
 {
     PanelFixture fixture(sampleDevice(200));
-    fixture.panel->resize(fixture.panel->minimumSizeHint());
+    fixture.panel->resize(fixture.panel->naturalSize());
     fixture.show();
     auto *area = fixture.panel->findChild<QScrollArea *>(QStringLiteral("key-area"));
     auto *last = fixture.panel->findChild<KeyButton *>(QStringLiteral("key-200"));
@@ -131,20 +139,129 @@ void TestFrontPanel::keysScrollWhenThereAreMany()
     QVERIFY(!last->visibleRegion().isEmpty());
 }
 
-void TestFrontPanel::fitsInASmallScreen()
+void TestFrontPanel::isScaledAsAWhole_data()
 {
-    PanelFixture fixture(sampleDevice(40));
-    const QSize smallest = fixture.panel->minimumSizeHint();
-    QVERIFY2(smallest.width() <= 1280 && smallest.height() <= 740,
-             qPrintable(QStringLiteral("%1x%2").arg(smallest.width()).arg(smallest.height())));
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("scale");
+    const QSize natural = PanelFixture(sampleDevice(12)).panel->naturalSize();
+    QTest::newRow("natural") << natural << 1.0;
+    QTest::newRow("half") << natural / 2 << 0.5;
+    QTest::newRow("double") << natural * 2 << 2.0;
+    QTest::newRow("wide") << QSize(3 * natural.width(), natural.height()) << 1.0;
+    QTest::newRow("high") << QSize(natural.width(), 3 * natural.height()) << 1.0;
+}
+
+// Each part has the scaled size and is in the widget, and what is left is divided between both sides.
+void TestFrontPanel::isScaledAsAWhole()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, scale);
+    PanelFixture fixture(sampleDevice(12));
+    fixture.panel->resize(fixture.panel->naturalSize());
+    fixture.panel->show();
+    QMap<QString, QSize> sizes;
+    const QList<QWidget *> parts = partsOf(*fixture.panel);
+    for (const QWidget *part : parts)
+        sizes.insert(part->objectName(), part->size());
+    fixture.panel->resize(size);
+    QVERIFY2(qAbs(fixture.panel->scale() - scale) < 0.01, qPrintable(QString::number(fixture.panel->scale())));
+    QRect all;
+    for (const QWidget *part : parts) {
+        const QSize expected = sizes.value(part->objectName()) * scale;
+        QVERIFY2(qAbs(part->width() - expected.width()) <= 1 && qAbs(part->height() - expected.height()) <= 1,
+                 qPrintable(part->objectName()));
+        all |= rectIn(*fixture.panel, *part);
+    }
+    QVERIFY(fixture.panel->rect().contains(all));
+    const int left = all.left();
+    const int right = fixture.panel->width() - 1 - all.right();
+    QVERIFY2(qAbs(left - right) <= 2, qPrintable(QStringLiteral("%1 left, %2 right").arg(left).arg(right)));
+}
+
+// A panel with such an LCD fits onto the screens that operators have, at a readable scale.
+void TestFrontPanel::aLargeLcdIsScaledDown()
+{
+    PanelFixture fixture(sampleDevice(12), {1920, 1080});
+    fixture.panel->resize(1280, 720);
+    fixture.show();
+    fixture.panel->resize(1280, 720);
+    const auto *overlay = fixture.panel->findChild<LcdInput *>();
+    QVERIFY2(fixture.panel->scale() > 0.8, qPrintable(QString::number(fixture.panel->scale())));
+    QVERIFY(overlay->width() > 700);
+    QVERIFY(qAbs(overlay->width() * 1080 - overlay->height() * 1920) < 2000);
+    QCOMPARE(fixture.lcd.size(), QSize(1920, 1080));
+}
+
+void TestFrontPanel::touchIsMappedBackToLcdPixels_data()
+{
+    QTest::addColumn<QSize>("lcd");
+    QTest::addColumn<double>("scale");
+    QTest::newRow("smaller") << QSize(800, 480) << 0.63;
+    QTest::newRow("larger") << QSize(800, 480) << 1.7;
+    QTest::newRow("many pixels") << QSize(1920, 1080) << 0.9;
+}
+
+// The middle of each LCD pixel, and each corner of the view.
+void TestFrontPanel::touchIsMappedBackToLcdPixels()
+{
+    QFETCH(QSize, lcd);
+    QFETCH(double, scale);
+    PanelFixture fixture(sampleDevice(12), lcd);
+    fixture.panel->resize(fixture.panel->naturalSize() * scale);
+    fixture.panel->show();
+    auto *overlay = fixture.panel->findChild<LcdInput *>();
+    const QSize shown = overlay->size();
+    const auto touched = [&](const QPoint &at) {
+        fixture.log->lines.clear();
+        QTest::mouseClick(overlay, Qt::LeftButton, {}, at);
+        return fixture.log->lines.value(0);
+    };
+    const auto line = [](int x, int y) { return QStringLiteral("touch x=%1 y=%2").arg(x).arg(y); };
+    for (int step = 1; step < 20; ++step) {
+        const QPoint at(shown.width() * step / 20, shown.height() * step / 20);
+        QCOMPARE(touched(at), line(at.x() * lcd.width() / shown.width(), at.y() * lcd.height() / shown.height()));
+    }
+    const QPoint last(shown.width() - 1, shown.height() - 1);
+    QCOMPARE(touched(last), line(last.x() * lcd.width() / shown.width(), last.y() * lcd.height() / shown.height()));
+}
+
+// The list of the LCD covers it; its quarters get colors that must be at the same place of the view.
+void TestFrontPanel::theScaledLcdShowsItsPixels()
+{
+    PanelFixture fixture(sampleDevice(12));
+    delete fixture.list;
+    QWidget quarter(&fixture.lcd);
+    quarter.setGeometry(400, 240, 400, 240);
+    quarter.setStyleSheet(QStringLiteral("background: #ff0000"));
+    quarter.show();
+    fixture.panel->resize(fixture.panel->naturalSize() * 0.7);
+    fixture.panel->show();
+    const auto *overlay = fixture.panel->findChild<LcdInput *>();
+    const QImage picture = fixture.panel->grab(rectIn(*fixture.panel, *overlay)).toImage();
+    const auto isRed = [&](double x, double y) {
+        return picture.pixelColor(int(x * picture.width()), int(y * picture.height())) == QColor(Qt::red);
+    };
+    QVERIFY(isRed(0.51, 0.51) && isRed(0.99, 0.99));
+    QVERIFY(!isRed(0.49, 0.51) && !isRed(0.51, 0.49));
+    quarter.setParent(nullptr);
+}
+
+void TestFrontPanel::theLcdIsDrawnAgainWhenItChanges()
+{
+    PanelFixture fixture(sampleDevice(12));
+    fixture.show();
+    const auto *overlay = fixture.panel->findChild<LcdInput *>();
+    const QImage before = fixture.panel->grab(rectIn(*fixture.panel, *overlay)).toImage();
+    fixture.list->setCurrentRow(1);
+    QTRY_VERIFY(fixture.panel->grab(rectIn(*fixture.panel, *overlay)).toImage() != before);
 }
 
 void TestFrontPanel::givesTheLcdBack()
 {
     PanelFixture fixture(sampleDevice());
-    QVERIFY(fixture.panel->isAncestorOf(&fixture.lcd));
+    QVERIFY(fixture.lcd.graphicsProxyWidget());
     fixture.panel.reset();
-    QVERIFY(!fixture.lcd.parentWidget());
+    QVERIFY(!fixture.lcd.graphicsProxyWidget() && !fixture.lcd.isVisible());
     QCOMPARE(fixture.lcd.size(), QSize(800, 480));
 }
 
@@ -189,7 +306,7 @@ void TestFrontPanel::touchTakesTheFocusBack()
     other.setFocus();
     QTest::keyClick(&other, Qt::Key_Down);
     QTest::mouseClick(fixture.panel->findChild<LcdInput *>(), Qt::LeftButton, {}, {1, 2});
-    QCOMPARE(QApplication::focusWidget(), fixture.list);
+    QVERIFY(fixture.list->hasFocus());
     QCOMPARE(fixture.log->lines, QStringList(QStringLiteral("touch x=1 y=2")));
 }
 

@@ -21,6 +21,8 @@ private Q_SLOTS:
     void capTakesTheLedsColor_data();
     void capTakesTheLedsColor();
     void unnamedKeyShowsItsNumber();
+    void captionIsBrokenOrElided_data();
+    void captionIsBrokenOrElided();
 };
 
 static QImage picture(KeyButton &button, const KeyState &key, Milliseconds now = 0)
@@ -142,6 +144,24 @@ void TestKeyButton::unnamedKeyShowsItsNumber()
     KeyButton unnamed(sampleKey(27, {}), nullptr);
     KeyButton named(sampleKey(5, QStringLiteral("27")), nullptr);
     QCOMPARE(picture(unnamed, sampleKey(27, {})), picture(named, sampleKey(5, QStringLiteral("27"))));
+}
+
+void TestKeyButton::captionIsBrokenOrElided_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("short") << QStringLiteral("CUT") << QStringLiteral("CUT");
+    QTest::newRow("fits") << QStringLiteral("RECORD") << QStringLiteral("RECORD");
+    QTest::newRow("two words") << QStringLiteral("PGM MIX 10") << QStringLiteral("PGM\nMIX 10");
+    QTest::newRow("one long word") << QStringLiteral("TRANSITION") << QStringLiteral("TRANS…");
+    QTest::newRow("long second line") << QStringLiteral("KEY TRANSITION") << QStringLiteral("KEY\nTRANS…");
+    QTest::newRow("empty") << QString() << QString();
+}
+
+void TestKeyButton::captionIsBrokenOrElided()
+{
+    QFETCH(QString, name);
+    QTEST(keyCaption(name, 48), "caption");
 }
 
 QTEST_MAIN(TestKeyButton)

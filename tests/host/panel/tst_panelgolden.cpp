@@ -105,7 +105,7 @@ void TestPanelGolden::panel()
     lcd.resize(320, 480);
     const DeviceState device = busy ? busyDevice() : restingDevice();
     FrontPanel panel(device, &lcd, nullptr);
-    panel.resize(panel.minimumSizeHint());
+    panel.resize(panel.naturalSize());
     panel.setState(device, 0);
     const QImage actual = panel.grab().toImage().convertToFormat(QImage::Format_RGB32);
     if (qEnvironmentVariableIntValue("LCD_UPDATE_GOLDEN") == 1)

@@ -1,6 +1,7 @@
 #include "application/processsetup.h"
 #include "device/device.h"
 #include "device/faults.h"
+#include "panel/frontpanel.h"
 #include "panel/lcdinput.h"
 #include "panelfixture.h"
 #include "session/session.h"
@@ -17,6 +18,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QToolButton>
@@ -39,6 +41,9 @@ private Q_SLOTS:
     void touchGoesThroughTheOperator();
     void refusalIsShownAndGoesAway();
     void messageHasRoom();
+    void nothingWidensTheWindow();
+    void docksGetWhatThePanelCannotUse_data();
+    void docksGetWhatThePanelCannotUse();
     void languageIsChosen();
     void faultIsSwitchedOnAndOff();
     void faultAsksForItsKey();
@@ -133,7 +138,7 @@ void TestPanelWindow::keysGoThroughTheOperator()
 
 void TestPanelWindow::touchGoesThroughTheOperator()
 {
-    QTest::mouseClick(m_window->findChild<LcdInput *>(), Qt::LeftButton, {}, {100, 90});
+    QTest::mouseClick(m_window->findChild<LcdInput *>(), Qt::LeftButton, {}, {80, 60});
     QCOMPARE(actions(), QStringList(QStringLiteral("touch")));
 }
 
@@ -147,7 +152,7 @@ void TestPanelWindow::refusalIsShownAndGoesAway()
     QCOMPARE(message->text(), QString());
 }
 
-// Nothing in the corner of the menu bar is cut off by it, and it stays off the menus.
+// Nothing in the corner of the menu bar is cut off by it, it stays off the menus, and the message is elided.
 void TestPanelWindow::messageHasRoom()
 {
     m_window->resize(1280, 800);
@@ -156,14 +161,80 @@ void TestPanelWindow::messageHasRoom()
     m_session->device().calibrate(1, {});
     m_session->clock().settle();
     m_window->refresh();
+    QCoreApplication::processEvents();
     const auto *bar = m_window->findChild<QWidget *>(QStringLiteral("speed-bar"));
     QVERIFY(bar->width() >= bar->sizeHint().width());
-    for (const char *part : {"message", "recording", "clock", "speed-max"}) {
+    for (const char *part : {"clock", "speed-max"}) {
         const auto *widget = bar->findChild<QWidget *>(QString::fromLatin1(part));
+        QVERIFY2(widget->width() >= widget->sizeHint().width(), part);
+    }
+    for (const char *part : {"message", "recording"}) {
+        const auto *widget = m_window->findChild<QWidget *>(QString::fromLatin1(part));
         QVERIFY2(widget->width() >= widget->sizeHint().width(), part);
     }
     const QRect lastMenu = m_window->menuBar()->actionGeometry(m_window->menuBar()->actions().last());
     QVERIFY(bar->x() >= lastMenu.right());
+}
+
+void TestPanelWindow::nothingWidensTheWindow()
+{
+    const QSize sizes[] = {{640, 480}, {1280, 800}};
+    for (const QSize &size : sizes) {
+        m_window->findChild<JournalView *>()->hide();
+        m_window->resize(size);
+        m_window->findChild<JournalView *>()->show();
+        m_window->setRecording(QString(200, QLatin1Char('r')));
+        m_window->addFailure(QString(300, QLatin1Char('f')));
+        m_window->setPendingRuns(1000000);
+        m_session->device().calibrate(1, {});
+        for (int line = 0; line < 8000; ++line)
+            m_session->journal().add(Journal::Kind::Log, QString(300, QLatin1Char('x')));
+        m_session->clock().settle();
+        m_window->refresh();
+        m_window->refresh();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_window->size(), size);
+        const auto parts = m_window->findChildren<QWidget *>();
+        for (const QWidget *part : parts) {
+            if (part->isVisible() && part->window() == m_window.get() && !part->objectName().isEmpty()
+                && !part->objectName().startsWith(QLatin1String("qt_"))
+                && !part->objectName().startsWith(QLatin1String("key-")))
+                QVERIFY2(m_window->rect().contains({part->mapTo(m_window.get(), QPoint()), part->size()}),
+                         qPrintable(part->objectName()));
+        }
+    }
+}
+
+void TestPanelWindow::docksGetWhatThePanelCannotUse_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("area");
+    QTest::newRow("wide") << QSize(1900, 800) << int(Qt::RightDockWidgetArea);
+    QTest::newRow("high") << QSize(900, 1000) << int(Qt::BottomDockWidgetArea);
+    QTest::newRow("small and wide") << QSize(1366, 600) << int(Qt::RightDockWidgetArea);
+    QTest::newRow("1280x800") << QSize(1280, 800) << int(Qt::RightDockWidgetArea);
+}
+
+// The panel fills its part of the window in one direction at least, and the dock is at the side where it is largest.
+void TestPanelWindow::docksGetWhatThePanelCannotUse()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, area);
+    auto *journal = m_window->findChild<JournalView *>();
+    journal->show();
+    m_window->resize(size);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->size(), size);
+    QCOMPARE(int(m_window->dockWidgetArea(journal)), area);
+    const auto *panel = m_window->findChild<FrontPanel *>();
+    const QSizeF shown = QSizeF(panel->naturalSize()) * panel->scale();
+    QVERIFY2(panel->width() - shown.width() < 12 && panel->height() - shown.height() < 12,
+             qPrintable(QStringLiteral("%1x%2 of %3x%4")
+                            .arg(shown.width())
+                            .arg(shown.height())
+                            .arg(panel->width())
+                            .arg(panel->height())));
+    QVERIFY(journal->width() >= 320 && journal->height() >= 170);
 }
 
 void TestPanelWindow::languageIsChosen()
@@ -301,6 +372,7 @@ void TestPanelWindow::pendingRunsAreShown()
 
 void TestPanelWindow::failuresAreShownAndStay()
 {
+    m_window->resize(1400, 800);
     QVERIFY(m_window->findChildren<QLabel *>(QStringLiteral("failure")).isEmpty());
     const QStringList texts{QStringLiteral("Recording ended: morning.yaml: No space left on device"),
                             QStringLiteral("Journal ended: j.jsonl: No space left on device")};
@@ -376,7 +448,7 @@ void TestPanelWindow::lcdOutlivesTheWindow()
 {
     QWidget *lcd = m_session->lcd();
     m_window.reset();
-    QVERIFY(!lcd->parentWidget());
+    QVERIFY(!lcd->graphicsProxyWidget());
     QVERIFY(m_session->panelOperator().perform(
         {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}}));
 }

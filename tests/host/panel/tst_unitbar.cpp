@@ -1,5 +1,6 @@
 #include "application/processsetup.h"
 #include "panel/lcdinput.h"
+#include "panel/lcdview.h"
 #include "panel/theme.h"
 #include "panelfixture.h"
 #include "records/recordstore.h"
@@ -148,7 +149,7 @@ void UnitBarTest::factoryModeNeedsAUnit()
     QVERIFY(m_session->isInFactoryMode());
     QCOMPARE(actions(), (QStringList{q("unit A1"), q("enter-factory-mode")}));
     QCOMPARE(label("verdict-headline"), q("A1"));
-    QVERIFY(m_session->lcd()->isAncestorOf(QApplication::focusWidget()));
+    QVERIFY(isViewOfLcd(*QApplication::focusWidget(), *m_session->lcd()));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(actions().last(), q("navigate"));
 }

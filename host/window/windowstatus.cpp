@@ -1,0 +1,48 @@
+#include "window/windowstatus.h"
+
+#include "panel/theme.h"
+#include "window/elidedlabel.h"
+
+namespace panelhost {
+
+WindowStatus::WindowStatus(QWidget *parent)
+    : QStatusBar(parent), m_message(new ElidedLabel(QStringLiteral("message"))),
+      m_pending(new ElidedLabel(QStringLiteral("pending-runs"))),
+      m_recording(new ElidedLabel(QStringLiteral("recording")))
+{
+    theme::applyTo(this);
+    setSizeGripEnabled(false);
+    m_pending->setToolTip(QStringLiteral("Saved runs that the server doesn't have yet"));
+    addWidget(m_message, 1);
+    for (ElidedLabel *label : {m_pending, m_recording}) {
+        label->hide();
+        addPermanentWidget(label);
+    }
+}
+
+void WindowStatus::setMessage(const QString &text)
+{
+    m_message->setText(text);
+    m_message->setToolTip(text);
+}
+
+void WindowStatus::addFailure(const QString &text)
+{
+    auto *failure = new ElidedLabel(QStringLiteral("failure"));
+    failure->setText(text);
+    addPermanentWidget(failure);
+}
+
+void WindowStatus::setRecording(const QString &fileName)
+{
+    m_recording->setText(QStringLiteral("● REC %1").arg(fileName));
+    m_recording->setVisible(!fileName.isEmpty());
+}
+
+void WindowStatus::setPendingRuns(int count)
+{
+    m_pending->setText(count == 1 ? QStringLiteral("1 run to send") : QStringLiteral("%1 runs to send").arg(count));
+    m_pending->setVisible(count > 0);
+}
+
+}
