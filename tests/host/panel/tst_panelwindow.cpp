@@ -212,10 +212,11 @@ void TestPanelWindow::docksGetWhatThePanelCannotUse_data()
     QTest::newRow("wide") << QSize(1900, 800) << int(Qt::RightDockWidgetArea);
     QTest::newRow("high") << QSize(900, 1000) << int(Qt::BottomDockWidgetArea);
     QTest::newRow("small and wide") << QSize(1366, 600) << int(Qt::RightDockWidgetArea);
-    QTest::newRow("1280x800") << QSize(1280, 800) << int(Qt::RightDockWidgetArea);
+    QTest::newRow("no room to spare") << QSize(1280, 800) << int(Qt::BottomDockWidgetArea);
 }
 
-// The panel fills its part of the window in one direction at least, and the dock is at the side where it is largest.
+// The panel fills its part of the window unless the dock would be too small, and the dock is at the side where it is
+// largest.
 void TestPanelWindow::docksGetWhatThePanelCannotUse()
 {
     QFETCH(QSize, size);
@@ -228,7 +229,8 @@ void TestPanelWindow::docksGetWhatThePanelCannotUse()
     QCOMPARE(int(m_window->dockWidgetArea(journal)), area);
     const auto *panel = m_window->findChild<FrontPanel *>();
     const QSizeF shown = QSizeF(panel->naturalSize()) * panel->scale();
-    QVERIFY2(panel->width() - shown.width() < 12 && panel->height() - shown.height() < 12,
+    const bool isSmallest = journal->height() <= journal->minimumSizeHint().height() + 4;
+    QVERIFY2((panel->width() - shown.width() < 12 || isSmallest) && panel->height() - shown.height() < 12,
              qPrintable(QStringLiteral("%1x%2 of %3x%4")
                             .arg(shown.width())
                             .arg(shown.height())
