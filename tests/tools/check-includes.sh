@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # check-includes.sh DIR: a folder of host/ includes only headers of itself and of the folders above it in the table
-# "panelhost" of docs/architecture.md, so there is no cycle. Every folder of host/ is in that table.
+# "panelhost" of docs/architecture.md, so there is no cycle. Every folder of host/ is in that table. No source reaches a
+# header of another library by a path with "..".
 set -euo pipefail
 cd "$1"
 status=0
@@ -27,6 +28,11 @@ while IFS=: read -r file line text; do
         status=1
     fi
 done < <(grep -rnE '^#include "' host --include='*.h' --include='*.cpp')
+
+while IFS=: read -r file line text; do
+    echo "$file:$line: $text, expected a path that the include directories of the library lead to"
+    status=1
+done < <(grep -rnE '^ *# *include "[^"]*\.\./' host pages framework sdk --include='*.h' --include='*.cpp')
 
 for folder in host/*/; do
     if [ -z "${rank[$(basename "$folder")]:-}" ]; then

@@ -159,13 +159,13 @@
         <source>Push T-Bar to Top</source>
         <comment>Global</comment>
         <extracomment>Follows &quot;1.&quot;, &quot;3.&quot; and &quot;5.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
-        <translation> T バーを上端まで動かす</translation>
+        <translation> T-Bar を上端まで動かす</translation>
     </message>
     <message>
         <source>Push T-Bar to Bottom</source>
         <comment>Global</comment>
         <extracomment>Follows &quot;2.&quot;, &quot;4.&quot; and &quot;6.&quot; with nothing between: begin with the blank that the language needs.</extracomment>
-        <translation> T バーを下端まで動かす</translation>
+        <translation> T-Bar を下端まで動かす</translation>
     </message>
     <message>
         <source>FCNetConnectPort1Port2</source>
