@@ -1,0 +1,38 @@
+#include "fuzztarget.h"
+#include "scenario/scenarioloader.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+
+// A scenario is either loaded or refused with messages that name a place in the file.
+
+using namespace panelhost;
+
+int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    static const QCoreApplication application(*argc, *argv);
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
+{
+    static const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("scenario.yaml"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("%s", qPrintable(file.errorString()));
+    file.write(reinterpret_cast<const char *>(bytes), static_cast<qint64>(size));
+    file.close();
+    QStringList errors;
+    const bool loaded = loadScenario(path, {}, &errors).has_value();
+    if (loaded != errors.isEmpty())
+        qFatal("loaded with errors, or refused without");
+    static const QRegularExpression place(QStringLiteral("^[^\n]*scenario\\.yaml:\\d+:\\d+: error: ."));
+    for (const QString &error : errors) {
+        if (!place.match(error).hasMatch())
+            qFatal("a message without a place: %s", qPrintable(error));
+    }
+    return 0;
+}
