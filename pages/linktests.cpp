@@ -46,7 +46,6 @@ public:
     {
         setJudged(false);
         SingleTestAdapter<Biz>::reTest();
-        onLinks({});
     }
     void setPass() override
     {

@@ -441,6 +441,16 @@ private Q_SLOTS:
         QCOMPARE(screen("focus"), q("left"));
         perform({OperatorAction::Kind::Navigate, {{q("key"), q("enter")}}});
         QCOMPARE(steps().first(), q("Fail (1)"));
+        back();
+        // Also when the page shows something new.
+        enter(q("container.factorytest.repairmode.net"));
+        soft("right");
+        navigate(q("left"));
+        QCOMPARE(screen("focus"), q("left"));
+        plug({q("net1")}, true);
+        QVERIFY(steps().contains(q("Net port 1: linked")));
+        QCOMPARE(screen("focus"), q("left"));
+        leave();
     }
 
     // A movement that is left out keeps the test from passing, however often the others are made.
