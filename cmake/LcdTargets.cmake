@@ -3,7 +3,13 @@
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_INSTALL_RPATH "$ORIGIN:$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN:$ORIGIN/../lib")
+
+# Where things are installed. The component and panelhost look for files beside themselves: a program in bin/ finds its
+# libraries in ../lib and the configuration files in ../share. Their names are fixed, so these three are in a directory
+# of their own instead of in the system's directories. Its share/ is a link to LCD_INSTALL_SHAREDIR.
+set(LCD_INSTALL_PRIVATEDIR "lib/lcdfactorymode")
+set(LCD_INSTALL_SHAREDIR "share/lcdfactorymode")
 
 find_program(LCD_CCACHE ccache)
 if(LCD_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -67,6 +73,9 @@ function(lcd_add_test name)
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
     endif()
+    if(CMAKE_CROSSCOMPILING)
+        math(EXPR TEST_TIMEOUT "${TEST_TIMEOUT} * 10") # an emulator runs it
+    endif()
     add_executable(${name} ${TEST_SOURCES})
     lcd_target(${name})
     list(GET TEST_SOURCES 0 test_source)
@@ -78,7 +87,11 @@ function(lcd_add_test name)
     endif()
     target_compile_definitions(${name} PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\""
         "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
-    add_test(NAME ${name} COMMAND ${TEST_WRAPPER} $<TARGET_FILE:${name}>)
+    if(TEST_WRAPPER)
+        add_test(NAME ${name} COMMAND ${TEST_WRAPPER} $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name}) # by the name of the target, so that CMake puts the emulator before it
+    endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
         ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endfunction()

@@ -1,7 +1,11 @@
 #include "commands/commandline.h"
 
 #include "check/checker.h"
+#include "commands/commonoptions.h"
+#include "commands/helptext.h"
 #include "diagnostics/reporterror.h"
+#include "diagnostics/suggestion.h"
+#include "diagnostics/terminalcolor.h"
 #include "output/standardoutput.h"
 #include "records/runlines.h"
 
@@ -14,29 +18,6 @@
 namespace panelhost {
 
 namespace {
-
-QString ownOptions(const Command &command)
-{
-    QString text;
-    for (const QCommandLineOption &option : command.options) {
-        if (option.flags().testFlag(QCommandLineOption::HiddenFromHelp))
-            continue;
-        const QStringList form{QStringLiteral("--") + option.names().constFirst(), option.valueName()};
-        text += QStringLiteral(" [%1]").arg(form.join(QLatin1Char(' ')).trimmed());
-    }
-    return text.isEmpty() ? text : QString(18, QLatin1Char(' ')) + text + QLatin1Char('\n');
-}
-
-QString help()
-{
-    QString text = QStringLiteral("Runs the factory mode component on a simulated device.\n\nCommands:\n");
-    for (const Command &command : commands())
-        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -16).arg(command.description)
-            + ownOptions(command);
-    return text
-        + QStringLiteral("\nExit status: 0 done, 1 an expectation or a check failed, 2 usage, unreadable "
-                         "input or a component that can't be loaded.");
-}
 
 const Command *findCommand(const QString &name)
 {
@@ -58,28 +39,10 @@ const Command *commandIn(const QStringList &arguments)
 
 void addCommonOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(help());
+    parser.setApplicationDescription(helpText());
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({
-        {QStringLiteral("component"), QStringLiteral("The component's library."), QStringLiteral("PATH")},
-        {QStringLiteral("pages"), QStringLiteral("The library of the repair mode's pages, or none."),
-         QStringLiteral("PATH")},
-        {QStringLiteral("share"), QStringLiteral("Directory with the two XML files. Files with errors are refused."),
-         QStringLiteral("DIR")},
-        {QStringLiteral("share-unchecked"),
-         QStringLiteral("Like --share, but files with errors are passed to the component."), QStringLiteral("DIR")},
-        {QStringLiteral("language"), QStringLiteral("Language of the component's texts."), QStringLiteral("CODE"),
-         QStringLiteral("en")},
-        {QStringLiteral("tbar"), QStringLiteral("Type of the T-Bar: slider or fader."), QStringLiteral("TYPE"),
-         QStringLiteral("slider")},
-        {QStringLiteral("usb-stick"),
-         QStringLiteral("Directory where the USB stick for the log export is mounted; none; or temporary for an empty "
-                        "stick that is discarded."),
-         QStringLiteral("DIR"), Session::noUsbStick},
-        {QStringLiteral("size"), QStringLiteral("Size of the LCD in pixels."), QStringLiteral("WxH"),
-         QStringLiteral("800x480")},
-    });
+    parser.addOptions(commonOptions());
 }
 
 bool readTBar(const QString &value, Session::Options &options, QString *error)
@@ -144,7 +107,7 @@ bool checkShare(const QString &directory, QString *error)
         return true;
     for (const Diagnostic &diagnostic : diagnostics) {
         if (diagnostic.severity == Diagnostic::Severity::Error)
-            std::fprintf(stderr, "%s\n", qPrintable(diagnostic.toLine()));
+            std::fprintf(stderr, "%s\n", qPrintable(coloredDiagnostic(diagnostic.toLine(), stderr)));
     }
     *error = QStringLiteral("--share is \"%1\"; the files there have errors. To use them all the same, give "
                             "--share-unchecked.")
@@ -162,6 +125,21 @@ bool readOptions(const QCommandLineParser &parser, Session::Options &options, QS
     return checkValues(parser, error) && readShare(parser, options, error)
         && readTBar(parser.value(QStringLiteral("tbar")), options, error)
         && readSize(parser.value(QStringLiteral("size")), options, error);
+}
+
+// The first unknown option that resembles one of the command.
+QString optionSuggestion(const QCommandLineParser &parser, const Command &command)
+{
+    QStringList names{QStringLiteral("help"), QStringLiteral("version")};
+    const auto options = visibleOptions(command) + commonOptions();
+    for (const QCommandLineOption &option : options)
+        names += option.names();
+    for (const QString &unknown : parser.unknownOptionNames()) {
+        const QString name = closestWord(unknown, names);
+        if (!name.isEmpty())
+            return QStringLiteral(" Did you mean --%1?").arg(name);
+    }
+    return {};
 }
 
 int printed(const QString &text)
@@ -199,7 +177,7 @@ int runCommandLine(const QStringList &arguments)
     addCommonOptions(parser);
     parser.addOptions(command.options);
     if (!parser.parse(arguments))
-        return reportError(parser.errorText());
+        return reportError(parser.errorText() + optionSuggestion(parser, command));
     if (parser.isSet(QStringLiteral("help")))
         return printed(parser.helpText());
     if (parser.isSet(QStringLiteral("version")))
@@ -210,8 +188,7 @@ int runCommandLine(const QStringList &arguments)
         line.arguments.removeFirst();
     const int count = line.arguments.size();
     if (command.name.isEmpty() && count > 0)
-        return reportError(
-            QStringLiteral("There is no command \"%1\"; see panelhost --help.").arg(line.arguments.first()));
+        return reportError(unknownCommandText(line.arguments.first()));
     if (count < command.minArguments || count > command.maxArguments)
         return reportError(QStringLiteral("Usage: panelhost %1").arg(command.syntax));
     QString error;

@@ -111,6 +111,14 @@ const QList<Command> &commands()
          0,
          Platform::None,
          runSchema},
+        {QStringLiteral("generate"),
+         QStringLiteral("generate KIND"),
+         QStringLiteral("prints a manual page (man [COMMAND]) or a shell completion (bash, zsh)"),
+         {},
+         1,
+         2,
+         false,
+         runGenerate},
     };
     return table;
 }

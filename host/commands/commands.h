@@ -51,5 +51,6 @@ int runRun(const CommandLine &line);
 int runStats(const CommandLine &line);
 int runPrune(const CommandLine &line);
 int runSchema(const CommandLine &line);
+int runGenerate(const CommandLine &line);
 
 }

@@ -2,6 +2,7 @@
 #include "commands/playoutputs.h"
 #include "commands/progress.h"
 #include "diagnostics/reporterror.h"
+#include "diagnostics/terminalcolor.h"
 #include "lcd/platform.h"
 #include "playing/interruption.h"
 #include "playing/player.h"
@@ -26,6 +27,8 @@ constexpr int NotBegun = 2;
 bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
 {
     QStringList errors;
+    if (line.arguments.count(QStringLiteral("-")) > 1)
+        errors.append(QStringLiteral("-:1:1: error: the standard input can be read only once"));
     for (const auto &path : line.arguments) {
         QStringList found;
         const auto scenario = loadScenario(path, line.session, &found);
@@ -34,7 +37,7 @@ bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
             scenarios->append(*scenario);
     }
     for (const auto &error : qAsConst(errors))
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+        std::fprintf(stderr, "%s\n", qPrintable(coloredDiagnostic(error, stderr)));
     return errors.isEmpty();
 }
 

@@ -30,8 +30,10 @@ PlayOutputs::PlayOutputs(const CommandLine &line, const QVector<Scenario> &scena
       m_force(line.parser.isSet(QStringLiteral("force"))), m_check(inputFiles(line.session))
 {
     for (const auto &scenario : scenarios) {
-        for (const auto &file : scenario.files)
-            m_check.addInput(file);
+        for (const auto &file : scenario.files) {
+            if (file != QLatin1String("-"))
+                m_check.addInput(file);
+        }
     }
     m_journal.setErrorHandler([this](const QString &error) { reportOnce(error); });
 }

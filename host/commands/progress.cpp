@@ -1,5 +1,6 @@
 #include "commands/progress.h"
 
+#include "diagnostics/terminalcolor.h"
 #include "output/standardoutput.h"
 
 #include <QtCore/QFileInfo>
@@ -18,7 +19,8 @@ const QString ClearLine = QStringLiteral("\r\033[K");
 
 QString verdict(bool passed)
 {
-    return passed ? QStringLiteral("ok    ") : QStringLiteral("FAILED");
+    return passed ? colored(QStringLiteral("ok    "), TerminalColor::Green, stdout)
+                  : colored(QStringLiteral("FAILED"), TerminalColor::Red, stdout);
 }
 
 }
@@ -67,9 +69,10 @@ void Progress::end(const ScenarioResult &result)
     if (m_isTerminal)
         m_out << ClearLine;
     const bool isInterrupted = result.state == ScenarioResult::State::Interrupted;
-    m_out << (isInterrupted ? QStringLiteral("STOPPED") : verdict(result.passed)) << ' ' << result.file << ": "
-          << result.stepsPlayed << " steps, " << timeText(result.duration) << " of the device's time in "
-          << result.wallTime << " ms\n";
+    m_out << (isInterrupted ? colored(QStringLiteral("STOPPED"), TerminalColor::Yellow, stdout)
+                            : verdict(result.passed))
+          << ' ' << result.file << ": " << result.stepsPlayed << " steps, " << timeText(result.duration)
+          << " of the device's time in " << result.wallTime << " ms\n";
     if (!result.passed && !isInterrupted)
         m_out << result.failureText() << '\n';
     flush();

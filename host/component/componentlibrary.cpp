@@ -247,8 +247,7 @@ QString defaultComponentPath(const ComponentKind &kind)
 {
     const QString program = QCoreApplication::applicationDirPath();
     const QString name = QString::fromLatin1(kind.fileName);
-    const QStringList directories = {program, program + QStringLiteral("/../lib"),
-                                     program + QStringLiteral("/../" PANELHOST_LIBDIR)};
+    const QStringList directories = {program, program + QStringLiteral("/../lib")};
     for (const QString &directory : directories) {
         const QFileInfo file(directory + QLatin1Char('/') + name);
         if (file.exists())

@@ -6,7 +6,7 @@ cd "$1"
 for program in shellcheck yamllint; do
     command -v "$program" >/dev/null || { echo "skipped, $program is missing (tools/setup installs it)"; exit 77; }
 done
-mapfile -t scripts < <(find run test bench .ci/run tools tests docs share -type f -size -64k \
+mapfile -t scripts < <(find run test bench .ci/run tools tests docs share packaging -type f -size -64k \
     -exec grep -lIm 1 -E '^#!.*\b(ba)?sh$' {} + | sort)
 [ ${#scripts[@]} -ge 10 ] || { echo "found only ${#scripts[@]} scripts"; exit 1; }
 shellcheck --severity=warning "${scripts[@]}"
