@@ -1,5 +1,7 @@
 #include "diagnostics/reporterror.h"
 
+#include "diagnostics/terminalcolor.h"
+
 #include <QtCore/QString>
 
 #include <cstdio>
@@ -8,7 +10,8 @@ namespace panelhost {
 
 int reportError(const QString &message)
 {
-    std::fprintf(stderr, "panelhost: %s\n", message.toLocal8Bit().constData());
+    const QString name = colored(QStringLiteral("panelhost:"), TerminalColor::Red, stderr);
+    std::fprintf(stderr, "%s %s\n", qPrintable(name), message.toLocal8Bit().constData());
     return 2;
 }
 

@@ -33,7 +33,8 @@ Expectations ExpectationReader::expectations(const YamlNode &node)
         else
             m_reader.errorExpected(entry.first,
                                    QStringLiteral("one of ")
-                                       + (propertyNames() + journalPropertyNames()).join(QStringLiteral(", ")));
+                                       + (propertyNames() + journalPropertyNames()).join(QStringLiteral(", ")),
+                                   propertyNames() + journalPropertyNames());
         all.append(expectation);
     }
     if (node.isMap() && node.entries().isEmpty())

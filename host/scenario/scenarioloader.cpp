@@ -25,6 +25,26 @@ QString readError(const QString &path)
     return file.size() > limits::FileSize ? QStringLiteral("larger than %1 bytes").arg(limits::FileSize) : QString();
 }
 
+// The name of the standard input as a scenario.
+bool isStandardInput(const QString &path)
+{
+    return path == QLatin1String("-");
+}
+
+std::optional<QByteArray> standardInput(QString *error)
+{
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly)) {
+        *error = input.errorString();
+        return std::nullopt;
+    }
+    const QByteArray data = input.read(limits::FileSize + 1);
+    if (data.size() <= limits::FileSize)
+        return data;
+    *error = QStringLiteral("larger than %1 bytes").arg(limits::FileSize);
+    return std::nullopt;
+}
+
 std::optional<QByteArray> contentOf(const QString &path, QString *error)
 {
     *error = readError(path);
@@ -87,7 +107,7 @@ void Loader::withFile(const QString &path, const QByteArray &data, Read &&read)
 void Loader::load()
 {
     QString error;
-    const auto data = contentOf(m_scenario.file, &error);
+    const auto data = isStandardInput(m_scenario.file) ? standardInput(&error) : contentOf(m_scenario.file, &error);
     if (!data) {
         DiagnosticCollector found(m_scenario.file);
         found.add({}, error);

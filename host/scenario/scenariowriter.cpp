@@ -1,9 +1,10 @@
 #include "scenario/scenariowriter.h"
 
 #include "output/recordingsignature.h"
-#include "scenario/steptext.h"
+#include "session/devicenames.h"
 #include "yaml/duration.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 
@@ -18,7 +19,30 @@ static QByteArray usbStickText(const QString &usbStick)
     return '\'' + path.toUtf8() + '\'';
 }
 
-ScenarioWriter::ScenarioWriter(const QString &path, Session &session) : m_path(path), m_session(session)
+// A name that reads as a number would be taken for a hal key.
+static KeyNames keyNamesOf(const Session::Options &options)
+{
+    KeyNames names;
+    const auto keys = deviceNamesOf(options).keys;
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+        bool isNumber = false;
+        key.key().toInt(&isNumber);
+        if (!isNumber)
+            names.insert(key.value(), key.key());
+    }
+    return names;
+}
+
+// With this line an editor completes and checks the recording. The schema is installed with panelhost.
+static QByteArray schemaLine()
+{
+    const QFileInfo schema(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/scenario.schema.json"));
+    return schema.exists() ? "# yaml-language-server: $schema=" + schema.canonicalFilePath().toUtf8() + '\n'
+                           : QByteArray();
+}
+
+ScenarioWriter::ScenarioWriter(const QString &path, Session &session)
+    : m_path(path), m_session(session), m_keys(keyNamesOf(session.options()))
 {
     m_file.setErrorHandler([this](const QString &error) { Q_EMIT failed(error); });
 }
@@ -55,7 +79,7 @@ void ScenarioWriter::close()
 QByteArray ScenarioWriter::header() const
 {
     const auto &options = m_session.options();
-    QByteArray text = recordingSignature() + "device:\n";
+    QByteArray text = recordingSignature() + schemaLine() + "device:\n";
     const auto add = [&text](const char *name, const QByteArray &value) {
         text += QByteArray("  ") + name + ": " + value + '\n';
     };
@@ -77,7 +101,7 @@ QByteArray ScenarioWriter::header() const
     if (!options.faults.isEmpty())
         text += "  faults:\n";
     for (const auto &fault : options.faults)
-        text += "    - " + faultText(fault.name, fault.arguments).toUtf8() + '\n';
+        text += "    - " + faultText(fault.name, fault.arguments, m_keys).toUtf8() + '\n';
     return text
         + "steps:\n"
           "  - note: recorded\n";
@@ -86,7 +110,7 @@ QByteArray ScenarioWriter::header() const
 // The time and the action are appended together, so that both or none are in the file.
 void ScenarioWriter::writeStep(const OperatorAction &action, Milliseconds at)
 {
-    m_file.append(waitUntil(at) + "  - " + stepText(action).toUtf8() + '\n');
+    m_file.append(waitUntil(at) + "  - " + stepText(action, m_keys).toUtf8() + '\n');
 }
 
 QByteArray ScenarioWriter::waitUntil(Milliseconds at)

@@ -2,6 +2,7 @@
 
 #include "operator/operatoraction.h"
 #include "output/linefile.h"
+#include "scenario/steptext.h"
 #include "session/session.h"
 
 #include <QtCore/QObject>
@@ -41,6 +42,7 @@ private:
     LineFile m_file;
     const QString m_path;
     Session &m_session;
+    const KeyNames m_keys;
     Milliseconds m_written = 0;
 };
 

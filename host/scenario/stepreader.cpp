@@ -100,7 +100,8 @@ void StepReader::step(const YamlNode &node, QVector<Step> &steps)
     const auto entries = node.entries();
     if (!form && !entries.isEmpty())
         return m_reader.errorExpected(entries.constFirst().first,
-                                      QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")));
+                                      QStringLiteral("a step: one of ") + stepNames().join(QStringLiteral(", ")),
+                                      stepNames());
     if (!form)
         return m_reader.errorExpected(node, QStringLiteral("a step"));
     static const QRegularExpression braces(QStringLiteral("^\\{|(: ~)?\\}$"));

@@ -42,7 +42,8 @@ std::optional<int> StepReader::key(const YamlNode &node)
     if (!halKey)
         m_reader.errorExpected(node,
                                QStringLiteral("a key, by name or hal key: one of ")
-                                   + QStringList(m_deviceNames.keys.keys()).join(QStringLiteral(", ")));
+                                   + QStringList(m_deviceNames.keys.keys()).join(QStringLiteral(", ")),
+                               m_deviceNames.keys.keys());
     return halKey;
 }
 

@@ -4,6 +4,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QLocale>
 #include <QtCore/QMap>
+#include <QtCore/QRegularExpression>
 
 namespace panelhost {
 
@@ -46,6 +47,20 @@ QString valueText(const QVariant &value)
                                             : value.toString();
 }
 
+// Words that YAML doesn't take for something else stay as they are.
+QString wordText(const QString &text)
+{
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z][A-Za-z0-9_-]*$"));
+    return plain.match(text).hasMatch() && text.compare(QLatin1String("null"), Qt::CaseInsensitive) != 0 ? text
+                                                                                                         : quoted(text);
+}
+
+QString keyText(const QVariant &halKey, const KeyNames &keys)
+{
+    const QString name = keys.value(halKey.toInt());
+    return name.isEmpty() ? valueText(halKey) : wordText(name);
+}
+
 QString mapText(const QVariantMap &values)
 {
     QStringList entries;
@@ -61,10 +76,18 @@ QString calibrationText(const QVariantMap &arguments)
              quoted(arguments.value(QStringLiteral("message")).toString()));
 }
 
-QString switchText(QVariantMap arguments)
+QVariantMap withKeyName(QVariantMap arguments, const KeyNames &keys)
+{
+    const QString key = QStringLiteral("key");
+    if (arguments.contains(key))
+        arguments.insert(key, keyText(arguments.value(key), keys));
+    return arguments;
+}
+
+QString switchText(QVariantMap arguments, const KeyNames &keys)
 {
     arguments.insert(activeWord(), arguments.take(QStringLiteral("on")));
-    return mapText(arguments);
+    return mapText(withKeyName(arguments, keys));
 }
 
 }
@@ -74,13 +97,13 @@ QString activeWord()
     return QStringLiteral("active");
 }
 
-QString faultText(const QString &name, QVariantMap arguments)
+QString faultText(const QString &name, QVariantMap arguments, const KeyNames &keys)
 {
     arguments.insert(QStringLiteral("name"), name);
-    return mapText(arguments);
+    return mapText(withKeyName(arguments, keys));
 }
 
-QString stepText(const OperatorAction &action)
+QString stepText(const OperatorAction &action, const KeyNames &keys)
 {
     switch (action.kind) {
     case Kind::EnterFactoryMode:
@@ -88,7 +111,7 @@ QString stepText(const OperatorAction &action)
     case Kind::ExitFactoryMode:
         return QStringLiteral("factory-mode: exit");
     case Kind::Fault:
-        return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments);
+        return actionName(action.kind) + QStringLiteral(": ") + switchText(action.arguments, keys);
     case Kind::Calibration:
         return actionName(action.kind) + QStringLiteral(": ") + calibrationText(action.arguments);
     case Kind::TouchUp:
@@ -105,6 +128,11 @@ QString stepText(const OperatorAction &action)
     case Kind::Unit:
         return actionName(action.kind) + QStringLiteral(": ")
             + quoted(action.arguments.value(argumentOf(action.kind)).toString());
+    case Kind::Press:
+    case Kind::Hold:
+    case Kind::Release:
+        return actionName(action.kind) + QStringLiteral(": ")
+            + keyText(action.arguments.value(argumentOf(action.kind)), keys);
     default:
         return actionName(action.kind) + QStringLiteral(": ")
             + valueText(action.arguments.value(argumentOf(action.kind)));

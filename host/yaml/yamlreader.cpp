@@ -1,5 +1,6 @@
 #include "yaml/yamlreader.h"
 
+#include "diagnostics/suggestion.h"
 #include "yaml/duration.h"
 #include "yaml/limits.h"
 
@@ -44,7 +45,7 @@ YamlReader::Entries YamlReader::map(const YamlNode &node, const QStringList &all
         if (allowed.contains(scalar(entry.first)))
             known.append(entry);
         else
-            errorExpected(entry.first, listed(allowed));
+            errorExpected(entry.first, listed(allowed), allowed);
     }
     return known;
 }
@@ -148,13 +149,14 @@ std::optional<QString> YamlReader::word(const YamlNode &node, const QStringList 
 {
     if (node.isScalar() && allowed.contains(scalar(node)))
         return scalar(node);
-    errorExpected(node, listed(allowed));
+    errorExpected(node, listed(allowed), allowed);
     return std::nullopt;
 }
 
-void YamlReader::errorExpected(const YamlNode &where, const QString &expected)
+void YamlReader::errorExpected(const YamlNode &where, const QString &expected, const QStringList &words)
 {
-    error(where, QStringLiteral("found %1, expected %2").arg(found(where), expected));
+    const QString suggestion = where.isScalar() ? suggestionFor(scalar(where), words) : QString();
+    error(where, QStringLiteral("found %1, expected %2").arg(found(where), expected) + suggestion);
 }
 
 void YamlReader::error(const YamlNode &where, const QString &text)

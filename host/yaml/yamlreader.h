@@ -44,8 +44,9 @@ public:
     /// Returns a text that is one of @p allowed.
     std::optional<QString> word(const YamlNode &node, const QStringList &allowed);
 
-    /// Adds the error "found ..., expected @p expected".
-    void errorExpected(const YamlNode &where, const QString &expected);
+    /// Adds the error "found ..., expected @p expected". If what was found resembles one of @p words, the message asks
+    /// whether that word was meant.
+    void errorExpected(const YamlNode &where, const QString &expected, const QStringList &words = {});
     void error(const YamlNode &where, const QString &text);
 
 private:

@@ -41,7 +41,13 @@ private Q_SLOTS:
             QTest::newRow(arguments) << words(arguments) << QString::fromUtf8(sentence);
         };
         row("dance", "There is no command \"dance\"; see panelhost --help.");
+        row("plya", "There is no command \"plya\"; see panelhost --help. Did you mean \"play\"?");
+        row("info --shar /", "Unknown option 'shar'. Did you mean --share?");
+        row("play --reprot out a.yaml", "Unknown option 'reprot'. Did you mean --report?");
+        row("play --poem a.yaml", "Unknown option 'poem'.");
         row("play", "Usage: panelhost play FILE...");
+        row("generate poem", "Usage: panelhost generate man [COMMAND], generate bash or generate zsh");
+        row("generate man dance", "There is no command \"dance\"; see panelhost --help.");
         row("info me", "Usage: panelhost info");
         row("info --tbar round", "--tbar is \"round\", expected slider or fader.");
         row("info --size big", "--size is \"big\", expected width and height in pixels, such as 800x480.");
@@ -76,6 +82,89 @@ private Q_SLOTS:
         QCOMPARE(result.status, 2);
         QVERIFY2(result.err.startsWith(QStringLiteral("panelhost: There is no catalog for the language \"xx\"")),
                  qPrintable(result.err));
+    }
+
+    // What is printed has each command and each of its options: it is generated from the same tables as --help.
+    void manualPagesNameEveryOption()
+    {
+        const QString page = panelhost(words("generate man")).out;
+        QVERIFY(page.startsWith(QStringLiteral(".TH \"PANELHOST\" 1")));
+        for (const char *name :
+             {"panelhost\\-play (1)", ".B \\-\\-component PATH", ".B \\-\\-kiosk", "Default: 800x480."})
+            QVERIFY2(page.contains(QLatin1String(name)), name);
+        const ProcessResult play = panelhost(words("generate man play"));
+        QCOMPARE(play.status, 0);
+        QVERIFY(play.out.contains(QStringLiteral(".B \\-\\-report DIR\nWrite a report")));
+        QVERIFY(!play.out.contains(QStringLiteral("kiosk")));
+    }
+
+    // The manual has each command and each option, and each command has a page that is installed.
+    void documentsNameEveryCommandAndOption()
+    {
+        QString manual;
+        const QDir documents(QStringLiteral(LCD_SOURCE_DIR "/docs"));
+        for (const QString &name : documents.entryList({QStringLiteral("*.md")})) {
+            QFile file(documents.filePath(name));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            manual += QString::fromUtf8(file.readAll());
+        }
+        const QString completion = panelhost(words("generate bash")).out;
+        static const QRegularExpression options(QStringLiteral("--[a-z-]+(?=[ '])"));
+        int count = 0;
+        for (auto match = options.globalMatch(completion); match.hasNext(); ++count) {
+            const QString option = match.next().captured();
+            QVERIFY2(manual.contains(QStringLiteral("`") + option) || manual.contains(QLatin1Char(' ') + option),
+                     qPrintable(option));
+        }
+        QVERIFY(count > 100);
+        static const QRegularExpression names(QStringLiteral("compgen -W '([a-z ]+)' -- \"\\$current\"\\)\n    else"));
+        const QStringList commands = names.match(completion).captured(1).split(QLatin1Char(' '));
+        QVERIFY(commands.size() > 10);
+        for (const QString &command : commands) {
+            QVERIFY2(manual.contains(QStringLiteral("\n    panelhost ") + command), qPrintable(command));
+            const QString page = QStringLiteral(LCD_BUILD_DIR "/host/generated/man/panelhost-%1.1.gz").arg(command);
+            QVERIFY2(QFile::exists(page), qPrintable(page));
+        }
+    }
+
+    void bashCompletes_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("completions");
+        QTest::newRow("command") << QStringLiteral("panelhost re") << QStringLiteral("record restore");
+        QTest::newRow("option") << QStringLiteral("panelhost play --rea") << QStringLiteral("--realtime");
+        QTest::newRow("option of the window") << QStringLiteral("panelhost --kio") << QStringLiteral("--kiosk");
+        QTest::newRow("value") << QStringLiteral("panelhost info --tbar f") << QStringLiteral("fader");
+        QTest::newRow("file") << QStringLiteral("panelhost play /etc/hostn") << QStringLiteral("/etc/hostname");
+        QTest::newRow("other command's option") << QStringLiteral("panelhost info --rea") << QString();
+    }
+
+    void bashCompletes()
+    {
+        QFETCH(QString, line);
+        const QString script = QStringLiteral("eval \"$1\"; read -ra COMP_WORDS <<<\"$2\"\n"
+                                              "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _panelhost\n"
+                                              "echo \"${COMPREPLY[@]}\"");
+        QProcess bash;
+        bash.start(QStringLiteral("bash"),
+                   {QStringLiteral("-c"), script, QStringLiteral("bash"), panelhost(words("generate bash")).out, line});
+        QVERIFY(bash.waitForFinished());
+        QFETCH(QString, completions);
+        QCOMPARE(QString::fromUtf8(bash.readAllStandardOutput()).simplified(), completions);
+    }
+
+    void zshReadsTheCompletion()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("zsh")).isEmpty())
+            QSKIP("zsh is not installed");
+        const QString script = panelhost(words("generate zsh")).out;
+        QVERIFY(script.startsWith(QStringLiteral("#compdef panelhost\n")));
+        QVERIFY(script.contains(QStringLiteral("'--report[Write a report with screenshots to DIR.]:DIR:_files -/'")));
+        QProcess zsh;
+        zsh.start(QStringLiteral("zsh"), {QStringLiteral("-n"), QStringLiteral("-c"), script});
+        QVERIFY(zsh.waitForFinished());
+        QCOMPARE(QString::fromUtf8(zsh.readAllStandardError()), QString());
+        QCOMPARE(zsh.exitCode(), 0);
     }
 
     void helpNamesEveryCommandWithItsOptions()

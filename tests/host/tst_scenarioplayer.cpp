@@ -260,6 +260,14 @@ void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
     const auto text = file.readAll();
     QVERIFY(text.contains("- tbar: 0.1\n"));
     QVERIFY(text.contains("  tbar-tolerance: 0.1\n"));
+    const auto lines = text.split('\n');
+    QCOMPARE(lines.at(0), QByteArray("# Recorded with panelhost. Play it with: panelhost play FILE"));
+    const QByteArray prefix = "# yaml-language-server: $schema=";
+    QVERIFY2(lines.at(1).startsWith(prefix), lines.at(1).constData());
+    QVERIFY(QFile::exists(QString::fromUtf8(lines.at(1).mid(prefix.size()))));
+    // Keys by name, as in factorykeychecklist.xml.
+    QVERIFY(text.contains("  - press: BACK\n"));
+    QVERIFY(text.contains("  - fault: {active: true, key: BACK, name: key-dead}\n"));
 
     const auto played = playFile(path);
     QVERIFY2(played.passed, qPrintable(played.failureText()));
@@ -490,8 +498,9 @@ void ScenarioPlayerTest::reportsAreWellFormed()
         QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     }
     const auto html = htmlReport({passed, failed});
-    QCOMPARE(html.count("data:image/png;base64,"), 1);
-    QVERIFY(!html.contains("<script") && !html.contains("http"));
+    QCOMPARE(html.count("data:image/png;base64,"), 2); // the second is that of the failure
+    QCOMPARE(html.count("<script"), 1);                // the search
+    QVERIFY(!html.contains("http"));
     QVERIFY(html.contains("1 of 2 passed"));
     QVERIFY(junitReport({passed, failed}).contains("tests=\"2\" failures=\"1\""));
 }

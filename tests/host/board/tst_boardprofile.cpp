@@ -132,7 +132,8 @@ void tst_BoardProfile::namesFileLineAndColumn_data()
     row("empty", "", ":1:1: error: found nothing, expected a map");
     row("a list", "- keys\n", ":1:1: error: found a list, expected a map");
     row("unknown part", "lids: simulated\n",
-        ":1:1: error: found \"lids\", expected one of keys, navigation, leds, screens, tbar, net, usb");
+        ":1:1: error: found \"lids\", expected one of keys, navigation, leds, screens, tbar, net, usb; did you mean "
+        "\"leds\"?");
     row("part twice", "leds: simulated\nleds: simulated\n", ":2:1: error: \"leds\" occurs twice");
     row("misspelled", "leds: simulate\n",
         ":1:7: error: found \"simulate\", expected simulated, or what the part consists of");
