@@ -3,6 +3,7 @@
 #include "expectations/expectationevaluator.h"
 #include "playing/menunavigator.h"
 #include "playing/repeatsummarizer.h"
+#include "playing/sessionfacts.h"
 #include "time/realtimewait.h"
 
 #include <QtCore/QBuffer>
@@ -32,10 +33,14 @@ ScenarioResult Player::play()
     if (device.usbStick == Session::noUsbStick)
         device.journalLineLimit = LinesOnFailure;
     m_session = Session::open(device, &m_result.error);
+    m_result.facts = sessionFacts(m_scenario, m_session.get());
     if (m_session)
         playSession();
     else
         m_result.passed = false;
+    bool isAfterLast = m_lastStep == nullptr;
+    if (!m_result.passed)
+        listNotPlayed(m_scenario.steps, &isAfterLast);
     m_session.reset();
     m_result.wallTime = m_clock.elapsed();
     if (m_result.state == ScenarioResult::State::Running)
@@ -75,11 +80,18 @@ bool Player::playStep(const Step &step)
     result.file = step.file;
     result.where = step.where;
     result.text = step.text;
+    result.repeat = m_repeat;
+    result.repetition = m_repetition;
+    const qint64 before = lastLine();
     doStep(step, result);
     // A step that was interrupted by a signal has neither passed nor failed.
     if (isInterrupted())
         return false;
+    m_lastStep = &step;
+    result.journalLine = lastLine() > before ? before + 1 : 0;
     result.at = m_session->clock().now();
+    if (!result.passed && m_options.takesScreenshots)
+        screenshot(QStringLiteral("failure"), result);
     m_result.steps.append(result);
     m_observer(result, ++m_result.stepsPlayed);
     reportPartialResult();
@@ -89,12 +101,44 @@ bool Player::playStep(const Step &step)
 bool Player::playRepetitions(const Step &step)
 {
     RepeatSummarizer summarizer(step, m_result);
+    const bool isOutermost = m_repetition == 0;
     for (int repetition = 0; repetition < step.times; ++repetition) {
         summarizer.beginRepetition();
+        if (isOutermost) {
+            m_repeat = step.where;
+            m_repetition = repetition + 1;
+        }
         if (!playSteps(step.steps))
             return false;
     }
+    if (isOutermost)
+        m_repetition = 0;
     return true;
+}
+
+// The steps after the last one that was played, in the order of the scenario.
+void Player::listNotPlayed(const QVector<Step> &steps, bool *isAfterLast)
+{
+    for (const Step &step : steps) {
+        if (step.kind == Step::Kind::Repeat) {
+            listNotPlayed(step.steps, isAfterLast);
+        } else if (*isAfterLast) {
+            StepResult result;
+            result.file = step.file;
+            result.where = step.where;
+            result.text = step.text;
+            if (++m_result.notPlayedCount <= ScenarioResult::StepsNotPlayed)
+                m_result.notPlayed.append(result);
+        } else {
+            *isAfterLast = &step == m_lastStep;
+        }
+    }
+}
+
+qint64 Player::lastLine()
+{
+    const std::lock_guard lock(m_entryMutex);
+    return m_lastLine;
 }
 
 void Player::doStep(const Step &step, StepResult &result)
@@ -111,7 +155,7 @@ void Player::doStep(const Step &step, StepResult &result)
     case Step::Kind::Expect:
         return expect(step, result);
     case Step::Kind::Screenshot:
-        return screenshot(step, result);
+        return screenshot(step.name, result);
     case Step::Kind::Mark:
         return m_counter.restart();
     case Step::Kind::Note:
@@ -177,10 +221,10 @@ void Player::expect(const Step &step, StepResult &result)
     result.passed = evaluator.evaluateWithin(step.expectations, step.within, advanceTime, &result.expectationResults);
 }
 
-void Player::screenshot(const Step &step, StepResult &result)
+void Player::screenshot(const QString &name, StepResult &result)
 {
-    const int taken = m_screenshots[step.name]++;
-    result.screenshot = taken == 0 ? step.name : QStringLiteral("%1-%2").arg(step.name).arg(taken + 1);
+    const int taken = m_screenshots[name]++;
+    result.screenshot = taken == 0 ? name : QStringLiteral("%1-%2").arg(name).arg(taken + 1);
     if (!m_options.takesScreenshots)
         return;
     QWidget &lcd = *m_session->lcd();
@@ -217,6 +261,7 @@ void Player::addEntry(const Journal::Entry &entry)
     if (m_options.journal)
         m_options.journal(entry);
     const std::lock_guard lock(m_entryMutex);
+    m_lastLine = entry.sequence;
     m_lines.append(entry);
     m_pages.add(entry);
 }

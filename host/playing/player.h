@@ -53,7 +53,7 @@ private:
     void open(const Step &step, StepResult &result);
     void walkKeys(const Step &step, StepResult &result);
     void expect(const Step &step, StepResult &result);
-    void screenshot(const Step &step, StepResult &result);
+    void screenshot(const QString &name, StepResult &result);
     void advance(Milliseconds duration);
     bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
     void addEntry(const Journal::Entry &entry);
@@ -61,6 +61,8 @@ private:
     void reportPartialResult();
     void updateResult();
     void finish();
+    void listNotPlayed(const QVector<Step> &steps, bool *isAfterLast);
+    qint64 lastLine();
 
     const Scenario &m_scenario;
     Options m_options;
@@ -70,7 +72,11 @@ private:
     QElapsedTimer m_clock;
     QElapsedTimer m_sincePartialResult;
     JournalQueryCounter m_counter;
-    std::mutex m_entryMutex; ///< guards the next two members; entries come on any thread
+    const Step *m_lastStep = nullptr; ///< the step that was played last
+    SourceLocation m_repeat;          ///< the outermost repeat that is played
+    int m_repetition = 0;             ///< number of its repetition; 0 outside of repeats
+    std::mutex m_entryMutex;          ///< guards the next three members; entries come on any thread
+    qint64 m_lastLine = 0;
     FirstAndLast<Journal::Entry> m_lines{ScenarioResult::LinesInReport};
     PageSpans m_pages;
     QMap<QString, int> m_screenshots;

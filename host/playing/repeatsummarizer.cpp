@@ -16,6 +16,7 @@ void RepeatSummarizer::beginRepetition()
         summary.file = m_repeat.file;
         summary.where = m_repeat.where;
         summary.at = steps.last().at;
+        summary.repeat = steps.last().repeat;
         steps.resize(m_summarizedSteps == 0 ? m_begin : m_begin - 1);
         m_summarizedSteps += m_result.stepsPlayed - m_playedBefore;
         summary.text = QStringLiteral("… repetitions %1 to %2 passed: %3 steps …")

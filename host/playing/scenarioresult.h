@@ -24,6 +24,17 @@ struct StepResult
     ExpectationResults expectationResults;
     QString screenshot; ///< its name
     QByteArray png;
+    /// Sequence number of the first line of the journal that was added during the step; 0 if there was none.
+    qint64 journalLine = 0;
+    SourceLocation repeat; ///< the outermost repeat that the step belongs to
+    int repetition = 0;    ///< number of its repetition, starting at 1; 0: the step isn't in a repeat
+};
+
+/// Something to know about a session, such as a version.
+struct SessionFact
+{
+    QString name;
+    QString value;
 };
 
 /// A span of virtual time in which the LCD showed a page.
@@ -38,6 +49,7 @@ struct PageSpan
 struct ScenarioResult
 {
     static constexpr int LinesInReport = 1000; ///< first and last lines of the journal
+    static constexpr int StepsNotPlayed = 200; ///< number of steps that are listed if they were not played
 
     enum class State {
         Running,
@@ -54,6 +66,10 @@ struct ScenarioResult
     /// replaces those between them.
     QVector<StepResult> steps;
     qint64 stepsPlayed = 0;
+    /// The first steps that were not played because the scenario failed or was interrupted. Their results are empty.
+    QVector<StepResult> notPlayed;
+    qint64 notPlayedCount = 0;  ///< number of all of them; the steps of a repeat count once
+    QVector<SessionFact> facts; ///< date, versions, device and faults
     QVector<PageSpan> pages;
     Milliseconds duration = 0; ///< virtual milliseconds
     qint64 wallTime = 0;       ///< real milliseconds

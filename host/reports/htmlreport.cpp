@@ -1,11 +1,14 @@
 #include "reports/htmlreport.h"
 
+#include "reports/htmlscript.h"
 #include "reports/htmlstyle.h"
 #include "reports/htmlwriter.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 
 #include <algorithm>
+#include <numeric>
 
 namespace panelhost {
 
@@ -31,6 +34,35 @@ QString wallText(qint64 milliseconds)
     return QString::number(static_cast<double>(milliseconds) / 1000, 'f', 2) + QStringLiteral(" s");
 }
 
+QString screenshotAnchor(int scenario, int step)
+{
+    return QStringLiteral("screen-%1-%2").arg(scenario + 1).arg(step + 1);
+}
+
+QString stepAnchor(int scenario, int step)
+{
+    return QStringLiteral("step-%1-%2").arg(scenario + 1).arg(step + 1);
+}
+
+QString lineAnchor(int scenario, qint64 line)
+{
+    return QStringLiteral("line-%1-%2").arg(scenario + 1).arg(line);
+}
+
+bool hasPassed(const ScenarioResult &result)
+{
+    return result.verdict() == QLatin1String("passed");
+}
+
+// The indexes of the scenarios: first those that haven't passed.
+QVector<int> failuresFirst(const ScenarioResults &results)
+{
+    QVector<int> order(results.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_partition(order.begin(), order.end(), [&results](int index) { return !hasPassed(results.at(index)); });
+    return order;
+}
+
 void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     html.begin("tr");
@@ -38,6 +70,7 @@ void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
     html.begin("td").link(QLatin1Char('#') + anchorOf(index), nameOf(result)).end();
     html.element("td", "file", result.file);
     html.element("td", "number", QString::number(result.stepsPlayed));
+    html.element("td", "number", QString::number(result.notPlayedCount));
     html.element("td", "number", timeText(result.duration));
     html.element("td", "number", wallText(result.wallTime));
     html.end();
@@ -45,17 +78,72 @@ void writeSummaryRow(HtmlWriter &html, const ScenarioResult &result, int index)
 
 void writeSummary(HtmlWriter &html, const ScenarioResults &results)
 {
-    const auto passed = std::count_if(results.begin(), results.end(),
-                                      [](const auto &r) { return r.verdict() == QLatin1String("passed"); });
+    const auto passed = std::count_if(results.begin(), results.end(), hasPassed);
     html.element("h1", nullptr, QStringLiteral("Scenarios"));
     html.element("p", passed == results.size() ? "passed" : "failed",
                  QStringLiteral("%1 of %2 passed").arg(passed).arg(results.size()));
     html.begin("table", "summary").begin("tr");
-    for (const auto heading : {"", "Scenario", "File", "Steps", "Virtual time", "Real time"})
+    for (const auto heading : {"", "Scenario", "File", "Steps", "Not played", "Virtual time", "Real time"})
         html.element("th", nullptr, QString::fromLatin1(heading));
     html.end();
-    for (int index = 0; index < results.size(); ++index)
+    for (const int index : failuresFirst(results))
         writeSummaryRow(html, results.at(index), index);
+    html.end();
+}
+
+void writeSearch(HtmlWriter &html)
+{
+    html.begin("div", "search");
+    html.begin("input").attribute("id", QStringLiteral("search")).attribute("type", QStringLiteral("search"));
+    html.attribute("placeholder", QStringLiteral("Search steps and journals"));
+    html.end();
+    html.end();
+}
+
+void writeScreenshot(HtmlWriter &html, const StepResult &step, int scenario, int index)
+{
+    html.begin("figure").attribute("id", screenshotAnchor(scenario, index)).image(step.png, step.screenshot);
+    html.begin("figcaption").text(QStringLiteral("%1, at %2, ").arg(step.screenshot, timeText(step.at)));
+    html.link(QLatin1Char('#') + stepAnchor(scenario, index), QStringLiteral("step")).end();
+    html.end();
+}
+
+// The picture at the failure is shown here, and not again with the other pictures.
+void writeFailure(HtmlWriter &html, const ScenarioResult &result, int index)
+{
+    html.begin("h3").link(QLatin1Char('#') + anchorOf(index), nameOf(result)).badge(result.verdict()).end();
+    html.element("pre", "failure", result.failureText());
+    const auto &steps = result.steps;
+    html.begin("div", "screens").text(QString());
+    for (int step = 0; step < steps.size(); ++step) {
+        if (!steps.at(step).passed && !steps.at(step).png.isEmpty())
+            writeScreenshot(html, steps.at(step), index, step);
+    }
+    html.end();
+}
+
+void writeFailures(HtmlWriter &html, const ScenarioResults &results)
+{
+    const auto fails = [](const ScenarioResult &result) {
+        return result.verdict() == QLatin1String("failed") || result.verdict() == QLatin1String("interrupted");
+    };
+    if (std::none_of(results.begin(), results.end(), fails))
+        return;
+    html.begin("section", "failures").element("h2", nullptr, QStringLiteral("Failures"));
+    for (int index = 0; index < results.size(); ++index) {
+        if (fails(results.at(index)))
+            writeFailure(html, results.at(index), index);
+    }
+    html.end();
+}
+
+void writeFacts(HtmlWriter &html, const ScenarioResult &result)
+{
+    html.begin("table", "facts").text(QString());
+    for (const SessionFact &fact : result.facts) {
+        html.begin("tr").element("th", nullptr, fact.name).element("td", nullptr, fact.value);
+        html.end();
+    }
     html.end();
 }
 
@@ -75,19 +163,17 @@ void writePages(HtmlWriter &html, const ScenarioResult &result)
     html.end();
 }
 
-void writeScreenshots(HtmlWriter &html, const ScenarioResult &result)
+void writeScreenshots(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     const auto &steps = result.steps;
-    if (std::none_of(steps.begin(), steps.end(), [](const StepResult &step) { return !step.png.isEmpty(); }))
+    const auto isShown = [](const StepResult &step) { return step.passed && !step.png.isEmpty(); };
+    if (std::none_of(steps.begin(), steps.end(), isShown))
         return;
     html.element("h3", nullptr, QStringLiteral("Screens"));
     html.begin("div", "screens");
-    for (const auto &step : steps) {
-        if (step.png.isEmpty())
-            continue;
-        html.begin("figure").image(step.png, step.screenshot);
-        html.element("figcaption", nullptr, QStringLiteral("%1, at %2").arg(step.screenshot, timeText(step.at)));
-        html.end();
+    for (int step = 0; step < steps.size(); ++step) {
+        if (isShown(steps.at(step)))
+            writeScreenshot(html, steps.at(step), index, step);
     }
     html.end();
 }
@@ -101,40 +187,135 @@ void writeExpectationResult(HtmlWriter &html, const ExpectationResult &result)
     html.end();
 }
 
-void writeStep(HtmlWriter &html, const StepResult &step)
+// The lines of the journal that are in the report.
+bool hasLine(const ScenarioResult &result, qint64 line)
 {
-    html.begin("tr", step.passed ? nullptr : "failed");
+    const auto &head = result.journal.head();
+    const auto &tail = result.journal.tail();
+    return line > 0
+        && ((!head.empty() && line <= head.back().sequence) || (!tail.empty() && line >= tail.front().sequence));
+}
+
+void writeStepLinks(HtmlWriter &html, const ScenarioResult &result, int scenario, int index)
+{
+    const StepResult &step = result.steps.at(index);
+    html.begin("td").text(QString());
+    if (!step.png.isEmpty())
+        html.link(QLatin1Char('#') + screenshotAnchor(scenario, index), QStringLiteral("screen"))
+            .text(QStringLiteral(" "));
+    if (hasLine(result, step.journalLine))
+        html.link(QLatin1Char('#') + lineAnchor(scenario, step.journalLine), QStringLiteral("journal"));
+    html.end();
+}
+
+void writeStep(HtmlWriter &html, const ScenarioResult &result, int scenario, int index)
+{
+    const StepResult &step = result.steps.at(index);
+    html.begin("tr", step.passed ? nullptr : "failed").attribute("id", stepAnchor(scenario, index));
     html.element("td", "number", timeText(step.at));
     html.element("td", "number", QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
     html.begin("td");
     if (step.expectationResults.isEmpty())
         html.element("code", nullptr, step.text);
-    for (const auto &result : step.expectationResults)
-        writeExpectationResult(html, result);
+    for (const auto &expectation : step.expectationResults)
+        writeExpectationResult(html, expectation);
     if (!step.error.isEmpty())
         html.element("div", "found", step.error);
     html.end();
+    writeStepLinks(html, result, scenario, index);
     html.begin("td").badge(verdict(step.passed)).end();
     html.end();
 }
 
-void writeSteps(HtmlWriter &html, const ScenarioResult &result)
+// The end of the steps that belong to the same repetition as the one at @p begin.
+int endOfRepetition(const QVector<StepResult> &steps, int begin)
 {
-    html.element("h3", nullptr, QStringLiteral("Steps"));
-    html.begin("table", "steps").begin("tr");
-    for (const auto heading : {"Time", "Place", "Step", ""})
-        html.element("th", nullptr, QString::fromLatin1(heading));
-    html.end();
-    for (const auto &step : result.steps)
-        writeStep(html, step);
+    const auto isOther = [&first = steps.at(begin)](const StepResult &step) {
+        return step.repetition != first.repetition || step.repeat.line != first.repeat.line;
+    };
+    return static_cast<int>(std::find_if(steps.begin() + begin, steps.end(), isOther) - steps.begin());
+}
+
+void writeStepTable(HtmlWriter &html, const ScenarioResult &result, int scenario, int begin, int end)
+{
+    html.begin("table", "steps");
+    for (int index = begin; index < end; ++index)
+        writeStep(html, result, scenario, index);
     html.end();
 }
 
-void writeJournal(HtmlWriter &html, const ScenarioResult &result)
+// A repetition is folded unless it failed.
+void writeRepetition(HtmlWriter &html, const ScenarioResult &result, int scenario, int begin, int end)
 {
+    const StepResult &first = result.steps.at(begin);
+    const StepResult &last = result.steps.at(end - 1);
+    html.begin("details", "rounds");
+    if (std::any_of(result.steps.begin() + begin, result.steps.begin() + end,
+                    [](const StepResult &step) { return !step.passed; }))
+        html.attribute("open", QStringLiteral("open"));
+    html.element("summary", nullptr,
+                 QStringLiteral("Repetition %1, %2 steps, %3 to %4")
+                     .arg(first.repetition)
+                     .arg(end - begin)
+                     .arg(timeText(first.at), timeText(last.at)));
+    writeStepTable(html, result, scenario, begin, end);
+    html.end();
+}
+
+void writeSteps(HtmlWriter &html, const ScenarioResult &result, int scenario)
+{
+    html.element("h3", nullptr, QStringLiteral("Steps"));
+    for (int begin = 0; begin < result.steps.size();) {
+        const int end = endOfRepetition(result.steps, begin);
+        if (result.steps.at(begin).repetition == 0)
+            writeStepTable(html, result, scenario, begin, end);
+        else
+            writeRepetition(html, result, scenario, begin, end);
+        begin = end;
+    }
+}
+
+void writeNotPlayed(HtmlWriter &html, const ScenarioResult &result)
+{
+    if (result.notPlayed.isEmpty())
+        return;
+    html.element("h3", nullptr, QStringLiteral("Not played: %1 steps").arg(result.notPlayedCount));
+    html.begin("table", "steps");
+    for (const StepResult &step : result.notPlayed) {
+        const QString place = QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line);
+        html.begin("tr").element("td", "number", place);
+        html.begin("td").element("code", nullptr, step.text).end();
+        html.end();
+    }
+    html.end();
+    const qint64 more = result.notPlayedCount - result.notPlayed.size();
+    if (more > 0)
+        html.element("p", nullptr, QStringLiteral("… and %1 more").arg(more));
+}
+
+void writeLine(HtmlWriter &html, const Journal::Entry &entry, int scenario, const QSet<qint64> &linked)
+{
+    html.begin("div");
+    if (linked.contains(entry.sequence))
+        html.attribute("id", lineAnchor(scenario, entry.sequence));
+    html.text(QString::fromUtf8(entry.toJsonLine())).end();
+}
+
+void writeJournal(HtmlWriter &html, const ScenarioResult &result, int scenario)
+{
+    QSet<qint64> linked;
+    for (const StepResult &step : result.steps)
+        linked.insert(step.journalLine);
     html.begin("details");
     html.element("summary", nullptr, QStringLiteral("Journal, %1 lines").arg(result.journal.count()));
-    html.element("pre", nullptr, QString::fromUtf8(result.journalText()));
+    html.begin("div", "journal").text(QString());
+    for (const Journal::Entry &entry : result.journal.head())
+        writeLine(html, entry, scenario, linked);
+    if (result.journal.leftOut() > 0)
+        html.element("div", nullptr, QStringLiteral("… %1 lines …").arg(result.journal.leftOut()));
+    for (const Journal::Entry &entry : result.journal.tail())
+        writeLine(html, entry, scenario, linked);
+    html.end();
     html.end();
 }
 
@@ -142,12 +323,12 @@ void writeScenario(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     html.begin("section").attribute("id", anchorOf(index));
     html.begin("h2").text(nameOf(result)).badge(result.verdict()).end();
-    if (!result.passed)
-        html.element("pre", "failure", result.failureText());
+    writeFacts(html, result);
     writePages(html, result);
-    writeScreenshots(html, result);
-    writeSteps(html, result);
-    writeJournal(html, result);
+    writeScreenshots(html, result, index);
+    writeSteps(html, result, index);
+    writeNotPlayed(html, result);
+    writeJournal(html, result, index);
     html.end();
 }
 
@@ -158,10 +339,12 @@ QByteArray htmlReport(const ScenarioResults &results)
     HtmlWriter html(QStringLiteral("panelhost: scenarios"), htmlStyle());
     html.begin("main");
     writeSummary(html, results);
-    for (int index = 0; index < results.size(); ++index)
+    writeSearch(html);
+    writeFailures(html, results);
+    for (const int index : failuresFirst(results))
         writeScenario(html, results.at(index), index);
     html.end();
+    html.script(reportScript());
     return html.finish();
 }
-
 }

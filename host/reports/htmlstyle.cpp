@@ -38,6 +38,22 @@ figure { margin: 0; }
 img { width: 100%; height: auto; border-radius: 6px; }
 figcaption { color: #5a6577; font-size: 13px; }
 summary { margin-top: 24px; cursor: pointer; color: #1f5fbf; }
+.search { position: sticky; top: 0; z-index: 1; padding: 12px 0; background: #f3f4f6; }
+.search input { box-sizing: border-box; width: 100%; padding: 8px 12px; font: inherit; border: 1px solid #c4cbd6; border-radius: 6px; }
+.failures { border-color: #e9a49e; }
+.failures .screens { grid-template-columns: repeat(auto-fill, minmax(480px, 1fr)); }
+.facts th { width: 1%; white-space: nowrap; }
+.facts td { overflow-wrap: anywhere; }
+.steps { margin: 0; }
+.steps td:first-child, .steps td:nth-child(2) { width: 1%; }
+.steps td:last-child { width: 1%; white-space: nowrap; text-align: right; }
+.steps tr.failed { background: #fdecea; }
+.rounds { margin: 4px 0; padding-left: 12px; border-left: 3px solid #dde1e7; }
+.rounds summary { margin: 0; }
+.journal { padding: 12px; background: #f6f7f9; border-radius: 6px; }
+.journal div { font: 13px/1.5 ui-monospace, DejaVu Sans Mono, monospace; overflow-wrap: anywhere; }
+:target { outline: 2px solid #1f5fbf; outline-offset: 2px; }
+[hidden] { display: none; }
 )");
 }
 

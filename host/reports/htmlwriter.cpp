@@ -64,6 +64,14 @@ HtmlWriter &HtmlWriter::image(const QByteArray &png, const QString &description)
     return attribute("src", QStringLiteral("data:image/png;base64,") + QString::fromLatin1(png.toBase64()));
 }
 
+// HTML doesn't decode entities in a script, and XML needs them: the comments hide the CDATA section from the program.
+HtmlWriter &HtmlWriter::script(const QString &program)
+{
+    begin("script").text(QStringLiteral("//"));
+    m_xml.writeCDATA(QLatin1Char('\n') + program + QStringLiteral("\n//"));
+    return end();
+}
+
 QByteArray HtmlWriter::finish()
 {
     m_xml.writeEndDocument();

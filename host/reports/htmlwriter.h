@@ -21,6 +21,8 @@ public:
     HtmlWriter &link(const QString &target, const QString &text);
     HtmlWriter &badge(const QString &word);
     HtmlWriter &image(const QByteArray &png, const QString &description);
+    /// Adds a program that the page runs.
+    HtmlWriter &script(const QString &program);
     QByteArray finish();
 
 private:

@@ -24,6 +24,8 @@ class CommandsTest : public QObject
 private Q_SLOTS:
     void init();
     void playTellsEachStep();
+    void playReadsTheStandardInput();
+    void colorsInATerminal();
     void playRefusesBadFilesBeforeAnythingRuns();
     void playGoesOnWithTheNextFile();
     void playWritesWhatItIsAskedFor();
@@ -44,6 +46,9 @@ private Q_SLOTS:
     void killedPlayLeavesWholeFiles();
     void memoryDoesNotGrowWithTime();
     void reportFoldsRepeatedRounds();
+    void reportBeginsWithFailures();
+    void reportLinksStepsScreensAndJournal();
+    void reportOfAThousandAgingRoundsIsSmall();
     void playThatCanNotBeginIsNoFailedExpectation_data();
     void playThatCanNotBeginIsNoFailedExpectation();
     void shareWithErrorsIsRefused_data();
@@ -155,6 +160,44 @@ void CommandsTest::playTellsEachStep()
     QVERIFY(lines.at(3).startsWith(QStringLiteral("ok     a.yaml: 3 steps, 0:01.000 of the device's time in ")));
 }
 
+void CommandsTest::playReadsTheStandardInput()
+{
+    write(QStringLiteral("a.yaml"), Passing);
+    const auto played = runInShell(QStringLiteral("cat a.yaml | \"$0\" play - --report out"));
+    QCOMPARE(played.status, 0);
+    QVERIFY2(played.out.startsWith(QStringLiteral("-:2 0:00.000 ok     expect: {page: menu}\n")),
+             qPrintable(played.out));
+    QVERIFY(read(QStringLiteral("out/report.html")).contains("1 of 1 passed"));
+
+    const auto wrong = runInShell(QStringLiteral("printf 'steps:\\n- soft: up\\n' | \"$0\" play -"));
+    QCOMPARE(wrong.status, 2);
+    QVERIFY2(wrong.err.startsWith(QStringLiteral("-:2:9: error: found \"up\"")), qPrintable(wrong.err));
+    const auto twice = runInShell(QStringLiteral("cat a.yaml | \"$0\" play - -"));
+    QCOMPARE(twice.status, 2);
+    QVERIFY2(twice.err.contains(QStringLiteral("the standard input can be read only once")), qPrintable(twice.err));
+    // The file "-" is another one.
+    QCOMPARE(runInShell(QStringLiteral("cat a.yaml | \"$0\" play - --journal ./-")).status, 0);
+}
+
+void CommandsTest::colorsInATerminal()
+{
+    write(QStringLiteral("passing.yaml"), Passing);
+    write(QStringLiteral("bad.yaml"), "steps:\n  - soft: up\n");
+    const QString terminal = QStringLiteral("%1 script -qec \"'$0' play %2\" /dev/null </dev/null");
+    const QString ok = QStringLiteral("\033[32mok    \033[0m");
+    const auto passing = QStringLiteral("passing.yaml");
+    const auto output = [&](const char *environment, const QString &file) {
+        return runInShell(terminal.arg(QString::fromLatin1(environment), file)).out;
+    };
+    QVERIFY(output("NO_COLOR= TERM=xterm", passing).contains(ok));
+    QVERIFY(!output("NO_COLOR=1 TERM=xterm", passing).contains(QStringLiteral("\033[3")));
+    QVERIFY(!output("NO_COLOR= TERM=dumb", passing).contains(QStringLiteral("\033[3")));
+    const QString bad = output("NO_COLOR= TERM=xterm", QStringLiteral("bad.yaml"));
+    QVERIFY2(bad.contains(QStringLiteral("bad.yaml:2:11: \033[31merror:\033[0m found")), qPrintable(bad));
+    QVERIFY(bad.contains(QStringLiteral("\033[31mpanelhost:\033[0m Nothing was played.")));
+    QVERIFY(!run({QStringLiteral("play"), passing}).out.contains(QLatin1Char('\033')));
+}
+
 void CommandsTest::playRefusesBadFilesBeforeAnythingRuns()
 {
     const auto good = write(QStringLiteral("good.yaml"), Passing);
@@ -192,7 +235,7 @@ void CommandsTest::playWritesWhatItIsAskedFor()
     QCOMPARE(played.status, 1);
     const auto html = read(QStringLiteral("out/report/report.html"));
     QVERIFY(html.contains("1 of 2 passed"));
-    QCOMPARE(html.count("data:image/png;base64,"), 1);
+    QCOMPARE(html.count("data:image/png;base64,"), 2); // one that the scenario takes, and one of the failure
     QVERIFY(read(QStringLiteral("out/report/report.xml")).contains("tests=\"2\" failures=\"1\""));
     QVERIFY(read(QStringLiteral("j.jsonl")).startsWith("{\"seq\":1,\"t\":0,\"thread\":\"gui\",\"kind\":"));
     QVERIFY(read(QStringLiteral("out/pictures/passing-menu.png")).startsWith("\x89PNG"));
@@ -558,6 +601,81 @@ void CommandsTest::reportFoldsRepeatedRounds()
     QCOMPARE(html.count("… repetitions 3 to 3 passed: 1 steps …"), 3);
     QVERIFY(html.contains("again-50"));
     QCOMPARE(QDir(m_directory->filePath(QStringLiteral("shots"))).entryList(QDir::Files).size(), 50);
+}
+
+void CommandsTest::reportBeginsWithFailures()
+{
+    write(QStringLiteral("passing.yaml"), Passing);
+    write(QStringLiteral("failing.yaml"),
+          "title: Bad one\ndevice:\n  language: de\n  faults: [{name: key-dead, key: CUT}]\nsteps:\n  - wait: 2s\n"
+          "  - expect: {page: aging}\n  - note: never one\n  - repeat: {times: 7, steps: [{note: never two}]}\n");
+    const auto played = run({QStringLiteral("play"), QStringLiteral("passing.yaml"), QStringLiteral("failing.yaml"),
+                             QStringLiteral("--report"), QStringLiteral("out"), QStringLiteral("--screenshots"),
+                             QStringLiteral("shots")});
+    QCOMPARE(played.status, 1);
+    const auto html = read(QStringLiteral("out/report.html"));
+    checkWellFormed(html);
+    // In this order.
+    int at = 0;
+    for (const char *text :
+         {"1 of 2 passed", ">Bad one</a>", "<h2>Failures</h2>", "failing.yaml:7:5: failed at 0:02.000",
+          "<figure id=\"screen-2-2\"><img alt=\"failure\"", "<section id=\"scenario-2\"><h2>Bad one",
+          "<th>Date</th><td>20", "<th>panelhost</th><td>1.", "<th>Component</th><td>", "language de",
+          "<th>Faults</th><td>key-dead (key CUT)", "Not played: 2 steps", "failing.yaml:8", "note: never one",
+          "note: never two", "<section id=\"scenario-1\">"}) {
+        at = html.indexOf(text, at);
+        QVERIFY2(at > 0, text);
+    }
+    QCOMPARE(html.count("alt=\"failure\""), 1);
+    QVERIFY(read(QStringLiteral("shots/failing-failure.png")).startsWith("\x89PNG"));
+    QVERIFY(!QFile::exists(m_directory->filePath(QStringLiteral("shots/passing-failure.png"))));
+}
+
+void CommandsTest::reportLinksStepsScreensAndJournal()
+{
+    write(QStringLiteral("a.yaml"), "steps:\n  - navigate: down\n  - screenshot: here\n");
+    QCOMPARE(run({QStringLiteral("play"), QStringLiteral("a.yaml"), QStringLiteral("--report"), QStringLiteral("out"),
+                  QStringLiteral("--journal"), QStringLiteral("j")})
+                 .status,
+             0);
+    const auto html = QString::fromUtf8(read(QStringLiteral("out/report.html")));
+    // Each link leads to something in the page.
+    static const QRegularExpression links(QStringLiteral("href=\"#([^\"]+)\""));
+    QStringList targets;
+    for (auto match = links.globalMatch(html); match.hasNext();)
+        targets << match.next().captured(1);
+    for (const QString &target : qAsConst(targets))
+        QVERIFY2(html.contains(QStringLiteral(" id=\"%1\"").arg(target)), qPrintable(target));
+    QVERIFY(targets.contains(QStringLiteral("screen-1-2")) && targets.contains(QStringLiteral("step-1-2")));
+    // The first line of the step is that of its action.
+    const auto lines = read(QStringLiteral("j")).split('\n');
+    const auto action = std::find_if(lines.begin(), lines.end(),
+                                     [](const QByteArray &line) { return line.contains("\"kind\":\"action\""); });
+    QVERIFY(action != lines.end());
+    const QString anchor = QStringLiteral("line-1-%1").arg(action - lines.begin() + 1);
+    QVERIFY2(targets.contains(anchor), qPrintable(targets.join(QLatin1Char(' '))));
+    QVERIFY(html.contains(QStringLiteral("<div id=\"%1\">").arg(anchor) + QString::fromUtf8(*action).toHtmlEscaped()));
+    QVERIFY(html.contains(QStringLiteral("<input id=\"search\" type=\"search\"")));
+}
+
+void CommandsTest::reportOfAThousandAgingRoundsIsSmall()
+{
+    write(QStringLiteral("rounds.yaml"),
+          "device:\n  plugged: [net1, net2, net3, net4, usb1, usb2, usb3, usb4]\nsteps:\n  - open: Aging test\n"
+          "  - soft: right\n  - repeat:\n      times: 1000\n      steps:\n"
+          "        - wait: 80s\n        - expect: {page: aging}\n");
+    QProcess player;
+    player.setWorkingDirectory(m_directory->path());
+    player.start(
+        QStringLiteral(PANELHOST),
+        {QStringLiteral("play"), QStringLiteral("rounds.yaml"), QStringLiteral("--report"), QStringLiteral("out")});
+    QVERIFY(player.waitForFinished(240'000));
+    QCOMPARE(player.exitCode(), 0);
+    const auto html = read(QStringLiteral("out/report.html"));
+    QVERIFY2(html.size() < 5000000, QByteArray::number(html.size()).constData());
+    QVERIFY(html.contains("<details class=\"rounds\"><summary>Repetition 1, 2 steps, "));
+    QVERIFY(html.contains("<summary>Repetition 1000, 2 steps, "));
+    QCOMPARE(html.count("<details class=\"rounds\">"), 3);
 }
 
 void CommandsTest::playThatCanNotBeginIsNoFailedExpectation_data()
