@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <mutex>
 #include <optional>
 
@@ -22,6 +23,14 @@ namespace LCD::FactoryModeImpl {
 namespace {
 
 using KeyboardProxy::KeyLEDColor;
+using KeyboardProxy::KeyLedRequest;
+
+// The service takes the request by value, as four 32-bit fields in this order.
+static_assert(sizeof(KeyLedRequest) == 16 && alignof(KeyLedRequest) == 4 && sizeof(KeyLEDColor) == 4);
+static_assert(offsetof(KeyLedRequest, color) == 0);
+static_assert(offsetof(KeyLedRequest, mode) == 4);
+static_assert(offsetof(KeyLedRequest, brightness) == 8);
+static_assert(offsetof(KeyLedRequest, period) == 12);
 
 constexpr int NoKey = -1;
 constexpr auto CutColor = static_cast<KeyLEDColor>(0);

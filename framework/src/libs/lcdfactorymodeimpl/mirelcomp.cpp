@@ -2,9 +2,21 @@
 
 #include "factorymodewidget.h"
 
+#include <cstddef>
 #include <new>
 
 // The records by which the host finds, creates and deletes the component, and the two functions that it calls first.
+
+// The host reads the records by the offsets of their fields.
+static_assert(sizeof(mirel::PluginInfo) == 40 && alignof(mirel::PluginInfo) == 8);
+static_assert(offsetof(mirel::PluginInfo, interfaceVersion) == 0);
+static_assert(offsetof(mirel::PluginInfo, componentInfoTable) == 8);
+static_assert(offsetof(mirel::PluginInfo, pluginName) == 16);
+static_assert(offsetof(mirel::PluginInfo, pluginVersion) == 24);
+static_assert(offsetof(mirel::PluginInfo, pluginMeta) == 32);
+static_assert(sizeof(mirel::ComponentInfo) == 112 && alignof(mirel::ComponentInfo) == 8);
+static_assert(sizeof(mirel::ComponentInfo::creator) == 32 && sizeof(mirel::ComponentInfo::deletor) == 32);
+static_assert(sizeof(mirel::ComponentInfo::getMessageHandler) == 32);
 
 using LCD::FactoryModeImpl::FactoryModeWidget;
 using Component = mirel::ComponentTmpl<FactoryModeWidget>;

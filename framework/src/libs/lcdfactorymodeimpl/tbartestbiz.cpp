@@ -18,6 +18,9 @@ namespace {
 
 using ProtocolImpl::s_BarCalibration;
 
+// The service reads and writes the record by the offsets of its fields.
+static_assert(sizeof(s_BarCalibration) == 12 && alignof(s_BarCalibration) == 4);
+
 const std::string TbarTestBizRequester = "TbarTestBiz";
 constexpr int TestType = 6;
 
