@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# check-documents.sh DIR: every link of README.md and docs/*.md leads to a file and a heading that exist, and every file
+# check-documents.sh DIR: every link of README.md, CONTRIBUTING.md and docs/*.md leads to a file and a heading that exist, and every file
 # that docs/architecture.md names exists.
 set -euo pipefail
 cd "$1"
@@ -11,7 +11,7 @@ anchors() {
 }
 
 links=0
-for page in README.md docs/*.md; do
+for page in README.md CONTRIBUTING.md docs/*.md; do
     while read -r link; do
         case $link in http://* | https://*) continue ;; esac
         links=$((links + 1))
