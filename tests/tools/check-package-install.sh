@@ -83,7 +83,7 @@ in_root() {
 # Lists what packages could have left behind. Programs of root write the cache of fonts.
 list() {
     (cd "$root" && find . -path ./proc -prune -o -path ./dev -prune -o -path ./tmp -prune -o -path ./var/lib/dpkg -prune \
-        -o -path ./var/cache/fontconfig -prune -o -path ./var/log -prune -o ! -name '*-' ! -name '.pwd.lock' -print | LC_ALL=C sort)
+        -o -path ./run -prune -o -path ./var/cache/fontconfig -prune -o -path ./var/log -prune -o ! -name '*-' ! -name '.pwd.lock' -print | LC_ALL=C sort)
     cat "$root/etc/passwd" "$root/etc/group"
 }
 

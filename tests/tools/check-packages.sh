@@ -17,7 +17,7 @@ repeated=$(tools/setup --list $purposes | sort | uniq -d)
 [ -z "$repeated" ] || fail "listed for two purposes: $repeated"
 
 # What scripts and documents type. Purposes in variables stand in a list of their own.
-used=$(grep -hoE 'tools/setup( +[a-z]+)+|purposes\+?=\([a-z ]+\)' run test bench .ci/run docs/*.md README.md |
+used=$(grep -hoE 'tools/setup( +[a-z0-9]+)+|purposes\+?=\([a-z0-9 ]+\)' run test bench .ci/run docs/*.md README.md |
     sed -E 's,^tools/setup,,; s,^purposes[^(]*\((.*)\)$,\1,')
 for purpose in $used; do
     tools/setup --list "$purpose" >/dev/null || fail "nobody knows the purpose $purpose"
@@ -28,7 +28,7 @@ done
 
 asked=$(sed -nE 's,^tools/setup (.*)$,\1,p' run)
 [ -n "$asked" ] || fail "./run doesn't set up what it needs"
-for tool in ccache clang-format clang clang-tidy clazy gcovr libbenchmark-dev libxml2-utils postgresql umockdev x11-utils \
+for tool in ccache clang-format clang clang-tidy clazy gcovr libbenchmark-dev libxml2-utils lintian doxygen postgresql umockdev x11-utils \
     xdotool xvfb; do
     ! tools/setup --list $asked | grep -qx "$tool" || fail "./run asks for $tool"
 done
