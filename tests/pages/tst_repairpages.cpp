@@ -250,6 +250,17 @@ private Q_SLOTS:
         QCOMPARE(troubles(), QStringList());
     }
 
+    void anOpenPageFollowsTheSizeOfItsWidget()
+    {
+        enter(q("container.factorytest.repairmode.knob"));
+        for (const QSize &size : {QSize(640, 400), QSize(1000, 600)}) {
+            session->pagesLibrary()->widget()->resize(size);
+            session->clock().settle();
+            QCOMPARE(findTestFrame(session->lcd())->size(), size);
+        }
+        leave();
+    }
+
     // A failed step says where the bar must be, and the other faults that the calibration doesn't go on.
     void theTBarPageTellsWhyAStepFailed_data()
     {
