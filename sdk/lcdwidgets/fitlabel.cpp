@@ -12,6 +12,8 @@ FitLabel::FitLabel(QWidget *parent) : QLabel(parent)
 
 void FitLabel::setLine(const QString &text)
 {
+    if (text == this->text())
+        return;
     setText(text);
     fit();
 }
@@ -25,6 +27,8 @@ void FitLabel::setBold()
 
 void FitLabel::setColor(const QColor &color)
 {
+    if (palette().color(QPalette::WindowText) == color)
+        return;
     QPalette colors = palette();
     colors.setColor(QPalette::WindowText, color);
     setPalette(colors);

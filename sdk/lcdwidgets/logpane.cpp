@@ -116,8 +116,11 @@ QStringList FactoryTestRightFrame::lines() const
     return d->texts();
 }
 
+// The frame sets the size each time that it arranges its parts.
 void FactoryTestRightFrame::setLogFontSize(int pixelSize)
 {
+    if (pixelSize == d->fontSize)
+        return;
     d->fontSize = pixelSize;
     update();
 }

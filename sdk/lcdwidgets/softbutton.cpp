@@ -26,6 +26,8 @@ SoftButton::SoftButton(const QString &objectName, const QString &nameWithoutCapt
 
 void SoftButton::setCaption(const QString &caption)
 {
+    if (caption == m_caption)
+        return;
     m_caption = caption;
     // Escape "&": Qt would take it for a shortcut.
     setText(QString(caption).replace(QLatin1Char('&'), QLatin1String("&&")));
@@ -35,6 +37,8 @@ void SoftButton::setCaption(const QString &caption)
 
 void SoftButton::setFocusShown(bool shown)
 {
+    if (shown == m_focusShown)
+        return;
     m_focusShown = shown;
     update();
 }

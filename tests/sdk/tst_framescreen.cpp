@@ -7,6 +7,26 @@
 
 using namespace LCD::Widget;
 
+namespace {
+
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+}
+
 class TestFrameScreen : public QObject
 {
     Q_OBJECT
@@ -32,6 +52,7 @@ private Q_SLOTS:
     void showsTheLogOnlyWhenThereIsOne();
     void keepsTheLastLogLines();
     void logsOnAConstantFrame();
+    void paintsOnlyPartsThatChange();
 };
 
 void TestFrameScreen::isAWidgetAndOnePointer()
@@ -269,6 +290,38 @@ void TestFrameScreen::logsOnAConstantFrame()
     frame.log(QStringLiteral("line"), static_cast<FactoryTestRightFrame::FactoryTestLogType>(0),
               static_cast<FactoryTestRightFrame::FactoryTestLogLevel>(2));
     QCOMPARE(test.shown("log").toStringList(), QStringList{QStringLiteral("line")});
+}
+
+// A page repeats most of its screen with each step. The log is the most expensive part.
+void TestFrameScreen::paintsOnlyPartsThatChange()
+{
+    FrameTest test;
+    const auto showScreen = [&test](const QStringList &steps) {
+        test.frame->setTitle(QStringLiteral("Net port"));
+        test.frame->setStepTitle(QStringLiteral("Test step"), Qt::white);
+        test.frame->addTestSteps(steps);
+        test.frame->setLeftBtnText(QStringLiteral("Fail"));
+        test.frame->setRightBtnText(QStringLiteral("Next"));
+        test.frame->setControlFocus(FocusRightButton);
+        QCoreApplication::processEvents();
+    };
+    test.frame->log(QStringLiteral("Screen pass"), FactoryTestRightFrame::LogTest, FactoryTestRightFrame::LogInfo);
+    showScreen({QStringLiteral("One")});
+    QTRY_VERIFY(test.frame->findChild<QWidget *>(QStringLiteral("FactoryLogPane"))->isVisible());
+    showScreen({QStringLiteral("Two")});
+    PaintCounter steps(test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepList")));
+    PaintCounter log(test.frame->findChild<QWidget *>(QStringLiteral("FactoryLogPane")));
+    PaintCounter title(test.frame->findChild<QWidget *>(QStringLiteral("FactoryTitleLabel")));
+    PaintCounter heading(test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepTitle")));
+    PaintCounter left(test.left());
+    PaintCounter right(test.right());
+    showScreen({QStringLiteral("Three")});
+    QCOMPARE(steps.count, 1);
+    QCOMPARE(log.count, 0);
+    QCOMPARE(title.count, 0);
+    QCOMPARE(heading.count, 0);
+    QCOMPARE(left.count, 0);
+    QCOMPARE(right.count, 0);
 }
 
 QTEST_MAIN(TestFrameScreen)
