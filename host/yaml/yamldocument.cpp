@@ -3,8 +3,10 @@
 #include "diagnostics/diagnosticcollector.h"
 #include "yaml/limits.h"
 
+#include <QtCore/QStringList>
 #include <QtCore/QTextCodec>
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 #include <yaml-cpp/depthguard.h>
@@ -183,27 +185,48 @@ void requireUtf8(const QByteArray &data)
     }
 }
 
-void emitNode(YAML::Emitter &emitter, const YamlNode &node)
+/// Returns whether @p text stands without quotes everywhere. May return false for a text that needs no quotes either.
+bool isPlain(const QString &text)
 {
-    if (node.isScalar()) {
-        emitter << node.text().toStdString();
-    } else if (node.isSequence()) {
-        emitter << YAML::BeginSeq;
+    const auto isLetterOrDigit = [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); };
+    const auto isAllowed = [isLetterOrDigit](QChar c) {
+        return isLetterOrDigit(c) || QLatin1String(" -._/").contains(c);
+    };
+    return !text.isEmpty() && isLetterOrDigit(text.front()) && text.back() != QLatin1Char(' ')
+        && std::all_of(text.begin(), text.end(), isAllowed)
+        && text.compare(QLatin1String("null"), Qt::CaseInsensitive) != 0;
+}
+
+/// Returns @p text as it stands in a flow collection. Plain texts, which are by far the most, don't need the emitter:
+/// it matches every character with a dozen expressions.
+QString flowScalar(const QString &text)
+{
+    if (isPlain(text))
+        return text;
+    YAML::Emitter emitter;
+    emitter << YAML::Flow << YAML::BeginSeq << text.toStdString() << YAML::EndSeq;
+    const QString list = QString::fromUtf8(emitter.c_str());
+    return list.mid(1, list.size() - 2);
+}
+
+QString flowText(const YamlNode &node)
+{
+    QStringList parts;
+    switch (node.kind()) {
+    case YamlNode::Kind::Null:
+        break;
+    case YamlNode::Kind::Scalar:
+        return flowScalar(node.text());
+    case YamlNode::Kind::Sequence:
         for (const auto &item : node.items())
-            emitNode(emitter, item);
-        emitter << YAML::EndSeq;
-    } else if (node.isMap()) {
-        emitter << YAML::BeginMap;
-        for (const auto &[key, value] : node.entries()) {
-            emitter << YAML::Key;
-            emitNode(emitter, key);
-            emitter << YAML::Value;
-            emitNode(emitter, value);
-        }
-        emitter << YAML::EndMap;
-    } else {
-        emitter << YAML::Null;
+            parts << flowText(item);
+        return QStringLiteral("[%1]").arg(parts.join(QStringLiteral(", ")));
+    case YamlNode::Kind::Map:
+        for (const auto &[key, value] : node.entries())
+            parts << flowText(key) + QStringLiteral(": ") + flowText(value);
+        return QStringLiteral("{%1}").arg(parts.join(QStringLiteral(", ")));
     }
+    return QStringLiteral("~");
 }
 
 }
@@ -225,11 +248,7 @@ std::optional<YamlNode> parseYaml(const QByteArray &data, DiagnosticCollector &d
 
 QString yamlLine(const YamlNode &node)
 {
-    YAML::Emitter emitter;
-    emitter.SetMapFormat(YAML::Flow);
-    emitter.SetSeqFormat(YAML::Flow);
-    emitNode(emitter, node);
-    return QString::fromUtf8(emitter.c_str()).simplified();
+    return flowText(node).simplified();
 }
 
 }

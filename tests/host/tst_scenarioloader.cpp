@@ -1,9 +1,11 @@
 #include "device/faults.h"
+#include "diagnostics/diagnosticcollector.h"
 #include "expectations/journalproperties.h"
 #include "expectations/properties.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/stepreader.h"
 #include "yaml/limits.h"
+#include "yaml/yamldocument.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -29,6 +31,8 @@ private Q_SLOTS:
     void stepsAreCountedOverAllFiles();
     void deviceDescription();
     void stepsInOrder();
+    void stepAsText_data();
+    void stepAsText();
     void usedFileKeepsItsPlaces();
     void valuesAreCountedWithAliases();
     void limitsStandInTheManual();
@@ -203,6 +207,43 @@ void ScenarioLoaderTest::stepsInOrder()
     QVERIFY(!conditions.first().holds(QStringLiteral("cab")));
     QVERIFY(conditions.first().holds(QStringLiteral("c")));
     QCOMPARE(playedSteps(steps), 4 + 4 * (1 + 2));
+}
+
+void ScenarioLoaderTest::stepAsText_data()
+{
+    QTest::addColumn<QByteArray>("step");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const char *step, const char *text) {
+        QTest::newRow(name) << QByteArray(step) << QString::fromUtf8(text);
+    };
+    row("plain words", "note: one two-three, four", "note: \"one two-three, four\"");
+    row("path", "note: a/b_c.d", "note: a/b_c.d");
+    row("number", "wait: 1.5s", "wait: 1.5s");
+    row("nothing", "mark:", "mark: ~");
+    row("the word null", "note: 'null'", "note: \"null\"");
+    row("the word NULL", "note: 'NULL'", "note: \"NULL\"");
+    row("empty text", "note: ''", "note: \"\"");
+    row("colon", "note: 'a: b'", "note: \"a: b\"");
+    row("hyphen", "note: '- a'", "note: \"- a\"");
+    row("space at the end", "note: 'a '", "note: \"a \"");
+    row("comment sign", "note: 'a #b'", "note: \"a #b\"");
+    row("bracket", "note: 'a]'", "note: \"a]\"");
+    row("other alphabet", "note: ü 日本", "note: ü 日本");
+    row("list", "note: [a, b, [c]]", "note: [a, b, [c]]");
+    row("empty list and map", "note: [[], {}]", "note: [[], {}]");
+    row("block style", "expect:\n    page: menu\n    menu.row: 0", "expect: {page: menu, menu.row: 0}");
+    row("two keys", "soft: right\n  times: 2", "soft: right, times: 2");
+}
+
+void ScenarioLoaderTest::stepAsText()
+{
+    QFETCH(QByteArray, step);
+    QFETCH(QString, text);
+    DiagnosticCollector diagnostics(QStringLiteral("test.yaml"));
+    const auto list = parseYaml("- " + step + '\n', diagnostics);
+    QVERIFY2(list, qPrintable(diagnostics.lines().join(QLatin1Char('\n'))));
+    const QString line = yamlLine(list->items().constFirst());
+    QCOMPARE(line, QStringLiteral("{%1}").arg(text));
 }
 
 void ScenarioLoaderTest::usedFileKeepsItsPlaces()
