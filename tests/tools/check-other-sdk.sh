@@ -4,7 +4,8 @@
 set -euo pipefail
 source=$1 build=$2
 out="$build/tests/othersdk"
-cmake -S "$source" -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLCD_SDK_DIR="$source/tests/tools/othersdk" \
+cmake -S "$source" -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS_DEBUG=-O0" \
+    -DLCD_SDK_DIR="$source/tests/tools/othersdk" \
     >"$out.log" 2>&1 || { cat "$out.log"; exit 1; }
 cmake --build "$out" >"$out.log" 2>&1 || { tail -n 60 "$out.log"; exit 1; }
 "$build/tests/minimalhost" "$out/lib/liblcdfactorymodeimpl.so" --once
