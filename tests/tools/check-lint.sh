@@ -25,6 +25,15 @@ expect() {
 expect clang-tidy 'modernize-use-nullptr'
 expect clazy-standalone 'Wclazy-rule-of-two-soft'
 
+# clang can't read a precompiled header of GCC.
+pch=$work/pch
+mkdir "$pch"
+echo 'int precompiled() { return 1; }' >"$pch/a.cpp"
+printf '[{"directory": "%s", "command": "c++ -std=c++17 -Winvalid-pch -include %s/cmake_pch.hxx -c a.cpp", "file": "a.cpp"}]\n' \
+    "$pch" "$pch" >"$pch/compile_commands.json"
+cp "$source/.clang-tidy" "$pch"
+"$source/tools/lint" "$pch" "$pch/a.cpp"
+
 # Sources with the same options are checked as one unit, and findings are told at their own lines. a.cpp and
 # b.cpp have a constant in common and don't go into the same unit.
 joined=$work/joined
