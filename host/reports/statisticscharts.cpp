@@ -11,11 +11,14 @@
 #include <QtCharts/QStackedBarSeries>
 #include <QtCharts/QValueAxis>
 #include <QtCore/QBuffer>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QPainter>
 #include <QtWidgets/QGraphicsLayout>
+#include <QtWidgets/QGraphicsTextItem>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace panelhost {
@@ -25,7 +28,6 @@ namespace {
 constexpr int Width = 1064; // of a section on the page
 constexpr int Height = 340;
 constexpr int Scale = 2;
-constexpr int MaxLevelLabels = 12; // more labels than these stand upright
 constexpr int FontSize = 12;
 
 constexpr QRgb PassedColor = 0xff2e9e55;
@@ -35,25 +37,64 @@ constexpr QRgb FirstColor = 0xff1f5fbf;
 constexpr QRgb SecondColor = 0xff8fb4ea;
 constexpr QRgb TextColor = 0xff5a6577;
 
-QFont font()
+QFont font(int pixelSize = FontSize)
 {
     QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(FontSize);
+    font.setPixelSize(pixelSize);
     return font;
 }
 
-// Labels that are too wide for their place would be cut off.
-int labelAngle(const QStringList &names)
+/// How the names below a chart are shown.
+struct NameLabels
 {
-    constexpr int Upright = -90;
-    constexpr int Slanting = -20;
-    const QFontMetrics metrics(font());
-    const auto isWide = [&](const QString &name) {
-        return metrics.horizontalAdvance(name) > Width / names.size() * 3 / 4;
-    };
-    if (names.size() > MaxLevelLabels)
-        return Upright;
-    return std::any_of(names.begin(), names.end(), isWide) ? Slanting : 0;
+    QStringList texts; ///< HTML
+    int pixelSize;
+    bool isUpright;
+};
+
+// Dates have no words.
+QStringList wordsOf(const QString &name)
+{
+    static const QRegularExpression betweenWords(QStringLiteral("(?<=[a-z]-)(?=[a-z])|(?<=[a-z] )"));
+    return name.split(betweenWords);
+}
+
+bool haveRoom(const QStringList &texts, int pixelSize, int room)
+{
+    const QFontMetrics metrics(font(pixelSize));
+    return std::all_of(texts.begin(), texts.end(),
+                       [&](const QString &text) { return metrics.horizontalAdvance(text) <= room; });
+}
+
+// Qt cuts labels off that are too large for their place. So the words of a name stand one below the other if its line
+// is too long, or the names stand upright, and the letters are as large as there is room for.
+NameLabels nameLabels(const QStringList &names)
+{
+    constexpr int SideAxes = 130;
+    constexpr int SideMargins = 18;
+    constexpr int Margins = 10; // above and below
+    constexpr std::array<int, 5> sizes = {FontSize, 11, 10, 9, 8};
+    const int place = (Width - SideAxes) / qMax(1, names.size());
+    QStringList levelTexts;
+    QStringList wordTexts;
+    QStringList words;
+    for (const QString &name : names) {
+        const QString text = name.toHtmlEscaped();
+        levelTexts << text;
+        wordTexts << wordsOf(text).join(QStringLiteral("<br>"));
+        words += wordsOf(name);
+    }
+    for (const int size : {FontSize, 11, 10, 9}) {
+        if (haveRoom(names, size, place - SideMargins))
+            return {levelTexts, size, false};
+        if (haveRoom(words, size, place - SideMargins))
+            return {wordTexts, size, false};
+    }
+    const auto *size = std::find_if(sizes.begin(), sizes.end(), [&](int pixelSize) {
+        return QFontMetrics(font(pixelSize)).height() + Margins <= place
+            && haveRoom(names, pixelSize, Height / 4 - Margins); // labels get a quarter of the chart
+    });
+    return {levelTexts, size == sizes.end() ? sizes.back() : *size, true};
 }
 
 /// A chart with one place on the horizontal axis for each name.
@@ -66,12 +107,13 @@ public:
         m_chart->setBackgroundRoundness(0);
         m_chart->legend()->setAlignment(Qt::AlignTop);
         m_chart->legend()->setFont(font());
-        m_names->append(names);
-        m_names->setLabelsAngle(labelAngle(names));
+        const NameLabels labels = nameLabels(names);
+        m_names->append(labels.texts);
+        m_names->setLabelsAngle(labels.isUpright ? -90 : 0);
         m_values->setTitleText(unit);
-        m_values->setMin(0);
         addAxis(m_names, Qt::AlignBottom);
         addAxis(m_values, Qt::AlignLeft);
+        m_names->setLabelsFont(font(labels.pixelSize));
         m_names->setGridLineVisible(false);
     }
 
@@ -92,16 +134,17 @@ public:
         addAxis(axis, Qt::AlignRight);
         return axis;
     }
-    /// Makes the left axis end at a round number that is not below @p most.
-    void setMaximum(double most)
+    QtCharts::QValueAxis *leftAxis() { return m_values; }
+    /// Makes @p axis go from @p least to @p most, or a bit further, with labels at round numbers.
+    static void setRange(QtCharts::QValueAxis *axis, double least, double most, double minStep)
     {
-        m_values->setRange(0, qMax(1.0, most));
-        m_values->applyNiceNumbers();
-        m_values->setLabelFormat(m_values->max() < 10 && !isCount() ? QStringLiteral("%.1f") : QStringLiteral("%.0f"));
+        const AxisTicks ticks = axisTicks(least, most, minStep);
+        axis->setRange(ticks.least, ticks.most);
+        axis->setTickCount(ticks.count);
+        axis->setLabelFormat(QStringLiteral("%.%1f").arg(ticks.decimals));
     }
-    QtCharts::QValueAxis *values() { return m_values; }
 
-    QByteArray png()
+    ChartImage image()
     {
         QtCharts::QChartView view(m_chart);
         view.setRenderHint(QPainter::Antialiasing);
@@ -117,11 +160,20 @@ public:
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         image.save(&buffer, "PNG");
-        return buffer.data();
+        return {buffer.data(), shownTexts(*view.scene())};
     }
 
 private:
-    bool isCount() const { return m_values->titleText() == QLatin1String("runs"); }
+    static QStringList shownTexts(const QGraphicsScene &scene)
+    {
+        QStringList texts;
+        for (const QGraphicsItem *item : scene.items()) {
+            const auto *text = qgraphicsitem_cast<const QGraphicsTextItem *>(item);
+            if (text && text->isVisible() && !text->toPlainText().isEmpty())
+                texts << text->toPlainText().remove(QLatin1Char('\n'));
+        }
+        return texts;
+    }
     void addAxis(QtCharts::QAbstractAxis *axis, Qt::Alignment side)
     {
         axis->setLabelsFont(font());
@@ -163,7 +215,24 @@ QStringList namesOf(const QVector<StatisticsGroup> &groups)
 
 }
 
-QByteArray runsChart(const Statistics &statistics)
+AxisTicks axisTicks(double least, double most, double minStep)
+{
+    constexpr int Intervals = 5;
+    const double wanted = qMax((most - least) / Intervals, minStep);
+    const int exponent = static_cast<int>(std::floor(std::log10(wanted) + 1e-9));
+    const double power = std::pow(10.0, exponent);
+    double step = 10 * power;
+    for (const double factor : {5.0, 2.0, 1.0}) {
+        if (factor * power > wanted * (1 - 1e-9))
+            step = factor * power;
+    }
+    const double first = std::floor(least / step + 1e-9);
+    const double last = qMax(first + 1, std::ceil(most / step - 1e-9));
+    const int decimals = qMax(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
+    return {first * step, last * step, static_cast<int>(last - first) + 1, decimals};
+}
+
+ChartImage runsChart(const Statistics &statistics)
 {
     CategoryChart chart(namesOf(statistics.groups), QStringLiteral("runs"));
     auto *passed = barSet(QStringLiteral("passed"), PassedColor);
@@ -179,12 +248,12 @@ QByteArray runsChart(const Statistics &statistics)
     auto *series = new QtCharts::QStackedBarSeries;
     series->append({passed, failed, aborted});
     chart.add(series);
-    chart.setMaximum(double(most));
-    return chart.png();
+    CategoryChart::setRange(chart.leftAxis(), 0, double(most), 1);
+    return chart.image();
 }
 
-// Yields are near 100 %: the axis begins at the ten below the lowest one.
-QByteArray yieldChart(const Statistics &statistics)
+// Yields are near 100 %: the axis doesn't begin at 0.
+ChartImage yieldChart(const Statistics &statistics)
 {
     QVector<StatisticsGroup> groups;
     for (const StatisticsGroup &group : statistics.groups) {
@@ -204,12 +273,11 @@ QByteArray yieldChart(const Statistics &statistics)
     }
     chart.add(first);
     chart.add(final);
-    chart.values()->setRange(qMin(90.0, std::floor(least / 10) * 10), 100);
-    chart.values()->setLabelFormat(QStringLiteral("%.0f"));
-    return chart.png();
+    CategoryChart::setRange(chart.leftAxis(), qMin(90.0, least), 100, 1);
+    return chart.image();
 }
 
-QByteArray paretoChart(const RunCounts &counts)
+ChartImage paretoChart(const RunCounts &counts)
 {
     const QVector<FailingPhase> failing = failingPhases(counts);
     QStringList names;
@@ -224,15 +292,14 @@ QByteArray paretoChart(const RunCounts &counts)
     auto *bars = new QtCharts::QBarSeries;
     bars->append(runs);
     chart.add(bars);
-    chart.setMaximum(failing.isEmpty() ? 0 : double(failing.first().runs));
+    CategoryChart::setRange(chart.leftAxis(), 0, failing.isEmpty() ? 0 : double(failing.first().runs), 1);
     auto *axis = chart.addRightAxis(QStringLiteral("%"));
-    axis->setRange(0, 100);
-    axis->setLabelFormat(QStringLiteral("%.0f"));
+    CategoryChart::setRange(axis, 0, 100, 1);
     chart.add(share, axis);
-    return chart.png();
+    return chart.image();
 }
 
-QByteArray durationsChart(const QVector<PhaseDuration> &durations)
+ChartImage durationsChart(const QVector<PhaseDuration> &durations)
 {
     QStringList names;
     auto *median = barSet(QStringLiteral("median"), FirstColor);
@@ -248,8 +315,8 @@ QByteArray durationsChart(const QVector<PhaseDuration> &durations)
     auto *bars = new QtCharts::QBarSeries;
     bars->append({median, ninetieth});
     chart.add(bars);
-    chart.setMaximum(most);
-    return chart.png();
+    CategoryChart::setRange(chart.leftAxis(), 0, most, 0.01);
+    return chart.image();
 }
 
 }

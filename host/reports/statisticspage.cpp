@@ -20,10 +20,10 @@ void addRow(HtmlWriter &html, const QStringList &values, const char *tag = "td")
     html.end();
 }
 
-void addChart(HtmlWriter &html, const QString &title, const QByteArray &png)
+void addChart(HtmlWriter &html, const QString &title, const ChartImage &chart)
 {
     html.begin("section").element("h2", nullptr, title);
-    html.begin("figure").image(png, title).end();
+    html.begin("figure").image(chart.png, title).end();
     html.end();
 }
 
@@ -65,7 +65,7 @@ void addDurations(HtmlWriter &html, const QVector<PhaseDuration> &durations)
     if (durations.isEmpty())
         return;
     html.begin("section").element("h2", nullptr, QStringLiteral("Duration of each phase"));
-    html.begin("figure").image(durationsChart(durations), QStringLiteral("Duration of each phase")).end();
+    html.begin("figure").image(durationsChart(durations).png, QStringLiteral("Duration of each phase")).end();
     html.begin("table");
     addRow(
         html,
