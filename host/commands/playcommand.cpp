@@ -15,6 +15,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include <unistd.h>
+
 namespace panelhost {
 
 namespace {
@@ -106,6 +108,15 @@ ScenarioResults playAll(const QVector<Scenario> &scenarios, bool isRealTime, Pla
     Interruption::endProcess();
 }
 
+// On the saver's thread. A terminal shows the progress in one line instead.
+void printSaved(const Run &run)
+{
+    if (::isatty(STDOUT_FILENO) != 0)
+        return;
+    std::printf("Saved the run %s.\n", qPrintable(run.id.toString(QUuid::WithoutBraces)));
+    std::fflush(stdout);
+}
+
 int statusOf(const ScenarioResults &results)
 {
     const auto any = [&results](auto holds) { return std::any_of(results.begin(), results.end(), holds); };
@@ -126,6 +137,7 @@ int runPlay(const CommandLine &line)
         return reportError(QStringLiteral("Nothing was played."));
     PlayOutputs outputs(line, scenarios);
     RunRecords recording;
+    recording.setSavedListener(printSaved);
     const auto onProblem = [](const QString &sentence) { reportError(sentence); };
     if (!recording.open(line.parser, RunRecords::Default::DoNotSave, onProblem, &error) || !outputs.open(&error))
         return reportError(error);

@@ -8,17 +8,21 @@ namespace panelhost {
 
 constexpr int MaxLength = 100;
 
+QString identityProblem(const QString &text)
+{
+    if (text.size() > MaxLength)
+        return QStringLiteral("has %1 characters; at most %2 are allowed").arg(text.size()).arg(MaxLength);
+    if (std::any_of(text.begin(), text.end(), [](QChar character) { return !character.isPrint(); }))
+        return QStringLiteral("contains control characters");
+    return {};
+}
+
 QString unitNumberProblem(const QString &number)
 {
     if (number.isEmpty())
         return QStringLiteral("A serial number can't be empty.");
-    if (number.size() > MaxLength)
-        return QStringLiteral("The serial number has %1 characters; at most %2 are allowed.")
-            .arg(number.size())
-            .arg(MaxLength);
-    if (std::any_of(number.begin(), number.end(), [](QChar character) { return !character.isPrint(); }))
-        return QStringLiteral("The serial number contains control characters.");
-    return {};
+    const QString problem = identityProblem(number);
+    return problem.isEmpty() ? QString() : QStringLiteral("The serial number %1.").arg(problem);
 }
 
 }

@@ -1,5 +1,7 @@
 #include "records/recordsoptions.h"
 
+#include "operator/unitnumber.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
@@ -78,6 +80,19 @@ QList<QCommandLineOption> identityOptions()
         {QStringLiteral("station"), QStringLiteral("Name of the test station."), QStringLiteral("NAME")},
         {QStringLiteral("operator"), QStringLiteral("Name of the operator."), QStringLiteral("NAME")},
     };
+}
+
+bool checkIdentity(const QCommandLineParser &parser, QString *error)
+{
+    for (const char *name : {"unit", "station", "operator"}) {
+        const QString value = parser.value(QLatin1String(name));
+        const QString problem = value.isEmpty() ? QString() : identityProblem(value);
+        if (problem.isEmpty())
+            continue;
+        *error = QStringLiteral("--%1 %2.").arg(QLatin1String(name), problem);
+        return false;
+    }
+    return true;
 }
 
 }

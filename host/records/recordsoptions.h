@@ -29,4 +29,7 @@ std::optional<RecordsLocation> readRecordsLocation(const QCommandLineParser &par
 /// Returns the options --unit, --station and --operator.
 QList<QCommandLineOption> identityOptions();
 
+/// Checks their values. Returns false and sets @p error to a sentence if one of them can't be saved.
+bool checkIdentity(const QCommandLineParser &parser, QString *error);
+
 }

@@ -9,6 +9,8 @@ namespace panelhost {
 namespace {
 
 constexpr int PageSize = 100; // runs that are read at once
+constexpr int UpgradeCache =
+    256 * 1024; // KiB: an upgrade visits the runs of a large file in another order than the file's
 
 /// The WHERE clause of a statement with its values.
 struct SqlCondition
@@ -115,7 +117,8 @@ bool RecordStore::upgrade(QString *error, Problem *problem)
         setProblem(problem, Problem::Unusable);
         return false;
     }
-    if (found < 0 || !m_connection->begin())
+    if (found < 0 || !m_connection->executeOnce(QStringLiteral("PRAGMA cache_size=-%1").arg(UpgradeCache))
+        || !m_connection->begin())
         return failed(error, problem);
     const QStringList statements = storeMigration(StoreKind::File, version())
         + QStringList{QStringLiteral("PRAGMA user_version=%1").arg(SchemaVersion), QStringLiteral("COMMIT")};

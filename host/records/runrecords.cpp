@@ -34,7 +34,7 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
                       QString *error)
 {
     const auto location = readRecordsLocation(parser, error);
-    if (!location)
+    if (!location || !checkIdentity(parser, error))
         return false;
     m_listener = listener;
     m_unit = parser.value(QStringLiteral("unit"));
@@ -44,6 +44,7 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     if (isSaving) {
         m_location = *location;
         m_saver = std::make_unique<RunSaver>(m_location, listener, m_pendingListener);
+        m_saver->setSavedListener(m_savedListener);
     }
     if (isSaving || m_runListener)
         m_sessionRuns = std::make_unique<SessionRuns>(m_saver.get(), m_runListener);

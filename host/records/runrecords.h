@@ -28,6 +28,8 @@ public:
     /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before
     /// open().
     void setRunListener(const RunExtractor::Listener &listener) { m_runListener = listener; }
+    /// Sets a function that is called with each run when it is on the disk, on any thread. Call it before open().
+    void setSavedListener(const std::function<void(const Run &run)> &listener) { m_savedListener = listener; }
 
     /// Reads the options. Returns false and sets @p error to a sentence if a value isn't valid. Doesn't open a file
     /// yet. If a file can't be opened or a run can't be saved later, @p listener is called with a sentence, on any
@@ -60,6 +62,7 @@ private:
     RunSaver::Listener m_listener;
     RunForwarder::PendingListener m_pendingListener;
     RunExtractor::Listener m_runListener;
+    std::function<void(const Run &run)> m_savedListener;
     RecordsLocation m_location;
     QString m_unit;
     QString m_station;

@@ -150,6 +150,8 @@ bool RunSaver::saveOne(const Job &job)
         auto problem = RecordStore::Problem::None;
         if (m_store->saveAll(runs, forwarding, &error, &problem)) {
             m_lastSentence.clear();
+            if (m_savedListener)
+                m_savedListener(job.run);
             if (m_forwarder)
                 m_forwarder->sendFrom(*m_store);
             return true;

@@ -33,6 +33,8 @@ public:
     RunSaver(const RunSaver &) = delete;
     RunSaver &operator=(const RunSaver &) = delete;
 
+    /// Sets a function that gets each run when it is on the disk, on the saver's thread. Call it before anything else.
+    void setSavedListener(const std::function<void(const Run &run)> &listener) { m_savedListener = listener; }
     /// Checks whether the session that begins at @p begin is older than a saved session, and tells the listener if so.
     /// The check runs on another thread: this function, save() and saveLines() return at once.
     void beginSession(const QDateTime &begin);
@@ -71,6 +73,7 @@ private:
 
     const QString m_path;
     const Listener m_listener;
+    std::function<void(const Run &run)> m_savedListener;
     const std::unique_ptr<RunForwarder> m_forwarder; ///< nullptr: there is no server
     std::unique_ptr<RecordStore> m_store;            ///< this and the next three: used on the saver's thread only
     QString m_lastSentence;

@@ -6,9 +6,11 @@ namespace {
 
 constexpr int MaxIds = 100; ///< in one query for the details of runs
 
-QVariant textOrNull(const QString &text)
+// PostgreSQL has no texts with a null character; the run would wait for the server for ever.
+QVariant textOrNull(QString text)
 {
-    return text.isEmpty() ? QVariant(QVariant::String) : QVariant(text);
+    return text.isEmpty() ? QVariant(QVariant::String)
+                          : QVariant(text.replace(QChar(QChar::Null), QChar(QChar::ReplacementCharacter)));
 }
 
 const QString insertIntoRun = QStringLiteral(

@@ -94,8 +94,6 @@ constexpr SchemaStatement schema[] = {
      "kind TEXT NOT NULL, phase TEXT NOT NULL, duration INTEGER NOT NULL, month TEXT NOT NULL, "
      "station TEXT NOT NULL, runs INTEGER NOT NULL, "
      "PRIMARY KEY (kind, phase, duration, station, month)) WITHOUT ROWID"},
-    // A server groups without the order of an index, and would have to change this one with each count.
-    {3, "CREATE INDEX duration_count_month ON duration_count (kind, month, phase, duration, runs)", Stores::Files},
     {3,
      "INSERT INTO run_count (kind, day, station, outcome, failed_phase, runs) "
      "SELECT kind, substr(begin, 1, 10), coalesce(station, ''), outcome, "
@@ -118,7 +116,9 @@ constexpr SchemaStatement schema[] = {
      "SELECT run.kind, phase.name, CASE WHEN phase.duration < 100000 THEN (phase.duration + 50) / 100 * 100 "
      "WHEN phase.duration < 1000000 THEN (phase.duration + 500) / 1000 * 1000 "
      "ELSE (phase.duration + 5000) / 10000 * 10000 END, substr(run.begin, 1, 7), coalesce(run.station, ''), count(*) "
-     "FROM run JOIN phase ON phase.run = run.id WHERE phase.outcome <> 'aborted' GROUP BY 1, 2, 3, 4, 5"},
+     "FROM run JOIN phase ON phase.run = run.id WHERE phase.outcome <> 'aborted' GROUP BY 1, 2, 3, 5, 4"},
+    // A server groups without the order of an index, and would have to change this one with each count.
+    {3, "CREATE INDEX duration_count_month ON duration_count (kind, month, phase, duration, runs)", Stores::Files},
 
     // The store itself counts a run when it is complete, which it is with its journal. So stations needn't be allowed
     // to change the counts. The function has the rights of its owner, so it must not find tables that others have made.

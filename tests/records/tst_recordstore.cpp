@@ -371,7 +371,7 @@ void RecordStoreTest::aClockThatGoesBackIsReported()
 // The caller only hands the run over. The journal is that of a complete machine test.
 void RecordStoreTest::savingTakesLittleTime()
 {
-    constexpr int Count = 50;
+    constexpr int Count = 100;
     std::deque<QByteArray> lines;
     QFile journal(q(LCD_SOURCE_DIR "/tests/e2e/journals/machine-pass.jsonl"));
     QVERIFY(journal.open(QIODevice::ReadOnly));
@@ -395,8 +395,9 @@ void RecordStoreTest::savingTakesLittleTime()
     }
     std::sort(callTimes.begin(), callTimes.end());
     std::sort(saveTimes.begin(), saveTimes.end());
-    qInfo("a run: %lld us for the caller, %lld us until it is on the disk (medians)", callTimes.at(Count / 2),
-          saveTimes.at(Count / 2));
+    constexpr int High = Count * 99 / 100;
+    qInfo("a run: median %lld us, 99 %% within %lld us for the caller; %lld us and %lld us until it is on the disk",
+          callTimes.at(Count / 2), callTimes.at(High), saveTimes.at(Count / 2), saveTimes.at(High));
     QVERIFY(callTimes.at(Count / 2) < 1000);
     QVERIFY(saveTimes.at(Count / 2) < 50000); // a slow and busy disk; a usual one needs less than 5 ms
 }
