@@ -1,9 +1,12 @@
 #include "records/recordstore.h"
+#include "records/statistics.h"
+#include "records/statisticstext.h"
 #include "records/storefile.h"
 #include "runfactory.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -24,6 +27,8 @@ private Q_SLOTS:
     void leftoversOfAKilledProcessAreRemoved();
     void queriesUseAnIndex_data();
     void queriesUseAnIndex();
+    void readingOneUnitDoesNotGrowWithTheRuns();
+    void statisticsReadOnlyTheCounts();
     void attemptsAreCountedByBegin();
     void manyRunsAreReadInPages();
     void theCountsAreThoseOfTheRunsThatRemain();
@@ -52,6 +57,23 @@ QStringList texts(StoreConnection &connection, const QString &query)
     while (rows && rows.next())
         list << rows.value(0).toString();
     return list;
+}
+
+QVector<StoredRun> storedRuns(int count)
+{
+    RunFactory factory(count);
+    QVector<StoredRun> runs;
+    for (int index = 0; index < count; ++index)
+        runs.append({factory.run(index), qCompress("{}\n")});
+    return runs;
+}
+
+/// What this process has read from files until now.
+qint64 bytesRead()
+{
+    QFile file(q("/proc/self/io"));
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return text.mid(text.indexOf("rchar: ") + 7).split('\n').first().toLongLong();
 }
 
 QByteArray contentOf(const QString &path)
@@ -231,6 +253,76 @@ void StoreSchemaTest::queriesUseAnIndex()
     QVERIFY2(text.contains(q("SEARCH earlier USING COVERING INDEX run_unit"))
                  || text.contains(q("SEARCH earlier USING INDEX run_unit")),
              qPrintable(text));
+}
+
+// With sixteen times as many runs, the trees of the tables and indices have a level more at most.
+void StoreSchemaTest::readingOneUnitDoesNotGrowWithTheRuns()
+{
+    const QTemporaryDir directory;
+    const auto bytesFor = [&directory](int count) {
+        QString error;
+        const QString path = directory.filePath(q("runs-%1.sqlite").arg(count));
+        const QVector<StoredRun> runs = storedRuns(count);
+        {
+            const auto store = RecordStore::open(path, &error);
+            if (!store || !store->saveAll(runs, RecordStore::Forwarding::None, &error))
+                return QVector<qint64>{};
+        }
+        RunFilter filter;
+        filter.unit = runs.last().run.session.unit;
+        const auto store = RecordStore::openExisting(path, &error);
+        QVector<qint64> bytes{bytesRead()};
+        int found = 0;
+        store->read(
+            filter, [&found](const Run &) { ++found; }, &error);
+        bytes << bytesRead();
+        const bool isRead = found > 0 && store->run(runs.first().run.id, &error)
+            && !store->journal(runs.first().run.id, &error).isEmpty() && store->latestSessionBegin().isValid();
+        bytes << bytesRead();
+        const bool isSaved = store->save(RunFactory(1, 7).run(0), {}, &error);
+        bytes << bytesRead();
+        return isRead && isSaved ? QVector<qint64>{bytes[1] - bytes[0], bytes[2] - bytes[1], bytes[3] - bytes[2]}
+                                 : QVector<qint64>{};
+    };
+    const QVector<qint64> few = bytesFor(500);
+    const QVector<qint64> many = bytesFor(8000);
+    QCOMPARE(few.size(), 3);
+    QCOMPARE(many.size(), 3);
+    for (int step = 0; step < few.size(); ++step) {
+        qInfo("500 runs: %lld bytes, 8000 runs: %lld bytes", few.at(step), many.at(step));
+        QVERIFY(few.at(step) > 0);
+        QVERIFY(many.at(step) < 4 * few.at(step));
+    }
+}
+
+// The tables of the runs are hidden from the queries.
+void StoreSchemaTest::statisticsReadOnlyTheCounts()
+{
+    const QTemporaryDir directory;
+    QString error;
+    const auto store = RecordStore::open(directory.filePath(q("runs.sqlite")), &error);
+    QVERIFY2(store && store->saveAll(storedRuns(300), RecordStore::Forwarding::None, &error), qPrintable(error));
+    const auto figures = [&] {
+        QStringList texts;
+        for (const auto groups :
+             {StatisticsQuery::Groups::None, StatisticsQuery::Groups::Station, StatisticsQuery::Groups::Day,
+              StatisticsQuery::Groups::Week, StatisticsQuery::Groups::Month}) {
+            StatisticsQuery query;
+            query.groups = groups;
+            for (const QDate &since : {QDate(), QDate(2024, 3, 1)}) {
+                query.since = since;
+                const auto statistics = readStatistics(*store, query, &error);
+                texts << (statistics ? QString::fromUtf8(QJsonDocument(statisticsJson(*statistics)).toJson()) : error);
+            }
+        }
+        return texts;
+    };
+    const QStringList before = figures();
+    QVERIFY(before.first().contains(q("\"firstPassYield\"")));
+    for (const char *statement : {"DROP VIEW numbered_run", "DROP TRIGGER count_run",
+                                  "ALTER TABLE run RENAME TO hidden", "ALTER TABLE phase RENAME TO hidden_phase"})
+        QVERIFY2(store->connection().executeOnce(q(statement)), qPrintable(store->connection().errorText()));
+    QCOMPARE(figures(), before);
 }
 
 // A run that arrives late, from a station that could not send it, has its place among the others.
