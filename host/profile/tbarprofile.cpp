@@ -15,6 +15,12 @@ constexpr int MaxReadingsPerSecond = 1000;
 constexpr double MaxTolerance = 0.5;
 constexpr int MaxRaw = 1'000'000'000;
 
+bool has(const YamlReader::Entries &entries, const char *name)
+{
+    return std::any_of(entries.begin(), entries.end(),
+                       [name](const auto &entry) { return entry.first.text() == QLatin1String(name); });
+}
+
 std::optional<SliderEnds> readRange(ProfileReader &reader, const YamlNode &node)
 {
     const auto items = node.items();
@@ -42,21 +48,20 @@ QString readChannelName(ProfileReader &reader, const YamlNode &node)
 
 void readChannel(ProfileReader &reader, const YamlNode &node, SliderInput::IioChannel &channel)
 {
-    const auto entries =
-        reader.yaml.map(node, {QStringLiteral("device"), QStringLiteral("channel"), QStringLiteral("rate")});
+    const auto entries = reader.yaml.map(
+        node, {QStringLiteral("device"), QStringLiteral("channel"), QStringLiteral("rate"), QStringLiteral("events")});
     for (const auto &[key, value] : entries) {
         if (key.text() == QLatin1String("device"))
             channel.device = reader.yaml.text(value, QStringLiteral("the name of an IIO device")).value_or(QString());
         else if (key.text() == QLatin1String("channel"))
             channel.channel = readChannelName(reader, value);
+        else if (key.text() == QLatin1String("events"))
+            channel.usesEvents = reader.yaml.flag(value).value_or(true);
         else
             channel.readingsPerSecond =
                 reader.yaml.integer(value, 1, MaxReadingsPerSecond).value_or(channel.readingsPerSecond);
     }
-    const bool isComplete = std::count_if(entries.begin(), entries.end(),
-                                          [](const auto &entry) { return entry.first.text() != QLatin1String("rate"); })
-        == 2;
-    if (node.isMap() && !isComplete)
+    if (node.isMap() && (!has(entries, "device") || !has(entries, "channel")))
         reader.yaml.error(node, QStringLiteral("an IIO channel needs \"device\" and \"channel\""));
 }
 
@@ -83,12 +88,6 @@ void readOption(ProfileReader &reader, const YamlReader::Entry &entry)
     } else if (name == "resolution") {
         slider.resolution = reader.yaml.number(value, 0, MaxTolerance).value_or(slider.resolution);
     }
-}
-
-bool has(const YamlReader::Entries &entries, const char *name)
-{
-    return std::any_of(entries.begin(), entries.end(),
-                       [name](const auto &entry) { return entry.first.text() == QLatin1String(name); });
 }
 
 }

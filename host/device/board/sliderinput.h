@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace panelhost {
 
@@ -19,9 +20,11 @@ public:
     /// A channel of an IIO device, such as an analog-to-digital converter.
     struct IioChannel
     {
-        QString device;             ///< name that the driver gives, such as "ads1015"
-        QString channel;            ///< such as "voltage1": the value is in the attribute in_voltage1_raw
-        int readingsPerSecond = 50; ///< The channel is read at this rate, because it sends no events.
+        QString device;  ///< name that the driver gives, such as "ads1015"
+        QString channel; ///< such as "voltage1": the value is in the attribute in_voltage1_raw
+        /// Without events, or as long as the T-Bar moves, the channel is read at this rate.
+        int readingsPerSecond = 50;
+        bool usesEvents = true; ///< if the driver has threshold events
     };
 
     struct Configuration
@@ -64,6 +67,7 @@ public:
 private:
     class IioReader;
 
+    std::pair<int, int> restingRange(int value) const;
     void update(int value);
     void report(double exactPosition);
     SliderEnds ends() const;

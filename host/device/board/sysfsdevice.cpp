@@ -1,30 +1,19 @@
 #include "device/board/sysfsdevice.h"
 
+#include "device/board/attributefile.h"
 #include "output/systemfile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include <array>
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace panelhost {
 
 namespace {
-
-constexpr int PageSize = 4096; // the longest value of an attribute
-
-// Returns an errno value in @p number if there is no descriptor.
-int openAttribute(const QString &path, int mode, int *number)
-{
-    const int descriptor = ::open(QFile::encodeName(path).constData(), mode | O_CLOEXEC | O_NOCTTY);
-    *number = descriptor < 0 ? errno : 0;
-    return descriptor;
-}
 
 QString remedy(int number, const QString &deviceClass)
 {
@@ -74,19 +63,11 @@ bool SysfsDevice::has(const char *attribute) const
 std::optional<QByteArray> SysfsDevice::read(const char *attribute, QString *error) const
 {
     int number = 0;
-    const int descriptor = openAttribute(path(attribute), O_RDONLY, &number);
-    std::array<char, PageSize> value;
-    ssize_t size = -1;
-    if (descriptor >= 0) {
-        size = ::read(descriptor, value.data(), value.size());
-        number = size < 0 ? errno : 0;
-        ::close(descriptor);
-    }
-    if (size < 0) {
-        *error = fileError(path(attribute), number);
-        return std::nullopt;
-    }
-    return QByteArray(value.data(), static_cast<int>(size)).trimmed();
+    const QByteArray value = readAttribute(path(attribute), &number);
+    if (number == 0)
+        return value;
+    *error = fileError(path(attribute), number);
+    return std::nullopt;
 }
 
 std::optional<int> SysfsDevice::readNumber(const char *attribute, int min, QString *error) const
@@ -104,15 +85,9 @@ std::optional<int> SysfsDevice::readNumber(const char *attribute, int min, QStri
     return std::nullopt;
 }
 
-// An attribute of sysfs has no length; truncating matters where a plain file stands for it.
 bool SysfsDevice::write(const char *attribute, const QByteArray &value, QString *error) const
 {
-    int number = 0;
-    const int descriptor = openAttribute(path(attribute), O_WRONLY | O_TRUNC, &number);
-    if (descriptor >= 0) {
-        number = ::write(descriptor, value.constData(), static_cast<size_t>(value.size())) < 0 ? errno : 0;
-        ::close(descriptor);
-    }
+    const int number = writeAttribute(path(attribute), value);
     if (number != 0)
         *error = fileError(path(attribute), number);
     return number == 0;

@@ -137,11 +137,13 @@ void tst_BoardInputProfile::readsAxisOfTBar()
 
 void tst_BoardInputProfile::readsChannelOfTBar()
 {
-    READ("tbar: {iio: {device: ads1015, channel: voltage1, rate: 100}, range: [4095, 0], resolution: 0.02}\n");
+    READ("tbar: {iio: {device: ads1015, channel: voltage1, rate: 100, events: false}, range: [4095, 0], resolution: "
+         "0.02}\n");
     const SliderInput::Configuration &slider = m_options.board->tbar.slider;
     QCOMPARE(slider.iio->device, q("ads1015"));
     QCOMPARE(slider.iio->channel, q("voltage1"));
     QCOMPARE(slider.iio->readingsPerSecond, 100);
+    QVERIFY(!slider.iio->usesEvents);
     QCOMPARE(*slider.range, (SliderEnds{4095, 0}));
     QCOMPARE(slider.resolution, 0.02);
     QCOMPARE(m_options.tbarType, TBarType::Slider);
@@ -244,6 +246,8 @@ void tst_BoardInputProfile::schemaAgrees_data()
         R"({"tbar": {"iio": {"device": "a"}, "range": [0, 4095]}})",
         R"({"tbar": {"iio": {"device": "a", "channel": "../x"}, "range": [0, 4095]}})",
         R"({"tbar": {"iio": {"device": "a", "channel": "voltage1", "rate": 1001}, "range": [0, 4095]}})",
+        R"({"tbar": {"iio": {"device": "a", "channel": "voltage1", "events": false}, "range": [0, 4095]}})",
+        R"({"tbar": {"iio": {"device": "a", "channel": "voltage1", "events": 5}, "range": [0, 4095]}})",
         R"({"tbar": {"iio": {"device": "a", "channel": "voltage1"}, "range": [0]}})",
         R"({"tbar": {"device": {"name": "a"}, "axis": "ABS_X", "iio": {"device": "a", "channel": "b"}, "range": [0, 1]}})",
         R"({"tbar": {"device": {"name": "a"}, "axis": "ABS_X", "tolerance": 0.6}})",

@@ -5,8 +5,15 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <fcntl.h>
+#include <future>
+#include <linux/iio/events.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -19,6 +26,8 @@ QString q(const char *text)
 {
     return QString::fromUtf8(text);
 }
+
+const char *const Thresholds = "/sys/devices/adc/iio:device0/events/in_voltage1_thresh_";
 
 QStringList synced; // what fsync() was called for, with the files that were in the directory then
 
@@ -54,6 +63,16 @@ private Q_SLOTS:
     {
         slider.reset();
         bed.reset();
+        if (ioctls)
+            g_object_unref(std::exchange(ioctls, nullptr));
+        for (int &end : eventPipe) {
+            if (end >= 0)
+                ::close(std::exchange(end, -1));
+        }
+        eventFd = -1;
+        isEventFdBusy = false;
+        usesEvents = true;
+        hidden.clear();
     }
 
     void positions_data()
@@ -286,6 +305,136 @@ private Q_SLOTS:
         QCOMPARE(events.at(events.size() - 2), q("status "));
     }
 
+    // Nothing is read as long as the value stays in the range that the thresholds are set to.
+    void eventsSayWhenToRead()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        QCOMPARE(events, (QStringList{q("0.488")}));
+        QCOMPARE(slider->sources().first()->fd(), eventFd);
+        QCOMPARE(threshold("falling_value"), q("1960"));
+        QCOMPARE(threshold("rising_value"), q("2040"));
+        QCOMPARE(threshold("falling_en") + threshold("rising_en"), q("11"));
+        setChannel("4095\n");
+        drain(slider->sources());
+        QCOMPARE(events.size(), 1);
+
+        sendEvent();
+        waitFor(q("1"));
+        QCOMPARE(threshold("falling_value"), q("4055"));
+        QCOMPARE(threshold("rising_value"), q("4095")); // no driver takes more than its highest value
+    }
+
+    void thresholdsAreRestored()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        slider.reset();
+        QCOMPARE(threshold("falling_value"), q("5"));
+        QCOMPARE(threshold("rising_value"), q("4000"));
+        QCOMPARE(threshold("falling_en") + threshold("rising_en"), q("00"));
+    }
+
+    // With the wrong permissions, if another program has the events, or if the driver refuses the thresholds.
+    void channelWithoutUsableEventsIsReadAtTheRate_data()
+    {
+        QTest::addColumn<QString>("obstacle");
+        for (const char *obstacle : {"busy", "refused", "switched off", "one threshold"})
+            QTest::newRow(obstacle) << q(obstacle);
+    }
+    void channelWithoutUsableEventsIsReadAtTheRate()
+    {
+        QFETCH(QString, obstacle);
+        useBed();
+        useEvents();
+        isEventFdBusy = obstacle == q("busy");
+        usesEvents = obstacle != q("switched off");
+        if (obstacle == q("refused") || obstacle == q("one threshold")) {
+            gchar *root = umockdev_testbed_get_root_dir(bed->get());
+            hidden = QString::fromLocal8Bit(root) + q(Thresholds) + q("rising_value");
+            g_free(root);
+        }
+        startChannel("2000\n", [&] {
+            if (!hidden.isEmpty() && QFile::remove(hidden) && obstacle == q("refused"))
+                QVERIFY(QFile::link(q("/dev/full"), hidden));
+        });
+        QVERIFY(slider->sources().first()->fd() != eventFd);
+        setChannel("4095\n");
+        waitFor(q("1"));
+    }
+
+    // While the T-Bar moves it is read at the rate: the value is elsewhere already when the thresholds are set.
+    void movingBarIsReadAtTheRate()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        const QList<EventSource *> sources = slider->sources();
+        gchar *root = umockdev_testbed_get_root_dir(bed->get());
+        const QByteArray path = QByteArray(root) + "/sys/devices/adc/iio:device0/in_voltage1_raw";
+        g_free(root);
+        QCOMPARE(::unlink(path.constData()), 0);
+        QCOMPARE(mkfifo(path.constData(), 0666), 0);
+        // Each reading waits for the next value.
+        const int end = ::open(path.constData(), O_RDWR | O_CLOEXEC);
+        const auto mover = std::async(std::launch::async, [end] {
+            for (const char *value : {"3000\n", "3500\n", "4000\n", "4000\n"}) {
+                if (::write(end, value, 5) != 5)
+                    qFatal("The value can't be written.");
+                for (int unread = 5; unread > 0; ioctl(end, FIONREAD, &unread))
+                    std::this_thread::yield();
+            }
+        });
+        sendEvent();
+        QVERIFY(pump(sources, [&] { return events.contains(q("0.977")); }));
+        mover.wait();
+        ::close(end);
+        QCOMPARE(slider->sources().first()->fd(), eventFd); // at rest again
+        QCOMPARE(threshold("rising_value"), q("4040"));
+    }
+
+    void garbageAfterAnEventIsReadAgain()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        setChannel("12x\n");
+        sendEvent();
+        waitFor(q("status /sys/devices/adc/iio:device0/in_voltage1_raw: found \"12x\", expected a whole number."));
+        setChannel("4095\n");
+        waitFor(q("1"));
+        QCOMPARE(events.at(events.size() - 2), q("status "));
+    }
+
+    // The descriptor has ended although the device is there.
+    void channelWhoseEventsEndIsReadAtTheRate()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        hangUp();
+        QVERIFY(pump(slider->sources(), [&] { return slider->sources().first()->fd() != eventFd; }));
+        setChannel("4095\n");
+        waitFor(q("1"));
+    }
+
+    void deviceThatDisappearsWithItsEventsReturns()
+    {
+        useBed();
+        useEvents();
+        startChannel("2000\n");
+        bed->uevent(q("/sys/devices/adc/iio:device0"), "remove");
+        bed->remove(q("/sys/devices/adc/iio:device0"));
+        hangUp();
+        QVERIFY(pump(slider->sources(), [&] { return events.size() >= 2; }));
+        QVERIFY2(events.last().startsWith(q("status There is no IIO device")), qPrintable(events.last()));
+        addChannel(3, "4095\n");
+        bed->uevent(q("/sys/devices/adc/iio:device3"), "add");
+        waitFor(q("1"));
+    }
+
 private:
     void start()
     {
@@ -327,19 +476,70 @@ private:
 
     void addChannel(int number, const char *value)
     {
-        bed->add(q("P: /devices/adc/iio:device%1\nE: SUBSYSTEM=iio\nE: DEVTYPE=iio_device\nA: name=ads1015\\n\n\n")
-                     .arg(number));
+        const QString node = q("N: iio:device%1\nE: DEVNAME=/dev/iio:device%1\nA: dev=251:%1\n"
+                               "A: events/in_voltage1_thresh_falling_value=5\\n\n"
+                               "A: events/in_voltage1_thresh_rising_value=4000\\n\n"
+                               "A: events/in_voltage1_thresh_falling_en=0\\n\n"
+                               "A: events/in_voltage1_thresh_rising_en=0\\n\n")
+                                 .arg(number);
+        bed->add(q("P: /devices/adc/iio:device%1\n%2E: SUBSYSTEM=iio\nE: DEVTYPE=iio_device\nA: name=ads1015\\n\n\n")
+                     .arg(QString::number(number), ioctls ? node : QString()));
+        if (ioctls)
+            bed->attachIoctls(q("/dev/iio:device%1").arg(number), ioctls);
         bed->set(q("/sys/devices/adc/iio:device%1").arg(number), "in_voltage1_raw", value);
     }
 
     void setChannel(const char *value) { bed->set(q("/sys/devices/adc/iio:device0"), "in_voltage1_raw", value); }
 
-    void startChannel(const char *value)
+    void startChannel(const char *value, const std::function<void()> &prepare = {})
     {
         addChannel(0, value);
-        configuration.iio = SliderInput::IioChannel{q("ads1015"), q("voltage1"), 1000};
+        if (prepare)
+            prepare();
+        configuration.iio = SliderInput::IioChannel{q("ads1015"), q("voltage1"), 1000, usesEvents};
         configuration.range = SliderEnds{0, 4095};
         start();
+    }
+
+    // The channel has threshold events.
+    void useEvents()
+    {
+        QCOMPARE(pipe(eventPipe), 0);
+        ioctls = umockdev_ioctl_base_new();
+        g_signal_connect(ioctls, "handle-ioctl", G_CALLBACK(&tst_BoardSlider::onIoctl), this);
+    }
+
+    // The kernel opens a descriptor for the events.
+    static gboolean onIoctl(UMockdevIoctlBase *, UMockdevIoctlClient *client, void *self)
+    {
+        auto &test = *static_cast<tst_BoardSlider *>(self);
+        const bool isKnown = umockdev_ioctl_client_get_request(client) == IIO_GET_EVENT_FD_IOCTL;
+        if (!isKnown || test.isEventFdBusy) {
+            umockdev_ioctl_client_complete(client, -1, isKnown ? EBUSY : ENOTTY);
+            return TRUE;
+        }
+        int descriptor = dup(test.eventPipe[0]);
+        test.eventFd = descriptor;
+        UMockdevIoctlData *argument = umockdev_ioctl_client_get_arg(client);
+        UMockdevIoctlData *target = umockdev_ioctl_data_resolve(argument, 0, sizeof descriptor, nullptr);
+        umockdev_ioctl_data_update(target, 0, reinterpret_cast<guint8 *>(&descriptor), sizeof descriptor);
+        umockdev_ioctl_data_unref(target);
+        umockdev_ioctl_client_complete(client, 0, 0);
+        return TRUE;
+    }
+
+    void sendEvent()
+    {
+        const iio_event_data event = {};
+        QCOMPARE(::write(eventPipe[1], &event, sizeof event), ssize_t(sizeof event));
+    }
+
+    void hangUp() { ::close(std::exchange(eventPipe[1], -1)); }
+
+    static QString threshold(const char *name)
+    {
+        QFile file(q(Thresholds) + q(name));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : q("unreadable");
     }
 
     void waitFor(const QString &event)
@@ -351,6 +551,12 @@ private:
     std::unique_ptr<MockBed> bed;
     SliderInput::Configuration configuration;
     std::unique_ptr<SliderInput> slider;
+    UMockdevIoctlBase *ioctls = nullptr;
+    int eventPipe[2] = {-1, -1};
+    std::atomic<int> eventFd = -1; // that the kernel has given
+    std::atomic<bool> isEventFdBusy = false;
+    bool usesEvents = true;
+    QString hidden; // an attribute that can't be used
     QString warning;
     QStringList failures;
     QStringList events;
