@@ -2,7 +2,10 @@
 #include "mockinput.h"
 #include "pump.h"
 
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
+
+#include <unistd.h>
 
 using namespace panelhost;
 using By = InputDeviceSelector::By;
@@ -175,6 +178,30 @@ private Q_SLOTS:
         QCOMPARE(events.size(), 1);
         QVERIFY2(events.first().startsWith(q("status %1 isn't an input device: ").arg(path)),
                  qPrintable(events.first()));
+    }
+
+    void nodeThatMayNotBeReadIsNamedWithTheRemedy()
+    {
+        constexpr uid_t Nobody = 65534;
+        if (geteuid() != 0)
+            QSKIP("Root gives its rights away in this test.");
+        const QTemporaryDir directory;
+        const QString path = directory.filePath(q("event3"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner));
+        configuration.device = {By::Path, path};
+        QVERIFY(QFile::setPermissions(directory.path(),
+                                      QFile::ReadOther | QFile::ExeOther | QFile::ReadOwner | QFile::WriteOwner
+                                          | QFile::ExeOwner));
+        QCOMPARE(seteuid(Nobody), 0);
+        start();
+        QCOMPARE(seteuid(0), 0);
+        QVERIFY(!input->isOpen());
+        QCOMPARE(events,
+                 (QStringList{q("status %1 can't be opened: Permission denied. Install the udev rule "
+                                "60-panelhost.rules and add the user "
+                                "to the group panelhost, or run panelhost as root.")
+                                  .arg(path)}));
     }
 
     void codesThatTheDeviceLacksAreNamed()

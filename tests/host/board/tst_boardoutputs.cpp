@@ -85,6 +85,9 @@ private Q_SLOTS:
     void missingPartsAreSaidWithRemedy_data();
     void missingPartsAreSaidWithRemedy();
     void removalDuringABlinkAndReturn();
+    void screenDisappearsAndReturns();
+    void attributeThatCanNotBeWrittenCountsAsGone();
+    void deviceThatReturnsWithGarbageStaysGone();
     void slowWriteBlocksNobody();
     void probeListsWhatIsThere();
 
@@ -405,6 +408,64 @@ void tst_BoardOutputs::removalDuringABlinkAndReturn()
     QTRY_COMPARE(parts, (QStringList{q("leds gone"), q("leds back")}));
     QCOMPARE(led("single", "trigger"), q("timer"));
     QCOMPARE(led("single", "delay_on"), q("200"));
+}
+
+void tst_BoardOutputs::screenDisappearsAndReturns()
+{
+    const QString backlight = q("/sys/devices/panel/backlight/lcd0");
+    QVERIFY2(start(), qPrintable(error));
+    outputs->setScreenBrightness(0, 50);
+    flush();
+    bed->uevent(backlight, "remove");
+    bed->remove(backlight);
+    outputs->setScreenBrightness(0, 10);
+    QTRY_COMPARE(parts, QStringList{q("screens gone")});
+    bed->add(backlightDescription("lcd0"));
+    bed->uevent(backlight, "add");
+    QTRY_COMPARE(parts, (QStringList{q("screens gone"), q("screens back")}));
+    QCOMPARE(attribute(backlight + q("/brightness")), q("100"));
+    outputs.reset();
+    QCOMPARE(attribute(backlight + q("/brightness")), q("420"));
+}
+
+// Writing fails, as with a driver that has failed or a file system that was mounted read-only.
+void tst_BoardOutputs::attributeThatCanNotBeWrittenCountsAsGone()
+{
+    QVERIFY2(start(), qPrintable(error));
+    const QString path = realPath(q("/sys/devices/panel/backlight/lcd0/brightness"));
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QFile::link(q("/dev/full"), path));
+    outputs->setScreenBrightness(0, 50);
+    QTRY_COMPARE(parts, QStringList{q("screens gone")});
+    outputs->setKeyLed(Auto, {2, 0, 100, 800}); // the others go on
+    flush();
+    QCOMPARE(led("green", "brightness"), q("255"));
+
+    QVERIFY(QFile::remove(path));
+    bed->set(q("/sys/devices/panel/backlight/lcd0"), "brightness", "420");
+    outputs->setScreenBrightness(0, 60);
+    QTRY_COMPARE(parts, (QStringList{q("screens gone"), q("screens back")}));
+    QCOMPARE(attribute(q("/sys/class/backlight/lcd0/brightness")), q("600"));
+}
+
+void tst_BoardOutputs::deviceThatReturnsWithGarbageStaysGone()
+{
+    const QString single = q("/sys/devices/panel/leds/single");
+    QVERIFY2(start(), qPrintable(error));
+    outputs->setKeyLed(Cut, {2, 0, 100, 800});
+    flush();
+    bed->set(single, "max_brightness", "\x7f\xff many");
+    bed->uevent(single, "remove");
+    QTRY_COMPARE(parts, QStringList{q("leds gone")});
+    bed->uevent(single, "add");
+    flush();
+    outputs->setKeyLed(Cut, {2, 0, 50, 800});
+    flush();
+    QCOMPARE(parts, QStringList{q("leds gone")});
+    bed->set(single, "max_brightness", "100");
+    bed->uevent(single, "add");
+    QTRY_COMPARE(parts, (QStringList{q("leds gone"), q("leds back")}));
+    QCOMPARE(led("single", "brightness"), q("50"));
 }
 
 // Opening a pipe for writing takes until somebody reads it.
