@@ -7,6 +7,8 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 
+#include <libevdev/libevdev.h>
+
 namespace panelhost {
 
 namespace {
@@ -22,10 +24,36 @@ QStringList entries(const QString &directory, const QString &pattern)
     return QDir(directory).entryList({pattern}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
-QString readable(const QString &path, bool *isUsable)
+// The codes of keys, knobs and axes, as a profile names them: "KEY_F1, ABS_THROTTLE". Not all of a whole keyboard.
+QString codesOf(const libevdev &device)
 {
-    *isUsable = QFileInfo(path).isReadable();
-    return *isUsable ? path : path + QStringLiteral(", can't be read by this user");
+    constexpr int MaxCodes = 32;
+    QStringList codes;
+    for (const unsigned type : {EV_KEY, EV_REL, EV_ABS}) {
+        const int last = libevdev_event_type_get_max(type);
+        for (int code = 0; code <= last; ++code) {
+            const char *name = libevdev_event_code_get_name(type, static_cast<unsigned>(code));
+            if (name && libevdev_has_event_code(&device, type, static_cast<unsigned>(code)) != 0)
+                codes << QString::fromLatin1(name);
+        }
+    }
+    if (codes.size() > MaxCodes)
+        codes = codes.mid(0, MaxCodes) << QStringLiteral("...");
+    return codes.join(QStringLiteral(", "));
+}
+
+QString inputDetails(const QString &node, bool *isUsable)
+{
+    QFile file(node);
+    libevdev *device = nullptr;
+    *isUsable = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    if (!*isUsable)
+        return QStringLiteral("%1: %2").arg(node, file.errorString());
+    if (libevdev_new_from_fd(file.handle(), &device) != 0)
+        return node;
+    const QString codes = codesOf(*device);
+    libevdev_free(device);
+    return QStringLiteral("%1: %2").arg(node, codes);
 }
 
 QVector<ProbedDevice> probeInputs()
@@ -35,7 +63,7 @@ QVector<ProbedDevice> probeInputs()
     for (const QString &event : events) {
         ProbedDevice device;
         device.name = attribute(QStringLiteral("/sys/class/input/%1/../name").arg(event));
-        device.details = readable(QStringLiteral("/dev/input/") + event, &device.isUsable);
+        device.details = inputDetails(QStringLiteral("/dev/input/") + event, &device.isUsable);
         if (!device.name.isEmpty())
             found << device;
     }
@@ -87,8 +115,10 @@ QVector<ProbedDevice> probeIio()
         const QString path = directory + QLatin1Char('/') + device;
         const auto files = entries(path, QStringLiteral("in_*_raw"));
         for (const QString &file : files)
-            found << ProbedDevice{device + QLatin1Char(' ') + channel.match(file).captured(1),
-                                  attribute(path + QStringLiteral("/name")), true};
+            found << ProbedDevice{QStringLiteral("{device: %1, channel: %2}")
+                                      .arg(attribute(path + QStringLiteral("/name")), channel.match(file).captured(1)),
+                                  QStringLiteral("%1, now %2").arg(device, attribute(path + QLatin1Char('/') + file)),
+                                  true};
     }
     return found;
 }
@@ -228,10 +258,15 @@ QString screensSection(const ProbedBoard &board)
 QString inputSection(const ProbedBoard &board)
 {
     return QStringLiteral("\n# Input devices of this machine:\n") + comments(board.inputs)
-        + QStringLiteral("# See docs/board.md for the codes of keys, knob and joystick.\n"
+        + QStringLiteral("# keys: {device: {name: NAME}, events: {KEY_F1: CUT, KEY_F2: AUTO}}\n"
+                         "# navigation: {device: {name: NAME}, events: {REL_DIAL+: down, REL_DIAL-: up, KEY_ENTER: "
+                         "enter}}\n"
                          "keys: simulated\nnavigation: simulated\n"
-                         "\n# The T-Bar is an axis of an input device or an IIO channel:\n")
-        + comments(board.iio) + QStringLiteral("tbar: simulated\n");
+                         "\n# The T-Bar is an axis of an input device, or one of these IIO channels:\n")
+        + comments(board.iio)
+        + QStringLiteral("# tbar: {device: {name: NAME}, axis: ABS_X}\n"
+                         "# tbar: {iio: {device: NAME, channel: CHANNEL}, range: [BOTTOM, TOP]}\n"
+                         "tbar: simulated\n");
 }
 
 QString listSection(const char *part, const char *comment, const QVector<ProbedDevice> &devices, int max)

@@ -240,9 +240,13 @@ void tst_BoardProcess::kioskShowsTheLcd()
 
 void tst_BoardProcess::probedProfileCanBeUsed()
 {
+    bed->add(q("P: /devices/adc/iio:device0\nE: SUBSYSTEM=iio\nA: name=ads1015\\n\nA: in_voltage1_raw=12\\n\n\n"));
     QCOMPARE(run({q("probe"), q("--profile")}), 0);
     QVERIFY2(output.contains("leds:\n  \"CUT\": \"cut\"\n"), output.constData());
-    QVERIFY2(output.contains("#   \"panel knob\""), output.constData());
+    QVERIFY2(output.contains("#   \"panel knob\"  (/dev/input/event4: KEY_ENTER, KEY_UP, KEY_DOWN)\n"),
+             output.constData());
+    QVERIFY2(output.contains("#   \"{device: ads1015, channel: voltage1}\"  (iio:device0, now 12)\n"),
+             output.constData());
     const QString board = write("board.yaml", output);
     QCOMPARE(run({q("--device"), board, q("--state"), q("state"), q("--screenshot"), q("window.png")}), 0);
     QVERIFY2(!errors.contains("panelhost:"), errors.constData());
