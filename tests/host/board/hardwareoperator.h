@@ -38,7 +38,8 @@ private:
 };
 
 /// Plays the steps of a scenario on a board, as an operator with hands: keys, knob, T-Bar and plugs are hardware; only
-/// soft buttons are touched on the LCD. GUI thread.
+/// soft buttons are touched on the LCD. Time passes as it does for the clock of the session: as fast as
+/// possible if it is stopped, or by the wall clock. GUI thread.
 class HardwareOperator
 {
 public:
@@ -53,9 +54,11 @@ public:
 private:
     QString play(const panelhost::Step &step);
     QString perform(const panelhost::OperatorAction &action);
+    QString touch(const panelhost::OperatorAction &action);
     QString walkKeys();
     QString expect(const panelhost::Step &step);
     void advance(qint64 duration);
+    bool waitForClock(panelhost::Milliseconds duration, const std::function<bool()> &done);
     bool waitForActions(int count, const std::function<void()> &doIt);
 
     panelhost::Session &m_session;

@@ -25,11 +25,15 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void machineTest();
+    void machineTestByTheWallClock();
     void threeAgingRounds();
+    void threeAgingRoundsByTheWallClock();
+    void linksAndPositionOfTheStart();
     void partsThatDisappear();
 
 private:
     bool record(const QString &scenario, const std::function<void()> &more = {});
+    QString agingScenario();
     QByteArray played();
     void compare();
     QString filePath(const char *name) const { return place + QLatin1Char('/') + q(name); }
@@ -42,6 +46,7 @@ private:
     QString place;       // of the files
     QByteArray recorded; // the journal
     QString failure;
+    double speed = 0; // of the clock; 0: it doesn't follow the wall clock
 };
 
 // The interfaces of each test are in a network namespace of their own, which ends with the process.
@@ -68,6 +73,7 @@ void tst_BoardRecording::init()
     }
     recorded.clear();
     failure.clear();
+    speed = 0;
     Session::Options options;
     options.share = q(LCD_SOURCE_DIR "/share");
     QVERIFY(enterEmptyNetwork());
@@ -117,10 +123,13 @@ bool tst_BoardRecording::record(const QString &path, const std::function<void()>
         return false;
     session->lcd()->show();
     session->clock().settle();
+    if (speed > 0)
+        session->clock().run(speed);
     HardwareOperator hands(*session, *board, counter);
     failure = hands.play(scenario->steps);
     if (more && failure.isEmpty())
         more();
+    session->clock().stop();
     session->journal().setSink({});
     writer.close();
     write("recorded.jsonl", recorded);
@@ -162,10 +171,22 @@ void tst_BoardRecording::machineTest()
     compare();
 }
 
-// A round goes on at its port steps when a link has changed.
-void tst_BoardRecording::threeAgingRounds()
+// As "panelhost record" does it: the hardware reports at any moment, and the machine is sometimes late.
+void tst_BoardRecording::machineTestByTheWallClock()
 {
-    const QString path = write("aging.yaml", R"(
+    speed = 1;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QVERIFY2(record(q(LCD_SOURCE_DIR "/scenarios/machine-pass.yaml")), qPrintable(failure));
+    QVERIFY2(elapsed.elapsed() > 30'000, qPrintable(QString::number(elapsed.elapsed())));
+    QVERIFY(recorded.contains("\"name\":\"calibration\""));
+    compare();
+}
+
+// A round goes on at its port steps when a link has changed.
+QString tst_BoardRecording::agingScenario()
+{
+    return write("aging.yaml", R"(
 steps:
   - plug: [net1, net2, net3, net4, usb1, usb2, usb3, usb4]
   - open: Aging test
@@ -182,9 +203,47 @@ steps:
   - navigate: back
   - expect: {page: menu}
 )");
+}
+
+void tst_BoardRecording::threeAgingRounds()
+{
+    const QString path = agingScenario();
     QVERIFY2(record(path), qPrintable(failure));
     // Once in a round, when the key lights end.
     QVERIFY(recorded.count("setFactoryPanelMode\",\"data\":{\"mode\":7}") >= 3);
+    compare();
+}
+
+// Three rounds take eleven minutes; by default they are recorded twenty times as fast.
+void tst_BoardRecording::threeAgingRoundsByTheWallClock()
+{
+    constexpr double DefaultSpeed = 20;
+    bool isSet = false;
+    const double wanted = qEnvironmentVariable("PANELHOST_AGING_SPEED").toDouble(&isSet);
+    speed = isSet ? wanted : DefaultSpeed;
+    const QString path = agingScenario();
+    QVERIFY2(record(path), qPrintable(failure));
+    QVERIFY(recorded.count("setFactoryPanelMode\",\"data\":{\"mode\":7}") >= 3);
+    compare();
+}
+
+// The board reports them while the session begins.
+void tst_BoardRecording::linksAndPositionOfTheStart()
+{
+    board->setPlugged(q("net2"), true);
+    board->setPlugged(q("usb3"), true);
+    board->moveTBar(0.75);
+    speed = 1;
+    const QString path = write("start.yaml", R"(
+steps:
+  - expect: {port.net2: plugged, port.usb3: plugged, port.net1: unplugged}
+    within: 10s
+  - open: Aging test
+  - soft: right
+  - wait: 1s
+)");
+    QVERIFY2(record(path), qPrintable(failure));
+    QVERIFY(recorded.contains("{\"port\":\"net2\"}"));
     compare();
 }
 
