@@ -167,7 +167,8 @@ private:
     static QStringList shownTexts(const QGraphicsScene &scene)
     {
         QStringList texts;
-        for (const QGraphicsItem *item : scene.items()) {
+        const QList<QGraphicsItem *> items = scene.items();
+        for (const QGraphicsItem *item : items) {
             const auto *text = qgraphicsitem_cast<const QGraphicsTextItem *>(item);
             if (text && text->isVisible() && !text->toPlainText().isEmpty())
                 texts << text->toPlainText().remove(QLatin1Char('\n'));
