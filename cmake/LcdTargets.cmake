@@ -92,7 +92,8 @@ function(lcd_add_test name)
     else()
         add_test(NAME ${name} COMMAND ${name}) # by the name of the target, so that CMake puts the emulator before it
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+    # Tests that may take longer start earlier, so that no long one runs alone at the end.
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} COST ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
         ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endfunction()
 

@@ -75,7 +75,7 @@ if(TARGET board_mocks)
     # What "./run board-demo" shows.
     add_test(NAME boarddemo COMMAND "${CMAKE_SOURCE_DIR}/tools/board-demo" "${CMAKE_BINARY_DIR}"
         "${CMAKE_BINARY_DIR}/tests/board-demo")
-    set_tests_properties(boarddemo PROPERTIES LABELS board TIMEOUT 300 SKIP_RETURN_CODE 77
+    set_tests_properties(boarddemo PROPERTIES LABELS board TIMEOUT 300 COST 300 SKIP_RETURN_CODE 77
         ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endif()
 
