@@ -2,6 +2,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QString>
 
 /// How long a proof runs. The environment variable LCD_PROOF_LENGTH chooses one of three lengths: "quick", the default,
 /// takes a few seconds; "short" runs in CI; "long" takes hours.
