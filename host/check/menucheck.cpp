@@ -94,8 +94,9 @@ void MenuCheck::checkKey(const Item &item)
     if (element.attribute(KeyAttribute).isEmpty())
         m_file.warn(element, QStringLiteral("found attribute \"key\" of MenuItem, expected \"Key\""));
     if (item.opensContainer && !item.tail.isEmpty() && !isKnownTitle(item.tail))
-        m_file.warn(element, QStringLiteral("unknown title \"%1\": the menu shows it unchanged").arg(item.tail)
-                                + suggestionFor(item.tail, knownTitles().values()));
+        m_file.warn(element,
+                    QStringLiteral("unknown title \"%1\": the menu shows it unchanged").arg(item.tail)
+                        + suggestionFor(item.tail, knownTitles().values()));
 }
 
 // A repeated key is reported by the schema.
