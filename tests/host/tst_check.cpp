@@ -111,7 +111,7 @@ void CheckTest::file_data()
          "2:5: warning: found element \"Menu\", expected MenuBar",
          "3:5: warning: found element \"Bar\", expected MenuBar"});
     row("menu07.xml", {"2:5: warning: No menu items found in MenuBar!"});
-    row("menu08.xml", {"3:9: warning: unknown title \"Tbra\": the menu shows it unchanged"});
+    row("menu08.xml", {"3:9: warning: unknown title \"Tbra\": the menu shows it unchanged; did you mean \"tbar\"?"});
     row("menu09.xml",
         {"3:9: warning: MenuItem has no Key: it shows no title and opens nothing",
          "4:9: warning: found Key \"\", expected names separated by dots, such as em.factorytest.Net",
