@@ -40,7 +40,8 @@ void readPart(ProfileReader &reader, const Part &part, const YamlNode &value)
     if (isSimulated)
         return;
     if (value.isScalar() || value.isNull())
-        return reader.yaml.errorExpected(value, QStringLiteral("simulated, or what the part consists of"));
+        return reader.yaml.errorExpected(value, QStringLiteral("simulated, or what the part consists of"),
+                                         {QStringLiteral("simulated")});
     part.read(reader, value);
 }
 
@@ -110,7 +111,8 @@ std::optional<int> ProfileReader::key(const YamlNode &node)
     if (!halKey)
         yaml.errorExpected(node,
                            QStringLiteral("a key, by name or hal key: one of ")
-                               + QStringList(names.keys.keys()).join(QStringLiteral(", ")));
+                               + QStringList(names.keys.keys()).join(QStringLiteral(", ")),
+                           names.keys.keys());
     return halKey;
 }
 

@@ -136,7 +136,8 @@ void tst_BoardProfile::namesFileLineAndColumn_data()
         "\"leds\"?");
     row("part twice", "leds: simulated\nleds: simulated\n", ":2:1: error: \"leds\" occurs twice");
     row("misspelled", "leds: simulate\n",
-        ":1:7: error: found \"simulate\", expected simulated, or what the part consists of");
+        ":1:7: error: found \"simulate\", expected simulated, or what the part consists of; did you mean "
+        "\"simulated\"?");
     row("part without value", "screens:\n",
         ":1:1: error: found nothing, expected simulated, or what the part consists of");
     row("LED with a path", "leds:\n  CUT: /sys/class/leds/x\n",
