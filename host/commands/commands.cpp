@@ -117,7 +117,7 @@ const QList<Command> &commands()
          {},
          1,
          2,
-         false,
+         Platform::None,
          runGenerate},
     };
     return table;
