@@ -42,6 +42,7 @@ const QList<Command> &commands();
 int runWindow(const CommandLine &line);
 int runPlay(const CommandLine &line);
 int runRecord(const CommandLine &line);
+int runView(const CommandLine &line);
 int runCheck(const CommandLine &line);
 int runProbe(const CommandLine &line);
 int runRestore(const CommandLine &line);

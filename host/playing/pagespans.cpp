@@ -4,10 +4,7 @@
 
 namespace panelhost {
 
-namespace {
-
-/// Returns a name for the page: its title without a level, or its kind if it has no title.
-QString titleOf(const QVariantMap &screen)
+QString pageTitle(const QVariantMap &screen)
 {
     const auto page = screen.value(QStringLiteral("page")).toString();
     static const QRegularExpression level(QStringLiteral(" \\d+%$"));
@@ -19,15 +16,13 @@ QString titleOf(const QVariantMap &screen)
     return title.isEmpty() ? page : title;
 }
 
-}
-
 void PageSpans::add(const Journal::Entry &entry)
 {
     if (entry.kind != Journal::Kind::Screen)
         return;
     for (auto it = entry.data.begin(); it != entry.data.end(); ++it)
         m_screen.insert(it.key(), it.value().toVariant());
-    const auto title = titleOf(m_screen);
+    const auto title = pageTitle(m_screen);
     if (!m_spans.isEmpty() && m_spans.last().title == title)
         return;
     if (!m_spans.isEmpty())

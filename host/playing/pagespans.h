@@ -6,6 +6,10 @@
 
 namespace panelhost {
 
+/// Returns a name for the page on @p screen, the content of the LCD as the journal has it: its title without a level,
+/// or its kind if it has no title.
+QString pageTitle(const QVariantMap &screen);
+
 /// Determines when the LCD showed which page, from the screen entries of the journal.
 class PageSpans
 {

@@ -28,29 +28,6 @@ std::optional<qint64> wholeNumber(const QJsonValue &value, qint64 least)
     return static_cast<qint64>(number);
 }
 
-std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *error)
-{
-    const auto sequence = wholeNumber(line.value(QLatin1String("seq")), 1);
-    const auto at = wholeNumber(line.value(QLatin1String("t")), 0);
-    const auto kind = kindFromName(line.value(QLatin1String("kind")).toString());
-    const QJsonValue name = line.value(QLatin1String("name"));
-    const QJsonValue data = line.value(QLatin1String("data"));
-    if (!sequence)
-        *error = QStringLiteral("expected a whole number from 1 on as \"seq\"");
-    else if (!at)
-        *error = QStringLiteral("expected milliseconds as \"t\"");
-    else if (!kind)
-        *error = QStringLiteral("expected one of call, event, signal, log, screen, action as \"kind\"");
-    else if (!name.isString())
-        *error = QStringLiteral("expected a text as \"name\"");
-    else if (!data.isUndefined() && !data.isObject())
-        *error = QStringLiteral("expected an object as \"data\"");
-    else
-        return Journal::Entry{
-            *sequence, *at, line.value(QLatin1String("thread")).toString(), *kind, name.toString(), data.toObject()};
-    return std::nullopt;
-}
-
 bool readLine(const QByteArray &text, RunExtractor &extractor, QString *error)
 {
     QJsonParseError parseError;
@@ -88,6 +65,29 @@ QByteArray nextLine(QIODevice &device)
     return line;
 }
 
+}
+
+std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *error)
+{
+    const auto sequence = wholeNumber(line.value(QLatin1String("seq")), 1);
+    const auto at = wholeNumber(line.value(QLatin1String("t")), 0);
+    const auto kind = kindFromName(line.value(QLatin1String("kind")).toString());
+    const QJsonValue name = line.value(QLatin1String("name"));
+    const QJsonValue data = line.value(QLatin1String("data"));
+    if (!sequence)
+        *error = QStringLiteral("expected a whole number from 1 on as \"seq\"");
+    else if (!at)
+        *error = QStringLiteral("expected milliseconds as \"t\"");
+    else if (!kind)
+        *error = QStringLiteral("expected one of call, event, signal, log, screen, action as \"kind\"");
+    else if (!name.isString())
+        *error = QStringLiteral("expected a text as \"name\"");
+    else if (!data.isUndefined() && !data.isObject())
+        *error = QStringLiteral("expected an object as \"data\"");
+    else
+        return Journal::Entry{
+            *sequence, *at, line.value(QLatin1String("thread")).toString(), *kind, name.toString(), data.toObject()};
+    return std::nullopt;
 }
 
 bool readJournal(QIODevice &device, const QString &name, RunExtractor &extractor, QString *error)

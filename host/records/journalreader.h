@@ -2,9 +2,16 @@
 
 #include "records/runextractor.h"
 
+#include <optional>
+
 class QIODevice;
 
 namespace panelhost {
+
+/// Returns the journal's entry in @p line, an object as Journal::Entry::toJsonLine() writes it. Returns nothing and
+/// sets
+/// @p error to what was expected if it isn't one.
+std::optional<Journal::Entry> entryFromJson(const QJsonObject &line, QString *error);
 
 /// Passes the lines of the journal in @p device to @p extractor. The device must be open; error messages call it @p
 /// name. Stops at the first line that isn't a journal line: returns false and sets @p error to a sentence with the line

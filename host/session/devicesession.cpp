@@ -171,9 +171,16 @@ bool DeviceSession::load(QString *error)
         m_controller->enter();
     else
         m_lcd.showHome();
-    m_clock.setObserver([this] { m_screenLogger.logChanges(); });
+    m_clock.setObserver([this] { endTurn(); });
     m_clock.settle();
     return true;
+}
+
+void DeviceSession::endTurn()
+{
+    m_screenLogger.logChanges();
+    if (m_options.turnListener)
+        m_options.turnListener(*this);
 }
 
 QStringList DeviceSession::serviceNames() const

@@ -62,6 +62,7 @@ private:
     bool probe(ComponentLibrary &library);
     bool loadComponent(QString *error);
     bool loadPages(QString *error);
+    void endTurn();
 
     // The clock, the message handler and the component's pointer to its host exist once in a process.
     static bool s_isAlive;

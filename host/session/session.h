@@ -61,6 +61,9 @@ public:
         bool changedOnSubscribe = true;
         bool startsInFactoryMode = true; ///< otherwise the session begins with the host's home page
         Journal::Sink journalSink;       ///< gets all entries of the journal, including those of loading
+        /// Called on the GUI thread after each turn: what happened at once is in the journal, with the changes of the
+        /// LCD.
+        std::function<void(OperatorTarget &)> turnListener;
         int journalLineLimit = Journal::DefaultLineLimit; ///< number of journal entries that are kept
     };
 

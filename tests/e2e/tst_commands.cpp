@@ -4,6 +4,7 @@
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QImage>
 #include <QtTest/QtTest>
 
 #include <csignal>
@@ -63,6 +64,10 @@ private Q_SLOTS:
     void checkExitStatus_data();
     void checkExitStatus();
     void checkTellsFileLineAndColumn();
+    void viewShowsAMoment();
+    void viewRefusesBadInput_data();
+    void viewRefusesBadInput();
+    void viewTakesOver();
 
 private:
     struct Run
@@ -148,6 +153,65 @@ void CommandsTest::writeShare(const QByteArray &menu, const QByteArray &keys)
         write(QStringLiteral("s/factorymenu.xml"), menu);
     if (!keys.isEmpty())
         write(QStringLiteral("s/factorykeychecklist.xml"), keys);
+}
+
+void CommandsTest::viewShowsAMoment()
+{
+    const QString file = write(QStringLiteral("a.yaml"), Passing);
+    const auto view = [&](const char *at, const char *picture) {
+        return run({QStringLiteral("view"), file, file, QStringLiteral("--at"), QString::fromLatin1(at),
+                    QStringLiteral("--screenshot"), QString::fromLatin1(picture)});
+    };
+    QCOMPARE(view("1s", "a.png").status, 0);
+    QCOMPARE(QImage::fromData(read(QStringLiteral("a.png"))).size(), QSize(1280, 800));
+    const auto refused = view("1s", "none/a.png");
+    QCOMPARE(refused.status, 2);
+    QVERIFY2(refused.err.contains(QStringLiteral("none/a.png: the picture can't be written.")),
+             qPrintable(refused.err));
+}
+
+void CommandsTest::viewRefusesBadInput_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+    const QString a = QStringLiteral("a.yaml");
+    QTest::newRow("time") << QStringList{a, QStringLiteral("--at"), QStringLiteral("soon")}
+                          << QStringLiteral("--at is \"soon\", expected a time such as 65s");
+    QTest::newRow("no file") << QStringList{QStringLiteral("none.yaml")}
+                             << QStringLiteral("none.yaml:1:1: error: No such file or directory");
+    QTest::newRow("three") << QStringList{a, a, a} << QStringLiteral("Usage: panelhost view FILE [OTHER]");
+    QTest::newRow("recording over the scenario")
+        << QStringList{a, QStringLiteral("--take-over"), QStringLiteral("--recording"), a} << QStringLiteral("a.yaml");
+}
+
+void CommandsTest::viewRefusesBadInput()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    write(QStringLiteral("a.yaml"), Passing);
+    const auto viewed = run(QStringList{QStringLiteral("view")} + arguments);
+    QCOMPARE(viewed.status, 2);
+    QVERIFY2(viewed.err.contains(error), qPrintable(viewed.err));
+    QCOMPARE(read(QStringLiteral("a.yaml")), Passing);
+}
+
+// The session goes on until panelhost is asked to end. The recording has what was done before and after.
+void CommandsTest::viewTakesOver()
+{
+    const QString file =
+        write(QStringLiteral("a.yaml"), "steps:\n  - navigate: down\n  - wait: 1h\n  - navigate: up\n");
+    const QString recorded = QStringLiteral("recorded.yaml");
+    QProcess process;
+    process.setWorkingDirectory(m_directory->path());
+    process.start(QStringLiteral(PANELHOST),
+                  {QStringLiteral("view"), file, QStringLiteral("--at"), QStringLiteral("30min"),
+                   QStringLiteral("--take-over"), QStringLiteral("--recording"), recorded});
+    QTRY_VERIFY_WITH_TIMEOUT(read(recorded).contains("navigate: down"), 60000);
+    process.terminate();
+    QVERIFY(process.waitForFinished());
+    const QByteArray steps = read(recorded);
+    QVERIFY2(!steps.contains("navigate: up"), steps.constData());
+    QCOMPARE(run({QStringLiteral("play"), recorded}).status, 0);
 }
 
 void CommandsTest::playTellsEachStep()

@@ -1,0 +1,257 @@
+#include "application/processsetup.h"
+#include "history/historyrecorder.h"
+#include "panel/theme.h"
+#include "scenario/scenarioloader.h"
+#include "view/historypane.h"
+#include "view/historywindow.h"
+#include "view/timelinebar.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QListView>
+
+using namespace panelhost;
+
+using Direction = SessionHistory::Direction;
+
+/// The window that shows moments of a session, with keyboard and mouse.
+class HistoryWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void beginsAtTheBeginning();
+    void stepsGoToLinesScreensAndEvents();
+    void stepsStopAtTheEnds();
+    void aClickOnTheTimelineSelectsATime();
+    void aLineOfTheJournalIsSelected();
+    void thePanelLooksAsItDid();
+    void twoSessionsAreInStep();
+    void twoEqualSessionsDoNotDiffer();
+    void theFirstDifferenceIsShown();
+    void theSessionIsTakenOver();
+    void theFailedStepIsShown();
+
+private:
+    void open(const QList<const char *> &names);
+    void trigger(const char *name);
+    TimelineBar *timeline(int index) const { return m_window->findChildren<TimelineBar *>().at(index); }
+    const SessionHistory &history(int index) const { return *m_histories[static_cast<std::size_t>(index)]; }
+
+    HistoryWindow::Histories m_histories;
+    std::unique_ptr<HistoryWindow> m_window;
+};
+
+namespace {
+
+std::unique_ptr<SessionHistory> historyOf(const QString &path)
+{
+    Session::Options options;
+    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
+    options.share = QStringLiteral(LCD_SOURCE_DIR "/share");
+    QStringList errors;
+    const auto scenario = loadScenario(path, options, &errors);
+    if (!scenario)
+        qFatal("%s", qPrintable(errors.join(QLatin1Char('\n'))));
+    QString error;
+    auto history = HistoryRecorder(*scenario).record([] { return false; }, &error);
+    if (!history)
+        qFatal("%s", qPrintable(error));
+    return history;
+}
+
+}
+
+void HistoryWindowTest::initTestCase()
+{
+    VirtualClock::instance().run(1);
+}
+
+void HistoryWindowTest::init()
+{
+    open({"machine-pass.yaml"});
+}
+
+void HistoryWindowTest::cleanup()
+{
+    m_window.reset();
+    m_histories.clear();
+}
+
+void HistoryWindowTest::open(const QList<const char *> &names)
+{
+    cleanup();
+    for (const char *name : names)
+        m_histories.push_back(historyOf(QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name)));
+    VirtualClock::instance().run(1);
+    m_window = std::make_unique<HistoryWindow>(m_histories);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+}
+
+void HistoryWindowTest::trigger(const char *name)
+{
+    auto *action = m_window->findChild<QAction *>(QString::fromLatin1(name));
+    QVERIFY2(action && action->isEnabled(), name);
+    action->trigger();
+}
+
+void HistoryWindowTest::beginsAtTheBeginning()
+{
+    QCOMPARE(m_window->line(0), history(0).lineAt(0));
+    QVERIFY(m_window->windowTitle().startsWith(history(0).title()));
+    QVERIFY(!m_window->findChild<QAction *>(QStringLiteral("first-difference")));
+}
+
+void HistoryWindowTest::stepsGoToLinesScreensAndEvents()
+{
+    m_window->showLine(0, 100);
+    trigger("next-line");
+    QCOMPARE(m_window->line(0), 101);
+    trigger("previous-line");
+    QCOMPARE(m_window->line(0), 100);
+    trigger("next-screen");
+    QCOMPARE(m_window->line(0), history(0).findLine(Journal::Kind::Screen, 100, Direction::Forward));
+    QVERIFY(m_window->line(0) > 100);
+    m_window->showLine(0, 100);
+    trigger("previous-screen");
+    QCOMPARE(m_window->line(0), history(0).findLine(Journal::Kind::Screen, 100, Direction::Back));
+    m_window->showLine(0, 100);
+    trigger("next-event");
+    QCOMPARE(m_window->line(0), history(0).findMarker(100, Direction::Forward)->line);
+    const qint64 event = m_window->line(0);
+    trigger("next-event");
+    trigger("previous-event");
+    QCOMPARE(m_window->line(0), event);
+    QVERIFY(m_window->findChild<QLabel *>(QStringLiteral("history-time"))
+                ->text()
+                .contains(QStringLiteral("line %1 of %2").arg(event).arg(history(0).lineCount())));
+}
+
+void HistoryWindowTest::stepsStopAtTheEnds()
+{
+    m_window->showLine(0, 1);
+    for (const char *name : {"previous-line", "previous-screen", "previous-event"}) {
+        trigger(name);
+        QCOMPARE(m_window->line(0), 1);
+    }
+    const qint64 last = history(0).lineCount();
+    m_window->showLine(0, last);
+    for (const char *name : {"next-line", "next-screen", "next-event"}) {
+        trigger(name);
+        QCOMPARE(m_window->line(0), last);
+    }
+}
+
+void HistoryWindowTest::aClickOnTheTimelineSelectsATime()
+{
+    TimelineBar *bar = timeline(0);
+    QTest::mouseClick(bar, Qt::LeftButton, {}, QPoint(bar->width() / 2, 5));
+    const Milliseconds middle = history(0).timeOf(m_window->line(0));
+    QVERIFY2(qAbs(middle - history(0).duration() / 2) < history(0).duration() / 20,
+             qPrintable(QString::number(middle)));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, QPoint(bar->width() - 1, 5));
+    QCOMPARE(m_window->line(0), history(0).lineCount());
+    QTest::mouseClick(bar, Qt::LeftButton, {}, QPoint(0, 5));
+    QCOMPARE(m_window->line(0), history(0).lineAt(0));
+}
+
+void HistoryWindowTest::aLineOfTheJournalIsSelected()
+{
+    auto *list = m_window->findChild<QListView *>(QStringLiteral("history-lines"));
+    QVERIFY(list);
+    list->setCurrentIndex(list->model()->index(122, 0));
+    QCOMPARE(m_window->line(0), 123);
+    m_window->showLine(0, 40);
+    QCOMPARE(list->currentIndex().row(), 39);
+    QVERIFY(list->currentIndex().data().toString().contains(history(0).entry(40)->name));
+}
+
+void HistoryWindowTest::thePanelLooksAsItDid()
+{
+    auto *pane = m_window->findChild<HistoryPane *>();
+    m_window->showLine(0, 60);
+    const QImage there = pane->grab().toImage();
+    m_window->showLine(0, history(0).lineCount());
+    QVERIFY(pane->grab().toImage() != there);
+    m_window->showLine(0, 60);
+    QCOMPARE(pane->grab().toImage(), there);
+}
+
+void HistoryWindowTest::twoSessionsAreInStep()
+{
+    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    QTest::mouseClick(timeline(1), Qt::LeftButton, {}, QPoint(timeline(1)->width() / 3, 5));
+    const Milliseconds at = history(1).timeOf(m_window->line(1));
+    QVERIFY(at > 0);
+    QVERIFY(history(0).timeOf(m_window->line(0)) <= at + history(1).duration() / 50);
+    trigger("next-line");
+    QCOMPARE(m_window->line(0), history(0).lineAt(history(1).timeOf(m_window->line(1))));
+}
+
+void HistoryWindowTest::twoEqualSessionsDoNotDiffer()
+{
+    open({"aging.yaml", "aging.yaml"});
+    QVERIFY(!m_window->findChild<QAction *>(QStringLiteral("first-difference"))->isEnabled());
+}
+
+void HistoryWindowTest::theFirstDifferenceIsShown()
+{
+    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    const qint64 line = firstDifference(history(0), history(1));
+    QVERIFY(line > 1);
+    trigger("first-difference");
+    QCOMPARE(m_window->line(0), line);
+    QCOMPARE(m_window->line(1), line);
+    const auto lists = m_window->findChildren<QListView *>(QStringLiteral("history-lines"));
+    QCOMPARE(lists.size(), 2);
+    for (const QListView *list : lists) {
+        const QModelIndex index = list->model()->index(static_cast<int>(line) - 1, 0);
+        QCOMPARE(index.data(Qt::ForegroundRole).value<QColor>(), QColor(theme::Red));
+        QVERIFY(!index.siblingAtRow(0).data(Qt::ForegroundRole).isValid());
+    }
+}
+
+void HistoryWindowTest::theSessionIsTakenOver()
+{
+    QSignalSpy spy(m_window.get(), &HistoryWindow::takeOverRequested);
+    m_window->showLine(0, 77);
+    trigger("take-over");
+    trigger("take-over-recorded");
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(spy.at(0), (QVariantList{77, false}));
+    QCOMPARE(spy.at(1), (QVariantList{77, true}));
+}
+
+void HistoryWindowTest::theFailedStepIsShown()
+{
+    auto *message = m_window->findChild<QLabel *>(QStringLiteral("history-message"));
+    QVERIFY(message->isHidden());
+    QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("failing.yaml")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("steps:\n  - expect: {page: aging}\n");
+    file.close();
+    cleanup();
+    m_histories.push_back(historyOf(file.fileName()));
+    m_window = std::make_unique<HistoryWindow>(m_histories);
+    message = m_window->findChild<QLabel *>(QStringLiteral("history-message"));
+    QVERIFY(!message->isHidden());
+    QVERIFY(message->text().contains(QStringLiteral("failing.yaml:2")));
+}
+
+int main(int argc, char **argv)
+{
+    prepareProcess(false);
+    QApplication application(argc, argv);
+    prepareApplication();
+    HistoryWindowTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_historywindow.moc"
