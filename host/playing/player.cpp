@@ -221,10 +221,19 @@ void Player::expect(const Step &step, StepResult &result)
     result.passed = evaluator.evaluateWithin(step.expectations, step.within, advanceTime, &result.expectationResults);
 }
 
+// A name that was used before, such as in a repeat, gets a number.
+QString Player::unusedScreenshotName(const QString &name)
+{
+    QString unused = name;
+    while (m_screenshots.contains(unused))
+        unused = QStringLiteral("%1-%2").arg(name).arg(++m_screenshots[name]);
+    m_screenshots.insert(unused, 1);
+    return unused;
+}
+
 void Player::screenshot(const QString &name, StepResult &result)
 {
-    const int taken = m_screenshots[name]++;
-    result.screenshot = taken == 0 ? name : QStringLiteral("%1-%2").arg(name).arg(taken + 1);
+    result.screenshot = unusedScreenshotName(name);
     if (!m_options.takesScreenshots)
         return;
     QWidget &lcd = *m_session->lcd();

@@ -54,6 +54,7 @@ private:
     void walkKeys(const Step &step, StepResult &result);
     void expect(const Step &step, StepResult &result);
     void screenshot(const QString &name, StepResult &result);
+    QString unusedScreenshotName(const QString &name);
     void advance(Milliseconds duration);
     bool advanceUntil(Milliseconds duration, const std::function<bool()> &done);
     void addEntry(const Journal::Entry &entry);
@@ -79,7 +80,7 @@ private:
     qint64 m_lastLine = 0;
     FirstAndLast<Journal::Entry> m_lines{ScenarioResult::LinesInReport};
     PageSpans m_pages;
-    QMap<QString, int> m_screenshots;
+    QMap<QString, int> m_screenshots; ///< names that were used, with the last number that was added to each
 };
 
 }

@@ -24,6 +24,7 @@ class ScenarioPlayerTest : public QObject
 
 private Q_SLOTS:
     void everyStepIsToldOnce();
+    void screenshotsHaveDifferentNames();
     void failingExpectationTellsWhatWasThere();
     void stepThatCanNotBeDoneFails();
     void within_data();
@@ -180,6 +181,20 @@ void ScenarioPlayerTest::everyStepIsToldOnce()
     QCOMPARE(result.steps.at(2).screenshot, QStringLiteral("again"));
     QCOMPARE(result.steps.at(6).screenshot, QStringLiteral("again-3"));
     QCOMPARE(QImage::fromData(result.steps.at(2).png).size(), QSize(800, 480));
+}
+
+void ScenarioPlayerTest::screenshotsHaveDifferentNames()
+{
+    const auto result = play("steps:\n"
+                             "  - repeat: {times: 2, steps: [{screenshot: a}]}\n"
+                             "  - screenshot: a-2\n"
+                             "  - screenshot: b\n");
+    QStringList names;
+    for (const StepResult &step : result.steps)
+        names << step.screenshot;
+    names.removeAll(QString());
+    QCOMPARE(names,
+             (QStringList{QStringLiteral("a"), QStringLiteral("a-2"), QStringLiteral("a-2-2"), QStringLiteral("b")}));
 }
 
 void ScenarioPlayerTest::failingExpectationTellsWhatWasThere()
