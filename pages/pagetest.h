@@ -82,7 +82,7 @@ public:
     virtual QString verdictText() const { return {}; }
 
     /// Return the caption of the button that starts the test, and of the button that starts it again after a verdict.
-    /// If one is empty, the button has its usual caption.
+    /// Empty: the usual caption.
     virtual QString startCaption() const { return {}; }
     virtual QString againCaption() const { return {}; }
     /// Returns whether the page is left when the test has passed.

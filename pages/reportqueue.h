@@ -7,8 +7,8 @@
 
 namespace LCD::RepairPages {
 
-/// Passes the reports of a service, which may arrive on any thread, to an object on the GUI thread. The queue is a
-/// member of this object. A report that arrives after the object was deleted is dropped.
+/// Passes the reports of a service, which may arrive on any thread, to a receiver on the GUI thread. Make the queue a
+/// member of the receiver. A report that arrives after the receiver was deleted is dropped.
 class ReportQueue
 {
 public:

@@ -50,7 +50,7 @@ struct TestPattern
     int level = 0;
 };
 
-/// The state of a device as a value. The panel shows it and the expectations of scenarios are about it.
+/// The state of a device as a value. The panel shows it, and expectations of scenarios check it.
 struct DeviceState
 {
     QList<KeyState> keys;

@@ -13,11 +13,11 @@
 namespace panelhost {
 
 /// Records everything that crosses the component's boundary, in order. Written as one JSON object per line, with the
-/// keys in this order:
+/// members in this order:
 /// {"seq":12,"t":2000,"thread":"gui|device|other","kind":"call|event|signal|log|screen|action","name":"...",
 ///  "data":{...}}
 /// `t` is the virtual time in milliseconds. The content of `data` depends on kind and name. It is left out if it is
-/// empty; its keys are in alphabetical order. Only the newest entries are kept in memory; a sink gets all of them.
+/// empty; its members are in alphabetical order. Only the newest entries are kept in memory; a sink gets all of them.
 /// Thread-safe.
 class Journal
 {

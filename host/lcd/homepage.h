@@ -4,7 +4,7 @@
 
 namespace panelhost {
 
-/// The page that the LCD shows outside factory mode.
+/// The home page: the page that the LCD shows outside factory mode.
 class HomePage : public HostPage
 {
     Q_OBJECT

@@ -9,7 +9,7 @@ class ContainerPage;
 class HomePage;
 
 /// The LCD of the device, with its size and style. It shows the component or one of two pages of the host: the page of
-/// a container and the page outside factory mode.
+/// a container and the home page.
 class Lcd : public QWidget
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ class KeyButton : public Control
     Q_OBJECT
 
 public:
-    static constexpr int HoldAfter = 400; ///< real milliseconds
+    static constexpr int HoldAfter = 400; ///< how long a press lasts until it holds the key, in real milliseconds
 
     KeyButton(const KeyState &key, QWidget *parent);
 

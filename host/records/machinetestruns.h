@@ -46,7 +46,7 @@ private:
     int m_phase = 0;
     QStringList m_log; ///< log of the page; the page keeps it while it isn't shown
     Screen m_screen = Screen::Other;
-    bool m_hasStarted = false; ///< whether the first test was started since the last screen line
+    bool m_hasStarted = false; ///< whether phase 0 has started since the last screen line
     int m_awaitedKey = -1;
 };
 

@@ -20,14 +20,14 @@ enum class StoreKind {
 /// database. They don't store the version.
 QStringList storeMigration(StoreKind kind, int from);
 
-/// Returns the statements that count all runs anew, in a transaction.
+/// Returns the statements that recount all runs, in a transaction.
 QStringList storeRecount(StoreKind kind);
 
 /// Returns the statements that create a store in an empty SQLite file, with its version.
 QStringList storeFileSchema();
 
-/// Returns the statements, each with its line end, that turn version @p from of a PostgreSQL database into
-/// StoreSchemaVersion and allow the role @p station to read and to add runs. To be executed by the owner.
+/// Returns the statements, one per line, that turn version @p from of a PostgreSQL database into StoreSchemaVersion and
+/// allow the role @p station to read and to add runs. To be executed by the owner.
 QString storeServerScript(int from, const QString &station);
 
 }

@@ -14,9 +14,9 @@
 
 namespace LCD::FactoryModeImpl {
 
-/// Makes listeners harmless when the object that registered them is deleted. Services never forget a listener and call
-/// it on any thread. Therefore the object registers only functions that wrap() returns. After invalidate(), which the
-/// destructor calls, these functions do nothing.
+/// Makes listeners harmless when the object that registered them is deleted. Services never unregister a listener and
+/// call it on any thread. Therefore the object registers only functions that wrap() returns. After invalidate(), which
+/// the destructor calls, these functions do nothing.
 ///
 /// Wrapped functions never wait for each other. Only invalidate() waits, for calls that run on other threads. Make the
 /// guard the last member of its owner, so that it is destroyed first.

@@ -17,7 +17,8 @@ struct LinkPayloadTexts
     const char *nullPointer;
 };
 
-/// Returns the records of a link report. Warns and returns nullptr if @p payload is empty or holds another type.
+/// Returns the records of a link report. Warns and returns nullptr if @p payload is empty, holds another type or holds
+/// a null pointer.
 template <class Record>
 std::shared_ptr<std::vector<Record>> unpackLinkPayload(std::any payload, const LinkPayloadTexts &texts)
 {

@@ -70,9 +70,9 @@ private:
 };
 
 /// An event of the run while it is handled: a button press, a timer tick or a notification of a single test. It stores
-/// the state in which its handling began. On the run's own thread, an event can lead to another one, which is then
-/// nested in it. Nested events share the stored state, so that each one continues where the other has stopped. If
-/// another thread has changed the run in the meantime, the event is late: it must not end a phase in which it didn't
+/// the state that the run had when its handling began. On the run's own thread, an event can lead to another one, which
+/// is then nested in it. Nested events share the stored state, so that each one continues where the other has stopped.
+/// If another thread has changed the run in the meantime, the event is late: it must not end a phase in which it didn't
 /// begin.
 ///
 /// Threads: may be created on any thread, and is used on this thread only.
