@@ -105,7 +105,7 @@ public:
     virtual void pressKey(int qtKey) { Q_UNUSED(qtKey) }
     /// Returns the cells that the operator touches while the test runs; nullptr if the page isn't covered with cells.
     virtual const TouchCells *cells() const { return nullptr; }
-    /// Called when a finger is put down or moves while the cells are shown, with fractions of the page's size.
+    /// Called when a finger is put down or moves while the cells are shown. Positions are fractions of the page's size.
     virtual void touch(const QPointF &from, const QPointF &to)
     {
         Q_UNUSED(from)

@@ -36,7 +36,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// Emitted when the operator goes back.
+    /// Emitted when the operator goes back, and after a pass if the test leaves the page then.
     void backRequested();
 
 protected:

@@ -87,7 +87,7 @@ public:
     /// active.
     virtual void setFactoryMode(bool active) = 0;
     /// Runs the calibration step @p command. @p result is called on the device's thread when the step is done or has
-    /// failed. The T-Bar must be in the position of the step when this is called.
+    /// failed. The T-Bar must be in the position that the step needs when this is called.
     virtual void calibrate(int command, const std::function<void(bool ok, const std::string &message)> &result) = 0;
     /// Starts a factory reset. @p result is called on the device's thread when it is done or has failed. On a device
     /// without a factory reset, @p result is called with a failure at once.

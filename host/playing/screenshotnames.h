@@ -5,7 +5,7 @@
 
 namespace panelhost {
 
-/// Gives file names to screenshots. Screenshots of scenarios with the same file name get different names.
+/// Gives file names to screenshots, and keeps those of scenario files with the same base name apart.
 class ScreenshotNames
 {
 public:

@@ -48,7 +48,7 @@ public:
     /// Saves all @p runs in one transaction. Returns false and sets @p error to a sentence if none was saved.
     bool saveAll(const QVector<StoredRun> &runs, Forwarding forwarding, QString *error, Problem *problem = nullptr);
 
-    /// Calls @p listener with each run that @p filter selects, in the order of their begin. Returns false and sets @p
+    /// Calls @p listener with each run that @p filter selects, in the order of their start. Returns false and sets @p
     /// error to a sentence on an error. The listener may not use this store.
     bool read(const RunFilter &filter, const std::function<void(const Run &)> &listener, QString *error);
     /// Returns the run; nullopt, with @p error empty, if it doesn't exist.
@@ -63,13 +63,14 @@ public:
     bool remove(const QVector<QUuid> &ids, QString *error);
     /// Returns the number of runs that @p filter selects; -1 on an error.
     qint64 count(const RunFilter &filter, QString *error);
-    /// Returns the begin of the session that the newest run belongs to; invalid if there is no run or on an error.
+    /// Returns the start of the session that the newest run belongs to; invalid if there is no run or on an error.
     QDateTime latestSessionBegin();
 
     /// Returns at most @p count of the runs that wait to be sent, in the order in which they were saved; nullopt on an
     /// error. Only for files, like the next two functions.
     std::optional<QVector<StoredRun>> pending(int count, QString *error);
-    /// Notes that the first @p runs of the waiting ones were sent.
+    /// Removes @p runs from the runs that wait to be sent, after they were sent. Returns false and sets @p error to a
+    /// sentence if none was removed.
     bool removePending(const QVector<StoredRun> &runs, QString *error);
     /// Returns the number of runs that wait to be sent; -1 on an error.
     int pendingCount(QString *error);

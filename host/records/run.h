@@ -18,7 +18,7 @@ namespace panelhost {
 enum class RunKind {
     Machine, ///< the complete machine test
     Aging,   ///< the aging test, from its start to its stop
-    Repair   ///< a visit of one repair page
+    Repair   ///< a visit to one repair page
 };
 
 enum class RunOutcome {
@@ -84,7 +84,7 @@ struct Run
     qint64 lastLine = 0;
     int attempt = 0; ///< number of the run among the stored runs of its unit, from 1; 0: not stored, or unit unknown
 
-    /// Return the begin and the end in UTC; invalid if the journal doesn't contain the time when the session began.
+    /// Return the start and the end in UTC; invalid if the journal doesn't contain the time when the session began.
     QDateTime beginUtc() const;
     QDateTime endUtc() const;
     /// Returns the name of the phase that failed; empty if none did.

@@ -33,8 +33,8 @@ private:
     RunExtractor::Listener m_listener;
     std::mutex m_mutex;
     RunExtractor m_extractor;
-    SessionInfo m_info;             ///< with the unit that is tested now
-    QByteArray m_sessionLine;       ///< the first line of the next run's journal: with the unit when that began
+    SessionInfo m_info;       ///< with the unit that is tested now
+    QByteArray m_sessionLine; ///< the first line of the next run's journal: with the unit at the start of these lines
     std::deque<QByteArray> m_lines; ///< since the end of the previous run
 };
 

@@ -4,8 +4,8 @@
 
 namespace panelhost {
 
-/// Checks the file at @p path without opening it as a database. Returns why it isn't a store of this version or an
-/// earlier one, in one sentence; empty if it is one.
+/// Checks the file at @p path without opening it as a database. Returns why this panelhost can't use it as a store, in
+/// one sentence; empty if it can.
 QString storeFileProblem(const QString &path);
 
 /// Returns the sentence about a store of a version that this panelhost doesn't know.

@@ -28,7 +28,7 @@ public:
 
     void registerReport(const std::string &subscriber, int mode, const Callback &callback);
     void registerChanged(const std::string &subscriber, int mode, const Callback &callback);
-    /// Requests a report to all subscribers.
+    /// Sends a report to all subscribers.
     void requestReport();
     /// Reports a change to all subscribers. Device thread.
     void announceChange(const std::any &payload);

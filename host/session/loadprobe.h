@@ -14,10 +14,10 @@ struct LoadReport
 /// How long loading a component may take, in real milliseconds.
 constexpr int MaxLoadTime = 20000;
 
-/// Loads the library @p component in a separate process, with all services. If @p pages isn't empty, then loads the
-/// library of the repair mode, and the report is about that library. If a library crashes, hangs or ends the process,
-/// the report says in which call. A library that was loaded without a failure isn't tried again. The report is also
-/// empty if no process can be started. GUI thread.
+/// Loads the library @p component in a separate process, with all services. If @p pages isn't empty, the process
+/// then loads this library of the repair mode. In this case the report is about @p pages. If a library crashes, hangs
+/// or ends the process, the report says in which call. A library that was loaded without a failure isn't tried again.
+/// The report is also empty if no process can be started. GUI thread.
 LoadReport probeLoading(const QString &component, const QString &pages = {}, int timeout = MaxLoadTime);
 
 /// Loads the library and ends the process if probeLoading() has started it; does nothing in any other process. Call it

@@ -10,7 +10,8 @@ namespace panelhost {
 class SavedOutputs
 {
 public:
-    /// The file is "outputs.json" in @p stateDirectory. While the object exists, no other process can use the file.
+    /// The file is "outputs.json" in @p stateDirectory. After lock(), no other process can use it while the object
+    /// exists.
     explicit SavedOutputs(const QString &stateDirectory);
     ~SavedOutputs();
     SavedOutputs(const SavedOutputs &) = delete;
@@ -25,8 +26,9 @@ public:
     /// Saves the values of @p leds and @p backlights. The file is replaced as a whole. Returns false and sets @p error
     /// to a sentence if a value can't be read or the file can't be written.
     bool save(const QStringList &leds, const QStringList &backlights, QString *error);
-    /// Writes the saved values back and removes the file. Devices that are gone are skipped. Returns why values could
-    /// not be restored, one sentence for each; the file stays then. Returns nothing if there is no file.
+    /// Writes the saved values back and removes the file. Devices that are gone are skipped. Returns one sentence
+    /// for each device that failed, or about the file; if there is any, the file is kept. Returns nothing if there is
+    /// no file.
     QStringList restore();
     /// Returns how many devices restore() has written.
     int restoredCount() const { return m_restored; }

@@ -25,7 +25,8 @@ public:
         int netPorts = 4;
         int usbPorts = 4;
         int linkDelay = DefaultLinkDelay; ///< virtual milliseconds from the plug to the changed link
-        /// The results of calibration steps come by finishCalibration(): they were recorded or are measured by a board.
+        /// The results of calibration steps come through finishCalibration(): they were recorded or are measured by a
+        /// board.
         bool hasCalibrationResults = false;
     };
 
@@ -67,8 +68,8 @@ private:
         int command;
         int step;        // counted from 1, the one that begins
         int run;         // number of the calibration that it belongs to
-        QString problem; // why it fails even without a fault
-        bool hasFailed;  // even without a fault
+        QString problem; // why it fails regardless of faults
+        bool hasFailed;  // fails regardless of faults
         std::function<void(bool ok, const std::string &message)> result;
     };
 

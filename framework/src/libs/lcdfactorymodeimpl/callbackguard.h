@@ -31,10 +31,10 @@ public:
     CallbackGuard &operator=(const CallbackGuard &) = delete;
 
     /// Returns a function that passes its arguments to @p call, or does nothing after invalidate(). The function may be
-    /// copied and called on any thread. Its owner may delete it while it runs. Therefore each call runs a copy of @p
-    /// call, and @p call may hold only pointers and numbers. The functions that Listeners stores are different: they
-    /// are not copied, and keep their own state. If @p call deletes the owner of the guard, it must not use the owner
-    /// afterwards.
+    /// copied and called on any thread. Whoever holds it may delete it while it runs. Therefore each call runs a copy
+    /// of @p call, and @p call may hold only pointers and numbers. The functions that Listeners stores are different:
+    /// they are not copied, and keep their own state. If @p call deletes the owner of the guard, it must not use the
+    /// owner afterwards.
     template <class Call>
     auto wrap(Call call) const
     {

@@ -26,7 +26,8 @@ struct RunState
     bool shouldTimerRun = false;
     /// A report on another thread is starting the phase. Its single test may still have the state of an earlier run.
     bool isStartingOnOtherThread = false;
-    /// Whether the right button repeats a failed button function test. It is read, but nothing sets it to true.
+    /// Whether the right button repeats a failed button function test. It is read, but nothing sets it to true, because
+    /// a failed test isn't repeated. It stays to show which code a repetition would use.
     bool btnFuncRetestArmed = false;
     /// The button function phase shows its verdict screen.
     bool btnFuncAwaitingJudge = false;

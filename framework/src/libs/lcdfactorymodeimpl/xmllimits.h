@@ -30,10 +30,10 @@ namespace LCD::FactoryModeImpl {
 //
 // - QXmlStreamReader as the scanner takes a quarter of QDomDocument's time; this check takes a thirtieth. The reader
 //   stops at errors that QDomDocument accepts, such as an undeclared prefix, and can't tell what comes after them. It
-//   also compares the attributes of an element with each other itself.
-// - Handlers that count while the parser runs are exact for elements, but they are called too late for attributes,
-//   brackets and the entities in a value or a declaration: at the end of each. And a document that is rejected near its
-//   end has taken almost all of the parsing time.
+//   also compares the attributes of an element pairwise, which costs the same time.
+// - Handlers that count while the parser runs are exact for elements. For attributes, brackets and entities they are
+//   called only at the end of the tag or of the declaration, which is too late. And a document that is rejected near
+//   its end has taken almost all of the parsing time.
 // - Counting bytes, with the longest entity for each '&', rejects documents that QDomDocument accepts: a few hundred
 //   references to an entity with one tag look like a few hundred levels.
 

@@ -84,7 +84,8 @@ public:
     void setRighttBtnVisible(bool visible);
     /// Disables the left button if @p clickable is false.
     void setNoPassButtonCanClicked(bool clickable);
-    /// If @p enabled is false, the frame accepts all key events and ignores them, because the keys belong to the test.
+    /// If @p enabled is false, the frame accepts all key events and does nothing with them, because the keys belong to
+    /// the test.
     void setKeyEventsEnabled(bool enabled);
     void setStatusIcon(const QString &iconKey);
     void setStatusIconVisible(bool visible);
