@@ -61,9 +61,10 @@ void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect conten
     const bool headed = m_headingVisible && !m_heading->text().isEmpty();
     m_heading->setVisible(headed);
     if (headed) {
-        const int height = font * 3 / 2;
+        const int headingFont = font * 5 / 4;
+        const int height = headingFont * 3 / 2;
         m_heading->setGeometry(content.left(), content.top(), content.width(), height);
-        m_heading->setWantedFont(font);
+        m_heading->setWantedFont(headingFont);
         content.adjust(0, height + metrics.gap / 2, 0, 0);
     }
     m_steps->setFontRange(metrics.smallestFont, font);

@@ -112,6 +112,7 @@ private Q_SLOTS:
     void anOverlongListScrollsToItsEnd();
     void overlongTitleAndCaptionsFit();
     void verdictsAreLarger();
+    void headingsAreLargerThanTheText();
 };
 
 void TestFrameLayout::initTestCase()
@@ -219,6 +220,24 @@ void TestFrameLayout::verdictsAreLarger()
     QCOMPARE(list.fitted().font.pixelSize(), 30);
     list.setSteps({{QStringLiteral("Pass"), Qt::green, IconNone}});
     QCOMPARE(list.fitted().font.pixelSize(), 45);
+}
+
+void TestFrameLayout::headingsAreLargerThanTheText()
+{
+    FactoryTestFrame frame(nullptr);
+    frame.resize(800, 480);
+    frame.show();
+    for (const QSize &screen : Screens) {
+        frame.resize(screen);
+        frame.setStepTitle(QStringLiteral("Test"), Qt::white);
+        frame.clearAllSteps();
+        frame.addTestStep(QStringLiteral("Connect a port"), Qt::white, false);
+        QCoreApplication::processEvents();
+        const auto *heading = frame.findChild<QLabel *>(QStringLiteral("FactoryStepTitle"));
+        QVERIFY(heading && heading->isVisible());
+        QVERIFY2(heading->font().pixelSize() > frame.findChild<StepList *>()->fitted().font.pixelSize(),
+                 qPrintable(QStringLiteral("%1x%2").arg(screen.width()).arg(screen.height())));
+    }
 }
 
 QTEST_MAIN(TestFrameLayout)
