@@ -17,8 +17,9 @@ constexpr struct
     const char *name;
     Qt::Key key;
 } navigation[] = {
-    {"up", Qt::Key_Up},       {"down", Qt::Key_Down},    {"left", Qt::Key_Left},
-    {"right", Qt::Key_Right}, {"enter", Qt::Key_Return}, {"back", Qt::Key_Escape},
+    {"up", Qt::Key_Up},          {"down", Qt::Key_Down},          {"left", Qt::Key_Left}, {"right", Qt::Key_Right},
+    {"enter", Qt::Key_Return},   {"back", Qt::Key_Escape},        {"home", Qt::Key_Home}, {"end", Qt::Key_End},
+    {"page-up", Qt::Key_PageUp}, {"page-down", Qt::Key_PageDown},
 };
 
 // The innermost page that is visible and isn't just a part of another.

@@ -1,6 +1,7 @@
 // The steps of StepReader that perform operator actions.
 
 #include "device/device.h"
+#include "operator/sendinput.h"
 #include "operator/unitnumber.h"
 #include "scenario/stepreader.h"
 #include "yaml/limits.h"
@@ -11,8 +12,6 @@ namespace panelhost {
 
 namespace {
 
-const QStringList NavigationKeys{QStringLiteral("up"),    QStringLiteral("down"),  QStringLiteral("left"),
-                                 QStringLiteral("right"), QStringLiteral("enter"), QStringLiteral("back")};
 const QStringList Sides{QStringLiteral("left"), QStringLiteral("right")};
 
 bool hasKeys(const YamlNode &map, const QStringList &names)
@@ -50,7 +49,7 @@ std::optional<int> StepReader::key(const YamlNode &node)
 void StepReader::navigate(const YamlNode &value, Step &step)
 {
     forEach(value, [&](const YamlNode &node) {
-        if (const auto key = m_reader.word(node, NavigationKeys))
+        if (const auto key = m_reader.word(node, navigationKeys()))
             step.actions.append({OperatorAction::Kind::Navigate, {{QStringLiteral("key"), *key}}});
     });
 }

@@ -188,7 +188,8 @@ void tst_BoardInputProfile::namesWhatIsWrong_data()
         ":1:42: error: found \"REL_DIAL\", expected an event such as KEY_ENTER, REL_DIAL+, REL_DIAL-, ABS_HAT0X+ or "
         "ABS_HAT0X-");
     row("unknown movement", "navigation: {device: {name: a}, events: {REL_DIAL+: sideways}}\n",
-        ":1:53: error: found \"sideways\", expected one of up, down, left, right, enter, back");
+        ":1:53: error: found \"sideways\", expected one of up, down, left, right, enter, back, home, end, page-up, "
+        "page-down");
     row("axis missing", "tbar: {device: {name: a}}\n",
         ":1:7: error: a T-Bar needs either \"device\" and \"axis\", or \"iio\"");
     row("both", "tbar: {device: {name: a}, axis: ABS_X, iio: {device: a, channel: voltage1}, range: [0, 1]}\n",
