@@ -1,5 +1,7 @@
 #include "panel/frontpanel.h"
 
+#include "panel/activefaults.h"
+#include "panel/keybutton.h"
 #include "panel/keypanel.h"
 #include "panel/lcdbezel.h"
 #include "panel/lcdinput.h"
@@ -9,6 +11,7 @@
 #include "panel/theme.h"
 
 #include <QtGui/QPainter>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 
@@ -76,6 +79,7 @@ void FrontPanel::addKeyArea(const QList<KeyState> &keys)
     m_keyArea->viewport()->setAutoFillBackground(false);
     m_keys->setAutoFillBackground(false);
     theme::applyTo(m_keyArea->verticalScrollBar());
+    connect(qApp, &QApplication::focusChanged, this, &FrontPanel::showFocusedKey);
 }
 
 int FrontPanel::sideHeight() const
@@ -178,6 +182,24 @@ void FrontPanel::setState(const DeviceState &device, Milliseconds now)
         m_usbPorts[i]->setState(device.usbPorts[i]);
     m_tbar->setState(device.tbar);
     m_keys->setState(device.keys, now);
+}
+
+void FrontPanel::setFaults(const Faults &faults)
+{
+    const QString links = activeFaults(faults, FaultTarget::Links);
+    for (PortWidget *port : m_netPorts + m_usbPorts)
+        port->setFaults(links);
+    m_tbar->setFaults(activeFaults(faults, FaultTarget::TBar));
+    const auto keys = m_keys->findChildren<KeyButton *>();
+    for (KeyButton *key : keys)
+        key->setFaults(activeFaults(faults, FaultTarget::Key, key->halKey()));
+}
+
+// A key that gets the focus is scrolled into view.
+void FrontPanel::showFocusedKey(QWidget *, QWidget *now)
+{
+    if (now && m_keys->isAncestorOf(now))
+        m_keyArea->ensureWidgetVisible(now);
 }
 
 void FrontPanel::paintEvent(QPaintEvent *)

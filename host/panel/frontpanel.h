@@ -12,6 +12,7 @@ class QScrollArea;
 namespace panelhost {
 
 struct OperatorAction;
+class Faults;
 class KeyPanel;
 class LcdBezel;
 class NavigationControls;
@@ -31,6 +32,8 @@ public:
 
     /// Shows @p device. LEDs blink by the time @p now.
     void setState(const DeviceState &device, Milliseconds now);
+    /// Marks the controls to which the faults apply that are on.
+    void setFaults(const Faults &faults);
     /// Returns the size at scale 1.
     QSize naturalSize() const;
     /// Returns the scale at which the panel is shown.
@@ -62,6 +65,7 @@ private:
     void placeSide(const QPoint &topLeft);
     int placePorts(const QVector<PortWidget *> &ports, const QPoint &topLeft) const;
     void placeKeyArea();
+    void showFocusedKey(QWidget *before, QWidget *now);
 
     LcdBezel *m_bezel;
     QVector<ScreenView *> m_screens;

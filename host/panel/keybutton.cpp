@@ -32,6 +32,7 @@ KeyButton::KeyButton(const KeyState &key, QWidget *parent)
       m_key(key)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setHelp(tr("Click or Space: press. Long press: hold. Right button or Shift+Space: hold until the next click."));
     connect(&m_holdTimer, &RealTimeTimer::timeout, this, [this] {
         m_isHolding = true;
         trigger(OperatorAction::Kind::Hold);
@@ -51,6 +52,40 @@ void KeyButton::setState(const KeyState &key, Milliseconds now)
     m_level = level;
     if (!isSame)
         update();
+    announceState();
+}
+
+// A blinking LED is named as such, not by its level at this moment.
+QString KeyButton::stateText() const
+{
+    static const QStringList colors{tr("red"), tr("blue"), tr("green"), tr("white")};
+    QStringList parts;
+    const KeyLed &led = m_key.led;
+    if (led.brightness <= 0)
+        parts << tr("dark");
+    else
+        parts << (led.isBlinking() ? tr("blinking") : tr("lit")) << colors.value(led.color, tr("amber"))
+              << tr("%1 %").arg(qMin(led.brightness, 100));
+    if (m_key.isDown)
+        parts << tr("held");
+    if (!faults().isEmpty())
+        parts << tr("fault");
+    return parts.join(QStringLiteral(", "));
+}
+
+void KeyButton::activate()
+{
+    trigger(m_key.isDown ? OperatorAction::Kind::Release : OperatorAction::Kind::Press);
+}
+
+void KeyButton::activateOther()
+{
+    toggleHold();
+}
+
+void KeyButton::toggleHold()
+{
+    trigger(m_key.isDown ? OperatorAction::Kind::Release : OperatorAction::Kind::Hold);
 }
 
 QString KeyButton::caption() const
@@ -88,7 +123,7 @@ void KeyButton::setMouseDown(bool down)
 void KeyButton::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::RightButton)
-        return trigger(m_key.isDown ? OperatorAction::Kind::Release : OperatorAction::Kind::Hold);
+        return toggleHold();
     if (event->button() != Qt::LeftButton)
         return;
     if (m_key.isDown)

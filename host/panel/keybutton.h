@@ -27,6 +27,10 @@ public:
     int level() const { return m_level; }
     bool isDown() const { return m_key.isDown || m_isMouseDown; }
     QSize naturalSize() const override;
+    void activate() override;
+    void activateOther() override;
+    QString stateText() const override;
+    bool isChecked() const override { return isDown(); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -37,6 +41,7 @@ protected:
 private:
     void trigger(OperatorAction::Kind kind);
     void setMouseDown(bool down);
+    void toggleHold();
     QString caption() const;
     QColor capColor() const;
 

@@ -9,10 +9,10 @@ namespace panelhost {
 
 using theme::Grid;
 
-Knob::Knob(QWidget *parent)
-    : Control(QStringLiteral("knob"), QStringLiteral("Knob: turn with the wheel, press in the middle"), parent)
+Knob::Knob(QWidget *parent) : Control(QStringLiteral("knob"), tr("Knob"), parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setHelp(tr("Wheel or click on a side: turn. Click in the middle or Space: Enter."));
 }
 
 QSize Knob::naturalSize() const
@@ -51,13 +51,18 @@ void Knob::navigate(const QString &key, int turn)
     Q_EMIT actionTriggered(navigationAction(key));
 }
 
+void Knob::activate()
+{
+    navigate(QStringLiteral("enter"), 0);
+}
+
 void Knob::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     const qreal side = unscaled(event->localPos()).x() - disc().center().x();
     if (qAbs(side) <= disc().width() / 4)
-        return navigate(QStringLiteral("enter"), 0);
+        return activate();
     side < 0 ? navigate(QStringLiteral("up"), -20) : navigate(QStringLiteral("down"), 20);
 }
 

@@ -13,6 +13,7 @@ public:
     explicit Knob(QWidget *parent);
 
     QSize naturalSize() const override;
+    void activate() override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

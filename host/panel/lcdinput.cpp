@@ -4,6 +4,8 @@
 
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
@@ -17,6 +19,7 @@ LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
     : Control(QStringLiteral("lcd-overlay"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
 {
     setToolTip({});
+    setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::ArrowCursor);
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -24,10 +27,12 @@ LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
 void LcdInput::navigate(int key)
 {
     static const QHash<int, QString> keys = {
-        {Qt::Key_Up, QStringLiteral("up")},        {Qt::Key_Down, QStringLiteral("down")},
-        {Qt::Key_Left, QStringLiteral("left")},    {Qt::Key_Right, QStringLiteral("right")},
-        {Qt::Key_Return, QStringLiteral("enter")}, {Qt::Key_Enter, QStringLiteral("enter")},
-        {Qt::Key_Escape, QStringLiteral("back")},  {Qt::Key_Backspace, QStringLiteral("back")},
+        {Qt::Key_Up, QStringLiteral("up")},          {Qt::Key_Down, QStringLiteral("down")},
+        {Qt::Key_Left, QStringLiteral("left")},      {Qt::Key_Right, QStringLiteral("right")},
+        {Qt::Key_Return, QStringLiteral("enter")},   {Qt::Key_Enter, QStringLiteral("enter")},
+        {Qt::Key_Escape, QStringLiteral("back")},    {Qt::Key_Backspace, QStringLiteral("back")},
+        {Qt::Key_Home, QStringLiteral("home")},      {Qt::Key_End, QStringLiteral("end")},
+        {Qt::Key_PageUp, QStringLiteral("page-up")}, {Qt::Key_PageDown, QStringLiteral("page-down")},
     };
     const auto found = keys.constFind(key);
     if (found != keys.constEnd())
@@ -101,7 +106,8 @@ bool LcdInput::isOnLcd(const QWidget *widget) const
 
 bool LcdInput::isForOperator(const QWidget *widget) const
 {
-    const bool isOther = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QMenuBar *>(widget);
+    const bool isOther = qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QMenuBar *>(widget)
+        || (qobject_cast<const QAbstractItemView *>(widget) && !isOnLcd(widget));
     return widget && (widget->window() == window() || isOnLcd(widget)) && !isOther;
 }
 
@@ -110,14 +116,38 @@ bool LcdInput::isForOperator(const QWidget *widget) const
 bool LcdInput::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    const auto *widget = isKey && event->spontaneous() ? qobject_cast<QWidget *>(watched) : nullptr;
+    auto *widget = isKey && event->spontaneous() ? qobject_cast<QWidget *>(watched) : nullptr;
     if (!isForOperator(widget))
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
         return isOnLcd(widget);
+    if (handleFocusKey(widget, *key))
+        return true;
+    // Buttons of the window are pressed with Space.
+    if (key->key() == Qt::Key_Space && qobject_cast<const QAbstractButton *>(widget) && !isOnLcd(widget))
+        return false;
     if (key->type() == QEvent::KeyPress)
         navigate(key->key());
+    return true;
+}
+
+// Tab moves from one control of the window to the next; the LCD as a whole is one of them.
+bool LcdInput::handleFocusKey(QWidget *widget, const QKeyEvent &key)
+{
+    const bool isPress = key.type() == QEvent::KeyPress;
+    if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+        if (isPress)
+            focusNextPrevChild(key.key() == Qt::Key_Tab);
+        return true;
+    }
+    auto *control = qobject_cast<Control *>(widget);
+    if (!control)
+        return false;
+    if (key.key() != Qt::Key_Space)
+        return isPress && control->handleKey(key.key());
+    if (isPress && !key.isAutoRepeat())
+        key.modifiers() & Qt::ShiftModifier ? control->activateOther() : control->activate();
     return true;
 }
 

@@ -2,6 +2,8 @@
 
 #include "panel/control.h"
 
+class QKeyEvent;
+
 namespace panelhost {
 
 /// Converts the keyboard and mouse input of the window to operator actions, so that all input of the component is in
@@ -16,6 +18,7 @@ public:
     LcdInput(QWidget *lcd, QWidget *parent);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
+    QAccessible::Role accessibleRole() const override { return QAccessible::Graphic; }
     QSize naturalSize() const override { return m_lcd->size(); }
 
 protected:
@@ -28,6 +31,7 @@ private:
     bool isOnLcd(const QWidget *widget) const;
     bool isForOperator(const QWidget *widget) const;
     void focusLcd();
+    bool handleFocusKey(QWidget *widget, const QKeyEvent &key);
     void navigate(int key);
     QPoint lcdPoint(const QMouseEvent &event) const;
     void touch(OperatorAction::Kind kind, const QPoint &point);

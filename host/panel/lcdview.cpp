@@ -1,5 +1,6 @@
 #include "panel/lcdview.h"
 
+#include <QtGui/QFocusEvent>
 #include <QtWidgets/QGraphicsProxyWidget>
 
 namespace panelhost {
@@ -8,6 +9,8 @@ LcdView::LcdView(QWidget *lcd, QWidget *parent) : QGraphicsView(parent), m_proxy
 {
     setObjectName(QStringLiteral("lcd-view"));
     setScene(&m_scene);
+    setAccessibleName(tr("LCD"));
+    setFocusPolicy(Qt::TabFocus);
     m_scene.setSceneRect(lcd->rect());
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -24,6 +27,14 @@ LcdView::~LcdView()
         return;
     lcd->hide();
     m_proxy->setWidget(nullptr);
+}
+
+// However the view gets the focus, the LCD keeps its own: Tab would otherwise move it to another widget of the LCD.
+void LcdView::focusInEvent(QFocusEvent *)
+{
+    QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
+    QGraphicsView::focusInEvent(&plain);
+    viewport()->update();
 }
 
 void LcdView::resizeEvent(QResizeEvent *event)

@@ -18,6 +18,7 @@ public:
     ~LcdView() override;
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -13,6 +13,7 @@ NavigationButton::NavigationButton(const QString &key, const QString &sign, QWid
     : Control(QStringLiteral("nav-") + key, key.left(1).toUpper() + key.mid(1), parent), m_key(key), m_sign(sign)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setHelp(tr("Moves in the page that the LCD shows. The arrow keys, Return and Escape do the same."));
 }
 
 QSize NavigationButton::naturalSize() const
@@ -31,13 +32,18 @@ void NavigationButton::paintEvent(QPaintEvent *)
     painter.drawText(area(), Qt::AlignCenter, m_sign);
 }
 
+void NavigationButton::activate()
+{
+    Q_EMIT actionTriggered(navigationAction(m_key));
+}
+
 void NavigationButton::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     m_isDown = true;
     update();
-    Q_EMIT actionTriggered(navigationAction(m_key));
+    activate();
 }
 
 void NavigationButton::mouseReleaseEvent(QMouseEvent *)

@@ -14,6 +14,7 @@ public:
     NavigationButton(const QString &key, const QString &sign, QWidget *parent);
 
     QSize naturalSize() const override;
+    void activate() override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -18,17 +18,18 @@ static QString caption(const PortState &port)
     return digits > 0 ? text.insert(digits, QLatin1Char(' ')) : text;
 }
 
-static QString toolTipOf(const PortState &port)
+static QString speedText(const PortState &port)
 {
-    if (port.speed <= 0)
-        return caption(port);
-    return QStringLiteral("%1: %2 Mbit/s").arg(caption(port)).arg(port.speed);
+    return port.speed <= 0 ? QString() : QStringLiteral("%1 Mbit/s").arg(port.speed);
 }
 
 PortWidget::PortWidget(Type type, const PortState &port, QWidget *parent)
     : Control(port.name, caption(port), parent), m_type(type), m_port(port)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setStateHelp(speedText(port));
+    setHelp(type == Type::Usb ? tr("Click or Space: plug or unplug. \"block\" or Shift+Space: block or unblock.")
+                              : tr("Click or Space: plug or unplug."));
 }
 
 QSize PortWidget::naturalSize() const
@@ -41,8 +42,27 @@ void PortWidget::setState(const PortState &port)
     if (port.isPlugged == m_port.isPlugged && port.isBlocked == m_port.isBlocked && port.speed == m_port.speed)
         return;
     m_port = port;
-    setToolTip(toolTipOf(port));
+    setStateHelp(speedText(port));
+    announceState();
     update();
+}
+
+QString PortWidget::stateText() const
+{
+    QStringList parts{m_port.isPlugged ? tr("plugged") : tr("unplugged")};
+    if (m_port.isBlocked)
+        parts << tr("blocked");
+    if (m_port.speed > 0)
+        parts << speedText(m_port);
+    if (!faults().isEmpty())
+        parts << tr("fault");
+    return parts.join(QStringLiteral(", "));
+}
+
+void PortWidget::activateOther()
+{
+    if (m_type == Type::Usb)
+        toggleBlock();
 }
 
 QRect PortWidget::shell() const

@@ -21,6 +21,12 @@ public:
 
     void setState(const PortState &port);
     QSize naturalSize() const override;
+    void activate() override { togglePlug(); }
+    void activateOther() override;
+    QAccessible::Role accessibleRole() const override { return QAccessible::CheckBox; }
+    QString stateText() const override;
+    bool isCheckable() const override { return true; }
+    bool isChecked() const override { return m_port.isPlugged; }
     /// Returns the rectangle of the switch in unscaled coordinates; empty for a port without one.
     QRect blockSwitch() const;
 

@@ -11,9 +11,12 @@ namespace panelhost {
 
 using theme::Grid;
 
+constexpr double Step = 0.05; ///< of the wheel and the arrow keys
+
 TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), QStringLiteral("T-Bar"), parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    setHelp(tr("Drag, wheel or arrow keys: move. Home: bottom. End: top."));
 }
 
 QSize TBarWidget::naturalSize() const
@@ -26,8 +29,40 @@ void TBarWidget::setState(const TBarState &bar)
     if (bar == m_bar)
         return;
     m_bar = bar;
-    setToolTip(bar.failure.isEmpty() ? accessibleName() : accessibleName() + QStringLiteral(": ") + bar.failure);
+    setStateHelp(bar.failure);
+    announceState();
     update();
+}
+
+QString TBarWidget::stateText() const
+{
+    QStringList parts{tr("%1 %").arg(qRound(m_bar.position * 100))};
+    if (!m_bar.failure.isEmpty())
+        parts << m_bar.failure;
+    if (!faults().isEmpty())
+        parts << tr("fault");
+    return parts.join(QStringLiteral(", "));
+}
+
+bool TBarWidget::handleKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+        moveTo(m_bar.position + Step);
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+        moveTo(m_bar.position - Step);
+        return true;
+    case Qt::Key_Home:
+        moveTo(0);
+        return true;
+    case Qt::Key_End:
+        moveTo(1);
+        return true;
+    }
+    return false;
 }
 
 QRect TBarWidget::track() const
@@ -141,7 +176,7 @@ void TBarWidget::mouseMoveEvent(QMouseEvent *event)
 
 void TBarWidget::wheelEvent(QWheelEvent *event)
 {
-    moveTo(m_bar.position + event->angleDelta().y() / 120 * 0.05);
+    moveTo(m_bar.position + event->angleDelta().y() / 120 * Step);
 }
 
 }

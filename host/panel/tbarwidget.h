@@ -19,6 +19,11 @@ public:
     /// Returns the y coordinate of the bar's middle for @p position, in unscaled coordinates.
     int yOf(double position) const;
     QSize naturalSize() const override;
+    /// Emits the action that moves the bar to @p position, unless it is there.
+    void moveTo(double position);
+    bool handleKey(int key) override;
+    QAccessible::Role accessibleRole() const override { return QAccessible::Slider; }
+    QString stateText() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -27,7 +32,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    void moveTo(double position);
     QRect track() const;
     void drawScale(QPainter &painter) const;
     void drawTarget(QPainter &painter) const;

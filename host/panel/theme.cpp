@@ -3,6 +3,7 @@
 #include <QtCore/QFile>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
+#include <QtWidgets/QToolTip>
 #include <QtWidgets/QWidget>
 
 // The macro for resources of a static library must be used outside of any namespace.
@@ -99,6 +100,12 @@ static QString styleSheet()
     for (const auto &color : colors)
         sheet.replace(color.first, QColor(color.second).name());
     return sheet;
+}
+
+void applyToToolTips()
+{
+    QToolTip::setPalette(palette());
+    QToolTip::setFont(font(12));
 }
 
 void applyTo(QWidget *widget)

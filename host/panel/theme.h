@@ -47,6 +47,8 @@ void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool i
 /// Draws a small caption.
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text);
 
+/// Sets the colors of all tool tips.
+void applyToToolTips();
 /// Sets palette, font and style sheet of a menu, dock or dialog. Not for the LCD, which has its own style.
 void applyTo(QWidget *widget);
 

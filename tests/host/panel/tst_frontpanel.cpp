@@ -325,6 +325,10 @@ void TestFrontPanel::keyboardNavigates_data()
     row("enter", Qt::Key_Enter, QStringLiteral("enter"));
     row("escape", Qt::Key_Escape, QStringLiteral("back"));
     row("backspace", Qt::Key_Backspace, QStringLiteral("back"));
+    row("home", Qt::Key_Home, QStringLiteral("home"));
+    row("end", Qt::Key_End, QStringLiteral("end"));
+    row("page up", Qt::Key_PageUp, QStringLiteral("page-up"));
+    row("page down", Qt::Key_PageDown, QStringLiteral("page-down"));
 }
 
 void TestFrontPanel::keyboardNavigates()
