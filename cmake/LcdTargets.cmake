@@ -102,6 +102,7 @@ set(LCD_TEST_ENVIRONMENT
     "CXX=${CMAKE_CXX_COMPILER}" # for the tests that build something
     QT_QPA_PLATFORM=offscreen
     PANELHOST_RECORDS=none # nothing goes into the user's data directory
+    "XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/tests/config" # nor into the settings
     QT_LOGGING_TO_CONSOLE=1
     QT_SCALE_FACTOR=1
     LC_ALL=C.UTF-8

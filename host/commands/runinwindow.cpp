@@ -2,6 +2,7 @@
 
 #include "device/board/savedoutputs.h"
 #include "diagnostics/reporterror.h"
+#include "lcd/translate/lcdfwtranslatemanager.h"
 #include "output/replacefile.h"
 #include "panel/patternscreens.h"
 #include "profile/boardprofile.h"
@@ -13,6 +14,7 @@
 #include "window/quitonsignal.h"
 #include "window/windowfiles.h"
 #include "window/windowoptions.h"
+#include "window/windowsettings.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtGui/QScreen>
@@ -101,7 +103,12 @@ int showPanel(Session &session, const WindowOptions &options, WindowFiles &files
     StoreReader reader(records.location());
     PanelWindow window(session);
     showRecords(window, options, records, reader);
-    window.setSpeed(options.speed);
+    WindowSettings settings;
+    // A picture doesn't depend on what was used last.
+    const bool remembers = options.screenshot.isEmpty();
+    if (remembers)
+        settings.restore(window);
+    window.setSpeed(options.hasSpeed || !remembers ? options.speed : settings.speed().value_or(options.speed));
     files.showIn(window);
     window.show();
     if (!options.screenshot.isEmpty())
@@ -110,7 +117,9 @@ int showPanel(Session &session, const WindowOptions &options, WindowFiles &files
     QString error;
     if (!options.layout.isEmpty() && !saveLayout(window, options.layout, &error))
         return reportError(error);
-    return runEventLoop(session, files);
+    const int status = runEventLoop(session, files);
+    settings.save(window, session.language());
+    return status;
 }
 
 int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
@@ -133,6 +142,12 @@ bool readDevice(const CommandLine &line, const WindowOptions &options, Session::
         std::fprintf(stderr, "%s\n", qPrintable(each));
     *error = QStringLiteral("--device is \"%1\"; the board profile has errors.").arg(options.board);
     return false;
+}
+
+QString rememberedLanguage(const QString &fallback)
+{
+    const QString code = WindowSettings().language(LCDFWTranslateManager::instance()->languages());
+    return code.isEmpty() ? fallback : code;
 }
 
 // Returns when the window is closed and the session has ended.
@@ -166,6 +181,8 @@ int runInWindow(const CommandLine &line, const QString &recording)
         return reportError(error);
     Session::Options device = line.session;
     device.startsInFactoryMode = !options.asksForUnit || !records.unit().isEmpty();
+    if (!line.parser.isSet(QStringLiteral("language")) && options.screenshot.isEmpty() && !options.isKiosk)
+        device.language = rememberedLanguage(device.language);
     if (!readDevice(line, options, device, &error))
         return reportError(error);
     device.sessionLine = records.beginSession(device);

@@ -27,6 +27,8 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
     const Line &line = lineAt(m_visible[static_cast<size_t>(index.row())]);
     if (role == Qt::DisplayRole)
         return line.text;
+    if (role == SequenceRole)
+        return m_visible[static_cast<size_t>(index.row())];
     return role == KindRole ? QVariant(line.kind) : QVariant();
 }
 
@@ -81,11 +83,22 @@ void JournalModel::filterAgain()
 {
     beginResetModel();
     m_visible.clear();
-    for (qint64 sequence = forgotten() + 1; sequence < m_nextSequence; ++sequence) {
+    for (qint64 sequence = qMax(forgotten(), m_clearedUntil) + 1; sequence < m_nextSequence; ++sequence) {
         if (matches(lineAt(sequence)))
             m_visible.push_back(sequence);
     }
     endResetModel();
+}
+
+void JournalModel::clear()
+{
+    m_clearedUntil = everSeen();
+    filterAgain();
+}
+
+int JournalModel::rowFrom(qint64 sequence) const
+{
+    return static_cast<int>(std::lower_bound(m_visible.begin(), m_visible.end(), sequence) - m_visible.begin());
 }
 
 void JournalModel::setKinds(const QSet<int> &kinds)

@@ -20,7 +20,8 @@ public:
     static constexpr int PollBudget = 4000;                     ///< number of lines added by one poll()
 
     enum Role {
-        KindRole = Qt::UserRole
+        KindRole = Qt::UserRole,
+        SequenceRole ///< the number of the line in the journal
     };
 
     explicit JournalModel(const Journal &journal, QObject *parent = nullptr);
@@ -31,6 +32,10 @@ public:
     void poll();
     void setKinds(const QSet<int> &kinds);
     void setText(const QString &text);
+    /// Shows only lines that come from now on. The journal keeps the others.
+    void clear();
+    /// Returns the first row whose sequence number is @p sequence or higher; rowCount() if there is none.
+    int rowFrom(qint64 sequence) const;
     /// Returns the number of lines that are kept, visible or not.
     int total() const { return static_cast<int>(m_lines.size()); }
     /// Returns the number of all lines of the journal up to the last poll().
@@ -57,6 +62,7 @@ private:
     std::deque<qint64> m_visible; ///< sequences of lines
     QSet<int> m_kinds;
     QString m_text;
+    qint64 m_clearedUntil = 0; ///< the last sequence that isn't shown
 };
 
 }

@@ -1,18 +1,27 @@
 #include "window/journalview.h"
 
+#include "output/replacefile.h"
 #include "panel/theme.h"
 #include "window/elidedlabel.h"
 #include "window/journalmodel.h"
 
+#include <QtCore/QJsonArray>
+#include <QtGui/QClipboard>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QToolBar>
+#include <QtWidgets/QTreeWidget>
+
+#include <algorithm>
 
 namespace panelhost {
 
@@ -54,21 +63,24 @@ protected:
 }
 
 JournalView::JournalView(const Journal &journal, QWidget *parent)
-    : QDockWidget(QStringLiteral("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
-      m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel), m_list(makeList())
+    : QDockWidget(tr("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
+      m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel), m_list(makeList()),
+      m_detail(makeDetail()), m_journal(journal)
 {
     setObjectName(QStringLiteral("journal"));
     theme::applyTo(this);
     m_text->setObjectName(QStringLiteral("journal-text"));
-    m_text->setPlaceholderText(QStringLiteral("Filter"));
+    m_text->setPlaceholderText(tr("Filter (Ctrl+F)"));
     m_text->setClearButtonEnabled(true);
-    m_text->setFocusPolicy(Qt::ClickFocus);
-    m_text->setMinimumWidth(120);
-    connect(m_text, &QLineEdit::textChanged, m_model, &JournalModel::setText);
+    m_text->setFocusPolicy(Qt::StrongFocus);
+    m_text->setMinimumWidth(8 * theme::Grid);
+    connect(m_text, &QLineEdit::textChanged, this,
+            [this](const QString &text) { changeFilter([this, text] { m_model->setText(text); }); });
     auto *row = new QHBoxLayout;
     row->setSpacing(theme::Grid);
     row->addWidget(m_text, 1);
     row->addWidget(m_count);
+    row->addWidget(makeActions());
     auto *content = new QWidget(this);
     content->setObjectName(QStringLiteral("journal-content"));
     content->setAttribute(Qt::WA_StyledBackground);
@@ -81,8 +93,14 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     column->addWidget(makeKinds());
     column->addLayout(row);
     column->addWidget(m_forgotten);
-    column->addWidget(m_list);
+    auto *split = new QSplitter(Qt::Vertical);
+    split->addWidget(m_list);
+    split->addWidget(m_detail);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 1);
+    column->addWidget(split);
     setWidget(content);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &JournalView::showDetail);
 }
 
 QListView *JournalView::makeList()
@@ -92,8 +110,8 @@ QListView *JournalView::makeList()
     list->setModel(m_model);
     list->setItemDelegate(new LineDelegate(list));
     list->setUniformItemSizes(true);
-    list->setSelectionMode(QAbstractItemView::NoSelection);
-    list->setFocusPolicy(Qt::NoFocus);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list->setFocusPolicy(Qt::StrongFocus);
     list->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     QFont font(QStringLiteral("DejaVu Sans Mono"));
     font.setPixelSize(11);
@@ -116,9 +134,133 @@ QToolBar *JournalView::makeKinds()
         bar->addAction(action);
         QWidget *button = bar->widgetForAction(action);
         button->setObjectName(QStringLiteral("journal-") + Journal::kindName(kind.kind));
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setFocusPolicy(Qt::TabFocus);
     }
     return bar;
+}
+
+QTreeWidget *JournalView::makeDetail()
+{
+    auto *tree = new QTreeWidget;
+    tree->setObjectName(QStringLiteral("journal-detail"));
+    tree->setHeaderLabels({tr("Name"), tr("Value")});
+    tree->setAccessibleName(tr("Data of the journal line"));
+    tree->hide();
+    return tree;
+}
+
+QWidget *JournalView::makeActions()
+{
+    auto *bar = new QToolBar;
+    bar->setObjectName(QStringLiteral("journal-actions"));
+    const auto add = [this, bar](const char *name, const QString &text, const QString &help, const QKeySequence &keys,
+                                 void (JournalView::*slot)()) {
+        QAction *action = bar->addAction(text, this, slot);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setToolTip(keys.isEmpty() ? help : QStringLiteral("%1 (%2)").arg(help, keys.toString()));
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+        bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    };
+    add("journal-copy", tr("Copy"), tr("Copies the selected lines"), QKeySequence::Copy, &JournalView::copySelection);
+    add("journal-clear", tr("Clear"), tr("Hides all lines up to now; the journal keeps them"), {}, &JournalView::clear);
+    add("journal-export", tr("Export…"), tr("Writes the lines that are shown to a file"), {},
+        &JournalView::exportLines);
+    return bar;
+}
+
+void JournalView::focusFilter()
+{
+    show();
+    m_text->setFocus(Qt::ShortcutFocusReason);
+    m_text->selectAll();
+}
+
+void JournalView::clear()
+{
+    m_model->clear();
+    updateCounts();
+}
+
+void JournalView::copySelection()
+{
+    QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
+    std::sort(selected.begin(), selected.end());
+    QStringList lines;
+    for (const QModelIndex &index : qAsConst(selected))
+        lines << index.data().toString();
+    if (!lines.isEmpty())
+        QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+}
+
+QByteArray JournalView::shownLines() const
+{
+    QByteArray lines;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        lines += m_model->index(row).data().toString().toUtf8() + '\n';
+    return lines;
+}
+
+void JournalView::exportLines()
+{
+    auto *dialog = new QFileDialog(window(), tr("Export the journal"));
+    dialog->setObjectName(QStringLiteral("export-dialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->selectFile(QStringLiteral("journal.txt"));
+    theme::applyTo(dialog);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
+        QString error;
+        const bool isSaved = replaceFile(path, shownLines(), &error);
+        Q_EMIT messageChanged(isSaved ? tr("Saved: %1").arg(path) : error);
+    });
+    dialog->open();
+}
+
+namespace {
+
+// Objects and lists get children; other values are shown as they are.
+void addValue(QTreeWidgetItem *item, const QJsonValue &value)
+{
+    const auto addChild = [item](const QString &name, const QJsonValue &child) {
+        addValue(new QTreeWidgetItem(item, QStringList(name)), child);
+    };
+    if (value.isObject()) {
+        const QJsonObject object = value.toObject();
+        for (auto member = object.begin(); member != object.end(); ++member)
+            addChild(member.key(), member.value());
+    } else if (value.isArray()) {
+        const QJsonArray array = value.toArray();
+        for (int index = 0; index < array.size(); ++index)
+            addChild(QString::number(index), array.at(index));
+    } else {
+        item->setText(1, value.toVariant().toString());
+    }
+}
+
+}
+
+void JournalView::showDetail(const QModelIndex &index)
+{
+    m_detail->clear();
+    const qint64 sequence = index.data(JournalModel::SequenceRole).toLongLong();
+    const auto entries = sequence > 0 ? m_journal.entriesFrom(sequence, 1) : QVector<Journal::Entry>();
+    m_detail->setVisible(!entries.isEmpty());
+    if (entries.isEmpty())
+        return;
+    const Journal::Entry &entry = entries.first();
+    const auto add = [this](const QString &name, const QString &value) {
+        return new QTreeWidgetItem(m_detail, {name, value});
+    };
+    add(tr("Number"), QString::number(entry.sequence));
+    add(tr("Time"), QStringLiteral("%1 ms").arg(entry.at));
+    add(tr("Thread"), entry.thread);
+    add(tr("Kind"), Journal::kindName(entry.kind));
+    addValue(add(entry.name, {}), entry.data);
+    m_detail->expandAll();
+    m_detail->resizeColumnToContents(0);
 }
 
 void JournalView::updateKinds()
@@ -127,7 +269,26 @@ void JournalView::updateKinds()
     for (const QAction *action : qAsConst(m_kinds))
         if (action->isChecked())
             kinds.insert(action->data().toInt());
-    m_model->setKinds(kinds);
+    changeFilter([this, kinds] { m_model->setKinds(kinds); });
+}
+
+// The line at the top stays there, or the next one that is still shown. The end stays the end.
+void JournalView::changeFilter(const std::function<void()> &change)
+{
+    const QScrollBar *bar = m_list->verticalScrollBar();
+    const bool isAtEnd = bar->value() >= bar->maximum();
+    const qint64 current = m_list->currentIndex().data(JournalModel::SequenceRole).toLongLong();
+    const qint64 top = m_list->indexAt({1, 1}).data(JournalModel::SequenceRole).toLongLong();
+    change();
+    const int row = m_model->rowFrom(current);
+    if (current > 0 && m_model->index(row).data(JournalModel::SequenceRole).toLongLong() == current)
+        m_list->setCurrentIndex(m_model->index(row));
+    if (isAtEnd)
+        m_list->scrollToBottom();
+    else
+        m_list->scrollTo(m_model->index(qMin(m_model->rowFrom(top), m_model->rowCount() - 1)),
+                         QAbstractItemView::PositionAtTop);
+    updateCounts();
 }
 
 void JournalView::poll()
@@ -144,7 +305,7 @@ void JournalView::poll()
 
 void JournalView::updateCounts()
 {
-    m_count->setText(QStringLiteral("%1 of %2").arg(m_model->rowCount()).arg(m_model->everSeen()));
+    m_count->setText(tr("%1 of %2").arg(m_model->rowCount()).arg(m_model->everSeen()));
     const qint64 forgotten = m_model->forgotten();
     m_forgotten->setVisible(forgotten > 0);
     if (forgotten == 0)

@@ -7,6 +7,9 @@ class QLabel;
 class QLineEdit;
 class QListView;
 class QToolBar;
+class QTreeWidget;
+
+#include <functional>
 
 namespace panelhost {
 
@@ -26,12 +29,27 @@ public:
     /// Adds new lines. Costs little while the dock is hidden.
     void poll();
     JournalModel &model() { return *m_model; }
+    /// Gives the text filter the focus.
+    void focusFilter();
+    /// Hides all lines up to now.
+    void clear();
     /// Sets the name of the file that gets all lines, for the note about lines that are no longer shown.
     void setFile(const QString &fileName) { m_file = fileName; }
 
+Q_SIGNALS:
+    /// Emitted when lines were exported, or couldn't be: @p text is a sentence.
+    void messageChanged(const QString &text);
+
 private:
     QToolBar *makeKinds();
+    QWidget *makeActions();
+    QTreeWidget *makeDetail();
     void updateKinds();
+    void changeFilter(const std::function<void()> &change);
+    void showDetail(const QModelIndex &index);
+    void copySelection();
+    void exportLines();
+    QByteArray shownLines() const;
     void updateCounts();
     QListView *makeList();
 
@@ -42,6 +60,8 @@ private:
     QLabel *m_forgotten;
     QString m_file;
     QListView *m_list;
+    QTreeWidget *m_detail;
+    const Journal &m_journal;
 };
 
 }

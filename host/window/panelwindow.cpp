@@ -7,8 +7,12 @@
 #include "session/session.h"
 #include "window/dockplace.h"
 #include "window/faultmenu.h"
+#include "window/faultview.h"
+#include "window/filemenu.h"
+#include "window/helpmenu.h"
 #include "window/journalview.h"
 #include "window/speedbar.h"
+#include "window/timemenu.h"
 #include "window/todayview.h"
 #include "window/unitbar.h"
 #include "window/windowstatus.h"
@@ -41,12 +45,14 @@ PanelWindow::PanelWindow(Session &session)
     setObjectName(QStringLiteral("window"));
     setWindowTitle(QStringLiteral("panelhost"));
     setCentralWidget(m_panel);
+    theme::applyToToolTips();
     theme::applyTo(menuBar());
     theme::applyTo(m_speed);
     setStatusBar(m_status);
     setAnimated(false); // animations would run in virtual time
     addMenus();
     addJournal();
+    addFaults();
     setInitialSize();
     connect(m_panel, &FrontPanel::actionTriggered, this, &PanelWindow::perform);
     connect(m_speed, &SpeedBar::speedSelected, this, &PanelWindow::setSpeed);
@@ -92,6 +98,7 @@ void PanelWindow::askForUnits(const UnitPattern &pattern, const QString &unit)
     connect(m_units, &UnitBar::unitEntered, this, &PanelWindow::beginUnit);
     connect(m_units, &UnitBar::finished, this, &PanelWindow::focusLcd);
     auto *bar = new QToolBar(QStringLiteral("Unit"), this);
+    bar->setObjectName(QStringLiteral("unit-toolbar"));
     bar->setMovable(false);
     bar->toggleViewAction()->setVisible(false);
     theme::applyTo(bar);
@@ -165,6 +172,9 @@ void PanelWindow::refresh()
 {
     const DeviceState device = m_session.device().state();
     m_panel->setState(device, m_sinceOpened.elapsed());
+    m_panel->setFaults(m_session.faults());
+    if (m_faults->isVisible())
+        m_faults->poll();
     showFailure(failureOf(device));
     m_speed->setNow(m_session.clock().now());
     m_journal->poll();
@@ -257,11 +267,22 @@ void PanelWindow::paintEvent(QPaintEvent *)
 
 void PanelWindow::setSpeed(double factor)
 {
+    m_factor = factor;
     if (factor < 0)
         m_session.clock().stop();
     else
         m_session.clock().run(factor);
     m_speed->setSpeed(factor);
+    m_time->setSpeed(factor);
+}
+
+void PanelWindow::step()
+{
+    constexpr Milliseconds Most = 60000;
+    setSpeed(SpeedBar::Paused);
+    const qint64 before = m_session.journal().count();
+    m_session.clock().advanceUntil(Most, [this, before] { return m_session.journal().count() > before; });
+    refresh();
 }
 
 void PanelWindow::setRecording(const QString &fileName)
@@ -286,14 +307,33 @@ void PanelWindow::addFailure(const QString &text)
 
 void PanelWindow::addMenus()
 {
+    auto *files = new FileMenu(m_session, this);
+    connect(files, &FileMenu::messageChanged, m_status, &WindowStatus::setMessage);
+    connect(m_journal, &JournalView::messageChanged, m_status, &WindowStatus::setMessage);
+    menuBar()->addMenu(files);
     addDeviceMenu();
+    addTimeMenu();
+    addFaultMenu();
+    addLanguageMenu();
+    addViewMenu();
+    menuBar()->addMenu(new HelpMenu(m_session, menuBar(), this));
+    menuBar()->setCornerWidget(m_speed);
+}
+
+void PanelWindow::addTimeMenu()
+{
+    m_time = new TimeMenu(this);
+    connect(m_time, &TimeMenu::speedSelected, this, &PanelWindow::setSpeed);
+    connect(m_time, &TimeMenu::stepTriggered, this, &PanelWindow::step);
+    menuBar()->addMenu(m_time);
+}
+
+void PanelWindow::addFaultMenu()
+{
     auto *faults = new FaultMenu(m_session.faults(), m_session.device(), this);
     connect(faults, &FaultMenu::actionTriggered, this, &PanelWindow::perform);
     theme::applyTo(faults);
     menuBar()->addMenu(faults);
-    addLanguageMenu();
-    addViewMenu();
-    menuBar()->setCornerWidget(m_speed);
 }
 
 void PanelWindow::addDeviceMenu()
@@ -305,8 +345,6 @@ void PanelWindow::addDeviceMenu()
     menu->addAction(QStringLiteral("E&xit factory mode"), this, [this] {
         perform({OperatorAction::Kind::ExitFactoryMode, {}});
     });
-    menu->addSeparator();
-    menu->addAction(QStringLiteral("&Quit"), this, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
 }
 
 void PanelWindow::addLanguageMenu()
@@ -336,6 +374,12 @@ void PanelWindow::addViewMenu()
     QAction *journal = m_journal->toggleViewAction();
     journal->setShortcut(QKeySequence(QStringLiteral("Ctrl+J")));
     m_viewMenu->addAction(journal);
+    m_viewMenu->addAction(tr("&Find in the journal"), m_journal, &JournalView::focusFilter,
+                          QKeySequence(QKeySequence::Find));
+    QAction *arranges = m_viewMenu->addAction(tr("&Arrange docks automatically"));
+    arranges->setCheckable(true);
+    connect(arranges, &QAction::triggered, this, &PanelWindow::setArrangesDocks);
+    connect(m_viewMenu, &QMenu::aboutToShow, this, [this, arranges] { arranges->setChecked(m_arrangesDocks); });
 }
 
 // It is closed at first if the screen has no room for it next to the panel at its natural size.
@@ -343,6 +387,19 @@ void PanelWindow::addJournal()
 {
     addDockWidget(Qt::RightDockWidgetArea, m_journal);
     addToDocks(m_journal);
+}
+
+// Closed at first: most sessions have no faults.
+void PanelWindow::addFaults()
+{
+    m_faults = new FaultView(m_session.faults(), m_session.device(), this);
+    m_faults->hide();
+    connect(m_faults, &FaultView::actionTriggered, this, &PanelWindow::perform);
+    addDockWidget(Qt::RightDockWidgetArea, m_faults);
+    addToDocks(m_faults);
+    QAction *action = m_faults->toggleViewAction();
+    action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+F")));
+    m_viewMenu->addAction(action);
 }
 
 // The panel at its natural size with a dock beside or below it, if the screen has room for both.

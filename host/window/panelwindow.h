@@ -14,11 +14,13 @@ namespace panelhost {
 
 struct OperatorAction;
 struct Run;
+class FaultView;
 class FrontPanel;
 class JournalView;
 class Session;
 class SpeedBar;
 class StoreReader;
+class TimeMenu;
 class TodayView;
 class UnitBar;
 class UnitPattern;
@@ -36,6 +38,9 @@ public:
 
     /// Sets the speed as VirtualClock::run() takes it; a negative @p factor pauses.
     void setSpeed(double factor);
+    double speed() const { return m_factor; }
+    /// Pauses, and lets the clock jump to the next line of the journal, by one minute at most.
+    void step();
     /// Shows that @p fileName is being recorded; shows nothing if it is empty.
     void setRecording(const QString &fileName);
     /// Shows that @p count saved runs wait to be sent to the server; shows nothing if it is 0.
@@ -58,6 +63,7 @@ public:
     /// Sets whether the docks are placed where they leave the most room for the panel. Ends by itself when the user
     /// moves or resizes a dock.
     void setArrangesDocks(bool arranges);
+    bool arrangesDocks() const { return m_arrangesDocks; }
     /// Updates everything that is shown.
     void refresh();
 
@@ -81,7 +87,10 @@ private:
     void addDeviceMenu();
     void addLanguageMenu();
     void addViewMenu();
+    void addTimeMenu();
+    void addFaultMenu();
     void addJournal();
+    void addFaults();
     void addToDocks(QDockWidget *dock);
     QList<QDockWidget *> dockedDocks() const;
     QSize roomForPanelAndDocks() const;
@@ -95,6 +104,9 @@ private:
     WindowStatus *m_status;
     UnitBar *m_units = nullptr;
     TodayView *m_today = nullptr;
+    FaultView *m_faults = nullptr;
+    TimeMenu *m_time = nullptr;
+    double m_factor = 1;
     QMenu *m_viewMenu = nullptr;
     QList<QDockWidget *> m_docks;
     bool m_arrangesDocks = true; ///< until the user moves or resizes a dock

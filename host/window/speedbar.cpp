@@ -41,13 +41,10 @@ void SpeedBar::addSpeed(QHBoxLayout *row, const QString &name, const QString &te
     button->setObjectName(name);
     button->setText(text);
     button->setCheckable(true);
-    button->setAutoExclusive(true);
-    button->setFocusPolicy(Qt::NoFocus);
+    button->setFocusPolicy(Qt::TabFocus);
     button->setProperty("factor", factor);
-    connect(button, &QToolButton::toggled, this, [this, factor](bool on) {
-        if (on)
-            Q_EMIT speedSelected(factor);
-    });
+    // Not exclusive, because Tab would then reach only the one that is checked.
+    connect(button, &QToolButton::clicked, this, [this, factor] { Q_EMIT speedSelected(factor); });
     m_speeds.append(button);
     row->addWidget(button);
 }
@@ -55,8 +52,7 @@ void SpeedBar::addSpeed(QHBoxLayout *row, const QString &name, const QString &te
 void SpeedBar::setSpeed(double factor)
 {
     for (QToolButton *button : qAsConst(m_speeds))
-        if (button->property("factor").toDouble() == factor)
-            button->setChecked(true);
+        button->setChecked(button->property("factor").toDouble() == factor);
 }
 
 void SpeedBar::setNow(Milliseconds now)

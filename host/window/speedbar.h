@@ -20,6 +20,9 @@ public:
 
     explicit SpeedBar(QWidget *parent);
 
+    /// Returns the speeds that can be selected.
+    static QList<double> speeds() { return {Paused, 1, 10, 0}; }
+
     void setNow(Milliseconds now);
     void setSpeed(double factor);
 

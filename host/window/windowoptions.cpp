@@ -56,6 +56,7 @@ bool WindowOptions::read(const QCommandLineParser &parser, QString *error)
         return false;
     }
     speed = speeds.value(wanted);
+    hasSpeed = parser.isSet(QStringLiteral("speed"));
     return readUnitPattern(parser, error);
 }
 

@@ -18,6 +18,7 @@ struct WindowOptions
     bool isKiosk = false;     ///< the LCD alone, on the whole screen
     bool force = false;       ///< an existing recording is overwritten
     double speed = 1;         ///< as VirtualClock::run() takes it
+    bool hasSpeed = false;    ///< the speed was given
     bool asksForUnit = false; ///< factory mode is entered only for a unit whose serial number was entered
     UnitPattern unitPattern;
 

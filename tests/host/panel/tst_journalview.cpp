@@ -1,12 +1,17 @@
 #include "window/journalmodel.h"
 #include "window/journalview.h"
 
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
 #include <QtTest/QtTest>
+#include <QtWidgets/QAction>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeWidget>
 
 #include <ctime>
 
@@ -30,6 +35,11 @@ private Q_SLOTS:
     void followsTheEnd();
     void staysWhereTheReaderIs();
     void hiddenViewDoesNotWork();
+    void selectedLinesAreCopied();
+    void detailShowsTheData();
+    void filterKeepsThePosition();
+    void clearHidesLinesUntilNow();
+    void shownLinesAreExported();
     void staysFastWithManyLines();
 };
 
@@ -255,6 +265,104 @@ void TestJournalView::hiddenViewDoesNotWork()
 }
 
 // A refresh has 33 ms. With 100,000 lines in the list, taking in new ones must leave most of that to the rest.
+static void select(const QListView &list, int first, int last)
+{
+    list.selectionModel()->select({list.model()->index(first, 0), list.model()->index(last, 0)},
+                                  QItemSelectionModel::ClearAndSelect);
+}
+
+void TestJournalView::selectedLinesAreCopied()
+{
+    Journal journal;
+    fill(journal, 20);
+    JournalView view(journal, nullptr);
+    view.show();
+    view.poll();
+    const auto *list = view.findChild<QListView *>(QStringLiteral("journal-lines"));
+    select(*list, 3, 5);
+    view.findChild<QAction *>(QStringLiteral("journal-copy"))->trigger();
+    const QStringList copied = QApplication::clipboard()->text().split(QLatin1Char('\n'));
+    QCOMPARE(copied, (QStringList{textAt(view.model(), 3), textAt(view.model(), 4), textAt(view.model(), 5)}));
+}
+
+void TestJournalView::detailShowsTheData()
+{
+    Journal journal;
+    journal.add(Journal::Kind::Call, QStringLiteral("setKeyLed"),
+                {{QStringLiteral("halKey"), 27}, {QStringLiteral("list"), QJsonArray{1, QStringLiteral("two")}}});
+    JournalView view(journal, nullptr);
+    view.show();
+    view.poll();
+    const auto *tree = view.findChild<QTreeWidget *>(QStringLiteral("journal-detail"));
+    QVERIFY(!tree->isVisible());
+    auto *list = view.findChild<QListView *>(QStringLiteral("journal-lines"));
+    list->setCurrentIndex(list->model()->index(0, 0));
+    QVERIFY(tree->isVisible());
+    const auto found = tree->findItems(QStringLiteral("setKeyLed"), Qt::MatchExactly);
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found.first()->child(0)->text(0), QStringLiteral("halKey"));
+    QCOMPARE(found.first()->child(0)->text(1), QStringLiteral("27"));
+    QCOMPARE(found.first()->child(1)->child(1)->text(1), QStringLiteral("two"));
+}
+
+// The line at the top is still there when others are hidden, and when they are shown again.
+void TestJournalView::filterKeepsThePosition()
+{
+    Journal journal;
+    for (int pair = 0; pair < 500; ++pair) {
+        fill(journal, 1, Journal::Kind::Call);
+        fill(journal, 1, Journal::Kind::Log);
+    }
+    JournalView view(journal, nullptr);
+    view.resize(500, 400);
+    view.show();
+    view.poll();
+    auto *list = view.findChild<QListView *>(QStringLiteral("journal-lines"));
+    list->scrollTo(list->model()->index(600, 0), QAbstractItemView::PositionAtTop);
+    const auto top = [list] { return list->indexAt({1, 1}).data(JournalModel::SequenceRole).toLongLong(); };
+    QCOMPARE(top(), qint64(601));
+    auto *log = view.findChild<QToolButton *>(QStringLiteral("journal-log"));
+    log->click();
+    QCOMPARE(view.model().rowCount(), 500);
+    QCOMPARE(top(), qint64(601));
+    log->click();
+    QCOMPARE(top(), qint64(601));
+}
+
+void TestJournalView::clearHidesLinesUntilNow()
+{
+    Journal journal;
+    fill(journal, 20);
+    JournalView view(journal, nullptr);
+    view.show();
+    view.poll();
+    view.findChild<QAction *>(QStringLiteral("journal-clear"))->trigger();
+    QCOMPARE(view.model().rowCount(), 0);
+    fill(journal, 3);
+    view.poll();
+    QCOMPARE(view.model().rowCount(), 3);
+    view.findChild<QLineEdit *>(QStringLiteral("journal-text"))->setText(QStringLiteral("call"));
+    QCOMPARE(view.model().rowCount(), 3);
+    QCOMPARE(journal.count(), qint64(23));
+}
+
+void TestJournalView::shownLinesAreExported()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("journal.txt"));
+    Journal journal;
+    fill(journal, 20);
+    JournalView view(journal, nullptr);
+    view.show();
+    view.poll();
+    view.findChild<QLineEdit *>(QStringLiteral("journal-text"))->setText(QStringLiteral("call1"));
+    view.findChild<QAction *>(QStringLiteral("journal-export"))->trigger();
+    Q_EMIT view.window()->findChild<QFileDialog *>(QStringLiteral("export-dialog"))->fileSelected(path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll().count('\n'), 11);
+}
+
 void TestJournalView::staysFastWithManyLines()
 {
     Journal journal;

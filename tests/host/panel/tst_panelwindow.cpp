@@ -3,25 +3,32 @@
 #include "device/faults.h"
 #include "panel/frontpanel.h"
 #include "panel/lcdinput.h"
+#include "panel/lcdview.h"
 #include "panelfixture.h"
 #include "session/session.h"
 #include "time/realtimetimer.h"
 #include "window/faultmenu.h"
+#include "window/faultview.h"
 #include "window/journalmodel.h"
 #include "window/journalview.h"
 #include "window/panelwindow.h"
 #include "window/windowfiles.h"
 #include "window/windowoptions.h"
+#include "window/windowsettings.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTextBrowser>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeWidget>
 
 #include <sys/resource.h>
 
@@ -57,6 +64,20 @@ private Q_SLOTS:
     void failuresAreShownAndStay();
     void fullDiskPutsTheRecordingLightOut();
     void journalFollows();
+    void tabReachesEveryControl();
+    void spaceUsesTheControl();
+    void focusIsShown();
+    void homeAndEndMoveInTheMenu();
+    void speedHasShortcuts();
+    void stepGoesToTheNextLine();
+    void savesWhatHappened_data();
+    void savesWhatHappened();
+    void inputFilesAreNotOverwritten();
+    void helpIsShown_data();
+    void helpIsShown();
+    void severalKeysCanBeFaulty();
+    void settingsAreRemembered();
+    void damagedSettingsAreIgnored();
     void closesWithADialogOpen();
     void lcdOutlivesTheWindow();
 
@@ -435,6 +456,248 @@ void TestPanelWindow::journalFollows()
     QCOMPARE(journal->model().total(), m_session->journal().entries().size());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(journal->model().total(), m_session->journal().entries().size());
+}
+
+// From the LCD once around the window and back.
+void TestPanelWindow::tabReachesEveryControl()
+{
+    QWidget *lcd = QApplication::focusWidget();
+    QVERIFY(isViewOfLcd(*lcd, *m_session->lcd()));
+    QSet<const QWidget *> reached;
+    for (int presses = 0; presses < 200; ++presses) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        reached.insert(QApplication::focusWidget());
+        if (QApplication::focusWidget() == lcd)
+            break;
+    }
+    QCOMPARE(QApplication::focusWidget(), lcd);
+    const auto controls = m_window->findChildren<Control *>();
+    for (const Control *control : controls)
+        QVERIFY2(qobject_cast<const LcdInput *>(control) || reached.contains(control),
+                 qPrintable(control->objectName()));
+    for (const char *name : {"speed-pause", "speed-max"})
+        QVERIFY2(reached.contains(m_window->findChild<QWidget *>(QString::fromLatin1(name))), name);
+    QTest::keyClick(lcd, Qt::Key_Backtab);
+    QVERIFY(QApplication::focusWidget() != lcd);
+    QCOMPARE(actions(), QStringList());
+}
+
+void TestPanelWindow::spaceUsesTheControl()
+{
+    auto *port = m_window->findChild<Control *>(QStringLiteral("usb2"));
+    port->setFocus();
+    QTest::keyClick(port, Qt::Key_Space);
+    QTest::keyClick(port, Qt::Key_Space, Qt::ShiftModifier);
+    auto *bar = m_window->findChild<Control *>(QStringLiteral("tbar"));
+    bar->setFocus();
+    QTest::keyClick(bar, Qt::Key_End);
+    QTest::keyClick(bar, Qt::Key_Return);
+    QCOMPARE(actions(),
+             (QStringList{QStringLiteral("plug"), QStringLiteral("block"), QStringLiteral("tbar"),
+                          QStringLiteral("navigate")}));
+    auto *pause = m_window->findChild<QToolButton *>(QStringLiteral("speed-10"));
+    pause->setFocus();
+    QTest::keyClick(pause, Qt::Key_Space);
+    QVERIFY(pause->isChecked());
+}
+
+void TestPanelWindow::focusIsShown()
+{
+    auto *key = m_window->findChild<Control *>(QStringLiteral("key-27"));
+    const QImage before = key->grab().toImage();
+    key->setFocus();
+    QVERIFY(key->hasFocus());
+    QVERIFY(key->grab().toImage() != before);
+}
+
+void TestPanelWindow::homeAndEndMoveInTheMenu()
+{
+    const auto rowAfter = [this](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        return m_session->journal().tail(1).first().data.value(QStringLiteral("menu.row")).toInt(-1);
+    };
+    const int last = rowAfter(Qt::Key_End);
+    QVERIFY2(last >= 3, qPrintable(QString::number(last)));
+    QCOMPARE(rowAfter(Qt::Key_Home), 0);
+    QCOMPARE(rowAfter(Qt::Key_PageDown), last);
+    QCOMPARE(rowAfter(Qt::Key_PageUp), 0);
+}
+
+void TestPanelWindow::speedHasShortcuts()
+{
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(m_window.get(), key, Qt::ControlModifier);
+        return m_window->speed();
+    };
+    QCOMPARE(press(Qt::Key_2), 10.0);
+    QCOMPARE(press(Qt::Key_P), -1.0);
+    QVERIFY(m_window->findChild<QToolButton *>(QStringLiteral("speed-pause"))->isChecked());
+    QCOMPARE(press(Qt::Key_P), 10.0);
+    QCOMPARE(press(Qt::Key_1), 1.0);
+    QCOMPARE(press(Qt::Key_P), -1.0);
+}
+
+// The aging test changes something in each of its steps.
+void TestPanelWindow::stepGoesToTheNextLine()
+{
+    QTest::keyClick(m_window.get(), Qt::Key_Return);
+    QTest::keyClick(m_window.get(), Qt::Key_Return);
+    for (int steps = 0; steps < 3; ++steps) {
+        const qint64 lines = m_session->journal().count();
+        const Milliseconds before = m_session->clock().now();
+        m_window->step();
+        QVERIFY(m_session->journal().count() > lines);
+        QVERIFY(m_session->clock().now() > before);
+        QVERIFY(m_session->clock().now() < before + 60000);
+    }
+    QCOMPARE(m_window->speed(), -1.0);
+}
+
+void TestPanelWindow::savesWhatHappened_data()
+{
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("save-journal") << QByteArray("{\"seq\":1,") << QByteArray("\"name\":\"navigate\"");
+    QTest::newRow("save-report") << QByteArray("<!DOCTYPE html>") << QByteArray("navigate");
+    QTest::newRow("save-window") << QByteArray("\x89PNG") << QByteArray("IDAT");
+    QTest::newRow("save-lcd") << QByteArray("\x89PNG") << QByteArray("IDAT");
+}
+
+void TestPanelWindow::savesWhatHappened()
+{
+    QFETCH(QByteArray, beginning);
+    QFETCH(QByteArray, content);
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("saved"));
+    QTest::keyClick(m_window.get(), Qt::Key_Down);
+    m_window->findChild<QAction *>(QString::fromLatin1(QTest::currentDataTag()))->trigger();
+    auto *dialog = m_window->findChild<QFileDialog *>(QStringLiteral("save-dialog"));
+    QVERIFY(dialog);
+    Q_EMIT dialog->fileSelected(path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray saved = file.readAll();
+    QVERIFY2(saved.startsWith(beginning), saved.left(40).constData());
+    QVERIFY(saved.contains(content));
+    QVERIFY(m_window->findChild<QLabel *>(QStringLiteral("message"))->text().contains(path));
+}
+
+void TestPanelWindow::inputFilesAreNotOverwritten()
+{
+    m_window->findChild<QAction *>(QStringLiteral("save-journal"))->trigger();
+    auto *dialog = m_window->findChild<QFileDialog *>(QStringLiteral("save-dialog"));
+    const QString input = QStringLiteral(LCD_BUILD_DIR "/share/factorymenu.xml");
+    QFile file(input);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    Q_EMIT dialog->fileSelected(input);
+    file.seek(0);
+    QCOMPARE(file.readAll(), before);
+    QVERIFY(
+        m_window->findChild<QLabel *>(QStringLiteral("message"))->text().contains(QStringLiteral("factorymenu.xml")));
+}
+
+void TestPanelWindow::helpIsShown_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("manual") << QStringLiteral("&Manual") << QStringLiteral("T-Bar calibration");
+    QTest::newRow("shortcuts") << QStringLiteral("&Keyboard shortcuts") << QStringLiteral("Ctrl+J");
+    QTest::newRow("about") << QStringLiteral("&About panelhost")
+                           << QStringLiteral("Qt: ") + QString::fromLatin1(qVersion());
+}
+
+void TestPanelWindow::helpIsShown()
+{
+    QFETCH(QString, entry);
+    QFETCH(QString, text);
+    menuAction(QStringLiteral("&Help"), entry)->trigger();
+    const auto *dialog = m_window->findChild<QDialog *>(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(dialog && dialog->isVisible());
+    const QString shown = dialog->findChild<QTextBrowser *>()->toPlainText();
+    QVERIFY2(shown.contains(text), qPrintable(shown.left(300)));
+}
+
+static QTreeWidgetItem *itemOf(const QTreeWidget &tree, const QString &fault, const QString &value = {})
+{
+    for (int row = 0; row < tree.topLevelItemCount(); ++row) {
+        QTreeWidgetItem *item = tree.topLevelItem(row);
+        if (item->data(0, Qt::UserRole).toString() != fault)
+            continue;
+        for (int child = 0; child < item->childCount() && !value.isEmpty(); ++child)
+            if (item->child(child)->data(0, Qt::UserRole + 1).toString() == value)
+                return item->child(child);
+        return item;
+    }
+    return nullptr;
+}
+
+void TestPanelWindow::severalKeysCanBeFaulty()
+{
+    const QString name = QStringLiteral("key-dead");
+    const QString key = QStringLiteral("key");
+    m_window->findChild<FaultView *>()->show();
+    auto *tree = m_window->findChild<QTreeWidget *>(QStringLiteral("fault-tree"));
+    itemOf(*tree, name)->setCheckState(0, Qt::Checked);
+    QVERIFY(itemOf(*tree, name)->isExpanded() && !m_session->faults().isOn(name));
+    for (const char *halKey : {"26", "27"})
+        itemOf(*tree, name, QString::fromLatin1(halKey))->setCheckState(0, Qt::Checked);
+    QVERIFY(m_session->faults().isOn(name, key, 26) && m_session->faults().isOn(name, key, 27));
+    QVERIFY(!m_session->faults().isOn(name, key, 5));
+    QCOMPARE(itemOf(*tree, name)->checkState(0), Qt::Checked);
+    const auto faultsOf = [this](const char *control) {
+        return m_window->findChild<Control *>(QString::fromLatin1(control))->faults();
+    };
+    QCOMPARE(faultsOf("key-27"), QStringLiteral("A key gives no event"));
+    QCOMPARE(faultsOf("key-5"), QString());
+    itemOf(*tree, QStringLiteral("null-payload"))->setCheckState(0, Qt::Checked);
+    itemOf(*tree, QStringLiteral("calibration-fails"), QStringLiteral("3"))->setCheckState(0, Qt::Checked);
+    QVERIFY(!faultsOf("net1").isEmpty() && !faultsOf("usb4").isEmpty() && !faultsOf("tbar").isEmpty());
+    itemOf(*tree, name, QStringLiteral("26"))->setCheckState(0, Qt::Unchecked);
+    QVERIFY(!m_session->faults().isOn(name, key, 26) && m_session->faults().isOn(name, key, 27));
+    m_window->findChild<QPushButton *>(QStringLiteral("faults-clear"))->click();
+    for (const FaultInfo &fault : Faults::all())
+        QVERIFY2(!m_session->faults().isOn(fault.name), qPrintable(fault.name));
+    QVERIFY(faultsOf("key-27").isEmpty() && faultsOf("net1").isEmpty() && faultsOf("tbar").isEmpty());
+    QCOMPARE(itemOf(*tree, name)->checkState(0), Qt::Unchecked);
+}
+
+void TestPanelWindow::settingsAreRemembered()
+{
+    const QTemporaryDir directory;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
+    m_window->resize(700, 500);
+    m_window->setSpeed(10);
+    m_window->findChild<JournalView *>()->hide();
+    m_window->findChild<FaultView *>()->show();
+    m_window->setArrangesDocks(false);
+    WindowSettings().save(*m_window, QStringLiteral("de"));
+    m_window = std::make_unique<PanelWindow>(*m_session);
+    const WindowSettings settings;
+    settings.restore(*m_window);
+    QCOMPARE(m_window->size(), QSize(700, 500));
+    QVERIFY(m_window->findChild<JournalView *>()->isHidden() && !m_window->findChild<FaultView *>()->isHidden());
+    QVERIFY(!m_window->arrangesDocks());
+    QCOMPARE(settings.speed().value_or(0), 10.0);
+    QCOMPARE(settings.language({QStringLiteral("en"), QStringLiteral("de")}), QStringLiteral("de"));
+    QCOMPARE(settings.language({QStringLiteral("en")}), QString());
+}
+
+void TestPanelWindow::damagedSettingsAreIgnored()
+{
+    const QTemporaryDir directory;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, directory.path());
+    QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("panelhost")));
+    QFile file(directory.filePath(QStringLiteral("panelhost/panelhost.ini")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("speed=fast\nlanguage=\x00\xff\n[window\ngeometry=@ByteArray(\x01garbage)\n]]]]");
+    file.close();
+    const QSize before = m_window->size();
+    const WindowSettings settings;
+    settings.restore(*m_window);
+    QCOMPARE(m_window->size(), before);
+    QVERIFY(!settings.speed());
+    QCOMPARE(settings.language({QStringLiteral("en")}), QString());
 }
 
 void TestPanelWindow::closesWithADialogOpen()

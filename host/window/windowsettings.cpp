@@ -1,0 +1,51 @@
+#include "window/windowsettings.h"
+
+#include "window/panelwindow.h"
+#include "window/speedbar.h"
+
+#include <algorithm>
+
+namespace panelhost {
+
+constexpr int StateVersion = 1; ///< of the docks' names and areas
+
+WindowSettings::WindowSettings()
+    : m_settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("panelhost"), QStringLiteral("panelhost"))
+{
+}
+
+QString WindowSettings::language(const QStringList &languages) const
+{
+    const QString code = m_settings.value(QStringLiteral("language")).toString();
+    return languages.contains(code) ? code : QString();
+}
+
+std::optional<double> WindowSettings::speed() const
+{
+    bool isNumber = false;
+    const double factor = m_settings.value(QStringLiteral("speed")).toDouble(&isNumber);
+    const auto speeds = SpeedBar::speeds();
+    if (!isNumber || std::find(speeds.begin(), speeds.end(), factor) == speeds.end())
+        return std::nullopt;
+    return factor;
+}
+
+void WindowSettings::restore(PanelWindow &window) const
+{
+    if (!window.restoreGeometry(m_settings.value(QStringLiteral("window/geometry")).toByteArray()))
+        return;
+    const bool hasDocks =
+        window.restoreState(m_settings.value(QStringLiteral("window/docks")).toByteArray(), StateVersion);
+    window.setArrangesDocks(!hasDocks || m_settings.value(QStringLiteral("window/arranges-docks"), true).toBool());
+}
+
+void WindowSettings::save(const PanelWindow &window, const QString &language)
+{
+    m_settings.setValue(QStringLiteral("window/geometry"), window.saveGeometry());
+    m_settings.setValue(QStringLiteral("window/docks"), window.saveState(StateVersion));
+    m_settings.setValue(QStringLiteral("window/arranges-docks"), window.arrangesDocks());
+    m_settings.setValue(QStringLiteral("speed"), window.speed());
+    m_settings.setValue(QStringLiteral("language"), language);
+}
+
+}

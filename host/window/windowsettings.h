@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QtCore/QSettings>
+
+#include <optional>
+
+namespace panelhost {
+
+class PanelWindow;
+
+/// What the window remembers from one session to the next: its geometry, the docks, the speed and the language. Values
+/// that are damaged are ignored.
+class WindowSettings
+{
+public:
+    /// Uses the user's configuration directory, which XDG_CONFIG_HOME can name.
+    WindowSettings();
+
+    /// Returns the language that was used last, if it is one of @p languages.
+    QString language(const QStringList &languages) const;
+    /// Returns the speed that was used last, as for PanelWindow::setSpeed().
+    std::optional<double> speed() const;
+    /// Restores geometry and docks.
+    void restore(PanelWindow &window) const;
+    void save(const PanelWindow &window, const QString &language);
+
+private:
+    QSettings m_settings;
+};
+
+}
