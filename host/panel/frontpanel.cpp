@@ -187,7 +187,8 @@ void FrontPanel::setState(const DeviceState &device, Milliseconds now)
 void FrontPanel::setFaults(const Faults &faults)
 {
     const QString links = activeFaults(faults, FaultTarget::Links);
-    for (PortWidget *port : m_netPorts + m_usbPorts)
+    const auto ports = m_netPorts + m_usbPorts;
+    for (PortWidget *port : ports)
         port->setFaults(links);
     m_tbar->setFaults(activeFaults(faults, FaultTarget::TBar));
     const auto keys = m_keys->findChildren<KeyButton *>();

@@ -60,7 +60,9 @@ bool ScenarioWriter::open(LineFile::IfExists ifExists, QString *error)
         *error = m_file.error();
         return false;
     }
-    m_written = m_session.clock().now();
+    m_written = m_beginning ? 0 : m_session.clock().now();
+    for (const PerformedAction &performed : m_beginning.value_or(QVector<PerformedAction>()))
+        writeStep(performed.action, performed.at);
     connect(&m_session.panelOperator(), &Operator::performed, this, &ScenarioWriter::writeStep);
     return true;
 }

@@ -7,6 +7,8 @@
 
 #include <QtCore/QObject>
 
+#include <optional>
+
 namespace panelhost {
 
 /// Records what an operator does as a scenario: each action, and the time before it. Each step is written as soon as it
@@ -22,6 +24,16 @@ public:
     /// Closes the file.
     ~ScenarioWriter() override;
 
+    /// An action that was performed before the recording was started, and when.
+    struct PerformedAction
+    {
+        OperatorAction action;
+        Milliseconds at;
+    };
+
+    /// Lets open() write @p actions first: all that were performed since the session began, so that the file plays the
+    /// whole session. Call it before open().
+    void setBeginning(const QVector<PerformedAction> &actions) { m_beginning = actions; }
     /// Writes the description of the device and starts recording. Returns false and sets @p error to a sentence if the
     /// file can't be written, is being written by another process, or exists and @p ifExists is Refuse.
     bool open(LineFile::IfExists ifExists, QString *error);
@@ -40,6 +52,7 @@ private:
     void writeStep(const OperatorAction &action, Milliseconds at);
     QByteArray waitUntil(Milliseconds at);
     LineFile m_file;
+    std::optional<QVector<PerformedAction>> m_beginning;
     const QString m_path;
     Session &m_session;
     const KeyNames m_keys;

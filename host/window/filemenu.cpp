@@ -8,6 +8,7 @@
 #include "window/sessionreport.h"
 
 #include <QtCore/QBuffer>
+#include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
 
 namespace panelhost {
@@ -24,6 +25,14 @@ static QByteArray pngOf(QWidget &widget)
 FileMenu::FileMenu(Session &session, QWidget *window) : QMenu(tr("&File"), window), m_session(session)
 {
     theme::applyTo(this);
+    connect(&session.panelOperator(), &Operator::performed, this,
+            [this](const OperatorAction &action, Milliseconds at) {
+                m_performed.append({action, at});
+            });
+    m_record =
+        addAction(tr("Start &recording…"), this, &FileMenu::toggleRecording, QKeySequence(QStringLiteral("Ctrl+R")));
+    m_record->setObjectName(QStringLiteral("record"));
+    addSeparator();
     addSave(
         QStringLiteral("save-journal"), tr("Save &journal…"), QStringLiteral("journal.jsonl"),
         [this] { return m_session.journal().toJsonLines(); }, QKeySequence(QStringLiteral("Ctrl+S")));
@@ -43,27 +52,77 @@ void FileMenu::addSave(const QString &name, const QString &text, const QString &
                        const QKeySequence &shortcut)
 {
     const auto ask = [this, text, fileName, content] {
-        auto *dialog = new QFileDialog(parentWidget(), text.chopped(1).remove(QLatin1Char('&')), fileName);
-        dialog->setObjectName(QStringLiteral("save-dialog"));
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setOption(QFileDialog::DontUseNativeDialog);
-        dialog->setAcceptMode(QFileDialog::AcceptSave);
-        dialog->selectFile(fileName);
-        theme::applyTo(dialog);
-        connect(dialog, &QFileDialog::fileSelected, this,
-                [this, content](const QString &path) { save(path, content); });
-        dialog->open();
+        askForFile(text, fileName, [this, content](const QString &path) { save(path, content); });
     };
     addAction(text, this, ask, shortcut)->setObjectName(name);
 }
 
+void FileMenu::askForFile(const QString &title, const QString &fileName,
+                          const std::function<void(const QString &)> &use)
+{
+    auto *dialog = new QFileDialog(parentWidget(), title.chopped(1).remove(QLatin1Char('&')), fileName);
+    dialog->setObjectName(QStringLiteral("save-dialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->selectFile(fileName);
+    theme::applyTo(dialog);
+    connect(dialog, &QFileDialog::fileSelected, this, use);
+    dialog->open();
+}
+
+FileMenu::~FileMenu() = default;
+
 // A file that the session reads isn't overwritten.
+bool FileMenu::isFree(const QString &path, QString *error) const
+{
+    return OutputCheck(inputFiles(m_session.options())).addOutput(tr("The file"), path, true, error);
+}
+
 void FileMenu::save(const QString &path, const Content &content)
 {
     QString error;
-    const bool isSaved = OutputCheck(inputFiles(m_session.options())).addOutput(tr("The file"), path, true, &error)
-        && replaceFile(path, content(), &error);
+    const bool isSaved = isFree(path, &error) && replaceFile(path, content(), &error);
     Q_EMIT messageChanged(isSaved ? tr("Saved: %1").arg(path) : error);
+}
+
+void FileMenu::setCanRecord(bool canRecord)
+{
+    m_record->setEnabled(canRecord);
+}
+
+void FileMenu::toggleRecording()
+{
+    if (m_recording)
+        return stopRecording();
+    askForFile(m_record->text(), QStringLiteral("session.yaml"), [this](const QString &path) { startRecording(path); });
+}
+
+// The dialog has asked whether an existing file is overwritten.
+void FileMenu::startRecording(const QString &path)
+{
+    QString error;
+    auto recording = std::make_unique<ScenarioWriter>(path, m_session);
+    recording->setBeginning(m_performed);
+    if (!isFree(path, &error) || !recording->open(LineFile::IfExists::Overwrite, &error)) {
+        Q_EMIT messageChanged(error);
+        return;
+    }
+    m_recording = std::move(recording);
+    const auto end = [this](const QString &reason) {
+        stopRecording();
+        Q_EMIT messageChanged(reason);
+    };
+    connect(m_recording.get(), &ScenarioWriter::failed, this, end, Qt::QueuedConnection);
+    m_record->setText(tr("Stop &recording"));
+    Q_EMIT recordingChanged(QFileInfo(path).fileName());
+}
+
+void FileMenu::stopRecording()
+{
+    m_recording.reset();
+    m_record->setText(tr("Start &recording…"));
+    Q_EMIT recordingChanged({});
 }
 
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "scenario/scenariowriter.h"
+
 #include <QtWidgets/QMenu>
 
 #include <functional>
+#include <memory>
 
 namespace panelhost {
 
@@ -15,10 +18,16 @@ class FileMenu : public QMenu
 
 public:
     FileMenu(Session &session, QWidget *window);
+    ~FileMenu() override;
+
+    /// Sets whether a recording can be started; not if the session is being recorded already.
+    void setCanRecord(bool canRecord);
 
 Q_SIGNALS:
     /// Emitted when a file was saved, or couldn't be: @p text is a sentence.
     void messageChanged(const QString &text);
+    /// Emitted when a recording was started in the menu, and with an empty name when it has ended.
+    void recordingChanged(const QString &fileName);
 
 private:
     using Content = std::function<QByteArray()>;
@@ -26,8 +35,16 @@ private:
     void addSave(const QString &name, const QString &text, const QString &fileName, const Content &content,
                  const QKeySequence &shortcut = {});
     void save(const QString &path, const Content &content);
+    bool isFree(const QString &path, QString *error) const;
+    void askForFile(const QString &title, const QString &fileName, const std::function<void(const QString &)> &use);
+    void toggleRecording();
+    void startRecording(const QString &path);
+    void stopRecording();
 
     Session &m_session;
+    QVector<ScenarioWriter::PerformedAction> m_performed; ///< since the session began
+    std::unique_ptr<ScenarioWriter> m_recording;
+    QAction *m_record = nullptr;
 };
 
 }

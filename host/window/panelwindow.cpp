@@ -287,6 +287,7 @@ void PanelWindow::step()
 
 void PanelWindow::setRecording(const QString &fileName)
 {
+    m_files->setCanRecord(fileName.isEmpty());
     m_status->setRecording(fileName);
 }
 
@@ -307,10 +308,11 @@ void PanelWindow::addFailure(const QString &text)
 
 void PanelWindow::addMenus()
 {
-    auto *files = new FileMenu(m_session, this);
-    connect(files, &FileMenu::messageChanged, m_status, &WindowStatus::setMessage);
+    m_files = new FileMenu(m_session, this);
+    connect(m_files, &FileMenu::messageChanged, m_status, &WindowStatus::setMessage);
+    connect(m_files, &FileMenu::recordingChanged, m_status, &WindowStatus::setRecording);
     connect(m_journal, &JournalView::messageChanged, m_status, &WindowStatus::setMessage);
-    menuBar()->addMenu(files);
+    menuBar()->addMenu(m_files);
     addDeviceMenu();
     addTimeMenu();
     addFaultMenu();

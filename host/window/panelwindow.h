@@ -15,6 +15,7 @@ namespace panelhost {
 struct OperatorAction;
 struct Run;
 class FaultView;
+class FileMenu;
 class FrontPanel;
 class JournalView;
 class Session;
@@ -105,6 +106,7 @@ private:
     UnitBar *m_units = nullptr;
     TodayView *m_today = nullptr;
     FaultView *m_faults = nullptr;
+    FileMenu *m_files = nullptr;
     TimeMenu *m_time = nullptr;
     double m_factor = 1;
     QMenu *m_viewMenu = nullptr;

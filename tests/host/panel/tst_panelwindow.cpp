@@ -5,6 +5,7 @@
 #include "panel/lcdinput.h"
 #include "panel/lcdview.h"
 #include "panelfixture.h"
+#include "scenario/scenarioloader.h"
 #include "session/session.h"
 #include "time/realtimetimer.h"
 #include "window/faultmenu.h"
@@ -72,6 +73,7 @@ private Q_SLOTS:
     void stepGoesToTheNextLine();
     void savesWhatHappened_data();
     void savesWhatHappened();
+    void recordsTheWholeSession();
     void inputFilesAreNotOverwritten();
     void helpIsShown_data();
     void helpIsShown();
@@ -580,6 +582,37 @@ void TestPanelWindow::savesWhatHappened()
     QVERIFY2(saved.startsWith(beginning), saved.left(40).constData());
     QVERIFY(saved.contains(content));
     QVERIFY(m_window->findChild<QLabel *>(QStringLiteral("message"))->text().contains(path));
+}
+
+// Also what was done before the recording was started, so that the file plays the session from its beginning.
+void TestPanelWindow::recordsTheWholeSession()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("session.yaml"));
+    auto *record = m_window->findChild<QAction *>(QStringLiteral("record"));
+    const auto *light = m_window->findChild<QLabel *>(QStringLiteral("recording"));
+    QTest::keyClick(m_window.get(), Qt::Key_Down);
+    m_session->clock().advance(1500);
+    record->trigger();
+    Q_EMIT m_window->findChild<QFileDialog *>(QStringLiteral("save-dialog"))->fileSelected(path);
+    QVERIFY(light->isVisible());
+    QTest::keyClick(m_window.get(), Qt::Key_Up);
+    record->trigger();
+    QVERIFY(!light->isVisible());
+    QTest::keyClick(m_window.get(), Qt::Key_Down);
+    QStringList errors;
+    const auto scenario = loadScenario(path, {}, &errors);
+    QVERIFY2(scenario, qPrintable(errors.join(QLatin1Char('\n'))));
+    QStringList steps;
+    for (const Step &step : scenario->steps)
+        steps << step.text;
+    steps.removeFirst();
+    QCOMPARE(steps.size(), 3);
+    QVERIFY2(steps[0].contains(QStringLiteral("down")) && steps[1].contains(QStringLiteral("1.5"))
+                 && steps[2].contains(QStringLiteral("up")),
+             qPrintable(steps.join(QLatin1Char('\n'))));
+    m_window->setRecording(QStringLiteral("other.yaml"));
+    QVERIFY(!record->isEnabled());
 }
 
 void TestPanelWindow::inputFilesAreNotOverwritten()
