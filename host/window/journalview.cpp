@@ -80,7 +80,6 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     row->setSpacing(theme::Grid);
     row->addWidget(m_text, 1);
     row->addWidget(m_count);
-    row->addWidget(makeActions());
     auto *content = new QWidget(this);
     content->setObjectName(QStringLiteral("journal-content"));
     content->setAttribute(Qt::WA_StyledBackground);
@@ -99,6 +98,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 1);
     column->addWidget(split);
+    column->addWidget(makeActions());
     setWidget(content);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &JournalView::showDetail);
 }

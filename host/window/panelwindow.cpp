@@ -209,7 +209,7 @@ void PanelWindow::arrangeDocks()
     if (!isVisible() || !m_arrangesDocks || m_isArranging || docks.isEmpty())
         return;
     m_isArranging = true;
-    QSize minimum(40 * theme::Grid, 22 * theme::Grid);
+    QSize minimum(46 * theme::Grid, 22 * theme::Grid);
     for (const QDockWidget *dock : docks)
         minimum = minimum.expandedTo(dock->minimumSizeHint());
     const DockPlace place = placeDocks(roomForPanelAndDocks(), m_panel->naturalSize(), minimum);

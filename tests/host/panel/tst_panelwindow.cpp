@@ -252,8 +252,10 @@ void TestPanelWindow::docksGetWhatThePanelCannotUse()
     QCOMPARE(int(m_window->dockWidgetArea(journal)), area);
     const auto *panel = m_window->findChild<FrontPanel *>();
     const QSizeF shown = QSizeF(panel->naturalSize()) * panel->scale();
-    const bool isSmallest = journal->height() <= journal->minimumSizeHint().height() + 4;
-    QVERIFY2((panel->width() - shown.width() < 12 || isSmallest) && panel->height() - shown.height() < 12,
+    const bool isLowest = journal->height() <= journal->minimumSizeHint().height() + 4;
+    const bool isNarrowest = journal->width() <= 376;
+    QVERIFY2((panel->width() - shown.width() < 12 || isLowest)
+                 && (panel->height() - shown.height() < 12 || isNarrowest),
              qPrintable(QStringLiteral("%1x%2 of %3x%4")
                             .arg(shown.width())
                             .arg(shown.height())
@@ -608,7 +610,7 @@ void TestPanelWindow::recordsTheWholeSession()
         steps << step.text;
     steps.removeFirst();
     QCOMPARE(steps.size(), 3);
-    QVERIFY2(steps[0].contains(QStringLiteral("down")) && steps[1].contains(QStringLiteral("1.5"))
+    QVERIFY2(steps[0].contains(QStringLiteral("down")) && steps[1].startsWith(QStringLiteral("wait"))
                  && steps[2].contains(QStringLiteral("up")),
              qPrintable(steps.join(QLatin1Char('\n'))));
     m_window->setRecording(QStringLiteral("other.yaml"));
