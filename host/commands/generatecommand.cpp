@@ -20,10 +20,14 @@ int printManualPage(const QString &name)
     return 0;
 }
 
-int printed(const QString &text)
+// Empty if there is nothing of this kind.
+QString textOf(const QString &kind)
 {
-    print(text);
-    return 0;
+    if (kind == QLatin1String("man"))
+        return programManualPage();
+    if (kind == QLatin1String("bash"))
+        return bashCompletion();
+    return kind == QLatin1String("zsh") ? zshCompletion() : QString();
 }
 
 }
@@ -33,13 +37,10 @@ int runGenerate(const CommandLine &line)
     const QString kind = line.arguments.first();
     if (kind == QLatin1String("man") && line.arguments.size() == 2)
         return printManualPage(line.arguments.last());
-    if (line.arguments.size() == 1) {
-        if (kind == QLatin1String("man"))
-            return printed(programManualPage());
-        if (kind == QLatin1String("bash"))
-            return printed(bashCompletion());
-        if (kind == QLatin1String("zsh"))
-            return printed(zshCompletion());
+    const QString text = line.arguments.size() == 1 ? textOf(kind) : QString();
+    if (!text.isEmpty()) {
+        print(text);
+        return 0;
     }
     return reportError(QStringLiteral("Usage: panelhost generate man [COMMAND], generate bash or generate zsh"));
 }
