@@ -13,7 +13,7 @@ namespace panelhost {
 struct OperatorAction
 {
     enum class Kind {
-        Navigate,  ///< knob or joystick: "key" is one of up, down, left, right, enter, back
+        Navigate,  ///< knob or joystick: "key" is one of navigationKeys()
         Press,     ///< a key of the panel goes down and up: "key" is its hal key, or its name
         Hold,      ///< a key of the panel goes down
         Release,   ///< and up again
