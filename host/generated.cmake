@@ -21,7 +21,7 @@ function(panelhost_generate file)
 endfunction()
 
 panelhost_generate(man/panelhost.1.gz man)
-foreach(command play record probe restore check info runs run stats prune schema generate)
+foreach(command play record view probe restore check info runs run stats prune schema generate)
     panelhost_generate(man/panelhost-${command}.1.gz man ${command})
 endforeach()
 panelhost_generate(bash/panelhost bash)

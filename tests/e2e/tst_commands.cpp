@@ -917,7 +917,9 @@ void CommandsTest::theDisplayCanNotBeReached()
     QFETCH(QString, line);
     QFETCH(QString, sentence);
     write(QStringLiteral("passing.yaml"), Passing);
-    QCOMPARE(runInShell(QStringLiteral("\"$0\" play passing.yaml --records sqlite:r.sqlite")).status, 0);
+    write(QStringLiteral("saved.yaml"),
+          "steps:\n  - open: Aging test\n  - soft: right\n  - wait: 1s\n  - soft: right\n");
+    QCOMPARE(runInShell(QStringLiteral("\"$0\" play saved.yaml --records sqlite:r.sqlite")).status, 0);
     const auto ended = runInShell(line);
     QCOMPARE(ended.err, sentence.isEmpty() ? QString() : QStringLiteral("panelhost: %1\n").arg(sentence));
     QCOMPARE(ended.status, sentence.isEmpty() ? 0 : 2);

@@ -117,7 +117,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("sentence");
         QTest::newRow("key") << navigate("sideways")
                              << q("There is no navigation key \"sideways\"; available: up, down, left, right, enter, "
-                                  "back.");
+                                  "back, home, end, page-up, page-down.");
         QTest::newRow("panel key") << action(OperatorAction::Kind::Press, "key", 9999)
                                    << q("The panel has no key \"9999\".");
         QTest::newRow("soft") << action(OperatorAction::Kind::Soft, "side", q("left"))
