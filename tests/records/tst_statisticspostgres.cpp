@@ -6,6 +6,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtTest/QtTest>
 
+Q_DECLARE_METATYPE(panelhost::StatisticsQuery)
+
 using namespace panelhost;
 
 /// Statistics from a real PostgreSQL server: the same as from a file with the same runs.
@@ -163,8 +165,6 @@ void StatisticsPostgresTest::anUpgradeTakesTheRightToChangeCounts()
     QVERIFY2(m_station->save(run, {}, &error), qPrintable(error));
     QVERIFY(counts() != before);
 }
-
-Q_DECLARE_METATYPE(panelhost::StatisticsQuery)
 
 QTEST_GUILESS_MAIN(StatisticsPostgresTest)
 

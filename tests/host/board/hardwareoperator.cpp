@@ -16,7 +16,6 @@ using namespace panelhost;
 namespace {
 
 constexpr int NetPorts = 4;
-constexpr int UsbPorts = 4;
 constexpr int BarMin = 12;
 constexpr int BarMax = 1010;
 constexpr int MaxWait = 20000; // real milliseconds for the hardware
