@@ -1,13 +1,11 @@
-#include "commands/commands.h"
+#include "commands/loadscenarios.h"
 #include "commands/playoutputs.h"
 #include "commands/progress.h"
 #include "diagnostics/reporterror.h"
-#include "diagnostics/terminalcolor.h"
 #include "lcd/platform.h"
 #include "playing/interruption.h"
 #include "playing/player.h"
 #include "records/runrecords.h"
-#include "scenario/scenarioloader.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -24,24 +22,6 @@ namespace {
 constexpr int Done = 0;
 constexpr int Failed = 1;
 constexpr int NotBegun = 2;
-
-// All of them, before any is played.
-bool loadAll(const CommandLine &line, QVector<Scenario> *scenarios)
-{
-    QStringList errors;
-    if (line.arguments.count(QStringLiteral("-")) > 1)
-        errors.append(QStringLiteral("-:1:1: error: the standard input can be read only once"));
-    for (const auto &path : line.arguments) {
-        QStringList found;
-        const auto scenario = loadScenario(path, line.session, &found);
-        errors += found;
-        if (scenario)
-            scenarios->append(*scenario);
-    }
-    for (const auto &error : qAsConst(errors))
-        std::fprintf(stderr, "%s\n", qPrintable(coloredDiagnostic(error, stderr)));
-    return errors.isEmpty();
-}
 
 ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, bool isRealTime, PlayOutputs &outputs,
                        RunRecords &recording, Progress &progress)
@@ -133,7 +113,7 @@ int runPlay(const CommandLine &line)
         return reportError(QStringLiteral("A scenario is played on the simulated device; take --device away."));
     QVector<Scenario> scenarios;
     QString error;
-    if (!loadAll(line, &scenarios))
+    if (!loadScenarios(line, &scenarios))
         return reportError(QStringLiteral("Nothing was played."));
     PlayOutputs outputs(line, scenarios);
     RunRecords recording;

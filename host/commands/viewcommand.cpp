@@ -1,11 +1,10 @@
-#include "commands/commands.h"
+#include "commands/loadscenarios.h"
 #include "diagnostics/reporterror.h"
 #include "history/historyrecorder.h"
 #include "history/sessionreplay.h"
 #include "output/outputcheck.h"
 #include "panel/theme.h"
 #include "playing/interruption.h"
-#include "scenario/scenarioloader.h"
 #include "scenario/scenariowriter.h"
 #include "view/historywindow.h"
 #include "window/panelwindow.h"
@@ -15,8 +14,6 @@
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
-
-#include <cstdio>
 
 namespace panelhost {
 
@@ -39,21 +36,6 @@ std::optional<Milliseconds> readTime(const CommandLine &line, QString *error)
     if (!at)
         *error = QStringLiteral("--at is \"%1\", expected a time such as 65s, 1.5min or 71250ms.").arg(text);
     return at;
-}
-
-bool load(const CommandLine &line, QVector<Scenario> *scenarios)
-{
-    QStringList errors;
-    for (const QString &path : line.arguments) {
-        QStringList found;
-        const auto scenario = loadScenario(path, line.session, &found);
-        errors += found;
-        if (scenario)
-            scenarios->append(*scenario);
-    }
-    for (const QString &error : qAsConst(errors))
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-    return errors.isEmpty();
 }
 
 bool recordAll(const QVector<Scenario> &scenarios, HistoryWindow::Histories *histories, QString *error)
@@ -150,7 +132,7 @@ int runView(const CommandLine &line)
     HistoryWindow::Histories histories;
     QString error;
     const auto at = readTime(line, &error);
-    if (!at || !load(line, &scenarios) || !recordAll(scenarios, &histories, &error))
+    if (!at || !loadScenarios(line, &scenarios) || !recordAll(scenarios, &histories, &error))
         return error.isEmpty() ? reportError(QStringLiteral("Nothing was played.")) : reportError(error);
     std::optional<TakeOver> takeOver;
     if (line.parser.isSet(QStringLiteral("take-over")))

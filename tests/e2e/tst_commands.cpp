@@ -179,6 +179,8 @@ void CommandsTest::viewRefusesBadInput_data()
                           << QStringLiteral("--at is \"soon\", expected a time such as 65s");
     QTest::newRow("no file") << QStringList{QStringLiteral("none.yaml")}
                              << QStringLiteral("none.yaml:1:1: error: No such file or directory");
+    QTest::newRow("standard input twice") << QStringList{QStringLiteral("-"), QStringLiteral("-")}
+                                          << QStringLiteral("-:1:1: error: the standard input can be read only once");
     QTest::newRow("three") << QStringList{a, a, a} << QStringLiteral("Usage: panelhost view FILE [OTHER]");
     QTest::newRow("recording over the scenario")
         << QStringList{a, QStringLiteral("--take-over"), QStringLiteral("--recording"), a} << QStringLiteral("a.yaml");

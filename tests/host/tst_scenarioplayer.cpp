@@ -4,6 +4,7 @@
 #include "reports/junitreport.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/scenariowriter.h"
+#include "shippedscenarios.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
@@ -53,19 +54,6 @@ private:
 };
 
 namespace {
-
-Session::Options options()
-{
-    Session::Options options;
-    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
-    options.share = QStringLiteral(LCD_SOURCE_DIR "/share");
-    return options;
-}
-
-QString shipped(const char *name)
-{
-    return QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name);
-}
 
 const QString RecordAndDie = QStringLiteral("--record-and-die");
 constexpr int ActionsBeforeKill = 8;
@@ -145,7 +133,7 @@ QByteArray record(const QString &path, Session &session)
 ScenarioResult ScenarioPlayerTest::playFile(const QString &path, bool takesScreenshots, bool paintsLcd)
 {
     QStringList errors;
-    const auto scenario = loadScenario(path, options(), &errors);
+    const auto scenario = loadScenario(path, shippedOptions(), &errors);
     ScenarioResult result;
     result.passed = false;
     result.error = errors.join(QLatin1Char('\n'));
@@ -251,19 +239,19 @@ void ScenarioPlayerTest::within()
 
 void ScenarioPlayerTest::journalDoesNotDependOnWhatWasPlayedBefore()
 {
-    const auto alone = playFile(shipped("aging.yaml"));
+    const auto alone = playFile(shippedScenario("aging.yaml"));
     QVERIFY2(alone.passed, qPrintable(alone.failureText()));
-    const auto other = playFile(shipped("machine-fail-6.yaml"));
+    const auto other = playFile(shippedScenario("machine-fail-6.yaml"));
     QVERIFY2(other.passed, qPrintable(other.failureText()));
-    QCOMPARE(playFile(shipped("aging.yaml")).journalText(), alone.journalText());
-    QCOMPARE(playFile(shipped("machine-fail-6.yaml")).journalText(), other.journalText());
+    QCOMPARE(playFile(shippedScenario("aging.yaml")).journalText(), alone.journalText());
+    QCOMPARE(playFile(shippedScenario("machine-fail-6.yaml")).journalText(), other.journalText());
 }
 
 void ScenarioPlayerTest::recordingPlaysToTheSameJournal()
 {
     const auto path = m_directory.filePath(QStringLiteral("recorded.yaml"));
     QString error;
-    auto recorded = options();
+    auto recorded = shippedOptions();
     recorded.tbarTolerance = 0.1;
     auto session = Session::open(recorded, &error);
     QVERIFY2(session, qPrintable(error));
@@ -294,14 +282,14 @@ void ScenarioPlayerTest::recordingIsReadableAfterEachStep()
 {
     const auto path = m_directory.filePath(QStringLiteral("growing.yaml"));
     QString error;
-    auto session = Session::open(options(), &error);
+    auto session = Session::open(shippedOptions(), &error);
     QVERIFY2(session, qPrintable(error));
     ScenarioWriter writer(path, *session);
     QVERIFY2(writer.open(LineFile::IfExists::Overwrite, &error), qPrintable(error));
     int steps = 1;
     for (const auto &timed : timedActions().mid(0, 5)) {
         QStringList errors;
-        const auto scenario = loadScenario(path, options(), &errors);
+        const auto scenario = loadScenario(path, shippedOptions(), &errors);
         QCOMPARE(errors, QStringList());
         QCOMPARE(scenario->steps.size(), steps);
         session->clock().advance(timed.wait);
@@ -326,7 +314,7 @@ void ScenarioPlayerTest::killedRecorderLeavesAReadableScenario()
 void ScenarioPlayerTest::recordingIntoNowhereIsAnError()
 {
     QString error;
-    auto session = Session::open(options(), &error);
+    auto session = Session::open(shippedOptions(), &error);
     QVERIFY2(session, qPrintable(error));
     ScenarioWriter writer(m_directory.filePath(QStringLiteral("no/such/place.yaml")), *session);
     QVERIFY(!writer.open(LineFile::IfExists::Overwrite, &error));
@@ -338,7 +326,7 @@ void ScenarioPlayerTest::fullDiskEndsTheRecordingWithAWholeStep()
 {
     const auto path = m_directory.filePath(QStringLiteral("full.yaml"));
     QString error;
-    auto session = Session::open(options(), &error);
+    auto session = Session::open(shippedOptions(), &error);
     QVERIFY2(session, qPrintable(error));
     ScenarioWriter writer(path, *session);
     QStringList told;
@@ -458,13 +446,13 @@ private:
 void ScenarioPlayerTest::lcdIsPaintedOnlyForScreenshots()
 {
     const PaintCounter counter;
-    const auto unseen = playFile(shipped("machine-fail-6.yaml"), false);
+    const auto unseen = playFile(shippedScenario("machine-fail-6.yaml"), false);
     QVERIFY2(unseen.passed, qPrintable(unseen.failureText()));
     QCOMPARE(counter.count(), 0);
-    const auto photographed = playFile(shipped("machine-fail-6.yaml"));
+    const auto photographed = playFile(shippedScenario("machine-fail-6.yaml"));
     const int forScreenshots = counter.count();
     QVERIFY(forScreenshots > 0);
-    const auto seen = playFile(shipped("machine-fail-6.yaml"), true, true);
+    const auto seen = playFile(shippedScenario("machine-fail-6.yaml"), true, true);
     QVERIFY(counter.count() - forScreenshots > forScreenshots);
 
     QCOMPARE(photographed.journalText(), unseen.journalText());
@@ -481,7 +469,7 @@ void ScenarioPlayerTest::interruptedPlayerStops()
     file.write("steps:\n  - open: AgingMode\n  - soft: right\n  - wait: 24h\n  - note: never\n");
     file.close();
     QStringList errors;
-    const auto scenario = loadScenario(path, options(), &errors);
+    const auto scenario = loadScenario(path, shippedOptions(), &errors);
     QCOMPARE(errors, QStringList());
     qint64 lines = 0;
     QByteArray journal;
@@ -526,7 +514,7 @@ namespace {
 int recordAndDie(const QString &path)
 {
     QString error;
-    const auto session = Session::open(options(), &error);
+    const auto session = Session::open(shippedOptions(), &error);
     if (!session)
         return 1;
     session->lcd()->show();

@@ -6,6 +6,7 @@
 #include "playing/player.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/scenariowriter.h"
+#include "shippedscenarios.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
@@ -52,23 +53,10 @@ private:
 
 namespace {
 
-Session::Options options()
-{
-    Session::Options options;
-    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
-    options.share = QStringLiteral(LCD_SOURCE_DIR "/share");
-    return options;
-}
-
-QString shipped(const char *name)
-{
-    return QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name);
-}
-
 Scenario load(const QString &path)
 {
     QStringList errors;
-    const auto scenario = loadScenario(path, options(), &errors);
+    const auto scenario = loadScenario(path, shippedOptions(), &errors);
     if (!scenario)
         qFatal("%s", qPrintable(errors.join(QLatin1Char('\n'))));
     return *scenario;
@@ -223,7 +211,7 @@ void SessionHistoryTest::aReplayedSessionShowsTheSame_data()
 {
     QTest::addColumn<QString>("path");
     for (const char *name : {"machine-pass.yaml", "aging.yaml", "machine-fail-6.yaml", "repair-touch-screen.yaml"})
-        QTest::newRow(name) << shipped(name);
+        QTest::newRow(name) << shippedScenario(name);
 }
 
 // At twenty places of each scenario.
@@ -274,7 +262,7 @@ void SessionHistoryTest::markersTellWhatHappened()
 
 void SessionHistoryTest::failuresAreMarked()
 {
-    const auto kept = history(shipped("machine-fail-6.yaml"));
+    const auto kept = history(shippedScenario("machine-fail-6.yaml"));
     const auto isFailure = [](const Marker &marker) { return marker.kind == Marker::Kind::Failure; };
     const auto &markers = kept->markers();
     const auto found = std::find_if(markers.begin(), markers.end(), isFailure);
@@ -297,7 +285,7 @@ void SessionHistoryTest::aFailedStepIsMarked()
 
 void SessionHistoryTest::linesAreFound()
 {
-    const auto kept = history(shipped("aging.yaml"));
+    const auto kept = history(shippedScenario("aging.yaml"));
     QCOMPARE(kept->lineAt(-1), 0);
     QCOMPARE(kept->lineAt(kept->duration()), kept->lineCount());
     for (qint64 line = 1; line <= kept->lineCount(); ++line) {
@@ -362,8 +350,8 @@ void SessionHistoryTest::tenHoursOfAging()
 void SessionHistoryTest::aSessionThatWasTakenOverIsRecorded()
 {
     const QString recording = m_directory.filePath(QStringLiteral("recorded.yaml"));
-    const Scenario scenario = load(shipped("machine-pass.yaml"));
-    const auto kept = history(shipped("machine-pass.yaml"));
+    const Scenario scenario = load(shippedScenario("machine-pass.yaml"));
+    const auto kept = history(shippedScenario("machine-pass.yaml"));
     const qint64 line = kept->lineCount() / 3;
     std::unique_ptr<ScenarioWriter> writer;
     const auto opened = [&](Session &session, QString *error) {
@@ -390,10 +378,11 @@ void SessionHistoryTest::interruptedRecordingEnds()
 {
     QString error;
     int calls = 0;
-    const auto kept = HistoryRecorder(load(shipped("aging.yaml"))).record([&calls] { return ++calls > 5; }, &error);
+    const auto kept =
+        HistoryRecorder(load(shippedScenario("aging.yaml"))).record([&calls] { return ++calls > 5; }, &error);
     QVERIFY(kept);
     QVERIFY(kept->lineCount() > 0);
-    QVERIFY(kept->lineCount() < history(shipped("aging.yaml"))->lineCount());
+    QVERIFY(kept->lineCount() < history(shippedScenario("aging.yaml"))->lineCount());
 }
 
 int main(int argc, char **argv)

@@ -1,3 +1,4 @@
+#include "../shippedscenarios.h"
 #include "application/processsetup.h"
 #include "history/historyrecorder.h"
 #include "panel/theme.h"
@@ -51,11 +52,8 @@ namespace {
 
 std::unique_ptr<SessionHistory> historyOf(const QString &path)
 {
-    Session::Options options;
-    options.component = QStringLiteral(LCD_BUILD_DIR "/lib/liblcdfactorymodeimpl.so");
-    options.share = QStringLiteral(LCD_SOURCE_DIR "/share");
     QStringList errors;
-    const auto scenario = loadScenario(path, options, &errors);
+    const auto scenario = loadScenario(path, shippedOptions(), &errors);
     if (!scenario)
         qFatal("%s", qPrintable(errors.join(QLatin1Char('\n'))));
     QString error;
@@ -87,7 +85,7 @@ void HistoryWindowTest::open(const QList<const char *> &names)
 {
     cleanup();
     for (const char *name : names)
-        m_histories.push_back(historyOf(QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name)));
+        m_histories.push_back(historyOf(shippedScenario(name)));
     VirtualClock::instance().run(1);
     m_window = std::make_unique<HistoryWindow>(m_histories);
     m_window->show();
