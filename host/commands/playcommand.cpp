@@ -48,7 +48,7 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
         outputs.writeScreenshot(scenario.file, step);
     };
     progress.begin(scenario.file, playedSteps(scenario.steps));
-    const auto result = Player(played, options, onStep).play();
+    auto result = Player(played, options, onStep).play();
     recording.endSession();
     progress.end(result);
     return result;
