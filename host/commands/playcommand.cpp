@@ -6,6 +6,7 @@
 #include "playing/interruption.h"
 #include "playing/player.h"
 #include "records/runrecords.h"
+#include "time/realtimewait.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -27,7 +28,8 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
                        RunRecords &recording, Progress &progress)
 {
     Player::Options options;
-    options.isRealTime = isRealTime;
+    if (isRealTime)
+        options.wait = waitInRealTime;
     options.takesScreenshots = outputs.wantsScreenshots();
     options.paintsLcd = hasDisplay(QGuiApplication::platformName());
     Scenario played = scenario;

@@ -1,5 +1,7 @@
 #include "commands/runinwindow.h"
 
+#include "commands/playinwindow.h"
+
 #include "device/board/savedoutputs.h"
 #include "diagnostics/reporterror.h"
 #include "lcd/translate/lcdfwtranslatemanager.h"
@@ -11,6 +13,7 @@
 #include "window/kioskwindow.h"
 #include "window/layoutdump.h"
 #include "window/panelwindow.h"
+#include "window/problemdialog.h"
 #include "window/quitonsignal.h"
 #include "window/windowfiles.h"
 #include "window/windowoptions.h"
@@ -98,7 +101,14 @@ int showKiosk(Session &session, const WindowOptions &options, WindowFiles &files
     return runEventLoop(session, files);
 }
 
-int showPanel(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
+// A scenario needs the simulated device, and the tests of units aren't interrupted by one.
+bool opensScenarios(const Session &session, const WindowOptions &options)
+{
+    return !session.options().board && !options.asksForUnit;
+}
+
+int showPanel(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records,
+              WindowRequest *request)
 {
     StoreReader reader(records.location());
     PanelWindow window(session);
@@ -110,7 +120,12 @@ int showPanel(Session &session, const WindowOptions &options, WindowFiles &files
         settings.restore(window);
     window.setSpeed(options.hasSpeed || !remembers ? options.speed : settings.speed().value_or(options.speed));
     files.showIn(window);
+    if (opensScenarios(session, options))
+        acceptRequests(window, request);
     window.show();
+    const QString problem = std::exchange(request->problem, {});
+    if (!problem.isEmpty())
+        showProblem(&window, window.windowTitle(), PanelWindow::tr("The scenario can't be played."), problem);
     if (!options.screenshot.isEmpty())
         return takeScreenshot(window, session, options.screenshot);
     QCoreApplication::processEvents();
@@ -122,12 +137,13 @@ int showPanel(Session &session, const WindowOptions &options, WindowFiles &files
     return status;
 }
 
-int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records)
+int show(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records,
+         WindowRequest *request)
 {
     std::optional<PatternScreens> patterns;
     if (session.options().board)
         patterns.emplace(session.device(), session.options().board->screens);
-    return options.isKiosk ? showKiosk(session, options, files) : showPanel(session, options, files, records);
+    return options.isKiosk ? showKiosk(session, options, files) : showPanel(session, options, files, records, request);
 }
 
 // The LCD of a kiosk fills the screen.
@@ -152,16 +168,33 @@ QString rememberedLanguage(const QString &fallback)
 
 // Returns when the window is closed and the session has ended.
 int runSession(const Session::Options &device, const WindowOptions &options, WindowFiles &files,
-               const RunRecords &records, QString *error)
+               const RunRecords &records, WindowRequest *request, QString *error)
 {
     const std::unique_ptr<Session> session = Session::open(device, error);
     if (!session || !files.beginRecording(*session, error))
         return reportError(*error);
-    const int status = show(*session, options, files, records);
+    const int status = show(*session, options, files, records, request);
     files.close(*session);
     return status;
 }
 
+}
+
+// The files of the command line belong to the first session.
+static int runNextSession(Session::Options device, const WindowOptions &options, RunRecords &records,
+                          WindowRequest *request)
+{
+    const std::optional<Scenario> scenario = std::exchange(request->scenario, std::nullopt);
+    request->isNewSession = false;
+    if (scenario)
+        return playInWindow(*scenario, request);
+    WindowFiles none;
+    QString error;
+    device.sessionLine = records.beginSession(device);
+    device.journalSink = both({}, records);
+    const int status = runSession(device, options, none, records, request, &error);
+    records.endSession();
+    return status;
 }
 
 int runInWindow(const CommandLine &line, const QString &recording)
@@ -190,10 +223,14 @@ int runInWindow(const CommandLine &line, const QString &recording)
     device.journalSink = both(files.journalSink(), records);
     // Before a signal ends the process, runs are saved, files are completed, and a board is restored.
     QuitOnSignal quitOnSignal;
-    const int status = runSession(device, options, files, records, &error);
+    WindowRequest request;
+    request.base = line.session;
+    int status = runSession(device, options, files, records, &request, &error);
     if (!error.isEmpty())
         return status;
     records.endSession();
+    while (request.isSet() && status == 0 && !QuitOnSignal::isAsked())
+        status = runNextSession(device, options, records, &request);
     const bool isSaved = records.finish();
     quitOnSignal.endProcessIfAsked();
     return !isSaved || files.hasFailed() ? 2 : status;

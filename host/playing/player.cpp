@@ -4,7 +4,6 @@
 #include "playing/menunavigator.h"
 #include "playing/repeatsummarizer.h"
 #include "playing/sessionfacts.h"
-#include "time/realtimewait.h"
 
 #include <QtCore/QBuffer>
 #include <QtGui/QPixmap>
@@ -20,6 +19,28 @@ constexpr int LinesOnFailure = 10;
 
 }
 
+Session *Player::open(QString *error)
+{
+    auto device = m_scenario.device;
+    device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
+    // The log export reads the lines that are kept.
+    if (device.usbStick == Session::noUsbStick && !m_options.keepsJournal)
+        device.journalLineLimit = LinesOnFailure;
+    m_session = Session::open(device, error);
+    return m_session.get();
+}
+
+void Player::playInNewSession()
+{
+    const bool isOpen = open(&m_result.error) != nullptr;
+    m_result.facts = sessionFacts(m_scenario, m_session.get());
+    if (isOpen)
+        playSession();
+    else
+        m_result.passed = false;
+    m_session.reset();
+}
+
 ScenarioResult Player::play()
 {
     m_clock.start();
@@ -27,21 +48,15 @@ ScenarioResult Player::play()
     m_result.file = m_scenario.file;
     m_result.title = m_scenario.title;
     m_result.state = ScenarioResult::State::Running;
-    auto device = m_scenario.device;
-    device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
-    // The log export reads the lines that are kept.
-    if (device.usbStick == Session::noUsbStick)
-        device.journalLineLimit = LinesOnFailure;
-    m_session = Session::open(device, &m_result.error);
-    m_result.facts = sessionFacts(m_scenario, m_session.get());
-    if (m_session)
+    if (m_session) {
+        m_result.facts = sessionFacts(m_scenario, m_session.get());
         playSession();
-    else
-        m_result.passed = false;
+    } else {
+        playInNewSession();
+    }
     bool isAfterLast = m_lastStep == nullptr;
     if (!m_result.passed)
         listNotPlayed(m_scenario.steps, &isAfterLast);
-    m_session.reset();
     m_result.wallTime = m_clock.elapsed();
     if (m_result.state == ScenarioResult::State::Running)
         m_result.state = ScenarioResult::State::Over;
@@ -257,8 +272,8 @@ bool Player::advanceUntil(Milliseconds duration, const std::function<bool()> &do
         isDone = done();
         return isDone || isInterrupted();
     };
-    if (m_options.isRealTime)
-        waitInRealTime(m_session->clock(), duration, stops);
+    if (m_options.wait)
+        m_options.wait(m_session->clock(), duration, stops);
     else
         m_session->clock().advanceUntil(duration, stops);
     return isDone;

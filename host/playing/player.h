@@ -13,15 +13,20 @@
 
 namespace panelhost {
 
-/// Plays a scenario in a new session. Memory use doesn't depend on the length of the journal. GUI thread.
+/// Plays a scenario in a new session. Memory use doesn't depend on the length of the journal, unless the journal is
+/// kept. GUI thread.
 class Player
 {
 public:
     static constexpr int PartialResultInterval = 1000; ///< milliseconds of real time
 
+    /// Lets @p duration pass on @p clock, or less if @p done returns true. Returns whether it did.
+    using Wait = std::function<bool(VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done)>;
+
     struct Options
     {
-        bool isRealTime = false; ///< virtual time follows the wall clock
+        Wait wait;                 ///< empty: time passes at full speed
+        bool keepsJournal = false; ///< the session keeps as many lines of the journal as any other
         bool takesScreenshots = false;
         bool paintsLcd = false; ///< the LCD is painted all the time, and not only for screenshots
         Journal::Sink journal;  ///< gets all entries of the journal
@@ -39,9 +44,13 @@ public:
     {
     }
 
+    /// Opens the session, which belongs to the player. Returns nullptr and sets @p error to a sentence if that is
+    /// impossible. Without this, play() opens a session that ends with it.
+    Session *open(QString *error);
     ScenarioResult play();
 
 private:
+    void playInNewSession();
     void playSession();
     bool prepare();
     bool playSteps(const QVector<Step> &steps);

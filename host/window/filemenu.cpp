@@ -5,7 +5,9 @@
 #include "panel/theme.h"
 #include "reports/htmlreport.h"
 #include "session/session.h"
+#include "window/scenarioopener.h"
 #include "window/sessionreport.h"
+#include "window/windowsettings.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFileInfo>
@@ -86,6 +88,53 @@ void FileMenu::save(const QString &path, const Content &content)
     Q_EMIT messageChanged(isSaved ? tr("Saved: %1").arg(path) : error);
 }
 
+QAction *FileMenu::addFirst(const char *name, const QString &text, const QKeySequence &shortcut)
+{
+    auto *action = new QAction(text, this);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(shortcut);
+    insertAction(m_record, action);
+    return action;
+}
+
+void FileMenu::setOpener(ScenarioOpener *opener)
+{
+    m_opener = opener;
+    connect(addFirst("new-session", tr("&New session"), QKeySequence::New), &QAction::triggered, this,
+            &FileMenu::newSessionTriggered);
+    connect(addFirst("open-scenario", tr("&Open and play a scenario…"), QKeySequence::Open), &QAction::triggered,
+            opener, &ScenarioOpener::askAndPlay);
+    connect(addFirst("open-timeline", tr("Open a recording in the &timeline…"),
+                     QKeySequence(QStringLiteral("Ctrl+Shift+O"))),
+            &QAction::triggered, opener, &ScenarioOpener::askAndShowTimeline);
+    m_recent = new QMenu(tr("Re&cent files"), this);
+    m_recent->setObjectName(QStringLiteral("recent-files"));
+    m_recent->setToolTipsVisible(true);
+    theme::applyTo(m_recent);
+    insertMenu(m_record, m_recent);
+    insertSeparator(m_record);
+    connect(this, &QMenu::aboutToShow, this, &FileMenu::listRecentFiles);
+}
+
+void FileMenu::listRecentFiles()
+{
+    if (!m_recent)
+        return;
+    m_recent->clear();
+    const QStringList files = m_opener->recentFiles();
+    m_recent->setEnabled(!files.isEmpty());
+    for (const QString &path : files) {
+        QString name = fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, 50 * theme::Grid);
+        QAction *action = m_recent->addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")), m_opener,
+                                              [this, path] { m_opener->play(path); });
+        action->setData(path);
+        action->setToolTip(path);
+    }
+    m_recent->addSeparator();
+    m_recent->addAction(tr("&Clear"), m_opener, &ScenarioOpener::clearRecentFiles)
+        ->setObjectName(QStringLiteral("clear-recent-files"));
+}
+
 void FileMenu::setCanRecord(bool canRecord)
 {
     m_record->setEnabled(canRecord);
@@ -114,6 +163,7 @@ void FileMenu::startRecording(const QString &path)
         Q_EMIT messageChanged(reason);
     };
     connect(m_recording.get(), &ScenarioWriter::failed, this, end, Qt::QueuedConnection);
+    m_recordingPath = QFileInfo(path).absoluteFilePath();
     m_record->setText(tr("Stop &recording"));
     Q_EMIT recordingChanged(QFileInfo(path).fileName());
 }
@@ -121,6 +171,7 @@ void FileMenu::startRecording(const QString &path)
 void FileMenu::stopRecording()
 {
     m_recording.reset();
+    WindowSettings().addRecentFile(m_recordingPath);
     m_record->setText(tr("Start &recording…"));
     Q_EMIT recordingChanged({});
 }

@@ -3,7 +3,9 @@
 #include "panel/frontpanel.h"
 #include "panel/lcdview.h"
 #include "panel/theme.h"
+#include "playing/scenarioresult.h"
 #include "records/run.h"
+#include "scenario/scenario.h"
 #include "session/session.h"
 #include "window/dockplace.h"
 #include "window/faultmenu.h"
@@ -11,13 +13,19 @@
 #include "window/filemenu.h"
 #include "window/helpmenu.h"
 #include "window/journalview.h"
+#include "window/playbar.h"
+#include "window/scenarioopener.h"
 #include "window/speedbar.h"
 #include "window/timemenu.h"
 #include "window/todayview.h"
 #include "window/unitbar.h"
 #include "window/windowstatus.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QDropEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
@@ -40,7 +48,8 @@ static QString failureOf(const DeviceState &device)
 
 PanelWindow::PanelWindow(Session &session)
     : m_session(session), m_panel(new FrontPanel(session.device().state(), session.lcd(), this)),
-      m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this)), m_status(new WindowStatus(this))
+      m_journal(new JournalView(session.journal(), this)), m_speed(new SpeedBar(this)),
+      m_status(new WindowStatus(this)), m_playBar(new PlayBar(this))
 {
     setObjectName(QStringLiteral("window"));
     setWindowTitle(QStringLiteral("panelhost"));
@@ -53,6 +62,7 @@ PanelWindow::PanelWindow(Session &session)
     addMenus();
     addJournal();
     addFaults();
+    addPlayBar();
     setInitialSize();
     connect(m_panel, &FrontPanel::actionTriggered, this, &PanelWindow::perform);
     connect(m_speed, &SpeedBar::speedSelected, this, &PanelWindow::setSpeed);
@@ -73,22 +83,23 @@ PanelWindow::~PanelWindow()
 
 void PanelWindow::perform(const OperatorAction &action)
 {
-    QString error;
-    if (isRefused(action))
-        error = QStringLiteral("Enter the serial number of the unit first.");
-    else
+    QString error = refusalOf(action);
+    if (error.isEmpty())
         m_session.panelOperator().perform(action, &error);
     m_status->setMessage(error);
     refresh();
 }
 
 // Outside factory mode these actions lead into it, which only a serial number may do.
-bool PanelWindow::isRefused(const OperatorAction &action) const
+QString PanelWindow::refusalOf(const OperatorAction &action) const
 {
     using Kind = OperatorAction::Kind;
+    if (m_isPlaying)
+        return tr("A scenario is being played. Stop it first.");
     const bool leadsIn = action.kind == Kind::Navigate || action.kind == Kind::Touch || action.kind == Kind::Soft
         || action.kind == Kind::EnterFactoryMode;
-    return m_units && leadsIn && !m_session.isInFactoryMode();
+    const bool isRefused = m_units && leadsIn && !m_session.isInFactoryMode();
+    return isRefused ? tr("Enter the serial number of the unit first.") : QString();
 }
 
 void PanelWindow::askForUnits(const UnitPattern &pattern, const QString &unit)
@@ -224,6 +235,15 @@ void PanelWindow::arrangeDocks()
     m_isArranging = false;
 }
 
+// The strip of a scenario isn't shown again in another session.
+bool PanelWindow::restoreDocks(const QByteArray &state, int version)
+{
+    const bool isPlayBarHidden = m_playBar->isHidden();
+    const bool isRestored = restoreState(state, version);
+    m_playBar->setHidden(isPlayBarHidden);
+    return isRestored;
+}
+
 void PanelWindow::setArrangesDocks(bool arranges)
 {
     m_arrangesDocks = arranges;
@@ -268,7 +288,8 @@ void PanelWindow::paintEvent(QPaintEvent *)
 void PanelWindow::setSpeed(double factor)
 {
     m_factor = factor;
-    if (factor < 0)
+    m_pausedByEnd = false;
+    if (factor < 0 || m_isPlaying)
         m_session.clock().stop();
     else
         m_session.clock().run(factor);
@@ -280,8 +301,77 @@ void PanelWindow::step()
 {
     constexpr Milliseconds Most = 60000;
     setSpeed(SpeedBar::Paused);
+    if (m_isPlaying) {
+        Q_EMIT stepTriggered();
+        return;
+    }
     const qint64 before = m_session.journal().count();
     m_session.clock().advanceUntil(Most, [this, before] { return m_session.journal().count() > before; });
+    refresh();
+}
+
+void PanelWindow::addPlayBar()
+{
+    addToolBar(Qt::TopToolBarArea, m_playBar);
+    connect(m_playBar, &PlayBar::stopTriggered, this, &PanelWindow::stopTriggered);
+}
+
+void PanelWindow::setOpensScenarios(const Session::Options &base)
+{
+    m_opener = new ScenarioOpener(base, this);
+    connect(m_opener, &ScenarioOpener::scenarioOpened, this, &PanelWindow::scenarioOpened);
+    connect(m_opener, &ScenarioOpener::viewRequested, this, &PanelWindow::viewRequested);
+    connect(m_files, &FileMenu::newSessionTriggered, this, &PanelWindow::newSessionTriggered);
+    connect(m_playBar, &PlayBar::playAgainTriggered, m_opener, [this] { m_opener->play(m_scenarioFile); });
+    connect(m_playBar, &PlayBar::timelineTriggered, m_opener, [this] { m_opener->showTimeline(m_scenarioFile); });
+    m_files->setOpener(m_opener);
+    setAcceptDrops(true);
+}
+
+// One file that is on this machine.
+static QString droppedFile(const QMimeData &data)
+{
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 ? urls.first().toLocalFile() : QString();
+}
+
+void PanelWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!droppedFile(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void PanelWindow::dropEvent(QDropEvent *event)
+{
+    const QString path = droppedFile(*event->mimeData());
+    if (path.isEmpty() || !m_opener)
+        return;
+    event->acceptProposedAction();
+    QMetaObject::invokeMethod(
+        m_opener, [this, path] { m_opener->play(path); }, Qt::QueuedConnection);
+}
+
+void PanelWindow::beginPlaying(const Scenario &scenario)
+{
+    m_scenarioFile = scenario.file;
+    m_isPlaying = true;
+    m_session.clock().stop();
+    m_playBar->begin(scenario.title.isEmpty() ? QFileInfo(scenario.file).fileName() : scenario.title,
+                     playedSteps(scenario.steps));
+}
+
+void PanelWindow::showPlayedStep(const StepResult &step, qint64 number)
+{
+    m_playBar->setStep(step, number);
+}
+
+void PanelWindow::endPlaying(const ScenarioResult &result)
+{
+    m_isPlaying = false;
+    m_factorBeforeEnd = m_factor;
+    setSpeed(SpeedBar::Paused);
+    m_pausedByEnd = m_factorBeforeEnd != SpeedBar::Paused;
+    m_playBar->end(result);
     refresh();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "session/session.h"
 #include "time/realtimetimer.h"
-#include "time/virtualclock.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QElapsedTimer>
@@ -14,11 +14,15 @@ namespace panelhost {
 
 struct OperatorAction;
 struct Run;
+struct Scenario;
+struct ScenarioResult;
+struct StepResult;
 class FaultView;
 class FileMenu;
 class FrontPanel;
 class JournalView;
-class Session;
+class PlayBar;
+class ScenarioOpener;
 class SpeedBar;
 class StoreReader;
 class TimeMenu;
@@ -40,8 +44,21 @@ public:
     /// Sets the speed as VirtualClock::run() takes it; a negative @p factor pauses.
     void setSpeed(double factor);
     double speed() const { return m_factor; }
-    /// Pauses, and lets the clock jump to the next line of the journal, by one minute at most.
+    /// Returns the speed that the user has chosen: speed(), unless the end of a scenario has paused the window.
+    double chosenSpeed() const { return m_pausedByEnd ? m_factorBeforeEnd : m_factor; }
+    /// Pauses, and lets the clock jump to the next line of the journal, by one minute at most. A scenario that is being
+    /// played goes on to the next line or to the end of its step.
     void step();
+    /// Lets the user open scenarios from now on, in the menu and by dropping a file. @p base has the options of the
+    /// device that a scenario doesn't set.
+    void setOpensScenarios(const Session::Options &base);
+    /// Shows that @p scenario is played in the session, until endPlaying(). Who plays it moves the clock, at speed().
+    /// The operator's actions are refused.
+    void beginPlaying(const Scenario &scenario);
+    /// Shows the step that was played last. Its @p number starts at 1.
+    void showPlayedStep(const StepResult &step, qint64 number);
+    /// Shows the result, and pauses. The operator may act again.
+    void endPlaying(const ScenarioResult &result);
     /// Shows that @p fileName is being recorded; shows nothing if it is empty.
     void setRecording(const QString &fileName);
     /// Shows that @p count saved runs wait to be sent to the server; shows nothing if it is 0.
@@ -61,6 +78,8 @@ public:
     void showRun(const Run &run);
     /// Warns that @p unit has passed at @p passedAt, if it is still the unit that is tested.
     void warnThatUnitPassed(const QString &unit, const QDateTime &passedAt);
+    /// Restores the docks from what saveState() has returned. Returns false if @p state isn't valid.
+    bool restoreDocks(const QByteArray &state, int version);
     /// Sets whether the docks are placed where they leave the most room for the panel. Ends by itself when the user
     /// moves or resizes a dock.
     void setArrangesDocks(bool arranges);
@@ -71,8 +90,20 @@ public:
 Q_SIGNALS:
     /// Emitted when the test of @p unit begins, whose serial number was entered in the window.
     void unitBegun(const QString &unit);
+    /// Emitted when @p scenario shall be played in a session of its own.
+    void scenarioOpened(const panelhost::Scenario &scenario);
+    /// Emitted when panelhost shall be started with @p arguments, to show a timeline.
+    void viewRequested(const QStringList &arguments);
+    /// Emitted when this session shall end and a new one begin.
+    void newSessionTriggered();
+    /// Emitted when the scenario that is being played shall end.
+    void stopTriggered();
+    /// Emitted when the scenario that is being played shall go on by one step although the window is paused.
+    void stepTriggered();
 
 protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -80,7 +111,7 @@ protected:
 
 private:
     void perform(const OperatorAction &action);
-    bool isRefused(const OperatorAction &action) const;
+    QString refusalOf(const OperatorAction &action) const;
     void beginUnit(const QString &unit);
     void focusLcd();
     void showFailure(const QString &failure);
@@ -90,6 +121,7 @@ private:
     void addViewMenu();
     void addTimeMenu();
     void addFaultMenu();
+    void addPlayBar();
     void addJournal();
     void addFaults();
     void addToDocks(QDockWidget *dock);
@@ -108,7 +140,13 @@ private:
     FaultView *m_faults = nullptr;
     FileMenu *m_files = nullptr;
     TimeMenu *m_time = nullptr;
+    PlayBar *m_playBar;
+    ScenarioOpener *m_opener = nullptr;
+    QString m_scenarioFile; ///< of the scenario that is or was played
+    bool m_isPlaying = false;
     double m_factor = 1;
+    double m_factorBeforeEnd = 1; ///< the speed at the end of the scenario
+    bool m_pausedByEnd = false;
     QMenu *m_viewMenu = nullptr;
     QList<QDockWidget *> m_docks;
     bool m_arrangesDocks = true; ///< until the user moves or resizes a dock

@@ -35,7 +35,7 @@ void WindowSettings::restore(PanelWindow &window) const
     if (!window.restoreGeometry(m_settings.value(QStringLiteral("window/geometry")).toByteArray()))
         return;
     const bool hasDocks =
-        window.restoreState(m_settings.value(QStringLiteral("window/docks")).toByteArray(), StateVersion);
+        window.restoreDocks(m_settings.value(QStringLiteral("window/docks")).toByteArray(), StateVersion);
     window.setArrangesDocks(!hasDocks || m_settings.value(QStringLiteral("window/arranges-docks"), true).toBool());
 }
 
@@ -44,8 +44,27 @@ void WindowSettings::save(const PanelWindow &window, const QString &language)
     m_settings.setValue(QStringLiteral("window/geometry"), window.saveGeometry());
     m_settings.setValue(QStringLiteral("window/docks"), window.saveState(StateVersion));
     m_settings.setValue(QStringLiteral("window/arranges-docks"), window.arrangesDocks());
-    m_settings.setValue(QStringLiteral("speed"), window.speed());
-    m_settings.setValue(QStringLiteral("language"), language);
+    m_settings.setValue(QStringLiteral("speed"), window.chosenSpeed());
+    if (!language.isEmpty())
+        m_settings.setValue(QStringLiteral("language"), language);
+}
+
+QStringList WindowSettings::recentFiles() const
+{
+    return m_settings.value(QStringLiteral("recent-files")).toStringList().mid(0, MaxRecentFiles);
+}
+
+void WindowSettings::addRecentFile(const QString &path)
+{
+    QStringList files = recentFiles();
+    files.removeAll(path);
+    files.prepend(path);
+    m_settings.setValue(QStringLiteral("recent-files"), QStringList(files.mid(0, MaxRecentFiles)));
+}
+
+void WindowSettings::clearRecentFiles()
+{
+    m_settings.remove(QStringLiteral("recent-files"));
 }
 
 }

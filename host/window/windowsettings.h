@@ -8,8 +8,8 @@ namespace panelhost {
 
 class PanelWindow;
 
-/// What the window remembers from one session to the next: its geometry, the docks, the speed and the language. Values
-/// that are damaged are ignored.
+/// What the window remembers from one session to the next: its geometry, the docks, the speed, the language and the
+/// files that were opened last. Values that are damaged are ignored.
 class WindowSettings
 {
 public:
@@ -22,7 +22,14 @@ public:
     std::optional<double> speed() const;
     /// Restores geometry and docks.
     void restore(PanelWindow &window) const;
+    /// Saves what @p window looks like, and @p language unless it is empty.
     void save(const PanelWindow &window, const QString &language);
+
+    static constexpr int MaxRecentFiles = 8;
+    /// Returns the files that were opened last, the last one first.
+    QStringList recentFiles() const;
+    void addRecentFile(const QString &path);
+    void clearRecentFiles();
 
 private:
     QSettings m_settings;

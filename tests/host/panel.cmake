@@ -14,3 +14,5 @@ lcd_add_test(tst_panelwindow SOURCES panel/tst_panelwindow.cpp LIBRARIES panel_f
 lcd_add_test(tst_historywindow SOURCES panel/tst_historywindow.cpp LIBRARIES panel_fixture LABELS host panel)
 add_dependencies(tst_historywindow lcdfactorymodeimpl repairpages share_files)
 add_dependencies(tst_panelwindow lcdfactorymodeimpl share_files)
+lcd_add_test(tst_windowplayback SOURCES panel/tst_windowplayback.cpp LIBRARIES panel_fixture LABELS host panel)
+add_dependencies(tst_windowplayback lcdfactorymodeimpl repairpages share_files)

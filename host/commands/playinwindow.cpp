@@ -1,0 +1,48 @@
+#include "commands/playinwindow.h"
+
+#include "playing/player.h"
+#include "window/panelwindow.h"
+#include "window/quitonsignal.h"
+#include "window/speedbar.h"
+#include "window/windowplayback.h"
+#include "window/windowsettings.h"
+
+#include <QtWidgets/QApplication>
+
+namespace panelhost {
+
+int playInWindow(const Scenario &scenario, WindowRequest *next)
+{
+    std::optional<WindowPlayback> playback;
+    const auto isInterrupted = [&] { return playback->isStopped() || next->isSet() || QuitOnSignal::isAsked(); };
+    Player::Options options;
+    options.keepsJournal = true;
+    options.paintsLcd = true;
+    options.isInterrupted = isInterrupted;
+    options.wait = [&](VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done) {
+        return playback->wait(clock, duration, done);
+    };
+    Player player(scenario, options,
+                  [&](const StepResult &step, qint64 number) { playback->stepPlayed(step, number); });
+    Session *session = player.open(&next->problem);
+    if (!session) {
+        next->isNewSession = true;
+        return 0;
+    }
+    PanelWindow window(*session);
+    WindowSettings settings;
+    settings.restore(window);
+    const double speed = settings.speed().value_or(1);
+    window.setSpeed(speed == SpeedBar::Paused ? 1 : speed);
+    acceptRequests(window, next);
+    window.beginPlaying(scenario);
+    window.show();
+    playback.emplace(*session, window);
+    window.endPlaying(player.play());
+    const bool goesOn = window.isVisible() && !next->isSet() && !QuitOnSignal::isAsked();
+    const int status = goesOn ? QApplication::exec() : 0;
+    settings.save(window, {});
+    return status;
+}
+
+}
