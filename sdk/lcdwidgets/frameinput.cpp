@@ -47,7 +47,9 @@ bool FactoryTestFrame::Impl::filterFrameEvent(const QEvent &event)
             takeKeyboard();
         break;
     case QEvent::FocusIn:
-        takeKeyboard();
+        // In a graphics view, setting the focus again would send this event again, without end.
+        if (shownFocus() != FocusNone)
+            takeKeyboard();
         break;
     case QEvent::LayoutRequest:
     case QEvent::Resize:

@@ -41,6 +41,7 @@ class TestPanelWindow : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -68,6 +69,7 @@ private Q_SLOTS:
     void tabReachesEveryControl();
     void spaceUsesTheControl();
     void focusIsShown();
+    void activatedWhileATestRuns();
     void homeAndEndMoveInTheMenu();
     void speedHasShortcuts();
     void stepGoesToTheNextLine();
@@ -87,9 +89,15 @@ private:
     QStringList actions() const;
     QAction *menuAction(const QString &menu, const QString &data) const;
 
+    QTemporaryDir m_settings;
     std::unique_ptr<Session> m_session;
     std::unique_ptr<PanelWindow> m_window;
 };
+
+void TestPanelWindow::initTestCase()
+{
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+}
 
 void TestPanelWindow::init()
 {
@@ -512,6 +520,24 @@ void TestPanelWindow::focusIsShown()
     key->setFocus();
     QVERIFY(key->hasFocus());
     QVERIFY(key->grab().toImage() != before);
+}
+
+// The page takes the keyboard while the window is inactive, and has it when the window becomes active.
+void TestPanelWindow::activatedWhileATestRuns()
+{
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    for (const char *key : {"down", "enter", "enter"})
+        m_session->panelOperator().perform(
+            {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QString::fromLatin1(key)}}});
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(isViewOfLcd(*QApplication::focusWidget(), *m_session->lcd()));
+    const auto count = actions().size();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(actions().size(), count + 1);
 }
 
 void TestPanelWindow::homeAndEndMoveInTheMenu()
