@@ -21,6 +21,13 @@ enum class TestState {
     Failed,
 };
 
+/// A button of a page.
+enum class PageButton {
+    None,
+    Left,
+    Right,
+};
+
 /// One line of a page.
 struct PageLine
 {
@@ -90,6 +97,8 @@ public:
     /// Return the captions of the buttons while the test runs. An empty caption hides the button.
     virtual QString leftCaption() const { return {}; }
     virtual QString rightCaption() const { return {}; }
+    /// Returns the button that begins what can't be undone. It doesn't stand out.
+    virtual PageButton dangerousButton() const { return PageButton::None; }
     /// Called when a button is pressed while the test runs.
     virtual void pressLeft() {}
     virtual void pressRight() {}

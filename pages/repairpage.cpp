@@ -32,6 +32,20 @@ Widget::IconType iconOf(PageLine::Mark mark)
     return Widget::IconNone;
 }
 
+// As the frame's property says it.
+QString nameOf(PageButton button)
+{
+    switch (button) {
+    case PageButton::Left:
+        return QStringLiteral("left");
+    case PageButton::Right:
+        return QStringLiteral("right");
+    case PageButton::None:
+        break;
+    }
+    return {};
+}
+
 QString orDefault(const QString &words, const char *key)
 {
     return words.isEmpty() ? text(key) : words;
@@ -264,6 +278,7 @@ void RepairPage::showButtons(const QString &left, const QString &right)
 {
     m_frame->setLeftBtnText(left);
     m_frame->setRightBtnText(right);
+    m_frame->setProperty("dangerousButton", nameOf(m_test->dangerousButton()));
     m_frame->setLeftBtnVisible(!left.isEmpty());
     m_frame->setRighttBtnVisible(!right.isEmpty());
     m_frame->setKeyEventsEnabled(m_shownState != TestState::Running || !m_test->takesKeys());

@@ -132,6 +132,7 @@ public:
     bool leavesWhenPassed() const override { return true; }
     QString leftCaption() const override { return m_isConfirmed ? QString() : text("RepairReset"); }
     QString rightCaption() const override { return m_isConfirmed ? QString() : text("RepairCancel"); }
+    PageButton dangerousButton() const override;
     void pressLeft() override;
     void pressRight() override { reTest(); }
 
@@ -148,6 +149,12 @@ QString FactoryReset::heading() const
     if (state() != TestState::Running)
         return {};
     return text(m_isConfirmed ? "RepairResetRunning" : "RepairResetConfirm");
+}
+
+// While the device asks whether it should be reset, the left button resets it. Else the right one leads there.
+PageButton FactoryReset::dangerousButton() const
+{
+    return state() == TestState::Running ? PageButton::Left : PageButton::Right;
 }
 
 void FactoryReset::pressLeft()

@@ -105,6 +105,7 @@ void FactoryTestFrame::Impl::setTitle(const QString &title)
     m_titleBar->setTitle(title);
     m_frame->setAccessibleName(title);
     publish("title", title);
+    scheduleArrange();
 }
 
 void FactoryTestFrame::Impl::setTitleIcon(const QString &objectName, const QString &key)

@@ -69,6 +69,7 @@ private:
 
     FocusType shownFocus() const;
     void applyFocus();
+    void showDanger();
     void takeKeyboard();
     bool mayTakeKeyboard() const;
 

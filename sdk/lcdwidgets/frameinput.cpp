@@ -51,6 +51,10 @@ bool FactoryTestFrame::Impl::filterFrameEvent(const QEvent &event)
         if (shownFocus() != FocusNone)
             takeKeyboard();
         break;
+    case QEvent::DynamicPropertyChange:
+        if (static_cast<const QDynamicPropertyChangeEvent &>(event).propertyName() == "dangerousButton")
+            showDanger();
+        break;
     case QEvent::LayoutRequest:
     case QEvent::Resize:
     case QEvent::FontChange:
@@ -141,6 +145,14 @@ FocusType FactoryTestFrame::Impl::shownFocus() const
     if (m_wantedFocus == FocusRightButton && m_right->isUsable())
         return FocusRightButton;
     return FocusNone;
+}
+
+// Pages set the property by its name: another SDK's frame ignores it.
+void FactoryTestFrame::Impl::showDanger()
+{
+    const QString dangerous = m_frame->property("dangerousButton").toString();
+    m_left->setDangerous(dangerous == QLatin1String("left"));
+    m_right->setDangerous(dangerous == QLatin1String("right"));
 }
 
 void FactoryTestFrame::Impl::applyFocus()

@@ -58,7 +58,8 @@ void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect conten
 {
     content.adjust(metrics.padding, metrics.gap * 5 / 4, -metrics.padding, -metrics.gap / 2);
     const int font = metrics.contentFont(m_contentFontSize);
-    const bool headed = m_headingVisible && !m_heading->text().isEmpty();
+    // A heading that repeats the title says nothing.
+    const bool headed = m_headingVisible && !m_heading->text().isEmpty() && m_heading->text() != m_titleBar->title();
     m_heading->setVisible(headed);
     if (headed) {
         const int headingFont = font * 5 / 4;
@@ -68,6 +69,7 @@ void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect conten
         content.adjust(0, height + metrics.gap / 2, 0, 0);
     }
     m_steps->setFontRange(metrics.smallestFont, font);
+    m_steps->setVerdictHeight(m_frame->height() / 5);
     m_steps->setGeometry(arrangeStatusIcon(metrics, content));
 }
 

@@ -51,16 +51,27 @@ QStringList FactoryTestRightFrame::Impl::texts() const
 }
 
 // Breaks lines between words, and within a word that is too wide.
-FactoryTestRightFrame::Impl::LineLayout FactoryTestRightFrame::Impl::layoutOf(const QString &text,
+FactoryTestRightFrame::Impl::LineLayout FactoryTestRightFrame::Impl::layoutOf(const Line &line,
                                                                               const QFontMetrics &metrics, int width)
 {
     int flags = WrappingFlags;
-    QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, text);
+    QRect bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, line.text);
     if (bounds.width() > width) {
         flags |= Qt::TextWrapAnywhere;
-        bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, text);
+        bounds = metrics.boundingRect(QRect(0, 0, width, 0), flags, line.text);
     }
-    return {flags, std::max(metrics.height(), bounds.height())};
+    return {line.text, line.level, flags, std::max(metrics.height(), bounds.height())};
+}
+
+FactoryTestRightFrame::Impl::Line FactoryTestRightFrame::Impl::lineBefore(int &end) const
+{
+    Line line = lines.at(--end);
+    int count = 1;
+    for (; end > 0 && lines.at(end - 1).text == line.text; --end)
+        ++count;
+    if (count > 1)
+        line.text += QStringLiteral(" \u00d7%1").arg(count);
+    return line;
 }
 
 QVector<FactoryTestRightFrame::Impl::LineLayout> FactoryTestRightFrame::Impl::shownLines(const QFontMetrics &metrics,
@@ -68,8 +79,8 @@ QVector<FactoryTestRightFrame::Impl::LineLayout> FactoryTestRightFrame::Impl::sh
 {
     QVector<LineLayout> shown;
     int room = area.height();
-    for (auto line = lines.crbegin(); line != lines.crend(); ++line) {
-        const LineLayout layout = layoutOf(line->text, metrics, area.width());
+    for (int end = lines.size(); end > 0;) {
+        const LineLayout layout = layoutOf(lineBefore(end), metrics, area.width());
         if (layout.height > room)
             break;
         room -= layout.height + gapOf(metrics);
@@ -84,12 +95,11 @@ void FactoryTestRightFrame::Impl::paint(QPainter &painter, const QRect &area) co
     const QVector<LineLayout> shown = shownLines(metrics, area.size());
     int top = area.top();
     for (int fromNewest = shown.size() - 1; fromNewest >= 0; --fromNewest) {
-        const Line &line = lines[lines.size() - 1 - fromNewest];
-        const LineLayout &layout = shown[fromNewest];
+        const LineLayout &line = shown.at(fromNewest);
         // The newest line stands out; earlier ones have the dimmer color of their level.
         painter.setPen(fromNewest == 0 && line.level == LogInfo ? QColor(Theme::Text) : colorOf(line.level));
-        painter.drawText(QRect(area.left(), top, area.width(), layout.height), layout.flags, line.text);
-        top += layout.height + gapOf(metrics);
+        painter.drawText(QRect(area.left(), top, area.width(), line.height), line.flags, line.text);
+        top += line.height + gapOf(metrics);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <QtGui/QPainter>
 
+#include <algorithm>
+
 namespace LCD::Widget {
 
 struct SoftButton::Look
@@ -12,6 +14,7 @@ struct SoftButton::Look
     QRgb fill;
     QRgb border;
     QRgb text;
+    int borderWidth = 2;
 };
 
 SoftButton::SoftButton(const QString &objectName, const QString &nameWithoutCaption, QWidget *parent)
@@ -43,6 +46,14 @@ void SoftButton::setFocusShown(bool shown)
     update();
 }
 
+void SoftButton::setDangerous(bool dangerous)
+{
+    if (dangerous == m_dangerous)
+        return;
+    m_dangerous = dangerous;
+    update();
+}
+
 QRect SoftButton::captionArea() const
 {
     return rect().adjusted(height() / 4, 2, -height() / 4, -2);
@@ -59,9 +70,17 @@ SoftButton::Look SoftButton::look() const
         return {Theme::Background, Theme::Line, Theme::DisabledText};
     if (isDown())
         return {Theme::ButtonPressed, Theme::Accent, Theme::Text};
+    if (m_dangerous)
+        return dangerousLook();
     if (m_focusShown)
         return {Theme::Accent, Theme::Accent, Theme::AccentText};
     return {Theme::Button, Theme::Line, Theme::Text};
+}
+
+// The focus is shown by a wider border only.
+SoftButton::Look SoftButton::dangerousLook() const
+{
+    return {Theme::Background, Theme::Error, Theme::Error, m_focusShown ? std::max(3, height() / 14) : 2};
 }
 
 void SoftButton::paintEvent(QPaintEvent *)
@@ -69,10 +88,11 @@ void SoftButton::paintEvent(QPaintEvent *)
     const Look colors = look();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(colors.border), 2));
+    painter.setPen(QPen(QColor(colors.border), colors.borderWidth));
     painter.setBrush(QColor(colors.fill));
     const qreal radius = height() / 6.0;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
+    const qreal inset = colors.borderWidth / 2.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 
     painter.setFont(captionFont());
     painter.setPen(QColor(colors.text));

@@ -15,6 +15,9 @@ public:
 
     void setCaption(const QString &caption);
     void setFocusShown(bool shown);
+    /// Sets whether the button does what can't be undone. Such a button is never filled, so that another button stands
+    /// out.
+    void setDangerous(bool dangerous);
     /// Returns true if the button is visible on its page and enabled.
     bool isUsable() const { return !isHidden() && isEnabled(); }
 
@@ -28,10 +31,12 @@ protected:
 private:
     struct Look;
     Look look() const;
+    Look dangerousLook() const;
 
     QString m_nameWithoutCaption;
     QString m_caption;
     bool m_focusShown = false;
+    bool m_dangerous = false;
 };
 
 }

@@ -33,7 +33,14 @@ QString accessibleMark(IconType mark)
 bool operator==(const StepFitting &a, const StepFitting &b)
 {
     return a.texts == b.texts && a.size == b.size && a.smallestFont == b.smallestFont && a.wantedFont == b.wantedFont
-        && a.font == b.font;
+        && a.verdict == b.verdict && a.verdictHeight == b.verdictHeight && a.font == b.font;
+}
+
+// A verdict without a mark says by its color whether the test has passed.
+void paintVerdict(QPainter &painter, const VerdictBanner &banner, const TestStep &step)
+{
+    const bool passed = step.mark == IconNone ? step.color.green() > step.color.red() : step.mark == IconPass;
+    paintBanner(painter, banner, step.text.trimmed(), step.color, passed);
 }
 
 QString accessibleText(const QVector<TestStep> &steps)
@@ -90,16 +97,27 @@ bool StepList::scroll(int lines)
     return hidden > 0;
 }
 
-// A single colored line is a verdict. It is large so that it can be read from a distance.
-int StepList::wantedFont() const
+void StepList::setVerdictHeight(int height)
 {
-    const bool verdict = m_steps.size() == 1 && m_steps.first().color != QColor(Qt::white);
-    return verdict ? m_wantedFont * 3 / 2 : m_wantedFont;
+    if (height == m_verdictHeight)
+        return;
+    m_verdictHeight = height;
+    refit();
+}
+
+int StepList::verdict() const
+{
+    const auto isColored = [this](int index) {
+        return m_steps.at(index).color != QColor(Qt::white) && !m_steps.at(index).text.trimmed().isEmpty();
+    };
+    if (!m_steps.isEmpty() && isColored(0))
+        return 0;
+    return m_steps.size() == 2 && isColored(1) ? 1 : -1;
 }
 
 StepFitting StepList::fitting() const
 {
-    StepFitting fitting{{}, font(), size(), m_smallestFont, wantedFont()};
+    StepFitting fitting{{}, font(), size(), m_smallestFont, m_wantedFont, verdict(), m_verdictHeight};
     for (const TestStep &step : m_steps)
         fitting.texts << step.text;
     return fitting;
@@ -109,46 +127,81 @@ StepFitting StepList::fitting() const
 const FittedSteps &StepList::fitted() const
 {
     const StepFitting wanted = fitting();
-    if (!m_fitted || !(m_fitted->fitting == wanted)) {
-        const int size = largestFitting(m_smallestFont, wantedFont(), [this](int pixelSize) {
-            const StepLayout layout = layoutFor(sized(font(), pixelSize));
-            return layout.fitsWidth && layout.height <= height();
-        });
-        const QFont fittedFont = sized(font(), size);
-        m_fitted = FittedSteps{wanted, fittedFont, layoutFor(fittedFont)};
-    }
+    if (!m_fitted || !(m_fitted->fitting == wanted))
+        m_fitted = fit(wanted);
     return *m_fitted;
 }
 
-StepLayout StepList::layoutFor(const QFont &font) const
+// A verdict is as high as the other lines allow.
+FittedSteps StepList::fit(const StepFitting &fitting) const
 {
-    const int lineHeight = QFontMetrics(font).height();
-    const StepLayout loose = layoutFor(font, lineHeight / 3);
-    return loose.height <= height() ? loose : layoutFor(font, lineHeight / 10);
+    if (fitting.verdict < 0)
+        return fit(fitting, {});
+    const FittedSteps high = fit(fitting, bannerOf(fitting.verdict, std::min(2 * m_verdictHeight, height())));
+    const bool allFit = high.layout.height <= height() && high.font.pixelSize() == m_wantedFont;
+    return allFit ? high : fit(fitting, bannerOf(fitting.verdict, std::min(m_verdictHeight, height() / 2)));
 }
 
-StepLayout StepList::layoutFor(const QFont &font, int gap) const
+VerdictBanner StepList::bannerOf(int line, int bannerHeight) const
+{
+    const QRect area(0, 0, std::max(0, width() - 2 * ScrollBarWidth), bannerHeight);
+    return layoutBanner(m_steps.at(line).text.trimmed(), font(), area);
+}
+
+FittedSteps StepList::fit(const StepFitting &fitting, const std::optional<VerdictBanner> &banner) const
+{
+    const int size = largestFitting(m_smallestFont, m_wantedFont, [&](int pixelSize) {
+        const StepLayout layout = layoutFor(sized(font(), pixelSize), banner);
+        return layout.fitsWidth && layout.height <= height();
+    });
+    const QFont fittedFont = sized(font(), size);
+    return {fitting, fittedFont, layoutFor(fittedFont, banner)};
+}
+
+StepLayout StepList::layoutFor(const QFont &font, const std::optional<VerdictBanner> &banner) const
+{
+    const int lineHeight = QFontMetrics(font).height();
+    const StepLayout loose = layoutFor(font, lineHeight / 3, banner);
+    return loose.height <= height() ? loose : layoutFor(font, lineHeight / 10, banner);
+}
+
+StepLayout StepList::layoutFor(const QFont &font, int gap, const std::optional<VerdictBanner> &banner) const
 {
     const QFontMetrics metrics(font);
-    const int mark = metrics.ascent() * 9 / 10;
-    const int textLeft = mark + mark * 2 / 3;
-    const int textWidth = std::max(0, width() - textLeft - 2 * ScrollBarWidth);
     StepLayout layout;
+    layout.banner = banner;
+    const int bannerLine = banner ? verdict() : -1;
     int top = 0;
-    for (const TestStep &step : m_steps) {
-        const QString text = step.text.trimmed();
-        const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, text);
-        // The fallback font for Chinese characters may be higher than the requested font.
-        const int lineHeight = std::max(
-            metrics.height(), metrics.boundingRect(QRect(), Qt::AlignLeft | Qt::TextSingleLine, text).height());
-        const int height = std::max(bounds.height(), lineHeight);
-        layout.fitsWidth = layout.fitsWidth && bounds.width() <= textWidth;
-        layout.marks << QRect(0, top + (lineHeight - mark) / 2, mark, mark);
-        layout.texts << QRect(textLeft, top, textWidth, height);
-        layout.height = top + height;
+    for (int index = 0; index < m_steps.size(); ++index) {
+        if (index == bannerLine) {
+            for (QRect *part : {&layout.banner->area, &layout.banner->mark, &layout.banner->text})
+                part->translate(0, top);
+            layout.marks << layout.banner->mark;
+            layout.texts << layout.banner->text;
+            layout.height = top + layout.banner->area.height();
+        } else {
+            layout.height = top + addLine(layout, metrics, m_steps.at(index).text.trimmed(), top);
+        }
         top = layout.height + gap;
     }
     return layout;
+}
+
+// Adds a line at the position top and returns its height.
+int StepList::addLine(StepLayout &layout, const QFontMetrics &metrics, const QString &text, int top) const
+{
+    const int mark = metrics.ascent() * 9 / 10;
+    const int textLeft = mark + mark * 2 / 3;
+    const int textWidth = std::max(0, width() - textLeft - 2 * ScrollBarWidth);
+    const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth, 0), TextFlags, text);
+    // The fallback font for Chinese characters may be higher than the requested font.
+    const int lineHeight =
+        std::max(metrics.height(), metrics.boundingRect(QRect(), Qt::AlignLeft | Qt::TextSingleLine, text).height());
+    const int height = std::max(bounds.height(), lineHeight);
+    layout.fitsWidth = layout.fitsWidth && bounds.width() <= textWidth;
+    layout.marks << QRect(0, top + (lineHeight - mark) / 2, mark, mark);
+    layout.texts << QRect(textLeft, top, textWidth, height);
+    return height;
 }
 
 void StepList::paintEvent(QPaintEvent *)
@@ -158,15 +211,23 @@ void StepList::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setFont(now.font);
     painter.translate(0, -m_offset);
-    for (int i = 0; i < m_steps.size(); ++i) {
-        const TestStep &step = m_steps[i];
-        if (step.mark != IconNone || !step.text.trimmed().isEmpty())
-            paintMark(painter, layout.marks[i], step.mark);
-        painter.setPen(step.color);
-        painter.drawText(layout.texts[i], TextFlags, step.text.trimmed());
+    for (int index = 0; index < m_steps.size(); ++index) {
+        if (index == now.fitting.verdict)
+            paintVerdict(painter, *layout.banner, m_steps.at(index));
+        else
+            paintLine(painter, layout, index);
     }
     painter.translate(0, m_offset);
     paintMore(painter, layout.height);
+}
+
+void StepList::paintLine(QPainter &painter, const StepLayout &layout, int index) const
+{
+    const TestStep &step = m_steps.at(index);
+    if (step.mark != IconNone || !step.text.trimmed().isEmpty())
+        paintMark(painter, layout.marks.at(index), step.mark);
+    painter.setPen(step.color);
+    painter.drawText(layout.texts.at(index), TextFlags, step.text.trimmed());
 }
 
 void StepList::resizeEvent(QResizeEvent *)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lcd/widget/factorytestframe.h"
+#include "verdictbanner.h"
 
 #include <QtCore/QVector>
 
@@ -20,6 +21,7 @@ struct StepLayout
 {
     QVector<QRect> marks;
     QVector<QRect> texts;
+    std::optional<VerdictBanner> banner;
     int height = 0;
     /// True if no word is wider than the list.
     bool fitsWidth = true;
@@ -33,6 +35,8 @@ struct StepFitting
     QSize size;
     int smallestFont;
     int wantedFont;
+    int verdict;
+    int verdictHeight;
 };
 
 struct FittedSteps
@@ -43,7 +47,8 @@ struct FittedSteps
 };
 
 /// The step lines of a page with their colors and marks, in the largest font with which all lines fit. If they don't
-/// fit even in the smallest font, the list can be scrolled.
+/// fit even in the smallest font, the list can be scrolled. A verdict is shown in a banner: a colored line that is the
+/// first one, or the second one of two.
 class StepList : public QWidget
 {
     Q_OBJECT
@@ -59,6 +64,8 @@ public:
 
     /// Sets the allowed font sizes in pixels.
     void setFontRange(int smallest, int wanted);
+    /// Sets the height in pixels of the banner of a verdict. It is twice as high if the other lines leave room for it.
+    void setVerdictHeight(int height);
     /// Scrolls by @p lines, down if positive. Returns false if all lines are visible.
     bool scroll(int lines);
 
@@ -71,19 +78,26 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    int wantedFont() const;
+    /// Returns the index of the line that is a verdict; -1 if there is none.
+    int verdict() const;
     StepFitting fitting() const;
+    FittedSteps fit(const StepFitting &fitting) const;
+    FittedSteps fit(const StepFitting &fitting, const std::optional<VerdictBanner> &banner) const;
+    VerdictBanner bannerOf(int line, int bannerHeight) const;
     /// Reduces the distance between the lines if they don't fit otherwise.
-    StepLayout layoutFor(const QFont &font) const;
-    StepLayout layoutFor(const QFont &font, int gap) const;
+    StepLayout layoutFor(const QFont &font, const std::optional<VerdictBanner> &banner) const;
+    StepLayout layoutFor(const QFont &font, int gap, const std::optional<VerdictBanner> &banner) const;
+    int addLine(StepLayout &layout, const QFontMetrics &metrics, const QString &text, int top) const;
     void stepsChanged();
     void refit();
+    void paintLine(QPainter &painter, const StepLayout &layout, int index) const;
     void paintMark(QPainter &painter, const QRect &place, IconType mark) const;
     void paintMore(QPainter &painter, int contentHeight) const;
 
     QVector<TestStep> m_steps;
     int m_smallestFont = 8;
     int m_wantedFont = 30;
+    int m_verdictHeight = 96;
     int m_offset = 0;
     mutable std::optional<FittedSteps> m_fitted;
 };

@@ -18,6 +18,12 @@ TitleBar::TitleBar(QWidget *parent) : QWidget(parent), m_icon(new IconLabel(this
     m_icon->setObjectName(QStringLiteral("FactoryIconLabel"));
     m_title->setObjectName(QStringLiteral("FactoryTitleLabel"));
     m_title->setBold();
+    m_title->setColor(QColor(Theme::Text));
+}
+
+QString TitleBar::title() const
+{
+    return m_title->text();
 }
 
 void TitleBar::setTitle(const QString &title)

@@ -15,6 +15,7 @@ class TitleBar : public QWidget
 public:
     explicit TitleBar(QWidget *parent);
 
+    QString title() const;
     void setTitle(const QString &title);
     void setIcon(const QString &objectName, const QString &iconKey);
 

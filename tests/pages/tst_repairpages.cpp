@@ -16,6 +16,7 @@
 #include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QKeyEvent>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QWidget>
 
 #include <thread>
@@ -962,9 +963,11 @@ private Q_SLOTS:
         const int before = countOf("lcdFactoryReset.resetDevice");
         enter(factoryResetKey);
         QCOMPARE(screen("right"), q("Reset"));
+        QCOMPARE(dangerousButton(), q("right"));
         soft("right");
         QCOMPARE(screen("stepTitle"), q("Do you really want to reset the device?"));
         QCOMPARE(screen("focus"), q("right"));
+        QCOMPARE(dangerousButton(), q("left"));
         QCOMPARE(screen("right"), q("Cancel"));
         soft("right");
         QCOMPARE(screen("right"), q("Reset"));
@@ -1102,6 +1105,33 @@ private Q_SLOTS:
         back();
         reset();
         session.reset();
+    }
+
+    // The style sheet of the LCD leaves the fonts and colors of the test pages as the frame has set them.
+    void headingsAreLargerThanTheTextOnTheLcd_data() { eachPage(); }
+    void headingsAreLargerThanTheTextOnTheLcd()
+    {
+        QFETCH(QString, key);
+        enter(key);
+        session->lcd()->grab();
+        const QWidget *frame = findTestFrame(session->lcd());
+        QVERIFY(frame);
+        const auto *title = frame->findChild<QLabel *>(q("FactoryTitleLabel"));
+        const auto *heading = frame->findChild<QLabel *>(q("FactoryStepTitle"));
+        QVERIFY(title && heading);
+        const int text = frame->property("contentFontSize").toInt() * frame->height() / 480;
+        QVERIFY(title->font().pixelSize() >= text);
+        QVERIFY(title->palette().color(QPalette::WindowText).lightness() > 200);
+        if (!heading->text().isEmpty())
+            QVERIFY2(heading->font().pixelSize() > text, qPrintable(QString::number(heading->font().pixelSize())));
+    }
+
+    void onlyTheResetIsDangerous_data() { eachPage(); }
+    void onlyTheResetIsDangerous()
+    {
+        QFETCH(QString, key);
+        enter(key);
+        QCOMPARE(!dangerousButton().isEmpty(), key == factoryResetKey);
     }
 
     void everyLanguageHasItsTexts_data() { eachPage(); }
@@ -1374,6 +1404,8 @@ private:
     }
 
     void navigate(const QString &key) { perform({OperatorAction::Kind::Navigate, {{q("key"), key}}}); }
+
+    QString dangerousButton() const { return findTestFrame(session->lcd())->property("dangerousButton").toString(); }
 
     void back() { perform({OperatorAction::Kind::Navigate, {{q("key"), q("back")}}}); }
 

@@ -13,6 +13,8 @@
 
 using namespace LCD::Widget;
 
+Q_DECLARE_METATYPE(QVector<LCD::Widget::TestStep>)
+
 namespace {
 
 constexpr int SmallestReadableFont = 12; // physical pixels
@@ -111,8 +113,15 @@ private Q_SLOTS:
     void aPageFollowsItsScreen();
     void anOverlongListScrollsToItsEnd();
     void overlongTitleAndCaptionsFit();
-    void verdictsAreLarger();
+    void verdictsAreReadableFromTwoMetres_data() { pagesFit_data(); }
+    void verdictsAreReadableFromTwoMetres();
+    void aVerdictIsPaintedInItsColor_data();
+    void aVerdictIsPaintedInItsColor();
+    void aVerdictLeavesRoomForItsReasons();
     void headingsAreLargerThanTheText();
+    void aHeadingThatRepeatsTheTitleIsNotShown();
+    void aDangerousButtonDoesNotStandOut();
+    void aRepeatedLogLineIsPaintedOnce();
 };
 
 void TestFrameLayout::initTestCase()
@@ -211,15 +220,92 @@ void TestFrameLayout::overlongTitleAndCaptionsFit()
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
 }
 
-void TestFrameLayout::verdictsAreLarger()
+// A verdict is read from two metres: on each screen and in each language its mark is at least an eighth of the page's
+// height, and its text, if it is one of the short ones, a sixteenth.
+void TestFrameLayout::verdictsAreReadableFromTwoMetres()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, size);
+    QVERIFY(LCDFWTranslateManager::instance()->setLanguage(language));
+    for (const TypicalPage &page : typicalPages()) {
+        const QByteArray name(page.name);
+        if (name != "passed" && name != "failed" && name != "failed-with-reasons" && name != "aging-failing")
+            continue;
+        FactoryTestFrame frame(nullptr);
+        frame.resize(size);
+        frame.show();
+        page.show(frame);
+        QCoreApplication::sendPostedEvents();
+        const auto banner = frame.findChild<StepList *>()->fitted().layout.banner;
+        QVERIFY2(banner, page.name);
+        QVERIFY2(banner->mark.height() >= size.height() / 8, page.name);
+        QVERIFY2(banner->font.pixelSize() >= size.height() / 16 || name == "aging-failing",
+                 qPrintable(QStringLiteral("%1: %2 px").arg(QString::fromLatin1(name)).arg(banner->font.pixelSize())));
+        QVERIFY2(banner->area.width() > size.width() / 2, page.name);
+    }
+}
+
+void TestFrameLayout::aVerdictIsPaintedInItsColor_data()
+{
+    QTest::addColumn<QVector<TestStep>>("steps");
+    QTest::addColumn<QColor>("color"); // invalid: no verdict
+    const QColor green(18, 154, 55);
+    const QColor red(255, 72, 60);
+    const TestStep white{QStringLiteral("line"), Qt::white, IconNone};
+    const TestStep passed{QStringLiteral("Passed"), green, IconPass};
+    const TestStep failed{QStringLiteral("Failed"), red, IconNone};
+    const TestStep blank{QStringLiteral(" "), Qt::red, IconNone};
+    QTest::newRow("pass alone") << QVector<TestStep>{passed} << green;
+    QTest::newRow("fail alone") << QVector<TestStep>{failed} << red;
+    QTest::newRow("fail and reasons") << QVector<TestStep>{failed, failed, white} << red;
+    QTest::newRow("what runs, and what has failed") << QVector<TestStep>{white, failed} << red;
+    QTest::newRow("what runs, and no failure") << QVector<TestStep>{white, blank} << QColor();
+    QTest::newRow("instructions") << QVector<TestStep>{white, white} << QColor();
+    QTest::newRow("instructions and a failed key") << QVector<TestStep>{white, white, failed} << QColor();
+    QTest::newRow("no line") << QVector<TestStep>() << QColor();
+}
+
+void TestFrameLayout::aVerdictIsPaintedInItsColor()
+{
+    QFETCH(QVector<TestStep>, steps);
+    QFETCH(QColor, color);
+    StepList list(nullptr);
+    list.resize(600, 300);
+    list.setFontRange(13, 30);
+    list.setVerdictHeight(96);
+    list.setSteps(steps);
+    const auto banner = list.fitted().layout.banner;
+    QCOMPARE(banner.has_value(), color.isValid());
+    if (!banner)
+        return;
+    const QImage image = list.grab().toImage();
+    const QPoint besideTheMark = QPoint(banner->mark.left() - 2, banner->mark.center().y()) * image.devicePixelRatio();
+    QCOMPARE(image.pixelColor(besideTheMark).name(), color.name());
+    const QPoint inTheMark =
+        (banner->mark.center() + QPoint(0, banner->mark.height() * 2 / 5)) * image.devicePixelRatio();
+    QCOMPARE(image.pixelColor(inTheMark).name(), QColor(Qt::white).name());
+}
+
+// The other lines keep their size: the banner is lower if they need the room.
+void TestFrameLayout::aVerdictLeavesRoomForItsReasons()
 {
     StepList list(nullptr);
-    list.resize(600, 200);
+    list.resize(600, 300);
     list.setFontRange(13, 30);
-    list.setSteps({{QStringLiteral("Pass"), Qt::white, IconNone}});
+    list.setVerdictHeight(96);
+    QVector<TestStep> steps{{QStringLiteral("Failed"), Qt::red, IconNotPass}};
+    list.setSteps(steps);
+    QCOMPARE(list.fitted().layout.banner->area.height(), 192);
+    steps << TestStep{QStringLiteral("why"), Qt::red, IconNone};
+    list.setSteps(steps);
+    QCOMPARE(list.fitted().layout.banner->area.height(), 192);
     QCOMPARE(list.fitted().font.pixelSize(), 30);
-    list.setSteps({{QStringLiteral("Pass"), Qt::green, IconNone}});
-    QCOMPARE(list.fitted().font.pixelSize(), 45);
+    for (int i = 0; i < 3; ++i)
+        steps << steps.last();
+    list.setSteps(steps);
+    QCOMPARE(list.fitted().layout.banner->area.height(), 96);
+    QCOMPARE(list.fitted().font.pixelSize(), 30);
+    QVERIFY(list.fitted().layout.height <= list.height());
 }
 
 void TestFrameLayout::headingsAreLargerThanTheText()
@@ -238,6 +324,70 @@ void TestFrameLayout::headingsAreLargerThanTheText()
         QVERIFY2(heading->font().pixelSize() > frame.findChild<StepList *>()->fitted().font.pixelSize(),
                  qPrintable(QStringLiteral("%1x%2").arg(screen.width()).arg(screen.height())));
     }
+}
+
+void TestFrameLayout::aHeadingThatRepeatsTheTitleIsNotShown()
+{
+    FactoryTestFrame frame(nullptr);
+    frame.resize(800, 480);
+    frame.show();
+    frame.setTitle(QStringLiteral("Test complete"));
+    frame.setStepTitle(QStringLiteral("Test complete"), Qt::white);
+    QCoreApplication::processEvents();
+    const auto *heading = frame.findChild<QLabel *>(QStringLiteral("FactoryStepTitle"));
+    QVERIFY(!heading->isVisible());
+    QCOMPARE(frame.property("stepTitle").toString(), QStringLiteral("Test complete"));
+    QCOMPARE(frame.property("stepTitleVisible").toBool(), true);
+    frame.setTitle(QStringLiteral("Machine test"));
+    QCoreApplication::processEvents();
+    QVERIFY(heading->isVisible());
+}
+
+// Whether it has the focus or not, its area stays as dark as the page.
+void TestFrameLayout::aDangerousButtonDoesNotStandOut()
+{
+    FactoryTestFrame frame(nullptr);
+    frame.resize(800, 480);
+    frame.show();
+    frame.setLeftBtnText(QStringLiteral("Reset"));
+    frame.setRightBtnText(QStringLiteral("Cancel"));
+    frame.setLeftBtnVisible(true);
+    frame.setRighttBtnVisible(true);
+    frame.setProperty("dangerousButton", QStringLiteral("left"));
+    const auto lightness = [&frame](const char *button) {
+        auto *widget = frame.findChild<SoftButton *>(QLatin1String(button));
+        const QImage image = widget->grab().toImage();
+        return image.pixelColor(image.width() / 2, image.height() / 6).lightness();
+    };
+    for (const FocusType focus : {FocusRightButton, FocusLeftButton}) {
+        frame.setControlFocus(focus);
+        QVERIFY2(lightness("FactoryLeftButton") < lightness("FactoryRightButton"), qPrintable(QString::number(focus)));
+    }
+    frame.setControlFocus(FocusLeftButton);
+    frame.setProperty("dangerousButton", QString());
+    QVERIFY(lightness("FactoryLeftButton") > lightness("FactoryRightButton"));
+}
+
+void TestFrameLayout::aRepeatedLogLineIsPaintedOnce()
+{
+    FactoryTestRightFrame once(nullptr);
+    FactoryTestRightFrame twice(nullptr);
+    const auto write = [](FactoryTestRightFrame &log, const char *text) {
+        log.resize(240, 300);
+        log.append(QLatin1String(text), FactoryTestRightFrame::LogTest, FactoryTestRightFrame::LogInfo);
+    };
+    write(once, "Net port pass");
+    write(once,
+          "Test failed \xd7"
+          "2");
+    write(twice, "Net port pass");
+    write(twice, "Test failed");
+    write(twice, "Test failed");
+    QCOMPARE(twice.lines().size(), 3);
+    QCOMPARE(twice.grab().toImage(), once.grab().toImage());
+    write(twice, "Net port pass");
+    write(once, "Net port pass");
+    QCOMPARE(twice.grab().toImage(), once.grab().toImage());
 }
 
 QTEST_MAIN(TestFrameLayout)

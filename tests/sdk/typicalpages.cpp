@@ -142,6 +142,15 @@ void verdict(FactoryTestFrame &frame, const char *title, const char *line, const
     showLog(frame);
 }
 
+void failedWithReasons(FactoryTestFrame &frame)
+{
+    showHead(frame, word("RepairTBar"), "fc_tbar_slider", "FCTestComplete");
+    frame.addTestStep(word("FCNoPass") + QStringLiteral(" (1)"), FailRed, false);
+    frame.setStepIcon(0, IconNotPass);
+    frame.addTestStep(word("RepairTBarNotTop"), FailRed, false);
+    showButtons(frame, RightButton, "FCNoPass", "FCReTest");
+}
+
 }
 
 QString word(const char *key)
@@ -175,6 +184,7 @@ const std::vector<TypicalPage> &typicalPages()
              instructions(frame, "NET1POE", "NetTest", "FCNetPort1PowerStep1", "FCNetPort1PowerStep2");
          }},
         {"passed", [](FactoryTestFrame &frame) { verdict(frame, "FCTestComplete", "FCTestPass", PassGreen); }},
+        {"failed-with-reasons", failedWithReasons},
         {"failed", [](FactoryTestFrame &frame) { verdict(frame, "MachineMode", "FCNoPass", FailRed); }},
     };
     return pages;
