@@ -109,3 +109,6 @@ set(LCD_TEST_ENVIRONMENT
     "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0:verify_asan_link_order=0" # umockdev is preloaded
     "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1"
     "TSAN_OPTIONS=halt_on_error=1:suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+    list(APPEND LCD_TEST_ENVIRONMENT LCD_EMULATED=1)
+endif()

@@ -21,6 +21,7 @@ endforeach()
 
 # The symbols of the built library, and hostile files that must not take much memory.
 lcd_add_test(tst_librarysymbols SOURCES tst_librarysymbols.cpp LABELS component LIBRARIES Qt5::Core NO_WIDGETS)
+target_include_directories(tst_librarysymbols PRIVATE "${CMAKE_SOURCE_DIR}/tests/support")
 add_dependencies(tst_librarysymbols lcdfactorymodeimpl)
 lcd_add_component_test(tst_sharedconstants)
 # Reads each file in a forked child process with a thread, which the thread sanitizer doesn't support.

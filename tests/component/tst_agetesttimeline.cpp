@@ -1,4 +1,5 @@
 #include "agetestfixture.h"
+#include "emulation.h"
 #include "virtualtime.h"
 
 #include <QtCore/QElapsedTimer>
@@ -199,7 +200,7 @@ private Q_SLOTS:
             if (rounds == 10)
                 afterTen = heapInUse();
         }
-        QVERIFY2(wall.elapsed() < 20000, qPrintable(QStringLiteral("%1 ms").arg(wall.elapsed())));
+        QVERIFY2(wall.elapsed() < emulatedLimit(20000), qPrintable(QStringLiteral("%1 ms").arg(wall.elapsed())));
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
         const auto growth = static_cast<qint64>(heapInUse()) - static_cast<qint64>(afterTen);
         QVERIFY2(growth < 16 * 1024, qPrintable(QStringLiteral("grown by %1 bytes").arg(growth)));

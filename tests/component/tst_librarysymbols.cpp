@@ -1,3 +1,5 @@
+#include "emulation.h"
+
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
@@ -22,6 +24,7 @@ class tst_LibrarySymbols : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { SKIP_IF_EMULATED(); }
     void entryPointsAreExported_data()
     {
         QTest::addColumn<QString>("pattern");

@@ -1,3 +1,4 @@
+#include "emulation.h"
 #include "factorymenuconfigparser.h"
 #include "menufixture.h"
 
@@ -79,22 +80,29 @@ void onSmallStack(Attempt &attempt)
         pthread_join(thread, nullptr);
 }
 
+// A bit for each thing that is wrong.
+int faultsOf(Attempt &attempt, double seconds)
+{
+    onSmallStack(attempt);
+    const bool warned = attempt.warnings.count() == 1
+        && attempt.warnings.constFirst().startsWith(
+            QStringLiteral("[FactoryMenuConfigParser] Failed to parse XML: \""));
+    fprintf(stderr, "%.3f s, %ld KiB: %s\n", attempt.seconds, attempt.grownKib,
+            qPrintable(attempt.warnings.join(QLatin1Char(';')).left(300)));
+    return (attempt.loaded ? 1 : 0) | (attempt.kept ? 0 : 2) | (warned ? 0 : 4) | (attempt.grownKib < MemoryKib ? 0 : 8)
+        | (attempt.seconds < emulatedLimit(seconds) ? 0 : 16);
+}
+
 /// Returns 0 if @p load refuses its file at low cost and keeps the list unchanged, and -1 if it crashes.
 int refusedInChild(const std::function<bool(QList<FactoryMenuLevel1Item> &)> &load, double seconds = Seconds)
 {
+    Attempt attempt;
+    attempt.load = load;
+    if (isEmulated())
+        return faultsOf(attempt, seconds);
     const pid_t child = fork();
-    if (child == 0) {
-        Attempt attempt;
-        attempt.load = load;
-        onSmallStack(attempt);
-        const bool warned = attempt.warnings.count() == 1
-            && attempt.warnings.constFirst().startsWith(
-                QStringLiteral("[FactoryMenuConfigParser] Failed to parse XML: \""));
-        fprintf(stderr, "%.3f s, %ld KiB: %s\n", attempt.seconds, attempt.grownKib,
-                qPrintable(attempt.warnings.join(QLatin1Char(';')).left(300)));
-        _exit((attempt.loaded ? 1 : 0) | (attempt.kept ? 0 : 2) | (warned ? 0 : 4)
-              | (attempt.grownKib < MemoryKib ? 0 : 8) | (attempt.seconds < seconds ? 0 : 16));
-    }
+    if (child == 0)
+        _exit(faultsOf(attempt, seconds));
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
