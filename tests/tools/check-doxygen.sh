@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check-doxygen.sh SOURCE OUT: Doxygen reads the public headers of the SDK without a warning: each documented parameter
-# exists, and each command and reference is understood. Status 77: Doxygen is missing.
+# check-doxygen.sh SOURCE OUT: Doxygen reads the public headers of the SDK without a warning: each class and each member is
+# documented, each documented parameter exists, and each command and reference is understood. Status 77: Doxygen is missing.
 set -euo pipefail
 source=$1 out=$2
 command -v doxygen >/dev/null || { echo "skipped, doxygen is missing (tools/setup test installs it)"; exit 77; }

@@ -21,13 +21,16 @@ protected:
 class api
 {
 public:
+    /// Returns the handle of this process.
     static api &get()
     {
         static api instance;
         return instance;
     }
 
+    /// Returns the host, or nullptr before setHost(). The host isn't owned.
     IHost *host() const { return m_host; }
+    /// Sets the host. @p host must point to an IHost that outlives all components, or be null.
     void setHost(void *host) { m_host = static_cast<IHost *>(host); }
 
     /// Returns the service named @p name, or nullptr if no host is set or the host has no such service.

@@ -9,36 +9,40 @@ class IMessageHandler;
 
 /// The record of one component: the functions that create and delete its object, and its name. A library provides one
 /// record per component.
-///
-/// creator() returns a new object, which the caller owns, or nullptr if memory runs out. deletor() deletes an object
-/// that creator() returned; nullptr is allowed.
+/// Call the functions on the GUI thread.
 struct ComponentInfo
 {
+    /// Returns a new object, which the caller owns, or nullptr if memory runs out.
     std::function<void *()> creator;
+    /// Deletes an object that creator() returned. Nullptr is allowed.
     std::function<void(void *)> deletor;
+    /// Returns the message handler of an object, or nullptr if it has none.
     std::function<IMessageHandler *(void *)> getMessageHandler;
-    const char *componentName;
-    const char *componentMeta;
+    const char *componentName; ///< the name by which IHost::getComponent() finds the component
+    const char *componentMeta; ///< additional data; may be empty
 };
 
-/// The record of a library. `componentInfoTable` lists its components and ends with a null pointer. The library owns
-/// the record, which is valid for the life of the process.
+/// The record of a library. The library owns it and all that it points to, and it is valid for the life of the process.
 struct PluginInfo
 {
-    const char *interfaceVersion;
-    ComponentInfo *const *componentInfoTable;
-    const char *pluginName;
-    const char *pluginVersion;
-    const char *pluginMeta;
+    const char *interfaceVersion;             ///< the version of these records, which the host checks
+    ComponentInfo *const *componentInfoTable; ///< the components; ends with a null pointer
+    const char *pluginName;                   ///< the name of the library
+    const char *pluginVersion;                ///< the version of the library
+    const char *pluginMeta;                   ///< additional data; may be empty
 };
 
 /// The functions and the record of the component class @p T. The library that contains T specializes all four.
 template <class T>
 struct ComponentTmpl
 {
+    /// See ComponentInfo::creator.
     static void *creator();
+    /// See ComponentInfo::deletor. @p object is a T or null.
     static void deletor(void *object);
+    /// See ComponentInfo::getMessageHandler. @p object is a T.
     static IMessageHandler *getMessageHandler(void *object);
+    /// The record with these functions.
     static ComponentInfo componentInfo;
 };
 

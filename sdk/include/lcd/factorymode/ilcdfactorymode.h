@@ -25,6 +25,7 @@ public:
     virtual void enterFactoryMode() = 0;
     /// Hides the widget. Neither the pages nor the selected rows change, and a running test continues.
     virtual void exitFactoryMode() = 0;
+    /// Returns true from enterFactoryMode() to exitFactoryMode().
     virtual bool isFactoryMode() const = 0;
     /// Sets an option. The only @p key is "menuConfigPath": @p value is the directory of the two configuration files,
     /// or a file in it. Both files are read at once.

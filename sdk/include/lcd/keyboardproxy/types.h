@@ -13,14 +13,13 @@ enum KeyLEDColor : int {
     KeyLedWhite = 3,
 };
 
-/// The requested state of a key's LED. `mode` is 1 for blinking and 0 for steady light, `brightness` is in percent, and
-/// `period` is the length of one blink in milliseconds.
+/// The requested state of a key's LED.
 struct KeyLedRequest
 {
-    KeyLEDColor color;
-    int mode;
-    int brightness;
-    int period;
+    KeyLEDColor color; ///< the color of the light
+    int mode;          ///< 1: blinks, 0: steady light
+    int brightness;    ///< in percent
+    int period;        ///< length of one blink in milliseconds
 };
 
 static_assert(sizeof(KeyLEDColor) == 4);
@@ -33,23 +32,23 @@ static_assert(offsetof(KeyLedRequest, period) == 12);
 /// The deflection of the joystick; each axis from -1 to 1.
 struct KeyButtonJoystick
 {
-    float x = 0;
-    float y = 0;
-    float z = 0;
+    float x = 0; ///< horizontal
+    float y = 0; ///< vertical
+    float z = 0; ///< third axis
 };
 
 /// A touch on a screen, in pixels.
 struct KeyTouchScreen
 {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t pressed = 0;
+    std::int32_t x = 0;       ///< distance from the left edge
+    std::int32_t y = 0;       ///< distance from the upper edge
+    std::int32_t pressed = 0; ///< 1 while the screen is touched, else 0
 };
 
-/// The position of the T-Bar, from 0 (bottom) to 1 (top).
+/// The state of the T-Bar.
 struct KeyButtonTBar
 {
-    float position = 0;
+    float position = 0; ///< from 0 (bottom) to 1 (top)
 };
 
 /// The areas of the panel's wide screens.

@@ -8,6 +8,7 @@ namespace LCD::RepairMode {
 /// How far an export is, or how it has ended.
 struct LogExportReport
 {
+    /// Whether the export runs or how it has ended.
     enum State : int {
         Writing = 0,  ///< `percent` of the data are written
         Done = 1,     ///< `detail` has the names of the files
@@ -17,9 +18,9 @@ struct LogExportReport
         Failed = 5,   ///< `detail` has the reason, for the log
     };
 
-    State state = Writing;
-    int percent = 0;
-    std::string detail; ///< UTF-8, isn't translated
+    State state = Writing; ///< the last report has any other state
+    int percent = 0;       ///< of the data that are written
+    std::string detail;    ///< UTF-8, isn't translated
 };
 
 /// The service "lcdLogExport": writes the device's journal and its test results to a USB stick. A file has its final
@@ -28,6 +29,7 @@ struct LogExportReport
 class ILogExport
 {
 public:
+    /// A function that gets the reports of one export.
     using Listener = std::function<void(const LogExportReport &)>;
 
     /// Starts an export and cancels an earlier one that hasn't ended. @p listener is called on any thread: any number

@@ -13,6 +13,7 @@ class Translator;
 class LCDFWTranslateManager
 {
 public:
+    /// Returns the only instance, which is never null and which nobody deletes.
     static LCDFWTranslateManager *instance();
 
     /// Returns the translator of the current language. It is never null, and the object stays the same when the
