@@ -27,15 +27,20 @@ void MachinePage::enter()
     take();
 }
 
-void MachinePage::startAndPassTo(int phase)
+void MachinePage::passTo(int phase)
 {
-    enter();
-    clickRight();
     for (const int present : {0, 1, 2, 3, 4, 5, 6, 7, 9, 10}) {
         if (present >= phase)
             break;
         operate.bringToVerdict(present);
         clickRight();
     }
+}
+
+void MachinePage::startAndPassTo(int phase)
+{
+    enter();
+    clickRight();
+    passTo(phase);
     take();
 }

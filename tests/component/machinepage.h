@@ -23,6 +23,8 @@ public:
     void clickLeft() { Q_EMIT frameOf(*widget)->signalLeftBtnClicked(false); }
     void clickRight() { Q_EMIT frameOf(*widget)->signalRightBtnClicked(false); }
     void goBack() { Q_EMIT frameOf(*widget)->signalBackPrevious(); }
+    /// Passes the phases of a run that has just started, up to @p phase.
+    void passTo(int phase);
     /// Enters the page, starts a run and passes the phases before @p phase. Clears the recorded calls.
     void startAndPassTo(int phase);
 
