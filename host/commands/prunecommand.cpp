@@ -84,7 +84,7 @@ bool prune(RecordStore &store, const RunFilter &filter, const QCommandLineParser
             .arg(countText(ids->size()), store.path(), filter.before.toString(Qt::ISODate), archive);
     if (!parser.isSet(QStringLiteral("yes")) && !isConfirmed(question, error))
         return false;
-    if (!archiveRuns(store, *ids, archive, error) || !store.remove(*ids, error))
+    if (!moveToArchive(store, *ids, archive, error))
         return false;
     print(QStringLiteral("Deleted %1; copies are in %2.\n").arg(countText(ids->size()), archive));
     return true;

@@ -291,16 +291,19 @@ std::optional<QVector<QUuid>> RecordStore::sentIds(const RunFilter &filter, QStr
     return ids;
 }
 
-bool RecordStore::remove(const QVector<QUuid> &ids, QString *error)
+bool RecordStore::remove(const QVector<QUuid> &ids, const std::function<bool(QString *error)> &beforeCommit,
+                         QString *error)
 {
     bool done = m_connection->begin();
     for (const QUuid &id : ids)
         done = done && m_connection->execute(QStringLiteral("DELETE FROM run WHERE id = ?"), {idText(id)});
     for (const QString &statement : storeRecount(m_connection->kind()))
         done = done && m_connection->executeOnce(statement);
-    if (done && m_connection->commit())
+    const bool isWanted = !done || beforeCommit(error);
+    if (done && isWanted && m_connection->commit())
         return true;
-    failed(error);
+    if (isWanted)
+        failed(error);
     m_connection->rollback();
     return false;
 }

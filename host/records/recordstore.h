@@ -59,8 +59,10 @@ public:
     std::optional<QVector<StoredRun>> storedRuns(const QVector<QUuid> &ids, QString *error);
     /// Returns the ids of the runs that @p filter selects, without those that wait to be sent; nullopt on an error.
     std::optional<QVector<QUuid>> sentIds(const RunFilter &filter, QString *error);
-    /// Deletes the runs @p ids, in one transaction. Returns false and sets @p error to a sentence if none was deleted.
-    bool remove(const QVector<QUuid> &ids, QString *error);
+    /// Deletes the runs @p ids, in one transaction. @p beforeCommit is called when the deletion would succeed; if it
+    /// returns false, with a sentence in its argument, nothing is deleted. Returns false and sets @p error to a
+    /// sentence if none was deleted.
+    bool remove(const QVector<QUuid> &ids, const std::function<bool(QString *error)> &beforeCommit, QString *error);
     /// Returns the number of runs that @p filter selects; -1 on an error.
     qint64 count(const RunFilter &filter, QString *error);
     /// Returns the start of the session that the newest run belongs to; invalid if there is no run or on an error.

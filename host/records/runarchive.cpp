@@ -36,7 +36,8 @@ bool writeArchive(RecordStore &store, const QVector<QUuid> &ids, const QString &
 
 }
 
-bool archiveRuns(RecordStore &store, const QVector<QUuid> &ids, const QString &path, QString *error)
+// The file gets its name when the store has accepted that the runs are deleted, and before it deletes them.
+bool moveToArchive(RecordStore &store, const QVector<QUuid> &ids, const QString &path, QString *error)
 {
     if (QFileInfo::exists(path)) {
         *error = QStringLiteral("%1 exists; give a new file for the copies.").arg(path);
@@ -44,8 +45,11 @@ bool archiveRuns(RecordStore &store, const QVector<QUuid> &ids, const QString &p
     }
     const QString draft = partialPath(path);
     removeStore(draft); // of a process that was killed
-    const bool isDone = writeArchive(store, ids, draft, error) && moveStoreFile(draft, path, error);
+    const auto move = [&](QString *reason) { return moveStoreFile(draft, path, reason); };
+    const bool isDone = writeArchive(store, ids, draft, error) && store.remove(ids, move, error);
     removeStore(draft);
+    if (!isDone && QFileInfo::exists(path))
+        *error += QStringLiteral(" Copies of the runs are in %1.").arg(path);
     return isDone;
 }
 

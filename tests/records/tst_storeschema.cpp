@@ -398,7 +398,15 @@ void StoreSchemaTest::theCountsAreThoseOfTheRunsThatRemain()
         else
             QVERIFY(some->save(run, {}, &error));
     }
-    QVERIFY2(all->remove(removed, &error), qPrintable(error));
+    const auto refuse = [](QString *reason) {
+        *reason = q("No.");
+        return false;
+    };
+    QVERIFY(!all->remove(removed, refuse, &error));
+    QCOMPARE(error, q("No."));
+    QCOMPARE(all->count({}, &error), Count);
+    const auto accept = [](QString *) { return true; };
+    QVERIFY2(all->remove(removed, accept, &error), qPrintable(error));
     for (const char *query :
          {"SELECT kind || day || station || outcome || failed_phase || runs FROM run_count ORDER BY 1",
           "SELECT unit || kind || first_begin || first_passed || last_begin || last_passed FROM unit_result ORDER BY 1",
