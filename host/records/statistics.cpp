@@ -55,14 +55,11 @@ QString selected(const QString &column)
     return column.isEmpty() ? QStringLiteral("''") : column;
 }
 
-// A constant among the columns would cost SQLite the order of its index. Columns are in the order of an index: months
-// before phases, stations after them.
+// A constant among the columns would cost SQLite the order of its index.
 QString groupBy(const QString &column, const QString &others = {})
 {
     QStringList columns{column, others};
     columns.removeAll(QString());
-    if (others.startsWith(QLatin1String("phase")) && column.contains(QLatin1String("station")))
-        std::reverse(columns.begin(), columns.end());
     return columns.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + columns.join(QStringLiteral(", "));
 }
 
@@ -78,15 +75,21 @@ private:
     using RowListener = std::function<void(const StoreRows &row)>;
 
     bool forEach(const QString &statement, const QVariantList &values, const RowListener &listener);
-    QString groupColumn(const char *station, const char *day) const;
+    SqlCondition condition() const;
+    QString groupColumn() const;
     QString durationGroupColumn(const char *station, const char *month) const;
     QString groupName(const QString &value) const;
     bool readRuns();
-    bool readDays(Statistics *statistics);
+    bool readDays(const QString &column, const std::function<void(const QString &group, qint64 days)> &listener);
+    bool readGroupDays();
+    bool readAllDays(Statistics *statistics);
     bool readUnits();
     bool readDurations();
+    bool readDurationCounts(const char *table, const char *period, const QString &first = {}, const QString &last = {});
     bool readMonths(const QDate &first, const QDate &last);
+    bool readPartOfMonth(const QDate &first, const QDate &last);
     bool readRunsBetween(const QDate &first, const QDate &last);
+    bool isOfStations() const { return m_query.groups == Groups::Station || !m_query.station.isEmpty(); }
     bool groupsHaveDurations() const { return m_query.groups == Groups::Station || m_query.groups == Groups::Month; }
     static QVector<PhaseDuration> durationsOf(const QMap<QString, QMap<qint64, qint64>> &phases);
 
@@ -108,17 +111,17 @@ bool Reader::forEach(const QString &statement, const QVariantList &values, const
 
 // Returns the column by which a statement groups its rows; empty for none. Weeks and months are made of days later: an
 // index is in the order of days.
-QString Reader::groupColumn(const char *station, const char *day) const
+QString Reader::groupColumn() const
 {
     switch (m_query.groups) {
     case Groups::None:
         break;
     case Groups::Station:
-        return QLatin1String(station);
+        return QStringLiteral("station");
     case Groups::Day:
     case Groups::Week:
     case Groups::Month:
-        return QLatin1String(day);
+        return QStringLiteral("day");
     }
     return {};
 }
@@ -141,18 +144,22 @@ QString Reader::groupName(const QString &value) const
     return QStringLiteral("%1-W%2").arg(year).arg(week, 2, 10, QLatin1Char('0'));
 }
 
+SqlCondition Reader::condition() const
+{
+    return SqlCondition()
+        .add("kind = ?", toText(m_query.kind))
+        .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
+        .addIf(m_query.since.isValid(), "day >= ?", dayText(m_query.since))
+        .addIf(m_query.until.isValid(), "day <= ?", dayText(m_query.until));
+}
+
 bool Reader::readRuns()
 {
-    const auto condition = SqlCondition()
-                               .add("kind = ?", toText(m_query.kind))
-                               .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
-                               .addIf(m_query.since.isValid(), "day >= ?", dayText(m_query.since))
-                               .addIf(m_query.until.isValid(), "day <= ?", dayText(m_query.until));
-    const QString column = groupColumn("station", "day");
-    const QString counts = QStringLiteral("SELECT %1, outcome, failed_phase, sum(runs) FROM run_count%2%3");
-    const QString days = QStringLiteral("SELECT %1, count(DISTINCT day) FROM run_count%2%3");
+    const SqlCondition selection = condition();
+    const QString column = groupColumn();
+    const QString statement = QStringLiteral("SELECT %1, outcome, failed_phase, sum(runs) FROM run_count%2%3");
     const QString outcomes = QStringLiteral("outcome, failed_phase");
-    return forEach(counts.arg(selected(column), condition.where(), groupBy(column, outcomes)), condition.values,
+    return forEach(statement.arg(selected(column), selection.where(), groupBy(column, outcomes)), selection.values,
                    [this](const StoreRows &row) {
                        RunCounts &group = m_groups[groupName(row.value(0).toString())];
                        const QString outcome = row.value(1).toString();
@@ -165,38 +172,40 @@ bool Reader::readRuns()
                            group.failed += runs;
                        if (outcome == toText(RunOutcome::Failed))
                            group.phases[row.value(2).toString()] += runs;
-                   })
-        && forEach(days.arg(selected(column), condition.where(), groupBy(column)), condition.values,
-                   [this](const StoreRows &row) {
-                       m_groups[groupName(row.value(0).toString())].days += row.value(1).toLongLong();
                    });
 }
 
-// Stations share days; other groups don't.
-bool Reader::readDays(Statistics *statistics)
+// A server finds distinct rows faster than it counts distinct values.
+bool Reader::readDays(const QString &column, const std::function<void(const QString &group, qint64 days)> &listener)
 {
-    if (m_query.groups != Groups::Station)
-        return true;
-    StatisticsQuery query = m_query;
-    query.groups = Groups::None;
-    Reader all(m_connection, query);
-    if (!all.readRuns())
-        return false;
-    statistics->counts.days = all.m_groups.value(QString()).days;
-    return true;
+    const SqlCondition selection = condition();
+    const QString columns = column == QLatin1String("station") ? QStringLiteral("station, day") : QStringLiteral("day");
+    const QString statement =
+        QStringLiteral("SELECT %1, count(*) FROM (SELECT DISTINCT %2 FROM run_count%3) AS days%4");
+    return forEach(
+        statement.arg(selected(column), columns, selection.where(), groupBy(column)), selection.values,
+        [&](const StoreRows &row) { listener(groupName(row.value(0).toString()), row.value(1).toLongLong()); });
+}
+
+bool Reader::readGroupDays()
+{
+    return readDays(groupColumn(), [this](const QString &group, qint64 days) { m_groups[group].days += days; });
+}
+
+// Stations share days; other groups don't.
+bool Reader::readAllDays(Statistics *statistics)
+{
+    return m_query.groups != Groups::Station
+        || readDays({}, [statistics](const QString &, qint64 days) { statistics->counts.days = days; });
 }
 
 bool Reader::readUnits()
 {
-    const auto condition = SqlCondition()
-                               .add("kind = ?", toText(m_query.kind))
-                               .addIf(!m_query.station.isEmpty(), "first_station = ?", m_query.station)
-                               .addIf(m_query.since.isValid(), "first_day >= ?", dayText(m_query.since))
-                               .addIf(m_query.until.isValid(), "first_day <= ?", dayText(m_query.until));
-    const QString column = groupColumn("first_station", "first_day");
+    const SqlCondition selection = condition();
+    const QString column = groupColumn();
     const QString statement =
-        QStringLiteral("SELECT %1, count(*), sum(first_passed), sum(last_passed) FROM unit_result%2%3");
-    return forEach(statement.arg(selected(column), condition.where(), groupBy(column)), condition.values,
+        QStringLiteral("SELECT %1, sum(units), sum(first_passed), sum(finally_passed) FROM unit_count%2%3");
+    return forEach(statement.arg(selected(column), selection.where(), groupBy(column)), selection.values,
                    [this](const StoreRows &row) {
                        RunCounts &group = m_groups[groupName(row.value(0).toString())];
                        group.units += row.value(1).toLongLong();
@@ -205,24 +214,42 @@ bool Reader::readUnits()
                    });
 }
 
-bool Reader::readMonths(const QDate &first, const QDate &last)
+// @p period is the column with the day or the month; empty if the table has none.
+bool Reader::readDurationCounts(const char *table, const char *period, const QString &first, const QString &last)
 {
+    const QString from = QLatin1String(period) + QStringLiteral(" >= ?");
+    const QString to = QLatin1String(period) + QStringLiteral(" <= ?");
     const auto condition = SqlCondition()
                                .add("kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
-                               .addIf(first.isValid(), "month >= ?", monthText(first))
-                               .addIf(last.isValid(), "month <= ?", monthText(last));
-    const QString column = durationGroupColumn("station", "month");
-    const QString statement = QStringLiteral("SELECT phase, duration, %1, sum(runs) FROM duration_count%2%3");
-    const QString phases = QStringLiteral("phase, duration");
-    return forEach(statement.arg(selected(column), condition.where(), groupBy(column, phases)), condition.values,
-                   [this](const StoreRows &row) {
+                               .addIf(!first.isEmpty(), from.toLatin1().constData(), first)
+                               .addIf(!last.isEmpty(), to.toLatin1().constData(), last);
+    const QString month = QStringLiteral("substr(%1, 1, 7)").arg(QLatin1String(period));
+    const QString column = durationGroupColumn("station", month.toLatin1().constData());
+    const QString statement = QStringLiteral("SELECT phase, duration, %1, sum(runs) FROM %2%3%4");
+    return forEach(statement.arg(selected(column), QLatin1String(table), condition.where(),
+                                 groupBy(column, QStringLiteral("phase, duration"))),
+                   condition.values, [this](const StoreRows &row) {
                        m_durations[row.value(2).toString()][row.value(0).toString()][row.value(1).toLongLong()] +=
                            row.value(3).toLongLong();
                    });
 }
 
-// Durations are counted by month. Those of a part of a month are counted here.
+bool Reader::readMonths(const QDate &first, const QDate &last)
+{
+    const auto text = [](const QDate &day) { return day.isValid() ? monthText(day) : QString(); };
+    return readDurationCounts(isOfStations() ? "station_month_duration" : "month_duration", "month", text(first),
+                              text(last));
+}
+
+bool Reader::readPartOfMonth(const QDate &first, const QDate &last)
+{
+    return isOfStations() ? readRunsBetween(first, last)
+                          : readDurationCounts("day_duration", "day", dayText(first), dayText(last));
+}
+
+// The durations of a station are counted by month. Those of a part of a month are counted here. A server would rather
+// read all phases than look for those of a month's runs, so it looks for the phases of each run.
 bool Reader::readRunsBetween(const QDate &first, const QDate &last)
 {
     const auto condition = SqlCondition()
@@ -232,8 +259,11 @@ bool Reader::readRunsBetween(const QDate &first, const QDate &last)
                                .add("run.begin < ?", dayText(last.addDays(1)))
                                .add("phase.outcome <> ?", toText(RunOutcome::Aborted));
     const QString column = durationGroupColumn("coalesce(run.station, '')", "substr(run.begin, 1, 7)");
-    const QString statement = QStringLiteral("SELECT phase.name, phase.duration, %1, count(*) FROM run JOIN phase ON "
-                                             "phase.run = run.id%2%3");
+    const QString phasesOfRun = m_connection.kind() == StoreKind::File
+        ? QStringLiteral("JOIN phase ON phase.run = run.id")
+        : QStringLiteral("CROSS JOIN LATERAL (SELECT * FROM phase WHERE phase.run = run.id OFFSET 0) AS phase");
+    const QString statement = QStringLiteral("SELECT phase.name, phase.duration, %1, count(*) FROM run ") + phasesOfRun
+        + QStringLiteral("%2%3");
     const QString phases = QStringLiteral("phase.name, phase.duration");
     return forEach(
         statement.arg(selected(column), condition.where(), groupBy(column, phases)), condition.values,
@@ -243,20 +273,22 @@ bool Reader::readRunsBetween(const QDate &first, const QDate &last)
         });
 }
 
-// Whole months from their counts, the days before and after them from the runs.
+// Whole months, and the days before and after them.
 bool Reader::readDurations()
 {
     const QDate since = m_query.since;
     const QDate until = m_query.until;
+    if (isOfStations() && !since.isValid() && !until.isValid() && m_query.groups != Groups::Month)
+        return readDurationCounts("station_duration", "");
     const auto monthBegin = [](const QDate &day) { return QDate(day.year(), day.month(), 1); };
     const QDate firstMonth = !since.isValid() || since.day() == 1 ? since : monthBegin(since).addMonths(1);
     const bool endsWithMonth = !until.isValid() || until.day() == until.daysInMonth();
     const QDate lastMonth = endsWithMonth ? until : monthBegin(until).addDays(-1);
     if (since.isValid() && until.isValid() && firstMonth > lastMonth)
-        return readRunsBetween(since, until);
-    return (!since.isValid() || since == firstMonth || readRunsBetween(since, firstMonth.addDays(-1)))
+        return readPartOfMonth(since, until);
+    return (!since.isValid() || since == firstMonth || readPartOfMonth(since, firstMonth.addDays(-1)))
         && readMonths(firstMonth, lastMonth)
-        && (!until.isValid() || until == lastMonth || readRunsBetween(lastMonth.addDays(1), until));
+        && (!until.isValid() || until == lastMonth || readPartOfMonth(lastMonth.addDays(1), until));
 }
 
 QVector<PhaseDuration> Reader::durationsOf(const QMap<QString, QMap<qint64, qint64>> &phases)
@@ -281,7 +313,7 @@ QVector<PhaseDuration> Reader::durationsOf(const QMap<QString, QMap<qint64, qint
 bool Reader::read(Statistics *statistics)
 {
     statistics->query = m_query;
-    if (!readRuns() || !readUnits() || !readDurations())
+    if (!readRuns() || !readGroupDays() || !readUnits() || !readDurations())
         return false;
     QMap<QString, QMap<qint64, qint64>> all;
     for (const auto &group : qAsConst(m_durations)) {
@@ -298,7 +330,7 @@ bool Reader::read(Statistics *statistics)
                 {group.key(), group.value(),
                  groupsHaveDurations() ? durationsOf(m_durations.value(group.key())) : QVector<PhaseDuration>()});
     }
-    return readDays(statistics);
+    return readAllDays(statistics);
 }
 
 }

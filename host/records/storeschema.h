@@ -8,7 +8,7 @@ namespace panelhost {
 constexpr int StoreApplicationId = 0x50485243;
 
 /// The version of the schema that this panelhost reads and writes.
-constexpr int StoreSchemaVersion = 4;
+constexpr int StoreSchemaVersion = 5;
 
 /// Where a store is kept. The tables are the same; the types and a few statements differ.
 enum class StoreKind {
@@ -19,6 +19,9 @@ enum class StoreKind {
 /// Returns the statements that turn a store of version @p from into one of StoreSchemaVersion; 0 for an empty
 /// database. They don't store the version.
 QStringList storeMigration(StoreKind kind, int from);
+
+/// Returns the names of the tables in which runs are counted.
+QStringList storeCountTables();
 
 /// Returns the statements that recount all runs, in a transaction.
 QStringList storeRecount(StoreKind kind);

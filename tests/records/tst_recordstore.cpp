@@ -253,7 +253,7 @@ void RecordStoreTest::whatIsNoStoreIsRefused_data()
     QTest::addColumn<QString>("sentence");
     QTest::newRow("text") << q("text") << q(" is damaged, or no file of run records.");
     QTest::newRow("empty") << q("empty") << q(" is damaged, or no file of run records.");
-    QTest::newRow("newer") << q("newer") << q(" is of version 5; this panelhost knows versions up to 4.");
+    QTest::newRow("newer") << q("newer") << q(" is of version 6; this panelhost knows versions up to 5.");
     QTest::newRow("other") << q("other") << q(" is a database, but not one of run records.");
     QTest::newRow("short") << q("short") << q(" is damaged: the file is truncated.");
     QTest::newRow("scrambled") << q("scrambled") << q(": database disk image is malformed.");

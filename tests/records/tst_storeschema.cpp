@@ -22,6 +22,7 @@ private Q_SLOTS:
     void anEarlierFileIsUpgraded();
     void anUpgradedFileHasTheTablesOfANewOne();
     void anUpgradeThatFailsChangesNothing();
+    void aProcessOfVersion3SavesNothingAfterTheUpgrade();
     void aNewerVersionInTheLogIsRefused();
     void aFileWithItsEndInTheLogIsWhole();
     void leftoversOfAKilledProcessAreRemoved();
@@ -57,6 +58,30 @@ QStringList texts(StoreConnection &connection, const QString &query)
     while (rows && rows.next())
         list << rows.value(0).toString();
     return list;
+}
+
+QStringList counts(RecordStore &store)
+{
+    QStringList list;
+    for (const QString &table : storeCountTables()) {
+        StoreRows rows = store.connection().execute(q("SELECT * FROM ") + table);
+        while (rows && rows.next()) {
+            list << table;
+            for (int column = 0; rows.value(column).isValid(); ++column)
+                list.last() += QLatin1Char('|') + rows.value(column).toString();
+        }
+    }
+    list.sort();
+    return list;
+}
+
+QStringList countsAfterRecount(RecordStore &store)
+{
+    for (const QString &statement : storeRecount(StoreKind::File)) {
+        if (!store.connection().executeOnce(statement))
+            return {store.connection().errorText()};
+    }
+    return counts(store);
 }
 
 QVector<StoredRun> storedRuns(int count)
@@ -116,6 +141,8 @@ void StoreSchemaTest::anEarlierFileIsUpgraded()
              (QStringList{q(" machine failed 0 4"), q("A1 aging failed 1 0"), q("A1 machine aborted 4 1"),
                           q("A1 machine failed 1 1"), q("A1 machine failed 2 1"), q("A1 machine passed 3 10"),
                           q("A1 repair failed 1 1")}));
+    QCOMPARE(countsAfterRecount(*store), counts(*store));
+
     RunFilter filter;
     filter.outcome = RunOutcome::Passed;
     QByteArray journal;
@@ -159,6 +186,47 @@ void StoreSchemaTest::anUpgradeThatFailsChangesNothing()
     QCOMPARE(texts(*connection, q("SELECT max(attempt) FROM run")), QStringList{q("4")});
 }
 
+// It counted its runs by itself. Now the file counts them, and they must not be counted twice.
+void StoreSchemaTest::aProcessOfVersion3SavesNothingAfterTheUpgrade()
+{
+    const QTemporaryDir directory;
+    QString error;
+    const QString path = copyOfVersion(3, directory);
+    const auto earlier = StoreConnection::openFile(path, &error);
+    QVERIFY2(earlier, qPrintable(error));
+    const auto save = [&earlier](const char *id) {
+        bool isSaved = earlier->begin()
+            && earlier->execute(
+                q("INSERT INTO run SELECT ?, session, position, unit, station, operator, kind, outcome, "
+                  "session_begin, begin, \"end\", device_begin, device_end, language, panelhost, "
+                  "component, configuration, rounds, failure_count, wrong_key_count FROM run LIMIT 1"),
+                {q(id)})
+            && earlier->execute(q("INSERT INTO phase SELECT ?, 1, 'tbar', 'passed', 0, 100, NULL"), {q(id)})
+            && earlier->execute(q("INSERT INTO journal VALUES (?, '')"), {q(id)})
+            && earlier->execute(q("INSERT INTO run_count SELECT kind, substr(begin, 1, 10), coalesce(station, ''), "
+                                  "outcome, '', 1 FROM run WHERE id = ? ON CONFLICT (kind, day, station, outcome, "
+                                  "failed_phase) DO UPDATE SET runs = run_count.runs + 1"),
+                                {q(id)})
+            && earlier->execute(q("INSERT INTO duration_count SELECT run.kind, 'tbar', 100, substr(run.begin, 1, 7), "
+                                  "coalesce(run.station, ''), 1 FROM run WHERE id = ? ON CONFLICT (kind, phase, "
+                                  "duration, month, station) DO UPDATE SET runs = duration_count.runs + 1"),
+                                {q(id)})
+            && earlier->commit();
+        if (!isSaved)
+            earlier->rollback();
+        return isSaved;
+    };
+    QVERIFY2(save("before"), qPrintable(earlier->errorText()));
+    const auto store = RecordStore::openExisting(path, &error);
+    QVERIFY2(store, qPrintable(error));
+    const QStringList before = counts(*store);
+    QVERIFY(!save("after"));
+    QVERIFY2(earlier->errorText().contains(q("no such table")), qPrintable(earlier->errorText()));
+    QCOMPARE(counts(*store), before);
+    QCOMPARE(texts(store->connection(), q("SELECT count(*) - (SELECT sum(runs) FROM run_count) FROM run")),
+             QStringList{q("0")});
+}
+
 // As long as another process has the file open, its new version may be in the log and not yet in the header.
 void StoreSchemaTest::aNewerVersionInTheLogIsRefused()
 {
@@ -172,9 +240,9 @@ void StoreSchemaTest::aNewerVersionInTheLogIsRefused()
     QCOMPARE(contentOf(path), before);
     auto problem = RecordStore::Problem::None;
     QVERIFY(!RecordStore::openExisting(path, &error, &problem));
-    QCOMPARE(error, q("%1 is of version 5; this panelhost knows versions up to 4.").arg(path));
+    QCOMPARE(error, q("%1 is of version 6; this panelhost knows versions up to 5.").arg(path));
     QCOMPARE(problem, RecordStore::Problem::Unusable);
-    QCOMPARE(texts(*newer, q("PRAGMA user_version")), QStringList{q("5")});
+    QCOMPARE(texts(*newer, q("PRAGMA user_version")), QStringList{q("6")});
 }
 
 // What a process leaves that is killed while it copies pages from the log to the file: the first page tells a size that
@@ -309,7 +377,10 @@ void StoreSchemaTest::statisticsReadOnlyTheCounts()
               StatisticsQuery::Groups::Week, StatisticsQuery::Groups::Month}) {
             StatisticsQuery query;
             query.groups = groups;
-            for (const QDate &since : {QDate(), QDate(2024, 3, 1)}) {
+            for (const QDate &since : {QDate(), QDate(2024, 3, 1), QDate(2024, 3, 10)}) {
+                // The durations of stations are counted by month.
+                if (groups == StatisticsQuery::Groups::Station && since.day() == 10)
+                    continue;
                 query.since = since;
                 const auto statistics = readStatistics(*store, query, &error);
                 texts << (statistics ? QString::fromUtf8(QJsonDocument(statisticsJson(*statistics)).toJson()) : error);
@@ -410,7 +481,12 @@ void StoreSchemaTest::theCountsAreThoseOfTheRunsThatRemain()
     for (const char *query :
          {"SELECT kind || day || station || outcome || failed_phase || runs FROM run_count ORDER BY 1",
           "SELECT unit || kind || first_begin || first_passed || last_begin || last_passed FROM unit_result ORDER BY 1",
-          "SELECT kind || phase || duration || month || station || runs FROM duration_count ORDER BY 1",
+          "SELECT kind || day || station || units || first_passed || finally_passed FROM unit_count WHERE units > 0 "
+          "ORDER BY 1",
+          "SELECT kind || day || phase || duration || runs FROM day_duration ORDER BY 1",
+          "SELECT kind || month || phase || duration || runs FROM month_duration ORDER BY 1",
+          "SELECT kind || station || phase || duration || runs FROM station_duration ORDER BY 1",
+          "SELECT kind || station || phase || duration || month || runs FROM station_month_duration ORDER BY 1",
           "SELECT run FROM phase ORDER BY 1", "SELECT run FROM journal ORDER BY 1"}) {
         const QStringList expected = texts(some->connection(), q(query));
         QVERIFY(expected.size() > 10);
@@ -430,19 +506,20 @@ void StoreSchemaTest::theServersTablesAreTheSame()
             file << statement.remove(q(" WITHOUT ROWID"));
     }
     for (QString statement : storeMigration(StoreKind::Server, 0)) {
-        if (!statement.contains(q("count_run")) && !statement.contains(q("search_path")))
+        if (!statement.contains(q("count_run")) && !statement.contains(q("search_path"))
+            && !statement.startsWith(q("LOCK TABLE ")))
             server << statement.remove(q(" COLLATE \"C\""))
                           .replace(q("BIGINT"), q("INTEGER"))
                           .replace(q("BYTEA"), q("BLOB"));
     }
     QCOMPARE(server, file);
     const auto counting = [](StoreKind kind, const char *statement) {
-        const QString text = storeMigration(kind, 3).filter(q(statement)).value(0);
-        return text.mid(text.indexOf(q("INSERT INTO run_count"))).section(q("; "), 0, 4);
+        const QString text = storeMigration(kind, 4).filter(q(statement)).value(0);
+        return text.mid(text.indexOf(q("INSERT INTO run_count"))).section(q("; "), 0, 9);
     };
     const QString inFile = counting(StoreKind::File, "CREATE TRIGGER count_run");
-    QCOMPARE(inFile.count(q("ON CONFLICT")), 3);
-    QCOMPARE(counting(StoreKind::Server, "CREATE FUNCTION count_run"), inFile);
+    QCOMPARE(inFile.count(q("ON CONFLICT")), 7);
+    QCOMPARE(counting(StoreKind::Server, "FUNCTION count_run() RETURNS"), inFile);
     const QString script = storeServerScript(0, q("st\"1"));
     QVERIFY(script.contains(q("GRANT SELECT, INSERT ON run TO \"st\"\"1\";\n")));
     QVERIFY(!script.contains(q("DELETE ON")) && !script.contains(q("GRANT ALL")));
