@@ -46,6 +46,19 @@ function(lcd_target target)
     endif()
 endfunction()
 
+# lcd_compile_at_once(<target> <sources...>): with LCD_UNITY_BUILD, compiles these sources of <target> as one unit.
+function(lcd_compile_at_once target)
+    if(LCD_UNITY_BUILD)
+        list(GET ARGN 0 first)
+        get_filename_component(directory "${first}" DIRECTORY)
+        get_filename_component(unit "${directory}" NAME)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+        # A warning about headers. Here, the sources are included.
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+        set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP "${unit}")
+    endif()
+endfunction()
+
 # lcd_moc_source(<target> <source>): runs moc over the classes in <source>, which includes <source's name>.moc. For a
 # program of one such file this costs a tenth of AUTOMOC.
 function(lcd_moc_source target source)

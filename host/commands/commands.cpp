@@ -24,7 +24,7 @@ QCommandLineOption hidden(const char *name, const char *value)
     return result;
 }
 
-constexpr int any = std::numeric_limits<int>::max();
+constexpr int anyCount = std::numeric_limits<int>::max();
 
 }
 
@@ -40,7 +40,7 @@ const QList<Command> &commands()
                                    option("realtime", "Play by the wall clock."),
                                    option("force", "Overwrite a recording."), hidden("device", "FILE")}
              + RunRecords::options(),
-         1, any, Platform::Offscreen, runPlay},
+         1, anyCount, Platform::Offscreen, runPlay},
         {QStringLiteral("record"), QStringLiteral("record FILE"),
          QStringLiteral("opens the window and records your actions as a scenario"),
          WindowOptions::commandLineOptions() + RunRecords::options(), 1, 1, Platform::Display, runRecord},

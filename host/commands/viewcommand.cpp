@@ -19,7 +19,7 @@ namespace panelhost {
 
 namespace {
 
-constexpr int Done = 0;
+constexpr int Success = 0;
 
 /// Where to go on with a session, and the file that gets the recording.
 struct TakeOver
@@ -74,7 +74,7 @@ int goOn(const Scenario &scenario, const SessionHistory &history, const TakeOver
     }
     window.setSpeed(1);
     window.show();
-    const int status = QuitOnSignal::isAsked() ? Done : QApplication::exec();
+    const int status = QuitOnSignal::isAsked() ? Success : QApplication::exec();
     session->journal().setSink({});
     if (writer)
         writer->close();
@@ -98,7 +98,8 @@ bool askForRecording(QWidget *parent, TakeOver *where)
 int saveScreenshot(HistoryWindow &window, const QString &path)
 {
     QCoreApplication::processEvents();
-    return window.grab().save(path) ? Done : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
+    return window.grab().save(path) ? Success
+                                    : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
 int showHistories(const CommandLine &line, const HistoryWindow::Histories &histories, Milliseconds at,
@@ -118,7 +119,7 @@ int showHistories(const CommandLine &line, const HistoryWindow::Histories &histo
         *takeOver = where;
         QCoreApplication::quit();
     });
-    const int status = QuitOnSignal::isAsked() ? Done : QApplication::exec();
+    const int status = QuitOnSignal::isAsked() ? Success : QApplication::exec();
     VirtualClock::instance().restart();
     quitOnSignal.endProcessIfAsked();
     return status;
@@ -138,7 +139,7 @@ int runView(const CommandLine &line)
     if (line.parser.isSet(QStringLiteral("take-over")))
         takeOver = TakeOver{histories.front()->lineAt(*at), line.parser.value(QStringLiteral("recording")),
                             LineFile::IfExists::Refuse};
-    const int status = takeOver ? Done : showHistories(line, histories, *at, &takeOver);
+    const int status = takeOver ? Success : showHistories(line, histories, *at, &takeOver);
     return takeOver ? goOn(scenarios.constFirst(), *histories.front(), *takeOver) : status;
 }
 

@@ -11,7 +11,7 @@ namespace panelhost {
 namespace {
 
 // What a person types has at most this length; longer text isn't compared.
-constexpr int MaxLength = 64;
+constexpr int MaxWordLength = 64;
 
 // The number of characters to insert, delete, replace or exchange with their neighbor that turns @p a into @p b.
 int editDistance(const QString &a, const QString &b)
@@ -45,7 +45,7 @@ bool differInNumbers(QString a, QString b)
 
 QString closestWord(const QString &word, const QStringList &candidates)
 {
-    if (word.size() < 2 || word.size() > MaxLength)
+    if (word.size() < 2 || word.size() > MaxWordLength)
         return {};
     QString closest;
     int least = std::max(1, word.size() / 3) + 1;

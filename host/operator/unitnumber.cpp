@@ -6,12 +6,12 @@
 
 namespace panelhost {
 
-constexpr int MaxLength = 100;
+constexpr int MaxUnitLength = 100;
 
 QString identityProblem(const QString &text)
 {
-    if (text.size() > MaxLength)
-        return QStringLiteral("has %1 characters; at most %2 are allowed").arg(text.size()).arg(MaxLength);
+    if (text.size() > MaxUnitLength)
+        return QStringLiteral("has %1 characters; at most %2 are allowed").arg(text.size()).arg(MaxUnitLength);
     if (std::any_of(text.begin(), text.end(), [](QChar character) { return !character.isPrint(); }))
         return QStringLiteral("contains control characters");
     return {};

@@ -10,7 +10,7 @@ using theme::Grid;
 
 namespace {
 
-constexpr QSize Pitch(7 * Grid, 6 * Grid); ///< from one direction of the joystick to the next
+constexpr QSize DirectionPitch(7 * Grid, 6 * Grid); ///< from one direction of the joystick to the next
 
 struct Direction
 {
@@ -36,12 +36,12 @@ NavigationControls::NavigationControls(QWidget *parent) : ScaledWidget(parent)
     const auto directions = joystickDirections();
     for (const Direction &direction : directions)
         add(new NavigationButton(direction.key, direction.sign, this),
-            {direction.column * Pitch.width(), direction.row * Pitch.height()});
-    const int top = 3 * Pitch.height() + Grid;
+            {direction.column * DirectionPitch.width(), direction.row * DirectionPitch.height()});
+    const int top = 3 * DirectionPitch.height() + Grid;
     auto *knob = new Knob(this);
     auto *back = new NavigationButton(QStringLiteral("back"), QStringLiteral("BACK"), this);
     add(knob, {0, top});
-    add(back, {2 * Pitch.width(), top + (knob->naturalSize().height() - back->naturalSize().height()) / 2});
+    add(back, {2 * DirectionPitch.width(), top + (knob->naturalSize().height() - back->naturalSize().height()) / 2});
     resize(sizeHint());
 }
 

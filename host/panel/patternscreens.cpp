@@ -12,7 +12,7 @@ namespace panelhost {
 
 namespace {
 
-constexpr int RefreshInterval = 33; // real milliseconds
+constexpr int PatternInterval = 33; // real milliseconds
 
 // Returns nullptr if the output isn't connected.
 QScreen *findOutput(const QString &name)
@@ -79,7 +79,7 @@ PatternScreens::PatternScreens(const Device &device, const QVector<ScreenConfigu
     if (m_windows.empty())
         return;
     QObject::connect(&m_refresh, &RealTimeTimer::timeout, &m_refresh, [this] { refresh(); });
-    m_refresh.start(RefreshInterval);
+    m_refresh.start(PatternInterval);
 }
 
 PatternScreens::~PatternScreens() = default;

@@ -10,7 +10,7 @@ namespace panelhost {
 
 namespace {
 
-constexpr int BatchSize = 100;
+constexpr int ArchiveBatch = 100;
 
 void removeStore(const QString &path)
 {
@@ -23,8 +23,8 @@ bool writeArchive(RecordStore &store, const QVector<QUuid> &ids, const QString &
     const auto archive = RecordStore::open(path, error);
     if (!archive)
         return false;
-    for (int first = 0; first < ids.size(); first += BatchSize) {
-        const auto runs = store.storedRuns(ids.mid(first, BatchSize), error);
+    for (int first = 0; first < ids.size(); first += ArchiveBatch) {
+        const auto runs = store.storedRuns(ids.mid(first, ArchiveBatch), error);
         if (!runs || !archive->saveAll(*runs, RecordStore::Forwarding::None, error))
             return false;
     }

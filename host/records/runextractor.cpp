@@ -9,9 +9,9 @@ namespace panelhost {
 namespace {
 
 /// One session with the runs of each kind.
-struct SessionRuns
+struct RunsByKind
 {
-    SessionRuns(const SessionInfo &info, const RunExtractor::Listener &listener)
+    RunsByKind(const SessionInfo &info, const RunExtractor::Listener &listener)
         : session(info, listener), machine(session), aging(session), repair(session)
     {
     }
@@ -48,7 +48,7 @@ public:
     explicit Impl(const Listener &runListener) : listener(runListener) {}
 
     Listener listener;
-    std::unique_ptr<SessionRuns> current;
+    std::unique_ptr<RunsByKind> current;
 };
 
 RunExtractor::RunExtractor(const Listener &listener) : d(std::make_unique<Impl>(listener))
@@ -60,7 +60,7 @@ RunExtractor::~RunExtractor() = default;
 void RunExtractor::beginSession(const SessionInfo &info)
 {
     endSession();
-    d->current = std::make_unique<SessionRuns>(info, d->listener);
+    d->current = std::make_unique<RunsByKind>(info, d->listener);
 }
 
 void RunExtractor::add(const Journal::Entry &entry)

@@ -48,7 +48,7 @@ QString detailText(const Run &run)
     return run.phases.isEmpty() ? QString() : run.phases.first().name;
 }
 
-QString utcText(const QDateTime &time)
+QString utcOrEmpty(const QDateTime &time)
 {
     return time.isValid() ? time.toString(Qt::ISODateWithMs) : QString();
 }
@@ -85,8 +85,8 @@ QStringList csvValues(const Run &run)
             toText(run.kind),
             toText(run.outcome),
             run.attempt > 0 ? QString::number(run.attempt) : QString(),
-            utcText(run.beginUtc()),
-            utcText(run.endUtc()),
+            utcOrEmpty(run.beginUtc()),
+            utcOrEmpty(run.endUtc()),
             QString::number(run.begin),
             QString::number(run.end),
             run.failedPhase(),

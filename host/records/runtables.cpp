@@ -7,7 +7,7 @@ namespace {
 constexpr int MaxIds = 100; ///< in one query for the details of runs
 
 // PostgreSQL has no texts with a null character; the run would wait for the server for ever.
-QVariant textOrNull(QString text)
+QVariant nullableText(QString text)
 {
     return text.isEmpty() ? QVariant(QVariant::String)
                           : QVariant(text.replace(QChar(QChar::Null), QChar(QChar::ReplacementCharacter)));
@@ -24,9 +24,9 @@ QVariantList valuesOf(const Run &run)
     return {idText(run.id),
             idText(session.id),
             run.position,
-            textOrNull(session.unit),
-            textOrNull(session.station),
-            textOrNull(session.operatorName),
+            nullableText(session.unit),
+            nullableText(session.station),
+            nullableText(session.operatorName),
             toText(run.kind),
             toText(run.outcome),
             timeText(session.begin),
@@ -34,10 +34,10 @@ QVariantList valuesOf(const Run &run)
             timeText(run.endUtc()),
             run.begin,
             run.end,
-            textOrNull(session.language),
-            textOrNull(session.panelhostVersion),
-            textOrNull(session.componentVersion),
-            textOrNull(session.configuration),
+            nullableText(session.language),
+            nullableText(session.panelhostVersion),
+            nullableText(session.componentVersion),
+            nullableText(session.configuration),
             run.rounds,
             run.failureCount,
             run.wrongKeyCount};
@@ -49,7 +49,7 @@ bool insertPhases(StoreConnection &connection, const Run &run)
     for (const RunPhase &phase : run.phases) {
         if (!connection.execute(QStringLiteral("INSERT INTO phase VALUES (?, ?, ?, ?, ?, ?, ?)"),
                                 {idText(run.id), ++position, phase.name, toText(phase.outcome), phase.begin,
-                                 phase.duration, textOrNull(toText(phase.source))}))
+                                 phase.duration, nullableText(toText(phase.source))}))
             return false;
     }
     return true;

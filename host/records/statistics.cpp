@@ -32,18 +32,18 @@ QString monthText(const QDate &day)
 }
 
 /// The conditions of a WHERE clause with their values.
-struct SqlCondition
+struct StatisticsCondition
 {
     QStringList texts;
     QVariantList values;
 
-    SqlCondition &add(const char *text, const QString &value)
+    StatisticsCondition &add(const char *text, const QString &value)
     {
         texts << QLatin1String(text);
         values << value;
         return *this;
     }
-    SqlCondition &addIf(bool isWanted, const char *text, const QString &value)
+    StatisticsCondition &addIf(bool isWanted, const char *text, const QString &value)
     {
         return isWanted ? add(text, value) : *this;
     }
@@ -75,7 +75,7 @@ private:
     using RowListener = std::function<void(const StoreRows &row)>;
 
     bool forEach(const QString &statement, const QVariantList &values, const RowListener &listener);
-    SqlCondition condition() const;
+    StatisticsCondition condition() const;
     QString groupColumn() const;
     QString durationGroupColumn(const char *station, const char *month) const;
     QString groupName(const QString &value) const;
@@ -144,9 +144,9 @@ QString Reader::groupName(const QString &value) const
     return QStringLiteral("%1-W%2").arg(year).arg(week, 2, 10, QLatin1Char('0'));
 }
 
-SqlCondition Reader::condition() const
+StatisticsCondition Reader::condition() const
 {
-    return SqlCondition()
+    return StatisticsCondition()
         .add("kind = ?", toText(m_query.kind))
         .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
         .addIf(m_query.since.isValid(), "day >= ?", dayText(m_query.since))
@@ -155,7 +155,7 @@ SqlCondition Reader::condition() const
 
 bool Reader::readRuns()
 {
-    const SqlCondition selection = condition();
+    const StatisticsCondition selection = condition();
     const QString column = groupColumn();
     const QString statement = QStringLiteral("SELECT %1, outcome, failed_phase, sum(runs) FROM run_count%2%3");
     const QString outcomes = QStringLiteral("outcome, failed_phase");
@@ -178,7 +178,7 @@ bool Reader::readRuns()
 // A server finds distinct rows faster than it counts distinct values.
 bool Reader::readDays(const QString &column, const std::function<void(const QString &group, qint64 days)> &listener)
 {
-    const SqlCondition selection = condition();
+    const StatisticsCondition selection = condition();
     const QString columns = column == QLatin1String("station") ? QStringLiteral("station, day") : QStringLiteral("day");
     const QString statement =
         QStringLiteral("SELECT %1, count(*) FROM (SELECT DISTINCT %2 FROM run_count%3) AS days%4");
@@ -201,7 +201,7 @@ bool Reader::readAllDays(Statistics *statistics)
 
 bool Reader::readUnits()
 {
-    const SqlCondition selection = condition();
+    const StatisticsCondition selection = condition();
     const QString column = groupColumn();
     const QString statement =
         QStringLiteral("SELECT %1, sum(units), sum(first_passed), sum(finally_passed) FROM unit_count%2%3");
@@ -219,7 +219,7 @@ bool Reader::readDurationCounts(const char *table, const char *period, const QSt
 {
     const QString from = QLatin1String(period) + QStringLiteral(" >= ?");
     const QString to = QLatin1String(period) + QStringLiteral(" <= ?");
-    const auto condition = SqlCondition()
+    const auto condition = StatisticsCondition()
                                .add("kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "station = ?", m_query.station)
                                .addIf(!first.isEmpty(), from.toLatin1().constData(), first)
@@ -252,7 +252,7 @@ bool Reader::readPartOfMonth(const QDate &first, const QDate &last)
 // read all phases than look for those of a month's runs, so it looks for the phases of each run.
 bool Reader::readRunsBetween(const QDate &first, const QDate &last)
 {
-    const auto condition = SqlCondition()
+    const auto condition = StatisticsCondition()
                                .add("run.kind = ?", toText(m_query.kind))
                                .addIf(!m_query.station.isEmpty(), "run.station = ?", m_query.station)
                                .add("run.begin >= ?", dayText(first))

@@ -311,7 +311,7 @@ QString forServer(QString statement)
         .remove(QLatin1String(" WITHOUT ROWID"));
 }
 
-QString quoted(const QString &name)
+QString quotedName(const QString &name)
 {
     return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
 }
@@ -370,13 +370,14 @@ QString storeServerScript(int from, const QString &station)
     statements << storeMigration(StoreKind::Server, from);
     statements << QStringLiteral("UPDATE schema_version SET version = %1").arg(StoreSchemaVersion);
     for (const char *table : stationTables)
-        statements << QStringLiteral("GRANT SELECT, INSERT ON %1 TO %2").arg(QLatin1String(table), quoted(station));
+        statements << QStringLiteral("GRANT SELECT, INSERT ON %1 TO %2").arg(QLatin1String(table), quotedName(station));
     for (const char *table : countTables) {
         // In version 3, stations counted by themselves.
-        statements << QStringLiteral("REVOKE INSERT, UPDATE ON %1 FROM %2").arg(QLatin1String(table), quoted(station));
-        statements << QStringLiteral("GRANT SELECT ON %1 TO %2").arg(QLatin1String(table), quoted(station));
+        statements
+            << QStringLiteral("REVOKE INSERT, UPDATE ON %1 FROM %2").arg(QLatin1String(table), quotedName(station));
+        statements << QStringLiteral("GRANT SELECT ON %1 TO %2").arg(QLatin1String(table), quotedName(station));
     }
-    statements << QStringLiteral("GRANT SELECT ON numbered_run, schema_version TO %1").arg(quoted(station))
+    statements << QStringLiteral("GRANT SELECT ON numbered_run, schema_version TO %1").arg(quotedName(station))
                << QStringLiteral("COMMIT");
     return statements.join(QStringLiteral(";\n")) + QStringLiteral(";\n");
 }

@@ -12,7 +12,7 @@ namespace panelhost {
 
 namespace {
 
-constexpr double MaxTolerance = 0.5; // half of the travel: each position is at an end
+constexpr double MaxTbarTolerance = 0.5; // half of the travel: each position is at an end
 
 QStringList optionNames()
 {
@@ -57,7 +57,7 @@ void DeviceReader::readOption(const YamlReader::Entry &entry)
         const auto kind = m_reader.word(value, {QStringLiteral("slider"), QStringLiteral("fader")});
         device.tbarType = kind == QStringLiteral("fader") ? TBarType::Fader : TBarType::Slider;
     } else if (name == "tbar-tolerance") {
-        device.tbarTolerance = m_reader.number(value, 0, MaxTolerance).value_or(device.tbarTolerance);
+        device.tbarTolerance = m_reader.number(value, 0, MaxTbarTolerance).value_or(device.tbarTolerance);
     } else if (name == "lcd") {
         readSize(value);
     } else if (name == "language") {

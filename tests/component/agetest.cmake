@@ -7,17 +7,21 @@ function(lcd_add_page_test name)
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
 endfunction()
 
-lcd_add_page_test(tst_agetestbiz SOURCES agetestfixture.cpp agecalls.cpp)
-lcd_add_page_test(tst_agetestlinks SOURCES agetestfixture.cpp agecalls.cpp)
-lcd_add_page_test(tst_agetestbiztext SOURCES agetestfixture.cpp)
-lcd_add_page_test(tst_agetesttimeline SOURCES agetestfixture.cpp)
+add_library(age_test_support STATIC agetestfixture.cpp agetestfixture.h agecalls.cpp agecalls.h)
+lcd_test_library(age_test_support)
+target_include_directories(age_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+target_link_libraries(age_test_support PUBLIC lcdfactorymodeimpl test_support)
+
+foreach(topic biz links biztext timeline threads)
+    lcd_add_page_test(tst_agetest${topic})
+    target_link_libraries(tst_agetest${topic} PRIVATE age_test_support)
+endforeach()
 lcd_add_page_test(tst_agetestwidget)
-lcd_add_page_test(tst_agetestthreads SOURCES agetestfixture.cpp)
 lcd_add_page_test(tst_testpages)
 lcd_add_component_test(tst_levelsuffix)
 
 # The test pages with the real menu and the real frame.
-lcd_add_component_test(tst_pagesinmenu SOURCES machineoperator.cpp singletestsupport.cpp
-    LIBRARIES menu_test_support test_virtualtime)
+lcd_add_component_test(tst_pagesinmenu SOURCES machineoperator.cpp
+    LIBRARIES menu_test_support single_test_support test_virtualtime)
 set_target_properties(tst_pagesinmenu PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests/tst_pagesinmenu.dir/bin")

@@ -1,8 +1,8 @@
 # The complete machine test.
 
-add_library(test_machine OBJECT machinetestfixture.cpp machineoperator.cpp machinepage.cpp singletestsupport.cpp)
-lcd_target(test_machine)
-target_link_libraries(test_machine PUBLIC lcdfactorymodeimpl test_page test_support test_virtualtime)
+add_library(test_machine OBJECT machinetestfixture.cpp machineoperator.cpp machinepage.cpp)
+lcd_test_library(test_machine)
+target_link_libraries(test_machine PUBLIC lcdfactorymodeimpl single_test_support test_page test_support test_virtualtime)
 
 foreach(topic testbiz sequence links tbar buttons testwidget run threads races late)
     lcd_add_page_test(tst_completemachine${topic})
@@ -21,15 +21,16 @@ lcd_add_page_test(tst_behaviortables)
 target_link_libraries(tst_behaviortables PRIVATE test_machine test_behaviorpage)
 lcd_add_page_test(tst_behaviormachine)
 target_link_libraries(tst_behaviormachine PRIVATE test_machine)
-lcd_add_page_test(tst_behavioraging SOURCES agetestfixture.cpp agecalls.cpp)
+lcd_add_page_test(tst_behavioraging)
+target_link_libraries(tst_behavioraging PRIVATE age_test_support)
 
 # Every allocation of a report, a row or a page fails once. Replaces operator new for the whole program.
-lcd_add_page_test(tst_allocationfailures SOURCES agetestfixture.cpp ../support/failingmemory.cpp)
-target_link_libraries(tst_allocationfailures PRIVATE test_machine)
+lcd_add_page_test(tst_allocationfailures SOURCES ../support/failingmemory.cpp)
+target_link_libraries(tst_allocationfailures PRIVATE age_test_support test_machine)
 
 # Sessions in which a service throws or an allocation fails.
-lcd_add_page_test(tst_interruptedsessions SOURCES agetestfixture.cpp ../support/failingmemory.cpp)
-target_link_libraries(tst_interruptedsessions PRIVATE test_machine)
+lcd_add_page_test(tst_interruptedsessions SOURCES ../support/failingmemory.cpp)
+target_link_libraries(tst_interruptedsessions PRIVATE age_test_support test_machine)
 
 # Long sessions in virtual time.
 lcd_add_page_test(tst_soak)

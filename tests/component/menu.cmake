@@ -1,6 +1,6 @@
 # The factory menu: entry points, configuration files, lists, keys and rows.
 add_library(menu_test_support STATIC menufixture.cpp menufixture.h)
-lcd_target(menu_test_support)
+lcd_test_library(menu_test_support)
 target_include_directories(menu_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
 target_link_libraries(menu_test_support PUBLIC lcdfactorymodeimpl test_support Qt5::Xml)
 

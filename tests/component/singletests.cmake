@@ -1,6 +1,6 @@
 # The single tests and the headers that they share.
 add_library(single_test_support STATIC singletestsupport.cpp singletestsupport.h linksession.h)
-lcd_target(single_test_support)
+lcd_test_library(single_test_support)
 target_include_directories(single_test_support PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
 target_link_libraries(single_test_support PUBLIC lcdfactorymodeimpl test_support)
 

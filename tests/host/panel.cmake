@@ -1,6 +1,6 @@
 # The window's parts, each drawn and touched by itself.
 add_library(panel_fixture STATIC panel/panelfixture.cpp panel/panelfixture.h)
-lcd_target(panel_fixture)
+lcd_test_library(panel_fixture MOC)
 target_include_directories(panel_fixture PUBLIC panel)
 target_link_libraries(panel_fixture PUBLIC panelhost_core)
 

@@ -13,7 +13,8 @@ struct Copied { Copied(); Copied(const Copied &); };
 void assign(Copied &to, const Copied &from) { to = from; }
 END
 for file in clean clang-tidy clazy-standalone; do
-    printf '{"directory": "%s", "command": "c++ -std=c++17 -c %s.cpp", "file": "%s.cpp"},\n' "$work" "$file" "$file"
+    printf '{\n  "directory": "%s",\n  "command": "c++ -std=c++17 -c %s.cpp",\n  "file": "%s/%s.cpp"\n},\n' \
+        "$work" "$file" "$work" "$file"
 done | sed '1s/^/[/; $s/,$/]/' >"$work/compile_commands.json"
 
 "$source/tools/lint" "$work" "$work/clean.cpp"
@@ -25,12 +26,19 @@ expect() {
 expect clang-tidy 'modernize-use-nullptr'
 expect clazy-standalone 'Wclazy-rule-of-two-soft'
 
+# A source that isn't compiled on its own can't be checked.
+cp "$work/clean.cpp" "$work/unlisted.cpp"
+status=0
+output=$("$source/tools/lint" "$work" "$work/unlisted.cpp" 2>&1) || status=$?
+[ "$status" -eq 2 ] && grep -q "unlisted.cpp isn't compiled on its own in $work" <<<"$output" ||
+    { echo "unlisted source: status $status; $output"; exit 1; }
+
 # clang can't read a precompiled header of GCC.
 pch=$work/pch
 mkdir "$pch"
 echo 'int precompiled() { return 1; }' >"$pch/a.cpp"
-printf '[{"directory": "%s", "command": "c++ -std=c++17 -Winvalid-pch -include %s/cmake_pch.hxx -c a.cpp", "file": "a.cpp"}]\n' \
-    "$pch" "$pch" >"$pch/compile_commands.json"
+printf '[{\n  "directory": "%s",\n  "command": "c++ -std=c++17 %s %s/cmake_pch.hxx -c a.cpp",\n  "file": "%s/a.cpp"\n}]\n' \
+    "$pch" "-Winvalid-pch -include" "$pch" "$pch" >"$pch/compile_commands.json"
 cp "$source/.clang-tidy" "$pch"
 "$source/tools/lint" "$pch" "$pch/a.cpp"
 
