@@ -1,6 +1,6 @@
 #include "view/historylinemodel.h"
 
-#include "panel/theme.h"
+#include "panel/windowtheme.h"
 
 namespace panelhost {
 
@@ -20,7 +20,7 @@ QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || line > m_history.lineCount())
         return {};
     if (role == Qt::ForegroundRole && line == m_difference)
-        return QColor(theme::Red);
+        return QColor(theme::colors().red);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     const auto entry = m_history.entry(line);

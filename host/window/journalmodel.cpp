@@ -1,5 +1,8 @@
 #include "window/journalmodel.h"
 
+#include "journal/entrytext.h"
+#include "time/timetext.h"
+
 #include <algorithm>
 
 namespace panelhost {
@@ -20,16 +23,27 @@ const JournalModel::Line &JournalModel::lineAt(qint64 sequence) const
     return m_lines[static_cast<size_t>(sequence - forgotten() - 1)];
 }
 
+// Without the thread, which the details show. Of a log line, the text is what matters.
+static QString shownText(const Journal::Entry &entry)
+{
+    const bool isLog = entry.kind == Journal::Kind::Log && entry.data.contains(QStringLiteral("text"));
+    const QString message = isLog ? entry.data.value(QStringLiteral("text")).toString()
+                                  : entry.name + QLatin1Char(' ') + dataText(entry.data);
+    return QStringLiteral("%1  %2  %3").arg(timeText(entry.at), 10).arg(Journal::kindName(entry.kind), -6).arg(message);
+}
+
 QVariant JournalModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const Line &line = lineAt(m_visible[static_cast<size_t>(index.row())]);
     if (role == Qt::DisplayRole)
+        return shownText(line.entry);
+    if (role == TextRole)
         return line.text;
     if (role == SequenceRole)
         return m_visible[static_cast<size_t>(index.row())];
-    return role == KindRole ? QVariant(line.kind) : QVariant();
+    return role == KindRole ? QVariant(int(line.entry.kind)) : QVariant();
 }
 
 // The journal may have discarded lines that were not read yet. Lines before those are not the newest any more.
@@ -47,7 +61,8 @@ void JournalModel::poll()
 
 bool JournalModel::matches(const Line &line) const
 {
-    return m_kinds.contains(line.kind) && (m_text.isEmpty() || line.text.contains(m_text, Qt::CaseInsensitive));
+    return m_kinds.contains(int(line.entry.kind))
+        && (m_text.isEmpty() || line.text.contains(m_text, Qt::CaseInsensitive));
 }
 
 void JournalModel::append(const QVector<Journal::Entry> &entries)
@@ -55,7 +70,7 @@ void JournalModel::append(const QVector<Journal::Entry> &entries)
     std::vector<qint64> visible;
     for (const Journal::Entry &entry : entries) {
         m_nextSequence = entry.sequence + 1;
-        m_lines.push_back({entry.toText(), int(entry.kind)});
+        m_lines.push_back({entry.toText(), entry});
         if (matches(m_lines.back()))
             visible.push_back(entry.sequence);
     }
