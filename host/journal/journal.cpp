@@ -76,6 +76,15 @@ QString dataText(const QJsonObject &data)
     return values.join(QStringLiteral(", "));
 }
 
+QString lineText(const Journal::Entry &entry)
+{
+    const QString key = QStringLiteral("text");
+    const bool isLog = entry.kind == Journal::Kind::Log && entry.data.contains(key);
+    const QString message =
+        isLog ? entry.data.value(key).toString() : entry.name + QLatin1Char(' ') + dataText(entry.data);
+    return QStringLiteral("%1  %2  %3").arg(timeText(entry.at), 10).arg(Journal::kindName(entry.kind), -6).arg(message);
+}
+
 QString Journal::Entry::toText() const
 {
     return QStringLiteral("%1  %2  %3  %4 %5")

@@ -111,7 +111,9 @@ QString styleSheet()
     };
     for (const auto &color : names)
         sheet.replace(color.first, QColor(color.second).name());
-    return sheet;
+    const bool isDark = currentScheme == Scheme::Dark;
+    return sheet.replace(QLatin1String("@check"),
+                         isDark ? QLatin1String("check-dark.svg") : QLatin1String("check-light.svg"));
 }
 
 }

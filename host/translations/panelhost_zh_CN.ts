@@ -130,7 +130,7 @@
     </message>
     <message>
         <source>There is no USB stick, or it was unplugged</source>
-        <translation>没有 U 盘,或已被拔出</translation>
+        <translation>没有 U 盘，或已被拔出</translation>
     </message>
     <message>
         <source>Half of the data fit onto the USB stick</source>
@@ -197,7 +197,7 @@
     </message>
     <message>
         <source>Saved: %1</source>
-        <translation>已保存: %1</translation>
+        <translation>已保存：%1</translation>
     </message>
     <message>
         <source>&amp;New session</source>
@@ -280,7 +280,7 @@
     </message>
     <message>
         <source>Press the control that has the focus; plug or unplug a port</source>
-        <translation>按下有焦点的控件;插入或拔出端口</translation>
+        <translation>按下有焦点的控件；插入或拔出端口</translation>
     </message>
     <message>
         <source>Shift+Space</source>
@@ -288,11 +288,11 @@
     </message>
     <message>
         <source>Hold a key until the next press; block or unblock a USB port</source>
-        <translation>按住按键直到下次按下;锁定或解锁 USB 口</translation>
+        <translation>按住按键直到下次按下；锁定或解锁 USB 口</translation>
     </message>
     <message>
         <source>Component: %1</source>
-        <translation>组件: %1</translation>
+        <translation>组件：%1</translation>
     </message>
     <message>
         <source>Qt: %1</source>
@@ -327,7 +327,7 @@
     </message>
     <message>
         <source>Failed: %1</source>
-        <translation>失败: %1</translation>
+        <translation>失败：%1</translation>
     </message>
     <message>
         <source>First difference</source>
@@ -398,7 +398,7 @@
     </message>
     <message>
         <source>Hides all lines up to now; the journal keeps them</source>
-        <translation>隐藏到目前为止的所有行;日志仍保留它们</translation>
+        <translation>隐藏到目前为止的所有行；日志仍保留它们</translation>
     </message>
     <message>
         <source>Export…</source>
@@ -414,7 +414,7 @@
     </message>
     <message>
         <source>Saved: %1</source>
-        <translation>已保存: %1</translation>
+        <translation>已保存：%1</translation>
     </message>
     <message>
         <source>Number</source>
@@ -438,7 +438,7 @@
     </message>
     <message>
         <source>The oldest %1 lines were discarded; use --journal FILE to keep all lines.</source>
-        <translation>最早的 %1 行已丢弃;使用 --journal FILE 可保留所有行。</translation>
+        <translation>最早的 %1 行已丢弃；使用 --journal FILE 可保留所有行。</translation>
     </message>
     <message>
         <source>The oldest %1 lines are only in %2.</source>
@@ -453,7 +453,7 @@
     </message>
     <message>
         <source>Click or Space: press. Long press: hold. Right button or Shift+Space: hold until the next click.</source>
-        <translation>单击或空格: 按下。长按: 按住。右键或 Shift+空格: 按住直到下次单击。</translation>
+        <translation>单击或空格：按下。长按：按住。右键或 Shift+空格：按住直到下次单击。</translation>
     </message>
     <message>
         <source>red</source>
@@ -508,7 +508,7 @@
     </message>
     <message>
         <source>Wheel or click on a side: turn. Click in the middle or Space: Enter.</source>
-        <translation>滚轮或单击一侧: 旋转。单击中间或空格: 确定。</translation>
+        <translation>滚轮或单击一侧：旋转。单击中间或空格：确定。</translation>
     </message>
 </context>
 <context>
@@ -560,7 +560,7 @@
     <name>panelhost::Operator</name>
     <message>
         <source>There is no navigation key &quot;%1&quot;; available: %2.</source>
-        <translation>没有导航键 &quot;%1&quot;;可用: %2。</translation>
+        <translation>没有导航键 &quot;%1&quot;;可用：%2。</translation>
     </message>
     <message>
         <source>The panel has no key &quot;%1&quot;.</source>
@@ -616,14 +616,14 @@
     </message>
     <message>
         <source>There is no catalog for the language &quot;%1&quot;; available: %2.</source>
-        <translation>没有语言 &quot;%1&quot; 的目录;可用: %2。</translation>
+        <translation>没有语言 &quot;%1&quot; 的目录；可用：%2。</translation>
     </message>
 </context>
 <context>
     <name>panelhost::PanelWindow</name>
     <message>
         <source>The board has lost: %1</source>
-        <translation>主板丢失了: %1</translation>
+        <translation>主板丢失了：%1</translation>
     </message>
     <message>
         <source>A scenario is being played. Stop it first.</source>
@@ -635,7 +635,7 @@
     </message>
     <message>
         <source>%1 has already passed the complete machine test: %2 UTC</source>
-        <translation>%1 已通过整机测试: %2 UTC</translation>
+        <translation>%1 已通过整机测试：%2 UTC</translation>
     </message>
     <message>
         <source>&amp;Device</source>
@@ -679,11 +679,11 @@
     </message>
     <message>
         <source>Recording ended: %1</source>
-        <translation>录制已结束: %1</translation>
+        <translation>录制已结束：%1</translation>
     </message>
     <message>
         <source>Journal ended: %1</source>
-        <translation>日志已结束: %1</translation>
+        <translation>日志已结束：%1</translation>
     </message>
     <message>
         <source>The scenario can&apos;t be played.</source>
@@ -691,7 +691,7 @@
     </message>
     <message>
         <source>The timeline can&apos;t be opened: panelhost can&apos;t be started.</source>
-        <translation>无法打开时间线: 无法启动 panelhost。</translation>
+        <translation>无法打开时间线：无法启动 panelhost。</translation>
     </message>
     <message>
         <source>&amp;Theme</source>
@@ -710,7 +710,7 @@
     <name>panelhost::PlayBar</name>
     <message>
         <source>expected %1, found %2</source>
-        <translation>期望 %1,实际 %2</translation>
+        <translation>期望 %1，实际 %2</translation>
     </message>
     <message>
         <source>Stop</source>
@@ -718,7 +718,7 @@
     </message>
     <message>
         <source>Ends the scenario here; the session stays as it is</source>
-        <translation>在此结束场景;会话保持原样</translation>
+        <translation>在此结束场景；会话保持原样</translation>
     </message>
     <message>
         <source>Details…</source>
@@ -726,7 +726,7 @@
     </message>
     <message>
         <source>Shows what was expected and found, and the last lines of the journal</source>
-        <translation>显示期望值和实际值,以及日志的最后几行</translation>
+        <translation>显示期望值和实际值，以及日志的最后几行</translation>
     </message>
     <message>
         <source>Timeline…</source>
@@ -750,11 +750,11 @@
     </message>
     <message>
         <source>%1  –  step %2 of %3: %4</source>
-        <translation>%1  –  第 %2 / %3 步: %4</translation>
+        <translation>%1  –  第 %2 / %3 步：%4</translation>
     </message>
     <message>
         <source>%1  –  %2 of %3 steps, %4</source>
-        <translation>%1  –  第 %2 / %3 步,%4</translation>
+        <translation>%1  –  第 %2 / %3 步，%4</translation>
     </message>
     <message>
         <source>Stopped</source>
@@ -773,11 +773,11 @@
     <name>panelhost::PortWidget</name>
     <message>
         <source>Click or Space: plug or unplug. Click on the switch or Shift+Space: block or unblock.</source>
-        <translation>单击或空格: 插入或拔出。单击开关或 Shift+空格: 锁定或解锁。</translation>
+        <translation>单击或空格：插入或拔出。单击开关或 Shift+空格：锁定或解锁。</translation>
     </message>
     <message>
         <source>Click or Space: plug or unplug.</source>
-        <translation>单击或空格: 插入或拔出。</translation>
+        <translation>单击或空格：插入或拔出。</translation>
     </message>
     <message>
         <source>plugged</source>
@@ -847,7 +847,7 @@
     <name>panelhost::ScreenView</name>
     <message>
         <source>Screen %1, brightness %2 %</source>
-        <translation>屏幕 %1,亮度 %2 %</translation>
+        <translation>屏幕 %1，亮度 %2 %</translation>
     </message>
     <message>
         <source>SCREEN %1</source>
@@ -901,7 +901,7 @@
     </message>
     <message>
         <source>Drag, wheel or arrow keys: move. Home: bottom. End: top.</source>
-        <translation>拖动、滚轮或方向键: 移动。Home: 底部。End: 顶部。</translation>
+        <translation>拖动、滚轮或方向键：移动。Home: 底部。End: 顶部。</translation>
     </message>
     <message>
         <source>%1 %</source>
@@ -1046,7 +1046,7 @@
     </message>
     <message>
         <source>%1  (%2 passed, %3 failed, %4 aborted)</source>
-        <translation>%1  (通过 %2,失败 %3,中止 %4)</translation>
+        <translation>%1  (通过 %2，失败 %3，中止 %4)</translation>
     </message>
 </context>
 <context>
@@ -1065,7 +1065,7 @@
     </message>
     <message>
         <source>Repair page: %1</source>
-        <translation>维修页面: %1</translation>
+        <translation>维修页面：%1</translation>
     </message>
     <message>
         <source>No unit</source>
@@ -1104,7 +1104,7 @@
     <name>panelhost::UnitNumber</name>
     <message>
         <source>has %1 characters; at most %2 are allowed</source>
-        <translation>有 %1 个字符;最多允许 %2 个</translation>
+        <translation>有 %1 个字符；最多允许 %2 个</translation>
     </message>
     <message>
         <source>contains control characters</source>

@@ -1,5 +1,6 @@
 #include "view/historylinemodel.h"
 
+#include "journal/entrytext.h"
 #include "panel/windowtheme.h"
 
 namespace panelhost {
@@ -24,7 +25,9 @@ QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     const auto entry = m_history.entry(line);
-    return entry ? entry->toText() : QString();
+    if (!entry)
+        return {};
+    return role == Qt::DisplayRole ? lineText(*entry) : entry->toText();
 }
 
 void HistoryLineModel::setDifference(qint64 line)

@@ -88,7 +88,11 @@ void FileMenu::askForFile(const QString &title, const QString &fileName,
     dialog->open();
 }
 
-FileMenu::~FileMenu() = default;
+FileMenu::~FileMenu()
+{
+    if (m_recording)
+        WindowSettings().addRecentFile(m_recordingPath);
+}
 
 // A file that the session reads isn't overwritten.
 bool FileMenu::isFree(const QString &path, QString *error) const

@@ -1,7 +1,6 @@
 #include "window/journalmodel.h"
 
 #include "journal/entrytext.h"
-#include "time/timetext.h"
 
 #include <algorithm>
 
@@ -23,22 +22,13 @@ const JournalModel::Line &JournalModel::lineAt(qint64 sequence) const
     return m_lines[static_cast<size_t>(sequence - forgotten() - 1)];
 }
 
-// Without the thread, which the details show. Of a log line, the text is what matters.
-static QString shownText(const Journal::Entry &entry)
-{
-    const bool isLog = entry.kind == Journal::Kind::Log && entry.data.contains(QStringLiteral("text"));
-    const QString message = isLog ? entry.data.value(QStringLiteral("text")).toString()
-                                  : entry.name + QLatin1Char(' ') + dataText(entry.data);
-    return QStringLiteral("%1  %2  %3").arg(timeText(entry.at), 10).arg(Journal::kindName(entry.kind), -6).arg(message);
-}
-
 QVariant JournalModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const Line &line = lineAt(m_visible[static_cast<size_t>(index.row())]);
     if (role == Qt::DisplayRole)
-        return shownText(line.entry);
+        return lineText(line.entry);
     if (role == TextRole)
         return line.text;
     if (role == SequenceRole)

@@ -238,6 +238,11 @@ void PanelWindow::arrangeDocks()
         }
     }
     resizeDocks({docks.first()}, {place.extent}, isRight ? Qt::Horizontal : Qt::Vertical);
+    // They share their side in equal parts.
+    QList<int> shares;
+    for (int count = 0; count < docks.size(); ++count)
+        shares << (isRight ? height() : width()) / docks.size();
+    resizeDocks(docks, shares, isRight ? Qt::Vertical : Qt::Horizontal);
     m_isArranging = false;
 }
 

@@ -84,6 +84,7 @@ private Q_SLOTS:
     void helpIsShown_data();
     void helpIsShown();
     void severalKeysCanBeFaulty();
+    void docksShareTheirSide();
     void toolTipsAreShownWhilePaused();
     void ctrlFFindsInTheJournal();
     void oneTimeFormat();
@@ -744,6 +745,23 @@ void TestPanelWindow::severalKeysCanBeFaulty()
         QVERIFY2(!m_session->faults().isOn(fault.name), qPrintable(fault.name));
     QVERIFY(faultsOf("key-27").isEmpty() && faultsOf("net1").isEmpty() && faultsOf("tbar").isEmpty());
     QCOMPARE(itemOf(*tree, name)->checkState(0), Qt::Unchecked);
+}
+
+// Each has room for what it is for, such as a few faults.
+void TestPanelWindow::docksShareTheirSide()
+{
+    auto *journal = m_window->findChild<JournalView *>();
+    auto *faults = m_window->findChild<FaultView *>();
+    m_window->resize(1600, 800);
+    journal->show();
+    faults->show();
+    QCoreApplication::processEvents();
+    QVERIFY2(qAbs(journal->height() - faults->height()) < 40,
+             qPrintable(QStringLiteral("%1 %2").arg(journal->height()).arg(faults->height())));
+    m_window->resize(900, 1000);
+    QCoreApplication::processEvents();
+    QVERIFY2(qAbs(journal->width() - faults->width()) < 40,
+             qPrintable(QStringLiteral("%1 %2").arg(journal->width()).arg(faults->width())));
 }
 
 void TestPanelWindow::toolTipsAreShownWhilePaused()

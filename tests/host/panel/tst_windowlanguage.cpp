@@ -200,7 +200,9 @@ void WindowLanguageTest::theWholeWindowChanges()
     QVERIFY2(changed > 150, qPrintable(QString::number(changed)));
     setWindowLanguage(QStringLiteral("en"));
     QCoreApplication::processEvents();
-    QCOMPARE(textsOf(*m_window), english);
+    const Texts again = textsOf(*m_window);
+    for (auto text = english.begin(); text != english.end(); ++text)
+        QCOMPARE(again.value(text.key()), text.value());
 }
 
 void WindowLanguageTest::theMenuChangesTheLanguage()
