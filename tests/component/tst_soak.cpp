@@ -4,6 +4,7 @@
 #include "virtualtime.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 
 #include <malloc.h>
 #include <memory>
@@ -33,6 +34,16 @@ Usage usage()
             VirtualTime::timerCount()};
 }
 
+/// Returns the usage when there are at most @p threads threads: one that was joined is listed a moment longer.
+Usage usageAfterThreads(int threads)
+{
+    QElapsedTimer waited;
+    waited.start();
+    while (entriesOf("/proc/self/task") > threads && waited.elapsed() < 5000)
+        std::this_thread::yield();
+    return usage();
+}
+
 /// What the caches of malloc() may take in addition.
 constexpr qint64 CacheBytes = 65536;
 
@@ -44,7 +55,7 @@ QString growth(const Usage &before, const Usage &after, int rounds)
         return QStringLiteral("%1 bytes in %2 rounds").arg(bytes).arg(rounds);
     if (after.descriptors != before.descriptors)
         return QStringLiteral("file descriptors: %1, then %2").arg(before.descriptors).arg(after.descriptors);
-    if (after.threads > before.threads) // one that is ending may have been counted before
+    if (after.threads > before.threads)
         return QStringLiteral("threads: %1, then %2").arg(before.threads).arg(after.threads);
     if (after.timers != before.timers)
         return QStringLiteral("timers: %1, then %2").arg(before.timers).arg(after.timers);
@@ -58,7 +69,7 @@ QString soak(int rounds, const Round &round)
     repeat(rounds / 5, round);
     const Usage before = usage();
     repeat(rounds, round);
-    const Usage after = usage();
+    const Usage after = usageAfterThreads(before.threads);
     qInfo("%d rounds: %lld bytes more", rounds, static_cast<long long>(after.bytes - before.bytes));
     return growth(before, after, rounds);
 }
