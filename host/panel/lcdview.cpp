@@ -1,7 +1,5 @@
 #include "panel/lcdview.h"
 
-#include "panel/translated.h"
-
 #include <QtGui/QFocusEvent>
 #include <QtWidgets/QGraphicsProxyWidget>
 
@@ -11,8 +9,9 @@ LcdView::LcdView(QWidget *lcd, QWidget *parent) : QGraphicsView(parent), m_proxy
 {
     setObjectName(QStringLiteral("lcd-view"));
     setScene(&m_scene);
-    keepTranslated(this, [this] { setAccessibleName(tr("LCD")); });
+    setAccessibleName(tr("LCD"));
     setFocusPolicy(Qt::TabFocus);
+    m_proxy->setPos(0, 0); // the LCD may have been shown elsewhere before
     m_scene.setSceneRect(lcd->rect());
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,5 +1,6 @@
 #include "panel/keybutton.h"
 #include "panel/knob.h"
+#include "panel/lcdview.h"
 #include "panel/navigationbutton.h"
 #include "panel/navigationcontrols.h"
 #include "panel/portwidget.h"
@@ -24,6 +25,7 @@ class TestPanelControls : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void theLcdFillsItsView();
     void tbarFollowsADrag();
     void tbarStaysInItsTrack();
     void tbarTellsEachPositionOnce();
@@ -486,6 +488,20 @@ void TestPanelControls::screenShowsPattern()
     QVERIFY2(qAbs(qGray(image.pixel(1, 5)) - qGray(left.rgb())) <= 3, qPrintable(image.pixelColor(1, 5).name()));
     QVERIFY2(qAbs(qGray(image.pixel(198, 5)) - qGray(right.rgb())) <= 3, qPrintable(image.pixelColor(198, 5).name()));
     QCOMPARE(image.pixelColor(198, 5).hue(), right.hue());
+}
+
+// Also if it was shown at another place before, as after a session was replayed.
+void TestPanelControls::theLcdFillsItsView()
+{
+    QWidget lcd;
+    lcd.setFixedSize(200, 100);
+    lcd.setStyleSheet(QStringLiteral("background: #ff0000"));
+    lcd.move(7, 9);
+    LcdView view(&lcd, nullptr);
+    view.resize(400, 200);
+    const QImage image = view.grab().toImage();
+    for (const QPoint &inside : {QPoint(3, 3), QPoint(396, 3), QPoint(3, 196), QPoint(396, 196)})
+        QCOMPARE(image.pixelColor(inside * image.devicePixelRatio()).name(), QStringLiteral("#ff0000"));
 }
 
 QTEST_MAIN(TestPanelControls)
