@@ -49,6 +49,7 @@ const QList<Command> &commands()
          QStringLiteral("shows any moment of a scenario, or of two side by side"),
          {QCommandLineOption(QStringLiteral("at"), QStringLiteral("The time to show first, such as 65s or 71250ms."),
                              QStringLiteral("TIME"), QStringLiteral("0s")),
+          option("line", "The line of the journal to show first, instead of a time.", "NUMBER"),
           option("take-over", "Go on with the session from that time, without showing it first."),
           option("recording", "With --take-over: record the session as a scenario in FILE.", "FILE"),
           option("screenshot", "Write a picture of the window to FILE and exit.", "FILE")},

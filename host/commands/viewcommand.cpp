@@ -1,5 +1,4 @@
 #include "commands/loadscenarios.h"
-#include "commands/windowappearance.h"
 #include "diagnostics/reporterror.h"
 #include "history/historyrecorder.h"
 #include "history/sessionreplay.h"
@@ -16,6 +15,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 
+#include <algorithm>
+
 namespace panelhost {
 
 namespace {
@@ -30,6 +31,18 @@ struct TakeOver
     LineFile::IfExists ifExists = LineFile::IfExists::Refuse;
 };
 
+/// What is shown first: a line of the journal, or a time.
+struct FirstMoment
+{
+    qint64 line = 0; ///< 0: the time
+    Milliseconds at = 0;
+
+    qint64 lineIn(const SessionHistory &history) const
+    {
+        return line > 0 ? std::min(line, history.lineCount()) : history.lineAt(at);
+    }
+};
+
 std::optional<Milliseconds> readTime(const CommandLine &line, QString *error)
 {
     const QString text = line.parser.value(QStringLiteral("at"));
@@ -37,6 +50,23 @@ std::optional<Milliseconds> readTime(const CommandLine &line, QString *error)
     if (!at)
         *error = QStringLiteral("--at is \"%1\", expected a time such as 65s, 1.5min or 71250ms.").arg(text);
     return at;
+}
+
+std::optional<FirstMoment> readMoment(const CommandLine &line, QString *error)
+{
+    if (!line.parser.isSet(QStringLiteral("line"))) {
+        const auto at = readTime(line, error);
+        return at ? std::optional(FirstMoment{0, *at}) : std::nullopt;
+    }
+    const QString text = line.parser.value(QStringLiteral("line"));
+    bool isNumber = false;
+    const FirstMoment moment{text.toLongLong(&isNumber), 0};
+    if (isNumber && moment.line > 0 && !line.parser.isSet(QStringLiteral("at")))
+        return moment;
+    *error = isNumber && moment.line > 0
+        ? QStringLiteral("--at and --line can't be used together.")
+        : QStringLiteral("--line is \"%1\", expected the number of a line of the journal, such as 120.").arg(text);
+    return std::nullopt;
 }
 
 bool recordAll(const QVector<Scenario> &scenarios, HistoryWindow::Histories *histories, QString *error)
@@ -103,13 +133,16 @@ int saveScreenshot(HistoryWindow &window, const QString &path)
                                     : reportError(QStringLiteral("%1: the picture can't be written.").arg(path));
 }
 
-int showHistories(const CommandLine &line, const HistoryWindow::Histories &histories, Milliseconds at,
+int showHistories(const CommandLine &line, const HistoryWindow::Histories &histories, const FirstMoment &first,
                   std::optional<TakeOver> *takeOver)
 {
     QuitOnSignal quitOnSignal;
     VirtualClock::instance().run(1); // so that Qt's timers run
     HistoryWindow window(histories);
-    window.showTime(at);
+    if (first.line > 0)
+        window.showLine(0, first.lineIn(*histories.front()));
+    else
+        window.showTime(first.at);
     window.show();
     if (line.parser.isSet(QStringLiteral("screenshot")))
         return saveScreenshot(window, line.parser.value(QStringLiteral("screenshot")));
@@ -133,15 +166,14 @@ int runView(const CommandLine &line)
     QVector<Scenario> scenarios;
     HistoryWindow::Histories histories;
     QString error;
-    const auto at = readTime(line, &error);
-    if (!at || !loadScenarios(line, &scenarios) || !recordAll(scenarios, &histories, &error))
+    const auto first = readMoment(line, &error);
+    if (!first || !loadScenarios(line, &scenarios) || !recordAll(scenarios, &histories, &error))
         return error.isEmpty() ? reportError(QStringLiteral("Nothing was played.")) : reportError(error);
-    applyWindowAppearance(line);
     std::optional<TakeOver> takeOver;
     if (line.parser.isSet(QStringLiteral("take-over")))
-        takeOver = TakeOver{histories.front()->lineAt(*at), line.parser.value(QStringLiteral("recording")),
+        takeOver = TakeOver{first->lineIn(*histories.front()), line.parser.value(QStringLiteral("recording")),
                             LineFile::IfExists::Refuse};
-    const int status = takeOver ? Success : showHistories(line, histories, *at, &takeOver);
+    const int status = takeOver ? Success : showHistories(line, histories, *first, &takeOver);
     return takeOver ? goOn(scenarios.constFirst(), *histories.front(), *takeOver) : status;
 }
 

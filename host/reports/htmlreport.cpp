@@ -5,6 +5,7 @@
 #include "reports/htmlwriter.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 
 #include <algorithm>
@@ -47,6 +48,30 @@ QString stepAnchor(int scenario, int step)
 QString lineAnchor(int scenario, qint64 line)
 {
     return QStringLiteral("line-%1-%2").arg(scenario + 1).arg(line);
+}
+
+// As one word of a shell command.
+QString shellWord(const QString &text)
+{
+    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_./+:,@-]+$"));
+    if (plain.match(text).hasMatch())
+        return text;
+    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QLatin1String("'\\''")) + QLatin1Char('\'');
+}
+
+// The command that shows the scenario with a timeline; empty if there is no file to play again.
+QString viewCommand(const ScenarioResult &result)
+{
+    if (result.file.isEmpty() || result.file == QLatin1String("-"))
+        return {};
+    return QStringLiteral("panelhost view ") + shellWord(QFileInfo(result.file).absoluteFilePath());
+}
+
+// The option of the command that shows the moment of a step.
+QString momentOption(const StepResult &step)
+{
+    return step.journalLine > 0 ? QStringLiteral("--line %1").arg(step.journalLine)
+                                : QStringLiteral("--at %1ms").arg(step.at);
 }
 
 bool hasPassed(const ScenarioResult &result)
@@ -100,6 +125,16 @@ void writeSearch(HtmlWriter &html)
     html.end();
 }
 
+// Shows the command for the moment that was chosen last.
+void writeMomentBar(HtmlWriter &html)
+{
+    html.begin("div", "moment").attribute("id", QStringLiteral("moment")).attribute("hidden", QStringLiteral("hidden"));
+    html.begin("input").attribute("id", QStringLiteral("command")).attribute("readonly", QStringLiteral("readonly"));
+    html.attribute("aria-label", QStringLiteral("Command that shows this moment")).end();
+    html.begin("span").attribute("id", QStringLiteral("copied")).text(QString()).end();
+    html.end();
+}
+
 void writeScreenshot(HtmlWriter &html, const StepResult &step, int scenario, int index)
 {
     html.begin("figure").attribute("id", screenshotAnchor(scenario, index)).image(step.png, step.screenshot);
@@ -108,11 +143,23 @@ void writeScreenshot(HtmlWriter &html, const StepResult &step, int scenario, int
     html.end();
 }
 
+// How to look at the scenario, at the failed step if there is one.
+void writeViewCommand(HtmlWriter &html, const ScenarioResult &result)
+{
+    const QString command = viewCommand(result);
+    if (command.isEmpty())
+        return;
+    const StepResult *failed = result.failedStep();
+    html.begin("p", "view").text(QStringLiteral("To look at it: "));
+    html.element("code", nullptr, failed ? command + QLatin1Char(' ') + momentOption(*failed) : command).end();
+}
+
 // The picture at the failure is shown here, and not again with the other pictures.
 void writeFailure(HtmlWriter &html, const ScenarioResult &result, int index)
 {
     html.begin("h3").link(QLatin1Char('#') + anchorOf(index), nameOf(result)).badge(result.verdict()).end();
     html.element("pre", "failure", result.failureText());
+    writeViewCommand(html, result);
     const auto &steps = result.steps;
     html.begin("div", "screens").text(QString());
     for (int step = 0; step < steps.size(); ++step) {
@@ -208,11 +255,23 @@ void writeStepLinks(HtmlWriter &html, const ScenarioResult &result, int scenario
     html.end();
 }
 
+// The time of a step. The script of the page shows the command that leads to its moment.
+void writeTime(HtmlWriter &html, const ScenarioResult &result, const StepResult &step)
+{
+    if (viewCommand(result).isEmpty()) {
+        html.element("td", "number", timeText(step.at));
+        return;
+    }
+    html.begin("td", "number").begin("button").attribute("data-moment", momentOption(step));
+    html.text(timeText(step.at)).end();
+    html.end();
+}
+
 void writeStep(HtmlWriter &html, const ScenarioResult &result, int scenario, int index)
 {
     const StepResult &step = result.steps.at(index);
     html.begin("tr", step.passed ? nullptr : "failed").attribute("id", stepAnchor(scenario, index));
-    html.element("td", "number", timeText(step.at));
+    writeTime(html, result, step);
     html.element("td", "number", QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
     html.begin("td");
     if (step.expectationResults.isEmpty())
@@ -321,9 +380,11 @@ void writeJournal(HtmlWriter &html, const ScenarioResult &result, int scenario)
 
 void writeScenario(HtmlWriter &html, const ScenarioResult &result, int index)
 {
-    html.begin("section").attribute("id", anchorOf(index));
+    html.begin("section").attribute("id", anchorOf(index)).attribute("data-view", viewCommand(result));
     html.begin("h2").text(nameOf(result)).badge(result.verdict()).end();
     writeFacts(html, result);
+    if (hasPassed(result))
+        writeViewCommand(html, result);
     writePages(html, result);
     writeScreenshots(html, result, index);
     writeSteps(html, result, index);
@@ -340,6 +401,7 @@ QByteArray htmlReport(const ScenarioResults &results)
     html.begin("main");
     writeSummary(html, results);
     writeSearch(html);
+    writeMomentBar(html);
     writeFailures(html, results);
     for (const int index : failuresFirst(results))
         writeScenario(html, results.at(index), index);

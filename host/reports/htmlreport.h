@@ -4,7 +4,8 @@
 
 namespace panelhost {
 
-/// Returns a report on @p results as one HTML page that needs no other file and has no script.
+/// Returns a report on @p results as one HTML page that needs no other file. Without its script the page can be read,
+/// but not searched.
 QByteArray htmlReport(const ScenarioResults &results);
 
 }

@@ -26,6 +26,16 @@ function reveal() {
     target.scrollIntoView({block: "center"});
 }
 addEventListener("hashchange", reveal);
+document.addEventListener("click", (event) => {
+  const moment = event.target.closest("button[data-moment]");
+  if (!moment)
+    return;
+  const command = document.getElementById("command");
+  document.getElementById("moment").hidden = false;
+  command.value = moment.closest("[data-view]").dataset.view + " " + moment.dataset.moment;
+  command.select();
+  document.getElementById("copied").textContent = document.execCommand("copy") ? "copied" : "";
+});
 reveal();
 )js");
 }

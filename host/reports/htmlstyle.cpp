@@ -40,6 +40,11 @@ figcaption { color: #5a6577; font-size: 13px; }
 summary { margin-top: 24px; cursor: pointer; color: #1f5fbf; }
 .search { position: sticky; top: 0; z-index: 1; padding: 12px 0; background: #f3f4f6; }
 .search input { box-sizing: border-box; width: 100%; padding: 8px 12px; font: inherit; border: 1px solid #c4cbd6; border-radius: 6px; }
+.steps button { padding: 0; border: 0; background: none; color: #1f5fbf; font: inherit; cursor: pointer; }
+.steps button:hover, .steps button:focus-visible { text-decoration: underline; }
+.moment { position: fixed; bottom: 0; left: 0; right: 0; z-index: 2; display: flex; gap: 12px; align-items: center; padding: 12px 24px; background: #1d2733; color: #ffffff; }
+.moment input { flex: 1; padding: 8px 12px; font: 14px ui-monospace, DejaVu Sans Mono, monospace; border: 0; border-radius: 6px; }
+.view code { user-select: all; overflow-wrap: anywhere; }
 .failures { border-color: #e9a49e; }
 .failures .screens { grid-template-columns: repeat(auto-fill, minmax(480px, 1fr)); }
 .facts th { width: 1%; white-space: nowrap; }

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void reportFoldsRepeatedRounds();
     void reportBeginsWithFailures();
     void reportLinksStepsScreensAndJournal();
+    void reportLeadsToTheMomentsOfSteps();
     void reportOfAThousandAgingRoundsIsSmall();
     void playThatCanNotBeginIsNoFailedExpectation_data();
     void playThatCanNotBeginIsNoFailedExpectation();
@@ -164,6 +165,13 @@ void CommandsTest::viewShowsAMoment()
     };
     QCOMPARE(view("1s", "a.png").status, 0);
     QCOMPARE(QImage::fromData(read(QStringLiteral("a.png"))).size(), QSize(1280, 800));
+    const auto viewLine = [&](const char *line, const char *picture) {
+        return run({QStringLiteral("view"), file, QStringLiteral("--line"), QString::fromLatin1(line),
+                    QStringLiteral("--screenshot"), QString::fromLatin1(picture)});
+    };
+    QCOMPARE(viewLine("1", "first.png").status, 0);
+    QCOMPARE(viewLine("999999", "last.png").status, 0);
+    QVERIFY(QImage::fromData(read(QStringLiteral("first.png"))) != QImage::fromData(read(QStringLiteral("last.png"))));
     const auto refused = view("1s", "none/a.png");
     QCOMPARE(refused.status, 2);
     QVERIFY2(refused.err.contains(QStringLiteral("none/a.png: the picture can't be written.")),
@@ -177,6 +185,11 @@ void CommandsTest::viewRefusesBadInput_data()
     const QString a = QStringLiteral("a.yaml");
     QTest::newRow("time") << QStringList{a, QStringLiteral("--at"), QStringLiteral("soon")}
                           << QStringLiteral("--at is \"soon\", expected a time such as 65s");
+    QTest::newRow("line") << QStringList{a, QStringLiteral("--line"), QStringLiteral("0")}
+                          << QStringLiteral("--line is \"0\", expected the number of a line of the journal");
+    QTest::newRow("time and line") << QStringList{a, QStringLiteral("--line"), QStringLiteral("1"),
+                                                  QStringLiteral("--at"), QStringLiteral("1s")}
+                                   << QStringLiteral("--at and --line can't be used together.");
     QTest::newRow("no file") << QStringList{QStringLiteral("none.yaml")}
                              << QStringLiteral("none.yaml:1:1: error: No such file or directory");
     QTest::newRow("standard input twice") << QStringList{QStringLiteral("-"), QStringLiteral("-")}
@@ -722,6 +735,35 @@ void CommandsTest::reportLinksStepsScreensAndJournal()
     QVERIFY2(targets.contains(anchor), qPrintable(targets.join(QLatin1Char(' '))));
     QVERIFY(html.contains(QStringLiteral("<div id=\"%1\">").arg(anchor) + QString::fromUtf8(*action).toHtmlEscaped()));
     QVERIFY(html.contains(QStringLiteral("<input id=\"search\" type=\"search\"")));
+}
+
+// The command is one that can be used: it shows the moment of the step.
+void CommandsTest::reportLeadsToTheMomentsOfSteps()
+{
+    const QString file = write(QStringLiteral("it's a.yaml"),
+                               "steps:\n  - navigate: down\n  - wait: 65s\n"
+                               "  - expect: {menu.row: 5}\n");
+    QCOMPARE(run({QStringLiteral("play"), file, QStringLiteral("--report"), QStringLiteral("out"),
+                  QStringLiteral("--journal"), QStringLiteral("j")})
+                 .status,
+             1);
+    const auto html = QString::fromUtf8(read(QStringLiteral("out/report.html")));
+    const auto lines = read(QStringLiteral("j")).split('\n');
+    const auto action = std::find_if(lines.begin(), lines.end(),
+                                     [](const QByteArray &line) { return line.contains("\"kind\":\"action\""); });
+    const auto number = action - lines.begin() + 1;
+    QVERIFY(html.contains(QStringLiteral("<button data-moment=\"--line %1\">0:00.000</button>").arg(number)));
+    QVERIFY(html.contains(QStringLiteral("<button data-moment=\"--at 65000ms\">1:05.000</button>")));
+    static const QRegularExpression shown(QStringLiteral("<p class=\"view\">To look at it: <code>([^<]+)</code>"));
+    QString command = shown.match(html).captured(1).replace(QStringLiteral("&#39;"), QStringLiteral("'"));
+    QVERIFY2(command.startsWith(QStringLiteral("panelhost view '/"))
+                 && command.endsWith(QStringLiteral(" --at 65000ms")),
+             qPrintable(command));
+    QVERIFY2(html.contains(QStringLiteral("data-view=\"panelhost view '")), "each section has the command");
+    command.replace(QRegularExpression(QStringLiteral("^panelhost")), QStringLiteral("\"$0\""));
+    const auto viewed = runInShell(command + QStringLiteral(" --screenshot a.png"));
+    QVERIFY2(viewed.status == 0, qPrintable(viewed.err));
+    QCOMPARE(QImage::fromData(read(QStringLiteral("a.png"))).size(), QSize(1280, 800));
 }
 
 void CommandsTest::reportOfAThousandAgingRoundsIsSmall()
