@@ -1,8 +1,5 @@
 #include "journal/journal.h"
 
-#include "journal/entrytext.h"
-#include "time/timetext.h"
-
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -68,30 +65,16 @@ QByteArray Journal::Entry::toJsonLine() const
     return line + '}';
 }
 
-QString dataText(const QJsonObject &data)
+QString Journal::Entry::toText() const
 {
     QStringList values;
     for (auto value = data.begin(); value != data.end(); ++value)
         values << value.key() + QLatin1Char('=') + valueText(value.value());
-    return values.join(QStringLiteral(", "));
-}
-
-QString lineText(const Journal::Entry &entry)
-{
-    const QString key = QStringLiteral("text");
-    const bool isLog = entry.kind == Journal::Kind::Log && entry.data.contains(key);
-    const QString message =
-        isLog ? entry.data.value(key).toString() : entry.name + QLatin1Char(' ') + dataText(entry.data);
-    return QStringLiteral("%1  %2  %3").arg(timeText(entry.at), 10).arg(Journal::kindName(entry.kind), -6).arg(message);
-}
-
-QString Journal::Entry::toText() const
-{
-    return QStringLiteral("%1  %2  %3  %4 %5")
-        .arg(timeText(at), 12)
+    return QStringLiteral("%1 s  %2  %3  %4 %5")
+        .arg(static_cast<double>(at) / 1000, 10, 'f', 3)
         .arg(thread, -6)
         .arg(kindName(kind), -6)
-        .arg(name, dataText(data));
+        .arg(name, values.join(QStringLiteral(", ")));
 }
 
 void Journal::add(Kind kind, const QString &name, const QJsonObject &data)

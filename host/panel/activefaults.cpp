@@ -1,7 +1,6 @@
 #include "panel/activefaults.h"
 
 #include "device/faults.h"
-#include "panel/translated.h"
 
 #include <QtCore/QStringList>
 
@@ -39,7 +38,7 @@ QString activeFaults(const Faults &faults, FaultTarget target, int halKey)
     for (const Entry &entry : Entries) {
         const FaultInfo *info = Faults::find(QString::fromLatin1(entry.name));
         if (entry.target == target && info && isOnFor(faults, *info, halKey))
-            lines << translatedFault(info->description);
+            lines << info->description;
     }
     return lines.join(QLatin1Char('\n'));
 }

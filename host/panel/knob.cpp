@@ -1,7 +1,6 @@
 #include "panel/knob.h"
 
 #include "panel/theme.h"
-#include "panel/translated.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -10,13 +9,10 @@ namespace panelhost {
 
 using theme::Grid;
 
-Knob::Knob(QWidget *parent) : Control(QStringLiteral("knob"), parent)
+Knob::Knob(QWidget *parent) : Control(QStringLiteral("knob"), tr("Knob"), parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    keepTranslated(this, [this] {
-        setDescription(tr("Knob"));
-        setHelp(tr("Wheel or click on a side: turn. Click in the middle or Space: Enter."));
-    });
+    setHelp(tr("Wheel or click on a side: turn. Click in the middle or Space: Enter."));
 }
 
 QSize Knob::naturalSize() const

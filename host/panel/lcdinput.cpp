@@ -1,7 +1,6 @@
 #include "panel/lcdinput.h"
 
 #include "panel/lcdview.h"
-#include "panel/translated.h"
 
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
@@ -16,9 +15,10 @@
 
 namespace panelhost {
 
-LcdInput::LcdInput(QWidget *lcd, QWidget *parent) : Control(QStringLiteral("lcd-overlay"), parent), m_lcd(lcd)
+LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
+    : Control(QStringLiteral("lcd-overlay"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
 {
-    keepTranslated(this, [this] { setAccessibleName(tr("LCD touch screen")); });
+    setToolTip({});
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::ArrowCursor);
     QCoreApplication::instance()->installEventFilter(this);

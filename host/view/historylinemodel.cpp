@@ -1,7 +1,6 @@
 #include "view/historylinemodel.h"
 
-#include "journal/entrytext.h"
-#include "panel/windowtheme.h"
+#include "panel/theme.h"
 
 namespace panelhost {
 
@@ -21,13 +20,11 @@ QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || line > m_history.lineCount())
         return {};
     if (role == Qt::ForegroundRole && line == m_difference)
-        return QColor(theme::colors().red);
+        return QColor(theme::Red);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     const auto entry = m_history.entry(line);
-    if (!entry)
-        return {};
-    return role == Qt::DisplayRole ? lineText(*entry) : entry->toText();
+    return entry ? entry->toText() : QString();
 }
 
 void HistoryLineModel::setDifference(qint64 line)

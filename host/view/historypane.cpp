@@ -2,7 +2,6 @@
 
 #include "panel/frontpanel.h"
 #include "panel/theme.h"
-#include "panel/windowtheme.h"
 
 #include <QtGui/QPainter>
 
@@ -61,7 +60,7 @@ void HistoryPane::paintEvent(QPaintEvent *)
     QRect place(QPoint(), m_panel->size().scaled(size(), Qt::KeepAspectRatio));
     place.moveCenter(rect().center());
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(theme::colors().window));
+    painter.fillRect(rect(), QColor(theme::WindowBackground));
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(place, m_picture);
 }

@@ -7,7 +7,6 @@
 #include "view/timelinebar.h"
 
 #include <QtGui/QKeySequence>
-#include <QtGui/QScreen>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -71,8 +70,7 @@ HistoryWindow::HistoryWindow(const Histories &histories)
     compare();
     addTakeOver();
     showTime(0);
-    constexpr int Frame = 4 * Grid; // of the window manager
-    resize(QSize(1280, 800).boundedTo(screen()->availableSize() - QSize(0, Frame)));
+    resize(1280, 800);
 }
 
 HistoryWindow::~HistoryWindow() = default;

@@ -38,16 +38,15 @@ Q_SIGNALS:
 private:
     using Content = std::function<QByteArray()>;
 
-    QAction *addSave(const QString &name, const QString &fileName, const Content &content,
-                     const QKeySequence &shortcut = {});
-    void updateRecordText();
+    void addSave(const QString &name, const QString &text, const QString &fileName, const Content &content,
+                 const QKeySequence &shortcut = {});
     void save(const QString &path, const Content &content);
     bool isFree(const QString &path, QString *error) const;
     void askForFile(const QString &title, const QString &fileName, const std::function<void(const QString &)> &use);
     void toggleRecording();
     void startRecording(const QString &path);
     void stopRecording();
-    QAction *addFirst(const char *name, const QKeySequence &shortcut);
+    QAction *addFirst(const char *name, const QString &text, const QKeySequence &shortcut);
     void listRecentFiles();
 
     Session &m_session;

@@ -1,7 +1,6 @@
 #include "window/helpmenu.h"
 
 #include "panel/theme.h"
-#include "panel/translated.h"
 #include "session/session.h"
 
 #include <QtCore/QCoreApplication>
@@ -41,22 +40,16 @@ QString row(const QString &keys, const QString &meaning)
 }
 
 HelpMenu::HelpMenu(const Session &session, const QMenuBar *menus, QWidget *parent)
-    : QMenu(parent), m_session(session), m_menus(menus)
+    : QMenu(tr("&Help"), parent), m_session(session), m_menus(menus)
 {
     theme::applyTo(this);
-    QAction *manualAction = addAction(
-        QString(), this, [this] { showPage(QStringLiteral("manual"), tr("Manual"), manual()); },
+    addAction(
+        tr("&Manual"), this, [this] { showPage(QStringLiteral("manual"), tr("Manual"), manual()); },
         QKeySequence(Qt::Key_F1));
-    QAction *shortcutsAction = addAction(
-        QString(), this, [this] { showPage(QStringLiteral("shortcuts"), tr("Keyboard shortcuts"), shortcuts()); });
-    QAction *aboutAction =
-        addAction(QString(), this, [this] { showPage(QStringLiteral("about"), tr("About panelhost"), versions()); });
-    keepTranslated(this, [=] {
-        setTitle(tr("&Help"));
-        manualAction->setText(tr("&Manual"));
-        shortcutsAction->setText(tr("&Keyboard shortcuts"));
-        aboutAction->setText(tr("&About panelhost"));
-    });
+    addAction(tr("&Keyboard shortcuts"), this,
+              [this] { showPage(QStringLiteral("shortcuts"), tr("Keyboard shortcuts"), shortcuts()); });
+    addAction(tr("&About panelhost"), this,
+              [this] { showPage(QStringLiteral("about"), tr("About panelhost"), versions()); });
 }
 
 void HelpMenu::showPage(const QString &name, const QString &title, const QString &markdown)
@@ -89,7 +82,7 @@ QString HelpMenu::shortcuts() const
             if (keys.isEmpty() || known.contains(keys))
                 continue;
             known << keys;
-            text += row(keys, plainActionText(action->text()));
+            text += row(keys, action->text().remove(QLatin1Char('&')));
         }
     }
     return text + row(tr("Arrow keys, Return, Escape"), tr("Move in the page that the LCD shows"))

@@ -21,7 +21,6 @@ public:
 
     enum Role {
         KindRole = Qt::UserRole,
-        TextRole,    ///< the whole line as text, with the thread
         SequenceRole ///< the number of the line in the journal
     };
 
@@ -47,8 +46,8 @@ public:
 private:
     struct Line
     {
-        QString text; ///< for the filter
-        Journal::Entry entry;
+        QString text;
+        int kind;
     };
 
     bool matches(const Line &line) const;

@@ -31,8 +31,7 @@ Q_SIGNALS:
     void speedSelected(double factor);
 
 private:
-    void addSpeed(QHBoxLayout *row, const QString &name, double factor);
-    void setTexts();
+    void addSpeed(QHBoxLayout *row, const QString &name, const QString &text, double factor);
 
     QLabel *m_clock;
     QList<QToolButton *> m_speeds;

@@ -29,8 +29,7 @@ public:
     void showFigures(const TodayFigures &figures);
 
 private:
-    void setTexts();
-    QLabel *addLine(QGridLayout *grid, const QString &name);
+    QLabel *addLine(QGridLayout *grid, const QString &name, const QString &caption);
 
     StoreReader &m_reader;
     std::function<int()> m_savedCount;
@@ -40,7 +39,6 @@ private:
     QLabel *m_final;
     QLabel *m_runs;
     QLabel *m_failing;
-    QVector<QLabel *> m_captions;
     QVector<QLabel *> m_lastRuns;
 };
 

@@ -2,8 +2,6 @@
 
 #include "operator/unitnumber.h"
 
-#include <QtCore/QCoreApplication>
-
 namespace panelhost {
 
 std::optional<UnitPattern> UnitPattern::fromText(const QString &text, QString *error)
@@ -27,8 +25,7 @@ QString UnitPattern::problem(const QString &unit) const
     const QString problem = unitNumberProblem(unit);
     if (!problem.isEmpty() || m_text.isEmpty() || m_expression.match(unit).hasMatch())
         return problem;
-    return QCoreApplication::translate("panelhost::UnitBar", "\"%1\" isn't a serial number that matches %2.")
-        .arg(unit, m_text);
+    return QStringLiteral("\"%1\" isn't a serial number that matches %2.").arg(unit, m_text);
 }
 
 }
