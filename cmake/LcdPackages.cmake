@@ -64,7 +64,7 @@ device, on a real Linux board, or without a display from scenarios. It
 records sessions, saves what was tested with which result, and writes
 reports."
         DEPENDS "liblcdfactorymode1 ${same_version}, liblcdsdk1 ${same_version}, adduser, fonts-dejavu-core, libqt5sql5-sqlite"
-        RECOMMENDS "fonts-noto-cjk, libqt5sql5-psql"
+        RECOMMENDS "fonts-noto-cjk, libqt5sql5-psql, qttranslations5-l10n"
         SCRIPTS "${CMAKE_SOURCE_DIR}/packaging/postinst;${CMAKE_SOURCE_DIR}/packaging/postrm")
 endif()
 

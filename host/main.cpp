@@ -5,6 +5,7 @@
 #include "commands/commandline.h"
 #include "diagnostics/reporterror.h"
 #include "output/standardoutput.h"
+#include "window/themechoice.h"
 
 #include <QtWidgets/QApplication>
 
@@ -26,6 +27,7 @@ int runWithWidgets(bool needsDisplay, int argc, char **argv)
     panelhost::prepareProcess(needsDisplay);
     const QApplication application(argc, argv);
     panelhost::prepareApplication();
+    panelhost::setSystemDark(panelhost::isSystemDark());
     return panelhost::runCommandLine(QApplication::arguments());
 }
 

@@ -15,6 +15,7 @@ namespace panelhost {
 namespace {
 
 QtMessageHandler defaultHandler = nullptr;
+bool hasDarkSystem = false;
 
 // Processes outside of a login session have no such directory, and panelhost doesn't use it.
 void dropRuntimeDirectoryRemark(QtMsgType type, const QMessageLogContext &context, const QString &text)
@@ -47,9 +48,15 @@ void prepareProcess(bool needsDisplay)
     runAsProbe();
 }
 
+bool isSystemDark()
+{
+    return hasDarkSystem;
+}
+
 // The same style on every desktop.
 void prepareApplication()
 {
+    hasDarkSystem = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
     nameApplication();

@@ -12,6 +12,9 @@ void prepareConsoleProcess();
 /// Sets the name and the version of the application. Call it after the application object is made.
 void nameApplication();
 
+/// Returns whether the desktop prefers dark colors. Call it after prepareApplication().
+bool isSystemDark();
+
 /// Sets the style, the palette and the name of the application. Call it after the application object is made.
 void prepareApplication();
 

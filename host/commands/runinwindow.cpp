@@ -1,6 +1,7 @@
 #include "commands/runinwindow.h"
 
 #include "commands/playinwindow.h"
+#include "commands/windowappearance.h"
 
 #include "device/board/savedoutputs.h"
 #include "diagnostics/reporterror.h"
@@ -221,6 +222,7 @@ int runInWindow(const CommandLine &line, const QString &recording)
     device.sessionLine = records.beginSession(device);
     files.addSessionLine(device.sessionLine);
     device.journalSink = both(files.journalSink(), records);
+    applyWindowAppearance(line);
     // Before a signal ends the process, runs are saved, files are completed, and a board is restored.
     QuitOnSignal quitOnSignal;
     WindowRequest request;

@@ -1,4 +1,5 @@
 #include "commands/loadscenarios.h"
+#include "commands/windowappearance.h"
 #include "diagnostics/reporterror.h"
 #include "history/historyrecorder.h"
 #include "history/sessionreplay.h"
@@ -169,6 +170,7 @@ int runView(const CommandLine &line)
     const auto first = readMoment(line, &error);
     if (!first || !loadScenarios(line, &scenarios) || !recordAll(scenarios, &histories, &error))
         return error.isEmpty() ? reportError(QStringLiteral("Nothing was played.")) : reportError(error);
+    applyWindowAppearance(line);
     std::optional<TakeOver> takeOver;
     if (line.parser.isSet(QStringLiteral("take-over")))
         takeOver = TakeOver{first->lineIn(*histories.front()), line.parser.value(QStringLiteral("recording")),

@@ -39,31 +39,45 @@ const QList<FaultInfo> &Faults::all()
     static const QStringList key = {QStringLiteral("key")};
     static const QStringList step = {QStringLiteral("step")};
     static const QStringList service = {QStringLiteral("service")};
-    constexpr const char *keys = "keys of the panel";
-    constexpr const char *calibration = "T-Bar calibration";
-    constexpr const char *links = "reports and changes of the net and USB ports";
-    constexpr const char *stick = "log export";
+    constexpr const char *keys = QT_TRANSLATE_NOOP("panelhost::Faults", "keys of the panel");
+    constexpr const char *calibration = QT_TRANSLATE_NOOP("panelhost::Faults", "T-Bar calibration");
+    constexpr const char *links =
+        QT_TRANSLATE_NOOP("panelhost::Faults", "reports and changes of the net and USB ports");
+    constexpr const char *stick = QT_TRANSLATE_NOOP("panelhost::Faults", "log export");
     static const QList<FaultInfo> faults = {
-        fault("key-dead", "A key gives no event", keys, key),
-        fault("key-repeats", "A key gives three events for each press", keys, key),
-        fault("key-releases", "Keys also give an event when they are released", keys),
-        fault("led-stuck", "The LED of a key keeps what it shows", "LEDs of the keys", key),
-        fault("calibration-fails", "The T-Bar calibration fails at a step, 1 to 7", calibration, step),
-        fault("calibration-hangs", "The T-Bar calibration never answers", calibration),
-        fault("service-absent", "A service can't be found", "services that the component asks for from then on",
-              service),
-        fault("wrong-payload", "Link reports hold a value of another type", links),
-        fault("null-payload", "Link reports hold a null pointer", links),
-        fault("empty-payload", "Link reports hold no value at all", links),
-        fault("empty-report", "Link reports hold no record", links),
-        fault("garbage-ports", "Link reports hold ports with negative and huge numbers as well", links),
-        fault("duplicate-reports", "Each link report comes twice", links),
-        fault("usb-stick-missing", "There is no USB stick, or it was unplugged", stick),
-        fault("usb-stick-full", "Half of the data fit onto the USB stick", stick),
-        fault("usb-stick-read-only", "The USB stick is write-protected", stick),
-        fault("factory-reset-fails", "A factory reset fails", "factory reset"),
-        fault("event-while-replacing", "A key event arrives while the key listener is being replaced",
-              "registration of a key listener"),
+        fault("key-dead", QT_TRANSLATE_NOOP("panelhost::Faults", "A key gives no event"), keys, key),
+        fault("key-repeats", QT_TRANSLATE_NOOP("panelhost::Faults", "A key gives three events for each press"), keys,
+              key),
+        fault("key-releases", QT_TRANSLATE_NOOP("panelhost::Faults", "Keys also give an event when they are released"),
+              keys),
+        fault("led-stuck", QT_TRANSLATE_NOOP("panelhost::Faults", "The LED of a key keeps what it shows"),
+              QT_TRANSLATE_NOOP("panelhost::Faults", "LEDs of the keys"), key),
+        fault("calibration-fails",
+              QT_TRANSLATE_NOOP("panelhost::Faults", "The T-Bar calibration fails at a step, 1 to 7"), calibration,
+              step),
+        fault("calibration-hangs", QT_TRANSLATE_NOOP("panelhost::Faults", "The T-Bar calibration never answers"),
+              calibration),
+        fault("service-absent", QT_TRANSLATE_NOOP("panelhost::Faults", "A service can't be found"),
+              QT_TRANSLATE_NOOP("panelhost::Faults", "services that the component asks for from then on"), service),
+        fault("wrong-payload", QT_TRANSLATE_NOOP("panelhost::Faults", "Link reports hold a value of another type"),
+              links),
+        fault("null-payload", QT_TRANSLATE_NOOP("panelhost::Faults", "Link reports hold a null pointer"), links),
+        fault("empty-payload", QT_TRANSLATE_NOOP("panelhost::Faults", "Link reports hold no value at all"), links),
+        fault("empty-report", QT_TRANSLATE_NOOP("panelhost::Faults", "Link reports hold no record"), links),
+        fault("garbage-ports",
+              QT_TRANSLATE_NOOP("panelhost::Faults", "Link reports hold ports with negative and huge numbers as well"),
+              links),
+        fault("duplicate-reports", QT_TRANSLATE_NOOP("panelhost::Faults", "Each link report comes twice"), links),
+        fault("usb-stick-missing", QT_TRANSLATE_NOOP("panelhost::Faults", "There is no USB stick, or it was unplugged"),
+              stick),
+        fault("usb-stick-full", QT_TRANSLATE_NOOP("panelhost::Faults", "Half of the data fit onto the USB stick"),
+              stick),
+        fault("usb-stick-read-only", QT_TRANSLATE_NOOP("panelhost::Faults", "The USB stick is write-protected"), stick),
+        fault("factory-reset-fails", QT_TRANSLATE_NOOP("panelhost::Faults", "A factory reset fails"),
+              QT_TRANSLATE_NOOP("panelhost::Faults", "factory reset")),
+        fault("event-while-replacing",
+              QT_TRANSLATE_NOOP("panelhost::Faults", "A key event arrives while the key listener is being replaced"),
+              QT_TRANSLATE_NOOP("panelhost::Faults", "registration of a key listener")),
     };
     return faults;
 }

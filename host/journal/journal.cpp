@@ -1,5 +1,8 @@
 #include "journal/journal.h"
 
+#include "journal/entrytext.h"
+#include "time/timetext.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -65,16 +68,30 @@ QByteArray Journal::Entry::toJsonLine() const
     return line + '}';
 }
 
-QString Journal::Entry::toText() const
+QString dataText(const QJsonObject &data)
 {
     QStringList values;
     for (auto value = data.begin(); value != data.end(); ++value)
         values << value.key() + QLatin1Char('=') + valueText(value.value());
-    return QStringLiteral("%1 s  %2  %3  %4 %5")
-        .arg(static_cast<double>(at) / 1000, 10, 'f', 3)
+    return values.join(QStringLiteral(", "));
+}
+
+QString lineText(const Journal::Entry &entry)
+{
+    const QString key = QStringLiteral("text");
+    const bool isLog = entry.kind == Journal::Kind::Log && entry.data.contains(key);
+    const QString message =
+        isLog ? entry.data.value(key).toString() : entry.name + QLatin1Char(' ') + dataText(entry.data);
+    return QStringLiteral("%1  %2  %3").arg(timeText(entry.at), 10).arg(Journal::kindName(entry.kind), -6).arg(message);
+}
+
+QString Journal::Entry::toText() const
+{
+    return QStringLiteral("%1  %2  %3  %4 %5")
+        .arg(timeText(at), 12)
         .arg(thread, -6)
         .arg(kindName(kind), -6)
-        .arg(name, values.join(QStringLiteral(", ")));
+        .arg(name, dataText(data));
 }
 
 void Journal::add(Kind kind, const QString &name, const QJsonObject &data)

@@ -1,6 +1,7 @@
 #include "operator/preparedaction.h"
 
 #include "device/faults.h"
+#include "operator/operator.h"
 #include "operator/operatortarget.h"
 #include "operator/sendinput.h"
 #include "operator/unitnumber.h"
@@ -33,7 +34,7 @@ PreparedAction navigate(OperatorTarget &target, const OperatorAction &action)
     const QString name = action.arguments.value(key()).toString();
     const std::optional<Qt::Key> code = navigationKey(name);
     if (!code)
-        return rejected(QStringLiteral("There is no navigation key \"%1\"; available: %2.")
+        return rejected(Operator::tr("There is no navigation key \"%1\"; available: %2.")
                             .arg(name, navigationKeys().join(QStringLiteral(", "))));
     return accepted(action, {{key(), name}}, [&target, code] { sendKey(*target.lcd(), *code); });
 }
@@ -56,7 +57,7 @@ PreparedAction panelKey(OperatorTarget &target, const OperatorAction &action)
     const DeviceState state = target.device().state();
     const KeyState *found = findKey(state, wanted);
     if (!found)
-        return rejected(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+        return rejected(Operator::tr("The panel has no key \"%1\".").arg(wanted.toString()));
     return accepted(action, {{key(), found->halKey}}, [&target, kind = action.kind, halKey = found->halKey] {
         if (kind != OperatorAction::Kind::Release)
             target.device().setKeyDown(halKey, true);
@@ -72,16 +73,20 @@ bool isCovered(const QWidget &button, const QWidget &lcd)
     return touched != &button && !button.isAncestorOf(touched);
 }
 
+// The words for the sides in messages.
+[[maybe_unused]] const char *const Sides[] = {QT_TRANSLATE_NOOP("panelhost::Operator", "left"),
+                                              QT_TRANSLATE_NOOP("panelhost::Operator", "right")};
+
 PreparedAction soft(OperatorTarget &target, const OperatorAction &action)
 {
     const QString side = action.arguments.value(QStringLiteral("side")).toString();
     if (side != QLatin1String("left") && side != QLatin1String("right"))
-        return rejected(QStringLiteral("There is no soft button \"%1\"; available: left, right.").arg(side));
+        return rejected(Operator::tr("There is no soft button \"%1\"; available: left, right.").arg(side));
     QWidget *button = findSoftButton(*target.lcd(), side);
     if (!button)
-        return rejected(QStringLiteral("The page shows no %1 button.").arg(side));
+        return rejected(Operator::tr("The page shows no %1 button.").arg(Operator::tr(side.toUtf8().constData())));
     if (isCovered(*button, *target.lcd()))
-        return rejected(QStringLiteral("The %1 button is covered.").arg(side));
+        return rejected(Operator::tr("The %1 button is covered.").arg(Operator::tr(side.toUtf8().constData())));
     return accepted(action, {{QStringLiteral("side"), side}},
                     [button] { sendTouch(*button, QRect(QPoint(), button->size()).center()); });
 }
@@ -107,11 +112,11 @@ PreparedAction touch(OperatorTarget &target, const OperatorAction &action)
     const QWidget *lcd = target.lcd();
     const bool isDown = target.finger().isDown();
     if (isDown && action.kind != OperatorAction::Kind::TouchMove)
-        return rejected(QStringLiteral("A finger is on the LCD already."));
+        return rejected(Operator::tr("A finger is on the LCD already."));
     if (!isDown && action.kind == OperatorAction::Kind::TouchMove)
-        return rejected(QStringLiteral("No finger is on the LCD."));
+        return rejected(Operator::tr("No finger is on the LCD."));
     if (!lcd->rect().contains(point))
-        return rejected(QStringLiteral("The point %1, %2 is outside the LCD of %3 x %4.")
+        return rejected(Operator::tr("The point %1, %2 is outside the LCD of %3 x %4.")
                             .arg(point.x())
                             .arg(point.y())
                             .arg(lcd->width())
@@ -123,7 +128,7 @@ PreparedAction touch(OperatorTarget &target, const OperatorAction &action)
 PreparedAction touchUp(OperatorTarget &target, const OperatorAction &action)
 {
     if (!target.finger().isDown())
-        return rejected(QStringLiteral("No finger is on the LCD."));
+        return rejected(Operator::tr("No finger is on the LCD."));
     return accepted(action, {}, [&target] { target.finger().lift(); });
 }
 
@@ -132,7 +137,7 @@ PreparedAction tbar(OperatorTarget &target, const OperatorAction &action)
     bool isNumber = false;
     const double position = action.arguments.value(QStringLiteral("position")).toDouble(&isNumber);
     if (!isNumber || !(position >= 0 && position <= 1))
-        return rejected(QStringLiteral("The T-Bar's position is a number from 0 to 1."));
+        return rejected(Operator::tr("The T-Bar's position is a number from 0 to 1."));
     return accepted(action, {{QStringLiteral("position"), position}},
                     [&target, position] { target.device().setTBarPosition(position); });
 }
@@ -144,10 +149,10 @@ PreparedAction port(OperatorTarget &target, const OperatorAction &action)
     const QString name = action.arguments.value(portKey).toString();
     const DeviceState state = target.device().state();
     if (!findPort(state, name))
-        return rejected(QStringLiteral("The device has no port \"%1\".").arg(name));
+        return rejected(Operator::tr("The device has no port \"%1\".").arg(name));
     const bool isBlock = action.kind == OperatorAction::Kind::Block || action.kind == OperatorAction::Kind::Unblock;
     if (isBlock && !name.startsWith(QLatin1String("usb")))
-        return rejected(QStringLiteral("The port \"%1\" can't be blocked; USB ports can.").arg(name));
+        return rejected(Operator::tr("The port \"%1\" can't be blocked; USB ports can.").arg(name));
     const bool on = action.kind == OperatorAction::Kind::Plug || action.kind == OperatorAction::Kind::Block;
     if (isBlock)
         return accepted(action, {{portKey, name}}, [&target, name, on] { target.device().setBlocked(name, on); });
@@ -177,7 +182,7 @@ PreparedAction part(OperatorTarget &target, const OperatorAction &action)
     const QString name = action.arguments.value(QStringLiteral("name")).toString();
     const bool present = action.arguments.value(QStringLiteral("present")).toBool();
     if (!boardParts().contains(name))
-        return rejected(QStringLiteral("A board has no part \"%1\"; there are %2.")
+        return rejected(Operator::tr("A board has no part \"%1\"; there are %2.")
                             .arg(name, boardParts().join(QStringLiteral(", "))));
     return accepted(action, {{QStringLiteral("name"), name}, {QStringLiteral("present"), present}},
                     [&target, name, present] { target.device().setPartPresent(name, present); });
@@ -209,7 +214,7 @@ PreparedAction fault(OperatorTarget &target, const OperatorAction &action)
     const bool isOfKey = info.arguments.contains(key()) && wanted.isValid();
     const KeyState *faultyKey = isOfKey ? findKey(state, wanted) : nullptr;
     if (isOfKey && !faultyKey)
-        return rejected(QStringLiteral("The panel has no key \"%1\".").arg(wanted.toString()));
+        return rejected(Operator::tr("The panel has no key \"%1\".").arg(wanted.toString()));
     const Arguments needed = faultArguments(info, action.arguments, faultyKey);
     Arguments shown = needed;
     shown.insert(QStringLiteral("name"), name);
@@ -221,7 +226,7 @@ PreparedAction language(OperatorTarget &target, const OperatorAction &action)
 {
     const QString code = action.arguments.value(QStringLiteral("code")).toString();
     if (!target.languages().contains(code))
-        return rejected(QStringLiteral("There is no catalog for the language \"%1\"; available: %2.")
+        return rejected(Operator::tr("There is no catalog for the language \"%1\"; available: %2.")
                             .arg(code, target.languages().join(QStringLiteral(", "))));
     return accepted(action, {{QStringLiteral("code"), code}}, [&target, code] { target.setLanguage(code); });
 }

@@ -1,6 +1,7 @@
 #include "panel/activefaults.h"
 
 #include "device/faults.h"
+#include "panel/translated.h"
 
 #include <QtCore/QStringList>
 
@@ -38,7 +39,7 @@ QString activeFaults(const Faults &faults, FaultTarget target, int halKey)
     for (const Entry &entry : Entries) {
         const FaultInfo *info = Faults::find(QString::fromLatin1(entry.name));
         if (entry.target == target && info && isOnFor(faults, *info, halKey))
-            lines << info->description;
+            lines << translatedFault(info->description);
     }
     return lines.join(QLatin1Char('\n'));
 }

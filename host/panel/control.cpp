@@ -8,14 +8,18 @@
 
 namespace panelhost {
 
-Control::Control(const QString &name, const QString &description, QWidget *parent) : ScaledWidget(parent)
+Control::Control(const QString &name, QWidget *parent) : ScaledWidget(parent)
 {
     installControlAccessibility();
     setObjectName(name);
-    setAccessibleName(description);
-    setToolTip(description);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
+}
+
+void Control::setDescription(const QString &description)
+{
+    setAccessibleName(description);
+    updateToolTip();
 }
 
 void Control::setHelp(const QString &help)

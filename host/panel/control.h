@@ -14,10 +14,11 @@ class Control : public ScaledWidget
     Q_OBJECT
 
 public:
-    /// @p name is the object name, such as "key-33" or "net1". @p description is the accessible name and the first line
-    /// of the tool tip.
-    Control(const QString &name, const QString &description, QWidget *parent);
+    /// @p name is the object name, such as "key-33" or "net1".
+    Control(const QString &name, QWidget *parent);
 
+    /// Sets the accessible name, which is also the first line of the tool tip.
+    void setDescription(const QString &description);
     /// Sets the lines of the tool tip that say what the control does.
     void setHelp(const QString &help);
     /// Shows a marker while @p faults, one per line, isn't empty. The tool tip lists them.

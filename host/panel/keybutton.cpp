@@ -2,6 +2,7 @@
 
 #include "panel/led.h"
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -27,12 +28,13 @@ QString keyCaption(const QString &text, int width)
 }
 
 KeyButton::KeyButton(const KeyState &key, QWidget *parent)
-    : Control(QStringLiteral("key-%1").arg(key.halKey), QStringLiteral("%1 (key %2)").arg(key.name).arg(key.halKey),
-              parent),
-      m_key(key)
+    : Control(QStringLiteral("key-%1").arg(key.halKey), parent), m_key(key)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setHelp(tr("Click or Space: press. Long press: hold. Right button or Shift+Space: hold until the next click."));
+    keepTranslated(this, [this] {
+        setDescription(tr("%1 (key %2)").arg(m_key.name).arg(m_key.halKey));
+        setHelp(tr("Click or Space: press. Long press: hold. Right button or Shift+Space: hold until the next click."));
+    });
     connect(&m_holdTimer, &RealTimeTimer::timeout, this, [this] {
         m_isHolding = true;
         trigger(OperatorAction::Kind::Hold);
@@ -58,7 +60,7 @@ void KeyButton::setState(const KeyState &key, Milliseconds now)
 // A blinking LED is named as such, not by its level at this moment.
 QString KeyButton::stateText() const
 {
-    static const QStringList colors{tr("red"), tr("blue"), tr("green"), tr("white")};
+    const QStringList colors{tr("red"), tr("blue"), tr("green"), tr("white")};
     QStringList parts;
     const KeyLed &led = m_key.led;
     if (led.brightness <= 0)

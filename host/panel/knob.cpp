@@ -1,6 +1,7 @@
 #include "panel/knob.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -9,10 +10,13 @@ namespace panelhost {
 
 using theme::Grid;
 
-Knob::Knob(QWidget *parent) : Control(QStringLiteral("knob"), tr("Knob"), parent)
+Knob::Knob(QWidget *parent) : Control(QStringLiteral("knob"), parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setHelp(tr("Wheel or click on a side: turn. Click in the middle or Space: Enter."));
+    keepTranslated(this, [this] {
+        setDescription(tr("Knob"));
+        setHelp(tr("Wheel or click on a side: turn. Click in the middle or Space: Enter."));
+    });
 }
 
 QSize Knob::naturalSize() const

@@ -1,6 +1,7 @@
 #include "panel/lcdinput.h"
 
 #include "panel/lcdview.h"
+#include "panel/translated.h"
 
 #include <QtCore/QHash>
 #include <QtGui/QMouseEvent>
@@ -15,10 +16,9 @@
 
 namespace panelhost {
 
-LcdInput::LcdInput(QWidget *lcd, QWidget *parent)
-    : Control(QStringLiteral("lcd-overlay"), QStringLiteral("LCD touch screen"), parent), m_lcd(lcd)
+LcdInput::LcdInput(QWidget *lcd, QWidget *parent) : Control(QStringLiteral("lcd-overlay"), parent), m_lcd(lcd)
 {
-    setToolTip({});
+    keepTranslated(this, [this] { setAccessibleName(tr("LCD touch screen")); });
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::ArrowCursor);
     QCoreApplication::instance()->installEventFilter(this);

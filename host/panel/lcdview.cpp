@@ -1,5 +1,7 @@
 #include "panel/lcdview.h"
 
+#include "panel/translated.h"
+
 #include <QtGui/QFocusEvent>
 #include <QtWidgets/QGraphicsProxyWidget>
 
@@ -9,7 +11,7 @@ LcdView::LcdView(QWidget *lcd, QWidget *parent) : QGraphicsView(parent), m_proxy
 {
     setObjectName(QStringLiteral("lcd-view"));
     setScene(&m_scene);
-    setAccessibleName(tr("LCD"));
+    keepTranslated(this, [this] { setAccessibleName(tr("LCD")); });
     setFocusPolicy(Qt::TabFocus);
     m_proxy->setPos(0, 0); // the LCD may have been shown elsewhere before
     m_scene.setSceneRect(lcd->rect());

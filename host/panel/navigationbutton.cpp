@@ -1,6 +1,7 @@
 #include "panel/navigationbutton.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -9,11 +10,24 @@ namespace panelhost {
 
 using theme::Grid;
 
+// The descriptions of the buttons.
+[[maybe_unused]] static const char *const Names[] = {
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Up"),
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Down"),
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Left"),
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Right"),
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Enter"),
+    QT_TRANSLATE_NOOP("panelhost::NavigationButton", "Back"),
+};
+
 NavigationButton::NavigationButton(const QString &key, const QString &sign, QWidget *parent)
-    : Control(QStringLiteral("nav-") + key, key.left(1).toUpper() + key.mid(1), parent), m_key(key), m_sign(sign)
+    : Control(QStringLiteral("nav-") + key, parent), m_key(key), m_sign(sign)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setHelp(tr("Moves in the page that the LCD shows. The arrow keys, Return and Escape do the same."));
+    keepTranslated(this, [this] {
+        setDescription(tr((m_key.left(1).toUpper() + m_key.mid(1)).toUtf8().constData()));
+        setHelp(tr("Moves in the page that the LCD shows. The arrow keys, Return and Escape do the same."));
+    });
 }
 
 QSize NavigationButton::naturalSize() const

@@ -1,6 +1,7 @@
 #include "panel/portwidget.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QMouseEvent>
@@ -24,12 +25,16 @@ static QString speedText(const PortState &port)
 }
 
 PortWidget::PortWidget(Type type, const PortState &port, QWidget *parent)
-    : Control(port.name, caption(port), parent), m_type(type), m_port(port)
+    : Control(port.name, parent), m_type(type), m_port(port)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setStateHelp(speedText(port));
-    setHelp(type == Type::Usb ? tr("Click or Space: plug or unplug. \"block\" or Shift+Space: block or unblock.")
-                              : tr("Click or Space: plug or unplug."));
+    setDescription(caption(port));
+    keepTranslated(this, [this] {
+        setHelp(m_type == Type::Usb
+                    ? tr("Click or Space: plug or unplug. Click on the switch or Shift+Space: block or unblock.")
+                    : tr("Click or Space: plug or unplug."));
+    });
 }
 
 QSize PortWidget::naturalSize() const
@@ -110,7 +115,7 @@ void PortWidget::drawBlockSwitch(QPainter &painter) const
     painter.setBrush(QColor(theme::TextColor));
     painter.drawEllipse(QPoint(m_port.isBlocked ? box.right() - 4 : box.left() + 5, box.center().y()), 4, 4);
     const QRect text = blockSwitch().adjusted(5 * Grid - 2, 0, 0, 0);
-    theme::drawCaption(painter, text, Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("block"));
+    theme::drawCaption(painter, text, Qt::AlignLeft | Qt::AlignVCenter, tr("block"));
 }
 
 void PortWidget::paintEvent(QPaintEvent *)
@@ -150,11 +155,9 @@ void PortWidget::contextMenuEvent(QContextMenuEvent *event)
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     theme::applyTo(menu);
-    menu->addAction(m_port.isPlugged ? QStringLiteral("Unplug") : QStringLiteral("Plug"), this,
-                    &PortWidget::togglePlug);
+    menu->addAction(m_port.isPlugged ? tr("Unplug") : tr("Plug"), this, &PortWidget::togglePlug);
     if (m_type == Type::Usb)
-        menu->addAction(m_port.isBlocked ? QStringLiteral("Unblock") : QStringLiteral("Block"), this,
-                        &PortWidget::toggleBlock);
+        menu->addAction(m_port.isBlocked ? tr("Unblock") : tr("Block"), this, &PortWidget::toggleBlock);
     menu->popup(event->globalPos());
 }
 

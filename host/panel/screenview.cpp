@@ -76,7 +76,7 @@ void ScreenView::setState(int brightness, const TestPattern &pattern)
         && pattern.level == m_pattern.level;
     m_brightness = brightness;
     m_pattern = pattern;
-    setAccessibleName(QStringLiteral("Screen %1, brightness %2 %").arg(m_index + 1).arg(brightness));
+    setAccessibleName(tr("Screen %1, brightness %2 %").arg(m_index + 1).arg(brightness));
     if (!isSame)
         update();
 }
@@ -104,7 +104,7 @@ void ScreenView::paintEvent(QPaintEvent *)
     const int dark = 255 * (100 - qBound(0, m_brightness, 100)) / 100;
     painter.fillRect(screenRect, QColor(0, 0, 0, dark));
     const QRect caption(0, frame.bottom() + 1, area().width(), 2 * theme::Grid);
-    theme::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, QStringLiteral("SCREEN %1").arg(m_index + 1));
+    theme::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, tr("SCREEN %1").arg(m_index + 1));
     theme::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, QStringLiteral("%1 %").arg(m_brightness));
 }
 

@@ -1,6 +1,7 @@
 #include "panel/tbarwidget.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
@@ -13,10 +14,13 @@ using theme::Grid;
 
 constexpr double Step = 0.05; ///< of the wheel and the arrow keys
 
-TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), QStringLiteral("T-Bar"), parent)
+TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    setHelp(tr("Drag, wheel or arrow keys: move. Home: bottom. End: top."));
+    keepTranslated(this, [this] {
+        setDescription(tr("T-Bar"));
+        setHelp(tr("Drag, wheel or arrow keys: move. Home: bottom. End: top."));
+    });
 }
 
 QSize TBarWidget::naturalSize() const
@@ -118,14 +122,20 @@ void TBarWidget::drawFader(QPainter &painter, const QPoint &center) const
     painter.fillRect(QRect(lever.left() + 8, center.y() - 1, lever.width() - 16, 2), QColor(theme::Accent));
 }
 
+// The names of the calibration steps.
+[[maybe_unused]] static const char *const Steps[] = {
+    QT_TRANSLATE_NOOP("panelhost::TBarWidget", "begin"), QT_TRANSLATE_NOOP("panelhost::TBarWidget", "top"),
+    QT_TRANSLATE_NOOP("panelhost::TBarWidget", "bottom"), QT_TRANSLATE_NOOP("panelhost::TBarWidget", "end")};
+
 static QString hintOf(const TBarState &bar)
 {
     if (!bar.step.isEmpty())
-        return bar.step;
+        return TBarWidget::tr(bar.step.toUtf8().constData());
     if (!bar.target)
-        return QStringLiteral("ready");
-    return (bar.isAt(*bar.target) ? QStringLiteral("at the ") : QStringLiteral("move to the "))
-        + tbarEndName(*bar.target);
+        return TBarWidget::tr("ready");
+    if (*bar.target == TBarEnd::Top)
+        return bar.isAt(TBarEnd::Top) ? TBarWidget::tr("at the top") : TBarWidget::tr("move to the top");
+    return bar.isAt(TBarEnd::Bottom) ? TBarWidget::tr("at the bottom") : TBarWidget::tr("move to the bottom");
 }
 
 // From top to bottom: the position, what to do next, and what has failed.
@@ -146,7 +156,7 @@ void TBarWidget::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.scale(scale(), scale());
     const bool isFader = m_bar.type == TBarType::Fader;
-    const QString kind = isFader ? QStringLiteral("T-BAR FADER") : QStringLiteral("T-BAR SLIDER");
+    const QString kind = isFader ? tr("T-BAR FADER") : tr("T-BAR SLIDER");
     theme::drawCaption(painter, QRect(0, 0, area().width(), 2 * Grid), Qt::AlignCenter, kind);
     drawScale(painter);
     drawTarget(painter);

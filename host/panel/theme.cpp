@@ -1,8 +1,11 @@
 #include "panel/theme.h"
 
+#include "panel/windowtheme.h"
+
 #include <QtCore/QFile>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
 #include <QtWidgets/QWidget>
 
@@ -60,46 +63,83 @@ void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString
     painter.drawText(rect, flags, text);
 }
 
-static QPalette palette()
+namespace {
+
+constexpr const char *ThemedProperty = "usesWindowTheme";
+
+constexpr Colors DarkColors{WindowBackground, Panel,         PanelEdge, Recess, Cap,  TextColor, DimTextColor,
+                            Accent,           DarkTextColor, Red,       Green,  Blue, Amber};
+constexpr Colors LightColors{0xffe4e8ec, 0xfff4f6f8, 0xffb9c2cb, 0xffffffff, 0xffdfe5ea, 0xff1a1f24, 0xff55606b,
+                             0xff1668b5, 0xffffffff, 0xffc62828, 0xff1b7a3d, 0xff1d5fd0, 0xff8a5000};
+
+Scheme currentScheme = Scheme::Dark;
+
+QPalette palette()
 {
+    const Colors &all = colors();
     QPalette result;
     for (const auto role : {QPalette::Window, QPalette::Button, QPalette::AlternateBase, QPalette::ToolTipBase})
-        result.setColor(role, QColor(Panel));
+        result.setColor(role, QColor(all.panel));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        result.setColor(role, QColor(TextColor));
+        result.setColor(role, QColor(all.text));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        result.setColor(QPalette::Disabled, role, QColor(DimTextColor));
-    result.setColor(QPalette::Base, QColor(Recess));
-    result.setColor(QPalette::PlaceholderText, QColor(DimTextColor));
-    result.setColor(QPalette::Highlight, QColor(Accent));
-    result.setColor(QPalette::HighlightedText, QColor(DarkTextColor));
+        result.setColor(QPalette::Disabled, role, QColor(all.dimText));
+    result.setColor(QPalette::Base, QColor(all.recess));
+    result.setColor(QPalette::PlaceholderText, QColor(all.dimText));
+    result.setColor(QPalette::Highlight, QColor(all.accent));
+    result.setColor(QPalette::HighlightedText, QColor(all.onAccent));
+    result.setColor(QPalette::Link, QColor(all.accent));
     return result;
 }
 
-static QString styleSheet()
+// Longer names come first: "@window" doesn't contain another name, but "@dimtext" does.
+QString styleSheet()
 {
     initPanelResources();
     QFile file(QStringLiteral(":/panel/theme.qss"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QString sheet = QString::fromUtf8(file.readAll());
-    const QPair<QLatin1String, QRgb> colors[] = {
-        {QLatin1String("@window"), WindowBackground},
-        {QLatin1String("@panel"), Panel},
-        {QLatin1String("@edge"), PanelEdge},
-        {QLatin1String("@recess"), Recess},
-        {QLatin1String("@darktext"), DarkTextColor},
-        {QLatin1String("@dimtext"), DimTextColor},
-        {QLatin1String("@text"), TextColor},
-        {QLatin1String("@accent"), Accent},
-        {QLatin1String("@cap"), Cap},
-        {QLatin1String("@amber"), Amber},
-        {QLatin1String("@red"), Red},
-        {QLatin1String("@green"), Green},
+    const Colors &all = colors();
+    const QPair<QLatin1String, QRgb> names[] = {
+        {QLatin1String("@window"), all.window},     {QLatin1String("@panel"), all.panel},
+        {QLatin1String("@edge"), all.edge},         {QLatin1String("@recess"), all.recess},
+        {QLatin1String("@onaccent"), all.onAccent}, {QLatin1String("@dimtext"), all.dimText},
+        {QLatin1String("@text"), all.text},         {QLatin1String("@accent"), all.accent},
+        {QLatin1String("@cap"), all.cap},           {QLatin1String("@amber"), all.amber},
+        {QLatin1String("@red"), all.red},           {QLatin1String("@green"), all.green},
     };
-    for (const auto &color : colors)
+    for (const auto &color : names)
         sheet.replace(color.first, QColor(color.second).name());
-    return sheet;
+    const bool isDark = currentScheme == Scheme::Dark;
+    return sheet.replace(QLatin1String("@check"),
+                         isDark ? QLatin1String("check-dark.svg") : QLatin1String("check-light.svg"));
+}
+
+}
+
+const Colors &colors()
+{
+    return currentScheme == Scheme::Dark ? DarkColors : LightColors;
+}
+
+Scheme scheme()
+{
+    return currentScheme;
+}
+
+void setScheme(Scheme scheme)
+{
+    if (scheme == currentScheme)
+        return;
+    currentScheme = scheme;
+    applyToToolTips();
+    const auto widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (widget->property(ThemedProperty).toBool())
+            applyTo(widget);
+        widget->update();
+    }
 }
 
 void applyToToolTips()
@@ -110,6 +150,7 @@ void applyToToolTips()
 
 void applyTo(QWidget *widget)
 {
+    widget->setProperty(ThemedProperty, true);
     widget->setPalette(palette());
     widget->setFont(font(12));
     widget->setStyleSheet(styleSheet());

@@ -63,12 +63,4 @@ QString ScenarioResult::failureText() const
     return lines.join(QLatin1Char('\n'));
 }
 
-QString timeText(Milliseconds at)
-{
-    return QStringLiteral("%1:%2.%3")
-        .arg(at / 60000)
-        .arg(at / 1000 % 60, 2, 10, QLatin1Char('0'))
-        .arg(at % 1000, 3, 10, QLatin1Char('0'));
-}
-
 }

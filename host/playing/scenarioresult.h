@@ -3,7 +3,7 @@
 #include "expectations/expectationevaluator.h"
 #include "journal/journal.h"
 #include "playing/firstandlast.h"
-#include "time/virtualclock.h"
+#include "time/timetext.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -87,8 +87,5 @@ struct ScenarioResult
 };
 
 using ScenarioResults = QVector<ScenarioResult>;
-
-/// Returns minutes, seconds and milliseconds as "1:05.250".
-QString timeText(Milliseconds at);
 
 }

@@ -1,6 +1,7 @@
 #include "view/historylinemodel.h"
 
-#include "panel/theme.h"
+#include "journal/entrytext.h"
+#include "panel/windowtheme.h"
 
 namespace panelhost {
 
@@ -20,11 +21,13 @@ QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || line > m_history.lineCount())
         return {};
     if (role == Qt::ForegroundRole && line == m_difference)
-        return QColor(theme::Red);
+        return QColor(theme::colors().red);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     const auto entry = m_history.entry(line);
-    return entry ? entry->toText() : QString();
+    if (!entry)
+        return {};
+    return role == Qt::DisplayRole ? lineText(*entry) : entry->toText();
 }
 
 void HistoryLineModel::setDifference(qint64 line)

@@ -2,6 +2,7 @@
 
 #include "panel/frontpanel.h"
 #include "panel/theme.h"
+#include "panel/windowtheme.h"
 
 #include <QtGui/QPainter>
 
@@ -60,7 +61,7 @@ void HistoryPane::paintEvent(QPaintEvent *)
     QRect place(QPoint(), m_panel->size().scaled(size(), Qt::KeepAspectRatio));
     place.moveCenter(rect().center());
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(theme::WindowBackground));
+    painter.fillRect(rect(), QColor(theme::colors().window));
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(place, m_picture);
 }

@@ -7,6 +7,7 @@
 #include "view/timelinebar.h"
 
 #include <QtGui/QKeySequence>
+#include <QtGui/QScreen>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -70,7 +71,8 @@ HistoryWindow::HistoryWindow(const Histories &histories)
     compare();
     addTakeOver();
     showTime(0);
-    resize(1280, 800);
+    constexpr int Frame = 4 * Grid; // of the window manager
+    resize(QSize(1280, 800).boundedTo(screen()->availableSize() - QSize(0, Frame)));
 }
 
 HistoryWindow::~HistoryWindow() = default;

@@ -1,6 +1,7 @@
 #include "view/timelinebar.h"
 
 #include "panel/theme.h"
+#include "panel/windowtheme.h"
 #include "playing/scenarioresult.h"
 
 #include <QtGui/QHelpEvent>
@@ -24,15 +25,15 @@ QRgb colorOf(Marker::Kind kind)
 {
     switch (kind) {
     case Marker::Kind::Fault:
-        return theme::Amber;
+        return theme::colors().amber;
     case Marker::Kind::Failure:
-        return theme::Red;
+        return theme::colors().red;
     case Marker::Kind::Action:
-        return theme::Accent;
+        return theme::colors().accent;
     case Marker::Kind::Phase:
         break;
     }
-    return theme::DimTextColor;
+    return theme::colors().dimText;
 }
 
 }
@@ -41,7 +42,7 @@ TimelineBar::TimelineBar(const SessionHistory &history, Milliseconds duration, Q
     : QWidget(parent), m_history(history), m_duration(qMax<Milliseconds>(duration, 1))
 {
     setObjectName(QStringLiteral("timeline"));
-    setAccessibleName(QStringLiteral("Timeline of %1").arg(history.title()));
+    setAccessibleName(tr("Timeline of %1").arg(history.title()));
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -87,13 +88,13 @@ void TimelineBar::paintPhases(QPainter &painter) const
         last.setRight(right - 1);
         if (last.width() < 2)
             return;
-        painter.fillRect(last.adjusted(0, 0, -1, 0), QColor(theme::Cap));
+        painter.fillRect(last.adjusted(0, 0, -1, 0), QColor(theme::colors().cap));
         if (last.width() > 5 * Grid)
             painter.drawText(last.adjusted(Grid / 2, 0, -Grid / 2, 0), Qt::AlignVCenter,
                              painter.fontMetrics().elidedText(text, Qt::ElideRight, last.width() - Grid));
     };
     QString text;
-    painter.setPen(QColor(theme::TextColor));
+    painter.setPen(QColor(theme::colors().text));
     painter.setFont(theme::font(11));
     for (const Marker &marker : markers) {
         if (marker.kind != Marker::Kind::Phase)
@@ -134,12 +135,12 @@ void TimelineBar::paintLine(QPainter &painter, Milliseconds at, QRgb color) cons
 void TimelineBar::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(theme::Recess));
+    painter.fillRect(rect(), QColor(theme::colors().recess));
     paintPhases(painter);
     paintMarkers(painter);
     if (m_difference >= 0)
-        paintLine(painter, m_difference, theme::Red);
-    paintLine(painter, m_now, theme::White);
+        paintLine(painter, m_difference, theme::colors().red);
+    paintLine(painter, m_now, theme::colors().text);
 }
 
 void TimelineBar::mousePressEvent(QMouseEvent *event)

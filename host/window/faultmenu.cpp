@@ -1,6 +1,7 @@
 #include "window/faultmenu.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
@@ -9,6 +10,13 @@
 #include <QtWidgets/QLineEdit>
 
 namespace panelhost {
+
+// The names of the arguments, as the dialog shows them.
+[[maybe_unused]] static const char *const ArgumentNames[] = {
+    QT_TRANSLATE_NOOP("panelhost::FaultMenu", "key"),
+    QT_TRANSLATE_NOOP("panelhost::FaultMenu", "step"),
+    QT_TRANSLATE_NOOP("panelhost::FaultMenu", "service"),
+};
 
 static QComboBox *keyBox(const QList<KeyState> &keys)
 {
@@ -49,23 +57,34 @@ static QVariant valueOf(const QWidget *field)
 }
 
 FaultMenu::FaultMenu(const Faults &faults, const Device &device, QWidget *parent)
-    : QMenu(QStringLiteral("Fa&ults"), parent), m_faults(faults), m_device(device)
+    : QMenu(parent), m_faults(faults), m_device(device)
 {
     setToolTipsVisible(true);
     for (const FaultInfo &fault : Faults::all())
         addFault(fault);
     connect(this, &QMenu::aboutToShow, this, &FaultMenu::updateCheckedActions);
+    keepTranslated(this, [this] { setTexts(); });
 }
 
 void FaultMenu::addFault(const FaultInfo &fault)
 {
-    const QString dots = fault.arguments.isEmpty() ? QString() : QStringLiteral("…");
-    QAction *action = addAction(fault.description + dots);
+    QAction *action = addAction(QString());
     action->setObjectName(QStringLiteral("fault-") + fault.name);
     action->setData(fault.name);
-    action->setToolTip(QStringLiteral("%1: %2").arg(fault.name, fault.where));
     action->setCheckable(true);
     connect(action, &QAction::triggered, this, [this, fault](bool on) { switchFault(fault, on); });
+}
+
+void FaultMenu::setTexts()
+{
+    setTitle(tr("Fa&ults"));
+    const auto all = actions();
+    for (QAction *action : all) {
+        const FaultInfo &fault = *Faults::find(action->data().toString());
+        const QString dots = fault.arguments.isEmpty() ? QString() : QStringLiteral("…");
+        action->setText(translatedFault(fault.description) + dots);
+        action->setToolTip(QStringLiteral("%1: %2").arg(fault.name, translatedFault(fault.where)));
+    }
 }
 
 void FaultMenu::updateCheckedActions()
@@ -96,7 +115,7 @@ QWidget *FaultMenu::addField(QFormLayout *form, const QString &argument) const
     else
         field = new QLineEdit;
     field->setObjectName(argument);
-    form->addRow(argument, field);
+    form->addRow(tr(argument.toUtf8().constData()), field);
     return field;
 }
 
@@ -116,7 +135,7 @@ void FaultMenu::openArgumentDialog(const FaultInfo &fault)
     auto *dialog = new QDialog(parentWidget());
     dialog->setObjectName(QStringLiteral("fault-dialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(fault.description);
+    dialog->setWindowTitle(translatedFault(fault.description));
     theme::applyTo(dialog);
     auto *form = new QFormLayout(dialog);
     QHash<QString, QWidget *> fields;

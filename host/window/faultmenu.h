@@ -25,6 +25,7 @@ Q_SIGNALS:
 
 private:
     void addFault(const FaultInfo &fault);
+    void setTexts();
     void updateCheckedActions();
     void switchFault(const FaultInfo &fault, bool on);
     void openArgumentDialog(const FaultInfo &fault);

@@ -1,6 +1,7 @@
 #include "window/faultview.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
@@ -40,20 +41,26 @@ QList<QPair<QString, QVariant>> valuesOf(const QString &argument, const DeviceSt
 }
 
 FaultView::FaultView(const Faults &faults, const Device &device, QWidget *parent)
-    : QDockWidget(tr("Faults"), parent), m_faults(faults), m_tree(new QTreeWidget)
+    : QDockWidget(parent), m_faults(faults), m_tree(new QTreeWidget)
 {
     setObjectName(QStringLiteral("faults"));
     theme::applyTo(this);
     m_tree->setObjectName(QStringLiteral("fault-tree"));
-    m_tree->setHeaderLabels({tr("Fault"), tr("Applies to")});
+    m_tree->setColumnCount(2);
+    m_tree->header()->setStretchLastSection(false);
     m_tree->header()->setSectionResizeMode(DescriptionColumn, QHeaderView::Stretch);
+    m_tree->header()->resizeSection(WhereColumn, 16 * theme::Grid);
     const DeviceState state = device.state();
     for (const FaultInfo &fault : Faults::all())
         addFault(fault, state);
     connect(m_tree, &QTreeWidget::itemChanged, this, &FaultView::switchItem);
-    auto *clear = new QPushButton(tr("Clear all"));
+    auto *clear = new QPushButton;
     clear->setObjectName(QStringLiteral("faults-clear"));
-    clear->setToolTip(tr("Switches all faults off"));
+    keepTranslated(this, [this, clear] {
+        clear->setText(tr("Clear all"));
+        clear->setToolTip(tr("Switches all faults off"));
+        setTexts();
+    });
     connect(clear, &QPushButton::clicked, this, &FaultView::clearAll);
     auto *content = new QWidget(this);
     content->setObjectName(QStringLiteral("faults-content"));
@@ -64,11 +71,27 @@ FaultView::FaultView(const Faults &faults, const Device &device, QWidget *parent
     setWidget(content);
 }
 
+void FaultView::setTexts()
+{
+    const QSignalBlocker blocker(m_tree);
+    setWindowTitle(tr("Faults"));
+    m_tree->setHeaderLabels({tr("Fault"), tr("Applies to")});
+    for (int row = 0; row < m_tree->topLevelItemCount(); ++row) {
+        QTreeWidgetItem *item = m_tree->topLevelItem(row);
+        const FaultInfo &fault = *Faults::find(item->data(DescriptionColumn, NameRole).toString());
+        const QString where = translatedFault(fault.where);
+        item->setText(DescriptionColumn, translatedFault(fault.description));
+        item->setText(WhereColumn, where);
+        const QString help = QStringLiteral("%1\n%2: %3").arg(item->text(DescriptionColumn), fault.name, where);
+        item->setToolTip(DescriptionColumn, help);
+        item->setToolTip(WhereColumn, help);
+    }
+}
+
 void FaultView::addFault(const FaultInfo &fault, const DeviceState &device)
 {
-    auto *item = new QTreeWidgetItem(m_tree, {fault.description, fault.where});
+    auto *item = new QTreeWidgetItem(m_tree);
     item->setData(DescriptionColumn, NameRole, fault.name);
-    item->setToolTip(DescriptionColumn, QStringLiteral("%1: %2").arg(fault.name, fault.where));
     item->setCheckState(DescriptionColumn, Qt::Unchecked);
     for (const QString &argument : fault.arguments) {
         // A fault with values is switched on by one of them, and off for all.

@@ -28,6 +28,7 @@ Q_SIGNALS:
     void actionTriggered(const panelhost::OperatorAction &action);
 
 private:
+    void setTexts();
     void addFault(const FaultInfo &fault, const DeviceState &device);
     void addValue(QTreeWidgetItem *parent, const QString &text, const QVariant &value);
     bool isOn(const QTreeWidgetItem &item) const;

@@ -3,8 +3,10 @@
 #include "output/outputcheck.h"
 #include "output/replacefile.h"
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "reports/htmlreport.h"
 #include "session/session.h"
+#include "window/filedialog.h"
 #include "window/scenarioopener.h"
 #include "window/sessionreport.h"
 #include "window/windowsettings.h"
@@ -24,56 +26,73 @@ static QByteArray pngOf(QWidget &widget)
     return png;
 }
 
-FileMenu::FileMenu(Session &session, QWidget *window) : QMenu(tr("&File"), window), m_session(session)
+FileMenu::FileMenu(Session &session, QWidget *window) : QMenu(window), m_session(session)
 {
     theme::applyTo(this);
     connect(&session.panelOperator(), &Operator::performed, this,
             [this](const OperatorAction &action, Milliseconds at) {
                 m_performed.append({action, at});
             });
-    m_record =
-        addAction(tr("Start &recording…"), this, &FileMenu::toggleRecording, QKeySequence(QStringLiteral("Ctrl+R")));
+    m_record = addAction(QString(), this, &FileMenu::toggleRecording, QKeySequence(QStringLiteral("Ctrl+R")));
     m_record->setObjectName(QStringLiteral("record"));
     addSeparator();
-    addSave(
-        QStringLiteral("save-journal"), tr("Save &journal…"), QStringLiteral("journal.jsonl"),
+    QAction *journal = addSave(
+        QStringLiteral("save-journal"), QStringLiteral("journal.jsonl"),
         [this] { return m_session.journal().toJsonLines(); }, QKeySequence(QStringLiteral("Ctrl+S")));
-    addSave(QStringLiteral("save-report"), tr("Save &report of this session…"), QStringLiteral("report.html"),
-            [this] { return htmlReport({sessionResult(m_session)}); });
+    QAction *report = addSave(QStringLiteral("save-report"), QStringLiteral("report.html"),
+                              [this] { return htmlReport({sessionResult(m_session)}); });
     addSeparator();
-    addSave(
-        QStringLiteral("save-window"), tr("Save &picture of the window…"), QStringLiteral("window.png"),
-        [window] { return pngOf(*window); }, QKeySequence(QStringLiteral("Ctrl+Shift+S")));
-    addSave(QStringLiteral("save-lcd"), tr("Save picture of the &LCD…"), QStringLiteral("lcd.png"),
-            [this] { return pngOf(*m_session.lcd()); });
+    QAction *picture = addSave(
+        QStringLiteral("save-window"), QStringLiteral("window.png"), [window] { return pngOf(*window); },
+        QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+    QAction *lcd =
+        addSave(QStringLiteral("save-lcd"), QStringLiteral("lcd.png"), [this] { return pngOf(*m_session.lcd()); });
     addSeparator();
-    addAction(tr("&Quit"), window, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
+    QAction *quit = addAction(QString(), window, &QWidget::close, QKeySequence(QStringLiteral("Ctrl+Q")));
+    keepTranslated(this, [=] {
+        setTitle(tr("&File"));
+        journal->setText(tr("Save &journal…"));
+        report->setText(tr("Save &report of this session…"));
+        picture->setText(tr("Save &picture of the window…"));
+        lcd->setText(tr("Save picture of the &LCD…"));
+        quit->setText(tr("&Quit"));
+        updateRecordText();
+    });
 }
 
-void FileMenu::addSave(const QString &name, const QString &text, const QString &fileName, const Content &content,
-                       const QKeySequence &shortcut)
+QAction *FileMenu::addSave(const QString &name, const QString &fileName, const Content &content,
+                           const QKeySequence &shortcut)
 {
-    const auto ask = [this, text, fileName, content] {
-        askForFile(text, fileName, [this, content](const QString &path) { save(path, content); });
-    };
-    addAction(text, this, ask, shortcut)->setObjectName(name);
+    auto *action = new QAction(this);
+    action->setObjectName(name);
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, this, [this, action, fileName, content] {
+        askForFile(action->text(), fileName, [this, content](const QString &path) { save(path, content); });
+    });
+    addAction(action);
+    return action;
+}
+
+void FileMenu::updateRecordText()
+{
+    m_record->setText(m_recording ? tr("Stop &recording") : tr("Start &recording…"));
 }
 
 void FileMenu::askForFile(const QString &title, const QString &fileName,
                           const std::function<void(const QString &)> &use)
 {
-    auto *dialog = new QFileDialog(parentWidget(), title.chopped(1).remove(QLatin1Char('&')), fileName);
-    dialog->setObjectName(QStringLiteral("save-dialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    QFileDialog *dialog = makeFileDialog(parentWidget(), plainActionText(title), QStringLiteral("save-dialog"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->selectFile(fileName);
-    theme::applyTo(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, use);
     dialog->open();
 }
 
-FileMenu::~FileMenu() = default;
+FileMenu::~FileMenu()
+{
+    if (m_recording)
+        WindowSettings().addRecentFile(m_recordingPath);
+}
 
 // A file that the session reads isn't overwritten.
 bool FileMenu::isFree(const QString &path, QString *error) const
@@ -88,9 +107,9 @@ void FileMenu::save(const QString &path, const Content &content)
     Q_EMIT messageChanged(isSaved ? tr("Saved: %1").arg(path) : error);
 }
 
-QAction *FileMenu::addFirst(const char *name, const QString &text, const QKeySequence &shortcut)
+QAction *FileMenu::addFirst(const char *name, const QKeySequence &shortcut)
 {
-    auto *action = new QAction(text, this);
+    auto *action = new QAction(this);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(shortcut);
     insertAction(m_record, action);
@@ -100,20 +119,25 @@ QAction *FileMenu::addFirst(const char *name, const QString &text, const QKeySeq
 void FileMenu::setOpener(ScenarioOpener *opener)
 {
     m_opener = opener;
-    connect(addFirst("new-session", tr("&New session"), QKeySequence::New), &QAction::triggered, this,
-            &FileMenu::newSessionTriggered);
-    connect(addFirst("open-scenario", tr("&Open and play a scenario…"), QKeySequence::Open), &QAction::triggered,
-            opener, &ScenarioOpener::askAndPlay);
-    connect(addFirst("open-timeline", tr("Open a recording in the &timeline…"),
-                     QKeySequence(QStringLiteral("Ctrl+Shift+O"))),
-            &QAction::triggered, opener, &ScenarioOpener::askAndShowTimeline);
-    m_recent = new QMenu(tr("Re&cent files"), this);
+    QAction *session = addFirst("new-session", QKeySequence::New);
+    QAction *play = addFirst("open-scenario", QKeySequence::Open);
+    QAction *timeline = addFirst("open-timeline", QKeySequence(QStringLiteral("Ctrl+Shift+O")));
+    connect(session, &QAction::triggered, this, &FileMenu::newSessionTriggered);
+    connect(play, &QAction::triggered, opener, &ScenarioOpener::askAndPlay);
+    connect(timeline, &QAction::triggered, opener, &ScenarioOpener::askAndShowTimeline);
+    m_recent = new QMenu(this);
     m_recent->setObjectName(QStringLiteral("recent-files"));
     m_recent->setToolTipsVisible(true);
     theme::applyTo(m_recent);
     insertMenu(m_record, m_recent);
     insertSeparator(m_record);
     connect(this, &QMenu::aboutToShow, this, &FileMenu::listRecentFiles);
+    keepTranslated(this, [=] {
+        session->setText(tr("&New session"));
+        play->setText(tr("&Open and play a scenario…"));
+        timeline->setText(tr("Open a recording in the &timeline…"));
+        m_recent->setTitle(tr("Re&cent files"));
+    });
 }
 
 void FileMenu::listRecentFiles()
@@ -164,7 +188,7 @@ void FileMenu::startRecording(const QString &path)
     };
     connect(m_recording.get(), &ScenarioWriter::failed, this, end, Qt::QueuedConnection);
     m_recordingPath = QFileInfo(path).absoluteFilePath();
-    m_record->setText(tr("Stop &recording"));
+    updateRecordText();
     Q_EMIT recordingChanged(QFileInfo(path).fileName());
 }
 
@@ -172,7 +196,7 @@ void FileMenu::stopRecording()
 {
     m_recording.reset();
     WindowSettings().addRecentFile(m_recordingPath);
-    m_record->setText(tr("Start &recording…"));
+    updateRecordText();
     Q_EMIT recordingChanged({});
 }
 

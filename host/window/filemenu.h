@@ -38,15 +38,16 @@ Q_SIGNALS:
 private:
     using Content = std::function<QByteArray()>;
 
-    void addSave(const QString &name, const QString &text, const QString &fileName, const Content &content,
-                 const QKeySequence &shortcut = {});
+    QAction *addSave(const QString &name, const QString &fileName, const Content &content,
+                     const QKeySequence &shortcut = {});
+    void updateRecordText();
     void save(const QString &path, const Content &content);
     bool isFree(const QString &path, QString *error) const;
     void askForFile(const QString &title, const QString &fileName, const std::function<void(const QString &)> &use);
     void toggleRecording();
     void startRecording(const QString &path);
     void stopRecording();
-    QAction *addFirst(const char *name, const QString &text, const QKeySequence &shortcut);
+    QAction *addFirst(const char *name, const QKeySequence &shortcut);
     void listRecentFiles();
 
     Session &m_session;

@@ -1,6 +1,7 @@
 #include "window/helpmenu.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "session/session.h"
 
 #include <QtCore/QCoreApplication>
@@ -40,16 +41,22 @@ QString row(const QString &keys, const QString &meaning)
 }
 
 HelpMenu::HelpMenu(const Session &session, const QMenuBar *menus, QWidget *parent)
-    : QMenu(tr("&Help"), parent), m_session(session), m_menus(menus)
+    : QMenu(parent), m_session(session), m_menus(menus)
 {
     theme::applyTo(this);
-    addAction(
-        tr("&Manual"), this, [this] { showPage(QStringLiteral("manual"), tr("Manual"), manual()); },
+    QAction *manualAction = addAction(
+        QString(), this, [this] { showPage(QStringLiteral("manual"), tr("Manual"), manual()); },
         QKeySequence(Qt::Key_F1));
-    addAction(tr("&Keyboard shortcuts"), this,
-              [this] { showPage(QStringLiteral("shortcuts"), tr("Keyboard shortcuts"), shortcuts()); });
-    addAction(tr("&About panelhost"), this,
-              [this] { showPage(QStringLiteral("about"), tr("About panelhost"), versions()); });
+    QAction *shortcutsAction = addAction(
+        QString(), this, [this] { showPage(QStringLiteral("shortcuts"), tr("Keyboard shortcuts"), shortcuts()); });
+    QAction *aboutAction =
+        addAction(QString(), this, [this] { showPage(QStringLiteral("about"), tr("About panelhost"), versions()); });
+    keepTranslated(this, [=] {
+        setTitle(tr("&Help"));
+        manualAction->setText(tr("&Manual"));
+        shortcutsAction->setText(tr("&Keyboard shortcuts"));
+        aboutAction->setText(tr("&About panelhost"));
+    });
 }
 
 void HelpMenu::showPage(const QString &name, const QString &title, const QString &markdown)
@@ -82,7 +89,7 @@ QString HelpMenu::shortcuts() const
             if (keys.isEmpty() || known.contains(keys))
                 continue;
             known << keys;
-            text += row(keys, action->text().remove(QLatin1Char('&')));
+            text += row(keys, plainActionText(action->text()));
         }
     }
     return text + row(tr("Arrow keys, Return, Escape"), tr("Move in the page that the LCD shows"))

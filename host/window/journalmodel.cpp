@@ -1,5 +1,7 @@
 #include "window/journalmodel.h"
 
+#include "journal/entrytext.h"
+
 #include <algorithm>
 
 namespace panelhost {
@@ -26,10 +28,12 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
         return {};
     const Line &line = lineAt(m_visible[static_cast<size_t>(index.row())]);
     if (role == Qt::DisplayRole)
+        return lineText(line.entry);
+    if (role == TextRole)
         return line.text;
     if (role == SequenceRole)
         return m_visible[static_cast<size_t>(index.row())];
-    return role == KindRole ? QVariant(line.kind) : QVariant();
+    return role == KindRole ? QVariant(int(line.entry.kind)) : QVariant();
 }
 
 // The journal may have discarded lines that were not read yet. Lines before those are not the newest any more.
@@ -47,7 +51,8 @@ void JournalModel::poll()
 
 bool JournalModel::matches(const Line &line) const
 {
-    return m_kinds.contains(line.kind) && (m_text.isEmpty() || line.text.contains(m_text, Qt::CaseInsensitive));
+    return m_kinds.contains(int(line.entry.kind))
+        && (m_text.isEmpty() || line.text.contains(m_text, Qt::CaseInsensitive));
 }
 
 void JournalModel::append(const QVector<Journal::Entry> &entries)
@@ -55,7 +60,7 @@ void JournalModel::append(const QVector<Journal::Entry> &entries)
     std::vector<qint64> visible;
     for (const Journal::Entry &entry : entries) {
         m_nextSequence = entry.sequence + 1;
-        m_lines.push_back({entry.toText(), int(entry.kind)});
+        m_lines.push_back({entry.toText(), entry});
         if (matches(m_lines.back()))
             visible.push_back(entry.sequence);
     }

@@ -21,6 +21,7 @@ public:
 
     enum Role {
         KindRole = Qt::UserRole,
+        TextRole,    ///< the whole line as text, with the thread
         SequenceRole ///< the number of the line in the journal
     };
 
@@ -46,8 +47,8 @@ public:
 private:
     struct Line
     {
-        QString text;
-        int kind;
+        QString text; ///< for the filter
+        Journal::Entry entry;
     };
 
     bool matches(const Line &line) const;

@@ -2,7 +2,11 @@
 
 #include "output/replacefile.h"
 #include "panel/theme.h"
+#include "panel/translated.h"
+#include "panel/windowtheme.h"
+#include "time/timetext.h"
 #include "window/elidedlabel.h"
+#include "window/filedialog.h"
 #include "window/journalmodel.h"
 
 #include <QtCore/QJsonArray>
@@ -30,21 +34,21 @@ namespace {
 struct KindColor
 {
     Journal::Kind kind;
-    QRgb color;
+    QRgb theme::Colors::*color;
 };
 
 const KindColor Kinds[] = {
-    {Journal::Kind::Call, theme::TextColor}, {Journal::Kind::Event, theme::Amber},
-    {Journal::Kind::Signal, theme::Blue},    {Journal::Kind::Log, theme::DimTextColor},
-    {Journal::Kind::Screen, theme::Green},   {Journal::Kind::Action, theme::Accent},
+    {Journal::Kind::Call, &theme::Colors::text},    {Journal::Kind::Event, &theme::Colors::amber},
+    {Journal::Kind::Signal, &theme::Colors::blue},  {Journal::Kind::Log, &theme::Colors::dimText},
+    {Journal::Kind::Screen, &theme::Colors::green}, {Journal::Kind::Action, &theme::Colors::accent},
 };
 
 QRgb colorOf(int kind)
 {
     for (const KindColor &entry : Kinds)
         if (int(entry.kind) == kind)
-            return entry.color;
-    return theme::TextColor;
+            return theme::colors().*entry.color;
+    return theme::colors().text;
 }
 
 class LineDelegate : public QStyledItemDelegate
@@ -63,14 +67,13 @@ protected:
 }
 
 JournalView::JournalView(const Journal &journal, QWidget *parent)
-    : QDockWidget(tr("Journal"), parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
+    : QDockWidget(parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
       m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel), m_list(makeList()),
       m_detail(makeDetail()), m_journal(journal)
 {
     setObjectName(QStringLiteral("journal"));
     theme::applyTo(this);
     m_text->setObjectName(QStringLiteral("journal-text"));
-    m_text->setPlaceholderText(tr("Filter (Ctrl+F)"));
     m_text->setClearButtonEnabled(true);
     m_text->setFocusPolicy(Qt::StrongFocus);
     m_text->setMinimumWidth(8 * theme::Grid);
@@ -100,7 +103,24 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     column->addWidget(split);
     column->addWidget(makeActions());
     setWidget(content);
+    keepTranslated(this, [this] { setTexts(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &JournalView::showDetail);
+}
+
+void JournalView::setTexts()
+{
+    setWindowTitle(tr("Journal"));
+    m_text->setPlaceholderText(tr("Filter (Ctrl+F)"));
+    m_list->setAccessibleName(tr("Lines of the journal"));
+    m_detail->setHeaderLabels({tr("Name"), tr("Value")});
+    m_detail->setAccessibleName(tr("Data of the journal line"));
+    m_copy->setText(tr("Copy"));
+    m_copy->setToolTip(tr("Copies the selected lines (Ctrl+C)"));
+    m_clear->setText(tr("Clear"));
+    m_clear->setToolTip(tr("Hides all lines up to now; the journal keeps them"));
+    m_export->setText(tr("Export…"));
+    m_export->setToolTip(tr("Writes the lines that are shown to a file"));
+    updateCounts();
 }
 
 QListView *JournalView::makeList()
@@ -143,8 +163,7 @@ QTreeWidget *JournalView::makeDetail()
 {
     auto *tree = new QTreeWidget;
     tree->setObjectName(QStringLiteral("journal-detail"));
-    tree->setHeaderLabels({tr("Name"), tr("Value")});
-    tree->setAccessibleName(tr("Data of the journal line"));
+    tree->setColumnCount(2);
     tree->hide();
     return tree;
 }
@@ -153,20 +172,18 @@ QWidget *JournalView::makeActions()
 {
     auto *bar = new QToolBar;
     bar->setObjectName(QStringLiteral("journal-actions"));
-    const auto add = [this, bar](const char *name, const QString &text, const QString &help, const QKeySequence &keys,
-                                 void (JournalView::*slot)()) {
-        QAction *action = bar->addAction(text, this, slot);
+    const auto add = [this, bar](const char *name, const QKeySequence &keys, void (JournalView::*slot)()) {
+        QAction *action = bar->addAction(QString(), this, slot);
         action->setObjectName(QString::fromLatin1(name));
-        action->setToolTip(keys.isEmpty() ? help : QStringLiteral("%1 (%2)").arg(help, keys.toString()));
         action->setShortcut(keys);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         addAction(action);
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+        return action;
     };
-    add("journal-copy", tr("Copy"), tr("Copies the selected lines"), QKeySequence::Copy, &JournalView::copySelection);
-    add("journal-clear", tr("Clear"), tr("Hides all lines up to now; the journal keeps them"), {}, &JournalView::clear);
-    add("journal-export", tr("Export…"), tr("Writes the lines that are shown to a file"), {},
-        &JournalView::exportLines);
+    m_copy = add("journal-copy", QKeySequence::Copy, &JournalView::copySelection);
+    m_clear = add("journal-clear", {}, &JournalView::clear);
+    m_export = add("journal-export", {}, &JournalView::exportLines);
     return bar;
 }
 
@@ -189,7 +206,7 @@ void JournalView::copySelection()
     std::sort(selected.begin(), selected.end());
     QStringList lines;
     for (const QModelIndex &index : qAsConst(selected))
-        lines << index.data().toString();
+        lines << index.data(JournalModel::TextRole).toString();
     if (!lines.isEmpty())
         QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
@@ -198,19 +215,15 @@ QByteArray JournalView::shownLines() const
 {
     QByteArray lines;
     for (int row = 0; row < m_model->rowCount(); ++row)
-        lines += m_model->index(row).data().toString().toUtf8() + '\n';
+        lines += m_model->index(row).data(JournalModel::TextRole).toString().toUtf8() + '\n';
     return lines;
 }
 
 void JournalView::exportLines()
 {
-    auto *dialog = new QFileDialog(window(), tr("Export the journal"));
-    dialog->setObjectName(QStringLiteral("export-dialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    QFileDialog *dialog = makeFileDialog(window(), tr("Export the journal"), QStringLiteral("export-dialog"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->selectFile(QStringLiteral("journal.txt"));
-    theme::applyTo(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString &path) {
         QString error;
         const bool isSaved = replaceFile(path, shownLines(), &error);
@@ -255,7 +268,7 @@ void JournalView::showDetail(const QModelIndex &index)
         return new QTreeWidgetItem(m_detail, {name, value});
     };
     add(tr("Number"), QString::number(entry.sequence));
-    add(tr("Time"), QStringLiteral("%1 ms").arg(entry.at));
+    add(tr("Time"), timeText(entry.at));
     add(tr("Thread"), entry.thread);
     add(tr("Kind"), Journal::kindName(entry.kind));
     addValue(add(entry.name, {}), entry.data);
@@ -312,8 +325,8 @@ void JournalView::updateCounts()
         return;
     m_forgotten->setText(
         m_file.isEmpty()
-            ? QStringLiteral("The oldest %1 lines were discarded; use --journal FILE to keep all lines.").arg(forgotten)
-            : QStringLiteral("The oldest %1 lines are only in %2.").arg(QString::number(forgotten), m_file));
+            ? tr("The oldest %1 lines were discarded; use --journal FILE to keep all lines.").arg(forgotten)
+            : tr("The oldest %1 lines are only in %2.").arg(QString::number(forgotten), m_file));
 }
 
 }

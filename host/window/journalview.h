@@ -41,6 +41,7 @@ Q_SIGNALS:
     void messageChanged(const QString &text);
 
 private:
+    void setTexts();
     QToolBar *makeKinds();
     QWidget *makeActions();
     QTreeWidget *makeDetail();
@@ -55,6 +56,9 @@ private:
 
     JournalModel *m_model;
     QList<QAction *> m_kinds;
+    QAction *m_copy = nullptr;
+    QAction *m_clear = nullptr;
+    QAction *m_export = nullptr;
     QLineEdit *m_text;
     ElidedLabel *m_count;
     QLabel *m_forgotten;

@@ -3,6 +3,8 @@
 #include "panel/frontpanel.h"
 #include "panel/lcdview.h"
 #include "panel/theme.h"
+#include "panel/translated.h"
+#include "panel/windowtheme.h"
 #include "playing/scenarioresult.h"
 #include "records/run.h"
 #include "scenario/scenario.h"
@@ -14,11 +16,14 @@
 #include "window/helpmenu.h"
 #include "window/journalview.h"
 #include "window/playbar.h"
+#include "window/realtimetooltips.h"
 #include "window/scenarioopener.h"
 #include "window/speedbar.h"
+#include "window/themechoice.h"
 #include "window/timemenu.h"
 #include "window/todayview.h"
 #include "window/unitbar.h"
+#include "window/windowlanguage.h"
 #include "window/windowstatus.h"
 
 #include <QtCore/QFileInfo>
@@ -43,7 +48,7 @@ static QString failureOf(const DeviceState &device)
 {
     if (device.missingParts.isEmpty())
         return device.tbar.failure;
-    return QStringLiteral("The board has lost: %1").arg(device.missingParts.join(QStringLiteral(", ")));
+    return PanelWindow::tr("The board has lost: %1").arg(device.missingParts.join(QStringLiteral(", ")));
 }
 
 PanelWindow::PanelWindow(Session &session)
@@ -54,6 +59,7 @@ PanelWindow::PanelWindow(Session &session)
     setObjectName(QStringLiteral("window"));
     setWindowTitle(QStringLiteral("panelhost"));
     setCentralWidget(m_panel);
+    new RealTimeToolTips(this);
     theme::applyToToolTips();
     theme::applyTo(menuBar());
     theme::applyTo(m_speed);
@@ -108,7 +114,7 @@ void PanelWindow::askForUnits(const UnitPattern &pattern, const QString &unit)
     m_units->setUnit(unit);
     connect(m_units, &UnitBar::unitEntered, this, &PanelWindow::beginUnit);
     connect(m_units, &UnitBar::finished, this, &PanelWindow::focusLcd);
-    auto *bar = new QToolBar(QStringLiteral("Unit"), this);
+    auto *bar = new QToolBar(this);
     bar->setObjectName(QStringLiteral("unit-toolbar"));
     bar->setMovable(false);
     bar->toggleViewAction()->setVisible(false);
@@ -167,7 +173,7 @@ void PanelWindow::showRun(const Run &run)
 void PanelWindow::warnThatUnitPassed(const QString &unit, const QDateTime &passedAt)
 {
     if (m_units && m_units->unit() == unit)
-        m_units->setWarning(QStringLiteral("%1 has already passed the complete machine test: %2 UTC")
+        m_units->setWarning(tr("%1 has already passed the complete machine test: %2 UTC")
                                 .arg(unit, passedAt.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
 }
 
@@ -232,6 +238,11 @@ void PanelWindow::arrangeDocks()
         }
     }
     resizeDocks({docks.first()}, {place.extent}, isRight ? Qt::Horizontal : Qt::Vertical);
+    // They share their side in equal parts.
+    QList<int> shares;
+    for (int count = 0; count < docks.size(); ++count)
+        shares << (isRight ? height() : width()) / docks.size();
+    resizeDocks(docks, shares, isRight ? Qt::Vertical : Qt::Horizontal);
     m_isArranging = false;
 }
 
@@ -282,7 +293,7 @@ void PanelWindow::showEvent(QShowEvent *event)
 
 void PanelWindow::paintEvent(QPaintEvent *)
 {
-    QPainter(this).fillRect(rect(), QColor(theme::WindowBackground));
+    QPainter(this).fillRect(rect(), QColor(theme::colors().window));
 }
 
 void PanelWindow::setSpeed(double factor)
@@ -358,6 +369,13 @@ void PanelWindow::beginPlaying(const Scenario &scenario)
     m_session.clock().stop();
     m_playBar->begin(scenario.title.isEmpty() ? QFileInfo(scenario.file).fileName() : scenario.title,
                      playedSteps(scenario.steps));
+    showSummary();
+}
+
+// Also where only the title is seen, such as in a task bar.
+void PanelWindow::showSummary()
+{
+    setWindowTitle(m_playBar->summary() + QStringLiteral(" – panelhost"));
 }
 
 void PanelWindow::showPlayedStep(const StepResult &step, qint64 number)
@@ -372,6 +390,7 @@ void PanelWindow::endPlaying(const ScenarioResult &result)
     setSpeed(SpeedBar::Paused);
     m_pausedByEnd = m_factorBeforeEnd != SpeedBar::Paused;
     m_playBar->end(result);
+    showSummary();
     refresh();
 }
 
@@ -430,25 +449,34 @@ void PanelWindow::addFaultMenu()
 
 void PanelWindow::addDeviceMenu()
 {
-    QMenu *menu = menuBar()->addMenu(QStringLiteral("&Device"));
-    menu->addAction(QStringLiteral("&Enter factory mode"), this, [this] {
+    QMenu *menu = menuBar()->addMenu(QString());
+    QAction *enter = menu->addAction(QString(), this, [this] {
         perform({OperatorAction::Kind::EnterFactoryMode, {}});
     });
-    menu->addAction(QStringLiteral("E&xit factory mode"), this, [this] {
-        perform({OperatorAction::Kind::ExitFactoryMode, {}});
+    QAction *exit = menu->addAction(QString(), this, [this] { perform({OperatorAction::Kind::ExitFactoryMode, {}}); });
+    keepTranslated(menu, [=] {
+        menu->setTitle(tr("&Device"));
+        enter->setText(tr("&Enter factory mode"));
+        exit->setText(tr("E&xit factory mode"));
     });
+}
+
+// Qt calls English "American English".
+static QString languageText(const QString &code)
+{
+    const QString name = code == QLatin1String("en") ? QStringLiteral("English") : QLocale(code).nativeLanguageName();
+    return QStringLiteral("%1 (%2)").arg(name, code);
 }
 
 void PanelWindow::addLanguageMenu()
 {
-    QMenu *menu = menuBar()->addMenu(QStringLiteral("&Language"));
+    QMenu *menu = menuBar()->addMenu(QString());
     auto *group = new QActionGroup(menu);
     const auto codes = m_session.languages();
     for (const QString &code : codes) {
-        QAction *action = menu->addAction(
-            QStringLiteral("%1 (%2)").arg(QLocale(code).nativeLanguageName(), code), this, [this, code] {
-                perform({OperatorAction::Kind::Language, {{QStringLiteral("code"), code}}});
-            });
+        QAction *action = menu->addAction(languageText(code), this, [this, code] {
+            perform({OperatorAction::Kind::Language, {{QStringLiteral("code"), code}}});
+        });
         action->setData(code);
         action->setCheckable(true);
         group->addAction(action);
@@ -458,20 +486,87 @@ void PanelWindow::addLanguageMenu()
         for (QAction *action : actions)
             action->setChecked(action->data().toString() == m_session.language());
     });
+    auto *lcd = new QAction(menu);
+    lcd->setEnabled(false);
+    menu->insertAction(group->actions().first(), lcd);
+    QMenu *window = addWindowLanguages(menu);
+    keepTranslated(menu, [=] {
+        menu->setTitle(tr("&Language"));
+        lcd->setText(tr("LCD"));
+        window->setTitle(tr("&Window"));
+    });
+}
+
+// The first entry follows the computer.
+QMenu *PanelWindow::addWindowLanguages(QMenu *menu)
+{
+    menu->addSeparator();
+    QMenu *window = menu->addMenu(QString());
+    window->setObjectName(QStringLiteral("window-language"));
+    auto *group = new QActionGroup(window);
+    const auto add = [this, window, group](const QString &text, const QString &code) {
+        QAction *action = window->addAction(text, this, [code] { setWindowLanguage(code); });
+        action->setData(code);
+        action->setCheckable(true);
+        group->addAction(action);
+        return action;
+    };
+    QAction *system = add(QString(), QString());
+    window->addSeparator();
+    const QStringList codes = windowLanguages();
+    for (const QString &code : codes)
+        add(languageText(code), code);
+    keepTranslated(window, [system] { system->setText(tr("As on this &computer")); });
+    connect(window, &QMenu::aboutToShow, this, [group] {
+        const auto actions = group->actions();
+        for (QAction *action : actions)
+            action->setChecked(action->data().toString() == windowLanguage());
+    });
+    return window;
 }
 
 void PanelWindow::addViewMenu()
 {
-    m_viewMenu = menuBar()->addMenu(QStringLiteral("&View"));
+    m_viewMenu = menuBar()->addMenu(QString());
     QAction *journal = m_journal->toggleViewAction();
     journal->setShortcut(QKeySequence(QStringLiteral("Ctrl+J")));
     m_viewMenu->addAction(journal);
-    m_viewMenu->addAction(tr("&Find in the journal"), m_journal, &JournalView::focusFilter,
-                          QKeySequence(QKeySequence::Find));
-    QAction *arranges = m_viewMenu->addAction(tr("&Arrange docks automatically"));
+    QAction *find =
+        m_viewMenu->addAction(QString(), m_journal, &JournalView::focusFilter, QKeySequence(QKeySequence::Find));
+    QAction *arranges = m_viewMenu->addAction(QString());
+    addThemes();
+    keepTranslated(m_viewMenu, [=] {
+        m_viewMenu->setTitle(tr("&View"));
+        find->setText(tr("&Find in the journal"));
+        arranges->setText(tr("&Arrange docks automatically"));
+    });
     arranges->setCheckable(true);
     connect(arranges, &QAction::triggered, this, &PanelWindow::setArrangesDocks);
     connect(m_viewMenu, &QMenu::aboutToShow, this, [this, arranges] { arranges->setChecked(m_arrangesDocks); });
+}
+
+void PanelWindow::addThemes()
+{
+    QMenu *menu = m_viewMenu->addMenu(QString());
+    menu->setObjectName(QStringLiteral("theme"));
+    auto *group = new QActionGroup(menu);
+    for (const char *choice : {"", "dark", "light"}) {
+        const QString name = QString::fromLatin1(choice);
+        QAction *action = group->addAction(menu->addAction(QString(), menu, [name] { setThemeChoice(name); }));
+        action->setData(name);
+        action->setCheckable(true);
+    }
+    connect(menu, &QMenu::aboutToShow, this, [group] {
+        const auto actions = group->actions();
+        for (QAction *action : actions)
+            action->setChecked(action->data().toString() == themeChoice());
+    });
+    keepTranslated(menu, [menu] {
+        menu->setTitle(tr("&Theme"));
+        const QStringList names{tr("As on this &computer"), tr("&Dark"), tr("&Light")};
+        for (int index = 0; index < names.size(); ++index)
+            menu->actions().at(index)->setText(names[index]);
+    });
 }
 
 // It is closed at first if the screen has no room for it next to the panel at its natural size.

@@ -118,10 +118,13 @@ private:
     void addMenus();
     void addDeviceMenu();
     void addLanguageMenu();
+    QMenu *addWindowLanguages(QMenu *menu);
+    void addThemes();
     void addViewMenu();
     void addTimeMenu();
     void addFaultMenu();
     void addPlayBar();
+    void showSummary();
     void addJournal();
     void addFaults();
     void addToDocks(QDockWidget *dock);

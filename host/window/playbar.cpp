@@ -1,6 +1,7 @@
 #include "window/playbar.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "playing/scenarioresult.h"
 #include "window/elidedlabel.h"
 #include "window/problemdialog.h"
@@ -52,6 +53,13 @@ PlayBar::PlayBar(QWidget *parent)
     m_details = addButton("play-details", &PlayBar::showDetails);
     m_timeline = addButton("play-timeline", &PlayBar::timelineTriggered);
     m_again = addButton("play-again", &PlayBar::playAgainTriggered);
+    keepTranslated(this, [this] { setTexts(); });
+    theme::applyTo(this);
+    hide();
+}
+
+void PlayBar::setTexts()
+{
     m_stop->setText(tr("Stop"));
     m_stop->setToolTip(tr("Ends the scenario here; the session stays as it is"));
     m_details->setText(tr("Details…"));
@@ -60,8 +68,6 @@ PlayBar::PlayBar(QWidget *parent)
     m_timeline->setToolTip(tr("Shows any moment of this scenario in another window"));
     m_again->setText(tr("Play again"));
     m_again->setToolTip(tr("Plays the scenario from its beginning in a new session"));
-    theme::applyTo(this);
-    hide();
 }
 
 QAction *PlayBar::addButton(const char *name, void (PlayBar::*triggered)())
@@ -115,6 +121,11 @@ void PlayBar::end(const ScenarioResult &result)
         showVerdict(QStringLiteral("passed"), tr("PASSED"), steps);
     else
         showVerdict(QStringLiteral("failed"), tr("FAILED"), failureOf(result));
+}
+
+QString PlayBar::summary() const
+{
+    return QStringLiteral("%1: %2").arg(m_verdict->text(), m_title);
 }
 
 void PlayBar::showDetails()

@@ -22,6 +22,8 @@ public:
     void setStep(const StepResult &step, qint64 number);
     /// Shows the result: whether it passed, and what failed first.
     void end(const ScenarioResult &result);
+    /// Returns the verdict that is shown and the title of the scenario.
+    QString summary() const;
 
 Q_SIGNALS:
     void stopTriggered();
@@ -32,6 +34,7 @@ private:
     QAction *addButton(const char *name, void (PlayBar::*triggered)());
     void showVerdict(const QString &state, const QString &verdict, const QString &text);
     void showDetails();
+    void setTexts();
 
     ElidedLabel *m_verdict;
     ElidedLabel *m_text;

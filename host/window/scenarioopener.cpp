@@ -1,7 +1,7 @@
 #include "window/scenarioopener.h"
 
-#include "panel/theme.h"
 #include "scenario/scenarioloader.h"
+#include "window/filedialog.h"
 #include "window/problemdialog.h"
 #include "window/windowsettings.h"
 
@@ -27,16 +27,12 @@ void ScenarioOpener::askAndShowTimeline()
 
 void ScenarioOpener::ask(const QString &title, void (ScenarioOpener::*use)(const QString &))
 {
-    auto *dialog = new QFileDialog(m_window, title);
-    dialog->setObjectName(QStringLiteral("open-dialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    QFileDialog *dialog = makeFileDialog(m_window, title, QStringLiteral("open-dialog"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters({tr("Scenarios (*.yaml *.yml)"), tr("All files (*)")});
     const QStringList recent = recentFiles();
     if (!recent.isEmpty())
         dialog->setDirectory(QFileInfo(recent.first()).path());
-    theme::applyTo(dialog);
     connect(dialog, &QFileDialog::fileSelected, this, use, Qt::QueuedConnection);
     dialog->open();
 }

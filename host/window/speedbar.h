@@ -31,7 +31,8 @@ Q_SIGNALS:
     void speedSelected(double factor);
 
 private:
-    void addSpeed(QHBoxLayout *row, const QString &name, const QString &text, double factor);
+    void addSpeed(QHBoxLayout *row, const QString &name, double factor);
+    void setTexts();
 
     QLabel *m_clock;
     QList<QToolButton *> m_speeds;

@@ -1,32 +1,40 @@
 #include "window/timemenu.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "window/speedbar.h"
 
 #include <QtWidgets/QActionGroup>
 
 namespace panelhost {
 
-TimeMenu::TimeMenu(QWidget *parent) : QMenu(tr("&Time"), parent), m_speeds(new QActionGroup(this))
+TimeMenu::TimeMenu(QWidget *parent) : QMenu(parent), m_speeds(new QActionGroup(this))
 {
     theme::applyTo(this);
-    addSpeed(tr("&Pause"), SpeedBar::Paused, "Ctrl+P");
-    addSpeed(tr("&Real time"), 1, "Ctrl+1");
-    addSpeed(tr("&10 times as fast"), 10, "Ctrl+2");
-    addSpeed(tr("&Full speed"), 0, "Ctrl+3");
+    addSpeed(SpeedBar::Paused, "Ctrl+P");
+    addSpeed(1, "Ctrl+1");
+    addSpeed(10, "Ctrl+2");
+    addSpeed(0, "Ctrl+3");
     addSeparator();
-    addAction(tr("&Step to the next event"), this, &TimeMenu::stepTriggered, QKeySequence(QStringLiteral("Ctrl+.")))
-        ->setObjectName(QStringLiteral("time-step"));
+    QAction *step = addAction(QString(), this, &TimeMenu::stepTriggered, QKeySequence(QStringLiteral("Ctrl+.")));
+    step->setObjectName(QStringLiteral("time-step"));
+    keepTranslated(this, [this, step] {
+        setTitle(tr("&Time"));
+        const QStringList names{tr("&Pause"), tr("&Real time"), tr("&10 times as fast"), tr("&Full speed")};
+        for (int index = 0; index < names.size(); ++index)
+            m_speeds->actions().at(index)->setText(names[index]);
+        step->setText(tr("&Step to the next event"));
+    });
 }
 
 // The shortcut of the pause continues at the speed before it.
-void TimeMenu::addSpeed(const QString &text, double factor, const char *shortcut)
+void TimeMenu::addSpeed(double factor, const char *shortcut)
 {
     const auto select = [this, factor] {
         const bool continues = factor == SpeedBar::Paused && m_speed == SpeedBar::Paused;
         Q_EMIT speedSelected(continues ? m_running : factor);
     };
-    QAction *action = addAction(text, this, select, QKeySequence(QString::fromLatin1(shortcut)));
+    QAction *action = addAction(QString(), this, select, QKeySequence(QString::fromLatin1(shortcut)));
     action->setCheckable(true);
     action->setData(factor);
     m_speeds->addAction(action);

@@ -23,7 +23,7 @@ Q_SIGNALS:
     void stepTriggered();
 
 private:
-    void addSpeed(const QString &text, double factor, const char *shortcut);
+    void addSpeed(double factor, const char *shortcut);
 
     QActionGroup *m_speeds;
     double m_speed = 1;

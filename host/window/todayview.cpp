@@ -1,49 +1,46 @@
 #include "window/todayview.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "records/statisticstext.h"
 #include "window/elidedlabel.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QStyle>
 
 namespace panelhost {
 
 namespace {
 
-QRgb colorOf(RunOutcome outcome)
-{
-    switch (outcome) {
-    case RunOutcome::Passed:
-        return theme::Green;
-    case RunOutcome::Failed:
-        return theme::Red;
-    case RunOutcome::Aborted:
-        break;
-    }
-    return theme::DimTextColor;
-}
+// The words for kinds and outcomes of runs.
+[[maybe_unused]] const char *const Words[] = {
+    QT_TRANSLATE_NOOP("panelhost::TodayView", "machine"), QT_TRANSLATE_NOOP("panelhost::TodayView", "aging"),
+    QT_TRANSLATE_NOOP("panelhost::TodayView", "repair"),  QT_TRANSLATE_NOOP("panelhost::TodayView", "passed"),
+    QT_TRANSLATE_NOOP("panelhost::TodayView", "failed"),  QT_TRANSLATE_NOOP("panelhost::TodayView", "aborted"),
+};
 
 QString lineOf(const Run &run)
 {
     const QString unit = run.session.unit.isEmpty() ? QStringLiteral("-") : run.session.unit;
     return QStringLiteral("%1  %2 %3  %4")
-        .arg(run.beginUtc().toString(QStringLiteral("HH:mm")), toText(run.kind), toText(run.outcome), unit);
+        .arg(run.beginUtc().toString(QStringLiteral("HH:mm")), TodayView::tr(toText(run.kind).toUtf8().constData()),
+             TodayView::tr(toText(run.outcome).toUtf8().constData()), unit);
 }
 
 QString yieldText(qint64 passed, const RunCounts &counts)
 {
     return counts.units == 0
         ? QStringLiteral("-")
-        : QStringLiteral("%1  (%2 of %3 units)").arg(percentText(passed, counts.units)).arg(passed).arg(counts.units);
+        : TodayView::tr("%1  (%2 of %3 units)").arg(percentText(passed, counts.units)).arg(passed).arg(counts.units);
 }
 
 QString failingText(const RunCounts &counts)
 {
     const QVector<FailingPhase> failing = failingPhases(counts);
     return failing.isEmpty() ? QStringLiteral("-")
-                             : QStringLiteral("%1  (%2 of %3 failed)")
+                             : TodayView::tr("%1  (%2 of %3 failed)")
                                    .arg(phaseText(failing.first().phase))
                                    .arg(failing.first().runs)
                                    .arg(counts.failed);
@@ -52,7 +49,7 @@ QString failingText(const RunCounts &counts)
 }
 
 TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount, QWidget *parent)
-    : QDockWidget(QStringLiteral("Today"), parent), m_reader(reader), m_savedCount(savedCount)
+    : QDockWidget(parent), m_reader(reader), m_savedCount(savedCount)
 {
     setObjectName(QStringLiteral("today"));
     theme::applyTo(this);
@@ -64,10 +61,10 @@ TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(2 * theme::Grid);
     grid->setColumnStretch(1, 1);
-    m_firstPass = addLine(grid, QStringLiteral("today-first-pass"), QStringLiteral("First-pass yield"));
-    m_final = addLine(grid, QStringLiteral("today-final"), QStringLiteral("Final yield"));
-    m_runs = addLine(grid, QStringLiteral("today-runs"), QStringLiteral("Machine tests"));
-    m_failing = addLine(grid, QStringLiteral("today-failing"), QStringLiteral("Fails most often"));
+    m_firstPass = addLine(grid, QStringLiteral("today-first-pass"));
+    m_final = addLine(grid, QStringLiteral("today-final"));
+    m_runs = addLine(grid, QStringLiteral("today-runs"));
+    m_failing = addLine(grid, QStringLiteral("today-failing"));
     column->addLayout(grid);
     for (int index = 0; index < LastRuns; ++index) {
         auto *label = new ElidedLabel(QStringLiteral("today-run-%1").arg(index));
@@ -78,14 +75,26 @@ TodayView::TodayView(StoreReader &reader, const std::function<int()> &savedCount
     column->addStretch(1);
     setWidget(content);
     connect(&reader, &StoreReader::todayRead, this, &TodayView::showFigures);
+    keepTranslated(this, [this] { setTexts(); });
 }
 
-QLabel *TodayView::addLine(QGridLayout *grid, const QString &name, const QString &caption)
+// The figures are read again in the new language.
+void TodayView::setTexts()
+{
+    setWindowTitle(tr("Today"));
+    const QStringList captions{tr("First-pass yield"), tr("Final yield"), tr("Machine tests"), tr("Fails most often")};
+    for (int index = 0; index < m_captions.size(); ++index)
+        m_captions[index]->setText(captions[index]);
+    m_seenCount = -1;
+}
+
+QLabel *TodayView::addLine(QGridLayout *grid, const QString &name)
 {
     const int row = grid->rowCount();
     auto *label = new ElidedLabel(name);
     label->setText(QStringLiteral("-"));
-    grid->addWidget(new QLabel(caption), row, 0);
+    m_captions.append(new QLabel);
+    grid->addWidget(m_captions.last(), row, 0);
     grid->addWidget(label, row, 1);
     return label;
 }
@@ -106,7 +115,7 @@ void TodayView::showFigures(const TodayFigures &figures)
     const RunCounts &counts = figures.counts;
     m_firstPass->setText(yieldText(counts.firstPassed, counts));
     m_final->setText(yieldText(counts.finallyPassed, counts));
-    m_runs->setText(QStringLiteral("%1  (%2 passed, %3 failed, %4 aborted)")
+    m_runs->setText(tr("%1  (%2 passed, %3 failed, %4 aborted)")
                         .arg(counts.runs())
                         .arg(counts.passed)
                         .arg(counts.failed)
@@ -119,7 +128,9 @@ void TodayView::showFigures(const TodayFigures &figures)
             continue;
         const Run &run = figures.lastRuns.at(index);
         label->setText(lineOf(run));
-        label->setStyleSheet(QStringLiteral("color: %1").arg(QColor(colorOf(run.outcome)).name()));
+        label->setProperty("outcome", toText(run.outcome));
+        label->style()->unpolish(label);
+        label->style()->polish(label);
     }
 }
 

@@ -29,7 +29,8 @@ public:
     void showFigures(const TodayFigures &figures);
 
 private:
-    QLabel *addLine(QGridLayout *grid, const QString &name, const QString &caption);
+    void setTexts();
+    QLabel *addLine(QGridLayout *grid, const QString &name);
 
     StoreReader &m_reader;
     std::function<int()> m_savedCount;
@@ -39,6 +40,7 @@ private:
     QLabel *m_final;
     QLabel *m_runs;
     QLabel *m_failing;
+    QVector<QLabel *> m_captions;
     QVector<QLabel *> m_lastRuns;
 };
 

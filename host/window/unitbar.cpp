@@ -1,7 +1,7 @@
 #include "window/unitbar.h"
 
 #include "panel/theme.h"
-#include "records/run.h"
+#include "panel/translated.h"
 #include "window/elidedlabel.h"
 
 #include <QtCore/QCoreApplication>
@@ -31,14 +31,14 @@ QString kindText(const Run &run)
 {
     switch (run.kind) {
     case RunKind::Machine:
-        return QStringLiteral("Complete machine test");
+        return UnitBar::tr("Complete machine test");
     case RunKind::Aging:
-        return QStringLiteral("Aging test");
+        return UnitBar::tr("Aging test");
     case RunKind::Repair:
         break;
     }
-    return run.phases.isEmpty() ? QStringLiteral("Repair page")
-                                : QStringLiteral("Repair page: %1").arg(run.phases.first().name);
+    return run.phases.isEmpty() ? UnitBar::tr("Repair page")
+                                : UnitBar::tr("Repair page: %1").arg(run.phases.first().name);
 }
 
 QString detailOf(const Run &run)
@@ -86,30 +86,38 @@ UnitBar::UnitBar(const UnitPattern &pattern, QWidget *parent)
     row->addWidget(m_field);
     row->addLayout(column, 1);
     theme::applyTo(this);
-    setUnit({});
+    keepTranslated(this, [this] { setTexts(); });
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 void UnitBar::setUnit(const QString &unit)
 {
     m_unit = unit;
+    m_verdict.reset();
     m_input->clear();
     showMessage({}, false);
-    const QString headline = unit.isEmpty() ? QStringLiteral("No unit") : unit;
-    showField(QStringLiteral("none"), headline,
-              unit.isEmpty() ? QStringLiteral("Scan a serial number") : QStringLiteral("No verdict yet"));
-    m_input->setPlaceholderText(unit.isEmpty() ? QStringLiteral("Serial number of the unit")
-                                               : QStringLiteral("Serial number of the next unit"));
+    setTexts();
 }
 
 void UnitBar::setVerdict(const Run &run)
 {
     if (run.session.unit != m_unit || run.outcome == RunOutcome::Aborted)
         return;
-    const bool hasPassed = run.outcome == RunOutcome::Passed;
-    showField(toText(run.outcome),
-              QStringLiteral("%1  %2").arg(hasPassed ? QStringLiteral("PASSED") : QStringLiteral("FAILED"), m_unit),
-              detailOf(run));
+    m_verdict = run;
+    setTexts();
+}
+
+void UnitBar::setTexts()
+{
+    m_input->setPlaceholderText(m_unit.isEmpty() ? tr("Serial number of the unit")
+                                                 : tr("Serial number of the next unit"));
+    if (m_verdict) {
+        const QString word = m_verdict->outcome == RunOutcome::Passed ? tr("PASSED") : tr("FAILED");
+        showField(toText(m_verdict->outcome), QStringLiteral("%1  %2").arg(word, m_unit), detailOf(*m_verdict));
+    } else {
+        showField(QStringLiteral("none"), m_unit.isEmpty() ? tr("No unit") : m_unit,
+                  m_unit.isEmpty() ? tr("Scan a serial number") : tr("No verdict yet"));
+    }
 }
 
 void UnitBar::setWarning(const QString &text)

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "records/run.h"
 #include "window/unitpattern.h"
 
 #include <QtWidgets/QWidget>
+
+#include <optional>
 
 class QLabel;
 class QLineEdit;
 
 namespace panelhost {
-
-struct Run;
 
 /// A strip that asks for the serial number of the unit to test next, and shows the last verdict of the current one in a
 /// large field. A barcode scanner is a keyboard that ends with Enter: characters that are typed anywhere in the window
@@ -41,6 +42,7 @@ Q_SIGNALS:
     void finished();
 
 private:
+    void setTexts();
     void submit();
     void showField(const QString &state, const QString &headline, const QString &detail);
     void showMessage(const QString &text, bool isError);
@@ -53,6 +55,7 @@ private:
     QLabel *m_detail;
     QLineEdit *m_input;
     QLabel *m_message;
+    std::optional<Run> m_verdict; ///< the last one of the unit
     QString m_unit;
     bool m_isWaiting = false;
 };

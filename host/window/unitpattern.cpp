@@ -2,6 +2,8 @@
 
 #include "operator/unitnumber.h"
 
+#include <QtCore/QCoreApplication>
+
 namespace panelhost {
 
 std::optional<UnitPattern> UnitPattern::fromText(const QString &text, QString *error)
@@ -25,7 +27,8 @@ QString UnitPattern::problem(const QString &unit) const
     const QString problem = unitNumberProblem(unit);
     if (!problem.isEmpty() || m_text.isEmpty() || m_expression.match(unit).hasMatch())
         return problem;
-    return QStringLiteral("\"%1\" isn't a serial number that matches %2.").arg(unit, m_text);
+    return QCoreApplication::translate("panelhost::UnitBar", "\"%1\" isn't a serial number that matches %2.")
+        .arg(unit, m_text);
 }
 
 }

@@ -67,7 +67,7 @@ void WindowFiles::watchRecording(PanelWindow &window)
     QObject::connect(m_writer.get(), &ScenarioWriter::failed, &window, [this, &window](const QString &error) {
         reportError(error);
         window.setRecording({});
-        window.addFailure(QStringLiteral("Recording ended: %1").arg(shortened(error, m_recording)));
+        window.addFailure(PanelWindow::tr("Recording ended: %1").arg(shortened(error, m_recording)));
     });
 }
 
@@ -80,7 +80,7 @@ void WindowFiles::watchJournal(PanelWindow &window)
         QMetaObject::invokeMethod(
             &window,
             [this, &window, error] {
-                window.addFailure(QStringLiteral("Journal ended: %1").arg(shortened(error, m_journal.path())));
+                window.addFailure(PanelWindow::tr("Journal ended: %1").arg(shortened(error, m_journal.path())));
             },
             Qt::QueuedConnection);
     };

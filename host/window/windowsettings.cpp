@@ -2,6 +2,8 @@
 
 #include "window/panelwindow.h"
 #include "window/speedbar.h"
+#include "window/themechoice.h"
+#include "window/windowlanguage.h"
 
 #include <algorithm>
 
@@ -18,6 +20,17 @@ QString WindowSettings::language(const QStringList &languages) const
 {
     const QString code = m_settings.value(QStringLiteral("language")).toString();
     return languages.contains(code) ? code : QString();
+}
+
+QString WindowSettings::windowLanguage() const
+{
+    const QString code = m_settings.value(QStringLiteral("window/language")).toString();
+    return windowLanguages().contains(code) ? code : QString();
+}
+
+QString WindowSettings::theme() const
+{
+    return m_settings.value(QStringLiteral("window/theme")).toString();
 }
 
 std::optional<double> WindowSettings::speed() const
@@ -44,6 +57,8 @@ void WindowSettings::save(const PanelWindow &window, const QString &language)
     m_settings.setValue(QStringLiteral("window/geometry"), window.saveGeometry());
     m_settings.setValue(QStringLiteral("window/docks"), window.saveState(StateVersion));
     m_settings.setValue(QStringLiteral("window/arranges-docks"), window.arrangesDocks());
+    m_settings.setValue(QStringLiteral("window/language"), panelhost::windowLanguage());
+    m_settings.setValue(QStringLiteral("window/theme"), themeChoice());
     m_settings.setValue(QStringLiteral("speed"), window.chosenSpeed());
     if (!language.isEmpty())
         m_settings.setValue(QStringLiteral("language"), language);

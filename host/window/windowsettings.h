@@ -18,6 +18,10 @@ public:
 
     /// Returns the language that was used last, if it is one of @p languages.
     QString language(const QStringList &languages) const;
+    /// Returns the language that the window had last; empty if none is remembered, or that of the computer.
+    QString windowLanguage() const;
+    /// Returns the theme that was chosen last, as for setThemeChoice().
+    QString theme() const;
     /// Returns the speed that was used last, as for PanelWindow::setSpeed().
     std::optional<double> speed() const;
     /// Restores geometry and docks.

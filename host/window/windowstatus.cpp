@@ -1,6 +1,7 @@
 #include "window/windowstatus.h"
 
 #include "panel/theme.h"
+#include "panel/translated.h"
 #include "window/elidedlabel.h"
 
 namespace panelhost {
@@ -12,7 +13,10 @@ WindowStatus::WindowStatus(QWidget *parent)
 {
     theme::applyTo(this);
     setSizeGripEnabled(false);
-    m_pending->setToolTip(QStringLiteral("Saved runs that the server doesn't have yet"));
+    keepTranslated(this, [this] {
+        m_pending->setToolTip(tr("Saved runs that the server doesn't have yet"));
+        setPendingRuns(m_pendingCount);
+    });
     addWidget(m_message, 1);
     for (ElidedLabel *label : {m_pending, m_recording}) {
         label->hide();
@@ -35,13 +39,14 @@ void WindowStatus::addFailure(const QString &text)
 
 void WindowStatus::setRecording(const QString &fileName)
 {
-    m_recording->setText(QStringLiteral("● REC %1").arg(fileName));
+    m_recording->setText(tr("● REC %1").arg(fileName));
     m_recording->setVisible(!fileName.isEmpty());
 }
 
 void WindowStatus::setPendingRuns(int count)
 {
-    m_pending->setText(count == 1 ? QStringLiteral("1 run to send") : QStringLiteral("%1 runs to send").arg(count));
+    m_pendingCount = count;
+    m_pending->setText(count == 1 ? tr("1 run to send") : tr("%1 runs to send").arg(count));
     m_pending->setVisible(count > 0);
 }
 

@@ -28,6 +28,7 @@ private:
     ElidedLabel *m_message;
     ElidedLabel *m_pending;
     ElidedLabel *m_recording;
+    int m_pendingCount = 0;
 };
 
 }

@@ -346,6 +346,24 @@ private Q_SLOTS:
         QVERIFY(fixture.told().value(0).startsWith(QStringLiteral("phase title=[FCBtnLight] 30%")));
     }
 
+    void aPressThatIsOvertakenBeforeItsTestHasPassedIsLoggedOnce()
+    {
+        Hold hold;
+        hold.release();
+        MachineTestFixture fixture;
+        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
+        fixture.bringToVerdict();
+        fixture.take();
+        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
+        QCOMPARE(fixture.told().filter(QStringLiteral("log ")), calls({"log Screen bad pixel pass"}));
+    }
+
     void aTickThatAFailureOvertakesShowsNothingMore()
     {
         MachineTestFixture fixture;

@@ -3,6 +3,8 @@
 
 #include <QtTest/QtTest>
 
+#include <sys/stat.h>
+
 using namespace LCD::FactoryModeImpl;
 
 namespace {
@@ -94,6 +96,16 @@ private Q_SLOTS:
                                 << calls({"[FactoryMenuConfigParser] Failed to parse XML: \"the-path\" Error: \"tag "
                                           "mismatch\" at line 2 column 15"})
                                 << true;
+        QTest::newRow("too many levels")
+            << "<LCD>\n" + QByteArray("<a>").repeated(600)
+            << calls(
+                   {"[FactoryMenuConfigParser] Failed to parse XML: \"the-path\" Error: \"the document needs more than "
+                    "512 levels\" at line 2 column 1537"})
+            << true;
+        QTest::newRow("too large") << QByteArray(4 * 1024 * 1024 + 1, ' ')
+                                   << calls({"[FactoryMenuConfigParser] Failed to parse XML: \"the-path\" Error: \"the "
+                                             "document is larger than 4194304 bytes\" at line 1 column 1"})
+                                   << true;
         QTest::newRow("another root")
             << QByteArray("<lcd><MenuBar/></lcd>")
             << calls({"[FactoryMenuConfigParser] Root element is not LCD, got: \"lcd\" in file: \"the-path\""}) << true;
@@ -131,6 +143,13 @@ private Q_SLOTS:
         for (const char *root : {"<LCD>", "<LCD version='1.0'>"})
             QVERIFY(FactoryMenuConfigParser().parseDocument(root + QByteArray("<MenuBar><MenuItem/></MenuBar></LCD>"),
                                                             Where, items));
+    }
+    void bracketsOfManyDeclarationsAreNoLevels()
+    {
+        const QByteArray declarations = QByteArray("<!ELEMENT a ((b)|(c))>").repeated(600);
+        QList<FactoryMenuLevel1Item> items;
+        QVERIFY(FactoryMenuConfigParser().parseDocument(
+            "<!DOCTYPE LCD [" + declarations + "]><LCD><MenuBar><MenuItem/></MenuBar></LCD>", Where, items));
     }
     void emptyMenuIsLoadedWithAWarning()
     {
@@ -178,6 +197,21 @@ private Q_SLOTS:
                                              "\"/nowhere/factorymenu.xml\" Error: \"No such file or directory\""),
                               QStringLiteral("[FactoryMenuConfigParser] Current working directory: \"%1\"")
                                   .arg(QDir::currentPath())}));
+    }
+    void pipeKeepsTheList()
+    {
+        const ShareDirectory share;
+        const QString path = ShareDirectory::path() + QStringLiteral("/factorymenu.xml");
+        QFile::remove(path);
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        auto items = earlier();
+        LogCapture log;
+        QVERIFY(!FactoryMenuConfigParser().load(ShareDirectory::path(), items));
+        QCOMPARE(shown(items), calls({"earlier||"}));
+        QCOMPARE(log.warnings(),
+                 (QStringList{QStringLiteral("[FactoryMenuConfigParser] Failed to parse XML: \"%1\" Error: "
+                                             "\"not a regular file\" at line 0 column 0")
+                                  .arg(path)}));
     }
     void defaultName() { QCOMPARE(FactoryMenuConfigParser::defaultConfigFileName(), "factorymenu.xml"); }
 };

@@ -1,10 +1,9 @@
+#include "fuzzfile.h"
 #include "fuzztarget.h"
 #include "scenario/scenarioloader.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTemporaryDir>
 
 // A scenario is either loaded or refused with messages that name a place in the file.
 
@@ -18,15 +17,10 @@ int LLVMFuzzerInitialize(int *argc, char ***argv)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    static const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("scenario.yaml"));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        qFatal("%s", qPrintable(file.errorString()));
-    file.write(reinterpret_cast<const char *>(bytes), static_cast<qint64>(size));
-    file.close();
+    static FuzzFile file("scenario.yaml");
+    file.write(bytes, size);
     QStringList errors;
-    const bool loaded = loadScenario(path, {}, &errors).has_value();
+    const bool loaded = loadScenario(file.path(), {}, &errors).has_value();
     if (loaded != errors.isEmpty())
         qFatal("loaded with errors, or refused without");
     static const QRegularExpression place(QStringLiteral("^[^\n]*scenario\\.yaml:\\d+:\\d+: error: ."));

@@ -16,6 +16,7 @@ SECONDS = 20
 
 
 def load_mutate(source):
+    sys.path.insert(0, os.path.join(source, "tools"))
     loader = importlib.machinery.SourceFileLoader("mutate", os.path.join(source, "tools/mutate"))
     module = importlib.util.module_from_spec(importlib.util.spec_from_loader("mutate", loader))
     loader.exec_module(module)

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void speedIsChosen();
     void completeMachinePassesByHand();
     void closesInTheMiddleOfARun();
+    void playsARecentFile();
 
 private:
     void open(const QStringList &arguments = {});
@@ -217,6 +218,34 @@ void TestWindow::completeMachinePassesByHand()
     QVERIFY(!m_panel->journalBytes().contains("\"ok\":false"));
     m_xServer.type(text("Escape"));
     waitFor("page", text("menu"));
+}
+
+// The session of the window ends, that of the scenario begins, and then a new one.
+void TestWindow::playsARecentFile()
+{
+    const auto write = [this](const char *name, const QByteArray &content) {
+        const QFileInfo info(m_panel->path(text(name)));
+        QVERIFY(QDir().mkpath(info.path()));
+        QFile file(info.filePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    const auto waitForWindow = [this](const char *title) {
+        m_xServer.xdotool({text("search"), text("--sync"), text("--onlyvisible"), text("--name"), text(title),
+                           text("windowfocus"), text("--sync")});
+    };
+    write("small.yaml", "title: Small\nsteps:\n  - navigate: down\n  - wait: 300ms\n");
+    write("config/panelhost/panelhost.ini", "recent-files=" + m_panel->path(text("small.yaml")).toUtf8() + '\n');
+    open();
+    for (const char *key : {"alt+f", "c", "Return"})
+        m_xServer.type(text(key));
+    waitForWindow("^PASSED: Small");
+    m_xServer.type(text("ctrl+n"));
+    waitForWindow("^panelhost$");
+    m_xServer.type(text("ctrl+q"));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_panel->process().exitCode(), 0);
 }
 
 void TestWindow::closesInTheMiddleOfARun()

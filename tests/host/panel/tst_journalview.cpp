@@ -39,6 +39,7 @@ private Q_SLOTS:
     void detailShowsTheData();
     void filterKeepsThePosition();
     void clearHidesLinesUntilNow();
+    void theMessageGetsTheWidth();
     void shownLinesAreExported();
     void staysFastWithManyLines();
 };
@@ -52,6 +53,11 @@ static void fill(Journal &journal, int lines, Journal::Kind kind = Journal::Kind
 static QString textAt(const JournalModel &model, int row)
 {
     return model.index(row).data().toString();
+}
+
+static QString fullTextAt(const JournalModel &model, int row)
+{
+    return model.index(row).data(JournalModel::TextRole).toString();
 }
 
 static void pollAll(JournalModel &model, const Journal &journal)
@@ -110,6 +116,24 @@ void TestJournalView::forgetsTheOldest()
     model.setText({});
     QCOMPARE(model.rowCount(), 100000);
     QVERIFY(textAt(model, 0).contains(QStringLiteral("call4000")));
+}
+
+// The thread, and what is the same for all log lines, is only in the details and in what is copied and filtered.
+void TestJournalView::theMessageGetsTheWidth()
+{
+    Journal journal;
+    JournalModel model(journal);
+    journal.add(
+        Journal::Kind::Log, QStringLiteral("default"),
+        {{QStringLiteral("level"), QStringLiteral("debug")}, {QStringLiteral("text"), QStringLiteral("hello")}});
+    journal.add(Journal::Kind::Call, QStringLiteral("service.call"), {{QStringLiteral("on"), true}});
+    model.poll();
+    QCOMPARE(textAt(model, 0).simplified(), QStringLiteral("0:00.000 log hello"));
+    QCOMPARE(textAt(model, 1).simplified(), QStringLiteral("0:00.000 call service.call on=true"));
+    QCOMPARE(model.index(0).data(JournalModel::TextRole).toString(), journal.entries().first().toText());
+    QVERIFY(journal.entries().first().toText().contains(QStringLiteral("other")));
+    model.setText(QStringLiteral("level=debug"));
+    QCOMPARE(model.rowCount(), 1);
 }
 
 // As after a long time with the dock closed.
@@ -282,7 +306,8 @@ void TestJournalView::selectedLinesAreCopied()
     select(*list, 3, 5);
     view.findChild<QAction *>(QStringLiteral("journal-copy"))->trigger();
     const QStringList copied = QApplication::clipboard()->text().split(QLatin1Char('\n'));
-    QCOMPARE(copied, (QStringList{textAt(view.model(), 3), textAt(view.model(), 4), textAt(view.model(), 5)}));
+    QCOMPARE(copied,
+             (QStringList{fullTextAt(view.model(), 3), fullTextAt(view.model(), 4), fullTextAt(view.model(), 5)}));
 }
 
 void TestJournalView::detailShowsTheData()

@@ -13,12 +13,15 @@
 #include "window/journalmodel.h"
 #include "window/journalview.h"
 #include "window/panelwindow.h"
+#include "window/themechoice.h"
 #include "window/windowfiles.h"
+#include "window/windowlanguage.h"
 #include "window/windowoptions.h"
 #include "window/windowsettings.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
@@ -29,6 +32,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTextBrowser>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QToolTip>
 #include <QtWidgets/QTreeWidget>
 
 #include <sys/resource.h>
@@ -80,12 +84,19 @@ private Q_SLOTS:
     void helpIsShown_data();
     void helpIsShown();
     void severalKeysCanBeFaulty();
+    void docksShareTheirSide();
+    void toolTipsAreShownWhilePaused();
+    void ctrlFFindsInTheJournal();
+    void oneTimeFormat();
+    void themeIsChosen();
+    void dialogsHaveTheTheme();
     void settingsAreRemembered();
     void damagedSettingsAreIgnored();
     void closesWithADialogOpen();
     void lcdOutlivesTheWindow();
 
 private:
+    void fillWindow(const QSize &size);
     QStringList actions() const;
     QAction *menuAction(const QString &menu, const QString &data) const;
 
@@ -209,30 +220,43 @@ void TestPanelWindow::messageHasRoom()
 
 void TestPanelWindow::nothingWidensTheWindow()
 {
-    const QSize sizes[] = {{640, 480}, {1280, 800}};
-    for (const QSize &size : sizes) {
-        m_window->findChild<JournalView *>()->hide();
-        m_window->resize(size);
-        m_window->findChild<JournalView *>()->show();
-        m_window->setRecording(QString(200, QLatin1Char('r')));
-        m_window->addFailure(QString(300, QLatin1Char('f')));
-        m_window->setPendingRuns(1000000);
-        m_session->device().calibrate(1, {});
-        for (int line = 0; line < 8000; ++line)
-            m_session->journal().add(Journal::Kind::Log, QString(300, QLatin1Char('x')));
-        m_session->clock().settle();
-        m_window->refresh();
-        m_window->refresh();
+    const QSize sizes[] = {{640, 400}, {640, 480}, {1280, 800}, {1366, 768}, {1920, 1080}};
+    const QString languages[] = {QStringLiteral("de"), QStringLiteral("ja"), QStringLiteral("zh_CN"),
+                                 QStringLiteral("en")};
+    for (const QString &language : languages) {
+        setWindowLanguage(language);
         QCoreApplication::processEvents();
-        QCOMPARE(m_window->size(), size);
-        const auto parts = m_window->findChildren<QWidget *>();
-        for (const QWidget *part : parts) {
-            if (part->isVisible() && part->window() == m_window.get() && !part->objectName().isEmpty()
-                && !part->objectName().startsWith(QLatin1String("qt_"))
-                && !part->objectName().startsWith(QLatin1String("key-")))
-                QVERIFY2(m_window->rect().contains({part->mapTo(m_window.get(), QPoint()), part->size()}),
-                         qPrintable(part->objectName()));
-        }
+        for (const QSize &size : sizes)
+            fillWindow(size);
+    }
+}
+
+// All that can be long is long, and has its place in the window.
+void TestPanelWindow::fillWindow(const QSize &size)
+{
+    m_window->findChild<JournalView *>()->hide();
+    m_window->resize(size);
+    QTest::keyClick(m_window.get(), Qt::Key_J, Qt::ControlModifier);
+    QVERIFY(m_window->findChild<JournalView *>()->isVisible());
+    m_window->setRecording(QString(200, QLatin1Char('r')));
+    m_window->addFailure(QString(300, QLatin1Char('f')));
+    m_window->setPendingRuns(1000000);
+    m_session->device().calibrate(1, {});
+    const int missing = 8000 - static_cast<int>(m_session->journal().count());
+    for (int line = 0; line < missing; ++line)
+        m_session->journal().add(Journal::Kind::Log, QString(300, QLatin1Char('x')));
+    m_session->clock().settle();
+    m_window->refresh();
+    m_window->refresh();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->size(), size);
+    const auto parts = m_window->findChildren<QWidget *>();
+    for (const QWidget *part : parts) {
+        if (part->isVisible() && part->window() == m_window.get() && !part->objectName().isEmpty()
+            && !part->objectName().startsWith(QLatin1String("qt_"))
+            && !part->objectName().startsWith(QLatin1String("key-")))
+            QVERIFY2(m_window->rect().contains({part->mapTo(m_window.get(), QPoint()), part->size()}),
+                     qPrintable(part->objectName()));
     }
 }
 
@@ -721,6 +745,125 @@ void TestPanelWindow::severalKeysCanBeFaulty()
         QVERIFY2(!m_session->faults().isOn(fault.name), qPrintable(fault.name));
     QVERIFY(faultsOf("key-27").isEmpty() && faultsOf("net1").isEmpty() && faultsOf("tbar").isEmpty());
     QCOMPARE(itemOf(*tree, name)->checkState(0), Qt::Unchecked);
+}
+
+// Each has room for what it is for, such as a few faults.
+void TestPanelWindow::docksShareTheirSide()
+{
+    auto *journal = m_window->findChild<JournalView *>();
+    auto *faults = m_window->findChild<FaultView *>();
+    m_window->resize(1600, 800);
+    journal->show();
+    faults->show();
+    QCoreApplication::processEvents();
+    QVERIFY2(qAbs(journal->height() - faults->height()) < 40,
+             qPrintable(QStringLiteral("%1 %2").arg(journal->height()).arg(faults->height())));
+    m_window->resize(900, 1000);
+    QCoreApplication::processEvents();
+    QVERIFY2(qAbs(journal->width() - faults->width()) < 40,
+             qPrintable(QStringLiteral("%1 %2").arg(journal->width()).arg(faults->width())));
+}
+
+void TestPanelWindow::toolTipsAreShownWhilePaused()
+{
+    const auto tip = [] {
+        const auto windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+            return window->inherits("QTipLabel") && window->isVisible();
+        });
+        return found == windows.end() ? QString() : static_cast<QLabel *>(*found)->text();
+    };
+    auto *key = m_window->findChild<Control *>(QStringLiteral("key-27"));
+    QTest::mouseMove(key, key->rect().center());
+    QTRY_VERIFY(tip().contains(QStringLiteral("hold until the next click")));
+    auto *port = m_window->findChild<Control *>(QStringLiteral("usb2"));
+    QTest::mouseMove(port, port->rect().center());
+    QTRY_VERIFY(tip().contains(QStringLiteral("block or unblock")));
+    QCOMPARE(m_session->clock().now(), Milliseconds(0));
+}
+
+void TestPanelWindow::ctrlFFindsInTheJournal()
+{
+    auto *journal = m_window->findChild<JournalView *>();
+    journal->hide();
+    QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(journal->isVisible());
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("journal-text"));
+    m_window->refresh();
+    const int all = journal->model().rowCount();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("factorymenu"));
+    QVERIFY(journal->model().rowCount() > 0 && journal->model().rowCount() < all);
+    QCOMPARE(actions(), QStringList());
+}
+
+// In the clock, in the lines of the journal and in their details.
+void TestPanelWindow::oneTimeFormat()
+{
+    auto *journal = m_window->findChild<JournalView *>();
+    journal->show();
+    m_session->clock().advance(65250);
+    QTest::keyClick(m_session->lcd(), Qt::Key_Down);
+    m_session->panelOperator().perform(
+        {OperatorAction::Kind::Navigate, {{QStringLiteral("key"), QStringLiteral("down")}}});
+    m_window->refresh();
+    const QString time = QStringLiteral("1:05.250");
+    QCOMPARE(m_window->findChild<QLabel *>(QStringLiteral("clock"))->text(), time);
+    const QModelIndex last = journal->model().index(journal->model().rowCount() - 1);
+    QVERIFY2(last.data().toString().trimmed().startsWith(time + QLatin1Char(' ')), qPrintable(last.data().toString()));
+    m_window->findChild<QAbstractItemView *>(QStringLiteral("journal-lines"))->setCurrentIndex(last);
+    const auto *detail = m_window->findChild<QTreeWidget *>(QStringLiteral("journal-detail"));
+    QCOMPARE(detail->topLevelItem(1)->text(1), time);
+}
+
+// The window and what belongs to it, but not the front panel, which is a picture of a device.
+void TestPanelWindow::themeIsChosen()
+{
+    const auto colorsOf = [this] {
+        const auto *dock = m_window->findChild<JournalView *>();
+        return QList<QColor>{m_window->menuBar()->palette().color(QPalette::Window),
+                             dock->palette().color(QPalette::Text), QToolTip::palette().color(QPalette::ToolTipBase)};
+    };
+    m_window->findChild<JournalView *>()->show();
+    const QList<QColor> dark = colorsOf();
+    const auto *panel = m_window->findChild<FrontPanel *>();
+    const QImage device = m_window->findChild<QWidget *>(QStringLiteral("key-27"))->grab().toImage();
+    auto *menu = m_window->findChild<QMenu *>(QStringLiteral("theme"));
+    QCOMPARE(menu->actions().size(), 3);
+    menu->actions().at(2)->trigger();
+    const QList<QColor> light = colorsOf();
+    QVERIFY(dark[0].lightness() < 60 && light[0].lightness() > 200);
+    QVERIFY(dark[1].lightness() > 200 && light[1].lightness() < 60);
+    QVERIFY(dark[2].lightness() < 60 && light[2].lightness() > 200);
+    QCOMPARE(m_window->findChild<QWidget *>(QStringLiteral("key-27"))->grab().toImage(), device);
+    QVERIFY(panel->isVisible());
+    Q_EMIT menu->aboutToShow();
+    QVERIFY(menu->actions().at(2)->isChecked());
+    WindowSettings().save(*m_window, {});
+    QCOMPARE(WindowSettings().theme(), QStringLiteral("light"));
+    menu->actions().at(1)->trigger();
+    QCOMPARE(colorsOf(), dark);
+    setThemeChoice(QStringLiteral("pink"));
+    QCOMPARE(themeChoice(), QStringLiteral("dark"));
+    setSystemDark(false);
+    menu->actions().at(0)->trigger();
+    QCOMPARE(colorsOf(), light);
+    setSystemDark(true);
+    menu->actions().at(0)->trigger();
+    QCOMPARE(colorsOf(), dark);
+}
+
+void TestPanelWindow::dialogsHaveTheTheme()
+{
+    setThemeChoice(QStringLiteral("light"));
+    m_window->findChild<QAction *>(QStringLiteral("save-journal"))->trigger();
+    menuAction(QStringLiteral("&Help"), QStringLiteral("&Manual"))->trigger();
+    const auto dialogs = m_window->findChildren<QDialog *>();
+    QCOMPARE(dialogs.size(), 2);
+    for (const QDialog *dialog : dialogs)
+        QVERIFY(dialog->palette().color(QPalette::Window).lightness() > 200);
+    setThemeChoice(QStringLiteral("dark"));
+    for (const QDialog *dialog : dialogs)
+        QVERIFY(dialog->palette().color(QPalette::Window).lightness() < 60);
 }
 
 void TestPanelWindow::settingsAreRemembered()

@@ -181,6 +181,7 @@ void WindowPlaybackTest::theResultIsShown()
     QVERIFY(m_window->findChild<PlayBar *>()->isVisible());
     QCOMPARE(label("play-verdict")->text(), QStringLiteral("PASSED"));
     QCOMPARE(label("play-text")->text(), QStringLiteral("Small  –  2 of 2 steps, 0:02.000"));
+    QCOMPARE(m_window->windowTitle(), QString::fromUtf8("PASSED: Small – panelhost"));
     QVERIFY(!action("play-details")->isVisible() && !action("play-stop")->isVisible());
     const QSignalSpy again(m_window.get(), &PanelWindow::scenarioOpened);
     action("play-again")->trigger();
