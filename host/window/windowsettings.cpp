@@ -5,14 +5,35 @@
 #include "window/themechoice.h"
 #include "window/windowlanguage.h"
 
+#include <QtCore/QFile>
+
 #include <algorithm>
 
 namespace panelhost {
 
 constexpr int StateVersion = 1; ///< of the docks' names and areas
 
-WindowSettings::WindowSettings()
-    : m_settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("panelhost"), QStringLiteral("panelhost"))
+namespace {
+
+const QString Name = QStringLiteral("panelhost");
+
+/// Renames the file with the settings if it has values in Qt's binary format: the window doesn't write such values, and
+/// a damaged one can crash the process while QSettings reads it. Returns the format of the file.
+QSettings::Format formatOfSafeFile()
+{
+    const QString path = QSettings(QSettings::IniFormat, QSettings::UserScope, Name, Name).fileName();
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly) && file.readAll().contains("@Variant(")) {
+        const QString kept = path + QStringLiteral(".damaged");
+        QFile::remove(kept);
+        file.rename(kept);
+    }
+    return QSettings::IniFormat;
+}
+
+}
+
+WindowSettings::WindowSettings() : m_settings(formatOfSafeFile(), QSettings::UserScope, Name, Name)
 {
 }
 
