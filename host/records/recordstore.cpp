@@ -39,6 +39,13 @@ SqlCondition conditionOf(const RunFilter &filter)
     return condition;
 }
 
+/// Returns whether SQLite finds no damage in the file. Reads the whole file.
+bool isSound(StoreConnection &connection)
+{
+    StoreRows rows = connection.execute(QStringLiteral("PRAGMA quick_check(1)"));
+    return rows && rows.next() && rows.value(0).toString() == QLatin1String("ok");
+}
+
 void setProblem(RecordStore::Problem *out, RecordStore::Problem problem)
 {
     if (out)
@@ -114,6 +121,11 @@ bool RecordStore::upgrade(QString *error, Problem *problem)
         return true;
     if (found > SchemaVersion) {
         *error = newerVersionProblem(path(), found);
+        setProblem(problem, Problem::Unusable);
+        return false;
+    }
+    if (found > 0 && !isSound(*m_connection)) {
+        *error = QStringLiteral("%1: database disk image is malformed.").arg(path());
         setProblem(problem, Problem::Unusable);
         return false;
     }
