@@ -26,7 +26,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
     if (isRead != errors.isEmpty() || isRead != options.board.has_value())
         qFatal("read with errors, or refused without");
     static const QRegularExpression place(QStringLiteral("^[^\n]*board\\.yaml:\\d+:\\d+: error: ."));
-    for (const QString &error : errors) {
+    for (const QString &error : qAsConst(errors)) {
         if (!place.match(error).hasMatch())
             qFatal("a message without a place: %s", qPrintable(error));
     }

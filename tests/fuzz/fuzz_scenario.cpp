@@ -24,7 +24,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
     if (loaded != errors.isEmpty())
         qFatal("loaded with errors, or refused without");
     static const QRegularExpression place(QStringLiteral("^[^\n]*scenario\\.yaml:\\d+:\\d+: error: ."));
-    for (const QString &error : errors) {
+    for (const QString &error : qAsConst(errors)) {
         if (!place.match(error).hasMatch())
             qFatal("a message without a place: %s", qPrintable(error));
     }

@@ -165,7 +165,7 @@ QList<QVariantMap> argumentsOf(const FaultInfo &fault)
     if (values.isEmpty())
         values << q("PGM 2"); // a key that the key test asks for
     QList<QVariantMap> result;
-    for (const QString &value : values)
+    for (const QString &value : qAsConst(values))
         result << QVariantMap{{argument, value}};
     return result;
 }
@@ -174,7 +174,8 @@ QList<QVariantMap> argumentsOf(const FaultInfo &fault)
 QStringList boundaryLines(Session &session, qint64 first)
 {
     QStringList lines;
-    for (const Journal::Entry &entry : session.journal().entriesFrom(first, Journal::DefaultLineLimit)) {
+    const auto entries = session.journal().entriesFrom(first, Journal::DefaultLineLimit);
+    for (const Journal::Entry &entry : entries) {
         if (entry.kind == Journal::Kind::Call || entry.kind == Journal::Kind::Signal
             || entry.kind == Journal::Kind::Log)
             lines << entry.name + QString::fromUtf8(QJsonDocument(entry.data).toJson(QJsonDocument::Compact));
@@ -215,7 +216,8 @@ private Q_SLOTS:
         QTest::addColumn<OperatorAction>("fault");
         for (const bool isMachineTest : {true, false}) {
             for (const FaultInfo &fault : Faults::all()) {
-                for (QVariantMap arguments : argumentsOf(fault)) {
+                const QList<QVariantMap> all = argumentsOf(fault);
+                for (QVariantMap arguments : all) {
                     const QString value = fault.arguments.isEmpty() ? QString() : arguments.first().toString();
                     arguments.insert(q("name"), fault.name);
                     QTest::addRow("%s: %s %s", isMachineTest ? "machine" : "aging", qPrintable(fault.name),

@@ -6,6 +6,7 @@
 
 #include <QtCore/QDeadlineTimer>
 
+#include <array>
 #include <atomic>
 #include <random>
 #include <thread>
@@ -34,13 +35,13 @@ private:
     struct Listeners
     {
         explicit Listeners(const RecordingHost &host)
-            : ports{host.networkPort.report.get(), host.networkPort.changed.get(), host.usb.report.get(),
-                    host.usb.changed.get()},
+            : ports{{host.networkPort.report.get(), host.networkPort.changed.get(), host.usb.report.get(),
+                     host.usb.changed.get()}},
               calibration(host.tbarCalibration.listener.get()), key(host.keyboard.listener())
         {
         }
 
-        std::function<void(std::any)> ports[4];
+        std::array<std::function<void(std::any)>, 4> ports;
         std::function<void(const LCD::ProtocolImpl::s_BarCalibration &)> calibration;
         LCD::FactoryMode::KeyListener key;
     };
