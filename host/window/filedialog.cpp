@@ -19,6 +19,7 @@ QFileDialog *makeFileDialog(QWidget *window, const QString &title, const QString
     const auto completers = dialog->findChildren<QCompleter *>();
     for (QCompleter *completer : completers)
         theme::applyTo(completer->popup());
+    dialog->resize(dialog->sizeHint().boundedTo(window->window()->size()));
     return dialog;
 }
 

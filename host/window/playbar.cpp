@@ -8,6 +8,7 @@
 
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QAction>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QStyle>
 
 namespace panelhost {
@@ -40,11 +41,11 @@ QString failureOf(const ScenarioResult &result)
 }
 
 PlayBar::PlayBar(QWidget *parent)
-    : QToolBar(parent), m_verdict(new ElidedLabel(QStringLiteral("play-verdict"))),
-      m_text(new ElidedLabel(QStringLiteral("play-text"))), m_stop(nullptr)
+    : QToolBar(parent), m_verdict(new QLabel), m_text(new ElidedLabel(QStringLiteral("play-text"))), m_stop(nullptr)
 {
     setObjectName(QStringLiteral("play-bar"));
     setMovable(false);
+    m_verdict->setObjectName(QStringLiteral("play-verdict"));
     toggleViewAction()->setVisible(false);
     m_text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(m_verdict);

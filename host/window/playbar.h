@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QToolBar>
 
+class QLabel;
+
 namespace panelhost {
 
 struct ScenarioResult;
@@ -36,7 +38,7 @@ private:
     void showDetails();
     void setTexts();
 
-    ElidedLabel *m_verdict;
+    QLabel *m_verdict;
     ElidedLabel *m_text;
     QAction *m_stop;
     QAction *m_details;

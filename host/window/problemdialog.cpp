@@ -19,6 +19,8 @@ void showProblem(QWidget *window, const QString &title, const QString &sentence,
     auto *headline = new QLabel(sentence);
     headline->setTextFormat(Qt::PlainText);
     headline->setWordWrap(true);
+    // Also words that are as long as a path.
+    headline->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto *text = new QPlainTextEdit(lines);
     text->setObjectName(QStringLiteral("problem-lines"));
     text->setReadOnly(true);

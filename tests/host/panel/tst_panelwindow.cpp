@@ -13,6 +13,7 @@
 #include "window/journalmodel.h"
 #include "window/journalview.h"
 #include "window/panelwindow.h"
+#include "window/problemdialog.h"
 #include "window/themechoice.h"
 #include "window/windowfiles.h"
 #include "window/windowlanguage.h"
@@ -90,6 +91,7 @@ private Q_SLOTS:
     void oneTimeFormat();
     void themeIsChosen();
     void dialogsHaveTheTheme();
+    void dialogsFitTheWindow();
     void settingsAreRemembered();
     void damagedSettingsAreIgnored();
     void closesWithADialogOpen();
@@ -864,6 +866,19 @@ void TestPanelWindow::dialogsHaveTheTheme()
     setThemeChoice(QStringLiteral("dark"));
     for (const QDialog *dialog : dialogs)
         QVERIFY(dialog->palette().color(QPalette::Window).lightness() < 60);
+}
+
+void TestPanelWindow::dialogsFitTheWindow()
+{
+    m_window->resize(640, 400);
+    m_window->findChild<QAction *>(QStringLiteral("save-journal"))->trigger();
+    menuAction(QStringLiteral("&Help"), QStringLiteral("&Manual"))->trigger();
+    showProblem(m_window.get(), QStringLiteral("Problem"), QString(500, QLatin1Char('x')),
+                QString(5000, QLatin1Char('y')));
+    const auto dialogs = m_window->findChildren<QDialog *>();
+    QCOMPARE(dialogs.size(), 3);
+    for (const QDialog *dialog : dialogs)
+        QVERIFY2(dialog->width() <= 640 && dialog->height() <= 400, qPrintable(dialog->objectName()));
 }
 
 void TestPanelWindow::settingsAreRemembered()

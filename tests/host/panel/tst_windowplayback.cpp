@@ -39,6 +39,7 @@ private Q_SLOTS:
     void theJournalIsThatOfPlay();
     void theResultIsShown();
     void theFirstFailureIsShown();
+    void theStripIsUsedWithTheKeyboard();
     void theOperatorWaits();
     void pauseHoldsTheScenario();
     void oneStepWhilePaused();
@@ -206,6 +207,25 @@ void WindowPlaybackTest::theFirstFailureIsShown()
     const auto *details = m_window->findChild<QPlainTextEdit *>(QStringLiteral("problem-lines"));
     QVERIFY(details && details->isVisible());
     QVERIFY(details->toPlainText().contains(QStringLiteral("the last lines of the journal")));
+}
+
+// In a small window, too.
+void WindowPlaybackTest::theStripIsUsedWithTheKeyboard()
+{
+    open(scenarioOf("  - expect: {page: Nowhere}\n"), 0);
+    m_window->resize(640, 400);
+    play();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    const auto *verdict = label("play-verdict");
+    QVERIFY(verdict->isVisible() && verdict->width() >= verdict->sizeHint().width());
+    auto *bar = m_window->findChild<PlayBar *>();
+    QWidget *details = bar->widgetForAction(action("play-details"));
+    QTRY_VERIFY(details->isVisible());
+    for (int presses = 0; presses < 100 && QApplication::focusWidget() != details; ++presses)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), details);
+    QTest::keyClick(details, Qt::Key_Space);
+    QVERIFY(m_window->findChild<QDialog *>(QStringLiteral("problem")));
 }
 
 // Actions of the operator would change what is played.
