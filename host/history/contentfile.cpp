@@ -1,6 +1,12 @@
 #include "history/contentfile.h"
 
+#include "output/systemfile.h"
+
 #include <QtCore/QCryptographicHash>
+
+#include <cerrno>
+
+#include <unistd.h>
 
 namespace panelhost {
 
@@ -12,11 +18,21 @@ bool ContentFile::open()
 int ContentFile::append(const QByteArray &content)
 {
     const qint64 begin = size();
-    const bool isWritten = open() && m_file.seek(begin) && m_file.write(content) == content.size() && m_file.flush();
-    if (!isWritten && m_error.isEmpty())
-        m_error = QStringLiteral("%1: %2").arg(m_file.fileTemplate(), m_file.errorString());
-    m_ends.append(isWritten ? begin + content.size() : begin);
+    const QString error = write(begin, content);
+    if (m_error.isEmpty())
+        m_error = error;
+    m_ends.append(error.isEmpty() ? begin + content.size() : begin);
     return m_ends.size() - 1;
+}
+
+// By the system's functions: after a part was written, QFile doesn't know why the rest was not.
+QString ContentFile::write(qint64 begin, const QByteArray &content)
+{
+    if (!open())
+        return QStringLiteral("%1: %2").arg(m_file.fileTemplate(), m_file.errorString());
+    const bool isThere = ::lseek(m_file.handle(), begin, SEEK_SET) == begin;
+    const int problem = isThere ? writeAll(m_file.handle(), content) : errno;
+    return problem == 0 ? QString() : fileError(m_file.fileName(), problem);
 }
 
 int ContentFile::add(const QByteArray &content)

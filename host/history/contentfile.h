@@ -26,6 +26,7 @@ public:
 
 private:
     bool open();
+    QString write(qint64 begin, const QByteArray &content);
 
     mutable QTemporaryFile m_file;
     QVector<qint64> m_ends;

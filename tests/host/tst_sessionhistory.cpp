@@ -14,7 +14,10 @@
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 
+#include <csignal>
 #include <ctime>
+
+#include <sys/resource.h>
 
 using namespace panelhost;
 
@@ -30,6 +33,7 @@ private Q_SLOTS:
     void picturesAreReadAsTheyWere();
     void equalContentsAreStoredOnce();
     void unreadableContentIsEmpty();
+    void contentThatCanNotBeWrittenIsReported();
     void everyLineIsKept_data();
     void everyLineIsKept();
     void aReplayedSessionShowsTheSame_data();
@@ -179,6 +183,29 @@ void SessionHistoryTest::unreadableContentIsEmpty()
     QVERIFY(nothing.lcd(0).isNull());
     QVERIFY(nothing.device(1).keys.isEmpty());
     QVERIFY(!nothing.entry(1));
+}
+
+// A disk that gets full while a content is written.
+void SessionHistoryTest::contentThatCanNotBeWrittenIsReported()
+{
+    ContentFile file;
+    QCOMPARE(file.append(QByteArray(1000, 'a')), 0);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit small = before;
+    small.rlim_cur = 1500;
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const int failed = file.append(QByteArray(1000, 'b'));
+    const QString error = file.error();
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &before), 0);
+    QVERIFY2(error.startsWith(QDir::tempPath()) && error.endsWith(QStringLiteral(": File too large")),
+             qPrintable(error));
+    QVERIFY(file.read(failed).isEmpty());
+    const int next = file.append(QByteArray(10, 'c'));
+    QCOMPARE(file.read(0), QByteArray(1000, 'a'));
+    QCOMPARE(file.read(next), QByteArray(10, 'c'));
+    QCOMPARE(file.error(), error);
 }
 
 void SessionHistoryTest::everyLineIsKept_data()
