@@ -230,7 +230,16 @@ void TestWindow::playsARecentFile()
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(content);
     };
+    // While a window is being replaced, the search ends with an error and is repeated.
     const auto waitForWindow = [this](const char *title) {
+        const auto isThere = [this, title] {
+            QProcess search;
+            search.start(text("env"),
+                         {text("DISPLAY=") + m_xServer.display(), text("xdotool"), text("search"),
+                          text("--onlyvisible"), text("--name"), text(title)});
+            return search.waitForFinished(10000) && search.exitCode() == 0;
+        };
+        QVERIFY2(QTest::qWaitFor(isThere, 30000), title);
         m_xServer.xdotool({text("search"), text("--sync"), text("--onlyvisible"), text("--name"), text(title),
                            text("windowfocus"), text("--sync")});
     };

@@ -177,10 +177,12 @@ bool isName(const QString &text)
 void WindowLanguageTest::theWholeWindowChanges()
 {
     QFETCH(QString, code);
+    m_window->refresh();
     const Texts english = textsOf(*m_window);
     QVERIFY2(english.size() > 250, qPrintable(QString::number(english.size())));
     setWindowLanguage(code);
     QCoreApplication::processEvents();
+    m_window->refresh();
     const QStringList sameInGerman{QStringLiteral("Pause"),   QStringLiteral("&Pause"), QStringLiteral("T-Bar"),
                                    QStringLiteral("Journal"), QStringLiteral("Name"),   QString::fromUtf8("Details…")};
     const Texts translated = textsOf(*m_window);
@@ -200,6 +202,7 @@ void WindowLanguageTest::theWholeWindowChanges()
     QVERIFY2(changed > 150, qPrintable(QString::number(changed)));
     setWindowLanguage(QStringLiteral("en"));
     QCoreApplication::processEvents();
+    m_window->refresh();
     const Texts again = textsOf(*m_window);
     for (auto text = english.begin(); text != english.end(); ++text)
         QCOMPARE(again.value(text.key()), text.value());
