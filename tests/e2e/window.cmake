@@ -9,6 +9,11 @@ target_include_directories(window_e2e PUBLIC window)
 target_compile_definitions(window_e2e PRIVATE "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
 target_link_libraries(window_e2e PUBLIC Qt5::Core Qt5::Test)
 
+lcd_add_test(tst_killedwindow SOURCES window/tst_killedwindow.cpp LIBRARIES window_e2e panelhost_records LABELS e2e
+    records TIMEOUT 300 NO_WIDGETS)
+add_dependencies(tst_killedwindow panelhost lcdfactorymodeimpl repairpages share_files)
+set_tests_properties(tst_killedwindow PROPERTIES SKIP_RETURN_CODE 77)
+
 foreach(name window record repairwindow)
     lcd_add_test(tst_${name} SOURCES window/tst_${name}.cpp LIBRARIES window_e2e LABELS e2e TIMEOUT 300 NO_WIDGETS)
     add_dependencies(tst_${name} panelhost lcdfactorymodeimpl repairpages share_files)
