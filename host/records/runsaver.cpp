@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::chrono::seconds RetryInterval(5);
 constexpr int MaxFiles = 100;
+constexpr int MaxClockDifference = 60; // s: another panelhost may have begun a session in the meantime
 
 QByteArray joined(const std::deque<QByteArray> &lines)
 {
@@ -193,7 +194,7 @@ void RunSaver::checkClock(const QDateTime &begin)
     if (!m_store && (!QFileInfo::exists(m_currentPath) || !openStore()))
         return;
     const QDateTime latest = m_store->latestSessionBegin();
-    if (latest.isValid() && begin < latest)
+    if (latest.isValid() && begin.addSecs(MaxClockDifference) < latest)
         m_listener(QStringLiteral("The clock has gone back: it is %1, but a session in %2 began at %3. Check the date; "
                                   "runs are saved with these times.")
                        .arg(timeText(begin), m_store->path(), timeText(latest)));
