@@ -34,6 +34,9 @@ public:
     static std::unique_ptr<RecordStore> openExisting(const QString &path, QString *error, Problem *problem = nullptr);
     /// Connects to a server. Its tables must have this version.
     static std::unique_ptr<RecordStore> openServer(const ServerAddress &address, QString *error);
+    /// Returns true if the server still answers and its tables have this version. Otherwise sets @p error to a
+    /// sentence.
+    bool checkServer(QString *error);
     RecordStore(const RecordStore &) = delete;
     RecordStore &operator=(const RecordStore &) = delete;
 
@@ -80,7 +83,6 @@ public:
 private:
     explicit RecordStore(std::unique_ptr<StoreConnection> connection);
     bool upgrade(QString *error, Problem *problem);
-    bool checkServer(QString *error);
     bool insertAll(const QVector<StoredRun> &runs, Forwarding forwarding);
     bool failed(QString *error, Problem *problem = nullptr) const;
     std::optional<QByteArray> compressedJournal(const QUuid &id, QString *error);

@@ -90,8 +90,14 @@ private:
 void RunForwarder::Impl::work()
 {
     std::unique_lock lock(m_mutex);
+    const auto isWoken = [this] { return m_isEnding || m_isWanted; };
     while (!m_isEnding) {
-        m_changed.wait(lock, [this] { return m_isEnding || m_isWanted; });
+        if (!m_changed.wait_for(lock, m_pace.idle, isWoken)) {
+            lock.unlock();
+            closeServer();
+            lock.lock();
+            m_changed.wait(lock, isWoken);
+        }
         if (m_isEnding)
             break;
         m_isWanted = false;
@@ -129,9 +135,10 @@ bool RunForwarder::Impl::sendAll()
     bool isSent = openFile();
     while (isSent && !isLast && !isEnding())
         isSent = sendBatch(&isLast);
-    closeServer();
-    if (!isSent)
+    if (!isSent) {
+        closeServer();
         return false;
+    }
     m_lastSentence.clear();
     m_pause = m_pace.firstPause;
     return true;
@@ -170,11 +177,13 @@ bool RunForwarder::Impl::openFile()
     return m_file || fail(error);
 }
 
+// The server may have been restarted or upgraded since it was last used, which is no failure of its own.
 bool RunForwarder::Impl::openServer()
 {
     QString error;
-    if (m_server)
+    if (m_server && m_server->checkServer(&error))
         return true;
+    closeServer();
     m_server = RecordStore::openServer(m_address, &error);
     if (!m_server)
         return fail(error);

@@ -26,6 +26,7 @@ public:
         std::chrono::milliseconds firstPause{1000};    ///< after the first failure; doubled after each further one
         std::chrono::milliseconds longestPause{60000}; ///< each pause is up to a quarter shorter or longer
         std::chrono::milliseconds statement{15000};    ///< how long the server may work on a statement
+        std::chrono::milliseconds idle{2000};          ///< how long a connection is kept for the next run
     };
 
     RunForwarder(const ServerAddress &server, const Listener &listener, const PendingListener &pendingListener,

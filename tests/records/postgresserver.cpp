@@ -107,9 +107,10 @@ bool PostgresServer::create()
         m_error = QStringLiteral("chown");
         return false;
     }
+    // The empty database needn't survive a power failure.
     return run(programPath("initdb"),
                {QStringLiteral("-D"), data(), QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-U"),
-                QStringLiteral("owner"), QStringLiteral("-E"), QStringLiteral("UTF8")})
+                QStringLiteral("owner"), QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-sync")})
         && start()
         && run(programPath("psql"),
                {QStringLiteral("-h"), m_directory.path(), QStringLiteral("-U"), QStringLiteral("owner"),

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void cleanup();
     void aServerHasTheRunsOfTheFile();
     void runsWaitWhileTheServerIsDown();
+    void aConnectionIsKeptForTheNextRun();
     void aRunThatIsSentAgainIsThereOnce();
     void aLockedServerHoldsUpNothing();
     void aServerThatHoldsACallIsLeft();
@@ -210,6 +211,43 @@ void PostgresTest::runsWaitWhileTheServerIsDown()
     RunSaver saver(place(), listener(), {}, Quick);
     QTRY_COMPARE_WITH_TIMEOUT(s_server->values(q(allIds)), ids(runs), 30000);
     QTRY_COMPARE(saver.pending(), 0);
+}
+
+void PostgresTest::aConnectionIsKeptForTheNextRun()
+{
+    const QVector<Run> runs = someRuns(5);
+    const auto connections = [] {
+        return s_server->values(q("SELECT pid FROM pg_stat_activity WHERE usename = 'station'"));
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(connections(), QStringList(), 30000);
+    {
+        RunSaver saver(place(), listener(), {}, {20ms, 200ms, 5000ms, 60000ms});
+        const auto send = [&saver](const Run &run) {
+            saver.save(run, "x");
+            return saver.finish() == 0 && saver.sendPending(Enough);
+        };
+        QVERIFY(send(runs.at(0)));
+        const QStringList first = connections();
+        QCOMPARE(first.size(), 1);
+        QVERIFY(send(runs.at(1)));
+        QCOMPARE(connections(), first);
+        // A server that was restarted between two runs is no problem.
+        QVERIFY(s_server->crash());
+        QVERIFY2(s_server->start(), qPrintable(s_server->errorString()));
+        QVERIFY(send(runs.at(2)));
+        QVERIFY(connections() != first);
+        // Nor is one whose tables have another version, but it gets no runs.
+        QVERIFY(s_server->execute(q("UPDATE schema_version SET version = version + 1")));
+        QVERIFY(!send(runs.at(3)));
+        QCOMPARE(s_server->values(q(allIds)), ids(runs.mid(0, 3)));
+        QCOMPARE(sentences().size(), 1);
+        QVERIFY2(sentences().first().contains(q(" is of version ")), qPrintable(sentences().first()));
+        QVERIFY(s_server->execute(q("UPDATE schema_version SET version = version - 1")));
+    }
+    RunSaver saver(place(), listener(), {}, {20ms, 200ms, 5000ms, 20ms});
+    saver.save(runs.at(4), "x");
+    QTRY_COMPARE_WITH_TIMEOUT(s_server->values(q(allIds)), ids(runs), 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(connections(), QStringList(), 30000);
 }
 
 // As if the process had been killed between the server's commit and the file's.
