@@ -50,6 +50,7 @@ endfunction()
 function(lcd_compile_at_once target)
     if(LCD_UNITY_BUILD)
         list(GET ARGN 0 first)
+        get_filename_component(first "${first}" ABSOLUTE)
         get_filename_component(directory "${first}" DIRECTORY)
         get_filename_component(unit "${directory}" NAME)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
@@ -88,6 +89,8 @@ function(lcd_add_test name)
     endif()
     if(CMAKE_CROSSCOMPILING)
         math(EXPR TEST_TIMEOUT "${TEST_TIMEOUT} * 10") # an emulator runs it
+    elseif(LCD_SANITIZE)
+        math(EXPR TEST_TIMEOUT "${TEST_TIMEOUT} * 3")
     endif()
     add_executable(${name} ${TEST_SOURCES})
     lcd_target(${name})
@@ -105,10 +108,18 @@ function(lcd_add_test name)
     else()
         add_test(NAME ${name} COMMAND ${name}) # by the name of the target, so that CMake puts the emulator before it
     endif()
+    # What the thread sanitizer has to see: tests in which other threads use the component or the SDK.
+    if(name MATCHES "${LCD_THREADED_TESTS}" AND "${TEST_LABELS}" MATCHES "component|sdk")
+        list(APPEND TEST_LABELS threads)
+        add_dependencies(threaded_tests ${name})
+    endif()
     # Tests that may take longer start earlier, so that no long one runs alone at the end.
     set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} COST ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
         ENVIRONMENT "${LCD_TEST_ENVIRONMENT}")
 endfunction()
+
+set(LCD_THREADED_TESTS
+    "thread|races|late|guard|listeners|stress|agetest|completemachine|singletests|levelstep|screenb|button|port|tbar")
 
 # The environment that every test runs in.
 set(LCD_TEST_ENVIRONMENT
@@ -119,7 +130,8 @@ set(LCD_TEST_ENVIRONMENT
     QT_LOGGING_TO_CONSOLE=1
     QT_SCALE_FACTOR=1
     LC_ALL=C.UTF-8
-    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0:verify_asan_link_order=0" # umockdev is preloaded
+    # umockdev is preloaded. The recording frame of the tests hides the one of the widget library.
+    "ASAN_OPTIONS=detect_leaks=0:abort_on_error=0:verify_asan_link_order=0:detect_odr_violation=0"
     "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1"
     "TSAN_OPTIONS=halt_on_error=1:suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")
 if(CMAKE_CROSSCOMPILING_EMULATOR)

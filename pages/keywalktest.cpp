@@ -16,7 +16,7 @@ namespace LCD::RepairPages {
 
 namespace {
 
-const std::string requester = "RepairKeyWalk";
+const std::string KeyWalkRequester = "RepairKeyWalk";
 
 /// The single test reports no state during the walk, so the state is stored here. Keys are reported on the thread of
 /// the keyboard service.
@@ -63,8 +63,9 @@ void KeyWalkTest::start()
 {
     reset();
     m_biz = std::make_unique<FactoryModeImpl::ButtonFunctionBiz>();
-    m_biz->registerStateCallback(requester, [this](int code, int) { onState(code); });
-    m_biz->registerCurrentKeyUnderTestCallback(requester, [this](unsigned, const std::string &name) { onKey(name); });
+    m_biz->registerStateCallback(KeyWalkRequester, [this](int code, int) { onState(code); });
+    m_biz->registerCurrentKeyUnderTestCallback(KeyWalkRequester,
+                                               [this](unsigned, const std::string &name) { onKey(name); });
     setState(TestState::Running);
     m_biz->enter();
     m_biz->startTest();

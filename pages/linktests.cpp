@@ -14,7 +14,7 @@ namespace LCD::RepairPages {
 
 namespace {
 
-const std::string requester = "RepairPages";
+const std::string PageRequester = "RepairPages";
 
 /// The largest number of ports that a page shows. A report may name more.
 constexpr std::size_t MaxShownPorts = 16;
@@ -34,8 +34,8 @@ public:
     explicit LinkTest(const PortKind &kind) : m_kind(kind)
     {
         QObject::connect(this, &PageTest::changed, this, [this] { passIfAllLinked(); });
-        this->m_biz->setCurRequester(requester);
-        this->m_biz->registerLinkStatusCallback(requester,
+        this->m_biz->setCurRequester(PageRequester);
+        this->m_biz->registerLinkStatusCallback(PageRequester,
                                                 [this](const std::vector<bool> &links, auto...) { onLinks(links); });
     }
 

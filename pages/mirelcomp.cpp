@@ -31,12 +31,12 @@ mirel::ComponentInfo Component::componentInfo = {&Component::creator, &Component
 
 mirel::ComponentInfo *const repairpages_mirel_componentInfoTable[2] = {&Component::componentInfo, nullptr};
 
-static const mirel::PluginInfo info = {"0.1", repairpages_mirel_componentInfoTable, "repairpages", "1.0.0",
-                                       "{\"end\":0 }"};
+static const mirel::PluginInfo pluginInfo = {"0.1", repairpages_mirel_componentInfoTable, "repairpages", "1.0.0",
+                                             "{\"end\":0 }"};
 
 const mirel::PluginInfo *pluginfo()
 {
-    return &info;
+    return &pluginInfo;
 }
 
 void pluginit(void *host)

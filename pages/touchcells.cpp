@@ -11,9 +11,9 @@ void TouchCells::touch(const QPointF &from, const QPointF &to)
     constexpr int StepsPerCell = 8;
     const QPointF way = to - from;
     const double cells = std::max(std::abs(way.x()) * Columns, std::abs(way.y()) * Rows);
-    const int steps = std::max(1, static_cast<int>(std::ceil(cells * StepsPerCell)));
-    for (int step = 0; step <= steps; ++step)
-        touchPoint(from + way * step / steps);
+    const int count = std::max(1, static_cast<int>(std::ceil(cells * StepsPerCell)));
+    for (int step = 0; step <= count; ++step)
+        touchPoint(from + way * step / count);
 }
 
 void TouchCells::touchPoint(const QPointF &point)

@@ -24,7 +24,7 @@ constexpr char program[] = "/proc/self/exe";
 
 // Each line that the process writes consists of a word and a text.
 constexpr char calling[] = "calling ";
-constexpr char reached[] = "reached "; // with the number of the state
+constexpr char ReachedPrefix[] = "reached "; // with the number of the state
 constexpr char done[] = "done ";
 
 /// The output of the process.
@@ -41,9 +41,9 @@ struct ProbeOutput
         if (line.startsWith(calling))
             call = QString::fromUtf8(line.mid(qstrlen(calling)));
         isDone = isDone || line.startsWith(done);
-        if (!line.startsWith(reached))
+        if (!line.startsWith(ReachedPrefix))
             return;
-        const QByteArray step = line.mid(qstrlen(reached));
+        const QByteArray step = line.mid(qstrlen(ReachedPrefix));
         const int space = step.indexOf(' ');
         steps << LoadStep{static_cast<LoadState>(step.left(space).toInt()), QString::fromUtf8(step.mid(space + 1))};
     }
@@ -105,7 +105,7 @@ public:
         const LoadObserver observer{
             [this](const QString &call) { write(calling, call); },
             [this](const LoadStep &step) {
-                write(reached, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
+                write(ReachedPrefix, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
             }};
         Session::Options options;
         options.component = component;

@@ -67,10 +67,10 @@ endif()
 # Sessions on a whole board, with an operator whose hands are mock hardware.
 if(TARGET board_mocks)
     lcd_add_mock_board_test(tst_boardrecording)
-    set_tests_properties(tst_boardrecording PROPERTIES TIMEOUT 300)
+    set_tests_properties(tst_boardrecording PROPERTIES TIMEOUT 300 COST 300)
     target_sources(tst_boardrecording PRIVATE board/hardwareoperator.cpp board/hardwareoperator.h)
     target_link_libraries(tst_boardrecording PRIVATE panelhost_scenario)
-    target_include_directories(tst_boardrecording PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_include_directories(tst_boardrecording PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}" ../support)
     add_dependencies(tst_boardrecording lcdfactorymodeimpl repairpages share_files)
     # What "./run board-demo" shows.
     add_test(NAME boarddemo COMMAND "${CMAKE_SOURCE_DIR}/tools/board-demo" "${CMAKE_BINARY_DIR}"

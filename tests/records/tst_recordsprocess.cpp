@@ -1,3 +1,4 @@
+#include "prooflength.h"
 #include "records/recordstore.h"
 #include "runfactory.h"
 
@@ -112,7 +113,7 @@ void RecordsProcessTest::whatPlayReportsAsSavedOutlivesIt()
     arguments << QStringList{q("--records"), q("sqlite:") + file, q("--unit"), q("K1")};
     const QRegularExpression saved(q("^Saved the run ([0-9a-f-]{36})\\.$"), QRegularExpression::MultilineOption);
     // Each is killed while others save to the same file.
-    constexpr int Rounds = 100;
+    const int rounds = proofLength(20, 100, 500);
     constexpr int Together = 4;
     std::deque<std::unique_ptr<QProcess>> processes;
     const auto start = [&] {
@@ -123,7 +124,7 @@ void RecordsProcessTest::whatPlayReportsAsSavedOutlivesIt()
     int killed = 0;
     for (int round = 0; round < Together; ++round)
         start();
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         const std::unique_ptr<QProcess> process = std::move(processes.front());
         processes.pop_front();
         QVERIFY(process->bytesAvailable() > 0 || process->waitForReadyRead(Long));
@@ -135,11 +136,11 @@ void RecordsProcessTest::whatPlayReportsAsSavedOutlivesIt()
         auto match = saved.globalMatch(QString::fromUtf8(process->readAllStandardOutput()));
         while (match.hasNext())
             reported << match.next().captured(1);
-        if (round + Together < Rounds)
+        if (round + Together < rounds)
             start();
     }
-    QVERIFY2(killed > 80, qPrintable(QString::number(killed)));
-    QVERIFY2(reported.size() > 20, qPrintable(QString::number(reported.size())));
+    QVERIFY2(killed > rounds * 4 / 5, qPrintable(QString::number(killed)));
+    QVERIFY2(reported.size() > rounds / 5, qPrintable(QString::number(reported.size())));
     const QStringList list = texts(file, "SELECT id FROM run");
     const QSet<QString> found(list.begin(), list.end());
     QVERIFY((reported - found).isEmpty());
@@ -151,7 +152,7 @@ void RecordsProcessTest::whatPlayReportsAsSavedOutlivesIt()
 
 void RecordsProcessTest::pruneThatIsKilledLosesNothing()
 {
-    constexpr int Rounds = 20;
+    const int rounds = proofLength(5, 20, 50);
     const QString original = path("original.sqlite");
     const QString file = path("runs.sqlite");
     const QString archive = path("old.sqlite");
@@ -173,9 +174,9 @@ void RecordsProcessTest::pruneThatIsKilledLosesNothing()
     QCOMPARE(run(pruneArguments(file, archive), Long), QProcess::NormalExit);
     const auto whole = static_cast<int>(timer.elapsed());
     int killed = 0;
-    for (int round = 1; round <= Rounds; ++round) {
+    for (int round = 1; round <= rounds; ++round) {
         QVERIFY(restore());
-        killed += run(pruneArguments(file, archive), whole * round / Rounds) == QProcess::CrashExit ? 1 : 0;
+        killed += run(pruneArguments(file, archive), whole * round / rounds) == QProcess::CrashExit ? 1 : 0;
         verifyRunsAreWhole(file);
         const bool isCopied = QFile::exists(archive);
         const QStringList left = texts(file, "SELECT id FROM run ORDER BY id");
@@ -192,7 +193,7 @@ void RecordsProcessTest::pruneThatIsKilledLosesNothing()
                      QStringList{q("old.sqlite")});
         }
     }
-    QVERIFY2(killed >= Rounds / 4, qPrintable(QString::number(killed)));
+    QVERIFY2(killed >= rounds / 4, qPrintable(QString::number(killed)));
 }
 
 void RecordsProcessTest::pruneLeavesRunsThatWaitForTheServer()

@@ -70,7 +70,7 @@ int main(int argc, char **argv)
     void *library = dlopen(argv[1], RTLD_NOW);
     if (!library)
         return fail(dlerror());
-    const auto info = reinterpret_cast<mirel::PluginInfo *(*)()>(dlsym(library, "pluginfo"));
+    const auto info = reinterpret_cast<const mirel::PluginInfo *(*)()>(dlsym(library, "pluginfo"));
     const auto init = reinterpret_cast<void (*)(void *)>(dlsym(library, "pluginit"));
     if (!info || !init || qstrcmp(info()->interfaceVersion, "0.1") != 0 || !info()->componentInfoTable[0])
         return fail("not a component library of interface 0.1");

@@ -4,6 +4,7 @@
 #include "networknamespace.h"
 #include "playing/player.h"
 #include "profile/boardprofile.h"
+#include "prooflength.h"
 #include "scenario/scenarioloader.h"
 #include "scenario/scenariowriter.h"
 #include "session/devicenames.h"
@@ -174,11 +175,11 @@ void tst_BoardRecording::machineTest()
 // As "panelhost record" does it: the hardware reports at any moment, and the machine is sometimes late.
 void tst_BoardRecording::machineTestByTheWallClock()
 {
-    speed = 1;
+    speed = proofLength(4, 1, 1);
     QElapsedTimer elapsed;
     elapsed.start();
     QVERIFY2(record(q(LCD_SOURCE_DIR "/scenarios/machine-pass.yaml")), qPrintable(failure));
-    QVERIFY2(elapsed.elapsed() > 30'000, qPrintable(QString::number(elapsed.elapsed())));
+    QVERIFY2(elapsed.elapsed() * speed > 30'000, qPrintable(QString::number(elapsed.elapsed())));
     QVERIFY(recorded.contains("\"name\":\"calibration\""));
     compare();
 }
@@ -214,13 +215,12 @@ void tst_BoardRecording::threeAgingRounds()
     compare();
 }
 
-// Three rounds take eleven minutes; by default they are recorded twenty times as fast.
+// Three rounds take eleven minutes; by default they are recorded faster.
 void tst_BoardRecording::threeAgingRoundsByTheWallClock()
 {
-    constexpr double DefaultSpeed = 20;
     bool isSet = false;
     const double wanted = qEnvironmentVariable("PANELHOST_AGING_SPEED").toDouble(&isSet);
-    speed = isSet ? wanted : DefaultSpeed;
+    speed = isSet ? wanted : proofLength(40, 20, 20);
     const QString path = agingScenario();
     QVERIFY2(record(path), qPrintable(failure));
     QVERIFY(recorded.count("setFactoryPanelMode\",\"data\":{\"mode\":7}") >= 3);
