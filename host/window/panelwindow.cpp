@@ -488,7 +488,7 @@ void PanelWindow::addLanguageMenu()
     });
     auto *lcd = new QAction(menu);
     lcd->setEnabled(false);
-    menu->insertAction(group->actions().first(), lcd);
+    menu->insertAction(group->actions().constFirst(), lcd);
     QMenu *window = addWindowLanguages(menu);
     keepTranslated(menu, [=] {
         menu->setTitle(tr("&Language"));
