@@ -10,10 +10,13 @@
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QImage>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <sys/resource.h>
 
 using namespace panelhost;
@@ -57,6 +60,23 @@ namespace {
 
 const QString RecordAndDie = QStringLiteral("--record-and-die");
 constexpr int ActionsBeforeKill = 8;
+
+/// Returns whether two pictures differ by less than anybody sees. The edges of large letters are not painted the same
+/// each time: their shade depends on which text was painted before.
+bool looksTheSame(const QByteArray &a, const QByteArray &b)
+{
+    constexpr int SmallestVisibleDifference = 16; // of 255
+    const QImage first = QImage::fromData(a).convertToFormat(QImage::Format_RGB888);
+    const QImage second = QImage::fromData(b).convertToFormat(QImage::Format_RGB888);
+    if (first.size() != second.size())
+        return false;
+    for (int y = 0; y < first.height(); ++y) {
+        if (!std::equal(first.constScanLine(y), first.constScanLine(y) + 3 * first.width(), second.constScanLine(y),
+                        [](uchar left, uchar right) { return std::abs(left - right) < SmallestVisibleDifference; }))
+            return false;
+    }
+    return true;
+}
 
 /// What an operator does in the recorded session, with the time before each action.
 struct TimedAction
@@ -458,7 +478,8 @@ void ScenarioPlayerTest::lcdIsPaintedOnlyForScreenshots()
     QCOMPARE(photographed.journalText(), unseen.journalText());
     QCOMPARE(seen.journalText(), unseen.journalText());
     for (int step = 0; step < seen.steps.size(); ++step)
-        QCOMPARE(photographed.steps.at(step).png, seen.steps.at(step).png);
+        QVERIFY2(looksTheSame(photographed.steps.at(step).png, seen.steps.at(step).png),
+                 qPrintable(QString::number(step)));
 }
 
 void ScenarioPlayerTest::interruptedPlayerStops()
