@@ -328,16 +328,17 @@ private Q_SLOTS:
     {
         Hold hold;
         hold.release();
+        std::optional<HoldingKeyboard> keyboard; // lives longer than the test that uses it
         MachineTestFixture fixture;
-        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
-        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        keyboard.emplace(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &*keyboard);
         fixture.make();
         leaveNetPassed(fixture);
         fixture.startAndPassTo(1);
         for (int pattern = 1; pattern < 12; ++pattern)
             fixture.right();
         fixture.take();
-        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
+        keyboard->afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
         fixture.right();
         QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
         QVERIFY(!fixture.told().contains(QStringLiteral("log Button light done")));
@@ -350,15 +351,16 @@ private Q_SLOTS:
     {
         Hold hold;
         hold.release();
+        std::optional<HoldingKeyboard> keyboard; // lives longer than the test that uses it
         MachineTestFixture fixture;
-        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
-        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        keyboard.emplace(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &*keyboard);
         fixture.make();
         leaveNetPassed(fixture);
         fixture.startAndPassTo(1);
         fixture.bringToVerdict();
         fixture.take();
-        keyboard.afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
+        keyboard->afterPattern = [&] { elsewhere([&] { reportNet(fixture); }); };
         fixture.right();
         QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
         QCOMPARE(fixture.told().filter(QStringLiteral("log ")), calls({"log Screen bad pixel pass"}));
@@ -479,15 +481,16 @@ private Q_SLOTS:
     {
         Hold hold;
         hold.release();
+        std::optional<HoldingKeyboard> keyboard; // lives longer than the test that uses it
         MachineTestFixture fixture;
-        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
-        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        keyboard.emplace(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &*keyboard);
         fixture.make();
         fixture.startAndPassTo(3);
         fixture.host.keyboard.press(10);
         fixture.host.keyboard.press(27);
         QStringList made;
-        keyboard.onBrightness = [&made] { made << QStringLiteral("LEDs off"); };
+        keyboard->onBrightness = [&made] { made << QStringLiteral("LEDs off"); };
         recordLookedUpKeys(&made);
         fixture.host.keyboard.press(33);
         recordLookedUpKeys(nullptr);
@@ -515,9 +518,10 @@ private Q_SLOTS:
     void aHeldKeyDoesNotReachTheNextRun()
     {
         Hold hold;
+        std::optional<HoldingKeyboard> keyboard; // lives longer than the test that uses it
         MachineTestFixture fixture;
-        HoldingKeyboard keyboard(fixture.host.keyboard, hold);
-        fixture.host.offer("lcdKeyboardEvent", &keyboard);
+        keyboard.emplace(fixture.host.keyboard, hold);
+        fixture.host.offer("lcdKeyboardEvent", &*keyboard);
         fixture.make();
         fixture.startAndPassTo(3);
         fixture.host.keyboard.press(10);

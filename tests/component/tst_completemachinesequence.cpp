@@ -5,6 +5,8 @@
 
 #include <QtTest/QtTest>
 
+#include <optional>
+
 namespace {
 
 QString levelScreen(const QString &title, const QString &icon, const QString &step, int mode)
@@ -296,14 +298,15 @@ private Q_SLOTS:
 
     void aTestThatIsFailedWhileItShowsItsFirstLevelHasABareTitle()
     {
+        std::optional<OperatorInsideTheScreens> keyboard; // lives longer than the test that uses it
         MachineTestFixture fixture;
-        OperatorInsideTheScreens keyboard(fixture.host.keyboard);
-        fixture.host.offer("lcdKeyboardEvent", static_cast<LCD::FactoryMode::IKeyboardEvent *>(&keyboard));
+        keyboard.emplace(fixture.host.keyboard);
+        fixture.host.offer("lcdKeyboardEvent", static_cast<LCD::FactoryMode::IKeyboardEvent *>(&*keyboard));
         fixture.make();
         fixture.biz->start();
         fixture.take();
-        keyboard.act = [&] {
-            keyboard.act = {};
+        keyboard->act = [&] {
+            keyboard->act = {};
             fixture.left();
         };
         fixture.biz->start();
