@@ -67,7 +67,7 @@ QString helpText()
 {
     QString text = programSummary() + QStringLiteral("\n\nCommands:\n");
     for (const Command &command : commands())
-        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -16).arg(command.description)
+        text += QStringLiteral("  panelhost %1%2\n").arg(command.syntax, -18).arg(command.description)
             + optionLine(command);
     return text + QLatin1Char('\n') + exitStatusText();
 }

@@ -1,7 +1,10 @@
 #include "view/historylinemodel.h"
 
 #include "journal/entrytext.h"
+#include "panel/linelist.h"
 #include "panel/windowtheme.h"
+
+#include <QtGui/QFont>
 
 namespace panelhost {
 
@@ -15,6 +18,13 @@ int HistoryLineModel::rowCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_history.lineCount());
 }
 
+static QFont boldFont()
+{
+    QFont font;
+    font.setBold(true);
+    return font;
+}
+
 QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
 {
     const qint64 line = index.row() + 1;
@@ -22,12 +32,14 @@ QVariant HistoryLineModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::ForegroundRole && line == m_difference)
         return QColor(theme::colors().red);
+    if (role == Qt::FontRole && line == m_difference)
+        return boldFont(); // is seen in a selected line, too
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return {};
     const auto entry = m_history.entry(line);
     if (!entry)
         return {};
-    return role == Qt::DisplayRole ? lineText(*entry) : entry->toText();
+    return role == Qt::DisplayRole ? lineText(*entry) : wrappedToolTip(entry->toText());
 }
 
 void HistoryLineModel::setDifference(qint64 line)

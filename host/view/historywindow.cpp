@@ -1,5 +1,6 @@
 #include "view/historywindow.h"
 
+#include "panel/linelist.h"
 #include "panel/theme.h"
 #include "playing/scenarioresult.h"
 #include "view/historylinemodel.h"
@@ -11,7 +12,6 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QListView>
 #include <QtWidgets/QToolBar>
 
 #include <algorithm>
@@ -24,19 +24,6 @@ using Direction = SessionHistory::Direction;
 namespace {
 
 constexpr int ListHeight = 22 * Grid;
-
-QListView *makeList(HistoryLineModel *model)
-{
-    auto *list = new QListView;
-    list->setObjectName(QStringLiteral("history-lines"));
-    list->setModel(model);
-    list->setUniformItemSizes(true);
-    QFont font(QStringLiteral("DejaVu Sans Mono"));
-    font.setPixelSize(11);
-    list->setFont(font);
-    list->setFixedHeight(ListHeight);
-    return list;
-}
 
 Milliseconds longest(const HistoryWindow::Histories &histories)
 {
@@ -83,7 +70,8 @@ void HistoryWindow::addSide(const SessionHistory &history, Milliseconds duration
     side.history = &history;
     side.pane = new HistoryPane(history, this);
     side.model = new HistoryLineModel(history, this);
-    side.lines = makeList(side.model);
+    side.lines = new LineList(QStringLiteral("history-lines"), side.model);
+    side.lines->setFixedHeight(ListHeight);
     side.timeline = new TimelineBar(history, duration, this);
     panes->addWidget(side.pane, 1);
     lists->addWidget(side.lines, 1);

@@ -20,6 +20,8 @@ namespace {
 constexpr int PhaseHeight = 3 * Grid;
 constexpr int MarkerHeight = 2 * Grid;
 constexpr int MaxTexts = 12;
+constexpr int NowWidth = 2;
+constexpr int DifferenceWidth = 6; ///< is seen on both sides of the line at the current time
 
 QRgb colorOf(Marker::Kind kind)
 {
@@ -127,9 +129,9 @@ void TimelineBar::paintMarkers(QPainter &painter) const
     }
 }
 
-void TimelineBar::paintLine(QPainter &painter, Milliseconds at, QRgb color) const
+void TimelineBar::paintLine(QPainter &painter, Milliseconds at, int width, QRgb color) const
 {
-    painter.fillRect(position(at) - 1, 0, 2, height(), QColor(color));
+    painter.fillRect(position(at) - width / 2, 0, width, height(), QColor(color));
 }
 
 void TimelineBar::paintEvent(QPaintEvent *)
@@ -139,8 +141,8 @@ void TimelineBar::paintEvent(QPaintEvent *)
     paintPhases(painter);
     paintMarkers(painter);
     if (m_difference >= 0)
-        paintLine(painter, m_difference, theme::colors().red);
-    paintLine(painter, m_now, theme::colors().text);
+        paintLine(painter, m_difference, DifferenceWidth, theme::colors().red);
+    paintLine(painter, m_now, NowWidth, theme::colors().text);
 }
 
 void TimelineBar::mousePressEvent(QMouseEvent *event)

@@ -36,7 +36,7 @@ private:
     Milliseconds timeAt(int x) const;
     void paintPhases(QPainter &painter) const;
     void paintMarkers(QPainter &painter) const;
-    void paintLine(QPainter &painter, Milliseconds at, QRgb color) const;
+    void paintLine(QPainter &painter, Milliseconds at, int width, QRgb color) const;
     QString textAt(int x) const;
 
     const SessionHistory &m_history;

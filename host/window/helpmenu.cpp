@@ -73,7 +73,7 @@ void HelpMenu::showPage(const QString &name, const QString &title, const QString
     auto *column = new QVBoxLayout(dialog);
     column->addWidget(text);
     column->addWidget(buttons);
-    dialog->resize(QSize(90 * theme::Grid, 70 * theme::Grid).boundedTo(parentWidget()->window()->size()));
+    dialog->resize(QSize(96 * theme::Grid, 70 * theme::Grid).boundedTo(parentWidget()->window()->size()));
     dialog->open();
 }
 

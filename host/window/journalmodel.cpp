@@ -1,6 +1,7 @@
 #include "window/journalmodel.h"
 
 #include "journal/entrytext.h"
+#include "panel/linelist.h"
 
 #include <algorithm>
 
@@ -31,6 +32,8 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
         return lineText(line.entry);
     if (role == TextRole)
         return line.text;
+    if (role == Qt::ToolTipRole)
+        return wrappedToolTip(line.text);
     if (role == SequenceRole)
         return m_visible[static_cast<size_t>(index.row())];
     return role == KindRole ? QVariant(int(line.entry.kind)) : QVariant();

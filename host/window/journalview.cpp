@@ -1,6 +1,7 @@
 #include "window/journalview.h"
 
 #include "output/replacefile.h"
+#include "panel/linelist.h"
 #include "panel/theme.h"
 #include "panel/translated.h"
 #include "panel/windowtheme.h"
@@ -18,10 +19,8 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
-#include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QTreeWidget>
 
@@ -51,15 +50,15 @@ QRgb colorOf(int kind)
     return theme::colors().text;
 }
 
-class LineDelegate : public QStyledItemDelegate
+class KindDelegate : public LineDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using LineDelegate::LineDelegate;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
+        LineDelegate::initStyleOption(option, index);
         option->palette.setColor(QPalette::Text, QColor(colorOf(index.data(JournalModel::KindRole).toInt())));
     }
 };
@@ -125,17 +124,11 @@ void JournalView::setTexts()
 
 QListView *JournalView::makeList()
 {
-    auto *list = new QListView;
-    list->setObjectName(QStringLiteral("journal-lines"));
-    list->setModel(m_model);
-    list->setItemDelegate(new LineDelegate(list));
-    list->setUniformItemSizes(true);
+    auto *list = new LineList(QStringLiteral("journal-lines"), m_model);
+    list->setItemDelegate(new KindDelegate(list));
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setFocusPolicy(Qt::StrongFocus);
     list->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
-    QFont font(QStringLiteral("DejaVu Sans Mono"));
-    font.setPixelSize(11);
-    list->setFont(font);
     return list;
 }
 

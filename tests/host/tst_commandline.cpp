@@ -171,9 +171,10 @@ private Q_SLOTS:
     {
         const ProcessResult result = panelhost(words("--help"));
         QCOMPARE(result.status, 0);
-        for (const char *text : {"play FILE...", "[--report DIR] [--journal FILE] [--screenshots DIR] [--realtime]",
-                                 "record FILE", "[--speed SPEED]", "check [DIR]", "[--strict]", "info", "--component",
-                                 "--share", "--share-unchecked", "--language", "--version", "--tbar", "--size"})
+        for (const char *text :
+             {"play FILE...", "[--report DIR] [--journal FILE] [--screenshots DIR] [--realtime]", "record FILE",
+              "view FILE [OTHER] ", "[--speed SPEED]", "check [DIR]", "[--strict]", "info", "--component", "--share",
+              "--share-unchecked", "--language", "--version", "--tbar", "--size"})
             QVERIFY2(result.out.contains(QString::fromUtf8(text)), text);
     }
 

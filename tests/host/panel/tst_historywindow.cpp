@@ -3,17 +3,20 @@
 #include "history/historyrecorder.h"
 #include "journal/entrytext.h"
 #include "panel/theme.h"
+#include "panel/windowtheme.h"
 #include "scenario/scenarioloader.h"
 #include "view/historypane.h"
 #include "view/historywindow.h"
 #include "view/timelinebar.h"
 
 #include <QtGui/QScreen>
+#include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QScrollBar>
 
 using namespace panelhost;
 
@@ -33,11 +36,14 @@ private Q_SLOTS:
     void stepsGoToLinesScreensAndEvents();
     void stepsStopAtTheEnds();
     void aClickOnTheTimelineSelectsATime();
+    void draggingOnTheTimelineSelectsTimes();
     void aLineOfTheJournalIsSelected();
+    void longLinesAreElided();
     void thePanelLooksAsItDid();
     void twoSessionsAreInStep();
     void twoEqualSessionsDoNotDiffer();
     void theFirstDifferenceIsShown();
+    void theDifferenceIsSeenAtItsTime();
     void theSessionIsTakenOver();
     void theFailedStepIsShown();
 
@@ -169,6 +175,35 @@ void HistoryWindowTest::aClickOnTheTimelineSelectsATime()
     QCOMPARE(m_window->line(0), history(0).lineAt(0));
 }
 
+void HistoryWindowTest::draggingOnTheTimelineSelectsTimes()
+{
+    TimelineBar *bar = timeline(0);
+    QTest::mousePress(bar, Qt::LeftButton, {}, QPoint(0, 5));
+    Milliseconds before = history(0).timeOf(m_window->line(0));
+    for (int part = 1; part < 4; ++part) {
+        const QPointF place(bar->width() * part / 4, 5);
+        QMouseEvent move(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(bar, &move);
+        const Milliseconds at = history(0).timeOf(m_window->line(0));
+        QVERIFY2(at > before, qPrintable(QStringLiteral("%1 after %2").arg(at).arg(before)));
+        before = at;
+    }
+    QTest::mouseRelease(bar, Qt::LeftButton, {}, QPoint(bar->width(), 5));
+    QCOMPARE(history(0).timeOf(m_window->line(0)), before);
+}
+
+// Without a scroll bar; the whole line is in the tool tip.
+void HistoryWindowTest::longLinesAreElided()
+{
+    const auto *list = m_window->findChild<QListView *>(QStringLiteral("history-lines"));
+    const qint64 screen = history(0).findLine(Journal::Kind::Screen, 1, Direction::Forward);
+    const QModelIndex line = list->model()->index(static_cast<int>(screen) - 1, 0);
+    QVERIFY(list->fontMetrics().horizontalAdvance(line.data().toString()) > list->viewport()->width());
+    QCOMPARE(list->visualRect(line).width(), list->viewport()->width());
+    QVERIFY(!list->horizontalScrollBar()->isVisible());
+    QVERIFY(Qt::mightBeRichText(line.data(Qt::ToolTipRole).toString()));
+}
+
 void HistoryWindowTest::aLineOfTheJournalIsSelected()
 {
     auto *list = m_window->findChild<QListView *>(QStringLiteral("history-lines"));
@@ -222,7 +257,25 @@ void HistoryWindowTest::theFirstDifferenceIsShown()
         const QModelIndex index = list->model()->index(static_cast<int>(line) - 1, 0);
         QCOMPARE(index.data(Qt::ForegroundRole).value<QColor>(), QColor(theme::Red));
         QVERIFY(!index.siblingAtRow(0).data(Qt::ForegroundRole).isValid());
+        QVERIFY(index.data(Qt::FontRole).value<QFont>().bold()); // the selected line isn't red
+        QVERIFY(!index.siblingAtRow(0).data(Qt::FontRole).isValid());
     }
+}
+
+// The line at the current time doesn't cover the one at the difference.
+void HistoryWindowTest::theDifferenceIsSeenAtItsTime()
+{
+    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    const auto redPixels = [this](int index) {
+        const QImage picture = timeline(index)->grab().toImage();
+        int count = 0;
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, 1) == QColor(theme::colors().red);
+        return count;
+    };
+    trigger("first-difference");
+    QVERIFY(redPixels(0) > 0);
+    QVERIFY(redPixels(1) > 0);
 }
 
 void HistoryWindowTest::theSessionIsTakenOver()

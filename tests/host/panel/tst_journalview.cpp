@@ -3,6 +3,7 @@
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QClipboard>
+#include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QFileDialog>
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void filterKeepsThePosition();
     void clearHidesLinesUntilNow();
     void theMessageGetsTheWidth();
+    void longLinesAreElided();
+    void theFilterHasTheFontOfItsNeighbors();
     void shownLinesAreExported();
     void staysFastWithManyLines();
 };
@@ -369,6 +372,36 @@ void TestJournalView::clearHidesLinesUntilNow()
     view.findChild<QLineEdit *>(QStringLiteral("journal-text"))->setText(QStringLiteral("call"));
     QCOMPARE(view.model().rowCount(), 3);
     QCOMPARE(journal.count(), qint64(23));
+}
+
+// Without a scroll bar; the whole line is in the tool tip.
+void TestJournalView::longLinesAreElided()
+{
+    Journal journal;
+    const QString text = QString(QStringLiteral("many words & <signs> ")).repeated(50);
+    journal.add(Journal::Kind::Screen, QStringLiteral("screen"), {{QStringLiteral("title"), text}});
+    JournalView view(journal, nullptr);
+    view.resize(400, 300);
+    view.show();
+    view.poll();
+    const auto *list = view.findChild<QListView *>(QStringLiteral("journal-lines"));
+    const QModelIndex line = list->model()->index(0, 0);
+    QVERIFY(list->fontMetrics().horizontalAdvance(line.data().toString()) > list->viewport()->width());
+    QCOMPARE(list->visualRect(line).width(), list->viewport()->width());
+    QVERIFY(!list->horizontalScrollBar()->isVisible());
+    const QString tip = line.data(Qt::ToolTipRole).toString();
+    QVERIFY(tip.contains(text.toHtmlEscaped()));
+    QVERIFY(Qt::mightBeRichText(tip));
+}
+
+void TestJournalView::theFilterHasTheFontOfItsNeighbors()
+{
+    const Journal journal;
+    JournalView view(journal, nullptr);
+    view.show();
+    const auto *text = view.findChild<QLineEdit *>(QStringLiteral("journal-text"));
+    const auto *count = view.findChild<QLabel *>(QStringLiteral("journal-count"));
+    QCOMPARE(text->font().pixelSize(), count->font().pixelSize());
 }
 
 void TestJournalView::shownLinesAreExported()

@@ -45,6 +45,7 @@ QString directory()
 void save(QWidget &window, const char *name)
 {
     QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(); // the layout of what a timer has changed
     const QString file = QStringLiteral("%1/%2.png").arg(directory(), QLatin1String(name));
     if (!window.grab().save(file))
         fail(QStringLiteral("%1 can't be written").arg(file));
