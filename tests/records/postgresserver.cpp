@@ -124,7 +124,8 @@ bool PostgresServer::start()
 {
     m_isRunning = m_isRunning
         || control({QStringLiteral("-l"), m_directory.filePath(QStringLiteral("log")), QStringLiteral("-o"),
-                    QStringLiteral("-k %1 -c listen_addresses='' -c max_connections=120").arg(m_directory.path()),
+                    QStringLiteral("-k %1 -c listen_addresses='' -c max_connections=120 -c log_line_prefix=%n,")
+                        .arg(m_directory.path()),
                     QStringLiteral("start")});
     return m_isRunning;
 }
@@ -164,6 +165,20 @@ bool PostgresServer::execute(const QString &sql, const QString &user)
                {QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"), QStringLiteral("-h"),
                 m_directory.path(), QStringLiteral("-U"), user, QStringLiteral("line")},
                sql.toUtf8());
+}
+
+std::vector<double> PostgresServer::errorTimes(const QByteArray &message) const
+{
+    std::vector<double> times;
+    QFile file(m_directory.filePath(QStringLiteral("log")));
+    if (!file.open(QIODevice::ReadOnly))
+        return times;
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
+        const int comma = line.indexOf(',');
+        if (comma > 0 && line.mid(comma + 1).startsWith("ERROR:") && line.contains(message))
+            times.push_back(line.left(comma).toDouble());
+    }
+    return times;
 }
 
 QStringList PostgresServer::values(const QString &query)

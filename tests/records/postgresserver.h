@@ -4,6 +4,8 @@
 
 #include <QtCore/QTemporaryDir>
 
+#include <vector>
+
 /// A PostgreSQL server of Debian's package in a temporary directory, with a socket there and no port. It has the
 /// database "line" with the tables for runs, owned by "owner", and the role "station".
 class PostgresServer
@@ -31,6 +33,8 @@ public:
     bool execute(const QString &sql, const QString &user = QStringLiteral("owner"));
     /// Returns the first column of the rows of @p query, as the owner sees them.
     QStringList values(const QString &query);
+    /// Returns when the server reported errors that contain @p message, in seconds of its clock, oldest first.
+    std::vector<double> errorTimes(const QByteArray &message) const;
     /// Adds a line to the server's list of who may connect, in front of the others.
     bool addAccessRule(const QByteArray &line);
 

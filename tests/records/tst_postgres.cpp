@@ -6,6 +6,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
+#include <QtCore/QScopeGuard>
 #include <QtTest/QtTest>
 
 #include <csignal>
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void aLockedServerHoldsUpNothing();
     void aServerThatHoldsACallIsLeft();
     void aServerThatRefusesIsReportedOnce();
+    void pausesGrowUntilTheServerAnswers();
+    void aPauseHasALimit();
     void aStationCanNotChangeOrDelete_data();
     void aStationCanNotChangeOrDelete();
     void versionsOfTheServer_data();
@@ -335,6 +338,47 @@ void PostgresTest::aServerThatRefusesIsReportedOnce()
     QVERIFY(s_server->execute(q("GRANT INSERT ON journal TO station")));
     QTRY_COMPARE_WITH_TIMEOUT(saver.pending(), 0, 30000);
     QCOMPARE(s_server->values(q(allIds)), ids(runs));
+}
+
+// A pause is at least three quarters of its nominal length, and the nominal length doubles.
+void PostgresTest::pausesGrowUntilTheServerAnswers()
+{
+    constexpr int Attempts = 7;
+    constexpr double FirstPause = 0.02;
+    constexpr double Rounding = 0.001; // of the times in the log
+    const QByteArray refusal = "permission denied for table journal";
+    const QVector<Run> runs = someRuns(2);
+    const auto grant = qScopeGuard([] { s_server->execute(q("GRANT INSERT ON journal TO station")); });
+    RunSaver saver(place(), listener(), {}, {20ms, 1h, 5000ms});
+    // The second run begins with the first pause again; the pauses would otherwise add up to minutes.
+    for (const Run &run : runs) {
+        QVERIFY(s_server->execute(q("REVOKE INSERT ON journal FROM station")));
+        const size_t first = s_server->errorTimes(refusal).size();
+        saver.save(run, "x");
+        QTRY_VERIFY_WITH_TIMEOUT(s_server->errorTimes(refusal).size() >= first + Attempts, 30000);
+        const std::vector<double> times = s_server->errorTimes(refusal);
+        for (int attempt = 1; attempt < Attempts; ++attempt) {
+            const double pause = times.at(first + attempt) - times.at(first + attempt - 1);
+            const double shortest = FirstPause * (1 << (attempt - 1)) * 3 / 4 - Rounding;
+            QVERIFY2(pause >= shortest, qPrintable(q("%1: %2 s").arg(attempt).arg(pause)));
+        }
+        QVERIFY(s_server->execute(q("GRANT INSERT ON journal TO station")));
+        QTRY_VERIFY_WITH_TIMEOUT(saver.sendPending(1s), 30000);
+    }
+    QCOMPARE(s_server->values(q(allIds)), ids(runs));
+}
+
+// Without a limit, these attempts would take more than a minute.
+void PostgresTest::aPauseHasALimit()
+{
+    constexpr int Attempts = 14;
+    const QByteArray refusal = "permission denied for table journal";
+    QVERIFY(s_server->execute(q("REVOKE INSERT ON journal FROM station")));
+    const auto grant = qScopeGuard([] { s_server->execute(q("GRANT INSERT ON journal TO station")); });
+    const size_t first = s_server->errorTimes(refusal).size();
+    RunSaver saver(place(), listener(), {}, {10ms, 40ms, 5000ms});
+    saver.save(someRuns(1).first(), "x");
+    QTRY_VERIFY_WITH_TIMEOUT(s_server->errorTimes(refusal).size() >= first + Attempts, 30000);
 }
 
 void PostgresTest::aStationCanNotChangeOrDelete_data()

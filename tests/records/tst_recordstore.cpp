@@ -1,5 +1,6 @@
 #include "records/journalreader.h"
 #include "records/runsaver.h"
+#include "records/sessionruns.h"
 #include "records/storefile.h"
 
 #include <QtCore/QBuffer>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void whatIsSavedIsRead();
     void attemptsAreCountedPerUnitAndKind();
     void aRunIsSavedOnce();
+    void aLongRunKeepsItsNewestLines();
     void filters();
     void theFileIsSafe();
     void whatIsNoStoreIsRefused_data();
@@ -204,6 +206,37 @@ void RecordStoreTest::aRunIsSavedOnce()
     QCOMPARE(allRuns(path()).size(), 1);
     QCOMPARE(store->run(run.id, &error)->outcome, RunOutcome::Passed);
     QCOMPARE(store->journal(run.id, &error), QByteArray("first"));
+}
+
+void RecordStoreTest::aLongRunKeepsItsNewestLines()
+{
+    constexpr int Limit = 100000; // as documented
+    constexpr int Surplus = 10;
+    RunSaver saver(path(), {});
+    SessionRuns runs(&saver);
+    const SessionInfo info = session("A1");
+    runs.begin(info);
+    Journal::Entry entry{
+        1, 0, q("gui"), Journal::Kind::Screen, q("screen"), {{q("page"), q("aging")}, {q("left"), q("Stop")}}};
+    runs.add(entry);
+    entry.kind = Journal::Kind::Log;
+    entry.name = q("default");
+    entry.data = {{q("text"), q("x")}};
+    while (entry.sequence < Limit + Surplus) {
+        ++entry.sequence;
+        runs.add(entry);
+    }
+    runs.end();
+    QCOMPARE(saver.finish(), 0);
+
+    const QVector<Run> saved = allRuns(path());
+    QCOMPARE(saved.size(), 1);
+    QString error;
+    const auto store = RecordStore::openExisting(path(), &error);
+    const QByteArray lines = store->journal(saved.first().id, &error);
+    QCOMPARE(lines.count('\n'), 1 + Limit);
+    QVERIFY(lines.startsWith(info.toJsonLine() + q("\n{\"seq\":%1,").arg(Surplus + 1).toUtf8()));
+    QVERIFY(lines.endsWith(entry.toJsonLine() + '\n'));
 }
 
 void RecordStoreTest::filters()
