@@ -64,6 +64,13 @@ void tellProblem(const QString &sentence)
     callWindow([sentence](PanelWindow &window) { window.addFailure(sentence); });
 }
 
+// The same, until the runs are sent.
+void tellSendingProblem(const QString &sentence)
+{
+    reportError(sentence);
+    callWindow([sentence](PanelWindow &window) { window.setSendingProblem(sentence); });
+}
+
 // Nothing goes to a sink that is empty.
 Journal::Sink both(const Journal::Sink &file, RunRecords &recording)
 {
@@ -208,6 +215,7 @@ int runInWindow(const CommandLine &line, const QString &recording)
         return reportError(error);
     records.setPendingListener(
         [](int count) { callWindow([count](PanelWindow &window) { window.setPendingRuns(count); }); });
+    records.setSendingListener(tellSendingProblem);
     if (options.asksForUnit)
         records.setRunListener([](const Run &run) { callWindow([run](PanelWindow &window) { window.showRun(run); }); });
     if (!records.open(line.parser, RunRecords::Default::Save, tellProblem, &error)

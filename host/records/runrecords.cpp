@@ -43,7 +43,8 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
     const bool isSaving = !location->isNone() && (!location->isDefault || fallback == Default::Save);
     if (isSaving) {
         m_location = *location;
-        m_saver = std::make_unique<RunSaver>(m_location, listener, m_pendingListener);
+        m_saver = std::make_unique<RunSaver>(m_location, listener, m_pendingListener, RunForwarder::Pace(),
+                                             m_sendingListener);
         m_saver->setSavedListener(m_savedListener);
     }
     if (isSaving || m_runListener)

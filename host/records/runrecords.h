@@ -25,6 +25,9 @@ public:
     /// Sets a function that is called with the number of saved runs that wait to be sent to the server, when it
     /// changes, on any thread. It must not block. Call it before open().
     void setPendingListener(const RunForwarder::PendingListener &listener) { m_pendingListener = listener; }
+    /// Sets a function that is called with a sentence when runs can't be sent to the server, on any thread, instead of
+    /// the listener of open(). The problem is over when no run waits any more. Call it before open().
+    void setSendingListener(const RunSaver::Listener &listener) { m_sendingListener = listener; }
     /// Sets a function that is called with each run when it ends, saved or not, on any thread. Call it before
     /// open().
     void setRunListener(const RunExtractor::Listener &listener) { m_runListener = listener; }
@@ -61,6 +64,7 @@ private:
     std::unique_ptr<SessionRuns> m_sessionRuns;
     RunSaver::Listener m_listener;
     RunForwarder::PendingListener m_pendingListener;
+    RunSaver::Listener m_sendingListener;
     RunExtractor::Listener m_runListener;
     std::function<void(const Run &run)> m_savedListener;
     RecordsLocation m_location;

@@ -30,9 +30,11 @@ RunSaver::RunSaver(const QString &path, const Listener &listener) : RunSaver({pa
 }
 
 RunSaver::RunSaver(const RecordsLocation &location, const Listener &listener,
-                   const RunForwarder::PendingListener &pendingListener, const RunForwarder::Pace &pace)
+                   const RunForwarder::PendingListener &pendingListener, const RunForwarder::Pace &pace,
+                   const Listener &sendingListener)
     : m_path(location.path), m_listener(listener),
-      m_forwarder(location.server ? std::make_unique<RunForwarder>(*location.server, listener, pendingListener, pace)
+      m_forwarder(location.server ? std::make_unique<RunForwarder>(
+                      *location.server, sendingListener ? sendingListener : listener, pendingListener, pace)
                                   : nullptr),
       m_currentPath(location.path), m_thread([this] { work(); })
 {

@@ -24,10 +24,10 @@ public:
 
     RunSaver(const QString &path, const Listener &listener);
     /// @p pendingListener is called with the number of runs that wait to be sent to the server when it changes, on any
-    /// thread.
+    /// thread. @p sendingListener, if given, is called instead of @p listener when runs can't be sent.
     RunSaver(const RecordsLocation &location, const Listener &listener,
              const RunForwarder::PendingListener &pendingListener,
-             const RunForwarder::Pace &pace = RunForwarder::Pace());
+             const RunForwarder::Pace &pace = RunForwarder::Pace(), const Listener &sendingListener = {});
     /// Tries once more to save the runs that are still waiting.
     ~RunSaver();
     RunSaver(const RunSaver &) = delete;

@@ -172,9 +172,10 @@ void PanelWindow::showRun(const Run &run)
 
 void PanelWindow::warnThatUnitPassed(const QString &unit, const QDateTime &passedAt)
 {
+    const QString time = passedAt.toString(QStringLiteral("yyyy-MM-dd HH:mm"));
     if (m_units && m_units->unit() == unit)
-        m_units->setWarning(tr("%1 has already passed the complete machine test: %2 UTC")
-                                .arg(unit, passedAt.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
+        m_units->setWarning(
+            [unit, time] { return tr("%1 has already passed the complete machine test: %2 UTC").arg(unit, time); });
 }
 
 // Shows the failure only if it has changed, so that it doesn't replace the message of a later action.
@@ -403,6 +404,11 @@ void PanelWindow::setRecording(const QString &fileName)
 void PanelWindow::setPendingRuns(int count)
 {
     m_status->setPendingRuns(count);
+}
+
+void PanelWindow::setSendingProblem(const QString &text)
+{
+    m_status->setSendingProblem(text);
 }
 
 void PanelWindow::setJournalFile(const QString &fileName)

@@ -61,8 +61,10 @@ public:
     void endPlaying(const ScenarioResult &result);
     /// Shows that @p fileName is being recorded; shows nothing if it is empty.
     void setRecording(const QString &fileName);
-    /// Shows that @p count saved runs wait to be sent to the server; shows nothing if it is 0.
+    /// Shows that @p count saved runs wait to be sent to the server. If it is 0, shows nothing and removes the problem.
     void setPendingRuns(int count);
+    /// Shows @p text in the status bar, why runs can't be sent to the server, until no run waits any more.
+    void setSendingProblem(const QString &text);
     /// Sets the name of the file that gets the journal.
     void setJournalFile(const QString &fileName);
     /// Adds @p text to the status bar permanently: a file could not be written.

@@ -96,7 +96,6 @@ void UnitBar::setUnit(const QString &unit)
     m_verdict.reset();
     m_input->clear();
     showMessage({}, false);
-    setTexts();
 }
 
 void UnitBar::setVerdict(const Run &run)
@@ -111,6 +110,9 @@ void UnitBar::setTexts()
 {
     m_input->setPlaceholderText(m_unit.isEmpty() ? tr("Serial number of the unit")
                                                  : tr("Serial number of the next unit"));
+    const QString message = m_messageText ? m_messageText() : QString();
+    m_message->setText(message);
+    m_message->setToolTip(message);
     if (m_verdict) {
         const QString word = m_verdict->outcome == RunOutcome::Passed ? tr("PASSED") : tr("FAILED");
         showField(toText(m_verdict->outcome), QStringLiteral("%1  %2").arg(word, m_unit), detailOf(*m_verdict));
@@ -120,7 +122,7 @@ void UnitBar::setTexts()
     }
 }
 
-void UnitBar::setWarning(const QString &text)
+void UnitBar::setWarning(const std::function<QString()> &text)
 {
     showMessage(text, false);
 }
@@ -143,19 +145,18 @@ void UnitBar::showField(const QString &state, const QString &headline, const QSt
     m_detail->setText(detail);
 }
 
-void UnitBar::showMessage(const QString &text, bool isError)
+void UnitBar::showMessage(const std::function<QString()> &text, bool isError)
 {
-    m_message->setText(text);
-    m_message->setToolTip(text);
+    m_messageText = text;
+    setTexts();
     setState(m_message, isError ? QStringLiteral("error") : QStringLiteral("warning"));
 }
 
 void UnitBar::submit()
 {
     const QString unit = m_input->text().trimmed();
-    const QString problem = m_pattern.problem(unit);
-    if (!problem.isEmpty()) {
-        showMessage(problem, true);
+    if (!m_pattern.problem(unit).isEmpty()) {
+        showMessage([this, unit] { return m_pattern.problem(unit); }, true);
         m_input->selectAll();
         return;
     }

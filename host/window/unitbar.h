@@ -5,6 +5,7 @@
 
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <optional>
 
 class QLabel;
@@ -27,8 +28,9 @@ public:
     void setUnit(const QString &unit);
     /// Shows the outcome of @p run, unless the run is about another unit or ended without a verdict.
     void setVerdict(const Run &run);
-    /// Shows @p text until the next unit is entered, such as that the unit has already passed.
-    void setWarning(const QString &text);
+    /// Shows the result of @p text until the next unit is entered, such as that the unit has already passed. @p text
+    /// is called again when the language of the window has changed.
+    void setWarning(const std::function<QString()> &text);
     /// While it waits, the keyboard belongs to the strip alone.
     void setWaiting(bool isWaiting);
     bool isWaiting() const { return m_isWaiting; }
@@ -45,7 +47,7 @@ private:
     void setTexts();
     void submit();
     void showField(const QString &state, const QString &headline, const QString &detail);
-    void showMessage(const QString &text, bool isError);
+    void showMessage(const std::function<QString()> &text, bool isError);
     bool isForStrip(const QWidget *widget) const;
     bool handleFieldKey(int key);
 
@@ -55,6 +57,7 @@ private:
     QLabel *m_detail;
     QLineEdit *m_input;
     QLabel *m_message;
+    std::function<QString()> m_messageText;
     std::optional<Run> m_verdict; ///< the last one of the unit
     QString m_unit;
     bool m_isWaiting = false;

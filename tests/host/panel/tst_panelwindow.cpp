@@ -68,6 +68,7 @@ private Q_SLOTS:
     void pausedWindowStillActs();
     void recordingLightShowsTheFile();
     void pendingRunsAreShown();
+    void theReasonWhyRunsWaitGoesWithThem();
     void failuresAreShownAndStay();
     void fullDiskPutsTheRecordingLightOut();
     void journalFollows();
@@ -431,13 +432,39 @@ void TestPanelWindow::pendingRunsAreShown()
     QVERIFY(!label->isVisible());
 }
 
+void TestPanelWindow::theReasonWhyRunsWaitGoesWithThem()
+{
+    const auto reasons = [this] {
+        QStringList texts;
+        const auto labels = m_window->findChildren<QLabel *>(QStringLiteral("failure"));
+        for (const QLabel *reason : labels)
+            texts << reason->text();
+        return texts;
+    };
+    const auto *label = m_window->findChild<QLabel *>(QStringLiteral("pending-runs"));
+    const QString reason = QStringLiteral("Runs can't be sent: ") + QString(1000, QLatin1Char('x'));
+    const QString lasting = QStringLiteral("Journal ended");
+    m_window->resize(1280, 800);
+    m_window->addFailure(lasting);
+    m_window->setPendingRuns(12);
+    m_window->setSendingProblem(QStringLiteral("an earlier reason"));
+    m_window->setSendingProblem(reason);
+    QCOMPARE(reasons(), (QStringList{lasting, reason}));
+    QTRY_VERIFY(m_window->findChildren<QLabel *>(QStringLiteral("failure")).last()->width() > 200);
+    QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(QString::number(label->width())));
+    m_window->setPendingRuns(11);
+    QCOMPARE(reasons(), (QStringList{lasting, reason}));
+    m_window->setPendingRuns(0);
+    QCOMPARE(reasons(), QStringList{lasting});
+}
+
 void TestPanelWindow::failuresAreShownAndStay()
 {
     m_window->resize(1400, 800);
     QVERIFY(m_window->findChildren<QLabel *>(QStringLiteral("failure")).isEmpty());
     const QStringList texts{QStringLiteral("Recording ended: morning.yaml: No space left on device"),
                             QStringLiteral("Journal ended: j.jsonl: No space left on device")};
-    for (const QString &text : texts)
+    for (const QString &text : texts + texts)
         m_window->addFailure(text);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     m_window->refresh();

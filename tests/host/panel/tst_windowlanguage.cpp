@@ -37,6 +37,7 @@ private Q_SLOTS:
     void catalogsAreComplete();
     void theWholeWindowChanges_data() { eachCatalog(); }
     void theWholeWindowChanges();
+    void theMessageAboutTheUnitChanges();
     void theMenuChangesTheLanguage();
     void theLanguageIsRemembered();
     void theJournalStaysTheSame();
@@ -206,6 +207,19 @@ void WindowLanguageTest::theWholeWindowChanges()
     const Texts again = textsOf(*m_window);
     for (auto text = english.begin(); text != english.end(); ++text)
         QCOMPARE(again.value(text.key()), text.value());
+}
+
+void WindowLanguageTest::theMessageAboutTheUnitChanges()
+{
+    auto *units = m_window->findChild<UnitBar *>();
+    const auto *message = units->findChild<QLabel *>(QStringLiteral("unit-message"));
+    Q_EMIT units->unitEntered(QStringLiteral("A1"));
+    m_window->warnThatUnitPassed(QStringLiteral("A1"), QDateTime({2026, 3, 1}, {8, 1}, Qt::UTC));
+    QCOMPARE(message->text(), QStringLiteral("A1 has already passed the complete machine test: 2026-03-01 08:01 UTC"));
+    setWindowLanguage(QStringLiteral("zh_CN"));
+    QTRY_COMPARE(message->text(), QString::fromUtf8("A1 已通过整机测试：2026-03-01 08:01 UTC"));
+    QCOMPARE(message->toolTip(), message->text());
+    setWindowLanguage(QStringLiteral("en"));
 }
 
 void WindowLanguageTest::theMenuChangesTheLanguage()
