@@ -67,8 +67,8 @@ protected:
 
 JournalView::JournalView(const Journal &journal, QWidget *parent)
     : QDockWidget(parent), m_model(new JournalModel(journal, this)), m_text(new QLineEdit),
-      m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel), m_list(makeList()),
-      m_detail(makeDetail()), m_journal(journal)
+      m_count(new ElidedLabel(QStringLiteral("journal-count"))), m_forgotten(new QLabel),
+      m_head(new QBoxLayout(QBoxLayout::TopToBottom)), m_list(makeList()), m_detail(makeDetail()), m_journal(journal)
 {
     setObjectName(QStringLiteral("journal"));
     theme::applyTo(this);
@@ -91,19 +91,29 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     m_forgotten->setObjectName(QStringLiteral("journal-forgotten"));
     m_forgotten->setWordWrap(true);
     m_forgotten->hide();
-    column->addWidget(makeKinds());
-    column->addLayout(row);
+    m_head->setSpacing(theme::Grid);
+    m_head->addWidget(makeKinds());
+    m_head->addLayout(row, 1);
+    m_head->addWidget(makeActions());
+    column->addLayout(m_head);
     column->addWidget(m_forgotten);
     auto *split = new QSplitter(Qt::Vertical);
     split->addWidget(m_list);
     split->addWidget(m_detail);
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 1);
-    column->addWidget(split);
-    column->addWidget(makeActions());
+    column->addWidget(split, 1);
     setWidget(content);
     keepTranslated(this, [this] { setTexts(); });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &JournalView::showDetail);
+}
+
+// A dock below the panel is wide and low: everything but the lines is in one row.
+void JournalView::resizeEvent(QResizeEvent *event)
+{
+    constexpr int EnoughForOneRow = 100 * theme::Grid;
+    m_head->setDirection(width() >= EnoughForOneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    QDockWidget::resizeEvent(event);
 }
 
 void JournalView::setTexts()

@@ -4,6 +4,7 @@
 
 class QAction;
 class QLabel;
+class QBoxLayout;
 class QLineEdit;
 class QListView;
 class QToolBar;
@@ -40,6 +41,9 @@ Q_SIGNALS:
     /// Emitted when lines were exported, or couldn't be: @p text is a sentence.
     void messageChanged(const QString &text);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void setTexts();
     QToolBar *makeKinds();
@@ -62,6 +66,7 @@ private:
     QLineEdit *m_text;
     ElidedLabel *m_count;
     QLabel *m_forgotten;
+    QBoxLayout *m_head; ///< what is above the list
     QString m_file;
     QListView *m_list;
     QTreeWidget *m_detail;

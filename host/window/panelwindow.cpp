@@ -227,7 +227,7 @@ void PanelWindow::arrangeDocks()
     if (!isVisible() || !m_arrangesDocks || m_isArranging || docks.isEmpty())
         return;
     m_isArranging = true;
-    QSize minimum(46 * theme::Grid, 22 * theme::Grid);
+    QSize minimum(46 * theme::Grid, 30 * theme::Grid); // a journal below the panel shows nine lines
     for (const QDockWidget *dock : docks)
         minimum = minimum.expandedTo(dock->minimumSizeHint());
     const DockPlace place = placeDocks(roomForPanelAndDocks(), m_panel->naturalSize(), minimum);

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void theMessageGetsTheWidth();
     void longLinesAreElided();
     void theFilterHasTheFontOfItsNeighbors();
+    void aWideDockHasOneRowAboveTheLines();
     void shownLinesAreExported();
     void staysFastWithManyLines();
 };
@@ -402,6 +403,24 @@ void TestJournalView::theFilterHasTheFontOfItsNeighbors()
     const auto *text = view.findChild<QLineEdit *>(QStringLiteral("journal-text"));
     const auto *count = view.findChild<QLabel *>(QStringLiteral("journal-count"));
     QCOMPARE(text->font().pixelSize(), count->font().pixelSize());
+}
+
+void TestJournalView::aWideDockHasOneRowAboveTheLines()
+{
+    const Journal journal;
+    JournalView view(journal, nullptr);
+    view.show();
+    const auto top = [&view](const char *name) {
+        return view.findChild<QWidget *>(QLatin1String(name))->mapTo(&view, QPoint()).y();
+    };
+    view.resize(1280, 250);
+    QTRY_VERIFY(top("journal-text") < top("journal-kinds") + 30);
+    QVERIFY(top("journal-actions") < top("journal-kinds") + 30);
+    QVERIFY(view.findChild<QWidget *>(QStringLiteral("journal-lines"))->height() > 120);
+    view.resize(400, 600);
+    QTRY_VERIFY(top("journal-text") > top("journal-kinds") + 30);
+    QVERIFY(top("journal-actions") > top("journal-text") + 20);
+    QVERIFY(top("journal-lines") > top("journal-actions") + 20);
 }
 
 void TestJournalView::shownLinesAreExported()
