@@ -45,7 +45,6 @@ QString directory()
 void save(QWidget &window, const char *name)
 {
     QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(); // the layout of what a timer has changed
     const QString file = QStringLiteral("%1/%2.png").arg(directory(), QLatin1String(name));
     if (!window.grab().save(file))
         fail(QStringLiteral("%1 can't be written").arg(file));
@@ -133,6 +132,7 @@ void saveMoments()
         PanelWindow window(*session);
         show(window, picture.size);
         window.findChild<JournalView *>()->setVisible(picture.size == FullHd);
+        window.refresh(); // fills the journal
         save(window, picture.name);
     }
 }
