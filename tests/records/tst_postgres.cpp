@@ -6,9 +6,11 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QScopeGuard>
 #include <QtTest/QtTest>
 
+#include <algorithm>
 #include <csignal>
 
 using namespace panelhost;
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void aLockedServerHoldsUpNothing();
     void aServerThatHoldsACallIsLeft();
     void aServerThatRefusesIsReportedOnce();
+    void aFullServerCostsOnlyTime();
     void pausesGrowUntilTheServerAnswers();
     void aPauseHasALimit();
     void aStationCanNotChangeOrDelete_data();
@@ -339,6 +342,42 @@ void PostgresTest::aServerThatRefusesIsReportedOnce()
     QVERIFY2(sentences().first().contains(q("permission denied for table journal")), qPrintable(sentences().first()));
     QCOMPARE(s_server->values(q("SELECT count(*) FROM run")), QStringList{q("0")});
     QVERIFY(s_server->execute(q("GRANT INSERT ON journal TO station")));
+    QTRY_COMPARE_WITH_TIMEOUT(saver.pending(), 0, 30000);
+    QCOMPARE(s_server->values(q(allIds)), ids(runs));
+}
+
+// The journals are in a small file system.
+void PostgresTest::aFullServerCostsOnlyTime()
+{
+    const QTemporaryDir disk;
+    const auto mount = [&disk](const char *options) {
+        return QProcess::execute(q("mount"), {q("-t"), q("tmpfs"), q("-o"), q(options), q("tmpfs"), disk.path()}) == 0;
+    };
+    if (!mount("size=2m,uid=65534,gid=65534,mode=700"))
+        QSKIP("A small file system can't be mounted.");
+    const auto unmount = qScopeGuard([&disk] {
+        s_server->execute(q("ALTER TABLE journal SET TABLESPACE pg_default"));
+        s_server->execute(q("DROP TABLESPACE small"));
+        QProcess::execute(q("umount"), {q("--lazy"), disk.path()});
+    });
+    QVERIFY2(s_server->execute(q("CREATE TABLESPACE small LOCATION '%1'").arg(disk.path())),
+             qPrintable(s_server->errorString()));
+    QVERIFY2(s_server->execute(q("ALTER TABLE journal SET TABLESPACE small")), qPrintable(s_server->errorString()));
+
+    QByteArray journal(200000, '\0'); // can't be compressed
+    QRandomGenerator random(1);
+    std::generate(journal.begin(), journal.end(), [&random] { return static_cast<char>(random.generate()); });
+    const QVector<Run> runs = someRuns(30);
+    RunSaver saver(place(), listener(), {}, Quick);
+    for (const Run &run : runs)
+        saver.save(run, journal);
+    QCOMPARE(saver.finish(), 0);
+    QCOMPARE(saver.saved(), runs.size());
+    QTRY_VERIFY_WITH_TIMEOUT(!sentences().isEmpty(), 30000);
+    QVERIFY2(sentences().first().contains(q("could not extend file")), qPrintable(sentences().first()));
+    QVERIFY(!saver.sendPending(Enough));
+    QVERIFY(saver.pending() > 0);
+    QVERIFY(mount("remount,size=50m"));
     QTRY_COMPARE_WITH_TIMEOUT(saver.pending(), 0, 30000);
     QCOMPARE(s_server->values(q(allIds)), ids(runs));
 }
