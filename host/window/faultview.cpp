@@ -49,7 +49,6 @@ FaultView::FaultView(const Faults &faults, const Device &device, QWidget *parent
     m_tree->setColumnCount(2);
     m_tree->header()->setStretchLastSection(false);
     m_tree->header()->setSectionResizeMode(DescriptionColumn, QHeaderView::Stretch);
-    m_tree->header()->resizeSection(WhereColumn, 16 * theme::Grid);
     const DeviceState state = device.state();
     for (const FaultInfo &fault : Faults::all())
         addFault(fault, state);
@@ -69,6 +68,13 @@ FaultView::FaultView(const Faults &faults, const Device &device, QWidget *parent
     column->addWidget(m_tree);
     column->addWidget(clear, 0, Qt::AlignRight);
     setWidget(content);
+}
+
+// What a fault applies to is elided only in a narrow dock, where the faults need the room.
+void FaultView::resizeEvent(QResizeEvent *event)
+{
+    m_tree->header()->resizeSection(WhereColumn, qMax(16 * theme::Grid, width() / 3));
+    QDockWidget::resizeEvent(event);
 }
 
 void FaultView::setTexts()

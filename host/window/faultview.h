@@ -27,6 +27,9 @@ Q_SIGNALS:
     /// Emitted when a fault was switched.
     void actionTriggered(const panelhost::OperatorAction &action);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void setTexts();
     void addFault(const FaultInfo &fault, const DeviceState &device);

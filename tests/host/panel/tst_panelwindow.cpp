@@ -86,6 +86,7 @@ private Q_SLOTS:
     void helpIsShown_data();
     void helpIsShown();
     void severalKeysCanBeFaulty();
+    void aWideFaultsDockShowsAllTexts();
     void docksShareTheirSide();
     void toolTipsAreShownWhilePaused();
     void ctrlFFindsInTheJournal();
@@ -744,6 +745,21 @@ static QTreeWidgetItem *itemOf(const QTreeWidget &tree, const QString &fault, co
         return item;
     }
     return nullptr;
+}
+
+// In a dock below the panel, what a fault applies to isn't elided.
+void TestPanelWindow::aWideFaultsDockShowsAllTexts()
+{
+    m_window->findChild<JournalView *>()->hide();
+    m_window->resize(1280, 800);
+    m_window->findChild<FaultView *>()->show();
+    auto *tree = m_window->findChild<QTreeWidget *>(QStringLiteral("fault-tree"));
+    QTRY_VERIFY(tree->width() > 1200);
+    for (int row = 0; row < tree->topLevelItemCount(); ++row) {
+        const QString text = tree->topLevelItem(row)->text(1);
+        QVERIFY(!text.isEmpty());
+        QVERIFY2(tree->fontMetrics().horizontalAdvance(text) < tree->columnWidth(1) - 8, qPrintable(text));
+    }
 }
 
 void TestPanelWindow::severalKeysCanBeFaulty()
