@@ -134,14 +134,23 @@ std::shared_ptr<const typename Listeners<Args...>::Map> currentListeners(const L
     return table.map();
 }
 
+/// Returns the listener of @p requester in @p listeners, or nullptr. Another thread may change the requester meanwhile.
+template <class Map>
+const typename Map::mapped_type *findListener(const Map &listeners, const std::string &requester)
+{
+    const std::lock_guard locker(listenersMutex);
+    const auto entry = listeners.find(requester);
+    return entry == listeners.end() ? nullptr : &entry->second;
+}
+
 /// Calls only the listener of @p requester, on the caller's thread.
 template <class... Args, class... Values>
 void notifyRequester(const Listeners<Args...> &table, const std::string &requester, const Values &...values)
 {
     const auto listeners = currentListeners(table);
-    const auto entry = listeners->find(requester);
-    if (entry != listeners->end() && entry->second)
-        entry->second(values...);
+    const auto *listener = findListener(*listeners, requester);
+    if (listener && *listener)
+        (*listener)(values...);
 }
 
 /// Calls all listeners in ascending order of their names, on the caller's thread. A listener that is registered or
