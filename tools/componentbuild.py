@@ -1,6 +1,7 @@
 """What tools/mutate and tools/coverage have in common: the commands of a build directory, and a copy of the component that
 is built with them and preloaded into the tests."""
 
+import collections
 import concurrent.futures
 import contextlib
 import json
@@ -22,6 +23,9 @@ def fail(message):
     sys.exit(2)
 
 
+Test = collections.namedtuple("Test", "program arguments environment")
+
+
 class Build:
     """The commands of a build directory."""
 
@@ -40,9 +44,9 @@ class Build:
         self.link = commands[-1]
         self.tests = {}
         for test in json.loads(listed)["tests"]:
-            program = (test.get("command") or [""])[0]
+            program, *arguments = test.get("command") or [""]
             if program.startswith(self.directory + "/tests/") and self.uses_component(test["name"], program):
-                self.tests[test["name"]] = (program, self.environment(test))
+                self.tests[test["name"]] = Test(program, arguments, self.environment(test))
 
     def run_ninja(self, tool, *arguments):
         return subprocess.run(["ninja", "-t", tool, *arguments], cwd=self.directory, check=True, capture_output=True,
@@ -167,7 +171,7 @@ class Worker:
 
     def program(self, test):
         """Builds a test program with the headers of this worker. Returns its path, or None if it doesn't compile."""
-        source, program = self.build.source_of(test), self.build.tests[test][0]
+        source, program = self.build.source_of(test), self.build.tests[test].program
         output = os.path.join(self.directory, test + ".o")
         path = os.path.join(self.directory, test)
         command = self.build.compile[source].replace(" -Werror", " -w").replace(f"-I{COMPONENT} ", f"-I{self.sources} ")
@@ -179,9 +183,9 @@ class Worker:
 
     def run(self, test, program, library, timeout):
         """Returns whether a test passes with a library."""
-        environment = {**os.environ, **self.build.tests[test][1], "LD_PRELOAD": library,
+        environment = {**os.environ, **self.build.tests[test].environment, "LD_PRELOAD": library,
                        "LCD_PROOF_SEED": str(self.seed)}
-        with ProcessGroup([program], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        with ProcessGroup([program, *self.build.tests[test].arguments], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                           cwd=self.directory) as process:
             try:
                 return process.wait(timeout) == 0

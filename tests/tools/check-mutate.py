@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """check-mutate.py SOURCE: tools/mutate ends all processes that a test has started: when the test fails, when it takes too
-long, and when tools/mutate itself is ended by a signal."""
+long, and when tools/mutate itself is ended by a signal. A test runs with its arguments."""
 
 import importlib.machinery
 import importlib.util
@@ -48,8 +48,9 @@ class TestProgram:
         return self.waits_for(select.POLLHUP)
 
 
-def run(mutate, path, timeout):
-    build = types.SimpleNamespace(tests={"test": (path, {})})
+def run(mutate, path, timeout, *arguments):
+    test = importlib.import_module("componentbuild").Test(path, arguments, {})
+    build = types.SimpleNamespace(tests={"test": test})
     worker = types.SimpleNamespace(build=build, seed=0, directory=os.path.dirname(path))
     return mutate.Worker.run(worker, "test", path, "", timeout)
 
@@ -57,7 +58,7 @@ def run(mutate, path, timeout):
 def check(mutate, source, case):
     """Returns what is wrong."""
     with tempfile.TemporaryDirectory() as directory:
-        program = TestProgram(directory, "exit 1" if case == "failure" else "wait")
+        program = TestProgram(directory, {"failure": "exit 1", "arguments": '[ "$1$2" = corpusfile ]'}.get(case, "wait"))
         if case == "signal":
             with subprocess.Popen([sys.executable, __file__, source, program.path]) as process:
                 if not program.has_started():
@@ -65,6 +66,9 @@ def check(mutate, source, case):
                 process.send_signal(signal.SIGTERM)
                 if process.wait(SECONDS) != 128 + signal.SIGTERM:
                     return "tools/mutate doesn't end"
+        elif case == "arguments":
+            if not run(mutate, program.path, SECONDS, "corpus", "file"):
+                return "the test hasn't got its arguments"
         elif run(mutate, program.path, SECONDS if case == "failure" else 1):
             return "the test passes"
         return "" if program.has_ended() else "a process keeps running"
@@ -77,7 +81,7 @@ def main():
         mutate.handle_signals()
         run(mutate, sys.argv[2], SECONDS)
         return 1
-    wrong = [f"{case}: {message}" for case in ("failure", "timeout", "signal") for message in [check(mutate, source, case)] if message]
+    wrong = [f"{case}: {message}" for case in ("failure", "timeout", "signal", "arguments") for message in [check(mutate, source, case)] if message]
     print("\n".join(wrong) or "all processes have ended")
     return 1 if wrong else 0
 
