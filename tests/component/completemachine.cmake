@@ -9,6 +9,12 @@ foreach(topic testbiz sequence links tbar buttons testwidget run threads races l
     target_link_libraries(tst_completemachine${topic} PRIVATE test_machine)
 endforeach()
 
+# Replaces pthread_mutex_lock(), as the thread sanitizer does.
+if(NOT LCD_SANITIZE STREQUAL "thread")
+    lcd_add_page_test(tst_completemachineinterleavings)
+    target_link_libraries(tst_completemachineinterleavings PRIVATE test_machine ${CMAKE_DL_LIBS})
+endif()
+
 # The statements of docs/behavior.md.
 add_library(test_behaviorpage STATIC behaviorpage.cpp behaviorpage.h)
 lcd_target(test_behaviorpage)

@@ -1,4 +1,5 @@
 #include "agetestfixture.h"
+#include "callbackguard.h"
 #include "completemachinetestwidget.h"
 #include "factorymodewidget.h"
 #include "failingmemory.h"
@@ -440,6 +441,33 @@ private Q_SLOTS:
             QCOMPARE(FailingMemory::blocksLeft(), 0);
             elsewhere(listening.next);
             QCOMPARE(listening.state(), after);
+        }
+    }
+
+    // Neither the report nor the warning about it has memory.
+    void aReportWithoutMemoryForItsWarningIsDropped()
+    {
+        const CallbackGuard guard;
+        const auto report = guard.wrapReport("listener", [] { throw std::bad_alloc(); });
+        const Warnings warnings;
+        report(); // allocates what the guard keeps
+        QCOMPARE(Warnings::lines, QStringList{QStringLiteral("listener: no memory for a report, dropped")});
+        for (int number = 1;; ++number) {
+            Warnings::lines.clear();
+            bool escaped = false;
+            FailingMemory memory(number);
+            try {
+                report();
+            } catch (...) {
+                escaped = true;
+            }
+            memory.end();
+            QVERIFY(!escaped);
+            if (!FailingMemory::failed()) {
+                QVERIFY2(number > 1, "the warning needs no memory");
+                return;
+            }
+            QCOMPARE(FailingMemory::blocksLeft(), 0);
         }
     }
 

@@ -5,6 +5,7 @@
 
 #include <QtTest/QtTest>
 
+#include <stdexcept>
 #include <utility>
 
 using LCD::FactoryModeImpl::CompleteMachinePhaseInfo;
@@ -285,6 +286,26 @@ private Q_SLOTS:
     }
 
     // The order of the screens: first the next phase, then the running screen of this phase.
+    // The net test has passed, and a listener has prevented the run from going on.
+    void rightAfterAPassThatAListenerHasInterrupted()
+    {
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(5);
+        fixture.right();
+        fixture.biz->registerLogCallback("zz throws once", [thrown = false](const QString &) mutable {
+            if (!std::exchange(thrown, true))
+                throw std::runtime_error("no log");
+        });
+        QVERIFY_EXCEPTION_THROWN(fixture.right(), std::runtime_error);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 5);
+        fixture.take();
+        fixture.right();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 6);
+        const QStringList told = fixture.told();
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told.first().startsWith(QStringLiteral("phase title=[USBA];")), qPrintable(told.first()));
+    }
+
     void aPressDuringTheStartOfTheNetTestIsFollowedByTheRunningScreen()
     {
         MachineTestFixture fixture;

@@ -86,18 +86,22 @@ private:
     Hold &m_hold;
 };
 
-/// Throws std::bad_alloc at the first call from another thread than that of the test.
+/// Throws std::bad_alloc at the first call from another thread than that of the test, after it was blocked there.
 class ThrowingFactoryBiz final : public LCD::FactoryMode::IFactoryModeBiz
 {
 public:
+    explicit ThrowingFactoryBiz(Hold &hold) : m_hold(hold) {}
     void setFactoryTestType(int) override
     {
-        if (std::this_thread::get_id() != m_test && !std::exchange(m_thrown, true))
-            throw std::bad_alloc();
+        if (std::this_thread::get_id() == m_test || std::exchange(m_thrown, true))
+            return;
+        m_hold.pass();
+        throw std::bad_alloc();
     }
     void setMachineTestKind(int) override {}
 
 private:
+    Hold &m_hold;
     const std::thread::id m_test = std::this_thread::get_id();
     bool m_thrown = false;
 };
@@ -500,7 +504,9 @@ private Q_SLOTS:
 
     void aReportWithoutMemoryForTheNextPhaseLeavesNone()
     {
-        ThrowingFactoryBiz service;
+        Hold hold;
+        hold.release();
+        ThrowingFactoryBiz service(hold);
         MachineTestFixture fixture;
         fixture.host.offer("lcdFactoryModeBiz", &service);
         fixture.make();
@@ -513,6 +519,47 @@ private Q_SLOTS:
         VirtualTime::advance(20000);
         fixture.right();
         QCOMPARE(fixture.biz->currentPhaseIndex(), 3);
+    }
+
+    // The run has changed, so the report can't take back the phase that it couldn't start.
+    void aReportWithoutMemoryForTheNextPhaseKeepsAFailure()
+    {
+        Hold hold;
+        ThrowingFactoryBiz service(hold);
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        leaveNetPassed(fixture);
+        fixture.startAndPassTo(1);
+        HeldWork report(hold, [&] { reportNet(fixture); });
+        fixture.take();
+        fixture.left();
+        report.finish();
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 2);
+        QCOMPARE(fixture.biz->result(), 2);
+        QCOMPARE(screens(fixture), (QStringList{failScreen(), failScreen()}));
+        fixture.biz->start();
+        QVERIFY(levelsWalkOn(fixture));
+    }
+
+    // The report is blocked while it makes the screen of the failure.
+    void aFailureThatIsHeldBeforeItIsRecordedDoesNotFailTheNextRun()
+    {
+        Hold hold;
+        MachineTestFixture fixture;
+        leaveNetFailed(fixture);
+        fixture.startAndPassTo(1);
+        setLookUpHook([&hold] { hold.pass(); });
+        {
+            HeldWork report(hold, [&] { reportNet(fixture); });
+            QCOMPARE(fixture.biz->result(), 0);
+            fixture.biz->start();
+            fixture.take();
+        }
+        setLookUpHook({});
+        QCOMPARE(fixture.biz->result(), 0);
+        QCOMPARE(fixture.take(), QStringList());
+        QVERIFY(levelsWalkOn(fixture));
     }
 
     void aHeldKeyDoesNotReachTheNextRun()

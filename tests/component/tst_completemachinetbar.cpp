@@ -34,6 +34,21 @@ private:
 
 }
 
+/// Calls a function once, when the T-Bar test begins.
+class InterruptingFactoryBiz final : public LCD::FactoryMode::IFactoryModeBiz
+{
+public:
+    void setFactoryTestType(int type) override
+    {
+        constexpr int TBarTest = 6;
+        if (const auto action = type == TBarTest ? std::exchange(atTBar, nullptr) : nullptr)
+            action();
+    }
+    void setMachineTestKind(int) override {}
+
+    std::function<void()> atTBar;
+};
+
 /// The T-Bar phase: its screen, its step lines and their marks.
 class CompleteMachineTBarTest : public QObject
 {
@@ -78,6 +93,25 @@ private Q_SLOTS:
         const QStringList made = fixture.take();
         QCOMPARE(made.filter(QStringLiteral("getTBarType")), QStringList());
         QVERIFY(made.last().startsWith(QStringLiteral("phase title=T-Bar; icon=fc_tbar_fader;")));
+    }
+
+    // The new run is in its first phase when the T-Bar test announces that it is ready for its first step.
+    void aRunThatIsStartedWhileTheTBarTestBeginsGetsNoStepLines()
+    {
+        InterruptingFactoryBiz service; // lives longer than the test that uses it
+        MachineTestFixture fixture;
+        fixture.host.offer("lcdFactoryModeBiz", &service);
+        fixture.make();
+        fixture.startAndPassTo(3);
+        fixture.pressKeys();
+        fixture.take();
+        service.atTBar = [&] { fixture.biz->start(); };
+        fixture.right();
+        QVERIFY(!service.atTBar);
+        QCOMPARE(fixture.biz->currentPhaseIndex(), 0);
+        const QStringList told = fixture.told();
+        QCOMPARE(told.filter(QStringLiteral("phase title=[FCScreenLight] 10%")).size(), 1);
+        QCOMPARE(told.filter(QStringLiteral("keepSteps")), QStringList());
     }
 };
 

@@ -140,6 +140,20 @@ private Q_SLOTS:
         QTest::keyClick(widget.get(), Qt::Key_Escape);
         QCOMPARE(exits->count(), 1);
     }
+    void backFromASubmenuOfAMenuThatIsEmptyNow()
+    {
+        open(5, Qt::Key_Return);
+        ShareDirectory::writeMenu("<MenuBar/>");
+        widget->setFactoryModeData(QStringLiteral("menuConfigPath"), ShareDirectory::path());
+        QVERIFY(menu->level2->isVisible());
+        QTest::keyClick(menu->level2, Qt::Key_Escape);
+        QVERIFY(menu->level1->isVisible());
+        QVERIFY(!menu->level2->isVisible());
+        QCOMPARE(menu->level1->count(), 0);
+        QCOMPARE(exits->count(), 0);
+        QTest::keyClick(menu->level1, Qt::Key_Escape);
+        QCOMPARE(exits->count(), 1);
+    }
     void rowsMayOutliveTheirRecords()
     {
         ShareDirectory::writeMenu("");

@@ -1,10 +1,14 @@
 #include "buttonfunctionbiz.h"
+#include "emulation.h"
 #include "netporttestbiz.h"
 #include "singletestsupport.h"
 #include "tbartestbiz.h"
 #include "usbporttestbiz.h"
 
+#include <QtCore/QProcess>
+
 #include <atomic>
+#include <memory>
 #include <thread>
 
 using namespace LCD::FactoryModeImpl;
@@ -111,6 +115,33 @@ void destroyInStorm(const std::function<void()> &event, Witness &witness)
     });
 }
 
+/// A port test whose service delivers a wrong payload when this object is deleted.
+class LastReport
+{
+public:
+    LastReport() { m_net.startTest(); }
+    ~LastReport() { m_host.networkPort.changed.fire(std::any()); }
+    LastReport(const LastReport &) = delete;
+    LastReport &operator=(const LastReport &) = delete;
+
+private:
+    RecordingHost m_host;
+    NetPortTestBiz m_net;
+};
+
+constexpr const char *ReportAfterMain = "--report-after-main";
+
+// Deleted at the end of the process: after Qt's objects, which were created later.
+std::unique_ptr<LastReport> lastReport;
+
+int reportAfterMain(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    qInfo("before the end of main");
+    lastReport = std::make_unique<LastReport>();
+    return 0;
+}
+
 }
 
 class LateEventsTest : public QObject
@@ -166,6 +197,22 @@ private Q_SLOTS:
         const LogCapture log;
         host.tbarCalibration.results.at(6)(false, {});
         QCOMPARE(log.lines(), QStringList());
+    }
+
+    // Qt has deleted its default category at this time.
+    void aReportAfterMainIsLogged()
+    {
+        SKIP_IF_EMULATED();
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {QLatin1String(ReportAfterMain)});
+        QVERIFY2(process.waitForFinished(120000), qPrintable(process.errorString()));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        const QStringList lines =
+            QString::fromUtf8(process.readAllStandardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 2);
+        QCOMPARE(lines.first(), QStringLiteral("before the end of main"));
+        QVERIFY2(lines.last().startsWith(QStringLiteral("NetPortTestBiz: need type ")), qPrintable(lines.last()));
     }
 
     void netReportsDuringDestruction()
@@ -302,5 +349,11 @@ private:
     }
 };
 
-QTEST_MAIN(LateEventsTest)
+int main(int argc, char *argv[])
+{
+    if (argc == 2 && qstrcmp(argv[1], ReportAfterMain) == 0)
+        return reportAfterMain(argc, argv);
+    QTEST_MAIN_IMPL(LateEventsTest)
+}
+
 #include "tst_lateevents.moc"

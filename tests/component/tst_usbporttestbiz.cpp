@@ -3,7 +3,10 @@
 #include "linksession.h"
 
 #include <limits>
+#include <new>
+#include <thread>
 #include <typeinfo>
+#include <utility>
 
 Q_DECLARE_METATYPE(std::any)
 
@@ -169,6 +172,27 @@ private Q_SLOTS:
         QVERIFY(!session->isAllLinked());
         QCOMPARE(session.report({}), heard(""));
         QCOMPARE(session.report({{1, 25}}), heard(""));
+        QVERIFY(!session->isAllLinked());
+    }
+
+    // A report that fails takes back what it has changed, unless another report has arrived since.
+    void aReportThatFailsKeepsTheNextOne()
+    {
+        UsbSession session;
+        session.begin();
+        bool failed = false;
+        session->registerLinkStatusCallback("zz fails once", [&](const std::vector<bool> &) {
+            if (std::exchange(failed, true))
+                return;
+            std::thread([&] { session.host.usb.report.fire(RecordingUsb::payload({{1}, {9}})); }).join();
+            throw std::bad_alloc();
+        });
+        session->setCurRequester("zz fails once");
+        const LogCapture log;
+        session.report({{5, Port, 0}});
+        QVERIFY(failed);
+        QCOMPARE(log.warnings(), QStringList{QStringLiteral("UsbPortTestBiz: no memory for a report, dropped")});
+        QCOMPARE(session->portCount(), 3);
         QVERIFY(!session->isAllLinked());
     }
 

@@ -10,6 +10,7 @@ QMutex languageMutex;
 QString testLanguage;
 QString testEnding;
 QStringList *lookedUpKeys = nullptr;
+std::function<void()> lookUpHook;
 
 }
 
@@ -31,11 +32,22 @@ void recordLookedUpKeys(QStringList *keys)
     lookedUpKeys = keys;
 }
 
+void setLookUpHook(const std::function<void()> &hook)
+{
+    const QMutexLocker locker(&languageMutex);
+    lookUpHook = hook;
+}
+
 namespace veltor::trans {
 
 QString translate(Translator *, const QString &context, const QString &section, const QString &key)
 {
-    const QMutexLocker locker(&languageMutex);
+    QMutexLocker locker(&languageMutex);
+    if (const auto hook = lookUpHook) {
+        locker.unlock(); // the hook may wait for another look-up
+        hook();
+        locker.relock();
+    }
     if (lookedUpKeys)
         *lookedUpKeys << key;
     const bool here = context == QLatin1String("LCD::HomeWidgets") && section == QLatin1String("Global");

@@ -3,6 +3,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <functional>
+
 // Replaces the translation library in tests. Compile it into a program that exports its symbols. The text of "FCPass"
 // is
 // "[FCPass]", which shows whether a text is translated or literal. If a key is looked up in another context or section,
@@ -14,3 +16,5 @@ void setTestLanguage(const QString &language);
 void setTestEnding(const QString &ending);
 /// Appends each key that is looked up to @p keys. With nullptr, the default, no keys are recorded.
 void recordLookedUpKeys(QStringList *keys);
+/// Calls @p hook before each look-up, on the thread of the look-up. Without a function, the default, nothing is called.
+void setLookUpHook(const std::function<void()> &hook);
