@@ -44,6 +44,7 @@ public:
             if (blinking == states.end())
                 return;
             perform({OperatorAction::Kind::Press, {{q("key"), blinking->halKey}}});
+            wait(200); // by then a key that repeats has given its last event
         }
     }
     void moveTBar(double position) { perform({OperatorAction::Kind::TBar, {{q("position"), position}}}); }
@@ -155,6 +156,29 @@ const QList<Phase> &agingPhases()
     return phases;
 }
 
+/// Returns the phases in which a fault changes what crosses the boundary of the component. The aging test
+/// has no phases with keys and no T-Bar. Neither test uses the USB stick or resets the device.
+QStringList phasesOfEffect(const QString &fault, bool isMachineTest)
+{
+    static const QStringList keys = {q("key function")};
+    static const QStringList slider = {q("T-Bar")};
+    static const QStringList links = {q("net ports"), q("USB ports")};
+    static const QMap<QString, QStringList> inMachineTest = {
+        {q("key-dead"), keys},
+        {q("key-repeats"), keys},
+        {q("key-releases"), keys},
+        {q("led-stuck"), keys},
+        {q("calibration-fails"), slider},
+        {q("calibration-hangs"), slider},
+        {q("event-while-replacing"), {q("key lights")}}, // the key test begins when this phase has passed
+    };
+    static const QMap<QString, QStringList> inBothTests = {
+        {q("wrong-payload"), links}, {q("null-payload"), links},  {q("empty-payload"), links},
+        {q("empty-report"), links},  {q("garbage-ports"), links}, {q("duplicate-reports"), links},
+    };
+    return inBothTests.value(fault, isMachineTest ? inMachineTest.value(fault) : QStringList());
+}
+
 /// Returns the values of the argument of @p fault; one empty map if it has none.
 QList<QVariantMap> argumentsOf(const FaultInfo &fault)
 {
@@ -170,17 +194,40 @@ QList<QVariantMap> argumentsOf(const FaultInfo &fault)
     return result;
 }
 
-/// Returns the calls, signals and log lines since the entry @p first, without their times.
+/// Returns what crosses the boundary of the component since the entry @p first, without times.
 QStringList boundaryLines(Session &session, qint64 first)
 {
     QStringList lines;
     const auto entries = session.journal().entriesFrom(first, Journal::DefaultLineLimit);
     for (const Journal::Entry &entry : entries) {
-        if (entry.kind == Journal::Kind::Call || entry.kind == Journal::Kind::Signal
-            || entry.kind == Journal::Kind::Log)
+        if (entry.kind != Journal::Kind::Screen && entry.kind != Journal::Kind::Action)
             lines << entry.name + QString::fromUtf8(QJsonDocument(entry.data).toJson(QJsonDocument::Compact));
     }
     return lines;
+}
+
+/// Returns the lines that have nothing to do with @p service.
+QStringList withoutService(QStringList lines, const QString &service)
+{
+    const QString lookUp = q("\"name\":\"%1\"").arg(service);
+    const auto isOfService = [&](const QString &line) {
+        return line.startsWith(service + QLatin1Char('.'))
+            || (line.startsWith(q("getComponent")) && line.contains(lookUp));
+    };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isOfService), lines.end());
+    return lines;
+}
+
+/// Returns the numbers of the steps of the calibration that have failed.
+QList<int> failedSteps(const QStringList &lines)
+{
+    QList<int> steps;
+    const QStringList results = lines.filter(q("lcdTBarCalibration.result"));
+    for (int i = 0; i < results.size(); ++i) {
+        if (results[i].contains(q("\"ok\":false")))
+            steps << i + 1;
+    }
+    return steps;
 }
 
 /// Plays the phases of a test, with a fault in the phase with the number @p faulty. Returns what crossed the boundary
@@ -203,8 +250,9 @@ QStringList play(Session &session, const QList<Phase> &phases, int faulty = -1,
 
 }
 
-/// Each fault of the device in each phase of the complete machine test and of the aging test: the session goes on, and
-/// after it the next run makes the same calls as if there had been no fault.
+/// Each fault of the device in each phase of the complete machine test and of the aging test: it changes what crosses
+/// the boundary of the component in the phases that it concerns, and in no other. After it the next run makes the same
+/// calls as if there had been no fault.
 class tst_DeviceFaults : public QObject
 {
     Q_OBJECT
@@ -216,6 +264,8 @@ private Q_SLOTS:
         QTest::addColumn<OperatorAction>("fault");
         for (const bool isMachineTest : {true, false}) {
             for (const FaultInfo &fault : Faults::all()) {
+                if (fault.name == q("service-absent"))
+                    continue; // has no effect on a page that has found the service before
                 const QList<QVariantMap> all = argumentsOf(fault);
                 for (QVariantMap arguments : all) {
                     const QString value = fault.arguments.isEmpty() ? QString() : arguments.first().toString();
@@ -243,11 +293,92 @@ private Q_SLOTS:
         };
         play(*session, phases);
         const QStringList expected = play(*session, phases);
+        const QString name = fault.arguments.value(q("name")).toString();
+        QStringList changed;
         for (int faulty = 0; faulty < phases.size(); ++faulty) {
-            play(*session, phases, faulty, setFault);
+            const QStringList withFault = play(*session, phases, faulty, setFault);
+            if (withFault != expected)
+                changed << q(phases[faulty].name);
+            if (name == q("calibration-fails") && withFault != expected)
+                QCOMPARE(failedSteps(withFault), QList<int>{fault.arguments.value(q("step")).toInt()});
             const QStringList actual = play(*session, phases);
             QVERIFY2(actual == expected, qPrintable(difference(phases[faulty].name, actual, expected)));
         }
+        QCOMPARE(changed, phasesOfEffect(name, isMachineTest));
+    }
+
+    void aServiceIsAbsent_data()
+    {
+        QTest::addColumn<bool>("isMachineTest");
+        QTest::addColumn<QStringList>("changed");
+        QTest::addColumn<QString>("end");
+        QTest::addColumn<QString>("warning");
+        const QStringList none;
+        const QString complete = q("Test complete");
+        const QString net = q("NetPortTestBiz: INetworkPort is null, cannot start test");
+        const QString usb = q("UsbPortTestBiz: IUSB is null, cannot start test");
+        const QStringList afterKeyLights = {q("key lights"), q("key function"), q("T-Bar"), q("net ports"),
+                                            q("USB ports")};
+        const QStringList byEye = {q("Type-C data"), q("Type-C power"), q("PoE")};
+        const QStringList visual = {q("screen brightness"), q("screen pixels")}; // with test patterns
+        const auto row = [](const char *tag, bool isMachineTest, const QStringList &changed, const QString &end,
+                            const QString &warning) {
+            QTest::newRow(tag) << isMachineTest << changed << end << warning;
+        };
+        const auto machine = [row](const char *tag, const QStringList &changed, const QString &end,
+                                   const QString &warning = {}) { row(tag, true, changed, end, warning); };
+        const auto aging = [row](const char *tag, const QStringList &changed, const QString &warning = {}) {
+            row(tag, false, changed, q("Aging test"), warning);
+        };
+        machine("machine: lcdKeyboardEvent", afterKeyLights, q("Key function"));
+        machine("machine: lcdFactoryModeBiz", none, complete);
+        machine("machine: lcdFactoryModeWidget", visual + afterKeyLights + byEye, q("Key function"),
+                q("[ButtonFunctionBiz] FactoryModeWidget not found, cannot get key check list"));
+        machine("machine: lcdMemoryCacheNetworkPort", {q("net ports")}, complete, net);
+        machine("machine: lcdMemoryCacheNodeUSB", {q("net ports"), q("USB ports")}, complete, usb);
+        machine("machine: lcdMemoryCacheScreenDetail", none, complete);
+        machine("machine: lcdTBarCalibration", afterKeyLights.mid(2) + byEye, q("T-Bar"));
+        machine("machine: lcdConfig", none, complete);
+        machine("machine: lcdLogExport", none, complete);
+        machine("machine: lcdFactoryReset", none, complete);
+        aging("aging: lcdKeyboardEvent", none);
+        aging("aging: lcdFactoryModeBiz", none);
+        aging("aging: lcdFactoryModeWidget", visual + QStringList{q("USB ports")});
+        aging("aging: lcdMemoryCacheNetworkPort", {q("key lights"), q("net ports"), q("USB ports")}, net);
+        aging("aging: lcdMemoryCacheNodeUSB", {q("net ports"), q("USB ports"), q("second round")}, usb);
+        aging("aging: lcdMemoryCacheScreenDetail", none);
+        aging("aging: lcdTBarCalibration", none);
+        aging("aging: lcdConfig", none);
+        aging("aging: lcdLogExport", none);
+        aging("aging: lcdFactoryReset", none);
+    }
+
+    // The pages look up the services when they are opened for the first time.
+    void aServiceIsAbsent()
+    {
+        QFETCH(const bool, isMachineTest);
+        QFETCH(const QStringList, changed);
+        QFETCH(const QString, end);
+        QFETCH(const QString, warning);
+        const QString service = QString::fromUtf8(QTest::currentDataTag()).section(q(": "), 1);
+        const QList<Phase> &phases = isMachineTest ? machinePhases() : agingPhases();
+        const QList<QStringList> complete = playOnce(phases, options());
+        Session::Options without = options();
+        without.faults << Session::InitialFault{q("service-absent"), {{q("service"), service}}};
+        QString actualEnd;
+        const QList<QStringList> incomplete = playOnce(phases, without, &actualEnd);
+        QStringList actuallyChanged;
+        QStringList warnings;
+        for (int i = 0; i < phases.size(); ++i) {
+            QCOMPARE(incomplete[i].filter(QRegularExpression(q("^%1\\.").arg(service))), QStringList());
+            if (withoutService(incomplete[i], service) != withoutService(complete[i], service))
+                actuallyChanged << q(phases[i].name);
+            warnings << incomplete[i].filter(q("\"level\":\"warning\""));
+        }
+        QCOMPARE(actuallyChanged, changed);
+        QCOMPARE(actualEnd, end);
+        QCOMPARE(warnings.size(), warning.isEmpty() ? 0 : 1);
+        QVERIFY2(warnings.join(QString()).contains(warning), qPrintable(warnings.join(QString())));
     }
 
     void theRunWithoutFaultPasses()
@@ -268,6 +399,27 @@ private Q_SLOTS:
     }
 
 private:
+    /// Plays a test in a new session. Returns what crossed the boundary in each phase, and sets @p end to the last
+    /// title.
+    static QList<QStringList> playOnce(const QList<Phase> &phases, const Session::Options &options,
+                                       QString *end = nullptr)
+    {
+        QList<QStringList> lines;
+        QString error;
+        const auto session = Session::open(options, &error);
+        if (!session)
+            return lines;
+        PatientOperator who(*session);
+        for (const Phase &phase : phases) {
+            const qint64 first = session->journal().count() + 1;
+            phase.pass(who);
+            lines << boundaryLines(*session, first);
+        }
+        if (end)
+            *end = readScreen(session->lcd()).value(q("title")).toString();
+        return lines;
+    }
+
     static Session::Options options()
     {
         Session::Options options = shippedOptions();
