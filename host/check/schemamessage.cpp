@@ -1,5 +1,7 @@
 #include "check/schemamessage.h"
 
+#include "diagnostics/excerpt.h"
+
 #include <QtCore/QRegularExpression>
 
 namespace panelhost {
@@ -25,7 +27,7 @@ QString captured(const xmlError &error, const QString &pattern)
 
 QString quoted(const QString &text)
 {
-    const auto shown = text.size() > MaxQuotedText ? text.left(MaxQuotedText) + QStringLiteral("...") : text;
+    const auto shown = text.size() > MaxQuotedText ? beginningOf(text, MaxQuotedText) + QStringLiteral("...") : text;
     return QLatin1Char('"') + shown + QLatin1Char('"');
 }
 

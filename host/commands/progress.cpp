@@ -1,5 +1,6 @@
 #include "commands/progress.h"
 
+#include "diagnostics/excerpt.h"
 #include "diagnostics/terminalcolor.h"
 #include "output/standardoutput.h"
 
@@ -55,7 +56,7 @@ void Progress::writeBar(const StepResult &step, qint64 number)
 {
     const auto done = static_cast<int>(number * BarWidth / qMax<qint64>(m_steps, 1));
     m_out << ClearLine << m_file << " [" << QString(done, QLatin1Char('#')).leftJustified(BarWidth, QLatin1Char('.'))
-          << "] " << timeText(step.at) << ' ' << step.text.left(TextWidth);
+          << "] " << timeText(step.at) << ' ' << beginningOf(step.text, TextWidth);
 }
 
 void Progress::writeLine(const StepResult &step)

@@ -1,5 +1,6 @@
 #include "yaml/yamlreader.h"
 
+#include "diagnostics/excerpt.h"
 #include "diagnostics/suggestion.h"
 #include "yaml/duration.h"
 #include "yaml/limits.h"
@@ -27,7 +28,7 @@ QString YamlReader::found(const YamlNode &node)
 {
     switch (node.kind()) {
     case YamlNode::Kind::Scalar:
-        return QLatin1Char('"') + scalar(node).left(LongestQuotation) + QLatin1Char('"');
+        return QLatin1Char('"') + beginningOf(scalar(node), LongestQuotation) + QLatin1Char('"');
     case YamlNode::Kind::Sequence:
         return QStringLiteral("a list");
     case YamlNode::Kind::Map:

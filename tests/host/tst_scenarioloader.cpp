@@ -1,5 +1,6 @@
 #include "device/faults.h"
 #include "diagnostics/diagnosticcollector.h"
+#include "diagnostics/excerpt.h"
 #include "expectations/journalproperties.h"
 #include "expectations/properties.h"
 #include "scenario/scenarioloader.h"
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void initTestCase();
     void wrong_data();
     void wrong();
+    void aQuotationEndsWithAWholeCharacter();
     void missingFile();
     void stepsAreCountedOverAllFiles();
     void deviceDescription();
@@ -105,6 +107,18 @@ void ScenarioLoaderTest::wrong()
     QStringList errors;
     QVERIFY(!load(file, &errors));
     QCOMPARE(errors, lines);
+}
+
+void ScenarioLoaderTest::aQuotationEndsWithAWholeCharacter()
+{
+    const QString smile = QString::fromUcs4(U"\U0001F600");
+    const QString text = QStringLiteral("ab") + smile + QStringLiteral("c");
+    QCOMPARE(beginningOf(text, 0), QString());
+    QCOMPARE(beginningOf(text, 2), QStringLiteral("ab"));
+    QCOMPARE(beginningOf(text, 3), QStringLiteral("ab"));
+    QCOMPARE(beginningOf(text, 4), QStringLiteral("ab") + smile);
+    QCOMPARE(beginningOf(text, 5), text);
+    QCOMPARE(beginningOf(text, 60), text);
 }
 
 void ScenarioLoaderTest::missingFile()
