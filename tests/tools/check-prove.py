@@ -32,8 +32,8 @@ class Check:
         with open(self.prove.DOCUMENT, "w", encoding="utf-8") as file:
             file.write(TABLE)
 
-    def proof(self, script, **options):
-        return self.prove.Proof(lambda length: [["sh", "-c", script]], **options)
+    def proof(self, script, minutes=0, **options):
+        return self.prove.Proof(lambda length: [["sh", "-c", script]], minutes, **options)
 
     def run(self, proofs, *arguments):
         """Returns the status and what was printed."""
@@ -70,7 +70,7 @@ def check_failure(check):
 
 def check_first_failure(check):
     """The commands after one that fails don't run."""
-    proof = check.prove.Proof(lambda length: [["false"], ["touch", "reached"]])
+    proof = check.prove.Proof(lambda length: [["false"], ["touch", "reached"]], 0)
     status, _ = check.run({"bad": proof}, "short")
     expect(status == 1 and not os.path.exists(os.path.join(check.directory, "reached")), "went on after a failure")
 
@@ -79,6 +79,30 @@ def check_skip(check):
     status, printed = check.run({"x": check.proof("echo 'no emulator here'; exit 77")}, "short", "--record")
     expect(status == 0 and "| SKIPPED: no emulator here |" in printed, status, printed)
     expect(check.content("testing.md") == TABLE, "a skipped proof was recorded")
+
+
+def check_time_limit(check):
+    """A proof that would end too late is skipped. What comes after it runs if there is time for it."""
+    proofs = {"first": check.proof("true", minutes=30), "huge": check.proof("touch reached", minutes=41),
+              "last": check.proof("echo 'Totals: 7 passed'", minutes=39)}
+    status, printed = check.run(proofs, "short", "--minutes", "40")
+    expect(status == 0 and "| huge | short | 0:00 |" in printed and "| SKIPPED: no time left of 40 minutes |" in printed, status, printed)
+    expect("| 7 passed |" in printed and not os.path.exists(os.path.join(check.directory, "reached")), printed)
+    status, printed = check.run(proofs, "short")
+    expect(status == 0 and "SKIPPED" not in printed, status, printed)
+
+
+def check_slow_machine(check):
+    """A machine that has been four times too slow is expected to stay so."""
+    clock = [0]
+    check.prove.time = type("Time", (), {"monotonic": staticmethod(lambda: clock[0])})
+    limit, proof = check.prove.TimeLimit(60), check.proof("true", minutes=5)
+    answers = []
+    for clock[0] in (0, 20 * 60, 40 * 60, 60 * 60):
+        answers.append(limit.has_time_for(proof))
+    expect(answers == [True, True, True, False], answers)
+    clock[0] = 50 * 60  # with 16 minutes of this machine to go
+    expect(not limit.has_time_for(proof), "a proof was started that ends too late")
 
 
 def check_lengths(check):
@@ -130,7 +154,8 @@ def check_document(source):
 
 def main():
     source = os.path.realpath(sys.argv[1])
-    for check in (check_failure, check_first_failure, check_skip, check_lengths, check_side_by_side, check_record, check_unknown):
+    for check in (check_failure, check_first_failure, check_skip, check_time_limit, check_slow_machine,
+                  check_lengths, check_side_by_side, check_record, check_unknown):
         with tempfile.TemporaryDirectory() as directory:
             check(Check(source, directory))
     check_document(source)
