@@ -84,9 +84,11 @@ def check_skip(check):
 def check_time_limit(check):
     """A proof that would end too late is skipped. What comes after it runs if there is time for it."""
     proofs = {"first": check.proof("true", minutes=30), "huge": check.proof("touch reached", minutes=41),
-              "last": check.proof("echo 'Totals: 7 passed'", minutes=39)}
+              "last": check.proof("echo 'Totals: 7 passed'; echo left=$LCD_PROOF_SECONDS_LEFT", minutes=39)}
     status, printed = check.run(proofs, "short", "--minutes", "40")
     expect(status == 0 and "| huge | short | 0:00 |" in printed and "| SKIPPED: no time left of 40 minutes |" in printed, status, printed)
+    left = int(re.search(r"^left=(\d+)$", check.content("out/proof-last.log"), re.MULTILINE)[1])
+    expect(2300 <= left <= 2400, "seconds left", left)
     expect("| 7 passed |" in printed and not os.path.exists(os.path.join(check.directory, "reached")), printed)
     status, printed = check.run(proofs, "short")
     expect(status == 0 and "SKIPPED" not in printed, status, printed)
