@@ -108,6 +108,7 @@ private:
     void endElement(const xmlChar *name, const xmlChar *prefix, const xmlChar *uri);
     void text(const xmlChar *begin, int size);
     void validateText();
+    void closeElements();
     void rejectDoctype();
     void parserError(const xmlError &error);
     void validityError(const xmlError &error);
@@ -134,6 +135,7 @@ private:
     int m_elementCount = 0;
     int m_skippedDepth = 0;
     bool m_isRejected = false;
+    bool m_isOver = false;
     xmlParserCtxt *m_parser = nullptr;
     xmlSAXHandler *m_validation = nullptr;
     void *m_validator = nullptr;
@@ -153,8 +155,23 @@ void ValidationPass::run(xmlSchema *schema)
         validator.get(), [](void *self, xmlErrorPtr error) { of(self).validityError(*error); }, this);
     // With no handler to wrap, the plug gives the validator's own.
     const PlugPointer plug(xmlSchemaSAXPlug(validator.get(), &m_validation, &m_validator), xmlSchemaSAXUnplug);
-    if (plug)
-        xmlParseDocument(m_parser);
+    if (!plug)
+        return;
+    xmlParseDocument(m_parser);
+    closeElements();
+}
+
+// After an error the parser stops within elements. The validator frees what it keeps for an element when the element
+// ends.
+void ValidationPass::closeElements()
+{
+    m_isOver = true;
+    while (!m_open.isEmpty()) {
+        const SchemaElement element = m_open.pop().details;
+        const QByteArray name = element.name.toUtf8();
+        const QByteArray uri = element.xmlNamespace.toUtf8();
+        m_validation->endElementNs(m_validator, asXml(name), nullptr, uri.isEmpty() ? nullptr : asXml(uri));
+    }
 }
 
 xmlSAXHandler ValidationPass::handlers()
@@ -250,7 +267,7 @@ void ValidationPass::parserError(const xmlError &error)
 
 void ValidationPass::validityError(const xmlError &error)
 {
-    if (m_open.isEmpty())
+    if (m_isOver || m_open.isEmpty())
         return;
     auto &element = m_open.top();
     const auto attribute = uniqueAttribute(error);
