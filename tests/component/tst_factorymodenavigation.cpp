@@ -78,6 +78,13 @@ private Q_SLOTS:
         QCOMPARE(titlesOf(*menu->level2), calls({"Factory Net"}));
         QVERIFY(menu->level2->isVisible());
     }
+    void aClickBesideTheRowsDoesNothing()
+    {
+        Q_EMIT menu->level1->itemClicked(nullptr);
+        Q_EMIT menu->level2->itemClicked(nullptr);
+        QCOMPARE(taken(), QStringList());
+        QVERIFY(menu->level1->isVisible());
+    }
     void enterIsConsumedWithoutARow()
     {
         menu->level1->setCurrentItem(nullptr);

@@ -3,7 +3,10 @@
 #include "linksession.h"
 
 #include <limits>
+#include <new>
+#include <thread>
 #include <typeinfo>
+#include <utility>
 
 Q_DECLARE_METATYPE(std::any)
 
@@ -136,6 +139,27 @@ private Q_SLOTS:
         QVERIFY(!session->isAllLinked());
         session.report(ports({{0, true}}));
         QCOMPARE(session->portCount(), 1);
+        QVERIFY(session->isAllLinked());
+    }
+
+    // A report that fails takes back what it has changed, unless another report has arrived since.
+    void aReportThatFailsKeepsTheNextOne()
+    {
+        NetSession session;
+        session.begin();
+        bool failed = false;
+        session->registerLinkStatusCallback("zz fails once", [&](const std::vector<bool> &, bool) {
+            if (std::exchange(failed, true))
+                return;
+            std::thread([&] { session.host.networkPort.report.fire(ports({{0, true}, {1, true}})); }).join();
+            throw std::bad_alloc();
+        });
+        session->setCurRequester("zz fails once");
+        const LogCapture log;
+        session.report(ports({{0, false}}));
+        QVERIFY(failed);
+        QCOMPARE(log.warnings(), QStringList{QStringLiteral("NetPortTestBiz: no memory for a report, dropped")});
+        QCOMPARE(session->portCount(), 2);
         QVERIFY(session->isAllLinked());
     }
 

@@ -337,6 +337,35 @@ private Q_SLOTS:
             QVERIFY(!item.key.contains(QStringLiteral("secret")));
     }
 
+    // In this process, so that a debugger and the counters of the branches see them.
+    void whereTheLimitIsReached_data()
+    {
+        QTest::addColumn<QByteArray>("document");
+        QTest::addColumn<QString>("reason");
+        const QString levels = QStringLiteral("the document needs more than 512 levels");
+        const QString characters = QStringLiteral("the document needs more than 2097152 characters");
+        const QString nodes = QStringLiteral("the document needs more than 131072 nodes");
+        QTest::newRow("hexadecimal characters")
+            << withEntities("<!ENTITY e '" + repeated(10, "&#x3C;a>") + "'>", repeated(60, "&e;")) << levels;
+        QTest::newRow("decimal characters")
+            << withEntities("<!ENTITY e '" + repeated(10, "&#60;a>") + "'>", repeated(60, "&e;")) << levels;
+        QTest::newRow("a text that is too long") << "<LCD>" + QByteArray(2500000, 'x') << characters;
+        QTest::newRow("a text in an entity")
+            << withEntities("<!ENTITY e '" + QByteArray(40000, 'x') + "'>", repeated(60, "&e;")) << characters;
+        QTest::newRow("brackets that close nothing")
+            << withEntities("<!ELEMENT a )))>" + repeated(50000, "<!-x>"), "") << nodes;
+    }
+    void whereTheLimitIsReached()
+    {
+        QFETCH(const QByteArray, document);
+        QFETCH(const QString, reason);
+        QList<FactoryMenuLevel1Item> items;
+        const LogCapture log;
+        QVERIFY(!FactoryMenuConfigParser().parseDocument(document, QStringLiteral("path"), items));
+        QCOMPARE(log.warnings().size(), 1);
+        QVERIFY2(log.warnings().constFirst().contains(reason), qPrintable(log.warnings().constFirst()));
+    }
+
     void ordinaryDocuments_data()
     {
         QTest::addColumn<QByteArray>("content");
