@@ -5,6 +5,7 @@
 #include "commands/commandline.h"
 #include "diagnostics/reporterror.h"
 #include "output/standardoutput.h"
+#include "output/temporarydirectory.h"
 #include "window/themechoice.h"
 
 #include <QtWidgets/QApplication>
@@ -28,6 +29,7 @@ int runWithWidgets(bool needsDisplay, int argc, char **argv)
     const QApplication application(argc, argv);
     panelhost::prepareApplication();
     panelhost::setSystemDark(panelhost::isSystemDark());
+    panelhost::removeAbandonedDirectories();
     return panelhost::runCommandLine(QApplication::arguments());
 }
 

@@ -7,10 +7,9 @@
 #include "journal/logcapture.h"
 #include "lcd/lcd.h"
 #include "lcd/screenlogger.h"
+#include "output/temporarydirectory.h"
 #include "services/services.h"
 #include "session/session.h"
-
-#include <QtCore/QTemporaryDir>
 
 #include <optional>
 
@@ -79,7 +78,7 @@ private:
     LogCapture m_logCapture;
     BoardDevice *m_board = nullptr; ///< the device, if it is a board
     std::unique_ptr<Device> m_device;
-    std::optional<QTemporaryDir> m_usbStick;
+    std::optional<TemporaryDirectory> m_usbStick;
     Services m_services;
     ServiceHost m_host;
     Lcd m_lcd;

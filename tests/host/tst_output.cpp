@@ -3,6 +3,7 @@
 #include "output/outputcheck.h"
 #include "output/recordingsignature.h"
 #include "output/replacefile.h"
+#include "output/temporarydirectory.h"
 #include "session/session.h"
 
 #include <QtCore/QDir>
@@ -44,6 +45,8 @@ class TestOutput : public QObject
 
 private Q_SLOTS:
     void init();
+    void directoryOfAKilledProcessIsRemoved();
+    void directoryOfAnotherUserIsLeft();
     void linesAreAppended();
     void fullDiskLeavesWholeLines();
     void deviceThatIsFullTellsTheReason();
@@ -87,6 +90,65 @@ QByteArray TestOutput::read(const char *name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+// Not while the process lives, and not what isn't known to be of a killed process.
+void TestOutput::directoryOfAKilledProcessIsRemoved()
+{
+    QVERIFY(qputenv("TMPDIR", m_directory->path().toLocal8Bit()));
+    const auto restore = qScopeGuard([] { qunsetenv("TMPDIR"); });
+    const auto directories = [this] { return QDir(m_directory->path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot); };
+    QVERIFY(QDir(m_directory->path()).mkdir(q("panelhost-others")));
+    QVERIFY(QDir(m_directory->path()).mkdir(q("panelhost-xxxxxx")));
+    int ready[2];
+    QCOMPARE(pipe(ready), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const TemporaryDirectory directory;
+        QFile file(directory.path() + q("/file"));
+        const bool isTold = file.open(QIODevice::WriteOnly) && ::write(ready[1], "x", 1) == 1;
+        while (isTold)
+            pause();
+        _exit(1);
+    }
+    char byte = 0;
+    QCOMPARE(::read(ready[0], &byte, 1), ssize_t(1));
+    close(ready[0]);
+    close(ready[1]);
+    const QStringList before = directories();
+    QCOMPARE(before.size(), 3);
+    removeAbandonedDirectories();
+    QCOMPARE(directories(), before);
+    kill(child, SIGKILL);
+    QCOMPARE(waitpid(child, nullptr, 0), child);
+    {
+        const TemporaryDirectory own;
+        QVERIFY(QFileInfo(own.path()).isDir());
+        QCOMPARE(directories().size(), 4);
+        removeAbandonedDirectories();
+        QCOMPARE(directories().size(), 3);
+        QVERIFY(QFileInfo(own.path()).isDir());
+    }
+    QCOMPARE(directories(), (QStringList{q("panelhost-others"), q("panelhost-xxxxxx")}));
+}
+
+// Nobody else's: root could.
+void TestOutput::directoryOfAnotherUserIsLeft()
+{
+    if (geteuid() != 0)
+        QSKIP("Only root can make a directory of another user.");
+    QVERIFY(qputenv("TMPDIR", m_directory->path().toLocal8Bit()));
+    const auto restore = qScopeGuard([] { qunsetenv("TMPDIR"); });
+    const QString directory = path("panelhost-abcdef");
+    QVERIFY(QDir().mkdir(directory));
+    write("panelhost-abcdef/lock", {});
+    constexpr uid_t Nobody = 65534;
+    QCOMPARE(chown(QFile::encodeName(directory).constData(), Nobody, Nobody), 0);
+    removeAbandonedDirectories();
+    QVERIFY(QFile::exists(directory));
+    QCOMPARE(chown(QFile::encodeName(directory).constData(), geteuid(), getegid()), 0);
+    removeAbandonedDirectories();
+    QVERIFY(!QFile::exists(directory));
 }
 
 void TestOutput::linesAreAppended()
