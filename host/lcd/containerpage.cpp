@@ -6,26 +6,26 @@ namespace panelhost {
 
 namespace {
 
-// The titles and texts of the containers in the shipped menu.
-struct ContainerText
+// The keys of the titles of the containers in the shipped menu.
+struct ContainerTitle
 {
     const char *tail;
-    const char *title;
-    const char *text;
+    const char *key;
 };
 
-constexpr ContainerText containerTexts[] = {
-    {"logexport", "Log Export", "Copies the device's logs to a USB stick."},
-    {"resetfactory", "Factory Reset", "Restores the factory settings."},
-    {"screenlight", "Screen Light", "Sets the brightness of one screen by hand."},
-    {"screenbadpixel", "Screen Bad Pixel", "Shows one test pattern on one screen."},
-    {"buttonlight", "Button Light", "Sets the brightness of the keys by hand."},
-    {"buttonfunction", "Button Function", "Shows each key as it is pressed."},
-    {"knob", "Factory Knob", "Counts the steps of the knob."},
-    {"joystick", "JoyStick", "Shows the position of the joystick."},
-    {"tbar", "T-Bar", "Calibrates the T-Bar."},
-    {"typec", "TYPE-C", "Shows what is connected to the Type-C ports."},
-    {"net", "Factory Net", "Shows the link of each net port."},
+constexpr ContainerTitle containerTitles[] = {
+    {"logexport", "RepairExportTitle"},
+    {"resetfactory", "RepairResetTitle"},
+    {"screenlight", "FCScreenLight"},
+    {"screenbadpixel", "FCScreenBadPixel"},
+    {"buttonlight", "FCBtnLight"},
+    {"buttonfunction", "ButtonFunction"},
+    {"knob", "RepairKnob"},
+    {"joystick", "RepairJoystick"},
+    {"tbar", "RepairTBar"},
+    {"net", "FCNet"},
+    {"touchscreen", "RepairTouch"},
+    {"usb", "FCUSB"},
 };
 
 QString tailOf(const QString &containerKey)
@@ -35,7 +35,7 @@ QString tailOf(const QString &containerKey)
 
 }
 
-ContainerPage::ContainerPage(QWidget *parent) : HostPage(QStringLiteral("Back"), parent)
+ContainerPage::ContainerPage(QWidget *parent) : HostPage("HostBack", parent)
 {
     connect(this, &HostPage::controlUsed, this, &ContainerPage::left);
 }
@@ -43,16 +43,20 @@ ContainerPage::ContainerPage(QWidget *parent) : HostPage(QStringLiteral("Back"),
 void ContainerPage::setContainerKey(const QString &key)
 {
     m_containerKey = key;
-    const QString tail = tailOf(key);
-    for (const ContainerText &known : containerTexts) {
-        if (tail == QLatin1String(known.tail)) {
-            setTexts(QString::fromUtf8(known.title),
-                     QStringLiteral("%1\n\nThe device opens its own page \"%2\" here.")
-                         .arg(QString::fromUtf8(known.text), key));
-            return;
+    translate();
+}
+
+void ContainerPage::translate()
+{
+    HostPage::translate();
+    QString title = tailOf(m_containerKey);
+    for (const ContainerTitle &known : containerTitles) {
+        if (title == QLatin1String(known.tail)) {
+            title = text(known.key);
+            break;
         }
     }
-    setTexts(tail, QStringLiteral("The device opens its own page \"%1\" here.").arg(key));
+    setTexts(title, text("HostContainer").arg(m_containerKey));
 }
 
 void ContainerPage::keyPressEvent(QKeyEvent *event)

@@ -15,6 +15,7 @@ public:
 
     QString containerKey() const { return m_containerKey; }
     void setContainerKey(const QString &key);
+    void translate() override;
 
 Q_SIGNALS:
     void left();

@@ -4,10 +4,16 @@
 
 namespace panelhost {
 
-HomePage::HomePage(QWidget *parent) : HostPage(QStringLiteral("Factory mode"), parent)
+HomePage::HomePage(QWidget *parent) : HostPage("HostFactoryMode", parent)
 {
-    setTexts(QStringLiteral("Ready"), QStringLiteral("Press Enter to go to factory mode."));
+    setTexts(text("HostReady"), text("HostPressEnter"));
     connect(this, &HostPage::controlUsed, this, &HomePage::factoryModeWanted);
+}
+
+void HomePage::translate()
+{
+    HostPage::translate();
+    setTexts(text("HostReady"), text("HostPressEnter"));
 }
 
 void HomePage::keyPressEvent(QKeyEvent *event)

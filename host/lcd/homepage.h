@@ -12,6 +12,8 @@ class HomePage : public HostPage
 public:
     explicit HomePage(QWidget *parent);
 
+    void translate() override;
+
 Q_SIGNALS:
     void factoryModeWanted();
 

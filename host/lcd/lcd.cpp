@@ -88,6 +88,12 @@ void Lcd::showHome()
     m_home->setFocus(Qt::OtherFocusReason);
 }
 
+void Lcd::translate()
+{
+    m_container->translate();
+    m_home->translate();
+}
+
 // Shows the new page before it hides the others, so that no other page gets the focus in between.
 void Lcd::showPage(QWidget *page)
 {

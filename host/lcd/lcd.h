@@ -26,6 +26,8 @@ public:
     void showRepairMode();
     void showContainer(const QString &containerKey);
     void showHome();
+    /// Shows the pages of the host in the current language.
+    void translate();
 
 Q_SIGNALS:
     void containerLeft();

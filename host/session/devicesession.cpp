@@ -203,7 +203,9 @@ QString DeviceSession::language() const
 
 bool DeviceSession::setLanguage(const QString &code)
 {
-    return LCDFWTranslateManager::instance()->setLanguage(code);
+    const bool isKnown = LCDFWTranslateManager::instance()->setLanguage(code);
+    m_lcd.translate();
+    return isKnown;
 }
 
 bool DeviceSession::isInFactoryMode() const

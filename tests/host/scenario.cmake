@@ -1,6 +1,8 @@
 lcd_add_test(tst_scenarioloader SOURCES tst_scenarioloader.cpp LIBRARIES panelhost_scenario LABELS host)
 lcd_add_test(tst_scenarioplayer SOURCES tst_scenarioplayer.cpp LIBRARIES panelhost_scenario LABELS host)
 lcd_add_test(tst_sessionhistory SOURCES tst_sessionhistory.cpp LIBRARIES panelhost_scenario LABELS host)
+lcd_add_test(tst_lcdlanguages SOURCES tst_lcdlanguages.cpp LIBRARIES panelhost_scenario LABELS host)
+add_dependencies(tst_lcdlanguages lcdfactorymodeimpl repairpages share_files)
 lcd_add_test(tst_devicefaults SOURCES tst_devicefaults.cpp LIBRARIES panelhost_scenario LABELS host TIMEOUT 300)
 # The session loads the component at run time.
 add_dependencies(tst_devicefaults lcdfactorymodeimpl share_files)

@@ -14,7 +14,8 @@ namespace {
 const QString Context = QStringLiteral("LCD::HomeWidgets");
 const QString Section = QStringLiteral("Global");
 
-/// Every key of the component and of the repair pages, in the order in which the catalogs hold them.
+/// Every key of the component, of the repair pages and of the host's pages, in the order in which the catalogs hold
+/// them.
 QStringList allKeys()
 {
     return QStringLiteral(
@@ -38,7 +39,7 @@ QStringList allKeys()
                "RepairExportDone|RepairExportFailed|RepairExportNoStick|RepairExportFull|"
                "RepairExportReadOnly|RepairExportBroken|RepairReset|RepairResetAgain|RepairResetTitle|RepairResetStep|"
                "RepairResetConfirm|RepairResetRunning|RepairResetDone|RepairResetFailed|"
-               "RepairResetError")
+               "RepairResetError|HostReady|HostPressEnter|HostFactoryMode|HostBack|HostContainer")
         .split(QLatin1Char('|'));
 }
 

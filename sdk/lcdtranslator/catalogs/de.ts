@@ -523,5 +523,33 @@
         <comment>Global</comment>
         <translation>Das Gerät hat einen Fehler gemeldet. Die Meldung steht im Protokoll.</translation>
     </message>
+    <message>
+        <source>HostReady</source>
+        <comment>Global</comment>
+        <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>HostPressEnter</source>
+        <comment>Global</comment>
+        <translation>Mit Enter in den Werksmodus wechseln.</translation>
+    </message>
+    <message>
+        <source>HostFactoryMode</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Werksmodus</translation>
+    </message>
+    <message>
+        <source>HostBack</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>HostContainer</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a page.</extracomment>
+        <translation>Das Gerät öffnet hier seine eigene Seite „%1“.</translation>
+    </message>
 </context>
 </TS>

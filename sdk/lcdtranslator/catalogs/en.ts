@@ -523,5 +523,33 @@
         <comment>Global</comment>
         <translation>The device has reported an error. The log contains the message.</translation>
     </message>
+    <message>
+        <source>HostReady</source>
+        <comment>Global</comment>
+        <translation>Ready</translation>
+    </message>
+    <message>
+        <source>HostPressEnter</source>
+        <comment>Global</comment>
+        <translation>Press Enter to go to factory mode.</translation>
+    </message>
+    <message>
+        <source>HostFactoryMode</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Factory mode</translation>
+    </message>
+    <message>
+        <source>HostBack</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>HostContainer</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a page.</extracomment>
+        <translation>The device opens its own page “%1” here.</translation>
+    </message>
 </context>
 </TS>

@@ -523,5 +523,33 @@
         <comment>Global</comment>
         <translation>デバイスがエラーを報告しました。内容はログに記録されています。</translation>
     </message>
+    <message>
+        <source>HostReady</source>
+        <comment>Global</comment>
+        <translation>準備完了</translation>
+    </message>
+    <message>
+        <source>HostPressEnter</source>
+        <comment>Global</comment>
+        <translation>決定を押すとファクトリーモードに入ります。</translation>
+    </message>
+    <message>
+        <source>HostFactoryMode</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>ファクトリーモード</translation>
+    </message>
+    <message>
+        <source>HostBack</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>戻る</translation>
+    </message>
+    <message>
+        <source>HostContainer</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a page.</extracomment>
+        <translation>ここで機器の画面「%1」が開きます。</translation>
+    </message>
 </context>
 </TS>

@@ -523,5 +523,33 @@
         <comment>Global</comment>
         <translation>设备报告了错误，错误信息已写入日志。</translation>
     </message>
+    <message>
+        <source>HostReady</source>
+        <comment>Global</comment>
+        <translation>就绪</translation>
+    </message>
+    <message>
+        <source>HostPressEnter</source>
+        <comment>Global</comment>
+        <translation>按确认键进入工厂模式。</translation>
+    </message>
+    <message>
+        <source>HostFactoryMode</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>工厂模式</translation>
+    </message>
+    <message>
+        <source>HostBack</source>
+        <comment>Global</comment>
+        <extracomment>Caption of a button.</extracomment>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>HostContainer</source>
+        <comment>Global</comment>
+        <extracomment>%1 is the name of a page.</extracomment>
+        <translation>设备在此打开自己的页面“%1”。</translation>
+    </message>
 </context>
 </TS>
