@@ -33,7 +33,8 @@ ScenarioResult playOne(const Scenario &scenario, const ScenarioResults &before, 
     options.takesScreenshots = outputs.wantsScreenshots();
     options.paintsLcd = hasDisplay(QGuiApplication::platformName());
     Scenario played = scenario;
-    played.device.sessionLine = recording.beginSession(scenario.device, scenario.unit);
+    const QString unit = recording.unit().isEmpty() ? scenario.unit : recording.unit();
+    played.device.sessionLine = recording.beginSession(scenario.device, unit);
     outputs.addSessionLine(played.device.sessionLine);
     options.journal = [&](const Journal::Entry &entry) {
         outputs.addEntry(entry);

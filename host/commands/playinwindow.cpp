@@ -1,6 +1,7 @@
 #include "commands/playinwindow.h"
 
 #include "playing/player.h"
+#include "records/runrecords.h"
 #include "window/panelwindow.h"
 #include "window/quitonsignal.h"
 #include "window/speedbar.h"
@@ -11,19 +12,22 @@
 
 namespace panelhost {
 
-int playInWindow(const Scenario &scenario, WindowRequest *next)
+int playInWindow(const Scenario &scenario, RunRecords &records, WindowRequest *next)
 {
+    Scenario played = scenario;
+    played.device.sessionLine =
+        records.beginSession(scenario.device, scenario.unit.isEmpty() ? next->unit : scenario.unit);
     std::optional<WindowPlayback> playback;
     const auto isInterrupted = [&] { return playback->isStopped() || next->isSet() || QuitOnSignal::isAsked(); };
     Player::Options options;
     options.keepsJournal = true;
     options.paintsLcd = true;
+    options.journal = [&records](const Journal::Entry &entry) { records.add(entry); };
     options.isInterrupted = isInterrupted;
     options.wait = [&](VirtualClock &clock, Milliseconds duration, const std::function<bool()> &done) {
         return playback->wait(clock, duration, done);
     };
-    Player player(scenario, options,
-                  [&](const StepResult &step, qint64 number) { playback->stepPlayed(step, number); });
+    Player player(played, options, [&](const StepResult &step, qint64 number) { playback->stepPlayed(step, number); });
     Session *session = player.open(&next->problem);
     if (!session) {
         next->isNewSession = true;
@@ -34,6 +38,7 @@ int playInWindow(const Scenario &scenario, WindowRequest *next)
     settings.restore(window);
     const double speed = settings.speed().value_or(1);
     window.setSpeed(speed == SpeedBar::Paused ? 1 : speed);
+    window.setPendingRuns(records.pendingCount());
     acceptRequests(window, next);
     window.beginPlaying(scenario);
     window.show();

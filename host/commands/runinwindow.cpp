@@ -82,12 +82,13 @@ Journal::Sink both(const Journal::Sink &file, RunRecords &recording)
 }
 
 // Shows what is saved: whether a unit has already passed, and the figures of today.
-void showRecords(PanelWindow &window, const WindowOptions &options, const RunRecords &records, StoreReader &reader)
+void showRecords(PanelWindow &window, const WindowOptions &options, const RunRecords &records, StoreReader &reader,
+                 const QString &unit)
 {
     QObject::connect(&window, &PanelWindow::unitBegun, &reader, &StoreReader::readPassed);
     QObject::connect(&reader, &StoreReader::passedRead, &window, &PanelWindow::warnThatUnitPassed);
     if (options.asksForUnit)
-        window.askForUnits(options.unitPattern, records.unit());
+        window.askForUnits(options.unitPattern, unit);
     window.setPendingRuns(records.pendingCount());
     if (!records.location().isNone())
         window.addToday(reader, [&records] { return records.savedCount(); });
@@ -109,18 +110,12 @@ int showKiosk(Session &session, const WindowOptions &options, WindowFiles &files
     return runEventLoop(session, files);
 }
 
-// A scenario needs the simulated device, and the tests of units aren't interrupted by one.
-bool opensScenarios(const Session &session, const WindowOptions &options)
-{
-    return !session.options().board && !options.asksForUnit;
-}
-
 int showPanel(Session &session, const WindowOptions &options, WindowFiles &files, const RunRecords &records,
               WindowRequest *request)
 {
     StoreReader reader(records.location());
     PanelWindow window(session);
-    showRecords(window, options, records, reader);
+    showRecords(window, options, records, reader, request->unit);
     WindowSettings settings;
     // A picture doesn't depend on what was used last.
     const bool remembers = options.screenshot.isEmpty();
@@ -128,7 +123,8 @@ int showPanel(Session &session, const WindowOptions &options, WindowFiles &files
         settings.restore(window);
     window.setSpeed(options.hasSpeed || !remembers ? options.speed : settings.speed().value_or(options.speed));
     files.showIn(window);
-    if (opensScenarios(session, options))
+    // A scenario needs the simulated device.
+    if (!session.options().board)
         acceptRequests(window, request);
     window.show();
     const QString problem = std::exchange(request->problem, {});
@@ -188,21 +184,23 @@ int runSession(const Session::Options &device, const WindowOptions &options, Win
 
 }
 
-// The files of the command line belong to the first session.
+// The files of the command line belong to the first session. A window that asks for units begins with the next unit.
 static int runNextSession(Session::Options device, const WindowOptions &options, RunRecords &records,
                           WindowRequest *request)
 {
     const std::optional<Scenario> scenario = std::exchange(request->scenario, std::nullopt);
     request->isNewSession = false;
     if (scenario)
-        return playInWindow(*scenario, request);
+        return playInWindow(*scenario, records, request);
+    if (options.asksForUnit) {
+        request->unit.clear();
+        device.startsInFactoryMode = false;
+    }
     WindowFiles none;
     QString error;
-    device.sessionLine = records.beginSession(device);
+    device.sessionLine = records.beginSession(device, request->unit);
     device.journalSink = both({}, records);
-    const int status = runSession(device, options, none, records, request, &error);
-    records.endSession();
-    return status;
+    return runSession(device, options, none, records, request, &error);
 }
 
 int runInWindow(const CommandLine &line, const QString &recording)
@@ -227,7 +225,7 @@ int runInWindow(const CommandLine &line, const QString &recording)
         device.language = rememberedLanguage(device.language);
     if (!readDevice(line, options, device, &error))
         return reportError(error);
-    device.sessionLine = records.beginSession(device);
+    device.sessionLine = records.beginSession(device, records.unit());
     files.addSessionLine(device.sessionLine);
     device.journalSink = both(files.journalSink(), records);
     applyWindowAppearance(line);
@@ -235,12 +233,15 @@ int runInWindow(const CommandLine &line, const QString &recording)
     QuitOnSignal quitOnSignal;
     WindowRequest request;
     request.base = line.session;
+    request.unit = records.unit();
     int status = runSession(device, options, files, records, &request, &error);
     if (!error.isEmpty())
         return status;
     records.endSession();
-    while (request.isSet() && status == 0 && !QuitOnSignal::isAsked())
+    while (request.isSet() && status == 0 && !QuitOnSignal::isAsked()) {
         status = runNextSession(device, options, records, &request);
+        records.endSession();
+    }
     const bool isSaved = records.finish();
     quitOnSignal.endProcessIfAsked();
     return !isSaved || files.hasFailed() ? 2 : status;

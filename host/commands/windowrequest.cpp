@@ -10,8 +10,10 @@ namespace panelhost {
 void acceptRequests(PanelWindow &window, WindowRequest *request)
 {
     window.setOpensScenarios(request->base);
-    QObject::connect(&window, &PanelWindow::scenarioOpened, &window, [request](const Scenario &scenario) {
+    QObject::connect(&window, &PanelWindow::scenarioOpened, &window, [&window, request](const Scenario &scenario) {
         request->scenario = scenario;
+        if (window.asksForUnits())
+            request->unit = window.unit();
         QCoreApplication::quit();
     });
     QObject::connect(&window, &PanelWindow::newSessionTriggered, &window, [request] {

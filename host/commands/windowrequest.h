@@ -14,6 +14,7 @@ struct WindowRequest
     Session::Options base; ///< options of the device that a scenario doesn't set
     bool isNewSession = false;
     std::optional<Scenario> scenario; ///< to play in a session of its own
+    QString unit;                     ///< that is tested, also by a scenario that doesn't name a unit of its own
     QString problem;                  ///< why that session couldn't be opened, to show in the next one
 
     bool isSet() const { return isNewSession || scenario; }

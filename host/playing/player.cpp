@@ -21,6 +21,12 @@ constexpr int LinesOnFailure = 10;
 
 Session *Player::open(QString *error)
 {
+    m_keepsSession = true;
+    return openSession(error);
+}
+
+Session *Player::openSession(QString *error)
+{
     auto device = m_scenario.device;
     device.journalSink = [this](const Journal::Entry &entry) { addEntry(entry); };
     // The log export reads the lines that are kept.
@@ -32,7 +38,7 @@ Session *Player::open(QString *error)
 
 void Player::playInNewSession()
 {
-    const bool isOpen = open(&m_result.error) != nullptr;
+    const bool isOpen = openSession(&m_result.error) != nullptr;
     m_result.facts = sessionFacts(m_scenario, m_session.get());
     if (isOpen)
         playSession();
@@ -308,10 +314,10 @@ void Player::updateResult()
     m_result.journal = m_lines;
 }
 
-// What the component does while the session ends isn't part of the result.
+// What happens from now on isn't part of the result, such as what the component does while the session ends.
 void Player::finish()
 {
-    m_session->journal().setSink({});
+    m_session->journal().setSink(m_keepsSession ? m_options.journal : Journal::Sink());
     updateResult();
     if (isInterrupted()) {
         m_result.state = ScenarioResult::State::Interrupted;

@@ -29,7 +29,7 @@ public:
         bool keepsJournal = false; ///< the session keeps as many lines of the journal as any other
         bool takesScreenshots = false;
         bool paintsLcd = false; ///< the LCD is painted all the time, and not only for screenshots
-        Journal::Sink journal;  ///< gets all entries of the journal
+        Journal::Sink journal;  ///< gets all entries of the journal; see also open()
         /// Called between steps and while time passes. The player stops as soon as it returns true.
         std::function<bool()> isInterrupted;
         /// Called about every PartialResultInterval with the result so far.
@@ -44,12 +44,14 @@ public:
     {
     }
 
-    /// Opens the session, which belongs to the player. Returns nullptr and sets @p error to a sentence if that is
-    /// impossible. Without this, play() opens a session that ends with it.
+    /// Opens the session, which belongs to the player. It goes on after play(), and so do its entries for
+    /// Options::journal. Returns nullptr and sets @p error to a sentence if that is impossible. Without this, play()
+    /// opens a session that ends with it.
     Session *open(QString *error);
     ScenarioResult play();
 
 private:
+    Session *openSession(QString *error);
     void playInNewSession();
     void playSession();
     bool prepare();
@@ -77,6 +79,7 @@ private:
     const Scenario &m_scenario;
     Options m_options;
     Observer m_observer;
+    bool m_keepsSession = false;
     std::unique_ptr<Session> m_session;
     ScenarioResult m_result;
     QElapsedTimer m_clock;

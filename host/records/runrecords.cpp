@@ -54,10 +54,9 @@ bool RunRecords::open(const QCommandLineParser &parser, Default fallback, const 
 
 QByteArray RunRecords::beginSession(const Session::Options &device, const QString &unit)
 {
-    if (!m_sessionRuns && unit.isEmpty() && m_unit.isEmpty() && m_station.isEmpty() && m_operator.isEmpty())
+    if (!m_sessionRuns && unit.isEmpty() && m_station.isEmpty() && m_operator.isEmpty())
         return {};
-    SessionInfo info =
-        newSessionInfo(m_unit.isEmpty() ? unit : m_unit, m_station, m_operator, device.language, device.share);
+    SessionInfo info = newSessionInfo(unit, m_station, m_operator, device.language, device.share);
     info.componentVersion = componentVersion(device.component);
     if (m_sessionRuns)
         m_sessionRuns->begin(info);

@@ -39,10 +39,9 @@ public:
     /// thread.
     bool open(const QCommandLineParser &parser, Default fallback, const RunSaver::Listener &listener, QString *error);
 
-    /// Begins a session on @p device. @p unit is tested first, unless an option names another one. Returns the first
-    /// line of its journal, with line end. Empty if runs aren't saved and neither @p unit nor an option says what is
-    /// tested.
-    QByteArray beginSession(const Session::Options &device, const QString &unit = {});
+    /// Begins a session on @p device. @p unit is tested first; an empty one isn't known. Returns the first line of its
+    /// journal, with line end. Empty if runs aren't saved and neither @p unit nor an option says what is tested.
+    QByteArray beginSession(const Session::Options &device, const QString &unit);
     void add(const Journal::Entry &entry);
     void endSession();
 

@@ -142,6 +142,11 @@ void PanelWindow::beginUnit(const QString &unit)
         Q_EMIT unitBegun(unit);
 }
 
+QString PanelWindow::unit() const
+{
+    return m_units && m_session.isInFactoryMode() ? m_units->unit() : QString();
+}
+
 void PanelWindow::focusLcd()
 {
     panelhost::focusLcd(*m_session.lcd());
@@ -331,13 +336,22 @@ void PanelWindow::addPlayBar()
 void PanelWindow::setOpensScenarios(const Session::Options &base)
 {
     m_opener = new ScenarioOpener(base, this);
-    connect(m_opener, &ScenarioOpener::scenarioOpened, this, &PanelWindow::scenarioOpened);
+    connect(m_opener, &ScenarioOpener::scenarioOpened, this, &PanelWindow::openScenario);
     connect(m_opener, &ScenarioOpener::viewRequested, this, &PanelWindow::viewRequested);
     connect(m_files, &FileMenu::newSessionTriggered, this, &PanelWindow::newSessionTriggered);
     connect(m_playBar, &PlayBar::playAgainTriggered, m_opener, [this] { m_opener->play(m_scenarioFile); });
     connect(m_playBar, &PlayBar::timelineTriggered, m_opener, [this] { m_opener->showTimeline(m_scenarioFile); });
     m_files->setOpener(m_opener);
     setAcceptDrops(true);
+}
+
+// Where units are tested, a run belongs to one.
+void PanelWindow::openScenario(const Scenario &scenario)
+{
+    if (m_units && unit().isEmpty() && scenario.unit.isEmpty())
+        m_status->setMessage(tr("Enter the serial number of the unit first."));
+    else
+        Q_EMIT scenarioOpened(scenario);
 }
 
 // One file that is on this machine.

@@ -73,6 +73,9 @@ public:
     /// Entering a serial number enters factory mode and begins the test of that unit. @p unit, if not empty, is the
     /// unit that is tested now.
     void askForUnits(const UnitPattern &pattern, const QString &unit);
+    bool asksForUnits() const { return m_units != nullptr; }
+    /// Returns the unit that is tested; empty outside factory mode, and if the window doesn't ask for units.
+    QString unit() const;
     /// Adds the dock with the figures of today, closed unless the window asks for units. @p reader must outlive the
     /// window. @p savedCount returns the number of runs that have been saved.
     void addToday(StoreReader &reader, const std::function<int()> &savedCount);
@@ -126,6 +129,7 @@ private:
     void addTimeMenu();
     void addFaultMenu();
     void addPlayBar();
+    void openScenario(const Scenario &scenario);
     void showSummary();
     void addJournal();
     void addFaults();

@@ -1,5 +1,6 @@
 #include "panelprocess.h"
 
+#include <QtCore/QJsonDocument>
 #include <QtTest/QtTest>
 
 #include <memory>
@@ -24,8 +25,14 @@ private Q_SLOTS:
     void completeMachinePassesByHand();
     void closesInTheMiddleOfARun();
     void playsARecentFile();
+    void aPlayedScenarioIsSaved_data();
+    void aPlayedScenarioIsSaved();
 
 private:
+    void write(const char *name, const QByteArray &content) const;
+    void waitForWindow(const char *title) const;
+    void playRecentFile();
+    QStringList savedRuns() const;
     void open(const QStringList &arguments = {});
     void waitFor(const char *property, const QJsonValue &value);
     void finishPhases();
@@ -220,41 +227,106 @@ void TestWindow::completeMachinePassesByHand()
     waitFor("page", text("menu"));
 }
 
-// The session of the window ends, that of the scenario begins, and then a new one.
-void TestWindow::playsARecentFile()
+void TestWindow::write(const char *name, const QByteArray &content) const
 {
-    const auto write = [this](const char *name, const QByteArray &content) {
-        const QFileInfo info(m_panel->path(text(name)));
-        QVERIFY(QDir().mkpath(info.path()));
-        QFile file(info.filePath());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
+    const QFileInfo info(m_panel->path(text(name)));
+    QVERIFY(QDir().mkpath(info.path()));
+    QFile file(info.filePath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+// While a window is being replaced, the search ends with an error and is repeated.
+void TestWindow::waitForWindow(const char *title) const
+{
+    const auto isThere = [this, title] {
+        QProcess search;
+        search.start(text("env"),
+                     {text("DISPLAY=") + m_xServer.display(), text("xdotool"), text("search"), text("--onlyvisible"),
+                      text("--name"), text(title)});
+        return search.waitForFinished(10000) && search.exitCode() == 0;
     };
-    // While a window is being replaced, the search ends with an error and is repeated.
-    const auto waitForWindow = [this](const char *title) {
-        const auto isThere = [this, title] {
-            QProcess search;
-            search.start(text("env"),
-                         {text("DISPLAY=") + m_xServer.display(), text("xdotool"), text("search"),
-                          text("--onlyvisible"), text("--name"), text(title)});
-            return search.waitForFinished(10000) && search.exitCode() == 0;
-        };
-        QVERIFY2(QTest::qWaitFor(isThere, 30000), title);
-        m_xServer.xdotool({text("search"), text("--sync"), text("--onlyvisible"), text("--name"), text(title),
-                           text("windowfocus"), text("--sync")});
-    };
-    write("small.yaml", "title: Small\nsteps:\n  - navigate: down\n  - wait: 300ms\n");
-    write("config/panelhost/panelhost.ini", "recent-files=" + m_panel->path(text("small.yaml")).toUtf8() + '\n');
-    open();
+    QVERIFY2(QTest::qWaitFor(isThere, 30000), title);
+    m_xServer.xdotool({text("search"), text("--sync"), text("--onlyvisible"), text("--name"), text(title),
+                       text("windowfocus"), text("--sync")});
+}
+
+void TestWindow::playRecentFile()
+{
     for (const char *key : {"alt+f", "c", "Return"})
         m_xServer.type(text(key));
     waitForWindow("^PASSED: Small");
+}
+
+QStringList TestWindow::savedRuns() const
+{
+    QProcess runs;
+    runs.start(text(LCD_BUILD_DIR "/bin/panelhost"),
+               {text("runs"), text("--records"), text("sqlite:") + m_panel->path(text("runs.sqlite")), text("--json")});
+    runs.waitForFinished(30000);
+    QStringList saved;
+    const QList<QByteArray> lines = runs.readAllStandardOutput().split('\n');
+    for (const QByteArray &line : lines) {
+        const QJsonObject run = QJsonDocument::fromJson(line).object();
+        QStringList values;
+        for (const char *key : {"kind", "outcome", "unit", "station"})
+            values << run.value(QLatin1String(key)).toString();
+        if (!run.isEmpty())
+            saved << values.join(QLatin1Char(' '));
+    }
+    return saved;
+}
+
+// The session of the window ends, that of the scenario begins, and then a new one.
+void TestWindow::playsARecentFile()
+{
+    write("small.yaml", "title: Small\nsteps:\n  - navigate: down\n  - wait: 300ms\n");
+    write("config/panelhost/panelhost.ini", "recent-files=" + m_panel->path(text("small.yaml")).toUtf8() + '\n');
+    open();
+    playRecentFile();
     m_xServer.type(text("ctrl+n"));
     waitForWindow("^panelhost$");
     m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_panel->process().exitCode(), 0);
+}
+
+void TestWindow::aPlayedScenarioIsSaved_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QStringList>("scanned"); // keys
+    QTest::addColumn<QByteArray>("head");
+    QTest::addColumn<QString>("unit");
+    const QStringList option{text("--unit"), text("A1")};
+    const QStringList asks = option + QStringList{text("--ask-unit")};
+    const QStringList scanned{text("B"), text("2"), text("Return")};
+    QTest::newRow("the unit of the option") << option << QStringList() << QByteArray() << text("A1");
+    QTest::newRow("the unit of the scenario") << option << QStringList() << QByteArray("unit: C3\n") << text("C3");
+    QTest::newRow("the unit that was scanned") << asks << scanned << QByteArray() << text("B2");
+}
+
+// One run is the scenario's, and one is what the operator does after it.
+void TestWindow::aPlayedScenarioIsSaved()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QStringList, scanned);
+    QFETCH(QByteArray, head);
+    QFETCH(QString, unit);
+    write("small.yaml", "title: Small\n" + head + "steps:\n  - open: RepairMode/Knob\n  - navigate: back\n");
+    write("config/panelhost/panelhost.ini", "recent-files=" + m_panel->path(text("small.yaml")).toUtf8() + '\n');
+    open(options
+         + QStringList{text("--station"), text("S3"), text("--records"),
+                       text("sqlite:") + m_panel->path(text("runs.sqlite"))});
+    for (const QString &key : qAsConst(scanned))
+        m_xServer.type(key);
+    playRecentFile();
+    for (const char *key : {"Return", "Escape", "ctrl+q"})
+        m_xServer.type(text(key));
+    QVERIFY(m_panel->process().waitForFinished(30000));
+    QCOMPARE(m_panel->process().exitCode(), 0);
+    const QString run = text("repair aborted ") + unit + text(" S3");
+    QCOMPARE(savedRuns(), (QStringList{run, run}));
 }
 
 void TestWindow::closesInTheMiddleOfARun()

@@ -10,6 +10,7 @@
 #include "window/panelwindow.h"
 #include "window/playbar.h"
 #include "window/scenarioopener.h"
+#include "window/unitbar.h"
 #include "window/windowplayback.h"
 #include "window/windowsettings.h"
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void closingTheWindowStops();
     void theSpeedIsKept();
     void aBadFileIsExplained();
+    void aScenarioIsPlayedForAUnit();
     void aFileIsOpenedWithTheDialog();
     void aFileIsDropped();
     void recentFilesAreRemembered();
@@ -326,6 +328,26 @@ void WindowPlaybackTest::aBadFileIsExplained()
     m_window->findChild<ScenarioOpener *>()->play(QStringLiteral("/nowhere.yaml"));
     const auto problems = m_window->findChildren<QPlainTextEdit *>(QStringLiteral("problem-lines"));
     QVERIFY(problems.last()->toPlainText().contains(QStringLiteral("/nowhere.yaml")));
+}
+
+// A window that asks for units plays a scenario for the one that is tested, or for that of the scenario.
+void WindowPlaybackTest::aScenarioIsPlayedForAUnit()
+{
+    open(scenarioOf("  - wait: 1s\n"), -1);
+    m_window->askForUnits({}, QString());
+    m_session->panelOperator().perform({OperatorAction::Kind::ExitFactoryMode, {}});
+    const QSignalSpy opened(m_window.get(), &PanelWindow::scenarioOpened);
+    auto *opener = m_window->findChild<ScenarioOpener *>();
+    opener->play(m_directory->filePath(QStringLiteral("small.yaml")));
+    QCOMPARE(opened.size(), 0);
+    QCOMPARE(label("message")->text(), QStringLiteral("Enter the serial number of the unit first."));
+    QCOMPARE(m_window->unit(), QString());
+    opener->play(write(QStringLiteral("own.yaml"), "unit: C3\nsteps:\n  - wait: 1s\n"));
+    QCOMPARE(opened.size(), 1);
+    Q_EMIT m_window->findChild<UnitBar *>()->unitEntered(QStringLiteral("B2"));
+    QCOMPARE(m_window->unit(), QStringLiteral("B2"));
+    opener->play(m_directory->filePath(QStringLiteral("small.yaml")));
+    QCOMPARE(opened.size(), 2);
 }
 
 void WindowPlaybackTest::aFileIsOpenedWithTheDialog()
