@@ -48,9 +48,14 @@ bool moveToArchive(RecordStore &store, const QVector<QUuid> &ids, const QString 
     const auto move = [&](QString *reason) { return moveStoreFile(draft, path, reason); };
     const bool isDone = writeArchive(store, ids, draft, error) && store.remove(ids, move, error);
     removeStore(draft);
-    if (!isDone && QFileInfo::exists(path))
-        *error += QStringLiteral(" Copies of the runs are in %1.").arg(path);
-    return isDone;
+    if (isDone || !QFileInfo::exists(path))
+        return isDone;
+    // They are deleted all or not at all. If the server can't be asked, it may have deleted them.
+    QString unknown;
+    if (store.run(ids.first(), &unknown))
+        *error += QStringLiteral(" No run was deleted.");
+    *error += QStringLiteral(" Copies of the runs are in %1.").arg(path);
+    return false;
 }
 
 }

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void textsThatTheServerCanNotStore();
     void theExamplesOfTheManual();
     void onlyTheOwnerPrunes();
+    void pruneThatFailsAtItsCommit();
 
 private:
     bool shell(const QString &command);
@@ -250,6 +251,38 @@ void PostgresRecordsTest::onlyTheOwnerPrunes()
         {}, [&found](const Run &run) { found << idText(run.id); }, &error));
     found.sort();
     QCOMPARE(found, old);
+}
+
+// The server accepts each statement and refuses the transaction in the end.
+void PostgresRecordsTest::pruneThatFailsAtItsCommit()
+{
+    const char *const tables[] = {"SELECT id FROM run ORDER BY 1", "SELECT * FROM run_count ORDER BY 1, 2, 3, 4, 5",
+                                  "SELECT * FROM unit_result ORDER BY 1, 2", "SELECT count(*) FROM journal"};
+    const auto content = [&] {
+        QStringList values;
+        for (const char *table : tables)
+            values << m_server->values(q(table));
+        return values;
+    };
+    QVERIFY2(m_server->execute(q("CREATE FUNCTION refuse() RETURNS trigger LANGUAGE plpgsql AS "
+                                 "$$BEGIN RAISE EXCEPTION 'runs are kept until the audit'; END$$")),
+             qPrintable(m_server->errorString()));
+    QVERIFY2(m_server->execute(q("CREATE CONSTRAINT TRIGGER refuse AFTER DELETE ON run DEFERRABLE INITIALLY DEFERRED "
+                                 "FOR EACH ROW EXECUTE FUNCTION refuse()")),
+             qPrintable(m_server->errorString()));
+    const QStringList before = content();
+    const QString unit = m_server->values(q("SELECT max(unit) FROM run")).value(0);
+    const auto prune = [&](const char *archive) {
+        return q("%1 prune --older-than 1d --yes --unit %4 --archive '%2' --records '%3'")
+            .arg(q(PANELHOST), m_directory.filePath(q(archive)), m_server->address(q("owner")), unit);
+    };
+    QVERIFY(!shell(prune("refused.sqlite")));
+    QVERIFY2(m_output.contains("runs are kept until the audit"), m_output.constData());
+    QVERIFY2(m_output.contains(" No run was deleted. Copies of the runs are in "), m_output.constData());
+    QCOMPARE(content(), before);
+    QVERIFY2(m_server->execute(q("DROP FUNCTION refuse() CASCADE")), qPrintable(m_server->errorString()));
+    QVERIFY(shell(prune("accepted.sqlite")));
+    QCOMPARE(m_server->values(q("SELECT count(*) FROM run WHERE unit = '%1'").arg(unit)), QStringList{q("0")});
 }
 
 QTEST_GUILESS_MAIN(PostgresRecordsTest)
