@@ -3,6 +3,7 @@
 #include "output/standardoutput.h"
 #include "records/openrecords.h"
 #include "records/runarchive.h"
+#include "records/statisticstext.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
@@ -64,11 +65,6 @@ bool isConfirmed(const QString &question, QString *error)
     return false;
 }
 
-QString countText(qint64 count)
-{
-    return count == 1 ? QStringLiteral("1 run") : QStringLiteral("%1 runs").arg(count);
-}
-
 bool prune(RecordStore &store, const RunFilter &filter, const QCommandLineParser &parser, QString *error)
 {
     const QString archive = QFileInfo(parser.value(QStringLiteral("archive"))).absoluteFilePath();
@@ -81,12 +77,12 @@ bool prune(RecordStore &store, const RunFilter &filter, const QCommandLineParser
     }
     const QString question =
         QStringLiteral("%1 in %2 began before %3. Copy to %4 and delete?")
-            .arg(countText(ids->size()), store.path(), filter.before.toString(Qt::ISODate), archive);
+            .arg(countText(ids->size(), "run", "runs"), store.path(), filter.before.toString(Qt::ISODate), archive);
     if (!parser.isSet(QStringLiteral("yes")) && !isConfirmed(question, error))
         return false;
     if (!moveToArchive(store, *ids, archive, error))
         return false;
-    print(QStringLiteral("Deleted %1; copies are in %2.\n").arg(countText(ids->size()), archive));
+    print(QStringLiteral("Deleted %1; copies are in %2.\n").arg(countText(ids->size(), "run", "runs"), archive));
     return true;
 }
 

@@ -41,12 +41,13 @@ bool printRunsOfStore(const QCommandLineParser &parser, RunPrinter &printer, QSt
 {
     const auto filter = readRunFilter(parser, error);
     const auto store = filter ? openRecords(parser, error) : nullptr;
-    if (!store
-        || !store->read(
-            *filter, [&printer](const Run &run) { printer.add(run); }, error))
-        return false;
-    printer.finish();
-    return true;
+    const auto add = [&printer](const Run &run) { printer.add(run); };
+    const bool isRead = store && store->read(*filter, add, error);
+    if (isRead)
+        printer.finish();
+    else
+        printer.flush();
+    return isRead;
 }
 
 }

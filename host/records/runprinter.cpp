@@ -1,26 +1,24 @@
 #include "records/runprinter.h"
 
 #include "output/standardoutput.h"
+#include "records/statisticstext.h"
 
 #include <QtCore/QJsonDocument>
 
 #include <algorithm>
+#include <utility>
 
 namespace panelhost {
 
 namespace {
 
-QString tableLine(const QString &begin, const QString &unit, const QString &kind, const QString &outcome,
-                  const QString &duration, const QString &detail, const QString &id)
+constexpr int DurationColumn = 4;
+
+QStringList tableHeader()
 {
-    return QStringLiteral("%1  %2  %3  %4  %5  %6  %7\n")
-        .arg(begin, -19)
-        .arg(unit, -16)
-        .arg(kind, -7)
-        .arg(outcome, -7)
-        .arg(duration, 10)
-        .arg(detail, -19)
-        .arg(id);
+    return {QStringLiteral("BEGIN (UTC)"), QStringLiteral("UNIT"),     QStringLiteral("KIND"),
+            QStringLiteral("OUTCOME"),     QStringLiteral("DURATION"), QStringLiteral("FAILED PHASE"),
+            QStringLiteral("ID")};
 }
 
 QString orDash(const QString &text)
@@ -41,7 +39,7 @@ QString detailText(const Run &run)
     case RunKind::Machine:
         return run.failedPhase();
     case RunKind::Aging:
-        return QStringLiteral("%1 rounds, %2 bad").arg(run.rounds).arg(run.failureCount);
+        return QStringLiteral("%1, %2 bad").arg(countText(run.rounds, "round", "rounds")).arg(run.failureCount);
     case RunKind::Repair:
         break;
     }
@@ -112,41 +110,76 @@ QString csvLine(const QStringList &values)
     return fields.join(QLatin1Char(',')) + QLatin1Char('\n');
 }
 
-void RunPrinter::printHeader()
+void RunPrinter::printCsvHeader()
 {
-    if (m_hasHeader)
-        return;
-    m_hasHeader = true;
-    if (m_format == Format::Csv)
+    if (!std::exchange(m_hasHeader, true))
         print(csvLine(csvColumns()));
-    else if (m_format == Format::Table)
-        print(tableLine(QStringLiteral("BEGIN (UTC)"), QStringLiteral("UNIT"), QStringLiteral("KIND"),
-                        QStringLiteral("OUTCOME"), QStringLiteral("DURATION"), QStringLiteral("FAILED PHASE"),
-                        QStringLiteral("ID")));
+}
+
+void RunPrinter::printRow(const QStringList &row) const
+{
+    QStringList cells;
+    for (int column = 0; column < row.size(); ++column) {
+        const int width = m_widths.at(column);
+        cells << (column == DurationColumn ? row.at(column).rightJustified(width)
+                                           : row.at(column).leftJustified(width));
+    }
+    print(cells.join(QStringLiteral("  ")) + QLatin1Char('\n'));
+}
+
+void RunPrinter::flush()
+{
+    if (m_rows.isEmpty())
+        return;
+    m_rows.prepend(tableHeader());
+    m_hasHeader = true;
+    m_widths = {19, 16, 7, 7, 10, 19, 0};
+    for (const QStringList &row : qAsConst(m_rows)) {
+        for (int column = 0; column + 1 < row.size(); ++column)
+            m_widths[column] = qMax(m_widths.at(column), row.at(column).size());
+    }
+    for (const QStringList &row : qAsConst(m_rows))
+        printRow(row);
+    m_rows.clear();
+}
+
+void RunPrinter::addRow(const Run &run)
+{
+    const QStringList row{beginText(run),
+                          orDash(run.session.unit),
+                          toText(run.kind),
+                          toText(run.outcome),
+                          runDurationText(run.end - run.begin),
+                          orDash(detailText(run)),
+                          run.id.toString(QUuid::WithoutBraces)};
+    if (m_hasHeader)
+        return printRow(row);
+    m_rows << row;
+    if (m_rows.size() == MeasuredRows)
+        flush();
 }
 
 void RunPrinter::add(const Run &run)
 {
-    printHeader();
     ++m_count;
     switch (m_format) {
     case Format::Json:
         return print(QString::fromUtf8(QJsonDocument(run.toJson()).toJson(QJsonDocument::Compact)) + QLatin1Char('\n'));
     case Format::Csv:
+        printCsvHeader();
         return print(csvLine(csvValues(run)));
     case Format::Table:
-        return print(tableLine(beginText(run), orDash(run.session.unit), toText(run.kind), toText(run.outcome),
-                               runDurationText(run.end - run.begin), orDash(detailText(run)),
-                               run.id.toString(QUuid::WithoutBraces)));
+        return addRow(run);
     }
 }
 
 void RunPrinter::finish()
 {
-    if (m_format == Format::Csv || m_count > 0)
-        printHeader();
-    else if (m_format == Format::Table)
+    if (m_format == Format::Csv)
+        printCsvHeader();
+    if (m_format == Format::Table && m_count == 0)
         print(QStringLiteral("No runs.\n"));
+    flush();
 }
 
 }

@@ -113,10 +113,10 @@ private:
 QString summaryText(const RunCounts &counts)
 {
     const auto yield = [&counts](qint64 passed) {
-        return QStringLiteral("%1  %2 of %3 units")
+        return QStringLiteral("%1  %2 of %3")
             .arg(percentText(passed, counts.units), 8)
             .arg(passed)
-            .arg(counts.units);
+            .arg(countText(counts.units, "unit", "units"));
     };
     return QStringLiteral("Runs              %1  passed %2, failed %3, aborted %4; %5 a day\n")
                .arg(counts.runs(), 8)
@@ -124,10 +124,9 @@ QString summaryText(const RunCounts &counts)
                .arg(counts.failed)
                .arg(counts.aborted)
                .arg(perDayText(counts.runs(), counts.days))
-        + QStringLiteral("Units             %1  %2 a day on %3 days\n")
+        + QStringLiteral("Units             %1  %2 a day on %3\n")
               .arg(counts.units, 8)
-              .arg(perDayText(counts.units, counts.days))
-              .arg(counts.days)
+              .arg(perDayText(counts.units, counts.days), countText(counts.days, "day", "days"))
         + QStringLiteral("First-pass yield  %1\n").arg(yield(counts.firstPassed))
         + QStringLiteral("Final yield       %1\n").arg(yield(counts.finallyPassed));
 }
@@ -208,6 +207,11 @@ QString percentText(qint64 part, qint64 whole)
 {
     return whole > 0 ? QStringLiteral("%1 %").arg(100.0 * double(part) / double(whole), 0, 'f', 1)
                      : QStringLiteral("-");
+}
+
+QString countText(qint64 count, const char *one, const char *many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 QString perDayText(qint64 count, qint64 days)

@@ -15,6 +15,8 @@ QString statisticsTables(const Statistics &statistics);
 QString queryText(const StatisticsQuery &query);
 /// Returns @p part of @p whole such as "91.4 %"; "-" if @p whole is 0.
 QString percentText(qint64 part, qint64 whole);
+/// Returns @p count with the word for it, such as "1 unit" or "2 units".
+QString countText(qint64 count, const char *one, const char *many);
 /// Returns @p count per day such as "12.5"; "-" if @p days is 0.
 QString perDayText(qint64 count, qint64 days);
 /// Returns the phase, or "(no phase)" if it is empty.

@@ -30,10 +30,10 @@ void addChart(HtmlWriter &html, const QString &title, const ChartImage &chart)
 void addSummary(HtmlWriter &html, const RunCounts &counts)
 {
     const auto yield = [&counts](qint64 passed) {
-        return QStringLiteral("%1 (%2 of %3 units)")
+        return QStringLiteral("%1 (%2 of %3)")
             .arg(percentText(passed, counts.units))
             .arg(passed)
-            .arg(counts.units);
+            .arg(countText(counts.units, "unit", "units"));
     };
     html.begin("table", "summary");
     addRow(html, {QStringLiteral("First-pass yield"), yield(counts.firstPassed)});
@@ -46,7 +46,7 @@ void addSummary(HtmlWriter &html, const RunCounts &counts)
                 .arg(counts.failed)
                 .arg(counts.aborted)});
     addRow(html,
-           {QStringLiteral("A day, on %1 days").arg(counts.days),
+           {QStringLiteral("A day, on %1").arg(countText(counts.days, "day", "days")),
             QStringLiteral("%1 runs, %2 units")
                 .arg(perDayText(counts.runs(), counts.days), perDayText(counts.units, counts.days))});
     html.end();

@@ -1017,6 +1017,10 @@
         <translation>abgebrochen</translation>
     </message>
     <message>
+        <source>%1  (%2 of 1 unit)</source>
+        <translation>%1  (%2 von 1 Gerät)</translation>
+    </message>
+    <message>
         <source>%1  (%2 of %3 units)</source>
         <translation>%1  (%2 von %3 Geräten)</translation>
     </message>

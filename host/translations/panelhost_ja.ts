@@ -1017,6 +1017,10 @@
         <translation>中断</translation>
     </message>
     <message>
+        <source>%1  (%2 of 1 unit)</source>
+        <translation>%1  (1 台中 %2 台)</translation>
+    </message>
+    <message>
         <source>%1  (%2 of %3 units)</source>
         <translation>%1  (%3 台中 %2 台)</translation>
     </message>

@@ -1017,6 +1017,10 @@
         <translation>中止</translation>
     </message>
     <message>
+        <source>%1  (%2 of 1 unit)</source>
+        <translation>%1  (%2 / 1 台)</translation>
+    </message>
+    <message>
         <source>%1  (%2 of %3 units)</source>
         <translation>%1  (%2 / %3 台)</translation>
     </message>

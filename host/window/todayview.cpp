@@ -31,9 +31,11 @@ QString lineOf(const Run &run)
 
 QString yieldText(qint64 passed, const RunCounts &counts)
 {
-    return counts.units == 0
-        ? QStringLiteral("-")
-        : TodayView::tr("%1  (%2 of %3 units)").arg(percentText(passed, counts.units)).arg(passed).arg(counts.units);
+    if (counts.units == 0)
+        return QStringLiteral("-");
+    const QString percent = percentText(passed, counts.units);
+    return counts.units == 1 ? TodayView::tr("%1  (%2 of 1 unit)").arg(percent).arg(passed)
+                             : TodayView::tr("%1  (%2 of %3 units)").arg(percent).arg(passed).arg(counts.units);
 }
 
 QString failingText(const RunCounts &counts)

@@ -14,6 +14,7 @@ class RunsCommandTest : public QObject
 
 private Q_SLOTS:
     void aTable();
+    void wideColumnsAreAligned();
     void jsonHasOneObjectALine();
     void csvHasALineOfNames();
     void aJournalWithoutRuns();
@@ -83,6 +84,30 @@ void RunsCommandTest::aTable()
              qPrintable(result.out.at(1)));
     QVERIFY2(result.out.at(2).contains(QStringLiteral("machine  passed       1:10.6  -")),
              qPrintable(result.out.at(2)));
+}
+
+// A very long duration, and the longest serial number.
+void RunsCommandTest::wideColumnsAreAligned()
+{
+    QTemporaryDir directory;
+    const QString store = directory.filePath(QStringLiteral("runs.sqlite"));
+    QCOMPARE(play(store, {QStringLiteral("--station"), QStringLiteral("S3")}).status, 0);
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("wide"));
+        database.setDatabaseName(store);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(QStringLiteral("UPDATE run SET device_end = device_begin + 18000000000000, "
+                                                        "unit = substr(unit || hex(zeroblob(50)), 1, 100) "
+                                                        "WHERE outcome = 'passed'")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("wide"));
+    const QStringList lines = run({QStringLiteral("--records"), QStringLiteral("sqlite:") + store}).out;
+    QCOMPARE(lines.size(), 5);
+    QCOMPARE(lines.filter(QStringLiteral("  5000000:00:00.0  ")).size(), 1);
+    const int idColumn = lines.first().size() - 2;
+    QCOMPARE(lines.first().mid(idColumn), QStringLiteral("ID"));
+    for (const QString &line : lines.mid(1))
+        QVERIFY2(line.size() == idColumn + 36 && line.at(idColumn - 1) == QLatin1Char(' '), qPrintable(line));
 }
 
 void RunsCommandTest::jsonHasOneObjectALine()

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void sameAsFromTheRuns();
     void csvHasOneLinePerGroup();
     void tablesOfAStore();
+    void oneUnitOnOneDay();
     void aStoreWithoutRuns();
     void thePageIsSelfContained();
     void wrongOptions_data();
@@ -603,6 +604,19 @@ void StatisticsTest::tablesOfAStore()
           "S1          4       3       1        0       2.0      2        1.0      50.0 %  100.0 %        tbar\n"
           "S2          3       0       2        1       1.5      1        0.5       0.0 %    0.0 %    net-port\n");
     QCOMPARE(QString::fromUtf8(result.out), expected);
+}
+
+void StatisticsTest::oneUnitOnOneDay()
+{
+    const Result result = panelhost({q("stats"), q("--records"), q("sqlite:") + path("hand.sqlite"), q("--station"),
+                                     q("S2"), q("--until"), q("2026-03-02"), q("--html"), path("one")});
+    QVERIFY2(result.out.contains("Units                    1  1.0 a day on 1 day\n"
+                                 "First-pass yield     0.0 %  0 of 1 unit\n"),
+             result.out.constData());
+    QFile page(path("one/statistics.html"));
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QByteArray html = page.readAll();
+    QVERIFY(html.contains("A day, on 1 day<") && html.contains("(0 of 1 unit)"));
 }
 
 void StatisticsTest::aStoreWithoutRuns()

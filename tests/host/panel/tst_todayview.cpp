@@ -130,7 +130,7 @@ void TodayViewTest::aHiddenDockReadsNothing()
     m_dock->show();
     m_dock->poll();
     m_dock->poll();
-    QTRY_COMPARE(label(q("today-first-pass")), q("100.0 %  (1 of 1 units)"));
+    QTRY_COMPARE(label(q("today-first-pass")), q("100.0 %  (1 of 1 unit)"));
     QCOMPARE(reads, 1);
 }
 
