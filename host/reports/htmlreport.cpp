@@ -1,5 +1,6 @@
 #include "reports/htmlreport.h"
 
+#include "records/statisticstext.h"
 #include "reports/htmlscript.h"
 #include "reports/htmlstyle.h"
 #include "reports/htmlwriter.h"
@@ -338,8 +339,9 @@ void writeNotPlayed(HtmlWriter &html, const ScenarioResult &result)
 {
     if (result.notPlayed.isEmpty())
         return;
-    html.element("h3", nullptr, QStringLiteral("Not played: %1 steps").arg(result.notPlayedCount));
-    html.begin("table", "steps");
+    const QString count = countText(result.notPlayedCount, "step", "steps");
+    html.element("h3", nullptr, QStringLiteral("Not played: %1").arg(count));
+    html.begin("table", "steps not-played");
     for (const StepResult &step : result.notPlayed) {
         const QString place = QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line);
         html.begin("tr").element("td", "number", place);

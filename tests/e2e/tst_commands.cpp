@@ -4,9 +4,11 @@
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QColor>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
 
+#include <cmath>
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
@@ -45,9 +47,12 @@ private Q_SLOTS:
     void interruptedPlayLeavesWhatWasPlayed();
     void ignoredSignalStaysIgnored();
     void killedPlayLeavesWholeFiles();
+    void whatAKilledPlayLeavesIsRemoved();
     void memoryDoesNotGrowWithTime();
     void reportFoldsRepeatedRounds();
     void reportBeginsWithFailures();
+    void reportIsReadableInBothThemes_data();
+    void reportIsReadableInBothThemes();
     void reportLinksStepsScreensAndJournal();
     void reportLeadsToTheMomentsOfSteps();
     void reportOfAThousandAgingRoundsIsSmall();
@@ -620,6 +625,37 @@ void CommandsTest::killedPlayLeavesWholeFiles()
     checkWellFormed(read(QStringLiteral("out/report.xml")));
 }
 
+// By the next start.
+void CommandsTest::whatAKilledPlayLeavesIsRemoved()
+{
+    QDir temporary(m_directory->filePath(QStringLiteral("tmp")));
+    QVERIFY(temporary.mkpath(QStringLiteral(".")));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), temporary.path());
+    const auto start = [&](QProcess &player, const QStringList &arguments) {
+        player.setProcessEnvironment(environment);
+        player.setWorkingDirectory(m_directory->path());
+        player.start(QStringLiteral(PANELHOST), QStringList{QStringLiteral("play")} + arguments);
+    };
+    const auto left = [&temporary] {
+        return temporary.entryList({QStringLiteral("panelhost*")}, QDir::AllEntries | QDir::Hidden);
+    };
+    const QString scenario = write(QStringLiteral("a.yaml"), "device: {usb-stick: temporary}\nsteps:\n  - wait: 24h\n");
+    QProcess killed;
+    start(killed, {scenario, QStringLiteral("--realtime")});
+    QTRY_COMPARE_WITH_TIMEOUT(left().size(), 1, 60000);
+    const QString lock = temporary.filePath(left().first() + QStringLiteral("/lock"));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(lock), 60000);
+    kill(static_cast<pid_t>(killed.processId()), SIGKILL);
+    QVERIFY(killed.waitForFinished());
+    QVERIFY(QFile::exists(lock));
+    QProcess next;
+    start(next, {write(QStringLiteral("b.yaml"), Passing)});
+    QVERIFY(next.waitForFinished());
+    QCOMPARE(next.exitCode(), 0);
+    QCOMPARE(left(), QStringList());
+}
+
 /// The largest resident size, in KiB, of a process that plays that many hours of aging.
 long CommandsTest::mostMemory(int hours)
 {
@@ -708,6 +744,75 @@ void CommandsTest::reportBeginsWithFailures()
     QCOMPARE(html.count("alt=\"failure\""), 1);
     QVERIFY(read(QStringLiteral("shots/failing-failure.png")).startsWith("\x89PNG"));
     QVERIFY(!QFile::exists(m_directory->filePath(QStringLiteral("shots/passing-failure.png"))));
+}
+
+void CommandsTest::reportIsReadableInBothThemes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("ground");
+    const QPair<const char *, const char *> pairs[] = {{"text", "ground"},
+                                                       {"text", "card"},
+                                                       {"dim", "ground"},
+                                                       {"dim", "card"},
+                                                       {"link", "card"},
+                                                       {"link", "soft"},
+                                                       {"text", "soft"},
+                                                       {"text", "page"},
+                                                       {"text", "failed-soft"},
+                                                       {"passed", "passed-ground"},
+                                                       {"passed", "ground"},
+                                                       {"running", "running-ground"},
+                                                       {"failed", "failed-ground"},
+                                                       {"failed", "ground"},
+                                                       {"dim", "page"},
+                                                       {"failed", "failed-soft"}};
+    for (const auto &pair : pairs)
+        QTest::addRow("%s on %s", pair.first, pair.second)
+            << QString::fromLatin1(pair.first) << QString::fromLatin1(pair.second);
+}
+
+// As the guidelines for accessible web pages define it.
+static double contrast(const QColor &a, const QColor &b)
+{
+    const auto luminance = [](const QColor &color) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    const double lighter = qMax(luminance(a), luminance(b));
+    const double darker = qMin(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+// All colors are variables, with one value for light and one for dark pages.
+void CommandsTest::reportIsReadableInBothThemes()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, ground);
+    write(QStringLiteral("a.yaml"), Failing);
+    QCOMPARE(run({QStringLiteral("play"), QStringLiteral("a.yaml"), QStringLiteral("--report"), QStringLiteral("out")})
+                 .status,
+             1);
+    const QString html = QString::fromUtf8(read(QStringLiteral("out/report.html")));
+    QVERIFY(html.contains(QStringLiteral("color-scheme: light dark")));
+    QVERIFY(html.contains(QStringLiteral("<h3>Not played: 1 step</h3><table class=\"steps not-played\">")));
+    const auto valuesOf = [&html](const QString &name) {
+        QList<QColor> values;
+        auto found = QRegularExpression(QStringLiteral("--%1: (#[0-9a-f]{6});").arg(name)).globalMatch(html);
+        while (found.hasNext())
+            values << QColor(found.next().captured(1));
+        return values;
+    };
+    const QList<QColor> texts = valuesOf(text);
+    const QList<QColor> grounds = valuesOf(ground);
+    QCOMPARE(texts.size(), 2);
+    QCOMPARE(grounds.size(), 2);
+    QVERIFY(grounds.at(0).lightness() > 200 && grounds.at(1).lightness() < 60);
+    for (int theme = 0; theme < 2; ++theme) {
+        const double found = contrast(texts.at(theme), grounds.at(theme));
+        QVERIFY2(found >= 4.5, qPrintable(QString::number(found)));
+    }
 }
 
 void CommandsTest::reportLinksStepsScreensAndJournal()
