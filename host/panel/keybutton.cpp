@@ -11,14 +11,15 @@ namespace panelhost {
 
 constexpr int CaptionSize = 10; ///< the same for all keys, in pixels
 
-// Breaks the caption after the word that still fits. Elides the second line.
-QString keyCaption(const QString &text, int width)
+// Breaks the caption after the word that still fits, if there is room for two lines. Elides the last line.
+QString keyCaption(const QString &text, const QSize &room, double scale)
 {
-    const QFontMetrics metrics(theme::font(CaptionSize, true));
+    const QFontMetrics metrics(theme::captionFont(scale, CaptionSize, true));
+    const int width = room.width();
     const auto fits = [&](const QString &line) { return metrics.horizontalAdvance(line) <= width; };
     if (fits(text))
         return text;
-    int end = text.size();
+    int end = 2 * metrics.height() <= room.height() ? text.size() : 0;
     while (end > 0 && !fits(text.left(end).trimmed()))
         end = text.lastIndexOf(QLatin1Char(' '), end - 1);
     if (end <= 0)
@@ -107,8 +108,9 @@ void KeyButton::paintEvent(QPaintEvent *)
     theme::drawRecess(painter, area(), theme::RecessEdge);
     theme::drawCap(painter, area(), capColor(), isDown());
     painter.setPen(theme::textColorOn(capColor()));
-    painter.setFont(theme::font(CaptionSize, true));
-    painter.drawText(area(), Qt::AlignCenter, keyCaption(caption(), area().width() - 4));
+    painter.setFont(theme::captionFont(scale(), CaptionSize, true));
+    const QSize room = area().size() - QSize(4, 0);
+    painter.drawText(area(), Qt::AlignCenter | Qt::TextDontClip, keyCaption(caption(), room, scale()));
 }
 
 void KeyButton::trigger(OperatorAction::Kind kind)

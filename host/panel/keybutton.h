@@ -7,8 +7,9 @@
 
 namespace panelhost {
 
-/// Returns @p text as the caption of a key: on one or two lines of @p width unscaled pixels, elided if it is longer.
-QString keyCaption(const QString &text, int width);
+/// Returns @p text as the caption of a key at @p scale: on one or two lines in @p room, in unscaled pixels, elided if
+/// it is longer.
+QString keyCaption(const QString &text, const QSize &room, double scale = 1);
 
 /// A key of the panel with its LED. A click presses the key, a long press holds it until the mouse button is released,
 /// and the right mouse button holds it until the next click.

@@ -35,6 +35,16 @@ QSize NavigationButton::naturalSize() const
     return {6 * Grid, 5 * Grid};
 }
 
+// As large as on the other captions, as long as it fits.
+QFont NavigationButton::signFont() const
+{
+    const int natural = m_sign.size() > 1 ? 11 : 14;
+    QFont font = theme::captionFont(scale(), natural, true);
+    while (font.pixelSize() > natural && QFontMetrics(font).horizontalAdvance(m_sign) > area().width() - 4)
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
 void NavigationButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -42,7 +52,7 @@ void NavigationButton::paintEvent(QPaintEvent *)
     theme::drawRecess(painter, area(), theme::RecessEdge);
     theme::drawCap(painter, area(), QColor(theme::Cap), m_isDown);
     painter.setPen(QColor(theme::TextColor));
-    painter.setFont(theme::font(m_sign.size() > 1 ? 11 : 14, true));
+    painter.setFont(signFont());
     painter.drawText(area(), Qt::AlignCenter, m_sign);
 }
 

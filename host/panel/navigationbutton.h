@@ -22,6 +22,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    QFont signFont() const;
+
     QString m_key;
     QString m_sign;
     bool m_isDown = false;

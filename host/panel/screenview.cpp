@@ -77,6 +77,7 @@ void ScreenView::setState(int brightness, const TestPattern &pattern)
     m_brightness = brightness;
     m_pattern = pattern;
     setAccessibleName(tr("Screen %1, brightness %2 %").arg(m_index + 1).arg(brightness));
+    setToolTip(accessibleName());
     if (!isSame)
         update();
 }
@@ -104,8 +105,10 @@ void ScreenView::paintEvent(QPaintEvent *)
     const int dark = 255 * (100 - qBound(0, m_brightness, 100)) / 100;
     painter.fillRect(screenRect, QColor(0, 0, 0, dark));
     const QRect caption(0, frame.bottom() + 1, area().width(), 2 * theme::Grid);
-    theme::drawCaption(painter, caption, Qt::AlignLeft | Qt::AlignBottom, tr("SCREEN %1").arg(m_index + 1));
-    theme::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, QStringLiteral("%1 %").arg(m_brightness));
+    const QString level = QStringLiteral("%1 %").arg(m_brightness);
+    theme::drawCaption(painter, caption, Qt::AlignRight | Qt::AlignBottom, level);
+    const QRect name = caption.adjusted(0, 0, -painter.fontMetrics().horizontalAdvance(level) - theme::Grid / 2, 0);
+    theme::drawCaption(painter, name, Qt::AlignLeft | Qt::AlignBottom, tr("SCREEN %1").arg(m_index + 1));
 }
 
 }

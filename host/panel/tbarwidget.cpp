@@ -20,6 +20,7 @@ TBarWidget::TBarWidget(QWidget *parent) : Control(QStringLiteral("tbar"), parent
     keepTranslated(this, [this] {
         setDescription(tr("T-Bar"));
         setHelp(tr("Drag, wheel or arrow keys: move. Home: bottom. End: top."));
+        showStateHelp();
     });
 }
 
@@ -33,7 +34,7 @@ void TBarWidget::setState(const TBarState &bar)
     if (bar == m_bar)
         return;
     m_bar = bar;
-    setStateHelp(bar.failure);
+    showStateHelp();
     announceState();
     update();
 }
@@ -138,6 +139,14 @@ static QString hintOf(const TBarState &bar)
     return bar.isAt(TBarEnd::Bottom) ? TBarWidget::tr("at the bottom") : TBarWidget::tr("move to the bottom");
 }
 
+// The text below the bar as a whole: a small panel elides it.
+void TBarWidget::showStateHelp()
+{
+    QStringList lines{m_bar.failure, hintOf(m_bar)};
+    lines.removeAll(QString());
+    setStateHelp(lines.join(QLatin1Char('\n')));
+}
+
 // From top to bottom: the position, what to do next, and what has failed.
 void TBarWidget::drawFoot(QPainter &painter) const
 {
@@ -145,10 +154,10 @@ void TBarWidget::drawFoot(QPainter &painter) const
     theme::drawCaption(painter, line, Qt::AlignCenter, QStringLiteral("%1 %").arg(qRound(m_bar.position * 100)));
     const bool isReady = m_bar.step.isEmpty() && !m_bar.target;
     const bool isInPlace = m_bar.step.isEmpty() && m_bar.target && m_bar.isAt(*m_bar.target);
-    painter.setPen(QColor(isReady ? theme::DimTextColor : isInPlace ? theme::Green : theme::Amber));
-    painter.drawText(line.translated(0, 2 * Grid), Qt::AlignCenter, hintOf(m_bar));
-    painter.setPen(QColor(theme::Red));
-    painter.drawText(line.translated(0, 4 * Grid), Qt::AlignCenter, m_bar.failure.section(QLatin1Char(':'), 0, 0));
+    const QRgb hintColor = isReady ? theme::DimTextColor : isInPlace ? theme::Green : theme::Amber;
+    theme::drawCaption(painter, line.translated(0, 2 * Grid), Qt::AlignCenter, hintOf(m_bar), hintColor);
+    const QString failure = m_bar.failure.section(QLatin1Char(':'), 0, 0);
+    theme::drawCaption(painter, line.translated(0, 4 * Grid), Qt::AlignCenter, failure, theme::Red);
 }
 
 void TBarWidget::paintEvent(QPaintEvent *)

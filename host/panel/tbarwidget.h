@@ -36,6 +36,7 @@ private:
     void drawScale(QPainter &painter) const;
     void drawTarget(QPainter &painter) const;
     void drawFoot(QPainter &painter) const;
+    void showStateHelp();
     void drawSlider(QPainter &painter, const QPoint &center) const;
     void drawFader(QPainter &painter, const QPoint &center) const;
 

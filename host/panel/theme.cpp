@@ -3,6 +3,7 @@
 #include "panel/windowtheme.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QtMath>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
@@ -56,11 +57,19 @@ void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool i
     painter.drawRoundedRect(cap, Radius, Radius);
 }
 
-void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text)
+QFont captionFont(double scale, int pixels, bool bold)
 {
-    painter.setFont(font(11));
-    painter.setPen(QColor(DimTextColor));
-    painter.drawText(rect, flags, text);
+    // Pixels of the screen. Bold captions are capital letters; others can be Chinese or Japanese.
+    const double minimum = bold ? 7 : 9;
+    return font(qMax(pixels, qCeil(minimum / scale)), bold);
+}
+
+void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text, QRgb color)
+{
+    painter.setFont(captionFont(painter.worldTransform().m11(), 11));
+    painter.setPen(QColor(color));
+    const QString elided = painter.fontMetrics().elidedText(text, Qt::ElideRight, qCeil(rect.width()));
+    painter.drawText(rect, flags | Qt::TextDontClip, elided);
 }
 
 namespace {

@@ -44,8 +44,11 @@ QColor textColorOn(const QColor &ground);
 void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground = Recess);
 /// Draws a cap with the color @p ground, raised or pressed.
 void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool isDown);
-/// Draws a small caption.
-void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text);
+/// Returns the font of a caption of the panel with @p pixels at scale 1. It isn't scaled below what can be read: at a
+/// smaller @p scale it is larger, in the coordinates of the panel.
+QFont captionFont(double scale, int pixels, bool bold = false);
+/// Draws a small caption at the scale of @p painter. Elides a text that is wider than @p rect.
+void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text, QRgb color = DimTextColor);
 
 /// Sets the colors of all tool tips.
 void applyToToolTips();

@@ -32,7 +32,6 @@ HistoryPane::HistoryPane(const SessionHistory &history, QWidget *parent)
       m_panel(std::make_unique<FrontPanel>(history.device(0), m_lcd.get(), nullptr))
 {
     setObjectName(QStringLiteral("history-pane"));
-    m_panel->resize(m_panel->sizeHint());
     showLine(0);
 }
 
@@ -42,28 +41,27 @@ void HistoryPane::showLine(qint64 line)
 {
     m_lcd->setPicture(m_history.lcd(line));
     m_panel->setState(m_history.device(line), m_history.timeOf(line));
-    m_picture = m_panel->grab();
     update();
 }
 
 QSize HistoryPane::sizeHint() const
 {
-    return m_panel->size();
+    return m_panel->sizeHint();
 }
 
 QSize HistoryPane::minimumSizeHint() const
 {
-    return m_panel->size() / 4;
+    return m_panel->minimumSizeHint();
+}
+
+void HistoryPane::resizeEvent(QResizeEvent *)
+{
+    m_panel->resize(size());
 }
 
 void HistoryPane::paintEvent(QPaintEvent *)
 {
-    QRect place(QPoint(), m_panel->size().scaled(size(), Qt::KeepAspectRatio));
-    place.moveCenter(rect().center());
-    QPainter painter(this);
-    painter.fillRect(rect(), QColor(theme::colors().window));
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(place, m_picture);
+    QPainter(this).drawPixmap(0, 0, m_panel->grab());
 }
 
 }

@@ -12,7 +12,7 @@ namespace panelhost {
 class FrontPanel;
 class LcdPicture;
 
-/// Shows the front panel as it was at a moment of a session, scaled to the size of the widget. Takes no input.
+/// Shows the front panel as it was at a moment of a session, as large as the widget. Takes no input.
 class HistoryPane : public QWidget
 {
     Q_OBJECT
@@ -30,12 +30,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     const SessionHistory &m_history;
     std::unique_ptr<LcdPicture> m_lcd;   ///< must outlive the panel
     std::unique_ptr<FrontPanel> m_panel; ///< never shown itself, only painted
-    QPixmap m_picture;
 };
 
 }

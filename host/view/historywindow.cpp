@@ -12,6 +12,7 @@
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QToolBar>
 
 #include <algorithm>
@@ -23,7 +24,7 @@ using Direction = SessionHistory::Direction;
 
 namespace {
 
-constexpr int ListHeight = 22 * Grid;
+constexpr int LineCount = 12; ///< lines of the journal that are shown in a large window
 
 Milliseconds longest(const HistoryWindow::Histories &histories)
 {
@@ -33,19 +34,31 @@ Milliseconds longest(const HistoryWindow::Histories &histories)
     return duration;
 }
 
+// Adds a row of widgets to @p parts.
+QBoxLayout *addRow(QSplitter &parts)
+{
+    auto *part = new QWidget(&parts);
+    auto *row = new QHBoxLayout(part);
+    row->setContentsMargins(0, 0, 0, 0);
+    return row;
+}
+
 }
 
 HistoryWindow::HistoryWindow(const Histories &histories)
-    : m_steps(new QToolBar(this)), m_time(new QLabel), m_message(new QLabel)
+    : m_steps(new QToolBar(this)), m_takeOver(new QToolBar(this)), m_time(new QLabel), m_message(new QLabel)
 {
     theme::applyTo(this);
     auto *content = new QWidget(this);
     content->setObjectName(QStringLiteral("history"));
     auto *column = new QVBoxLayout(content);
-    auto *panes = new QHBoxLayout;
-    auto *lists = new QHBoxLayout;
-    column->addLayout(panes, 1);
-    column->addLayout(lists);
+    m_parts = new QSplitter(Qt::Vertical, content);
+    m_parts->setObjectName(QStringLiteral("history-parts"));
+    m_parts->setChildrenCollapsible(false);
+    connect(m_parts, &QSplitter::splitterMoved, this, [this] { m_arrangesParts = false; });
+    QBoxLayout *panes = addRow(*m_parts);
+    QBoxLayout *lists = addRow(*m_parts);
+    column->addWidget(m_parts, 1);
     for (const auto &history : histories)
         addSide(*history, longest(histories), panes, lists);
     for (const Side &side : m_sides)
@@ -60,6 +73,7 @@ HistoryWindow::HistoryWindow(const Histories &histories)
     showTime(0);
     constexpr int Frame = 4 * Grid; // of the window manager
     resize(QSize(1280, 800).boundedTo(screen()->availableSize() - QSize(0, Frame)));
+    placeParts();
 }
 
 HistoryWindow::~HistoryWindow() = default;
@@ -71,7 +85,7 @@ void HistoryWindow::addSide(const SessionHistory &history, Milliseconds duration
     side.pane = new HistoryPane(history, this);
     side.model = new HistoryLineModel(history, this);
     side.lines = new LineList(QStringLiteral("history-lines"), side.model);
-    side.lines->setFixedHeight(ListHeight);
+    side.lines->setMinimumHeight(3 * side.lines->sizeHintForRow(0));
     side.timeline = new TimelineBar(history, duration, this);
     panes->addWidget(side.pane, 1);
     lists->addWidget(side.lines, 1);
@@ -88,10 +102,10 @@ void HistoryWindow::addSide(const SessionHistory &history, Milliseconds duration
     m_sides.push_back(side);
 }
 
-QAction *HistoryWindow::addStep(const char *name, const QString &text, const QKeySequence &key,
+QAction *HistoryWindow::addStep(QToolBar *bar, const char *name, const QString &text, const QKeySequence &key,
                                 const std::function<qint64()> &find)
 {
-    auto *action = m_steps->addAction(text);
+    auto *action = bar->addAction(text);
     action->setObjectName(QString::fromLatin1(name));
     action->setShortcut(key);
     action->setToolTip(QStringLiteral("%1 (%2)").arg(text, key.toString(QKeySequence::NativeText)));
@@ -118,15 +132,22 @@ void HistoryWindow::addSteps()
     const auto line = [this](int distance) {
         return qBound<qint64>(1, active().line + distance, active().history->lineCount());
     };
-    addStep("previous-event", tr("◀ Event"), Qt::CTRL + Qt::Key_Left, [=] { return marker(Direction::Back); });
-    addStep("previous-screen", tr("◀ Screen"), Qt::SHIFT + Qt::Key_Left, [=] { return screen(Direction::Back); });
-    addStep("previous-line", tr("◀ Line"), Qt::Key_Left, [=] { return line(-1); });
+    addStep(m_steps, "previous-event", tr("◀ Event"), Qt::CTRL + Qt::Key_Left, [=] { return marker(Direction::Back); });
+    addStep(m_steps, "previous-screen", tr("◀ Screen"), Qt::SHIFT + Qt::Key_Left,
+            [=] { return screen(Direction::Back); });
+    addStep(m_steps, "previous-line", tr("◀ Line"), Qt::Key_Left, [=] { return line(-1); });
     m_time->setObjectName(QStringLiteral("history-time"));
     m_time->setMargin(Grid);
+    // The buttons don't move while the time gets longer.
+    for (const Side &side : m_sides) {
+        m_time->setText(timeOf(*side.history, side.history->lineCount()));
+        m_time->setMinimumWidth(qMax(m_time->minimumWidth(), m_time->sizeHint().width()));
+    }
     m_steps->addWidget(m_time);
-    addStep("next-line", tr("Line ▶"), Qt::Key_Right, [=] { return line(1); });
-    addStep("next-screen", tr("Screen ▶"), Qt::SHIFT + Qt::Key_Right, [=] { return screen(Direction::Forward); });
-    addStep("next-event", tr("Event ▶"), Qt::CTRL + Qt::Key_Right, [=] { return marker(Direction::Forward); });
+    addStep(m_steps, "next-line", tr("Line ▶"), Qt::Key_Right, [=] { return line(1); });
+    addStep(m_steps, "next-screen", tr("Screen ▶"), Qt::SHIFT + Qt::Key_Right,
+            [=] { return screen(Direction::Forward); });
+    addStep(m_steps, "next-event", tr("Event ▶"), Qt::CTRL + Qt::Key_Right, [=] { return marker(Direction::Forward); });
 }
 
 void HistoryWindow::compare()
@@ -138,7 +159,8 @@ void HistoryWindow::compare()
         return;
     }
     m_difference = firstDifference(*m_sides[0].history, *m_sides[1].history);
-    QAction *action = addStep("first-difference", tr("First difference"), Qt::Key_D, [this] { return m_difference; });
+    QAction *action =
+        addStep(m_takeOver, "first-difference", tr("First difference"), Qt::Key_D, [this] { return m_difference; });
     action->setEnabled(m_difference > 0);
     if (m_difference == 0) {
         m_message->setText(tr("The two sessions have the same journal."));
@@ -153,17 +175,54 @@ void HistoryWindow::compare()
 
 void HistoryWindow::addTakeOver()
 {
+    m_takeOver->setObjectName(QStringLiteral("history-take-over"));
+    m_takeOver->setMovable(false);
+    addToolBar(Qt::BottomToolBarArea, m_takeOver);
     auto *space = new QWidget;
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_steps->addWidget(space);
+    m_takeOver->addWidget(space);
     const auto add = [this](const char *name, const QString &text, bool isRecorded) {
-        auto *action = m_steps->addAction(text);
+        auto *action = m_takeOver->addAction(text);
         action->setObjectName(QString::fromLatin1(name));
         connect(action, &QAction::triggered, this,
                 [this, isRecorded] { Q_EMIT takeOverRequested(m_sides.front().line, isRecorded); });
     };
     add("take-over", tr("Take over here"), false);
     add("take-over-recorded", tr("Take over and record…"), true);
+}
+
+// In a row of its own if the window is too narrow for one row.
+void HistoryWindow::placeTakeOver()
+{
+    const bool isNarrow = m_steps->sizeHint().width() + m_takeOver->sizeHint().width() > width();
+    if (isNarrow && !toolBarBreak(m_takeOver))
+        insertToolBarBreak(m_takeOver);
+    else if (!isNarrow && toolBarBreak(m_takeOver))
+        removeToolBarBreak(m_takeOver);
+}
+
+// Most of the room is for the panel.
+void HistoryWindow::placeParts()
+{
+    if (!m_arrangesParts)
+        return;
+    const int listHeight = qMin(LineCount * m_sides.front().lines->sizeHintForRow(0), height() / 6);
+    m_parts->setSizes({height() - listHeight, listHeight});
+}
+
+void HistoryWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    placeTakeOver();
+    placeParts();
+}
+
+QString HistoryWindow::timeOf(const SessionHistory &history, qint64 line) const
+{
+    return tr("%1 of %2   line %3 of %4")
+        .arg(timeText(history.timeOf(line)), timeText(history.duration()))
+        .arg(line)
+        .arg(history.lineCount());
 }
 
 void HistoryWindow::showTime(Milliseconds at)
@@ -210,10 +269,7 @@ void HistoryWindow::updateTitle()
     for (const Side &side : m_sides)
         titles << side.history->title();
     setWindowTitle(titles.join(QStringLiteral(" – ")) + QStringLiteral(" – panelhost"));
-    m_time->setText(tr("%1 of %2   line %3 of %4")
-                        .arg(timeText(active().history->timeOf(active().line)), timeText(active().history->duration()))
-                        .arg(active().line)
-                        .arg(active().history->lineCount()));
+    m_time->setText(timeOf(*active().history, active().line));
 }
 
 }

@@ -11,6 +11,7 @@ class QAction;
 class QBoxLayout;
 class QLabel;
 class QListView;
+class QSplitter;
 class QToolBar;
 
 namespace panelhost {
@@ -44,6 +45,9 @@ Q_SIGNALS:
     /// shall be recorded.
     void takeOverRequested(qint64 line, bool isRecorded);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     /// What is shown of a session.
     struct Side
@@ -58,9 +62,12 @@ private:
 
     void addSide(const SessionHistory &history, Milliseconds duration, QBoxLayout *panes, QBoxLayout *lists);
     void addSteps();
-    QAction *addStep(const char *name, const QString &text, const QKeySequence &key,
+    QAction *addStep(QToolBar *bar, const char *name, const QString &text, const QKeySequence &key,
                      const std::function<qint64()> &find);
     void addTakeOver();
+    void placeTakeOver();
+    void placeParts();
+    QString timeOf(const SessionHistory &history, qint64 line) const;
     void compare();
     void update(int index, qint64 line);
     void updateTitle();
@@ -69,6 +76,9 @@ private:
     std::vector<Side> m_sides;
     int m_active = 0; ///< the session to which steps refer: the one that was used last
     QToolBar *m_steps;
+    QToolBar *m_takeOver;
+    QSplitter *m_parts = nullptr;
+    bool m_arrangesParts = true; ///< until the user moves the border between them
     QLabel *m_time;
     QLabel *m_message;
     qint64 m_difference = 0; ///< first line that differs; 0: there is none

@@ -8,6 +8,7 @@
 #include "view/historypane.h"
 #include "view/historywindow.h"
 #include "view/timelinebar.h"
+#include "window/windowlanguage.h"
 
 #include <QtGui/QScreen>
 #include <QtGui/QTextDocument>
@@ -17,6 +18,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QToolBar>
 
 using namespace panelhost;
 
@@ -33,6 +36,9 @@ private Q_SLOTS:
     void cleanup();
     void beginsAtTheBeginning();
     void fitsTheScreen();
+    void everythingIsSeenInASmallWindow_data();
+    void everythingIsSeenInASmallWindow();
+    void theListIsAsHighAsTheUserWants();
     void stepsGoToLinesScreensAndEvents();
     void stepsStopAtTheEnds();
     void aClickOnTheTimelineSelectsATime();
@@ -120,6 +126,60 @@ void HistoryWindowTest::fitsTheScreen()
     const QSize free = m_window->screen()->availableSize();
     QVERIFY2(m_window->width() <= free.width() && m_window->height() < free.height(),
              qPrintable(QStringLiteral("%1x%2").arg(m_window->width()).arg(m_window->height())));
+}
+
+void HistoryWindowTest::everythingIsSeenInASmallWindow_data()
+{
+    QTest::addColumn<QString>("language");
+    const QStringList languages = windowLanguages();
+    for (const QString &language : languages)
+        QTest::newRow(qPrintable(language)) << language;
+}
+
+// On a screen with twice the resolution, for example: all buttons, and more of the panel than of the journal.
+void HistoryWindowTest::everythingIsSeenInASmallWindow()
+{
+    QFETCH(QString, language);
+    setWindowLanguage(language);
+    const auto restore = qScopeGuard([] { setWindowLanguage(QStringLiteral("en")); });
+    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    m_window->resize(960, 500);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->width(), 960);
+    const auto actions = m_window->findChildren<QAction *>();
+    for (const QAction *action : actions) {
+        const auto *bar = qobject_cast<QToolBar *>(action->parentWidget());
+        const QWidget *button = bar ? bar->widgetForAction(const_cast<QAction *>(action)) : nullptr;
+        if (button && !action->objectName().isEmpty())
+            QVERIFY2(button->isVisible(), qPrintable(action->objectName()));
+    }
+    const auto *pane = m_window->findChild<HistoryPane *>();
+    const auto *lines = m_window->findChild<QListView *>(QStringLiteral("history-lines"));
+    QVERIFY2(pane->height() > 2 * lines->height() && lines->height() >= 3 * lines->sizeHintForRow(0),
+             qPrintable(QStringLiteral("%1 and %2").arg(pane->height()).arg(lines->height())));
+    m_window->resize(1900, 800);
+    QCoreApplication::processEvents();
+    const auto *takeOver = m_window->findChild<QToolBar *>(QStringLiteral("history-take-over"));
+    QCOMPARE(takeOver->y(), m_window->findChild<QToolBar *>(QStringLiteral("history-steps"))->y());
+}
+
+void HistoryWindowTest::theListIsAsHighAsTheUserWants()
+{
+    auto *parts = m_window->findChild<QSplitter *>(QStringLiteral("history-parts"));
+    const auto *lines = m_window->findChild<QListView *>(QStringLiteral("history-lines"));
+    const int before = lines->height();
+    auto *border = parts->handle(1);
+    QTest::mousePress(border, Qt::LeftButton, {}, border->rect().center());
+    const QPointF up = border->rect().center() - QPoint(0, 100);
+    QMouseEvent move(QEvent::MouseMove, up, border->mapToGlobal(up.toPoint()), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(border, &move);
+    QTest::mouseRelease(border, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    QVERIFY2(lines->height() > before + 50, qPrintable(QString::number(lines->height())));
+    const int chosen = lines->height();
+    m_window->resize(m_window->size() + QSize(0, 10));
+    QCoreApplication::processEvents();
+    QVERIFY(qAbs(lines->height() - chosen) <= 10);
 }
 
 void HistoryWindowTest::stepsGoToLinesScreensAndEvents()

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void unnamedKeyShowsItsNumber();
     void captionIsBrokenOrElided_data();
     void captionIsBrokenOrElided();
+    void captionStaysReadable();
 };
 
 static QImage picture(KeyButton &button, const KeyState &key, Milliseconds now = 0)
@@ -161,7 +162,19 @@ void TestKeyButton::captionIsBrokenOrElided_data()
 void TestKeyButton::captionIsBrokenOrElided()
 {
     QFETCH(QString, name);
-    QTEST(keyCaption(name, 48), "caption");
+    QTEST(keyCaption(name, {48, 40}), "caption");
+}
+
+// On a small panel the caption is shorter rather than smaller. What is elided is in the tool tip.
+void TestKeyButton::captionStaysReadable()
+{
+    QCOMPARE(keyCaption(QStringLiteral("RECORD"), {48, 40}, 0.8), QStringLiteral("RECORD"));
+    const QString small = keyCaption(QStringLiteral("RECORD"), {48, 40}, 0.5);
+    QVERIFY2(small.startsWith(QLatin1Char('R')) && small.endsWith(QChar(0x2026)), qPrintable(small));
+    QCOMPARE(keyCaption(QStringLiteral("PGM 12"), {48, 40}, 0.5), QStringLiteral("PGM\n12"));
+    QCOMPARE(keyCaption(QStringLiteral("PGM 12"), {48, 40}, 0.3).count(QLatin1Char('\n')), 0);
+    KeyButton button(sampleKey(7, QStringLiteral("RECORD")), nullptr);
+    QVERIFY(button.toolTip().startsWith(QStringLiteral("RECORD")));
 }
 
 QTEST_MAIN(TestKeyButton)

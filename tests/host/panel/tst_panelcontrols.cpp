@@ -49,6 +49,7 @@ private Q_SLOTS:
     void arrowKeysMoveTheTbar();
     void otherActions();
     void faultsAreMarked();
+    void captionsStayReadable();
     void screenDims();
     void screenShowsPattern_data();
     void screenShowsPattern();
@@ -441,6 +442,34 @@ void TestPanelControls::faultsAreMarked()
     QCOMPARE(key->stateText(), QStringLiteral("dark, fault"));
     key->setFaults({});
     QCOMPARE(key->grab().toImage(), before);
+}
+
+// At any scale of the panel; a text without room is elided, and whole in the tool tip.
+void TestPanelControls::captionsStayReadable()
+{
+    QCOMPARE(theme::captionFont(1, 11), theme::font(11));
+    for (const double scale : {0.25, 0.5, 0.7, 0.8})
+        QVERIFY2(theme::captionFont(scale, 11).pixelSize() * scale >= 9, qPrintable(QString::number(scale)));
+    TBarWidget bar(nullptr);
+    bar.setScale(0.5);
+    bar.resize(bar.sizeHint());
+    const auto pixels = [&bar](TBarEnd target) {
+        TBarState state;
+        state.target = target;
+        bar.setState(state);
+        const QImage picture = bar.grab({0, bar.height() - 5 * theme::Grid / 2, bar.width(), theme::Grid}).toImage();
+        const auto isLit = [&picture](int x) {
+            for (int y = 0; y < picture.height(); ++y)
+                if (picture.pixelColor(x, y).hsvSaturation() > 120)
+                    return true;
+            return false;
+        };
+        return isLit(0) || isLit(picture.width() - 1);
+    };
+    QVERIFY(!pixels(TBarEnd::Bottom));
+    QVERIFY2(bar.toolTip().contains(QStringLiteral("at the bottom")), qPrintable(bar.toolTip()));
+    QVERIFY(!pixels(TBarEnd::Top));
+    QVERIFY2(bar.toolTip().contains(QStringLiteral("move to the top")), qPrintable(bar.toolTip()));
 }
 
 void TestPanelControls::screenDims()
