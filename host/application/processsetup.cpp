@@ -5,14 +5,27 @@
 
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
-#include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QProxyStyle>
 
 #include <csignal>
 
 namespace panelhost {
 
 namespace {
+
+/// The buttons of dialogs have no icons: those of Qt are dark, and can't be seen in the dark theme.
+class ApplicationStyle : public QProxyStyle
+{
+public:
+    using QProxyStyle::QProxyStyle;
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returned) const override
+    {
+        const bool isIcons = hint == SH_DialogButtonBox_ButtonsHaveIcons;
+        return isIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 QtMessageHandler defaultHandler = nullptr;
 bool hasDarkSystem = false;
@@ -57,7 +70,7 @@ bool isSystemDark()
 void prepareApplication()
 {
     hasDarkSystem = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ApplicationStyle(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
     nameApplication();
     // A blinking text cursor and animations would run in virtual time.

@@ -11,6 +11,8 @@
 
 namespace panelhost {
 
+constexpr Milliseconds MaxWithMilliseconds = 1000LL * 3600 * 1000; ///< there is no room for them from then on
+
 SpeedBar::SpeedBar(QWidget *parent) : QWidget(parent), m_clock(new QLabel)
 {
     setObjectName(QStringLiteral("speed-bar"));
@@ -65,7 +67,8 @@ void SpeedBar::setSpeed(double factor)
 
 void SpeedBar::setNow(Milliseconds now)
 {
-    m_clock->setText(timeText(now));
+    const bool isShort = now < MaxWithMilliseconds;
+    m_clock->setText(isShort ? timeText(now) : timeText(now).section(QLatin1Char('.'), 0, 0));
 }
 
 }

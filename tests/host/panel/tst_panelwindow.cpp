@@ -14,6 +14,7 @@
 #include "window/journalview.h"
 #include "window/panelwindow.h"
 #include "window/problemdialog.h"
+#include "window/speedbar.h"
 #include "window/themechoice.h"
 #include "window/windowfiles.h"
 #include "window/windowlanguage.h"
@@ -29,6 +30,7 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTextBrowser>
@@ -78,6 +80,7 @@ private Q_SLOTS:
     void activatedWhileATestRuns();
     void homeAndEndMoveInTheMenu();
     void speedHasShortcuts();
+    void theClockIsNeverCutOff();
     void stepGoesToTheNextLine();
     void savesWhatHappened_data();
     void savesWhatHappened();
@@ -92,6 +95,7 @@ private Q_SLOTS:
     void ctrlFFindsInTheJournal();
     void oneTimeFormat();
     void themeIsChosen();
+    void placeholdersAreDimmed();
     void dialogsHaveTheTheme();
     void dialogsFitTheWindow();
     void settingsAreRemembered();
@@ -622,6 +626,23 @@ void TestPanelWindow::speedHasShortcuts()
 }
 
 // The aging test changes something in each of its steps.
+// However long a session is.
+void TestPanelWindow::theClockIsNeverCutOff()
+{
+    auto *bar = m_window->findChild<SpeedBar *>();
+    const auto *clock = m_window->findChild<QLabel *>(QStringLiteral("clock"));
+    const QPair<Milliseconds, const char *> times[] = {{3599999999, "999:59:59.999"},
+                                                       {3600000000, "1000:00:00"},
+                                                       {359999999999, "99999:59:59"},
+                                                       {3599999999999, "999999:59:59"}};
+    for (const auto &time : times) {
+        bar->setNow(time.first);
+        QCOMPARE(clock->text(), QString::fromLatin1(time.second));
+        QCoreApplication::processEvents();
+        QVERIFY2(clock->sizeHint().width() <= clock->width(), time.second);
+    }
+}
+
 void TestPanelWindow::stepGoesToTheNextLine()
 {
     QTest::keyClick(m_window.get(), Qt::Key_Return);
@@ -897,6 +918,42 @@ void TestPanelWindow::themeIsChosen()
     QCOMPARE(colorsOf(), dark);
 }
 
+// Returns how much the most visible pixel inside the frame of @p field differs from its ground.
+static int contrastIn(QLineEdit &field)
+{
+    const QImage picture = field.grab(field.rect().adjusted(4, 4, -4, -4)).toImage();
+    const int ground = qGray(picture.pixel(0, 0));
+    int contrast = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            contrast = qMax(contrast, qAbs(qGray(picture.pixel(x, y)) - ground));
+    return contrast;
+}
+
+// In both themes: seen, but not mistaken for a text that was entered.
+void TestPanelWindow::placeholdersAreDimmed()
+{
+    m_window->askForUnits({}, QString());
+    m_window->findChild<JournalView *>()->show();
+    for (const char *theme : {"light", "dark"}) {
+        setThemeChoice(QString::fromLatin1(theme));
+        for (const char *name : {"unit-input", "journal-text"}) {
+            auto *field = m_window->findChild<QLineEdit *>(QString::fromLatin1(name));
+            QVERIFY2(field && !field->placeholderText().isEmpty(), name);
+            field->clearFocus();
+            const int placeholder = contrastIn(*field);
+            field->setText(field->placeholderText());
+            const int text = contrastIn(*field);
+            field->clear();
+            QVERIFY2(placeholder * 4 < text * 3 && placeholder * 2 > text,
+                     qPrintable(QStringLiteral("%1 %2: %3 of %4")
+                                    .arg(QLatin1String(theme), QLatin1String(name))
+                                    .arg(placeholder)
+                                    .arg(text)));
+        }
+    }
+}
+
 void TestPanelWindow::dialogsHaveTheTheme()
 {
     setThemeChoice(QStringLiteral("light"));
@@ -906,6 +963,11 @@ void TestPanelWindow::dialogsHaveTheTheme()
     QCOMPARE(dialogs.size(), 2);
     for (const QDialog *dialog : dialogs)
         QVERIFY(dialog->palette().color(QPalette::Window).lightness() > 200);
+    // The icons of Qt are dark.
+    const auto buttons = dialogs.at(0)->findChildren<QPushButton *>() + dialogs.at(1)->findChildren<QPushButton *>();
+    QVERIFY(buttons.size() >= 3);
+    for (const QPushButton *button : buttons)
+        QVERIFY2(button->icon().isNull(), qPrintable(button->text()));
     setThemeChoice(QStringLiteral("dark"));
     for (const QDialog *dialog : dialogs)
         QVERIFY(dialog->palette().color(QPalette::Window).lightness() < 60);
