@@ -61,7 +61,8 @@ QFont captionFont(double scale, int pixels, bool bold)
 {
     // Pixels of the screen. Bold captions are capital letters; others can be Chinese or Japanese.
     const double minimum = bold ? 7 : 9;
-    return font(qMax(pixels, qCeil(minimum / scale)), bold);
+    const int largest = bold ? 13 : 15; // what the rows of the panel have room for
+    return font(qMax(pixels, qMin(qCeil(minimum / scale), largest)), bold);
 }
 
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text, QRgb color)

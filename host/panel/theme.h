@@ -44,8 +44,8 @@ QColor textColorOn(const QColor &ground);
 void drawRecess(QPainter &painter, const QRectF &rect, QRgb ground = Recess);
 /// Draws a cap with the color @p ground, raised or pressed.
 void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool isDown);
-/// Returns the font of a caption of the panel with @p pixels at scale 1. It isn't scaled below what can be read: at a
-/// smaller @p scale it is larger, in the coordinates of the panel.
+/// Returns the font of a caption of the panel with @p pixels at scale 1. At a smaller @p scale it is larger, in the
+/// coordinates of the panel, so that it can be read as long as the panel has room for it.
 QFont captionFont(double scale, int pixels, bool bold = false);
 /// Draws a small caption at the scale of @p painter. Elides a text that is wider than @p rect.
 void drawCaption(QPainter &painter, const QRectF &rect, int flags, const QString &text, QRgb color = DimTextColor);

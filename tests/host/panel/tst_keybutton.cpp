@@ -172,7 +172,7 @@ void TestKeyButton::captionStaysReadable()
     const QString small = keyCaption(QStringLiteral("RECORD"), {48, 40}, 0.5);
     QVERIFY2(small.startsWith(QLatin1Char('R')) && small.endsWith(QChar(0x2026)), qPrintable(small));
     QCOMPARE(keyCaption(QStringLiteral("PGM 12"), {48, 40}, 0.5), QStringLiteral("PGM\n12"));
-    QCOMPARE(keyCaption(QStringLiteral("PGM 12"), {48, 40}, 0.3).count(QLatin1Char('\n')), 0);
+    QCOMPARE(keyCaption(QStringLiteral("PGM 12"), {48, 20}, 0.5).count(QLatin1Char('\n')), 0);
     KeyButton button(sampleKey(7, QStringLiteral("RECORD")), nullptr);
     QVERIFY(button.toolTip().startsWith(QStringLiteral("RECORD")));
 }
