@@ -9,6 +9,7 @@
 #include "window/elidedlabel.h"
 #include "window/filedialog.h"
 #include "window/journalmodel.h"
+#include "window/placeholder.h"
 
 #include <QtCore/QJsonArray>
 #include <QtGui/QClipboard>
@@ -73,6 +74,7 @@ JournalView::JournalView(const Journal &journal, QWidget *parent)
     setObjectName(QStringLiteral("journal"));
     theme::applyTo(this);
     m_text->setObjectName(QStringLiteral("journal-text"));
+    dimPlaceholder(*m_text);
     m_text->setClearButtonEnabled(true);
     m_text->setFocusPolicy(Qt::StrongFocus);
     m_text->setMinimumWidth(8 * theme::Grid);

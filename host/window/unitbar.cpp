@@ -3,6 +3,7 @@
 #include "panel/theme.h"
 #include "panel/translated.h"
 #include "window/elidedlabel.h"
+#include "window/placeholder.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
@@ -75,6 +76,7 @@ UnitBar::UnitBar(const UnitPattern &pattern, QWidget *parent)
     lines->addWidget(m_detail);
     m_input->setObjectName(QStringLiteral("unit-input"));
     m_input->setMaxLength(MaxInput);
+    dimPlaceholder(*m_input);
     m_input->setFocusPolicy(Qt::ClickFocus);
     auto *column = new QVBoxLayout;
     column->setSpacing(theme::Grid / 2);

@@ -935,7 +935,7 @@ void TestPanelWindow::placeholdersAreDimmed()
 {
     m_window->askForUnits({}, QString());
     m_window->findChild<JournalView *>()->show();
-    for (const char *theme : {"light", "dark"}) {
+    for (const char *theme : {"as it is at first", "light", "dark"}) {
         setThemeChoice(QString::fromLatin1(theme));
         for (const char *name : {"unit-input", "journal-text"}) {
             auto *field = m_window->findChild<QLineEdit *>(QString::fromLatin1(name));
@@ -945,7 +945,7 @@ void TestPanelWindow::placeholdersAreDimmed()
             field->setText(field->placeholderText());
             const int text = contrastIn(*field);
             field->clear();
-            QVERIFY2(placeholder * 4 < text * 3 && placeholder * 2 > text,
+            QVERIFY2(text > 150 && placeholder > 60 && placeholder * 4 < text * 3,
                      qPrintable(QStringLiteral("%1 %2: %3 of %4")
                                     .arg(QLatin1String(theme), QLatin1String(name))
                                     .arg(placeholder)
