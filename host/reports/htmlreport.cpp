@@ -273,7 +273,8 @@ void writeStep(HtmlWriter &html, const ScenarioResult &result, int scenario, int
     const StepResult &step = result.steps.at(index);
     html.begin("tr", step.passed ? nullptr : "failed").attribute("id", stepAnchor(scenario, index));
     writeTime(html, result, step);
-    html.element("td", "number", QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
+    html.element("td", "number place",
+                 QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line));
     html.begin("td");
     if (step.expectationResults.isEmpty())
         html.element("code", nullptr, step.text);
@@ -344,7 +345,7 @@ void writeNotPlayed(HtmlWriter &html, const ScenarioResult &result)
     html.begin("table", "steps not-played");
     for (const StepResult &step : result.notPlayed) {
         const QString place = QFileInfo(step.file).fileName() + QLatin1Char(':') + QString::number(step.where.line);
-        html.begin("tr").element("td", "number", place);
+        html.begin("tr").element("td", "number place", place);
         html.begin("td").element("code", nullptr, step.text).end();
         html.end();
     }

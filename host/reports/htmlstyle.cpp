@@ -64,6 +64,7 @@ summary { margin-top: 24px; cursor: pointer; color: var(--link); }
 .steps { margin: 0; }
 .steps td:first-child, .steps td:nth-child(2) { width: 1%; }
 .steps td:last-child { width: 1%; white-space: nowrap; text-align: right; }
+.steps .place { min-width: 140px; max-width: 280px; white-space: normal; overflow-wrap: anywhere; }
 .not-played td:last-child { width: auto; white-space: normal; text-align: left; overflow-wrap: anywhere; }
 .steps tr.failed { background: var(--failed-soft); }
 .rounds { margin: 4px 0; padding-left: 12px; border-left: 3px solid var(--edge); }

@@ -797,6 +797,7 @@ void CommandsTest::reportIsReadableInBothThemes()
     const QString html = QString::fromUtf8(read(QStringLiteral("out/report.html")));
     QVERIFY(html.contains(QStringLiteral("color-scheme: light dark")));
     QVERIFY(html.contains(QStringLiteral("<h3>Not played: 1 step</h3><table class=\"steps not-played\">")));
+    QVERIFY(html.contains(QStringLiteral("<td class=\"number place\">a.yaml:3</td>")));
     const auto valuesOf = [&html](const QString &name) {
         QList<QColor> values;
         auto found = QRegularExpression(QStringLiteral("--%1: (#[0-9a-f]{6});").arg(name)).globalMatch(html);
