@@ -352,6 +352,9 @@ private Q_SLOTS:
         QTest::newRow("a text that is too long") << "<LCD>" + QByteArray(2500000, 'x') << characters;
         QTest::newRow("a text in an entity")
             << withEntities("<!ENTITY e '" + QByteArray(40000, 'x') + "'>", repeated(60, "&e;")) << characters;
+        QTest::newRow("brackets that stay open, within the limit")
+            << withEntities(repeated(600, "<!ELEMENT a (>"), "")
+            << QStringLiteral("\"unexpected character\" at line 1 column 29");
         QTest::newRow("brackets that close nothing")
             << withEntities("<!ELEMENT a )))>" + repeated(50000, "<!-x>"), "") << nodes;
     }
