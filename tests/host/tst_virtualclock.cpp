@@ -191,7 +191,7 @@ private Q_SLOTS:
 
         QCOMPARE(beats, 38'000);
         qInfo("76,000 s of a 2 s timer in %lld ms", wall.elapsed());
-        QVERIFY(wall.elapsed() < 5'000);
+        QVERIFY(wall.elapsed() < 60'000); // usually less than a second
     }
 
     void aTimerMayEndItselfAndItsObject()

@@ -9,7 +9,7 @@
 #include <poll.h>
 #include <vector>
 
-/// Waits for @p sources on the calling thread and serves them until @p done returns true, for at most five seconds.
+/// Waits for @p sources on the calling thread and serves them until @p done returns true, for at most a minute.
 /// Returns what it returned last.
 inline bool pump(const QList<panelhost::EventSource *> &sources, const std::function<bool()> &done)
 {
@@ -19,7 +19,7 @@ inline bool pump(const QList<panelhost::EventSource *> &sources, const std::func
         std::vector<pollfd> polled;
         for (panelhost::EventSource *source : sources)
             polled.push_back({source->fd(), source->events(), 0});
-        const auto left = 5000 - elapsed.elapsed();
+        const auto left = 60'000 - elapsed.elapsed();
         if (left <= 0 || poll(polled.data(), polled.size(), static_cast<int>(left)) <= 0)
             return done();
         for (int index = 0; index < sources.size(); ++index) {
