@@ -369,6 +369,29 @@ private Q_SLOTS:
         QVERIFY2(log.warnings().constFirst().contains(reason), qPrintable(log.warnings().constFirst()));
     }
 
+    // 1024 attributes and 16384 characters, at 16 Mi comparisons.
+    void theLastComparisonIsAllowed_data()
+    {
+        QTest::addColumn<int>("sizeOfTag");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("at the limit") << 1023 << QStringLiteral("Root element is not LCD");
+        QTest::newRow("beyond it") << 1024
+                                   << QStringLiteral("the document needs more than 16777216 comparisons of names");
+    }
+    void theLastComparisonIsAllowed()
+    {
+        QFETCH(const int, sizeOfTag);
+        QFETCH(const QString, error);
+        QByteArray document = "<" + QByteArray(sizeOfTag, 'a');
+        for (int i = 0; i < 1024; ++i)
+            document += " a" + QByteArray::number(i).rightJustified(12, '0') + "=''";
+        QList<FactoryMenuLevel1Item> items;
+        const LogCapture log;
+        QVERIFY(!FactoryMenuConfigParser().parseDocument(document + "/>", QStringLiteral("path"), items));
+        QCOMPARE(log.warnings().size(), 1);
+        QVERIFY2(log.warnings().constFirst().contains(error), qPrintable(log.warnings().constFirst().left(300)));
+    }
+
     void ordinaryDocuments_data()
     {
         QTest::addColumn<QByteArray>("content");
