@@ -55,7 +55,7 @@ private Q_SLOTS:
         QFETCH(std::any, payload);
         QFETCH(QString, typeName);
         const LogCapture log;
-        QVERIFY(!unpackLinkPayload<Record>(payload, Texts));
+        QVERIFY(!unpackLinkPayload<Record>(std::move(payload), Texts));
         QCOMPARE(log.lines(), QStringList{QStringLiteral("warning|Test: need type X, got ") + typeName});
         QVERIFY(!typeName.startsWith(QLatin1Char('*')));
         QCOMPARE(log.entries().at(0).category, QByteArray("default"));

@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include <atomic>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -238,7 +239,7 @@ private Q_SLOTS:
             registerListener(table, name, std::function<void(int)>([&calls](int) { ++calls; }));
         std::thread changing([&] {
             for (int change = 0; change < 500; ++change)
-                setRequester(requester, (change % 2 == 0 ? ++table.begin() : table.begin())->first);
+                setRequester(requester, (change % 2 == 0 ? std::next(table.begin()) : table.begin())->first);
         });
         for (int call = 0; call < 500; ++call)
             notifyRequester(table, requester, call);

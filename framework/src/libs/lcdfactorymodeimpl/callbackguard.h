@@ -2,7 +2,6 @@
 
 #include "log.h"
 
-#include <algorithm>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -10,7 +9,6 @@
 #include <thread>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace LCD::FactoryModeImpl {
 
@@ -42,8 +40,8 @@ public:
         return [calls = m_calls, call](auto &&...args) {
             // A copy, because the captured values may be deleted during the call.
             const Call running = call; // NOLINT(performance-unnecessary-copy-initialization)
-            const Entry entry(calls);
-            if (entry.admitted)
+            Entry entry(calls);        // not const: the list of the running calls changes it
+            if (entry.isAdmitted())
                 running(std::forward<decltype(args)>(args)...);
         };
     }
@@ -76,22 +74,28 @@ private:
         }
     }
 
+    class Entry;
+
+    /// The running calls, as a list of objects on the stacks of their threads.
     class Calls
     {
     public:
-        bool enter()
+        bool enter(Entry &entry)
         {
             const std::lock_guard locker(m_mutex);
             if (m_invalid)
                 return false;
-            m_running.push_back(std::this_thread::get_id());
+            entry.m_next = std::exchange(m_running, &entry);
             return true;
         }
 
-        void leave()
+        void leave(const Entry &entry)
         {
             const std::lock_guard locker(m_mutex);
-            m_running.erase(std::find(m_running.begin(), m_running.end(), std::this_thread::get_id()));
+            Entry **place = &m_running;
+            while (*place != &entry)
+                place = &(*place)->m_next;
+            *place = entry.m_next;
             if (m_invalid)
                 m_left.notify_all();
         }
@@ -100,31 +104,47 @@ private:
         {
             std::unique_lock locker(m_mutex);
             m_invalid = true;
-            m_left.wait(locker, [this, self = std::this_thread::get_id()] {
-                return std::all_of(m_running.begin(), m_running.end(), [self](auto thread) { return thread == self; });
-            });
+            m_left.wait(locker, [this] { return !isRunningOnOtherThread(); });
         }
 
     private:
+        bool isRunningOnOtherThread() const
+        {
+            for (const Entry *entry = m_running; entry; entry = entry->m_next) {
+                if (entry->m_thread != std::this_thread::get_id())
+                    return true;
+            }
+            return false;
+        }
+
         std::mutex m_mutex;
         std::condition_variable m_left;
-        std::vector<std::thread::id> m_running;
+        Entry *m_running = nullptr;
         bool m_invalid = false;
     };
 
-    struct Entry
+    /// A call. It is in the list while it exists, unless it wasn't admitted.
+    class Entry
     {
-        explicit Entry(std::shared_ptr<Calls> entered) : calls(std::move(entered)), admitted(calls->enter()) {}
+    public:
+        explicit Entry(std::shared_ptr<Calls> calls) : m_calls(std::move(calls)), m_admitted(m_calls->enter(*this)) {}
         ~Entry()
         {
-            if (admitted)
-                calls->leave();
+            if (m_admitted)
+                m_calls->leave(*this);
         }
         Entry(const Entry &) = delete;
         Entry &operator=(const Entry &) = delete;
 
-        const std::shared_ptr<Calls> calls;
-        const bool admitted;
+        bool isAdmitted() const { return m_admitted; }
+
+    private:
+        friend class Calls;
+
+        const std::shared_ptr<Calls> m_calls;
+        const std::thread::id m_thread = std::this_thread::get_id();
+        Entry *m_next = nullptr;
+        const bool m_admitted; // the last member: the others are set before the call is in the list
     };
 
     const std::shared_ptr<Calls> m_calls;

@@ -20,7 +20,7 @@ struct LinkPayloadTexts
 /// Returns the records of a link report. Warns and returns nullptr if @p payload is empty, holds another type or holds
 /// a null pointer.
 template <class Record>
-std::shared_ptr<std::vector<Record>> unpackLinkPayload(std::any payload, const LinkPayloadTexts &texts)
+std::shared_ptr<std::vector<Record>> unpackLinkPayload(std::any &&payload, const LinkPayloadTexts &texts)
 {
     auto *records = std::any_cast<std::shared_ptr<std::vector<Record>>>(&payload);
     if (!records) {

@@ -7,7 +7,6 @@
 #include <any>
 #include <atomic>
 #include <functional>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -66,13 +65,6 @@ void subscribeToLinks(Service &service, const std::string &subscriber, const std
     constexpr int Mode = 2; // the value that the device requires; its meaning is unknown
     service.registerReportCallback(subscriber, Mode, report);
     service.registerChangedCallback(subscriber, Mode, changed);
-}
-
-/// Returns the number of entries of @p ports, or the highest int if there are more.
-template <class Value>
-int countOf(const std::vector<Value> &ports)
-{
-    return static_cast<int>(std::min<std::size_t>(ports.size(), std::numeric_limits<int>::max()));
 }
 
 /// Returns whether @p links has entries and all of them are true.

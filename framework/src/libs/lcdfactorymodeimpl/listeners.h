@@ -1,12 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
+
+#include <QtCore/QVector>
 
 namespace LCD::FactoryModeImpl {
 
@@ -16,7 +18,7 @@ namespace LCD::FactoryModeImpl {
 inline std::mutex listenersMutex;
 
 /// A registered function. Copies of a Listener share the function, so it keeps its own state from call to call. It
-/// isn't deleted while it runs, even if another function replaces it.
+/// isn't deleted while it runs if the caller has a copy, even if another function replaces it.
 ///
 /// Threads: only the functions below read and replace a stored listener. They may be called on any thread. The function
 /// runs on the caller's thread. If several threads may call it at the same time, it must allow that.
@@ -32,48 +34,63 @@ public:
 
     explicit operator bool() const { return m_function != nullptr; }
 
-    /// Calls the function. Throws std::bad_function_call if there is none.
+    /// Calls the function. Throws std::bad_function_call if there is none. The listener must not be replaced meanwhile:
+    /// call a copy of a stored one.
     template <class... Values>
     void operator()(const Values &...values) const
     {
-        const std::shared_ptr<Function> function = m_function;
-        if (!function)
+        if (!m_function)
             throw std::bad_function_call();
-        (*function)(values...);
+        (*m_function)(values...);
     }
 
 private:
     std::shared_ptr<Function> m_function;
 };
 
-/// The listeners of one event, by the name of the requester. A registration replaces the map by a changed copy, so a
-/// notification walks through the map as it was at its start, without copying it.
+/// The listeners of one event, in ascending order of the names of their requesters. There are one or two of them, so
+/// a requester is searched one by one. A registration replaces the list by a changed copy, so a notification walks
+/// through the list as it was at its start, without copying it. The list is a QVector, because a std::shared_ptr to
+/// another container would need a dozen relocations for each kind of listener.
 ///
 /// Threads: as for Listener.
 template <class... Args>
 class Listeners
 {
 public:
-    using Map = std::map<std::string, Listener<Args...>>;
+    using List = QVector<std::pair<std::string, Listener<Args...>>>;
 
-    std::size_t size() const { return m_map->size(); }
-    typename Map::const_iterator begin() const { return m_map->begin(); }
-    void clear() { m_map = std::make_shared<Map>(); }
+    std::size_t size() const { return static_cast<std::size_t>(m_list.size()); }
+    typename List::const_iterator begin() const { return m_list.cbegin(); }
+    void clear() { m_list = List(); }
 
     /// Returns the listener of @p requester for an assignment, and adds an empty one if there is none.
     Listener<Args...> &operator[](const std::string &requester)
     {
-        const auto changed = std::make_shared<Map>(*m_map);
-        Listener<Args...> &listener = (*changed)[requester];
-        m_map = changed; // keeps the map of the returned listener
-        return listener; // cppcheck-suppress returnReference
+        List changed = m_list;
+        auto entry = std::find_if(changed.begin(), changed.end(), // begin() copies the list
+                                  [&requester](const auto &other) { return other.first >= requester; });
+        if (entry == changed.end() || entry->first != requester)
+            entry = changed.insert(entry, {requester, nullptr});
+        m_list.swap(changed);
+        return entry->second;
     }
 
-    /// Returns the present map. Later registrations don't change it.
-    std::shared_ptr<const Map> map() const { return m_map; }
+    /// Returns a copy of the listener of @p requester, or an empty one.
+    Listener<Args...> find(const std::string &requester) const
+    {
+        for (const auto &[name, listener] : m_list) {
+            if (name == requester)
+                return listener;
+        }
+        return {};
+    }
+
+    /// Returns the present list. Later registrations don't change it.
+    List list() const { return m_list; }
 
 private:
-    std::shared_ptr<const Map> m_map = std::make_shared<Map>();
+    List m_list;
 };
 
 /// Replaces @p listener by @p function. An empty function removes the listener.
@@ -128,29 +145,26 @@ void registerNamedListener(Listeners<Args...> &table, const std::string &request
 }
 
 template <class... Args>
-std::shared_ptr<const typename Listeners<Args...>::Map> currentListeners(const Listeners<Args...> &table)
+typename Listeners<Args...>::List currentListeners(const Listeners<Args...> &table)
 {
     const std::lock_guard locker(listenersMutex);
-    return table.map();
+    return table.list();
 }
 
-/// Returns the listener of @p requester in @p listeners, or nullptr. Another thread may change the requester meanwhile.
-template <class Map>
-const typename Map::mapped_type *findListener(const Map &listeners, const std::string &requester)
+/// Returns a copy of the listener of @p requester, or an empty one. Another thread may change the requester meanwhile.
+template <class... Args>
+Listener<Args...> currentListener(const Listeners<Args...> &table, const std::string &requester)
 {
     const std::lock_guard locker(listenersMutex);
-    const auto entry = listeners.find(requester);
-    return entry == listeners.end() ? nullptr : &entry->second;
+    return table.find(requester);
 }
 
 /// Calls only the listener of @p requester, on the caller's thread.
 template <class... Args, class... Values>
 void notifyRequester(const Listeners<Args...> &table, const std::string &requester, const Values &...values)
 {
-    const auto listeners = currentListeners(table);
-    const auto *listener = findListener(*listeners, requester);
-    if (listener && *listener)
-        (*listener)(values...);
+    if (const auto listener = currentListener(table, requester))
+        listener(values...);
 }
 
 /// Calls all listeners in ascending order of their names, on the caller's thread. A listener that is registered or
@@ -159,7 +173,7 @@ template <class... Args, class... Values>
 void notifyAll(const Listeners<Args...> &table, const Values &...values)
 {
     const auto listeners = currentListeners(table);
-    for (const auto &[requester, listener] : *listeners) {
+    for (const auto &[requester, listener] : listeners) {
         if (listener)
             listener(values...);
     }

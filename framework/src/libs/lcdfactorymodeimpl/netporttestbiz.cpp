@@ -12,8 +12,11 @@
 
 #include <QtCore/QMutex>
 
+#include <limits>
+#include <memory>
 #include <new>
 #include <optional>
+#include <utility>
 
 namespace LCD::FactoryModeImpl {
 
@@ -57,20 +60,27 @@ std::vector<bool> linksByPort(const Records &records)
     return links;
 }
 
+/// Returns the number of entries of @p links, or the highest int if there are more.
+int countOf(const std::vector<bool> &links)
+{
+    return static_cast<int>(std::min<std::size_t>(links.size(), std::numeric_limits<int>::max()));
+}
+
 }
 
 class NetPortTestBiz::Impl
 {
 public:
     explicit Impl(NetPortTestBiz *owner) : q(owner) {}
-    void onLinkChanged(std::any payload);
-    void onReportLinkChanged(std::any payload);
+    void onLinkChanged(std::any &&payload);
+    void onReportLinkChanged(std::any &&payload);
     void notifyStateChanged(int code) const;
     void notifyLinkStatus(const std::vector<bool> &links, bool valid) const;
+    using Links = std::shared_ptr<const std::vector<bool>>;
     struct TakenLinks
     {
-        std::vector<bool> links;
-        std::vector<bool> before;
+        Links links;
+        Links before;
     };
     std::optional<TakenLinks> takeLinks(const Records &records);
     void rollBackLinks(TakenLinks &taken);
@@ -82,7 +92,7 @@ public:
     std::atomic<int> state = StateIdle;
     std::atomic<int> failCount = 0;
     std::atomic<bool> linkValid = true;
-    std::vector<bool> portLinks;
+    Links portLinks; ///< null: no links have been reported
     QMutex linkMutex;
     Listeners<const std::vector<bool> &, bool> linkStatusCallbacks;
     Listeners<int> stateCallbacks;
@@ -91,14 +101,14 @@ public:
     CallbackGuard m_callbackGuard;
 };
 
-void NetPortTestBiz::Impl::onReportLinkChanged(std::any payload)
+void NetPortTestBiz::Impl::onReportLinkChanged(std::any &&payload)
 {
     if (recvReport)
         onLinkChanged(std::move(payload));
 }
 
 // Runs on the thread of the network service, in every state.
-void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
+void NetPortTestBiz::Impl::onLinkChanged(std::any &&payload)
 {
     const auto records = unpackLinkPayload<ProtocolImpl::s_NetworkPortLink>(std::move(payload), PayloadTexts);
     if (!records)
@@ -108,7 +118,7 @@ void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
         return;
     const auto notify = [&] {
         notifyStateChanged(state);
-        notifyLinkStatus(taken->links, linkValid);
+        notifyLinkStatus(*taken->links, linkValid);
     };
     callOrRollBack(notify, [&] { rollBackLinks(*taken); });
 }
@@ -118,11 +128,9 @@ void NetPortTestBiz::Impl::onLinkChanged(std::any payload)
 std::optional<NetPortTestBiz::Impl::TakenLinks> NetPortTestBiz::Impl::takeLinks(const Records &records)
 {
     try {
-        std::vector<bool> links = linksByPort(records);
-        std::vector<bool> stored = links;
+        const auto links = std::make_shared<const std::vector<bool>>(linksByPort(records));
         const QMutexLocker locker(&linkMutex);
-        portLinks.swap(stored);
-        return TakenLinks{std::move(links), std::move(stored)};
+        return TakenLinks{links, std::exchange(portLinks, links)};
     } catch (const std::bad_alloc &) {
         qCWarning(componentLog) << "NetPortTestBiz: no memory for the port numbers of a report, dropped";
         return std::nullopt;
@@ -152,7 +160,7 @@ void NetPortTestBiz::Impl::reset()
     state = StateIdle;
     linkValid = true;
     const QMutexLocker locker(&linkMutex);
-    portLinks.clear();
+    portLinks.reset();
 }
 
 NetPortTestBiz::NetPortTestBiz() : d(new Impl(this))
@@ -177,8 +185,8 @@ void NetPortTestBiz::startTest()
         qCWarning(componentLog) << "NetPortTestBiz: INetworkPort is null, cannot start test";
         return;
     }
-    const auto report = [impl = d](std::any payload) { impl->onReportLinkChanged(std::move(payload)); };
-    const auto changed = [impl = d](std::any payload) { impl->onLinkChanged(std::move(payload)); };
+    const auto report = [impl = d](std::any &&payload) { impl->onReportLinkChanged(std::move(payload)); };
+    const auto changed = [impl = d](std::any &&payload) { impl->onLinkChanged(std::move(payload)); };
     subscribeToLinks(*d->networkPortService, NetPortTestBizRequester,
                      d->m_callbackGuard.wrapReport("NetPortTestBiz", report),
                      d->m_callbackGuard.wrapReport("NetPortTestBiz", changed));
@@ -214,7 +222,7 @@ int NetPortTestBiz::failCount() const
 int NetPortTestBiz::portCount() const
 {
     const QMutexLocker locker(&d->linkMutex);
-    return countOf(d->portLinks);
+    return d->portLinks ? countOf(*d->portLinks) : 0;
 }
 
 bool NetPortTestBiz::isAllLinked() const
@@ -222,7 +230,7 @@ bool NetPortTestBiz::isAllLinked() const
     if (!d->linkValid)
         return false;
     const QMutexLocker locker(&d->linkMutex);
-    return allLinked(d->portLinks);
+    return d->portLinks && allLinked(*d->portLinks);
 }
 
 void NetPortTestBiz::setRecvReport(bool receive)

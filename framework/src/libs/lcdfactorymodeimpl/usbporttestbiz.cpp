@@ -11,12 +11,16 @@
 #include "lcd/protocol/records.h"
 
 #include <QtCore/QMutex>
+#include <QtCore/QVector>
+
+#include <utility>
 
 namespace LCD::FactoryModeImpl {
 
 namespace {
 
 using Records = std::vector<ProtocolImpl::s_NodeUSB>;
+using Ports = QVector<int>;
 
 const std::string UsbPortTestBizRequester = "UsbPortTestBiz";
 constexpr int TestType = 9;
@@ -46,22 +50,29 @@ bool isLinked(const ProtocolImpl::s_NodeUSB &record)
     return isPort(record) && isActive && !isBlocked;
 }
 
-/// Returns the identifiers in @p known and of the ports in @p records, in ascending order.
-std::vector<int> mergedPorts(std::vector<int> known, const Records &records)
+/// Returns the identifiers in @p known and of the ports in @p records, in ascending order: @p known itself if the
+/// records contain no other port, as in most reports.
+Ports mergedPorts(const Ports &known, const Records &records)
 {
+    const auto isNew = [&known](const auto &record) {
+        return isPort(record) && !std::binary_search(known.begin(), known.end(), portIdOf(record));
+    };
+    if (std::none_of(records.begin(), records.end(), isNew))
+        return known;
+    Ports merged = known;
     for (const auto &record : records) {
         if (isPort(record))
-            known.push_back(portIdOf(record));
+            merged.push_back(portIdOf(record));
     }
-    std::sort(known.begin(), known.end());
-    known.erase(std::unique(known.begin(), known.end()), known.end());
-    return known;
+    std::sort(merged.begin(), merged.end());
+    merged.erase(std::unique(merged.begin(), merged.end()), merged.end());
+    return merged;
 }
 
 /// Returns for each position in @p ports whether @p records show the port as linked.
-std::vector<bool> linksByPosition(const std::vector<int> &ports, const Records &records)
+std::vector<bool> linksByPosition(const Ports &ports, const Records &records)
 {
-    std::vector<bool> links(ports.size(), false);
+    std::vector<bool> links(static_cast<std::size_t>(ports.size()), false);
     for (const auto &record : records) {
         if (isLinked(record))
             links[static_cast<std::size_t>(std::lower_bound(ports.begin(), ports.end(), portIdOf(record))
@@ -76,18 +87,18 @@ class UsbPortTestBiz::Impl
 {
 public:
     explicit Impl(UsbPortTestBiz *owner) : q(owner) {}
-    void onUsbChanged(std::any payload);
-    void onReportUsbChanged(std::any payload);
+    void onUsbChanged(std::any &&payload);
+    void onReportUsbChanged(std::any &&payload);
     void notifyStateChanged(int code) const;
     void notifyLinkStatus(const std::vector<bool> &links) const;
-    std::vector<int> portsWith(const Records &records);
+    Ports portsWith(const Records &records);
     struct Latched
     {
-        std::vector<int> ports;
+        Ports ports;
         std::vector<bool> links;
     };
-    Latched latch(const std::vector<int> &ports, const std::vector<bool> &links);
-    void rollBackLinks(const std::vector<int> &ports, Latched &before);
+    Latched latch(const Ports &ports, const std::vector<bool> &links);
+    void rollBackLinks(const Ports &ports, Latched &before);
     void reset();
 
     UsbPortTestBiz *q;
@@ -95,7 +106,7 @@ public:
     FactoryMode::IFactoryModeBiz *factoryBizService = factoryModeBizService();
     std::atomic<int> state = StateIdle;
     std::atomic<int> failCount = 0;
-    std::vector<int> knownPorts;
+    Ports knownPorts;
     std::vector<bool> portLinks;
     QMutex linkMutex;
     Listeners<const std::vector<bool> &> linkStatusCallbacks;
@@ -105,35 +116,35 @@ public:
     CallbackGuard m_callbackGuard;
 };
 
-void UsbPortTestBiz::Impl::onReportUsbChanged(std::any payload)
+void UsbPortTestBiz::Impl::onReportUsbChanged(std::any &&payload)
 {
     if (recvReport)
         onUsbChanged(std::move(payload));
 }
 
 // Runs on the thread of the USB service, in every state.
-void UsbPortTestBiz::Impl::onUsbChanged(std::any payload)
+void UsbPortTestBiz::Impl::onUsbChanged(std::any &&payload)
 {
     const auto records = unpackLinkPayload<ProtocolImpl::s_NodeUSB>(std::move(payload), PayloadTexts);
     if (!records)
         return;
-    const std::vector<int> ports = portsWith(*records);
+    const Ports ports = portsWith(*records);
     const std::vector<bool> links = linksByPosition(ports, *records);
     Latched before = latch(ports, links);
     callOrRollBack([&] { notifyLinkStatus(links); }, [&] { rollBackLinks(ports, before); });
 }
 
-std::vector<int> UsbPortTestBiz::Impl::portsWith(const Records &records)
+Ports UsbPortTestBiz::Impl::portsWith(const Records &records)
 {
     QMutexLocker locker(&linkMutex);
-    std::vector<int> known = knownPorts;
+    const Ports known = knownPorts;
     locker.unlock();
-    return mergedPorts(std::move(known), records);
+    return mergedPorts(known, records);
 }
 
 // Once an entry is true, it stays true. Entries belong to positions, not to ports: a new port that is sorted before a
 // known port takes over the entry of that port. Returns the previous ports and links.
-UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int> &ports, const std::vector<bool> &links)
+UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const Ports &ports, const std::vector<bool> &links)
 {
     Latched other = {ports, links};
     const QMutexLocker locker(&linkMutex);
@@ -146,7 +157,7 @@ UsbPortTestBiz::Impl::Latched UsbPortTestBiz::Impl::latch(const std::vector<int>
 }
 
 // Does nothing if another report has arrived in the meantime.
-void UsbPortTestBiz::Impl::rollBackLinks(const std::vector<int> &ports, Latched &before)
+void UsbPortTestBiz::Impl::rollBackLinks(const Ports &ports, Latched &before)
 {
     const QMutexLocker locker(&linkMutex);
     if (knownPorts != ports)
@@ -169,7 +180,7 @@ void UsbPortTestBiz::Impl::reset()
 {
     state = StateIdle;
     const QMutexLocker locker(&linkMutex);
-    knownPorts.clear();
+    knownPorts = Ports();
     portLinks.clear();
 }
 
@@ -195,8 +206,8 @@ void UsbPortTestBiz::startTest()
         qCWarning(componentLog) << "UsbPortTestBiz: IUSB is null, cannot start test";
         return;
     }
-    const auto report = [impl = d](std::any payload) { impl->onReportUsbChanged(std::move(payload)); };
-    const auto changed = [impl = d](std::any payload) { impl->onUsbChanged(std::move(payload)); };
+    const auto report = [impl = d](std::any &&payload) { impl->onReportUsbChanged(std::move(payload)); };
+    const auto changed = [impl = d](std::any &&payload) { impl->onUsbChanged(std::move(payload)); };
     subscribeToLinks(*d->nodeUsbService, UsbPortTestBizRequester,
                      d->m_callbackGuard.wrapReport("UsbPortTestBiz", report),
                      d->m_callbackGuard.wrapReport("UsbPortTestBiz", changed));
@@ -232,7 +243,7 @@ int UsbPortTestBiz::failCount() const
 int UsbPortTestBiz::portCount() const
 {
     const QMutexLocker locker(&d->linkMutex);
-    return countOf(d->knownPorts);
+    return d->knownPorts.size();
 }
 
 bool UsbPortTestBiz::isAllLinked() const
