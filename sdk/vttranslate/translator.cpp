@@ -2,9 +2,20 @@
 
 #include <QtCore/QTranslator>
 
+#include <algorithm>
 #include <mutex>
 
 namespace veltor::trans {
+
+namespace {
+
+// Most callers pass the same literal each time.
+bool isSame(const QString &a, const QString &b)
+{
+    return a.isSharedWith(b) || a == b;
+}
+
+}
 
 Translator::Translator() = default;
 Translator::~Translator() = default;
@@ -20,13 +31,23 @@ bool Translator::load(const QString &file)
     return true;
 }
 
+// The caller holds the mutex.
+const QString *Translator::knownText(const QString &context, const QString &section, const QString &key) const
+{
+    const auto texts = m_texts.constFind(key);
+    if (texts == m_texts.constEnd())
+        return nullptr;
+    const auto known = std::find_if(texts->begin(), texts->end(), [&context, &section](const Text &text) {
+        return isSame(text.section, section) && isSame(text.context, context);
+    });
+    return known == texts->end() ? nullptr : &known->text;
+}
+
 QString Translator::translate(const QString &context, const QString &section, const QString &key) const
 {
-    const Message message{context, section, key};
     {
         const std::shared_lock lock(m_mutex);
-        const auto known = m_texts.constFind(message);
-        if (known != m_texts.constEnd())
+        if (const QString *known = knownText(context, section, key))
             return *known;
     }
     const std::unique_lock lock(m_mutex);
@@ -35,7 +56,7 @@ QString Translator::translate(const QString &context, const QString &section, co
     const QString text = m_catalog->translate(context.toUtf8(), key.toUtf8(), section.toUtf8());
     if (text.isNull())
         return key;
-    m_texts.insert(message, text);
+    m_texts[key].append({context, section, text});
     return text;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QString>
+#include <QtCore/QVector>
 
 #include <memory>
 #include <shared_mutex>
@@ -25,23 +26,18 @@ public:
     QString translate(const QString &context, const QString &section, const QString &key) const;
 
 private:
-    struct Message
+    struct Text
     {
         QString context;
         QString section;
-        QString key;
-
-        friend bool operator==(const Message &a, const Message &b)
-        {
-            return a.key == b.key && a.section == b.section && a.context == b.context;
-        }
-        friend uint qHash(const Message &message, uint seed) { return ::qHash(message.key, seed); }
+        QString text;
     };
+    const QString *knownText(const QString &context, const QString &section, const QString &key) const;
 
     // A std lock, because the thread sanitizer doesn't see Qt's locks.
     mutable std::shared_mutex m_mutex;
     std::unique_ptr<QTranslator> m_catalog;
-    mutable QHash<Message, QString> m_texts; ///< the texts of the catalog that were looked up
+    mutable QHash<QString, QVector<Text>> m_texts; ///< by key: the texts of the catalog that were looked up
 };
 
 }

@@ -24,7 +24,7 @@ void AgeTestBiz::Impl::writeText(const QString &text, const QColor &color) const
 
 QString AgeTestBiz::Impl::getTextByStep() const
 {
-    QString text = translated(QLatin1String("FCAging"));
+    QString text = translated(QStringLiteral("FCAging"));
     std::map<int, QString> titles;
     for (const Step &step : Steps)
         titles[step.code] = translated(QLatin1String(step.titleKey));
@@ -46,9 +46,9 @@ QString AgeTestBiz::Impl::failureText() const
 
     QString text = QStringLiteral(" ");
     if (failed.count(NetPortStep) > 0)
-        text += translated(QLatin1String("FCAgeNetNoPass")) + separator;
+        text += translated(QStringLiteral("FCAgeNetNoPass")) + separator;
     if (failed.count(UsbPortStep) > 0)
-        text += translated(QLatin1String("FCAgeUSBNoPass")) + separator;
+        text += translated(QStringLiteral("FCAgeUSBNoPass")) + separator;
     if (text.endsWith(separator))
         text.chop(1);
     return text;

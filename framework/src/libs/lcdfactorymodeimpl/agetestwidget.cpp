@@ -100,14 +100,14 @@ void AgeTestWidget::Impl::enterWindow()
     if (!testFrame)
         return;
     pageState = AgePageIdle;
-    testFrame->setTitle(translated(QLatin1String("FCAgeMode")));
+    testFrame->setTitle(translated(QStringLiteral("FCAgeMode")));
     testFrame->setTitleIcon(titleIconLabel(), QStringLiteral("AgingMode"));
     testFrame->setStepTitle(QString(), QColor(Qt::white));
     testFrame->addTestSteps(
-        {translated(QLatin1String("FCAgeModeTestPreparation")), translated(QLatin1String("FCAgeModeStartTips"))});
+        {translated(QStringLiteral("FCAgeModeTestPreparation")), translated(QStringLiteral("FCAgeModeStartTips"))});
     testFrame->setLeftBtnVisible(false);
     testFrame->setRighttBtnVisible(true);
-    testFrame->setRightBtnText(translated(QLatin1String("FCAgeModeStartTest")));
+    testFrame->setRightBtnText(translated(QStringLiteral("FCAgeModeStartTest")));
     testFrame->setControlFocus(FocusOnRightButton);
     testFrame->setStatusIconVisible(false);
     testFrame->setStepTitleVisible(false);
@@ -133,8 +133,8 @@ void AgeTestWidget::Impl::startTest()
     setPanelMode(keyboardService, PanelModeStarted);
     testFrame->setLeftBtnVisible(true);
     testFrame->setRighttBtnVisible(true);
-    testFrame->setRightBtnText(translated(QLatin1String("FCAgeModeStopTest")));
-    testFrame->setLeftBtnText(translated(QLatin1String("FCAgeModeRecount")));
+    testFrame->setRightBtnText(translated(QStringLiteral("FCAgeModeStopTest")));
+    testFrame->setLeftBtnText(translated(QStringLiteral("FCAgeModeRecount")));
     pageState = AgePageRunning;
     testFrame->setIsReponseEvent(false);
     ageTestBiz->start();

@@ -39,7 +39,7 @@ void CompleteMachineTestBiz::Impl::onUsbLinkStatus(const std::vector<bool> &link
         return;
     const bool passed = std::all_of(links.begin(), links.end(), [](bool linked) { return linked; });
     CompleteMachinePhaseInfo info = linkResultScreen(PhaseUsbPort, "TestStep", passed ? "UsbPass" : "UsbNoPass");
-    info.steps << translated(QLatin1String("FCUSB30TestStep"));
+    info.steps << translated(QStringLiteral("FCUSB30TestStep"));
     notifyPhase(info);
 }
 

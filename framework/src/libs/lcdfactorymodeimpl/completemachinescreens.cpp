@@ -37,10 +37,10 @@ CompleteMachinePhaseInfo endScreen(const char *titleKey, const char *lineKey, co
 {
     CompleteMachinePhaseInfo info;
     info.title = translated(QLatin1String(titleKey));
-    info.stepTitle = translated(QLatin1String("FCTestComplete"));
+    info.stepTitle = translated(QStringLiteral("FCTestComplete"));
     info.steps << translated(QLatin1String(lineKey));
     info.stepColors << color;
-    info.leftBtnText = translated(QLatin1String("FCReTest"));
+    info.leftBtnText = translated(QStringLiteral("FCReTest"));
     info.leftBtnVisible = true;
     info.rightBtnVisible = false;
     info.focusLeftBtn = 1;
@@ -61,7 +61,7 @@ CompleteMachinePhaseInfo phaseHeading(Phase phase)
 CompleteMachinePhaseInfo phaseInstructions(Phase phase)
 {
     CompleteMachinePhaseInfo info = phaseHeading(phase);
-    info.stepTitle = translated(QLatin1String("TestStep"));
+    info.stepTitle = translated(QStringLiteral("TestStep"));
     for (const char *key : phaseRow(phase).stepKeys) {
         if (key)
             info.steps << translated(QLatin1String(key));
@@ -95,8 +95,8 @@ CompleteMachinePhaseInfo buttonFunctionScreen()
 CompleteMachinePhaseInfo judgeScreen(Phase phase)
 {
     CompleteMachinePhaseInfo info = phaseHeading(phase);
-    info.stepTitle = translated(QLatin1String("FCTestComplete"));
-    info.steps << translated(QLatin1String("FCPleaseJudgePass"));
+    info.stepTitle = translated(QStringLiteral("FCTestComplete"));
+    info.steps << translated(QStringLiteral("FCPleaseJudgePass"));
     setVerdictButtons(info);
     return info;
 }
@@ -125,7 +125,7 @@ void setButtons(CompleteMachinePhaseInfo &info, PhaseButtons buttons, const char
     info.rightBtnVisible = buttons != PhaseButtons::None && buttons != PhaseButtons::Fail;
     info.focusLeftBtn = buttons == PhaseButtons::Fail ? 1 : 0;
     if (info.leftBtnVisible)
-        info.leftBtnText = translated(QLatin1String("FCNoPass"));
+        info.leftBtnText = translated(QStringLiteral("FCNoPass"));
     if (rightBtnKey)
         info.rightBtnText = translated(QLatin1String(rightBtnKey));
 }

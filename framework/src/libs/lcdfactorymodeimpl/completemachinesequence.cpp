@@ -104,7 +104,7 @@ void CompleteMachineTestBiz::Impl::startTBar(RunEvent &event)
     tbarTestBiz.enter();
     tbarTestBiz.startTest();
     CompleteMachinePhaseInfo info;
-    fillPhase4TBarInfo(info, translated(QLatin1String("FCAgeModeStartTest")));
+    fillPhase4TBarInfo(info, translated(QStringLiteral("FCAgeModeStartTest")));
     showStarted(event, info);
 }
 

@@ -2,6 +2,8 @@
 #include "completemachinetestbiz_p.h"
 #include "translation.h"
 
+#include <QtCore/QStringBuilder>
+
 // The T-Bar phase of the complete machine test: its screen, its step lines and their marks.
 
 namespace LCD::FactoryModeImpl {
@@ -9,7 +11,6 @@ namespace LCD::FactoryModeImpl {
 namespace {
 
 constexpr int TBarSlider = 1;
-constexpr int TBarLines = 6;
 
 }
 
@@ -18,12 +19,12 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
     const bool slider = keyboardService && keyboardService->getTBarType() == TBarSlider;
     info.title = QLatin1String(phaseRow(PhaseTBar).titleKey);
     info.titleIcon = slider ? QStringLiteral("fc_tbar_slider") : QStringLiteral("fc_tbar_fader");
-    info.stepTitle = translated(QLatin1String("TestStep"));
+    info.stepTitle = translated(QStringLiteral("TestStep"));
     info.stepTitleVisible = false;
-    for (int line = 1; line <= TBarLines; ++line) {
-        const char *key = line % 2 == 1 ? "Push T-Bar to Top" : "Push T-Bar to Bottom";
-        info.steps << QString::number(line) + QLatin1Char('.') + translated(QLatin1String(key));
-    }
+    const QString toTop = translated(QStringLiteral("Push T-Bar to Top"));
+    const QString toBottom = translated(QStringLiteral("Push T-Bar to Bottom"));
+    info.steps << QLatin1String("1.") % toTop << QLatin1String("2.") % toBottom << QLatin1String("3.") % toTop
+               << QLatin1String("4.") % toBottom << QLatin1String("5.") % toTop << QLatin1String("6.") % toBottom;
     setButtons(info, phaseRow(PhaseTBar).buttons, nullptr);
     info.rightBtnText = rightBtnText;
     info.panelMode = phaseRow(PhaseTBar).panelMode;
@@ -35,7 +36,7 @@ void CompleteMachineTestBiz::Impl::onTBarStep(bool lastSteps)
     if (m_run.state().phaseIndex != PhaseTBar)
         return;
     CompleteMachinePhaseInfo info;
-    fillPhase4TBarInfo(info, translated(QLatin1String(lastSteps ? "FCTestComplete" : "FCNextStep")));
+    fillPhase4TBarInfo(info, translated(lastSteps ? QStringLiteral("FCTestComplete") : QStringLiteral("FCNextStep")));
     info.keepSteps = true;
     notifyPhase(info);
     const int passedLine = tbarTestBiz.currentStepIndex() - 2;

@@ -126,13 +126,13 @@ void CompleteMachineTestWidget::Impl::enterWindow()
     if (!testFrame)
         return;
     testFrame->setIsReponseEvent(true);
-    testFrame->setTitle(translated(QLatin1String("MachineMode")));
+    testFrame->setTitle(translated(QStringLiteral("MachineMode")));
     testFrame->setTitleIcon(titleIconLabel(), QStringLiteral("MachineMode"));
     testFrame->setStepTitle(QString(), QColor(Qt::white));
     testFrame->clearAllSteps();
     testFrame->setLeftBtnVisible(false);
     testFrame->setRighttBtnVisible(true);
-    testFrame->setRightBtnText(translated(QLatin1String("FCAgeModeStartTest")));
+    testFrame->setRightBtnText(translated(QStringLiteral("FCAgeModeStartTest")));
     testFrame->setControlFocus(FocusOnRightButton);
     testFrame->setStatusIconVisible(false);
     setPanelMode(keyboardService, PanelModeEntered);

@@ -9,7 +9,7 @@ namespace LCD::FactoryModeImpl {
 
 /// Returns the text for @p key in the current language. It is fetched at each use, so the next update of a page shows
 /// a new language.
-inline QString translated(QLatin1String key)
+inline QString translated(const QString &key)
 {
     return veltor::trans::translate(LCDFWTranslateManager::instance()->translator(), QStringLiteral("LCD::HomeWidgets"),
                                     QStringLiteral("Global"), key);
