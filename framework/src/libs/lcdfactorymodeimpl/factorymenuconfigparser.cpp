@@ -22,7 +22,7 @@ Item readItem(const QDomElement &element)
     if (item.key.isEmpty())
         return item;
     item.titleKey = item.key.mid(item.key.lastIndexOf(QLatin1Char('.')) + 1);
-    item.containerKey = QStringLiteral("container.%1").arg(item.titleKey.toLower());
+    item.containerKey = QStringLiteral("container.") + item.titleKey.toLower();
     return item;
 }
 
@@ -30,7 +30,7 @@ FactoryMenuLevel2Item readLevel2Item(const QDomElement &element)
 {
     auto item = readItem<FactoryMenuLevel2Item>(element);
     if (item.key.startsWith(QLatin1String("em.factorytest.repairmode.")))
-        item.containerKey = QStringLiteral("container.factorytest.repairmode.%1").arg(item.titleKey.toLower());
+        item.containerKey = QStringLiteral("container.factorytest.repairmode.") + item.titleKey.toLower();
     qCDebug(componentLog) << "[FactoryMenuConfigParser] Parsing Level2 item - Key:" << item.key
                           << "titleKey:" << item.titleKey << "containerKey:" << item.containerKey;
     return item;

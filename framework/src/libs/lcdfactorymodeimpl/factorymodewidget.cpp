@@ -28,10 +28,15 @@ enum class Wording {
 
 struct TitleRow
 {
-    const char *key;
+    constexpr TitleRow(const char *rowKey, const char *rowTitle, Wording rowWording = Wording::Fixed)
+        : key(rowKey), title(rowTitle), wording(rowWording)
+    {
+    }
+
+    QLatin1String key;
     /// The title itself, or the catalog's key for it.
-    const char *title;
-    Wording wording = Wording::Fixed;
+    QLatin1String title;
+    Wording wording;
 };
 
 // The first row that matches decides, ignoring case.
@@ -85,11 +90,8 @@ static QString titleForKey(const QString &key)
     if (key.isEmpty())
         return {};
     for (const TitleRow &row : titles) {
-        const QLatin1String rowKey(row.key);
-        if (key.size() != rowKey.size() || key.compare(rowKey, Qt::CaseInsensitive) != 0)
-            continue;
-        const QLatin1String title(row.title);
-        return row.wording == Wording::Translated ? translated(title) : QString(title);
+        if (key.size() == row.key.size() && key.compare(row.key, Qt::CaseInsensitive) == 0)
+            return row.wording == Wording::Translated ? translated(row.title) : QString(row.title);
     }
     return key;
 }
