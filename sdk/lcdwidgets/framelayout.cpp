@@ -71,6 +71,7 @@ void FactoryTestFrame::Impl::arrangeContent(const Metrics &metrics, QRect conten
     m_steps->setFontRange(metrics.smallestFont, font);
     m_steps->setVerdictHeight(m_frame->height() / 5);
     m_steps->setGeometry(arrangeStatusIcon(metrics, content));
+    m_steps->updateChanges();
 }
 
 QRect FactoryTestFrame::Impl::arrangeStatusIcon(const Metrics &metrics, const QRect &content)

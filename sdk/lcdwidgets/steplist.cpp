@@ -6,9 +6,11 @@
 #include "textfit.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace LCD::Widget {
 
@@ -61,6 +63,8 @@ StepList::StepList(QWidget *parent) : QWidget(parent)
 
 void StepList::setSteps(const QVector<TestStep> &steps)
 {
+    if (m_offset > 0)
+        update();
     m_steps = steps;
     m_offset = 0;
     stepsChanged();
@@ -78,6 +82,27 @@ void StepList::setMark(int index, IconType mark)
         return;
     m_steps[index].mark = mark;
     stepsChanged();
+}
+
+void StepList::updateChanges()
+{
+    const auto looksSame = [](const TestStep &a, const TestStep &b) { return a.text == b.text && a.color == b.color; };
+    if (std::equal(m_steps.cbegin(), m_steps.cend(), m_updatedSteps.cbegin(), m_updatedSteps.cend(), looksSame))
+        updateMarks();
+    else
+        update();
+    m_updatedSteps = m_steps;
+}
+
+void StepList::updateMarks()
+{
+    for (int index = 0; index < m_steps.size(); ++index) {
+        if (m_steps.at(index).mark == m_updatedSteps.at(index).mark)
+            continue;
+        if (index == verdict())
+            return update();
+        update(fitted().layout.marks.at(index).translated(0, -m_offset));
+    }
 }
 
 void StepList::setFontRange(int smallest, int wanted)
@@ -150,12 +175,18 @@ VerdictBanner StepList::bannerOf(int line, int bannerHeight) const
 
 FittedSteps StepList::fit(const StepFitting &fitting, const std::optional<VerdictBanner> &banner) const
 {
+    int lastSize = 0;
+    StepLayout last;
+    const auto layoutOf = [&](int pixelSize) -> const StepLayout & {
+        if (std::exchange(lastSize, pixelSize) != pixelSize)
+            last = layoutFor(sized(font(), pixelSize), banner);
+        return last;
+    };
     const int size = largestFitting(m_smallestFont, m_wantedFont, [&](int pixelSize) {
-        const StepLayout layout = layoutFor(sized(font(), pixelSize), banner);
+        const StepLayout &layout = layoutOf(pixelSize);
         return layout.fitsWidth && layout.height <= height();
     });
-    const QFont fittedFont = sized(font(), size);
-    return {fitting, fittedFont, layoutFor(fittedFont, banner)};
+    return {fitting, sized(font(), size), layoutOf(size)};
 }
 
 StepLayout StepList::layoutFor(const QFont &font, const std::optional<VerdictBanner> &banner) const
@@ -204,8 +235,9 @@ int StepList::addLine(StepLayout &layout, const QFontMetrics &metrics, const QSt
     return height;
 }
 
-void StepList::paintEvent(QPaintEvent *)
+void StepList::paintEvent(QPaintEvent *event)
 {
+    const QRect area = event->rect().translated(0, m_offset);
     const FittedSteps &now = fitted();
     const StepLayout &layout = now.layout;
     QPainter painter(this);
@@ -215,17 +247,20 @@ void StepList::paintEvent(QPaintEvent *)
         if (index == now.fitting.verdict)
             paintVerdict(painter, *layout.banner, m_steps.at(index));
         else
-            paintLine(painter, layout, index);
+            paintLine(painter, layout, index, area);
     }
     painter.translate(0, m_offset);
     paintMore(painter, layout.height);
 }
 
-void StepList::paintLine(QPainter &painter, const StepLayout &layout, int index) const
+// Paints what lies in the area.
+void StepList::paintLine(QPainter &painter, const StepLayout &layout, int index, const QRect &area) const
 {
     const TestStep &step = m_steps.at(index);
     if (step.mark != IconNone || !step.text.trimmed().isEmpty())
         paintMark(painter, layout.marks.at(index), step.mark);
+    if (!area.intersects(layout.texts.at(index)))
+        return;
     painter.setPen(step.color);
     painter.drawText(layout.texts.at(index), TextFlags, step.text.trimmed());
 }
@@ -245,14 +280,19 @@ void StepList::changeEvent(QEvent *event)
 void StepList::stepsChanged()
 {
     setAccessibleDescription(accessibleText(m_steps));
-    refit();
+    limitOffset();
 }
 
 void StepList::refit()
 {
+    limitOffset();
+    update();
+}
+
+void StepList::limitOffset()
+{
     if (m_offset > 0)
         m_offset = std::min(m_offset, std::max(0, fitted().layout.height - height()));
-    update();
 }
 
 void StepList::paintMark(QPainter &painter, const QRect &place, IconType mark) const

@@ -66,6 +66,9 @@ public:
     void setFontRange(int smallest, int wanted);
     /// Sets the height in pixels of the banner of a verdict. It is twice as high if the other lines leave room for it.
     void setVerdictHeight(int height);
+    /// Paints what has changed since the last call. Setting lines and marks alone doesn't paint them: a page clears the
+    /// list and adds the same lines again.
+    void updateChanges();
     /// Scrolls by @p lines, down if positive. Returns false if all lines are visible.
     bool scroll(int lines);
 
@@ -89,12 +92,15 @@ private:
     StepLayout layoutFor(const QFont &font, int gap, const std::optional<VerdictBanner> &banner) const;
     int addLine(StepLayout &layout, const QFontMetrics &metrics, const QString &text, int top) const;
     void stepsChanged();
+    void updateMarks();
     void refit();
-    void paintLine(QPainter &painter, const StepLayout &layout, int index) const;
+    void limitOffset();
+    void paintLine(QPainter &painter, const StepLayout &layout, int index, const QRect &area) const;
     void paintMark(QPainter &painter, const QRect &place, IconType mark) const;
     void paintMore(QPainter &painter, int contentHeight) const;
 
     QVector<TestStep> m_steps;
+    QVector<TestStep> m_updatedSteps; ///< as of the last call of updateChanges()
     int m_smallestFont = 8;
     int m_wantedFont = 30;
     int m_verdictHeight = 96;

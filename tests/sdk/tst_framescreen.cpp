@@ -2,6 +2,7 @@
 
 #include "frametest.h"
 
+#include <QtGui/QScreen>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 
@@ -9,21 +10,32 @@ using namespace LCD::Widget;
 
 namespace {
 
-/// Counts how often a widget is painted.
+/// Counts how often a widget is painted, and where.
 class PaintCounter : public QObject
 {
 public:
     explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
 
     int count = 0;
+    QRect area;
 
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        count += event->type() == QEvent::Paint ? 1 : 0;
+        if (event->type() == QEvent::Paint) {
+            ++count;
+            area |= static_cast<QPaintEvent *>(event)->rect();
+        }
         return false;
     }
 };
+
+/// Arranges the frame and paints it. Arranging is an event, which posts the event that paints.
+void settle()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
 
 }
 
@@ -53,6 +65,10 @@ private Q_SLOTS:
     void keepsTheLastLogLines();
     void logsOnAConstantFrame();
     void paintsOnlyPartsThatChange();
+    void stepsThatAreSetAgainAreNotPainted();
+    void aMarkIsPaintedAlone();
+    void aMarkOfAVerdictPaintsTheVerdict();
+    void scrolledStepsThatAreSetAgainArePaintedFromTheTop();
 };
 
 void TestFrameScreen::isAWidgetAndOnePointer()
@@ -303,7 +319,7 @@ void TestFrameScreen::paintsOnlyPartsThatChange()
         test.frame->setLeftBtnText(QStringLiteral("Fail"));
         test.frame->setRightBtnText(QStringLiteral("Next"));
         test.frame->setControlFocus(FocusRightButton);
-        QCoreApplication::processEvents();
+        settle();
     };
     test.frame->log(QStringLiteral("Screen pass"), FactoryTestRightFrame::LogTest, FactoryTestRightFrame::LogInfo);
     showScreen({QStringLiteral("One")});
@@ -322,6 +338,73 @@ void TestFrameScreen::paintsOnlyPartsThatChange()
     QCOMPARE(heading.count, 0);
     QCOMPARE(left.count, 0);
     QCOMPARE(right.count, 0);
+}
+
+void TestFrameScreen::stepsThatAreSetAgainAreNotPainted()
+{
+    FrameTest test;
+    const auto setSteps = [&test](const QColor &color) {
+        test.frame->clearAllSteps();
+        test.frame->addTestStep(QStringLiteral("One"), Qt::white, false);
+        test.frame->addTestStep(QStringLiteral("Two"), color, false);
+        settle();
+    };
+    setSteps(Qt::white);
+    auto *list = test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepList"));
+    PaintCounter steps(list);
+    setSteps(Qt::white);
+    QCOMPARE(steps.count, 0);
+    setSteps(Qt::green);
+    QCOMPARE(steps.count, 1);
+    QCOMPARE(steps.area, list->rect());
+}
+
+void TestFrameScreen::aMarkIsPaintedAlone()
+{
+    FrameTest test;
+    test.frame->addTestSteps({QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")});
+    settle();
+    auto *list = test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepList"));
+    PaintCounter steps(list);
+    test.frame->setStepIcon(1, IconPass);
+    settle();
+    QCOMPARE(steps.count, 1);
+    QVERIFY2(steps.area.width() < list->width() / 4, "only the mark is painted, not its line");
+    const QImage picture = test.screen()->grabWindow(test.winId()).toImage();
+    QCOMPARE(picture, test.grab().toImage().convertToFormat(picture.format()));
+}
+
+void TestFrameScreen::aMarkOfAVerdictPaintsTheVerdict()
+{
+    FrameTest test;
+    test.frame->addTestStep(QStringLiteral("Passed"), Qt::green, false);
+    settle();
+    auto *list = test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepList"));
+    PaintCounter steps(list);
+    test.frame->setStepIcon(0, IconNotPass);
+    settle();
+    QCOMPARE(steps.count, 1);
+    QCOMPARE(steps.area, list->rect());
+}
+
+void TestFrameScreen::scrolledStepsThatAreSetAgainArePaintedFromTheTop()
+{
+    FrameTest test;
+    QStringList lines;
+    for (int line = 0; line < 200; ++line)
+        lines << QString::number(line);
+    const auto setSteps = [&] {
+        test.frame->addTestSteps(lines);
+        settle();
+    };
+    setSteps();
+    auto *list = test.frame->findChild<QWidget *>(QStringLiteral("FactoryStepList"));
+    test.press(Qt::Key_Down);
+    settle();
+    PaintCounter steps(list);
+    setSteps();
+    QCOMPARE(steps.count, 1);
+    QCOMPARE(steps.area, list->rect());
 }
 
 QTEST_MAIN(TestFrameScreen)
