@@ -60,7 +60,7 @@ void drawCap(QPainter &painter, const QRectF &rect, const QColor &ground, bool i
 QFont captionFont(double scale, int pixels, bool bold)
 {
     // Pixels of the screen. Bold captions are capital letters; others can be Chinese or Japanese.
-    const double minimum = bold ? 7 : 9;
+    const double minimum = bold ? 6 : 9;
     const int largest = bold ? 13 : 15; // what the rows of the panel have room for
     return font(qMax(pixels, qMin(qCeil(minimum / scale), largest)), bold);
 }
