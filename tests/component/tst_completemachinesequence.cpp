@@ -90,6 +90,26 @@ class CompleteMachinePhasesTest : public QObject
 private Q_SLOTS:
     void cleanup() { setTestLanguage(QString()); }
 
+    void theTimerRunsOnlyWhileLevelsAreShown()
+    {
+        MachineTestFixture fixture;
+        fixture.startAndPassTo(1);
+        const int others = VirtualTime::timerCount();
+        for (const int phase : {0, 2}) {
+            fixture.startAndPassTo(phase);
+            QCOMPARE(VirtualTime::timerCount(), others + 1);
+            fixture.bringToVerdict();
+            QCOMPARE(VirtualTime::timerCount(), others);
+            fixture.right();
+            QCOMPARE(fixture.biz->currentPhaseIndex(), phase + 1);
+            QCOMPARE(VirtualTime::timerCount(), others);
+        }
+        fixture.biz->start();
+        QCOMPARE(VirtualTime::timerCount(), others + 1);
+        fixture.left();
+        QCOMPARE(VirtualTime::timerCount(), others);
+    }
+
     void phaseZeroStarts()
     {
         MachineTestFixture fixture;
