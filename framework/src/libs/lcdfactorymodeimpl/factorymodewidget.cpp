@@ -28,8 +28,10 @@ enum class Wording {
 
 struct TitleRow
 {
-    constexpr TitleRow(const char *rowKey, const char *rowTitle, Wording rowWording = Wording::Fixed)
-        : key(rowKey), title(rowTitle), wording(rowWording)
+    template <int KeySize, int TitleSize>
+    constexpr TitleRow(const char (&rowKey)[KeySize], const char (&rowTitle)[TitleSize],
+                       Wording rowWording = Wording::Fixed)
+        : key(rowKey, KeySize - 1), title(rowTitle, TitleSize - 1), wording(rowWording)
     {
     }
 
