@@ -1,17 +1,10 @@
 #include "application/display.h"
 
+#include "application/forkedprocess.h"
 #include "lcd/platform.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtGui/QGuiApplication>
 
-#include <cerrno>
-#include <csignal>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace panelhost {
@@ -34,49 +27,15 @@ QString platformIn(int argc, char **argv)
     return environmentValue("QT_QPA_PLATFORM");
 }
 
-// Runs in a child process, which tries to connect. Forking is safe as long as there is only one thread.
-[[noreturn]] void connectAndEnd(int argc, char **argv, int silence)
-{
-    const rlimit noCore{0, 0};
-    setrlimit(RLIMIT_CORE, &noCore);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    dup2(silence, STDERR_FILENO);
-    const QGuiApplication application(argc, argv);
-    _exit(0);
-}
-
-bool hasEndedWell(pid_t child, int endPipe)
-{
-    pollfd ending{endPipe, POLLIN, 0};
-    int result = 0;
-    QElapsedTimer elapsed;
-    elapsed.start();
-    do {
-        const auto left = MaxConnectTime - static_cast<int>(qMin<qint64>(elapsed.elapsed(), MaxConnectTime));
-        result = poll(&ending, 1, left);
-    } while (result < 0 && errno == EINTR);
-    if (result == 0)
-        kill(child, SIGKILL);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 // Also returns true if no process can be started. Qt then tries to connect by itself.
 bool canConnect(int argc, char **argv)
 {
-    int endPipe[2];
-    const int silence = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (silence < 0 || pipe2(endPipe, O_CLOEXEC) != 0)
-        return true;
-    const pid_t child = fork();
-    if (child == 0)
-        connectAndEnd(argc, argv, silence);
-    close(endPipe[1]);
-    const bool isReachable = child < 0 || hasEndedWell(child, endPipe[0]);
-    close(endPipe[0]);
-    close(silence);
-    return isReachable;
+    const auto connect = [&](int) {
+        const QGuiApplication application(argc, argv);
+        _exit(0);
+    };
+    const std::optional<ForkedEnd> end = runForked(connect, MaxConnectTime);
+    return !end || end->hasSucceeded();
 }
 
 QString unreachable(const QString &platform)

@@ -133,7 +133,11 @@ bool DeviceSession::probe(ComponentLibrary &library)
 {
     if (!QFileInfo(library.path()).isFile())
         return true;
-    const LoadReport report = probeLoading(m_library.path(), &library == &m_library ? QString() : library.path());
+    const auto load = [&](const LoadObserver &observer) {
+        m_journal.setSink({}); // only in the separate process
+        loadLibrary(library, observer);
+    };
+    const LoadReport report = probeLoading(m_library.path(), &library == &m_library ? QString() : library.path(), load);
     return report.failure.isEmpty() || library.setFailure(report.steps, report.failure);
 }
 

@@ -1,16 +1,15 @@
 #include "session/loadprobe.h"
 
+#include "application/forkedprocess.h"
 #include "session/devicesession.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QSet>
 #include <QtWidgets/QApplication>
 
-#include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace panelhost {
@@ -62,37 +61,31 @@ QProcessEnvironment environmentFor(const QString &component, const QString &page
     return environment;
 }
 
-QString endOf(const QProcess &process)
+QString endOf(bool hasExited, int codeOrSignal)
 {
-    if (process.exitStatus() == QProcess::NormalExit)
-        return QStringLiteral("ended the process with status %1").arg(process.exitCode());
-    return QStringLiteral("crashed the process: %1").arg(QString::fromLocal8Bit(strsignal(process.exitCode())));
+    if (hasExited)
+        return QStringLiteral("ended the process with status %1").arg(codeOrSignal);
+    return QStringLiteral("crashed the process: %1").arg(QString::fromLocal8Bit(strsignal(codeOrSignal)));
 }
 
-LoadReport reportOf(QProcess &process, int timeout)
+QString timeoutText(int timeout)
 {
-    const bool hasEnded = process.waitForFinished(timeout);
-    if (!hasEnded) {
-        process.kill();
-        process.waitForFinished();
-    }
-    const ProbeOutput output(process.readAllStandardOutput());
-    if (output.isDone)
-        return {output.steps, {}};
-    const QString end = hasEnded ? endOf(process) : QStringLiteral("didn't return within %1 ms").arg(timeout);
-    return {output.steps, QStringLiteral("%1 %2.").arg(output.call, end)};
+    return QStringLiteral("didn't return within %1 ms").arg(timeout);
 }
 
-/// Runs in the separate process. It writes to a duplicate of stdout, so that output of the library doesn't interfere.
-class Probe
+/// Returns what a process has found that wrote @p text and then ended in the way that @p end tells.
+LoadReport reportOf(const QByteArray &text, const QString &end)
+{
+    const ProbeOutput output(text);
+    return output.isDone ? LoadReport{output.steps, {}}
+                         : LoadReport{output.steps, QStringLiteral("%1 %2.").arg(output.call, end)};
+}
+
+/// Writes the lines of a probe.
+class ProbeWriter
 {
 public:
-    Probe() : m_output(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1))
-    {
-        const int silence = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(silence, STDOUT_FILENO);
-        dup2(silence, STDERR_FILENO);
-    }
+    explicit ProbeWriter(int output) : m_output(output) {}
 
     void write(const char *word, const QString &text) const
     {
@@ -100,58 +93,84 @@ public:
         [[maybe_unused]] const ssize_t written = ::write(m_output, line.constData(), static_cast<size_t>(line.size()));
     }
 
-    void load(const QString &component, const QString &pages) const
+    LoadObserver observer() const
     {
-        const LoadObserver observer{
-            [this](const QString &call) { write(calling, call); },
-            [this](const LoadStep &step) {
-                write(ReachedPrefix, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
-            }};
-        Session::Options options;
-        options.component = component;
-        options.pages = pages.isEmpty() ? Session::noPages : pages;
-        DeviceSession session(options);
-        if (pages.isEmpty())
-            session.loadLibrary(observer);
-        else if (session.loadLibrary(LoadObserver()))
-            session.loadPagesLibrary(observer);
-        write(done, {});
-        _exit(0);
+        return {[*this](const QString &call) { write(calling, call); },
+                [*this](const LoadStep &step) {
+                    write(ReachedPrefix, QStringLiteral("%1 %2").arg(static_cast<int>(step.state)).arg(step.found));
+                }};
     }
 
 private:
     int m_output;
 };
 
-// A crash ends this process by its signal, immediately and without a core file. It also ends with its parent.
-void endBySignals()
+void loadInNewSession(const QString &component, const QString &pages, const LoadObserver &observer)
 {
-    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
-        std::signal(number, SIG_DFL);
-    const rlimit noCore{0, 0};
-    setrlimit(RLIMIT_CORE, &noCore);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    Session::Options options;
+    options.component = component;
+    options.pages = pages.isEmpty() ? Session::noPages : pages;
+    auto *session = std::make_unique<DeviceSession>(options).release(); // ends with the process
+    if (pages.isEmpty())
+        session->loadLibrary(observer);
+    else if (session->loadLibrary(LoadObserver()))
+        session->loadPagesLibrary(observer);
+}
+
+[[noreturn]] void loadAndEnd(int output, const ProbeLoad &load)
+{
+    const ProbeWriter writer(output);
+    load(writer.observer());
+    writer.write(done, {});
+    _exit(0);
+}
+
+// Without the time that a process and its application object need to start.
+std::optional<LoadReport> probeInCopy(const ProbeLoad &load, int timeout)
+{
+    const auto end = runForked([&load](int output) { loadAndEnd(output, load); }, timeout);
+    if (!end)
+        return std::nullopt;
+    const bool hasExited = WIFEXITED(end->status);
+    return reportOf(end->output,
+                    end->isTimedOut ? timeoutText(timeout)
+                                    : endOf(hasExited, hasExited ? WEXITSTATUS(end->status) : WTERMSIG(end->status)));
+}
+
+std::optional<LoadReport> probeInNewProcess(const QString &component, const QString &pages, int timeout)
+{
+    QProcess process;
+    process.setProcessEnvironment(environmentFor(component, pages));
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(QString::fromLatin1(program), QStringList());
+    if (!process.waitForStarted())
+        return std::nullopt;
+    const bool hasEnded = process.waitForFinished(timeout);
+    if (!hasEnded) {
+        process.kill();
+        process.waitForFinished();
+    }
+    return reportOf(process.readAllStandardOutput(),
+                    hasEnded ? endOf(process.exitStatus() == QProcess::NormalExit, process.exitCode())
+                             : timeoutText(timeout));
 }
 
 }
 
-LoadReport probeLoading(const QString &component, const QString &pages, int timeout)
+LoadReport probeLoading(const QString &component, const QString &pages, const ProbeLoad &load, int timeout)
 {
     static QSet<QString> harmless;
     const QString path = pages.isEmpty() ? component : pages;
     // The separate process must not start another one.
     if (harmless.contains(path) || qEnvironmentVariableIsSet(request))
         return {};
-    QProcess process;
-    process.setProcessEnvironment(environmentFor(component, pages));
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.start(QString::fromLatin1(program), QStringList());
-    if (!process.waitForStarted())
-        return {};
-    const LoadReport report = reportOf(process, timeout);
-    if (report.failure.isEmpty())
+    const auto loadAlone = [&](const LoadObserver &observer) { loadInNewSession(component, pages, observer); };
+    const bool canCopy = hasOneThread() && (load || !DeviceSession::isAnyAlive());
+    const auto report =
+        canCopy ? probeInCopy(load ? load : loadAlone, timeout) : probeInNewProcess(component, pages, timeout);
+    if (report && report->failure.isEmpty())
         harmless.insert(path);
-    return report;
+    return report.value_or(LoadReport());
 }
 
 void runAsProbe()
@@ -159,13 +178,15 @@ void runAsProbe()
     const QString path = QString::fromLocal8Bit(qgetenv(request));
     if (path.isEmpty())
         return;
-    endBySignals();
-    const Probe probe;
+    // A duplicate of stdout, so that output of the library doesn't interfere.
+    const int output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    prepareTrial();
     int argc = 1;
     char name[] = "panelhost";
     char *argv[] = {name, nullptr};
     const QApplication application(argc, argv);
-    probe.load(path, QString::fromLocal8Bit(qgetenv(pagesRequest)));
+    const QString pages = QString::fromLocal8Bit(qgetenv(pagesRequest));
+    loadAndEnd(output, [&](const LoadObserver &observer) { loadInNewSession(path, pages, observer); });
 }
 
 }

@@ -2,7 +2,10 @@
 #include "hosttest.h"
 #include "session/loadprobe.h"
 
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+
+#include <cstdio>
 
 using namespace panelhost;
 
@@ -11,6 +14,18 @@ namespace {
 QString fixture(const char *name)
 {
     return QStringLiteral(LCD_BUILD_DIR "/tests/fixtures/%1.so").arg(QString::fromLatin1(name));
+}
+
+// Environment variables of the process that tries one library.
+constexpr char probedLibrary[] = "TEST_PROBED_LIBRARY";
+constexpr char probeTime[] = "TEST_PROBE_TIME";
+
+QString statesOf(const LoadReport &report)
+{
+    QStringList states;
+    for (const LoadStep &step : report.steps)
+        states << ComponentLibrary::stateName(step.state);
+    return states.join(QLatin1Char(' '));
 }
 
 QString climb(ComponentLibrary &library, LoadState target)
@@ -105,12 +120,27 @@ private Q_SLOTS:
         QFETCH(QString, failure);
         QFETCH(int, longest);
         QFETCH(QString, reached);
-        const LoadReport report = probeLoading(fixture(QTest::currentDataTag()), {}, longest);
+        const LoadReport report = probeLoading(fixture(QTest::currentDataTag()), {}, {}, longest);
         QCOMPARE(report.failure, failure);
-        QStringList states;
-        for (const LoadStep &step : report.steps)
-            states << ComponentLibrary::stateName(step.state);
-        QCOMPARE(states.join(QLatin1Char(' ')), reached);
+        QCOMPARE(statesOf(report), reached);
+    }
+
+    // The same from a process without other threads, which copies itself.
+    void aCopyMeetsWhatEndsAProcess_data() { aProbeMeetsWhatEndsAProcess_data(); }
+    void aCopyMeetsWhatEndsAProcess()
+    {
+        QFETCH(QString, failure);
+        QFETCH(int, longest);
+        QFETCH(QString, reached);
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(q(probedLibrary), fixture(QTest::currentDataTag()));
+        environment.insert(q(probeTime), QString::number(longest));
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), QStringList());
+        QVERIFY(process.waitForFinished(2 * MaxLoadTime));
+        const QString states = failure.isEmpty() ? reached + QStringLiteral(" none") : reached;
+        QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()), QStringLiteral("%1\n%2\n").arg(failure, states));
     }
 
     void aMissingFile()
@@ -182,5 +212,30 @@ private Q_SLOTS:
     }
 };
 
-PANELHOST_TEST_MAIN(tst_ComponentLibrary)
+// QTest has a thread of its own, so a copy is made only in a process without it. The function that loads the library is
+// called only in a copy; it adds the state "none" at the end.
+int probeInThisProcess()
+{
+    const QString path = QString::fromLocal8Bit(qgetenv(probedLibrary));
+    const auto loadInCopy = [&path](const LoadObserver &observer) {
+        ComponentLibrary library(path);
+        library.setObserver(observer);
+        climb(library, LoadState::Created);
+        observer.reached({LoadState::None, {}});
+    };
+    const LoadReport report = probeLoading(path, {}, loadInCopy, qEnvironmentVariableIntValue(probeTime));
+    std::printf("%s\n%s\n", qPrintable(report.failure), qPrintable(statesOf(report)));
+    return 0;
+}
+
+int main(int argc, char **argv)
+{
+    prepareProcess(false);
+    QApplication application(argc, argv);
+    prepareApplication();
+    if (qEnvironmentVariableIsSet(probedLibrary))
+        return probeInThisProcess();
+    tst_ComponentLibrary test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_componentlibrary.moc"
