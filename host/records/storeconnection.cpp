@@ -1,5 +1,6 @@
 #include "records/storeconnection.h"
 
+#include <QtCore/QLibrary>
 #include <QtCore/QUuid>
 #include <QtSql/QSqlDatabase>
 #include <QtSql/QSqlDriver>
@@ -15,6 +16,27 @@ constexpr int BusyTimeout = 5000; // milliseconds: another panelhost may be savi
 // Result codes of SQLite: https://www.sqlite.org/rescode.html
 constexpr int CorruptCode = 11;
 constexpr int NotADatabaseCode = 26;
+
+/// The functions of libpq that Qt's driver for PostgreSQL doesn't offer. The driver has loaded the library. panelhost
+/// isn't linked with it, because it needs twenty others, which take longer to load than all libraries of Qt.
+struct Libpq
+{
+    Libpq()
+    {
+        QLibrary library(QStringLiteral("pq"), 5);
+        setNoticeProcessor = reinterpret_cast<decltype(&PQsetNoticeProcessor)>(library.resolve("PQsetNoticeProcessor"));
+        socket = reinterpret_cast<decltype(&PQsocket)>(library.resolve("PQsocket"));
+    }
+
+    decltype(&PQsetNoticeProcessor) setNoticeProcessor;
+    decltype(&PQsocket) socket;
+};
+
+const Libpq &libpq()
+{
+    static const Libpq functions;
+    return functions;
+}
 
 // Errors of the server have several lines, some with "ERROR:" in front.
 QString oneLine(const QSqlError &error)
@@ -103,7 +125,7 @@ std::unique_ptr<StoreConnection> StoreConnection::openServer(const ServerAddress
     if (!connection->open(database, error))
         return nullptr;
     // Errors are returned; remarks of the server don't belong on the standard error output.
-    PQsetNoticeProcessor(
+    libpq().setNoticeProcessor(
         connection->handle(), [](void *, const char *) {}, nullptr);
     return connection;
 }
@@ -181,7 +203,7 @@ pg_conn *StoreConnection::handle() const
 
 int StoreConnection::socket() const
 {
-    return m_kind == StoreKind::Server ? PQsocket(handle()) : -1;
+    return m_kind == StoreKind::Server ? libpq().socket(handle()) : -1;
 }
 
 }
