@@ -32,7 +32,8 @@ Lcd::Lcd(const QSize &size) : m_container(new ContainerPage(this)), m_home(new H
     setFixedSize(size);
     connect(m_container, &ContainerPage::left, this, &Lcd::containerLeft);
     connect(m_home, &HomePage::factoryModeWanted, this, &Lcd::factoryModeWanted);
-    showHome();
+    m_container->hide();
+    m_home->hide();
 }
 
 // The widgets of components are deleted by their libraries, not by their parent.

@@ -9,7 +9,7 @@ class ContainerPage;
 class HomePage;
 
 /// The LCD of the device, with its size and style. It shows the component or one of two pages of the host: the page of
-/// a container and the home page.
+/// a container and the home page. At first it shows none of them.
 class Lcd : public QWidget
 {
     Q_OBJECT

@@ -12,10 +12,8 @@ FitLabel::FitLabel(QWidget *parent) : QLabel(parent)
 
 void FitLabel::setLine(const QString &text)
 {
-    if (text == this->text())
-        return;
-    setText(text);
-    fit();
+    if (text != this->text())
+        setText(text);
 }
 
 void FitLabel::setBold()
@@ -39,13 +37,15 @@ void FitLabel::setWantedFont(int pixelSize)
     if (m_wantedFont == pixelSize)
         return;
     m_wantedFont = pixelSize;
-    fit();
+    update();
 }
 
-void FitLabel::resizeEvent(QResizeEvent *event)
+// The font is chosen when it is needed: each size that is tried loads a font, and a page sets its texts before it has
+// its size.
+void FitLabel::paintEvent(QPaintEvent *event)
 {
-    QLabel::resizeEvent(event);
     fit();
+    QLabel::paintEvent(event);
 }
 
 void FitLabel::fit()

@@ -4,7 +4,7 @@
 
 namespace LCD::Widget {
 
-/// A label with one line of text. If the text doesn't fit, the font gets smaller.
+/// A label with one line of text. If the text doesn't fit, the font gets smaller when the label is painted.
 class FitLabel : public QLabel
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     void setWantedFont(int pixelSize);
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void fit();

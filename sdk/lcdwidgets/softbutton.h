@@ -25,6 +25,9 @@ public:
     QRect captionArea() const;
     QFont captionFont() const;
 
+    /// The frame sets the size. Qt asks for one when the button is first shown, and its own would load a font.
+    QSize sizeHint() const override { return size(); }
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 

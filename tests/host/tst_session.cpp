@@ -1,5 +1,6 @@
 #include "hosttest.h"
 #include "journal/logcapture.h"
+#include "lcd/containerpage.h"
 #include "lcd/screenreader.h"
 #include "session/session.h"
 
@@ -87,7 +88,8 @@ private Q_SLOTS:
         const QPoint point = list->viewport()->mapTo(session->lcd(), list->visualItemRect(list->item(row)).center());
         perform({OperatorAction::Kind::Touch, {{q("x"), point.x()}, {q("y"), point.y()}}});
         QCOMPARE(screen("container"), QVariant(q("container.logexport")));
-        const QWidget *back = session->lcd()->findChild<QWidget *>(q("hostPageControl"));
+        const QWidget *page = session->lcd()->findChild<ContainerPage *>();
+        const QWidget *back = page->findChild<QWidget *>(q("hostPageControl"));
         const QPoint control = back->mapTo(session->lcd(), back->rect().center());
         perform({OperatorAction::Kind::Touch, {{q("x"), control.x()}, {q("y"), control.y()}}});
         QCOMPARE(screen("menu.row"), QVariant(row));
