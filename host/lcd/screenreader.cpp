@@ -74,21 +74,40 @@ bool readVisibleMenu(QWidget *lcd, QVariantMap &screen)
     return false;
 }
 
+/// A value of the screen that a frame has as a property.
+struct FrameValue
+{
+    const char *key;
+    const char *property;
+    const char *visible; ///< the property that says whether the value is shown; nullptr: always
+    QVariant::Type type;
+};
+
+constexpr FrameValue frameValues[] = {
+    {"title", "title", nullptr, QVariant::String},
+    {"titleIcon", "titleIcon", nullptr, QVariant::String},
+    {"stepTitle", "stepTitle", "stepTitleVisible", QVariant::String},
+    {"steps", "steps", nullptr, QVariant::List},
+    {"statusIcon", "statusIcon", "statusIconVisible", QVariant::String},
+    {"left", "leftText", "leftVisible", QVariant::String},
+    {"right", "rightText", "rightVisible", QVariant::String},
+    {"leftEnabled", "leftEnabled", nullptr, QVariant::Bool},
+    {"focus", "controlFocus", nullptr, QVariant::String},
+    {"log", "log", nullptr, QVariant::StringList},
+};
+
+// Returns an empty value of the type if the value isn't shown or the frame doesn't have it.
+QVariant read(const QWidget &frame, const FrameValue &value)
+{
+    const bool isShown = !value.visible || frame.property(value.visible).toBool();
+    QVariant content = isShown ? frame.property(value.property) : QVariant();
+    return content.convert(value.type) ? content : QVariant(value.type);
+}
+
 void readFrame(const QWidget &frame, QVariantMap &screen)
 {
-    const auto shown = [&frame](const char *value, const char *visible) {
-        return frame.property(visible).toBool() ? frame.property(value).toString() : QString();
-    };
-    screen.insert(QStringLiteral("title"), frame.property("title").toString());
-    screen.insert(QStringLiteral("titleIcon"), frame.property("titleIcon").toString());
-    screen.insert(QStringLiteral("stepTitle"), shown("stepTitle", "stepTitleVisible"));
-    screen.insert(QStringLiteral("steps"), frame.property("steps").toList());
-    screen.insert(QStringLiteral("statusIcon"), shown("statusIcon", "statusIconVisible"));
-    screen.insert(QStringLiteral("left"), shown("leftText", "leftVisible"));
-    screen.insert(QStringLiteral("right"), shown("rightText", "rightVisible"));
-    screen.insert(QStringLiteral("leftEnabled"), frame.property("leftEnabled").toBool());
-    screen.insert(QStringLiteral("focus"), frame.property("controlFocus").toString());
-    screen.insert(QStringLiteral("log"), frame.property("log").toStringList());
+    for (const FrameValue &value : frameValues)
+        screen.insert(QString::fromLatin1(value.key), read(frame, value));
 }
 
 const QVector<std::pair<const char *, QString>> &pagesByClass()
@@ -124,6 +143,20 @@ QStringList pageNames()
     for (const auto &[className, name] : pagesByClass())
         names << name;
     return names;
+}
+
+ShownPage findShownPage(QWidget *lcd)
+{
+    const Widgets visible = visibleWidgets(*lcd);
+    return {pageName(visible), findClass(visible, containerClass) ? nullptr : findClass(visible, frameClass)};
+}
+
+void readFrameProperty(const QWidget &frame, const QByteArray &property, QVariantMap &screen)
+{
+    for (const FrameValue &value : frameValues) {
+        if (property == value.property || property == value.visible)
+            screen.insert(QString::fromLatin1(value.key), read(frame, value));
+    }
 }
 
 QVariantMap readScreen(QWidget *lcd)

@@ -16,6 +16,18 @@ namespace panelhost {
 ///   container   key of the container on "container"
 QVariantMap readScreen(QWidget *lcd);
 
+/// The visible page of the LCD.
+struct ShownPage
+{
+    QString name;   ///< as readScreen() returns it as "page", except that the menu counts as "hidden"
+    QWidget *frame; ///< the frame that readScreen() reads; nullptr if there is none
+};
+
+ShownPage findShownPage(QWidget *lcd);
+
+/// Adds to @p screen what readScreen() returns for the values that depend on one property of a test page's frame.
+void readFrameProperty(const QWidget &frame, const QByteArray &property, QVariantMap &screen);
+
 /// Returns all values that "page" can have.
 QStringList pageNames();
 
