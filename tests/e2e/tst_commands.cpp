@@ -49,6 +49,7 @@ private Q_SLOTS:
     void killedPlayLeavesWholeFiles();
     void whatAKilledPlayLeavesIsRemoved();
     void memoryDoesNotGrowWithTime();
+    void memoryOfAThousandAgingRounds();
     void reportFoldsRepeatedRounds();
     void reportBeginsWithFailures();
     void reportIsReadableInBothThemes_data();
@@ -91,7 +92,7 @@ private:
     bool startAging(QProcess &process, const QStringList &options);
     void checkJournalLines(const QByteArray &journal);
     void checkWellFormed(const QByteArray &xml);
-    long mostMemory(int hours);
+    long mostMemory(const QByteArray &scenario, const QList<QByteArray> &options);
 
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -656,17 +657,12 @@ void CommandsTest::whatAKilledPlayLeavesIsRemoved()
     QCOMPARE(left(), QStringList());
 }
 
-/// The largest resident size, in KiB, of a process that plays that many hours of aging.
-long CommandsTest::mostMemory(int hours)
+/// The largest resident size, in KiB, of a process that plays a scenario.
+long CommandsTest::mostMemory(const QByteArray &scenario, const QList<QByteArray> &options)
 {
-    const auto scenario = m_directory->filePath(QStringLiteral("hours.yaml"));
-    write(QStringLiteral("hours.yaml"),
-          QByteArray(Aging).replace("times: 100000", "times: " + QByteArray::number(hours)).replace("24h", "1h"));
-    const auto journal = m_directory->filePath(QStringLiteral("j"));
-    const auto report = m_directory->filePath(QStringLiteral("out"));
-    QList<QByteArray> arguments{
-        PANELHOST,           "play", scenario.toLocal8Bit(), "--journal", journal.toLocal8Bit(), "--report",
-        report.toLocal8Bit()};
+    write(QStringLiteral("long.yaml"), scenario);
+    QList<QByteArray> arguments{PANELHOST, "play", m_directory->filePath(QStringLiteral("long.yaml")).toLocal8Bit()};
+    arguments += options;
     QVector<char *> pointers;
     for (auto &argument : arguments)
         pointers.append(argument.data());
@@ -690,14 +686,38 @@ void CommandsTest::memoryDoesNotGrowWithTime()
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     QSKIP("a sanitizer has a memory of its own");
 #endif
-    const long shorter = mostMemory(2);
+    const QList<QByteArray> outputs{"--journal", m_directory->filePath(QStringLiteral("j")).toLocal8Bit(), "--report",
+                                    m_directory->filePath(QStringLiteral("out")).toLocal8Bit()};
+    const auto hours = [](int count) {
+        return QByteArray(Aging).replace("times: 100000", "times: " + QByteArray::number(count)).replace("24h", "1h");
+    };
+    const long shorter = mostMemory(hours(2), outputs);
     QVERIFY(shorter > 0);
     const auto linesOfShorter = read(QStringLiteral("j")).count('\n');
-    const long longer = mostMemory(20);
+    const long longer = mostMemory(hours(20), outputs);
     QVERIFY(read(QStringLiteral("j")).count('\n') > 9 * linesOfShorter);
     QVERIFY2(longer < shorter + 8 * 1024, qPrintable(QStringLiteral("%1 KiB, then %2 KiB").arg(shorter).arg(longer)));
     QVERIFY2(longer < 200 * 1024, qPrintable(QStringLiteral("%1 KiB").arg(longer)));
     QVERIFY(read(QStringLiteral("out/report.html")).size() < 2000000);
+}
+
+// Without a report, nothing of what was played is kept.
+void CommandsTest::memoryOfAThousandAgingRounds()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer has a memory of its own");
+#endif
+    constexpr int RoundDuration = 76; // s, with all ports plugged
+    const auto rounds = [](int count) {
+        return "device: {plugged: [net1, net2, net3, net4, usb1, usb2, usb3, usb4]}\n"
+               "steps:\n  - open: AgingMode\n  - soft: right\n  - wait: "
+            + QByteArray::number(count * RoundDuration) + "s\n  - expect: {page: aging}\n";
+    };
+    const long shorter = mostMemory(rounds(300), {});
+    QVERIFY(shorter > 0);
+    const long longer = mostMemory(rounds(1000), {});
+    QVERIFY2(longer < shorter + 2 * 1024, qPrintable(QStringLiteral("%1 KiB, then %2 KiB").arg(shorter).arg(longer)));
+    QVERIFY2(longer < 60 * 1024, qPrintable(QStringLiteral("%1 KiB").arg(longer)));
 }
 
 void CommandsTest::reportFoldsRepeatedRounds()
