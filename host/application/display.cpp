@@ -1,7 +1,7 @@
 #include "application/display.h"
 
-#include "application/forkedprocess.h"
 #include "lcd/platform.h"
+#include "session/forkedprocess.h"
 
 #include <QtGui/QGuiApplication>
 

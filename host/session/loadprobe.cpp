@@ -1,7 +1,7 @@
 #include "session/loadprobe.h"
 
-#include "application/forkedprocess.h"
 #include "session/devicesession.h"
+#include "session/forkedprocess.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QSet>

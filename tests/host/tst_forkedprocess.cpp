@@ -1,5 +1,5 @@
-#include "application/forkedprocess.h"
 #include "hosttest.h"
+#include "session/forkedprocess.h"
 
 #include <QtCore/QTemporaryDir>
 

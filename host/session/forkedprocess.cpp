@@ -1,4 +1,4 @@
-#include "application/forkedprocess.h"
+#include "session/forkedprocess.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
