@@ -355,6 +355,9 @@ private Q_SLOTS:
         QTest::newRow("brackets that stay open, within the limit")
             << withEntities(repeated(600, "<!ELEMENT a (>"), "")
             << QStringLiteral("\"unexpected character\" at line 1 column 29");
+        QTest::newRow("references that don't end, within the limit")
+            << "<LCD>" + repeated(70000, "&x ")
+            << QStringLiteral("\"error occurred while parsing reference\" at line 1 column 8");
         QTest::newRow("brackets that close nothing")
             << withEntities("<!ELEMENT a )))>" + repeated(50000, "<!-x>"), "") << nodes;
     }
