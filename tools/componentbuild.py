@@ -4,6 +4,7 @@ is built with them and preloaded into the tests."""
 import collections
 import concurrent.futures
 import contextlib
+import glob
 import json
 import os
 import re
@@ -69,8 +70,21 @@ class Build:
         text = open(source, encoding="utf-8").read() if source else ""
         return any(f'#include "{name}"' in text for name in names if name.endswith(".h"))
 
-    def source_of(self, test):
-        return next((file for file in self.compile if file.endswith(f"/{test}.cpp")), None)
+    @staticmethod
+    def source_of(test):
+        return next(glob.iglob(os.path.join(SOURCE, "tests", "**", f"{test}.cpp"), recursive=True), None)
+
+    def unit_of(self, test):
+        """Returns the source that is compiled for a test: its own, or one that includes those of several tests."""
+        source = self.source_of(test)
+        if source in self.compile:
+            return source
+        for unit in self.compile:
+            if unit.startswith(self.directory) and unit.endswith("_tests.cpp"):
+                with open(unit, encoding="utf-8") as file:
+                    if f'#include "{source}"' in file.read():
+                        return unit
+        return fail(f"no program is built for {test}")
 
     def users_of(self, header):
         """Returns the sources of the component and the test programs that include a header of the component."""
@@ -171,13 +185,16 @@ class Worker:
 
     def program(self, test):
         """Builds a test program with the headers of this worker. Returns its path, or None if it doesn't compile."""
-        source, program = self.build.source_of(test), self.build.tests[test].program
-        output = os.path.join(self.directory, test + ".o")
+        source, program = self.build.unit_of(test), self.build.tests[test].program
+        name = os.path.basename(source).removesuffix(".cpp")
+        if name != test:  # the test is a link to a program with several tests
+            program = os.path.join(self.build.directory, "tests", name)
+        output = os.path.join(self.directory, name + ".o")
         path = os.path.join(self.directory, test)
         command = self.build.compile[source].replace(" -Werror", " -w").replace(f"-I{COMPONENT} ", f"-I{self.sources} ")
         command = re.sub(r" -o \S+ -c \S+$", f" -o {output} -c {source}", command)
         link = self.build.run_ninja("commands", os.path.relpath(program, self.build.directory))[-1]
-        link = re.sub(rf"\S+/{test}\.cpp\.o\b", output, link)
+        link = re.sub(rf"\S+/{name}\.cpp\.o\b", output, link)
         link = re.sub(r" -o \S+", f" -o {path}", link, count=1)
         return path if self.shell(command) and self.shell(link) else None
 

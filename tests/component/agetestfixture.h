@@ -3,9 +3,11 @@
 #include "agetestbiz.h"
 #include "recordinghost.h"
 
+#include <QtCore/QMetaType>
 #include <QtCore/QStringList>
 #include <QtGui/QColor>
 
+#include <functional>
 #include <optional>
 
 /// An aging test with recording services. Its text lines and its calls to the services are recorded in the same list:
@@ -34,3 +36,6 @@ public:
 
 /// Returns the calls of a normal update of the text: the line of the step and the red line.
 QStringList lines(const QString &step, const QString &failures = QStringLiteral(" "));
+
+// An operation as the data of a test.
+Q_DECLARE_METATYPE(std::function<void(LCD::FactoryModeImpl::AgeTestBiz &)>)

@@ -4,9 +4,16 @@
 #include "machineoperator.h"
 #include "singletestsupport.h"
 
+#include <QtCore/QMetaType>
 #include <QtCore/QStringList>
 
 #include <optional>
+
+// A report as the data of a test.
+using Ports = std::vector<std::pair<int, bool>>;
+using Nodes = std::vector<RecordingUsb::Node>;
+Q_DECLARE_METATYPE(Ports)
+Q_DECLARE_METATYPE(Nodes)
 
 /// A complete machine test with recording services. Its callbacks and its calls to the services are recorded in the
 /// same list: "log <line>", "icon <step>" and "phase <fields>" with each field that differs from its default.
@@ -29,8 +36,8 @@ public:
     /// Passes the current phase and returns the calls that follow its last press.
     QStringList pass();
     void pressKeys() { operate.pressKeys(); }
-    void netReport(const std::vector<std::pair<int, bool>> &ports) { operate.netReport(ports); }
-    void usbReport(const std::vector<RecordingUsb::Node> &nodes) { operate.usbReport(nodes); }
+    void netReport(const Ports &ports) { operate.netReport(ports); }
+    void usbReport(const Nodes &nodes) { operate.usbReport(nodes); }
 
     /// All log lines since the creation of this object.
     LogCapture log;

@@ -9,8 +9,6 @@
 
 using LCD::FactoryModeImpl::AgeTestBiz;
 
-Q_DECLARE_METATYPE(std::function<void(AgeTestBiz &)>)
-
 namespace {
 
 /// Returns all lines that name a step, in order.

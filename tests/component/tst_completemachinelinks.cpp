@@ -19,13 +19,7 @@ QString usbResult(const QString &icon)
         .arg(icon);
 }
 
-using Ports = std::vector<std::pair<int, bool>>;
-using Nodes = std::vector<RecordingUsb::Node>;
-
 }
-
-Q_DECLARE_METATYPE(Ports)
-Q_DECLARE_METATYPE(Nodes)
 
 /// The screens that follow a report of the net ports or the USB ports.
 class CompleteMachineLinksTest : public QObject

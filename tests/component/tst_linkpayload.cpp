@@ -6,8 +6,6 @@
 
 #include <typeinfo>
 
-Q_DECLARE_METATYPE(std::any)
-
 using namespace LCD::FactoryModeImpl;
 
 namespace {

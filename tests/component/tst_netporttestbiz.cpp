@@ -8,8 +8,6 @@
 #include <typeinfo>
 #include <utility>
 
-Q_DECLARE_METATYPE(std::any)
-
 using namespace LCD::FactoryModeImpl;
 
 namespace {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "scenario/scenario.h"
 #include "session/session.h"
+
+#include <QtCore/QMetaType>
 
 /// Returns the options of a session with the component that was built and the shipped configuration files.
 inline panelhost::Session::Options shippedOptions()
@@ -16,3 +19,6 @@ inline QString shippedScenario(const char *name)
 {
     return QStringLiteral(LCD_SOURCE_DIR "/scenarios/") + QString::fromLatin1(name);
 }
+
+// A scenario as the data of a test.
+Q_DECLARE_METATYPE(panelhost::Scenario)

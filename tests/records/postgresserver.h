@@ -1,7 +1,9 @@
 #pragma once
 
 #include "records/recordstore.h"
+#include "records/statistics.h"
 
+#include <QtCore/QMetaType>
 #include <QtCore/QTemporaryDir>
 
 #include <vector>
@@ -52,3 +54,6 @@ private:
     bool m_isRunning = false;
     QString m_error;
 };
+
+// A query as the data of a test.
+Q_DECLARE_METATYPE(panelhost::StatisticsQuery)

@@ -6,8 +6,6 @@
 #include <QtCore/QJsonDocument>
 #include <QtTest/QtTest>
 
-Q_DECLARE_METATYPE(panelhost::StatisticsQuery)
-
 using namespace panelhost;
 
 /// Statistics from a real PostgreSQL server: the same as from a file with the same runs.

@@ -38,3 +38,6 @@ protected:
 private:
     QStringList ofEachStep(const QString &field) const;
 };
+
+// As the data of a test.
+Q_DECLARE_METATYPE(LCD::Widget::FocusType)

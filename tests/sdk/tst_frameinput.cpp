@@ -11,8 +11,6 @@
 
 #include <memory>
 
-Q_DECLARE_METATYPE(LCD::Widget::FocusType)
-
 using namespace LCD::Widget;
 
 namespace {

@@ -9,8 +9,10 @@
 #include "lcd/protocol/records.h"
 #include "mirel/api.h"
 
+#include <QtCore/QMetaType>
 #include <QtCore/QStringList>
 
+#include <any>
 #include <functional>
 #include <map>
 #include <memory>
@@ -240,3 +242,6 @@ public:
     };
     std::vector<Entry> entries() const;
 };
+
+// A payload as the data of a test.
+Q_DECLARE_METATYPE(std::any)

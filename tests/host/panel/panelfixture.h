@@ -4,7 +4,10 @@
 #include "operator/operatoraction.h"
 #include "panel/control.h"
 
+#include <QtCore/QMetaType>
 #include <QtCore/QStringList>
+
+#include <memory>
 
 /// A device as the panel's tests draw it: @p keys keys named K1, K2 …, four net and four USB ports, all at rest.
 panelhost::DeviceState sampleDevice(int keys = 4);
@@ -28,3 +31,7 @@ public:
 
     QStringList lines;
 };
+
+// As the data of a test.
+Q_DECLARE_METATYPE(panelhost::TBarEnd)
+Q_DECLARE_METATYPE(std::shared_ptr<panelhost::Control>)

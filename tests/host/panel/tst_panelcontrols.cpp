@@ -15,9 +15,6 @@
 
 #include <memory>
 
-Q_DECLARE_METATYPE(panelhost::TBarEnd)
-Q_DECLARE_METATYPE(std::shared_ptr<panelhost::Control>)
-
 using namespace panelhost;
 
 class TestPanelControls : public QObject

@@ -26,8 +26,6 @@
 
 using namespace panelhost;
 
-Q_DECLARE_METATYPE(panelhost::Scenario)
-
 /// Scenarios that are opened and played in the window.
 class WindowPlaybackTest : public QObject
 {
