@@ -1,4 +1,5 @@
 #include "postgresserver.h"
+#include "prooflength.h"
 #include "records/runsaver.h"
 #include "runfactory.h"
 
@@ -166,24 +167,24 @@ void PostgresStationsTest::verifyRunsAreComplete()
 void PostgresStationsTest::fiftyStationsWithOneServer()
 {
     constexpr int Stations = 50;
-    constexpr int Runs = 200;
+    const int runs = proofLength(10, 200, 1000);
     std::vector<Process> stations;
     QStringList ids;
     for (int number = 1; number <= Stations; ++number) {
-        stations.push_back(startStation("all", number, Runs));
-        ids += factoryIds(number, Runs);
+        stations.push_back(startStation("all", number, runs));
+        ids += factoryIds(number, runs);
     }
     for (const Process &station : stations) {
         QVERIFY(station->waitForFinished(600000));
         QCOMPARE(station->exitCode(), 0);
     }
-    QCOMPARE(ids.size(), Stations * Runs);
+    QCOMPARE(ids.size(), Stations * runs);
     verifyServerHas(ids);
     QString error;
     for (int number = 1; number <= Stations; ++number) {
         const auto store = RecordStore::openExisting(file(number), &error);
         QVERIFY2(store, qPrintable(error));
-        QCOMPARE(store->count({}, &error), Runs);
+        QCOMPARE(store->count({}, &error), runs);
         QCOMPARE(store->pendingCount(&error), 0);
     }
 }
@@ -199,12 +200,12 @@ void PostgresStationsTest::aServerThatIsKilledLosesNothing()
 {
     QFETCH(bool, isKilled);
     constexpr int Stations = 4;
-    constexpr int Rounds = 10;
+    const int rounds = proofLength(3, 10, 50);
     std::vector<Process> stations;
     for (int number = 1; number <= Stations; ++number)
         stations.push_back(startStation("until-closed", number, 1000000));
     int count = 0;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         // Runs are under way.
         QTRY_VERIFY_WITH_TIMEOUT(m_server->values(q("SELECT count(*) FROM run")).value(0).toInt() > count, 60000);
         QVERIFY(isKilled ? m_server->kill() : m_server->crash());
@@ -218,14 +219,15 @@ void PostgresStationsTest::aServerThatIsKilledLosesNothing()
         QCOMPARE(station->exitCode(), 0);
         reported += wholeLines(station->readAllStandardOutput());
     }
-    QVERIFY(reported.size() >= Rounds);
+    QVERIFY(reported.size() >= rounds);
     verifyServerHas(reported);
 }
 
 void PostgresStationsTest::aStationThatIsKilledLosesNothing()
 {
+    const int kills = proofLength(15, 100, 500);
     QStringList reported;
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < kills; ++round) {
         const Process station = startStation("until-closed", 1000 + round, 1000000);
         QVERIFY(station->waitForReadyRead(30000));
         station->waitForReadyRead((round * 7) % 60);
@@ -233,23 +235,23 @@ void PostgresStationsTest::aStationThatIsKilledLosesNothing()
         QVERIFY(station->waitForFinished());
         reported += wholeLines(station->readAllStandardOutput());
         // The next one has the file of this one, and so sends what this one has left.
-        QVERIFY(QFile::rename(file(1000 + round), file(1001 + round)) || round == 99);
+        QVERIFY(QFile::rename(file(1000 + round), file(1001 + round)) || round == kills - 1);
         for (const char *suffix : {"-wal", "-shm"})
             QFile::rename(file(1000 + round) + q(suffix), file(1001 + round) + q(suffix));
     }
     {
-        const Process last = startStation("all", 1100, 1);
+        const Process last = startStation("all", 1000 + kills, 1);
         QVERIFY(last->waitForFinished(120000));
         QCOMPARE(last->exitCode(), 0);
     }
     QString error;
-    const auto store = RecordStore::openExisting(file(1100), &error);
+    const auto store = RecordStore::openExisting(file(1000 + kills), &error);
     QVERIFY2(store, qPrintable(error));
     QCOMPARE(store->pendingCount(&error), 0);
     QStringList saved;
     QVERIFY(store->read(
         {}, [&saved](const Run &run) { saved << idText(run.id); }, &error));
-    QVERIFY(reported.size() >= 100);
+    QVERIFY(reported.size() >= kills);
     for (const QString &id : qAsConst(reported))
         QVERIFY2(saved.contains(id), qPrintable(id));
     verifyServerHas(saved);

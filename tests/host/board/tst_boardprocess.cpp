@@ -1,4 +1,5 @@
 #include "mockinput.h"
+#include "prooflength.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
@@ -198,13 +199,13 @@ void tst_BoardProcess::restoreAfterAKill()
 // Whenever the process is killed, the file is whole or not there, and what it wrote before is restored.
 void tst_BoardProcess::killAtAnyMomentCanBeRestored()
 {
-    constexpr int Kills = 20;
+    const int kills = proofLength(6, 20, 200);
     constexpr int Longest = 1500; // ms: until the LEDs and screens of a test are being written
     const QString state = directory->filePath(q("state/outputs.json"));
     const QString board = write("board.yaml", profile());
     QRandomGenerator random(20260122);
     int restored = 0;
-    for (int kill = 0; kill < Kills; ++kill) {
+    for (int kill = 0; kill < kills; ++kill) {
         process->start(q(PANELHOST), {q("--device"), board, q("--state"), q("state")});
         QVERIFY(process->waitForStarted());
         QElapsedTimer lived;
@@ -226,7 +227,7 @@ void tst_BoardProcess::killAtAnyMomentCanBeRestored()
         QCOMPARE(content(q("/sys/class/leds/cut/brightness")), QByteArray("7"));
         QVERIFY(!QFile::exists(state));
     }
-    qInfo("%d of %d kills left something to restore", restored, Kills);
+    qInfo("%d of %d kills left something to restore", restored, kills);
     QVERIFY(restored > 0);
 }
 
