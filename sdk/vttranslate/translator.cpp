@@ -53,7 +53,7 @@ QString Translator::translate(const QString &context, const QString &section, co
     const std::unique_lock lock(m_mutex);
     if (!m_catalog)
         return key;
-    const QString text = m_catalog->translate(context.toUtf8(), key.toUtf8(), section.toUtf8());
+    QString text = m_catalog->translate(context.toUtf8(), key.toUtf8(), section.toUtf8());
     if (text.isNull())
         return key;
     m_texts[key].append({context, section, text});
