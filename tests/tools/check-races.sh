@@ -23,7 +23,7 @@ grep -E 'LCD_PROOF_SEED|actions' "$scratch/log"
 
 locker='        const QMutexLocker locker(&linkMutex);
 '
-swap='        portLinks.swap(stored);'
+swap='        return TakenLinks{links, std::exchange(portLinks, links)};'
 tools/mutate "$build" --plant netporttestbiz.cpp "$locker$swap" "$swap" --library "$scratch/liblcdfactorymodeimpl.so"
 if LCD_PROOF_LENGTH=short stress "$scratch/liblcdfactorymodeimpl.so" || ! grep -q 'ThreadSanitizer: data race' "$scratch/log" ||
     ! grep -q 'NetPortTestBiz::Impl::takeLinks' "$scratch/log"; then

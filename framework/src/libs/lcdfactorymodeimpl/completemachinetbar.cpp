@@ -11,6 +11,7 @@ namespace LCD::FactoryModeImpl {
 namespace {
 
 constexpr int TBarSlider = 1;
+constexpr int TBarLines = 6;
 
 }
 
@@ -21,10 +22,11 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
     info.titleIcon = slider ? QStringLiteral("fc_tbar_slider") : QStringLiteral("fc_tbar_fader");
     info.stepTitle = translated(QStringLiteral("TestStep"));
     info.stepTitleVisible = false;
-    const QString toTop = translated(QStringLiteral("Push T-Bar to Top"));
-    const QString toBottom = translated(QStringLiteral("Push T-Bar to Bottom"));
-    info.steps << QLatin1String("1.") % toTop << QLatin1String("2.") % toBottom << QLatin1String("3.") % toTop
-               << QLatin1String("4.") % toBottom << QLatin1String("5.") % toTop << QLatin1String("6.") % toBottom;
+    for (int line = 1; line <= TBarLines; ++line) {
+        const QString text =
+            translated(line % 2 == 1 ? QStringLiteral("Push T-Bar to Top") : QStringLiteral("Push T-Bar to Bottom"));
+        info.steps << QString::number(line) % QLatin1Char('.') % text;
+    }
     setButtons(info, phaseRow(PhaseTBar).buttons, nullptr);
     info.rightBtnText = rightBtnText;
     info.panelMode = phaseRow(PhaseTBar).panelMode;

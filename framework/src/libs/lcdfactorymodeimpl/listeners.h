@@ -72,8 +72,9 @@ public:
                                   [&requester](const auto &other) { return other.first >= requester; });
         if (entry == changed.end() || entry->first != requester)
             entry = changed.insert(entry, {requester, nullptr});
+        const auto index = static_cast<int>(entry - changed.begin());
         m_list.swap(changed);
-        return entry->second;
+        return m_list[index].second;
     }
 
     /// Returns a copy of the listener of @p requester, or an empty one.
