@@ -1212,10 +1212,10 @@ private:
         return directory.entryList({q(".*")}, QDir::Files | QDir::Hidden);
     }
 
-    /// Returns all of @p visits, or at the quick length one of them, each time the next.
-    QStringList someOf(const QStringList &visits)
+    /// Returns all of @p states, or at the quick length one of them, each time the next.
+    QStringList someOf(const QStringList &states)
     {
-        return proofLength(QStringList{visits.at(visitCount++ % visits.size())}, visits, visits);
+        return proofLength(QStringList{states.at(visitCount++ % states.size())}, states, states);
     }
 
     void exportTo(const QString &stick)
