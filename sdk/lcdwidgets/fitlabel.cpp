@@ -1,7 +1,5 @@
 #include "fitlabel.h"
 
-#include "textfit.h"
-
 namespace LCD::Widget {
 
 FitLabel::FitLabel(QWidget *parent) : QLabel(parent)
@@ -50,7 +48,7 @@ void FitLabel::paintEvent(QPaintEvent *event)
 
 void FitLabel::fit()
 {
-    const QFont fitted = fittedToLine(font(), text(), contentsRect().size(), m_wantedFont);
+    const QFont fitted = fittedToLine(m_sizes, font(), text(), contentsRect().size(), m_wantedFont);
     if (fitted != font())
         setFont(fitted);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "textfit.h"
+
 #include <QtWidgets/QLabel>
 
 namespace LCD::Widget {
@@ -25,6 +27,7 @@ private:
     void fit();
 
     int m_wantedFont = 16;
+    FontSizes m_sizes;
 };
 
 }

@@ -2,7 +2,6 @@
 
 #include "frametheme.h"
 #include "iconstore.h"
-#include "textfit.h"
 
 #include <QtGui/QPainter>
 
@@ -34,9 +33,9 @@ void IconLabel::paintEvent(QPaintEvent *)
         painter.drawPixmap((width() - side) / 2, (height() - side) / 2, pixmap);
 }
 
-void IconLabel::paintName(QPainter &painter) const
+void IconLabel::paintName(QPainter &painter)
 {
-    painter.setFont(fittedToLine(font(), m_key, size(), height() / 2));
+    painter.setFont(fittedToLine(m_sizes, font(), m_key, size(), height() / 2));
     painter.setPen(QColor(Theme::QuietText));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, m_key);
 }

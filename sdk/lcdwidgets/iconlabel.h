@@ -1,5 +1,7 @@
 #pragma once
 
+#include "textfit.h"
+
 #include <QtWidgets/QWidget>
 
 namespace LCD::Widget {
@@ -19,9 +21,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void paintName(QPainter &painter) const;
+    void paintName(QPainter &painter);
 
     QString m_key;
+    FontSizes m_sizes;
 };
 
 }

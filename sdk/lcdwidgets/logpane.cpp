@@ -1,7 +1,6 @@
 #include "logpane.h"
 
 #include "frametheme.h"
-#include "textfit.h"
 
 #include <QtGui/QPainter>
 
@@ -141,7 +140,7 @@ void FactoryTestRightFrame::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), QColor(Theme::LogBackground));
     const bool strip = width() > height() * 3;
     painter.fillRect(strip ? QRect(0, 0, width(), 1) : QRect(0, 0, 1, height()), QColor(Theme::Line));
-    painter.setFont(sized(font(), d->fontSize));
+    painter.setFont(d->sizes.sized(font(), d->fontSize));
     const int margin = d->fontSize * 2 / 3;
     const int vertical = strip ? std::max(0, (height() - painter.fontMetrics().height()) / 2) : margin;
     d->paint(painter, rect().adjusted(margin * 2, vertical, -margin, -vertical));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lcd/widget/factorytestframe.h"
+#include "textfit.h"
 
 #include <QtCore/QVector>
 
@@ -25,6 +26,7 @@ public:
 
     QVector<Line> lines;
     int fontSize = 14;
+    FontSizes sizes;
 
 private:
     /// A painted line: its text, how it is wrapped, and its height.

@@ -1,7 +1,6 @@
 #include "softbutton.h"
 
 #include "frametheme.h"
-#include "textfit.h"
 
 #include <QtGui/QPainter>
 
@@ -61,7 +60,7 @@ QRect SoftButton::captionArea() const
 
 QFont SoftButton::captionFont() const
 {
-    return fittedToLine(font(), m_caption, captionArea().size(), height() * 42 / 100);
+    return fittedToLine(m_sizes, font(), m_caption, captionArea().size(), height() * 42 / 100);
 }
 
 SoftButton::Look SoftButton::look() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "textfit.h"
+
 #include <QtWidgets/QPushButton>
 
 namespace LCD::Widget {
@@ -40,6 +42,7 @@ private:
     QString m_caption;
     bool m_focusShown = false;
     bool m_dangerous = false;
+    mutable FontSizes m_sizes;
 };
 
 }

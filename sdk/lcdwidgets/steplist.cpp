@@ -3,7 +3,6 @@
 #include "frametheme.h"
 #include "iconstore.h"
 #include "lcd/widget/icons.h"
-#include "textfit.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QPaintEvent>
@@ -94,8 +93,11 @@ void StepList::updateChanges()
     m_updatedSteps = m_steps;
 }
 
+// Without updates, nobody sees the list, and finding the place of a mark could load fonts for nothing.
 void StepList::updateMarks()
 {
+    if (!updatesEnabled())
+        return;
     for (int index = 0; index < m_steps.size(); ++index) {
         if (m_steps.at(index).mark == m_updatedSteps.at(index).mark)
             continue;
@@ -170,7 +172,7 @@ FittedSteps StepList::fit(const StepFitting &fitting) const
 VerdictBanner StepList::bannerOf(int line, int bannerHeight) const
 {
     const QRect area(0, 0, std::max(0, width() - 2 * ScrollBarWidth), bannerHeight);
-    return layoutBanner(m_steps.at(line).text.trimmed(), font(), area);
+    return layoutBanner(m_boldSizes, m_steps.at(line).text.trimmed(), font(), area);
 }
 
 FittedSteps StepList::fit(const StepFitting &fitting, const std::optional<VerdictBanner> &banner) const
@@ -179,14 +181,14 @@ FittedSteps StepList::fit(const StepFitting &fitting, const std::optional<Verdic
     StepLayout last;
     const auto layoutOf = [&](int pixelSize) -> const StepLayout & {
         if (std::exchange(lastSize, pixelSize) != pixelSize)
-            last = layoutFor(sized(font(), pixelSize), banner);
+            last = layoutFor(m_sizes.sized(font(), pixelSize), banner);
         return last;
     };
     const int size = largestFitting(m_smallestFont, m_wantedFont, [&](int pixelSize) {
         const StepLayout &layout = layoutOf(pixelSize);
         return layout.fitsWidth && layout.height <= height();
     });
-    return {fitting, sized(font(), size), layoutOf(size)};
+    return {fitting, m_sizes.sized(font(), size), layoutOf(size)};
 }
 
 StepLayout StepList::layoutFor(const QFont &font, const std::optional<VerdictBanner> &banner) const

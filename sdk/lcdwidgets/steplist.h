@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lcd/widget/factorytestframe.h"
+#include "textfit.h"
 #include "verdictbanner.h"
 
 #include <QtCore/QVector>
@@ -106,6 +107,8 @@ private:
     int m_verdictHeight = 96;
     int m_offset = 0;
     mutable std::optional<FittedSteps> m_fitted;
+    mutable FontSizes m_sizes;
+    mutable FontSizes m_boldSizes;
 };
 
 }

@@ -11,6 +11,9 @@ namespace {
 
 constexpr int SmallestLineFont = 6;
 
+// More than a search for the largest size tries. Each resize of a widget leads to other sizes.
+constexpr int MostKeptSizes = 16;
+
 }
 
 int largestFitting(int smallest, int wanted, const std::function<bool(int)> &fits)
@@ -26,19 +29,27 @@ int largestFitting(int smallest, int wanted, const std::function<bool(int)> &fit
     return fitting;
 }
 
-QFont sized(QFont font, int pixelSize)
+QFont FontSizes::sized(const QFont &font, int pixelSize)
 {
-    font.setPixelSize(std::max(1, pixelSize));
-    return font;
+    QFont wanted = font;
+    wanted.setPixelSize(std::max(1, pixelSize));
+    if (m_fonts.size() >= MostKeptSizes && !m_fonts.contains(pixelSize))
+        m_fonts.clear();
+    QFont &kept = m_fonts[pixelSize];
+    if (kept != wanted) {
+        kept = wanted;
+        QFontMetrics(kept).height(); // loads it: a painter would use a copy, which isn't kept
+    }
+    return kept;
 }
 
-QFont fittedToLine(const QFont &font, const QString &text, const QSize &area, int wanted)
+QFont fittedToLine(FontSizes &sizes, const QFont &font, const QString &text, const QSize &area, int wanted)
 {
     const int size = largestFitting(SmallestLineFont, wanted, [&](int pixelSize) {
-        const QRect bounds = QFontMetrics(sized(font, pixelSize)).boundingRect(QRect(), Qt::TextSingleLine, text);
+        const QRect bounds = QFontMetrics(sizes.sized(font, pixelSize)).boundingRect(QRect(), Qt::TextSingleLine, text);
         return bounds.width() <= area.width() && bounds.height() <= area.height();
     });
-    return sized(font, size);
+    return sizes.sized(font, size);
 }
 
 }

@@ -53,7 +53,7 @@ void paintMark(QPainter &painter, const QRect &place, const QColor &color, bool 
 
 }
 
-VerdictBanner layoutBanner(const QString &text, const QFont &font, const QRect &area)
+VerdictBanner layoutBanner(FontSizes &boldSizes, const QString &text, const QFont &font, const QRect &area)
 {
     const int margin = area.height() / 8;
     const int side = std::min(area.height() - 2 * margin, area.width() / 4);
@@ -63,16 +63,16 @@ VerdictBanner layoutBanner(const QString &text, const QFont &font, const QRect &
     QFont bold = font;
     bold.setBold(true);
     const int wanted = area.height() * 6 / 10;
-    VerdictBanner banner{area, mark, room, fittedToLine(bold, text, room.size(), wanted),
+    VerdictBanner banner{area, mark, room, fittedToLine(boldSizes, bold, text, room.size(), wanted),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine};
     if (banner.font.pixelSize() >= area.height() / 3)
         return banner;
     const int flags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap;
     const int wrapped = largestFitting(SmallestFont, wanted, [&](int pixelSize) {
-        return fitsWrapped(sized(bold, pixelSize), text, room.size(), flags);
+        return fitsWrapped(boldSizes.sized(bold, pixelSize), text, room.size(), flags);
     });
     if (wrapped > banner.font.pixelSize()) {
-        banner.font = sized(bold, wrapped);
+        banner.font = boldSizes.sized(bold, wrapped);
         banner.flags = flags;
     }
     return banner;

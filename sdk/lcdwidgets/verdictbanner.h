@@ -8,6 +8,8 @@ class QPainter;
 
 namespace LCD::Widget {
 
+class FontSizes;
+
 /// A line on a filled area with a large mark. It shows a verdict, so that it can be read from two metres.
 struct VerdictBanner
 {
@@ -19,8 +21,8 @@ struct VerdictBanner
 };
 
 /// Returns the banner with @p text in @p area. Its font is the largest with which the text fits: on one line, or
-/// wrapped if it would be too small on one line.
-VerdictBanner layoutBanner(const QString &text, const QFont &font, const QRect &area);
+/// wrapped if it would be too small on one line. It is bold, and @p boldSizes keeps its sizes.
+VerdictBanner layoutBanner(FontSizes &boldSizes, const QString &text, const QFont &font, const QRect &area);
 
 /// Paints the banner filled with @p color, with a check mark if @p passed, else with a cross.
 void paintBanner(QPainter &painter, const VerdictBanner &banner, const QString &text, const QColor &color, bool passed);

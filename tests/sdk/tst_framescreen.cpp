@@ -2,11 +2,18 @@
 
 #include "frametest.h"
 
+#include <QtCore/QSet>
 #include <QtGui/QScreen>
+#include <QtGui/private/qfont_p.h>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 
+#include <functional>
+
 using namespace LCD::Widget;
+
+using Change = std::function<void(FactoryTestFrame &, const QString &)>;
+Q_DECLARE_METATYPE(Change)
 
 namespace {
 
@@ -35,6 +42,18 @@ void settle()
 {
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
+}
+
+/// Returns the sizes in pixels of the fonts that Qt unloads when it cleans up, because only its cache refers to them.
+QSet<int> unusedFontSizes()
+{
+    QSet<int> sizes;
+    const auto &fonts = QFontCache::instance()->engineDataCache;
+    for (auto font = fonts.begin(); font != fonts.end(); ++font) {
+        if (font.value()->ref.loadRelaxed() == 1)
+            sizes << qRound(font.key().pixelSize);
+    }
+    return sizes;
 }
 
 }
@@ -69,6 +88,9 @@ private Q_SLOTS:
     void aMarkIsPaintedAlone();
     void aMarkOfAVerdictPaintsTheVerdict();
     void scrolledStepsThatAreSetAgainArePaintedFromTheTop();
+    void fontsOfThePartsAreKept_data();
+    void fontsOfThePartsAreKept();
+    void aMarkThatIsNotPaintedLoadsNoFont();
 };
 
 void TestFrameScreen::isAWidgetAndOnePointer()
@@ -405,6 +427,57 @@ void TestFrameScreen::scrolledStepsThatAreSetAgainArePaintedFromTheTop()
     setSteps();
     QCOMPARE(steps.count, 1);
     QCOMPARE(steps.area, list->rect());
+}
+
+void TestFrameScreen::fontsOfThePartsAreKept_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("title") << Change([](auto &frame, const QString &text) { frame.setTitle(text); });
+    QTest::newRow("heading") << Change([](auto &frame, const QString &text) { frame.setStepTitle(text, Qt::white); });
+    QTest::newRow("steps") << Change([](auto &frame, const QString &text) { frame.addTestSteps({text, text, text}); });
+    QTest::newRow("verdict") << Change([](auto &frame, const QString &text) {
+        frame.clearAllSteps();
+        frame.addTestStep(text, Qt::green, false);
+    });
+    QTest::newRow("caption") << Change([](auto &frame, const QString &text) { frame.setLeftBtnText(text); });
+    QTest::newRow("name of an icon") << Change(
+        [](auto &frame, const QString &text) { frame.setTitleIcon(QStringLiteral("Icon"), text); });
+    QTest::newRow("log") << Change([](auto &frame, const QString &text) {
+        frame.log(text, FactoryTestRightFrame::LogSystem, FactoryTestRightFrame::LogInfo);
+    });
+}
+
+void TestFrameScreen::fontsOfThePartsAreKept()
+{
+    QFETCH(const Change, change);
+    FrameTest test;
+    change(*test.frame, QStringLiteral("Short"));
+    settle();
+    const QSet<int> before = unusedFontSizes();
+    test.resize(877, 533); // leads to sizes that no other test uses
+    test.frame->setContentFontSize(61);
+    change(*test.frame, QStringLiteral("Long enough for some smaller fonts ").repeated(4));
+    settle();
+    change(*test.frame, QStringLiteral("Short"));
+    settle();
+    QCOMPARE((unusedFontSizes() - before).values(), QList<int>());
+}
+
+void TestFrameScreen::aMarkThatIsNotPaintedLoadsNoFont()
+{
+    FrameTest test;
+    test.setUpdatesEnabled(false);
+    test.frame->setContentFontSize(59); // a size that no other test uses
+    test.frame->addTestSteps({QStringLiteral("One"), QStringLiteral("Two")});
+    settle();
+    const int fonts = QFontCache::instance()->engineDataCache.size();
+    test.frame->setStepIcon(1, IconPass);
+    settle();
+    QCOMPARE(QFontCache::instance()->engineDataCache.size(), fonts);
+    test.setUpdatesEnabled(true);
+    settle();
+    const QImage picture = test.screen()->grabWindow(test.winId()).toImage();
+    QCOMPARE(picture, test.grab().toImage().convertToFormat(picture.format()));
 }
 
 QTEST_MAIN(TestFrameScreen)
