@@ -25,7 +25,7 @@ void CompleteMachineTestBiz::Impl::fillPhase4TBarInfo(CompleteMachinePhaseInfo &
     for (int line = 1; line <= TBarLines; ++line) {
         const QString text =
             translated(line % 2 == 1 ? QStringLiteral("Push T-Bar to Top") : QStringLiteral("Push T-Bar to Bottom"));
-        info.steps << QString::number(line) % QLatin1Char('.') % text;
+        info.steps << QLatin1Char(static_cast<char>('0' + line)) % QLatin1Char('.') % text;
     }
     setButtons(info, phaseRow(PhaseTBar).buttons, nullptr);
     info.rightBtnText = rightBtnText;
