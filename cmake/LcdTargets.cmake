@@ -105,14 +105,13 @@ endfunction()
 
 # lcd_add_test(<name> SOURCES <files...> [LIBRARIES <targets...>] [INCLUDES <directories...>]
 #     [DEFINITIONS <definitions...>] [LABELS <labels...>] [TIMEOUT <seconds>] [WRAPPER <program>] [PROGRAM <name>]
-#     [DIRECTORY <directory>] [EXPORTS] [NO_WIDGETS])
+#     [DIRECTORY <directory>] [EXPORTS])
 # Builds tests/<directory>/<name> from its sources and runs it without a display, as an argument of the wrapper if there
 # is one. The first source has the test class. PROGRAM: with LCD_UNITY_BUILD, all tests with this name are compiled as
 # one unit and linked to one program, because most of the time would be spent on the headers that they share. EXPORTS:
-# libraries find the symbols of the program. NO_WIDGETS: the test doesn't link Qt Widgets, and so can't use the
-# precompiled header.
+# libraries find the symbols of the program.
 function(lcd_add_test name)
-    cmake_parse_arguments(TEST "EXPORTS;NO_WIDGETS" "TIMEOUT;WRAPPER;PROGRAM;DIRECTORY"
+    cmake_parse_arguments(TEST "EXPORTS" "TIMEOUT;WRAPPER;PROGRAM;DIRECTORY"
         "SOURCES;LIBRARIES;INCLUDES;DEFINITIONS;LABELS" ${ARGN})
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
@@ -137,16 +136,14 @@ function(lcd_add_test name)
         add_executable(${name} "${source}")
         lcd_target(${name})
     endif()
-    if(NOT TEST_NO_WIDGETS)
-        target_precompile_headers(${target} REUSE_FROM test_headers)
-    endif()
+    target_precompile_headers(${target} REUSE_FROM test_headers)
     lcd_moc_source(${target} "${source}")
     set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${directory}")
     if(TEST_EXPORTS)
         set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
     endif()
     target_sources(${target} PRIVATE ${TEST_SOURCES})
-    target_link_libraries(${target} PRIVATE Qt5::Test ${TEST_LIBRARIES})
+    target_link_libraries(${target} PRIVATE Qt5::Test Qt5::Widgets ${TEST_LIBRARIES})
     target_include_directories(${target} PRIVATE ${TEST_INCLUDES})
     target_compile_definitions(${target} PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\""
         "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"" ${TEST_DEFINITIONS})

@@ -16,7 +16,7 @@ endif()
 
 # The statements of docs/behavior.md.
 add_library(test_behaviorpage STATIC behaviorpage.cpp behaviorpage.h)
-lcd_target(test_behaviorpage)
+lcd_test_library(test_behaviorpage)
 target_include_directories(test_behaviorpage PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
 target_compile_definitions(test_behaviorpage PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\"")
 target_link_libraries(test_behaviorpage PUBLIC Qt5::Core)

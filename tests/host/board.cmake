@@ -25,7 +25,7 @@ endfunction()
 
 if(UMOCKDEV_FOUND)
     add_library(board_mocks STATIC board/mockinput.cpp board/mockinput.h)
-    lcd_target(board_mocks)
+    lcd_test_library(board_mocks)
     target_include_directories(board_mocks PUBLIC board)
     target_link_libraries(board_mocks PUBLIC Qt5::Core PkgConfig::UMOCKDEV)
 endif()

@@ -26,7 +26,7 @@ add_dependencies(tst_windowlanguage lcdfactorymodeimpl repairpages share_files)
 
 # The pictures of the documents; see tools/screenshots.
 add_executable(windowshots panel/windowshots.cpp)
-lcd_target(windowshots)
+lcd_test_library(windowshots)
 target_link_libraries(windowshots PRIVATE panelhost_core)
 target_compile_definitions(windowshots PRIVATE "LCD_SOURCE_DIR=\"${CMAKE_SOURCE_DIR}\""
     "LCD_BUILD_DIR=\"${CMAKE_BINARY_DIR}\"")
