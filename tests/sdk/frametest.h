@@ -5,6 +5,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QPushButton>
 
+#include <functional>
+
 /// A frame as a page has it, in an active window of its own, with both buttons on the screen. The window counts the
 /// keys that travel up to it.
 class FrameTest : public QWidget
@@ -39,5 +41,9 @@ private:
     QStringList ofEachStep(const QString &field) const;
 };
 
+/// Shows a text in a part of the frame.
+using FrameChange = std::function<void(LCD::Widget::FactoryTestFrame &, const QString &)>;
+
 // As the data of a test.
 Q_DECLARE_METATYPE(LCD::Widget::FocusType)
+Q_DECLARE_METATYPE(FrameChange)

@@ -8,12 +8,7 @@
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 
-#include <functional>
-
 using namespace LCD::Widget;
-
-using Change = std::function<void(FactoryTestFrame &, const QString &)>;
-Q_DECLARE_METATYPE(Change)
 
 namespace {
 
@@ -431,25 +426,25 @@ void TestFrameScreen::scrolledStepsThatAreSetAgainArePaintedFromTheTop()
 
 void TestFrameScreen::fontsOfThePartsAreKept_data()
 {
-    QTest::addColumn<Change>("change");
-    QTest::newRow("title") << Change([](auto &frame, const QString &text) { frame.setTitle(text); });
-    QTest::newRow("heading") << Change([](auto &frame, const QString &text) { frame.setStepTitle(text, Qt::white); });
-    QTest::newRow("steps") << Change([](auto &frame, const QString &text) { frame.addTestSteps({text, text, text}); });
-    QTest::newRow("verdict") << Change([](auto &frame, const QString &text) {
+    QTest::addColumn<FrameChange>("change");
+    const auto row = [](const char *part, const FrameChange &change) { QTest::newRow(part) << change; };
+    row("title", [](auto &frame, const QString &text) { frame.setTitle(text); });
+    row("heading", [](auto &frame, const QString &text) { frame.setStepTitle(text, Qt::white); });
+    row("steps", [](auto &frame, const QString &text) { frame.addTestSteps({text, text, text}); });
+    row("verdict", [](auto &frame, const QString &text) {
         frame.clearAllSteps();
         frame.addTestStep(text, Qt::green, false);
     });
-    QTest::newRow("caption") << Change([](auto &frame, const QString &text) { frame.setLeftBtnText(text); });
-    QTest::newRow("name of an icon") << Change(
-        [](auto &frame, const QString &text) { frame.setTitleIcon(QStringLiteral("Icon"), text); });
-    QTest::newRow("log") << Change([](auto &frame, const QString &text) {
+    row("caption", [](auto &frame, const QString &text) { frame.setLeftBtnText(text); });
+    row("name of an icon", [](auto &frame, const QString &text) { frame.setTitleIcon(QStringLiteral("Icon"), text); });
+    row("log", [](auto &frame, const QString &text) {
         frame.log(text, FactoryTestRightFrame::LogSystem, FactoryTestRightFrame::LogInfo);
     });
 }
 
 void TestFrameScreen::fontsOfThePartsAreKept()
 {
-    QFETCH(const Change, change);
+    QFETCH(const FrameChange, change);
     FrameTest test;
     change(*test.frame, QStringLiteral("Short"));
     settle();
