@@ -11,7 +11,7 @@
 
 /// Waits for @p sources on the calling thread and serves them until @p done returns true, for at most a minute.
 /// Returns what it returned last.
-inline bool pump(const QList<panelhost::EventSource *> &sources, const std::function<bool()> &done)
+[[nodiscard]] inline bool pump(const QList<panelhost::EventSource *> &sources, const std::function<bool()> &done)
 {
     QElapsedTimer elapsed;
     elapsed.start();

@@ -352,7 +352,8 @@ private:
 
     void expect(const QStringList &expected)
     {
-        pump(input->sources(), [&] { return events.size() >= expected.size(); });
+        QVERIFY2(pump(input->sources(), [&] { return events.size() >= expected.size(); }),
+                 qPrintable(events.join(QLatin1Char('\n'))));
         drain(input->sources());
         QCOMPARE(events, expected);
     }

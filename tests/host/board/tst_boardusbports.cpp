@@ -274,7 +274,8 @@ private:
 
     void expect(const QStringList &expected)
     {
-        pump(ports->sources(), [&] { return events.size() >= expected.size(); });
+        QVERIFY2(pump(ports->sources(), [&] { return events.size() >= expected.size(); }),
+                 qPrintable(events.join(QLatin1Char('\n'))));
         drain(ports->sources());
         QCOMPARE(events, expected);
     }
