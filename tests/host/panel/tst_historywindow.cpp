@@ -21,6 +21,8 @@
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QToolBar>
 
+#include <map>
+
 using namespace panelhost;
 
 using Direction = SessionHistory::Direction;
@@ -54,16 +56,21 @@ private Q_SLOTS:
     void theFailedStepIsShown();
 
 private:
-    void open(const QList<const char *> &names);
+    void open(const QStringList &scenarios);
     void trigger(const char *name);
     TimelineBar *timeline(int index) const { return m_window->findChildren<TimelineBar *>().at(index); }
-    const SessionHistory &history(int index) const { return *m_histories[static_cast<std::size_t>(index)]; }
+    const SessionHistory &history(int index) const { return *m_histories->at(static_cast<std::size_t>(index)); }
 
-    HistoryWindow::Histories m_histories;
+    std::map<QStringList, HistoryWindow::Histories> m_recorded; ///< by the scenarios; each is played once
+    const HistoryWindow::Histories *m_histories = nullptr;      ///< what the window shows
     std::unique_ptr<HistoryWindow> m_window;
 };
 
 namespace {
+
+const QString pass = shippedScenario("machine-pass.yaml");
+const QString fail = shippedScenario("machine-fail-6.yaml");
+const QString aging = shippedScenario("aging.yaml");
 
 std::unique_ptr<SessionHistory> historyOf(const QString &path)
 {
@@ -87,22 +94,25 @@ void HistoryWindowTest::initTestCase()
 
 void HistoryWindowTest::init()
 {
-    open({"machine-pass.yaml"});
+    open({pass});
 }
 
 void HistoryWindowTest::cleanup()
 {
     m_window.reset();
-    m_histories.clear();
 }
 
-void HistoryWindowTest::open(const QList<const char *> &names)
+void HistoryWindowTest::open(const QStringList &scenarios)
 {
     cleanup();
-    for (const char *name : names)
-        m_histories.push_back(historyOf(shippedScenario(name)));
+    HistoryWindow::Histories &histories = m_recorded[scenarios];
+    if (histories.empty()) {
+        for (const QString &path : scenarios)
+            histories.push_back(historyOf(path));
+    }
+    m_histories = &histories;
     VirtualClock::instance().run(1);
-    m_window = std::make_unique<HistoryWindow>(m_histories);
+    m_window = std::make_unique<HistoryWindow>(histories);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
 }
@@ -142,7 +152,7 @@ void HistoryWindowTest::everythingIsSeenInASmallWindow()
     QFETCH(QString, language);
     setWindowLanguage(language);
     const auto restore = qScopeGuard([] { setWindowLanguage(QStringLiteral("en")); });
-    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    open({pass, fail});
     m_window->resize(960, 500);
     QCoreApplication::processEvents();
     QCOMPARE(m_window->width(), 960);
@@ -288,7 +298,7 @@ void HistoryWindowTest::thePanelLooksAsItDid()
 
 void HistoryWindowTest::twoSessionsAreInStep()
 {
-    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    open({pass, fail});
     QTest::mouseClick(timeline(1), Qt::LeftButton, {}, QPoint(timeline(1)->width() / 3, 5));
     const Milliseconds at = history(1).timeOf(m_window->line(1));
     QVERIFY(at > 0);
@@ -299,13 +309,13 @@ void HistoryWindowTest::twoSessionsAreInStep()
 
 void HistoryWindowTest::twoEqualSessionsDoNotDiffer()
 {
-    open({"aging.yaml", "aging.yaml"});
+    open({aging, aging});
     QVERIFY(!m_window->findChild<QAction *>(QStringLiteral("first-difference"))->isEnabled());
 }
 
 void HistoryWindowTest::theFirstDifferenceIsShown()
 {
-    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    open({pass, fail});
     const qint64 line = firstDifference(history(0), history(1));
     QVERIFY(line > 1);
     trigger("first-difference");
@@ -325,7 +335,7 @@ void HistoryWindowTest::theFirstDifferenceIsShown()
 // The line at the current time doesn't cover the one at the difference.
 void HistoryWindowTest::theDifferenceIsSeenAtItsTime()
 {
-    open({"machine-pass.yaml", "machine-fail-6.yaml"});
+    open({pass, fail});
     const auto redPixels = [this](int index) {
         const QImage picture = timeline(index)->grab().toImage();
         int count = 0;
@@ -358,9 +368,7 @@ void HistoryWindowTest::theFailedStepIsShown()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("steps:\n  - expect: {page: aging}\n");
     file.close();
-    cleanup();
-    m_histories.push_back(historyOf(file.fileName()));
-    m_window = std::make_unique<HistoryWindow>(m_histories);
+    open({file.fileName()});
     message = m_window->findChild<QLabel *>(QStringLiteral("history-message"));
     QVERIFY(!message->isHidden());
     QVERIFY(message->text().contains(QStringLiteral("failing.yaml:2")));
