@@ -55,13 +55,13 @@ constexpr double MaxSeconds = 3;
 // A virtual processor also counts the time that its machine gives to others, so one slow check says nothing.
 constexpr int MaxChecks = 5;
 
-// Checks a menu until that is done in time. Returns the processor time of the fastest check.
-double secondsToCheck(const QString &path)
+// Checks a menu until that is done in time. Returns the processor time of the fastest check, and sets what was found.
+double secondsToCheck(const QString &path, Diagnostics *found)
 {
     double fastest = std::numeric_limits<double>::max();
     for (int check = 0; check < MaxChecks && fastest >= MaxSeconds; ++check) {
         const auto before = std::clock();
-        checkMenu(path);
+        *found = checkMenu(path);
         fastest = qMin(fastest, static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
     }
     return fastest;
@@ -307,11 +307,11 @@ void CheckTest::hostileFileIsCheckedQuickly()
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
-    const auto diagnostics = checkMenu(path);
+    Diagnostics diagnostics;
+    const double seconds = secondsToCheck(path, &diagnostics);
     const auto isWanted = [&diagnostic](const Diagnostic &found) { return found.text == diagnostic; };
     QVERIFY2(std::any_of(diagnostics.begin(), diagnostics.end(), isWanted),
              qPrintable(linesOf(diagnostics.mid(0, 3)).join(QLatin1Char('\n'))));
-    const double seconds = secondsToCheck(path);
     QVERIFY2(seconds < MaxSeconds, qPrintable(QString::number(seconds)));
 }
 
