@@ -51,7 +51,7 @@ bool PanelProcess::start(const QStringList &arguments)
 
 bool PanelProcess::startWithSmallDisk(const QStringList &arguments)
 {
-    const QString script = QStringLiteral("mkdir \"$0\" && mount -t tmpfs -o size=12k tmpfs \"$0\" && "
+    const QString script = QStringLiteral("mkdir \"$0\" && mount -t tmpfs -o size=4k tmpfs \"$0\" && "
                                           "exec " LCD_BUILD_DIR "/bin/panelhost \"$@\"");
     return run(QStringLiteral("unshare"),
                QStringList{QStringLiteral("-m"), QStringLiteral("sh"), QStringLiteral("-c"), script,

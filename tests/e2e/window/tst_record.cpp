@@ -183,17 +183,17 @@ void TestRecord::fullDiskIsToldAtOnce()
     const QString file = m_panel->path(text("disk/session.yaml"));
     QVERIFY(m_panel->startWithSmallDisk({text("record"), file}));
     // Each of these leaves a step of the recording.
-    for (int presses = 0; presses < 600 && m_panel->errors().isEmpty(); ++presses) {
-        m_xServer.xdotool(
-            {text("key"), text("--delay"), text("1"), text("Down"), text("Up"), text("Down"), text("Up")});
-        m_panel->poll();
-    }
+    QStringList keys{text("key"), text("--delay"), text("1")};
+    for (int pair = 0; pair < 20; ++pair)
+        keys << text("Down") << text("Up");
+    for (int times = 0; times < 60 && m_panel->errors().isEmpty(); ++times)
+        m_xServer.xdotool(keys);
     QTRY_COMPARE(QString::fromUtf8(m_panel->errors()),
                  QStringLiteral("panelhost: %1: No space left on device\n").arg(file));
     QFile recording(m_panel->diskPath(text("session.yaml")));
     QVERIFY(recording.open(QIODevice::ReadOnly));
     const QByteArray content = recording.readAll();
-    QVERIFY(content.size() > 8000);
+    QVERIFY(content.size() > 2000);
     QVERIFY(content.endsWith("\n"));
     QVERIFY(content.mid(content.lastIndexOf('\n', -2) + 1).startsWith("  - "));
     QFile copy(m_panel->path(text("session.yaml")));
