@@ -162,14 +162,18 @@ function(lcd_add_test name)
         list(APPEND TEST_LABELS threads)
         add_dependencies(threaded_tests ${name})
     endif()
-    # Tests that may take longer start earlier, so that no long one runs alone at the end. A time limit only ends a test
+    # Tests that wait start first, and then those that may take longer, so that no long one runs alone at the end. A time limit only ends a test
     # that hangs, so it leaves time for a machine that is busy with something else.
     math(EXPR limit "${TEST_TIMEOUT} * 3")
     set(environment "${LCD_TEST_ENVIRONMENT}")
     if(name MATCHES "${LCD_LEAKING_TESTS}")
         string(REPLACE "ASAN_OPTIONS=" "ASAN_OPTIONS=detect_leaks=0:" environment "${environment}")
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${limit} COST ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+    set(cost ${TEST_TIMEOUT})
+    if(name MATCHES "${LCD_WAITING_TESTS}")
+        set(cost 1000)
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${limit} COST ${cost} LABELS "${TEST_LABELS}"
         ENVIRONMENT "${environment}")
 endfunction()
 
@@ -180,6 +184,9 @@ set(LCD_THREADED_TESTS
 # logs. These tests link only one of its libraries; the others are expensive to build with the sanitizer.
 set(LCD_THREADED_HOST_TESTS
     "^tst_(virtualclock|services|boardeventloop|boardnetlinks|boardusboverrun|boardslider|boardinputs)$")
+
+# The tests that wait most of their time: for the clock, a server, or a window. The others use the cores meanwhile.
+set(LCD_WAITING_TESTS "^tst_(componentlibrary|postgres.*|statisticspostgres|window|windowplayback)$")
 
 # Where memory is leaked on purpose: Qt loses some if one of its own allocations fails, and so does a process that a
 # library ends while it is loaded.

@@ -10,7 +10,7 @@ target_compile_definitions(window_e2e PRIVATE "LCD_BUILD_DIR=\"${CMAKE_BINARY_DI
 target_link_libraries(window_e2e PUBLIC Qt5::Core Qt5::Test)
 
 lcd_add_test(tst_killedwindow SOURCES window/tst_killedwindow.cpp LIBRARIES window_e2e panelhost_records LABELS e2e
-    records TIMEOUT 300 PROGRAM e2e_tests)
+    records TIMEOUT 300 INCLUDES ../support PROGRAM e2e_tests)
 add_dependencies(tst_killedwindow panelhost lcdfactorymodeimpl repairpages share_files)
 set_tests_properties(tst_killedwindow PROPERTIES SKIP_RETURN_CODE 77)
 

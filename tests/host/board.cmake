@@ -60,7 +60,7 @@ endif()
 if(TARGET board_mocks)
     lcd_add_mock_board_test(tst_boardrecording SOURCES board/hardwareoperator.cpp board/hardwareoperator.h
         LIBRARIES panelhost_scenario INCLUDES "${CMAKE_CURRENT_SOURCE_DIR}" ../support PROGRAM board_tests)
-    set_tests_properties(tst_boardrecording PROPERTIES TIMEOUT 300 COST 300)
+    set_tests_properties(tst_boardrecording PROPERTIES TIMEOUT 300 COST 2000) # waits longest
     add_dependencies(tst_boardrecording lcdfactorymodeimpl repairpages share_files)
     # What "./run board-demo" shows.
     add_test(NAME boarddemo COMMAND "${CMAKE_SOURCE_DIR}/tools/board-demo" "${CMAKE_BINARY_DIR}"

@@ -2,7 +2,8 @@ lcd_add_test(tst_scenarioloader SOURCES tst_scenarioloader.cpp LIBRARIES panelho
 lcd_add_test(tst_scenarioplayer SOURCES tst_scenarioplayer.cpp LIBRARIES panelhost_scenario LABELS host PROGRAM scenario_tests)
 lcd_add_test(tst_sessionhistory SOURCES tst_sessionhistory.cpp LIBRARIES panelhost_scenario LABELS host
     INCLUDES ../support PROGRAM scenario_tests)
-lcd_add_test(tst_devicefaults SOURCES tst_devicefaults.cpp LIBRARIES panelhost_scenario LABELS host PROGRAM scenario_tests TIMEOUT 300)
+lcd_add_test(tst_devicefaults SOURCES tst_devicefaults.cpp LIBRARIES panelhost_scenario LABELS host
+    INCLUDES ../support PROGRAM scenario_tests TIMEOUT 300)
 lcd_add_test(tst_lcdlanguages SOURCES tst_lcdlanguages.cpp LIBRARIES panelhost_scenario LABELS host PROGRAM scenario_tests)
 add_dependencies(tst_lcdlanguages lcdfactorymodeimpl repairpages share_files)
 # The session loads the component at run time.

@@ -1,6 +1,7 @@
 #include "hosttest.h"
 #include "lcd/screenreader.h"
 #include "playing/menunavigator.h"
+#include "prooflength.h"
 #include "session/session.h"
 #include "shippedscenarios.h"
 
@@ -294,8 +295,12 @@ private Q_SLOTS:
         play(*session, phases);
         const QStringList expected = play(*session, phases);
         const QString name = fault.arguments.value(q("name")).toString();
+        const QStringList phasesToChange = phasesOfEffect(name, isMachineTest);
         QStringList changed;
+        ++m_faultCount;
         for (int faulty = 0; faulty < phases.size(); ++faulty) {
+            if (!phasesToChange.contains(q(phases[faulty].name)) && isLeftOut(faulty))
+                continue;
             const QStringList withFault = play(*session, phases, faulty, setFault);
             if (withFault != expected)
                 changed << q(phases[faulty].name);
@@ -304,7 +309,7 @@ private Q_SLOTS:
             const QStringList actual = play(*session, phases);
             QVERIFY2(actual == expected, qPrintable(difference(phases[faulty].name, actual, expected)));
         }
-        QCOMPARE(changed, phasesOfEffect(name, isMachineTest));
+        QCOMPARE(changed, phasesToChange);
     }
 
     void aServiceIsAbsent_data()
@@ -420,6 +425,10 @@ private:
         return lines;
     }
 
+    /// Returns whether a phase in which a fault has no effect is left out: at the quick length, three of four, each
+    /// time others.
+    bool isLeftOut(int phase) const { return (phase + m_faultCount) % proofLength(4, 1, 1) != 0; }
+
     static Session::Options options()
     {
         Session::Options options = shippedOptions();
@@ -439,6 +448,8 @@ private:
         }
         return {};
     }
+
+    int m_faultCount = 0; ///< faults that were tried until now
 };
 
 PANELHOST_TEST_MAIN(tst_DeviceFaults)

@@ -44,7 +44,7 @@ private Q_SLOTS:
     void aFailedStepIsMarked();
     void linesAreFound();
     void theFirstDifferenceIsFound();
-    void tenHoursOfAging();
+    void manyHoursOfAging();
     void aSessionThatWasTakenOverIsRecorded();
     void interruptedRecordingEnds();
 
@@ -155,6 +155,14 @@ void SessionHistoryTest::picturesAreReadAsTheyWere()
     const QImage read = pictureFromData(toData(picture));
     QCOMPARE(read, picture);
     QCOMPARE(read.devicePixelRatio(), 2.0);
+    const QByteArray whole = toData(picture);
+    // Its size is the first thing in it: the pixels are too few, and then too many.
+    for (const QSize &size : {QSize(60, 41), QSize(60, 39)}) {
+        QByteArray wrong;
+        QDataStream stream(&wrong, QIODevice::WriteOnly);
+        stream << size;
+        QVERIFY(pictureFromData(wrong + whole.mid(wrong.size())).isNull());
+    }
     QTest::ignoreMessage(QtWarningMsg, "qUncompress: Input data is corrupted");
     QVERIFY(pictureFromData("no picture").isNull());
 }
@@ -343,16 +351,21 @@ void SessionHistoryTest::theFirstDifferenceIsFound()
 }
 
 // Any of its moments is there at once.
-void SessionHistoryTest::tenHoursOfAging()
+void SessionHistoryTest::manyHoursOfAging()
 {
     constexpr double Limit = 100; // milliseconds of processor time
-    const auto kept = historyOf("steps:\n"
-                                "  - plug: net1\n"
-                                "  - open: AgingMode\n"
-                                "  - soft: right\n"
-                                "  - wait: 10h\n");
-    QCOMPARE(kept->duration(), 36000000);
-    QVERIFY(kept->lineCount() > 10000);
+    const auto agingFor = [this](int hours) {
+        return historyOf("steps:\n"
+                         "  - plug: net1\n"
+                         "  - open: AgingMode\n"
+                         "  - soft: right\n"
+                         "  - wait: "
+                         + QByteArray::number(hours) + "h\n");
+    };
+    const int hours = proofLength(3, 10, 100);
+    const auto kept = agingFor(hours);
+    QCOMPARE(kept->duration(), hours * 3600000LL);
+    QVERIFY(kept->lineCount() > hours * 1000);
     double longest = 0;
     for (int place = 0; place <= 50; ++place) {
         const std::clock_t begin = std::clock();
@@ -365,11 +378,7 @@ void SessionHistoryTest::tenHoursOfAging()
           static_cast<long long>(kept->size()), longest);
     QVERIFY2(longest < Limit, qPrintable(QString::number(longest)));
     // Rounds look alike, so they add lines, but no pictures.
-    const auto oneHour = historyOf("steps:\n"
-                                   "  - plug: net1\n"
-                                   "  - open: AgingMode\n"
-                                   "  - soft: right\n"
-                                   "  - wait: 1h\n");
+    const auto oneHour = agingFor(1);
     const double bytesPerLine = static_cast<double>(kept->size() - oneHour->size())
         / static_cast<double>(kept->lineCount() - oneHour->lineCount());
     QVERIFY2(bytesPerLine < 1000, qPrintable(QString::number(bytesPerLine)));

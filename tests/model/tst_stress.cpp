@@ -175,7 +175,7 @@ class StressTest : public QObject
 private Q_SLOTS:
     void pagesWhileServicesReport()
     {
-        const qint64 seconds = proofLength(3, 60, 3600);
+        const qint64 seconds = proofLength(1, 60, 3600);
         const quint32 seed = proofSeed();
         qInfo("LCD_PROOF_SEED=%u", seed);
         QStringList before;

@@ -580,6 +580,7 @@ private Q_SLOTS:
     // The four corners of the LCD belong to cells as well.
     void theCellsCoverThePage()
     {
+        paintLcd();
         enter(q("container.factorytest.repairmode.touchscreen"));
         soft("right");
         QString error;
@@ -601,6 +602,7 @@ private Q_SLOTS:
     // The text is over the cells, whether they are touched or not, and nothing else of the page is seen.
     void theInstructionsAreOverTheCells()
     {
+        paintLcd();
         enter(q("container.factorytest.repairmode.touchscreen"));
         QString shown;
         for (const QString &language : session->languages()) {
@@ -1113,6 +1115,7 @@ private Q_SLOTS:
     void headingsAreLargerThanTheTextOnTheLcd()
     {
         QFETCH(QString, key);
+        paintLcd();
         enter(key);
         session->lcd()->grab();
         const QWidget *frame = findTestFrame(session->lcd());
@@ -1357,8 +1360,12 @@ private:
         session = Session::open(options, &error);
         QVERIFY2(session, qPrintable(error));
         session->lcd()->show();
+        session->lcd()->setUpdatesEnabled(proofLength(false, true, true));
         session->clock().settle();
     }
+
+    /// At the quick length, the LCD is painted only in the tests that look at its picture.
+    void paintLcd() { session->lcd()->setUpdatesEnabled(true); }
 
     void perform(const OperatorAction &what)
     {

@@ -39,10 +39,10 @@ private Q_SLOTS:
     void everyOperationFailsOnce_data()
     {
         QTest::addColumn<int>("stride");
-        QTest::newRow("write") << proofLength(150, 11, 1);
-        QTest::newRow("sync") << proofLength(4, 1, 1);
-        QTest::newRow("rename") << proofLength(2, 1, 1);
-        QTest::newRow("open") << proofLength(6, 1, 1);
+        QTest::newRow("write") << proofLength(300, 11, 1);
+        QTest::newRow("sync") << proofLength(8, 1, 1);
+        QTest::newRow("rename") << proofLength(4, 1, 1);
+        QTest::newRow("open") << proofLength(12, 1, 1);
     }
     void everyOperationFailsOnce()
     {

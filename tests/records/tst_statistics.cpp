@@ -1,3 +1,4 @@
+#include "prooflength.h"
 #include "records/recordstore.h"
 #include "records/statistics.h"
 #include "runfactory.h"
@@ -59,7 +60,7 @@ private:
 
 namespace {
 
-constexpr int ManyRuns = 10000;
+const int manyRuns = proofLength(2000, 10000, 100000);
 
 QString q(const char *text)
 {
@@ -383,9 +384,9 @@ StatisticsTest::Result StatisticsTest::stats(const QStringList &arguments) const
 
 void StatisticsTest::initTestCase()
 {
-    RunFactory factory(ManyRuns);
+    RunFactory factory(manyRuns);
     QVector<Run> runs;
-    for (int index = 0; index < ManyRuns; ++index)
+    for (int index = 0; index < manyRuns; ++index)
         runs << factory.run(index);
     store(path("many.sqlite"), runs);
     store(path("hand.sqlite"), runsByHand());
@@ -395,7 +396,7 @@ void StatisticsTest::initTestCase()
         if (!line.isEmpty())
             m_runs << QJsonDocument::fromJson(line).object();
     }
-    QCOMPARE(m_runs.size(), ManyRuns);
+    QCOMPARE(m_runs.size(), manyRuns);
 }
 
 void StatisticsTest::durationsAreRounded_data()

@@ -1,3 +1,4 @@
+#include "prooflength.h"
 #include "records/recordstore.h"
 #include "records/statistics.h"
 #include "records/statisticstext.h"
@@ -323,7 +324,7 @@ void StoreSchemaTest::queriesUseAnIndex()
              qPrintable(text));
 }
 
-// With sixteen times as many runs, the trees of the tables and indices have a level more at most.
+// With many times as many runs, the trees of the tables and indices have a level more at most.
 void StoreSchemaTest::readingOneUnitDoesNotGrowWithTheRuns()
 {
     const QTemporaryDir directory;
@@ -352,12 +353,13 @@ void StoreSchemaTest::readingOneUnitDoesNotGrowWithTheRuns()
         return isRead && isSaved ? QVector<qint64>{bytes[1] - bytes[0], bytes[2] - bytes[1], bytes[3] - bytes[2]}
                                  : QVector<qint64>{};
     };
-    const QVector<qint64> few = bytesFor(500);
-    const QVector<qint64> many = bytesFor(8000);
+    const int count = proofLength(1500, 8000, 32000);
+    const QVector<qint64> few = bytesFor(250);
+    const QVector<qint64> many = bytesFor(count);
     QCOMPARE(few.size(), 3);
     QCOMPARE(many.size(), 3);
     for (int step = 0; step < few.size(); ++step) {
-        qInfo("500 runs: %lld bytes, 8000 runs: %lld bytes", few.at(step), many.at(step));
+        qInfo("250 runs: %lld bytes, %d runs: %lld bytes", few.at(step), count, many.at(step));
         QVERIFY(few.at(step) > 0);
         QVERIFY(many.at(step) < 4 * few.at(step));
     }

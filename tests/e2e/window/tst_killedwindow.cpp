@@ -1,9 +1,8 @@
 #include "panelprocess.h"
+#include "prooflength.h"
 #include "records/recordstore.h"
 
 #include <QtTest/QtTest>
-
-#include <csignal>
 
 using namespace panelhost;
 
@@ -59,9 +58,9 @@ void KilledWindowTest::verifyRunsAreWhole() const
 // the file counts as reported.
 void KilledWindowTest::savedRunsOutliveTheWindow()
 {
-    constexpr int Rounds = 8;
+    const int rounds = proofLength(3, 8, 50);
     QSet<QString> reported;
-    for (int round = 0; round < Rounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         PanelProcess panel(m_xServer);
         QVERIFY(panel.start(
             {text("--records"), text("sqlite:") + m_file, text("--unit"), text("K1"), text("--speed"), text("max")}));
@@ -77,7 +76,7 @@ void KilledWindowTest::savedRunsOutliveTheWindow()
         QSet<QString> seen;
         QTRY_VERIFY_WITH_TIMEOUT((seen = savedIds() - reported).size() > round % 4, 60000);
         panel.process().waitForFinished((round * 7) % 40);
-        ::kill(static_cast<pid_t>(panel.process().processId()), SIGKILL);
+        panel.process().kill();
         QVERIFY(panel.process().waitForFinished());
         QCOMPARE(panel.process().exitStatus(), QProcess::CrashExit);
         keyboard.kill();
@@ -89,7 +88,7 @@ void KilledWindowTest::savedRunsOutliveTheWindow()
         reported = found;
         verifyRunsAreWhole();
     }
-    QVERIFY(reported.size() >= Rounds);
+    QVERIFY(reported.size() >= rounds);
     qInfo("%d runs", int(reported.size()));
 }
 
