@@ -162,8 +162,8 @@ function(lcd_add_test name)
         list(APPEND TEST_LABELS threads)
         add_dependencies(threaded_tests ${name})
     endif()
-    # Tests that wait start first, and then those that may take longer, so that no long one runs alone at the end. A time limit only ends a test
-    # that hangs, so it leaves time for a machine that is busy with something else.
+    # Tests that wait start first, and then those that may take longer, so that no long one runs alone at the end. A time
+    # limit only ends a test that hangs, so it leaves time for a machine that is busy with something else.
     math(EXPR limit "${TEST_TIMEOUT} * 3")
     set(environment "${LCD_TEST_ENVIRONMENT}")
     if(name MATCHES "${LCD_LEAKING_TESTS}")
