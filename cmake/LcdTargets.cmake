@@ -180,10 +180,11 @@ endfunction()
 set(LCD_THREADED_TESTS
     "thread|races|late|guard|listeners|stress|agetest|completemachine|singletests|levelstep|screenb|button|port|tbar")
 
-# The threads of panelhost: the one of the device, those that read the hardware of a board, and the one that exports
-# logs. These tests link only one of its libraries; the others are expensive to build with the sanitizer.
+# The threads of panelhost: the one of the device, those that read the hardware of a board, the one that exports logs,
+# and the one that sends run records to a server. The other libraries of panelhost are expensive to build with the
+# sanitizer.
 set(LCD_THREADED_HOST_TESTS
-    "^tst_(virtualclock|services|boardeventloop|boardnetlinks|boardusboverrun|boardslider|boardinputs)$")
+    "^tst_(virtualclock|services|boardeventloop|boardnetlinks|boardusboverrun|boardslider|boardinputs|postgres)$")
 
 # The tests that wait most of their time: for the clock, a server, or a window. The others use the cores meanwhile.
 set(LCD_WAITING_TESTS "^tst_(componentlibrary|postgres.*|statisticspostgres|window|windowplayback)$")
