@@ -147,6 +147,17 @@ private Q_SLOTS:
         QVERIFY(!event.changeSameRun(fail));
         QCOMPARE(run.state().testResult, 0);
     }
+
+    void anotherFailureOfAFailedRunIsAChange()
+    {
+        MachineRun run;
+        RunEvent(run).changeSameRun(setFailed);
+        elsewhere([&run] {
+            RunEvent event(run);
+            elsewhere([&run] { QVERIFY(RunEvent(run).changeSameRun(setFailed)); });
+            QVERIFY(!event.isCurrent());
+        });
+    }
 };
 
 QTEST_APPLESS_MAIN(MachineRunTest)

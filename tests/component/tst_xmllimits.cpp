@@ -173,6 +173,9 @@ private Q_SLOTS:
         QTest::newRow("only opened") << repeated(100000, "<a>");
         QTest::newRow("deep brackets") << withEntities("<!ELEMENT a " + QByteArray(100000, '(') + ">", "");
         QTest::newRow("entity many times") << withEntities(longEntity, repeated(100000, "&e;"));
+        QTest::newRow("entity many times, with a name like others")
+            << withEntities("<!ENTITY eX-.a ''><!ENTITY eX-.b '" + QByteArray(4000, 'x') + "'><!ENTITY eX-.c ''>",
+                            repeated(100000, "&eX-.b;"));
         QTest::newRow("entity many times in an attribute")
             << withEntities(longEntity, "<a b='" + repeated(100000, "&e;") + "'/>");
         QTest::newRow("entity many times in a default")
