@@ -67,12 +67,12 @@ void TestRecord::useTheDevice()
     m_xServer.drag(bar.center(), QPoint(bar.center().x(), bar.top() + 10));
     m_xServer.type(text("Up"));
     m_panel->touch({100, 20});
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("aging"), 30000);
     m_xServer.type(text("Return"));
     const auto steps = [this] { return m_panel->count(text("call"), text("lcdKeyboardEvent.setScreenBrightness")); };
     QTRY_VERIFY_WITH_TIMEOUT((m_panel->poll(), steps() >= 6), 30000);
     m_panel->clickPort(text("usb2"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2);
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->count(text("action"), text("plug"))), 2, 30000);
 }
 
 QByteArray TestRecord::play()
@@ -152,7 +152,7 @@ void TestRecord::secondRecorderIsRefused()
     QCOMPARE(QString::fromUtf8(second.readAllStandardError()),
              QStringLiteral("panelhost: %1: another process is writing this file.\n").arg(file));
     m_xServer.type(text("Down"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 1);
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->count(text("action"), text("navigate"))), 1, 30000);
     QFile recording(file);
     QVERIFY(recording.open(QIODevice::ReadOnly));
     QVERIFY(recording.readAll().endsWith("  - navigate: down\n"));
@@ -215,9 +215,9 @@ void TestRecord::runsAreSaved()
     const QString store = text("sqlite:") + m_panel->path(text("runs.sqlite"));
     QVERIFY(m_panel->start({text("--records"), store, text("--unit"), text("A1"), text("--speed"), text("10")}));
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("aging"), 30000);
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->caption("left")), text("Recount"), 30000);
     m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitCode(), 0);
@@ -239,13 +239,13 @@ void TestRecord::scannedUnitsAreRecorded()
     m_xServer.type(text("Return"));
     m_xServer.xdotool({text("key"), text("1"), text("7"), text("Return")});
     m_xServer.xdotool({text("key"), text("A"), text("1"), text("7"), text("Return")});
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("menu"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("menu"), 30000);
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("aging"), 30000);
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->caption("left")), text("Recount"), 30000);
     m_xServer.xdotool({text("key"), text("B"), text("2"), text("Return")});
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("menu"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("menu"), 30000);
     QCOMPARE(m_panel->count(text("action"), text("unit")), 2);
     m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
@@ -281,9 +281,9 @@ void TestRecord::aSignalEndsTheWindowInOrder()
     QVERIFY(m_panel->start(
         {text("record"), m_panel->path(text("session.yaml")), text("--records"), store, text("--unit"), text("A1")}));
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("aging"), 30000);
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->caption("left")), text("Recount"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->caption("left")), text("Recount"), 30000);
     QCOMPARE(kill(static_cast<pid_t>(m_panel->process().processId()), signal), 0);
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitStatus(), QProcess::CrashExit); // ended by the signal, after all was done
@@ -309,7 +309,7 @@ void TestRecord::anIgnoredSignalStaysIgnored()
     QVERIFY(isStarted);
     QCOMPARE(kill(static_cast<pid_t>(m_panel->process().processId()), SIGHUP), 0);
     m_xServer.type(text("Return"));
-    QTRY_COMPARE((m_panel->poll(), m_panel->page()), text("aging"));
+    QTRY_COMPARE_WITH_TIMEOUT((m_panel->poll(), m_panel->page()), text("aging"), 30000);
     m_xServer.type(text("ctrl+q"));
     QVERIFY(m_panel->process().waitForFinished(30000));
     QCOMPARE(m_panel->process().exitStatus(), QProcess::NormalExit);
