@@ -284,6 +284,17 @@ private Q_SLOTS:
         QCOMPARE(session.callsOfPress(2), QStringList());
     }
 
+    void enterForgetsTheResult()
+    {
+        ButtonSession session(abc());
+        session.begin();
+        for (int key = 0; key < 3; ++key)
+            session->skipCurrentStep();
+        QCOMPARE(session->state(), 102);
+        session->enter();
+        QCOMPARE(session->state(), 0);
+    }
+
     void startWithoutEnterHearsNoKey()
     {
         ButtonSession session(abc());
